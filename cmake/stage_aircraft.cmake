@@ -1,0 +1,15 @@
+# Puts each aircraft folder together as the simulator wants it: the aircraft's own files, and the plug-in
+# with its library, data/, custom/ and the aircraft's systems/ under plugins/fennic/64/.
+# Made afresh at each build, so that a file removed from the sources is gone here too.
+foreach(folder IN LISTS AIRCRAFT)
+    set(staged ${TARGET}/${folder})
+    set(plugin ${staged}/plugins/fennic/64)
+    file(REMOVE_RECURSE ${staged})
+    file(COPY ${SOURCE}/aircraft/${folder} DESTINATION ${TARGET})
+    file(MAKE_DIRECTORY ${staged}/objects ${plugin}/systems)
+    file(COPY ${LIBRARY} ${SOURCE}/data ${SOURCE}/custom DESTINATION ${plugin})
+    if(EXISTS ${staged}/systems)
+        file(COPY ${staged}/systems DESTINATION ${plugin})
+        file(REMOVE_RECURSE ${staged}/systems)
+    endif()
+endforeach()
