@@ -1,0 +1,174 @@
+// The dataref table. String datarefs carry their terminating zero byte over the interface: a reader gets
+// length + 1 bytes, and the last byte of every write is dropped as the terminator.
+#include "frame/datarefs.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "XPLMPlugin.h"
+#include "util/log.h"
+
+DRFclass DRFs[DrfCapacity];
+int DRFcounter = 0;
+
+namespace {
+
+const char *const DatarefBrowserSignature = "xplanesdk.examples.DataRefEditor";
+const int MessageAddDataref = 0x01000000;
+const int HelperElements = 8;
+
+int getdatai(void *refcon) {
+    return static_cast<DRFclass *>(refcon)->intValue;
+}
+
+void setdatai(void *refcon, int value) {
+    static_cast<DRFclass *>(refcon)->intValue = value;
+}
+
+float getdataf(void *refcon) {
+    return static_cast<DRFclass *>(refcon)->floatValue;
+}
+
+void setdataf(void *refcon, float value) {
+    static_cast<DRFclass *>(refcon)->floatValue = value;
+}
+
+int readString(void *refcon, void *destination, int offset, int max) {
+    if (!refcon) return 0;
+    const std::string &value = static_cast<DRFclass *>(refcon)->stringValue;
+    const int size = static_cast<int>(value.size()) + 1;
+    if (!destination) return size;
+    if (offset < 0 || offset >= size || max <= 0) return 0;
+    const int count = std::min(size - offset, max);
+    std::memcpy(destination, value.c_str() + offset, static_cast<size_t>(count));
+    return count;
+}
+
+void writeString(void *refcon, void *source, int offset, int length) {
+    if (!refcon || offset < 0 || length < 0 || (!source && length > 0)) return;
+    std::string &value = static_cast<DRFclass *>(refcon)->stringValue;
+    if (length == 0) {
+        value.clear();
+        return;
+    }
+    value.resize(std::min(static_cast<size_t>(offset), value.size()));
+    value.append(static_cast<const char *>(source), static_cast<size_t>(length - 1));
+}
+
+void TellDatarefBrowser(const std::string &name) {
+    const XPLMPluginID browser = XPLMFindPluginBySignature(DatarefBrowserSignature);
+    if (browser == XPLM_NO_PLUGIN_ID) return;
+    XPLMSendMessageToPlugin(browser, MessageAddDataref, const_cast<char *>(name.c_str()));
+}
+
+// The next free entry, or null with the reason in the log.
+DRFclass *NextEntry(const std::string &name, const char *type) {
+    if (XPLMFindDataRef(name.c_str())) {
+        string2debugString(std::string("CUSTOM DATAREF (") + type + ") ERROR (already exist): ", name, 1);
+        return nullptr;
+    }
+    if (DRFcounter >= DrfCapacity - 1) {
+        string2debugString(std::string("CUSTOM DATAREF (") + type + ") ERROR (table is full): ", name, 1);
+        return nullptr;
+    }
+    return &DRFs[++DRFcounter];
+}
+
+} // namespace
+
+XPLMDataRef DRFclass::Create_i(const std::string &name) {
+    handle = XPLMRegisterDataAccessor(name.c_str(), xplmType_Int, 1, getdatai, setdatai, getdataf, setdataf,
+                                      nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                      this, this);
+    return handle;
+}
+
+XPLMDataRef DRFclass::Create_f(const std::string &name) {
+    handle = XPLMRegisterDataAccessor(name.c_str(), xplmType_Float, 1, getdatai, setdatai, getdataf, setdataf,
+                                      nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                      this, this);
+    return handle;
+}
+
+XPLMDataRef DRFclass::Create_s(const std::string &name) {
+    handle = XPLMRegisterDataAccessor(name.c_str(), xplmType_Data, 1, nullptr, nullptr, nullptr, nullptr,
+                                      nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, readString,
+                                      writeString, this, this);
+    return handle;
+}
+
+void DRFclass::Unregister() {
+    if (handle) XPLMUnregisterDataAccessor(handle);
+    handle = nullptr;
+}
+
+XPLMDataRef CreateDrf_Int(const std::string &name, int initial) {
+    DRFclass *entry = NextEntry(name, "int");
+    if (!entry) return nullptr;
+    entry->Create_i(name);
+    entry->intValue = initial;
+    TellDatarefBrowser(name);
+    return entry->handle;
+}
+
+XPLMDataRef CreateDrf_Float(const std::string &name, float initial) {
+    DRFclass *entry = NextEntry(name, "float");
+    if (!entry) return nullptr;
+    entry->Create_f(name);
+    entry->floatValue = initial;
+    TellDatarefBrowser(name);
+    return entry->handle;
+}
+
+XPLMDataRef CreateDrf_String(const std::string &name, const std::string &initial) {
+    DRFclass *entry = NextEntry(name, "string");
+    if (!entry) return nullptr;
+    entry->Create_s(name);
+    entry->stringValue = initial;
+    TellDatarefBrowser(name);
+    return entry->handle;
+}
+
+void UnregisterDrfs() {
+    for (DRFclass &entry : DRFs) entry.Unregister();
+}
+
+float GetDRFf(XPLMDataRef handle, int index) {
+    if (index < 0 || index >= HelperElements) return 0.0F;
+    float values[HelperElements] = {};
+    XPLMGetDatavf(handle, values, 0, HelperElements);
+    return values[index];
+}
+
+void SetDRFf(XPLMDataRef handle, int index, float value) {
+    if (index < 0 || index >= HelperElements) return;
+    float values[HelperElements] = {};
+    XPLMGetDatavf(handle, values, 0, HelperElements);
+    values[index] = value;
+    XPLMSetDatavf(handle, values, 0, HelperElements);
+}
+
+int GetDRFi(XPLMDataRef handle, int index) {
+    if (index < 0 || index >= HelperElements) return 0;
+    int values[HelperElements] = {};
+    XPLMGetDatavi(handle, values, 0, HelperElements);
+    return values[index];
+}
+
+void SetDRFi(XPLMDataRef handle, int index, int value) {
+    if (index < 0 || index >= HelperElements) return;
+    int values[HelperElements] = {};
+    XPLMGetDatavi(handle, values, 0, HelperElements);
+    values[index] = value;
+    XPLMSetDatavi(handle, values, 0, HelperElements);
+}
+
+std::string GetDRFs(XPLMDataRef handle) {
+    if (!handle) return "";
+    const int size = XPLMGetDatab(handle, nullptr, 0, 0);
+    if (size <= 0) return "";
+    std::string text(static_cast<size_t>(size), '\0');
+    const int count = XPLMGetDatab(handle, text.data(), 0, size);
+    text.resize(static_cast<size_t>(std::clamp(count, 0, size)));
+    return text.substr(0, text.find('\0'));
+}

@@ -1,0 +1,10 @@
+// The one place that looks the clock's datarefs up.
+#include "frame/simulator_datarefs.h"
+
+XPLMDataRef DRFf_TotalFlightTimeSec = nullptr;
+XPLMDataRef DRF_paused = nullptr;
+
+void FindSimulatorDatarefs() {
+    DRFf_TotalFlightTimeSec = XPLMFindDataRef("sim/time/total_flight_time_sec");
+    DRF_paused = XPLMFindDataRef("sim/time/paused");
+}

@@ -1,0 +1,156 @@
+// Number conversions over the C library, pinned to the "C" locale: strtod_l for reading, and snprintf
+// inside a scope that switches this thread's locale for writing.
+#include "util/numbers.h"
+
+#include <clocale>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <locale.h>
+#if __has_include(<xlocale.h>)
+#include <xlocale.h>
+#endif
+
+#include "util/text.h"
+
+namespace {
+
+locale_t PlainLocale() {
+    static const locale_t plain = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr));
+    return plain;
+}
+
+std::string FormatPlain(const char *format, double x) {
+    const locale_t before = uselocale(PlainLocale());
+    char buffer[400]; // the largest double has 309 digits before the point
+    const int length = std::snprintf(buffer, sizeof buffer, format, x);
+    uselocale(before);
+    return std::string(buffer, static_cast<size_t>(length));
+}
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// Length of the decimal number at the start of text, 0 if there is none. strtod alone would also take
+// hexadecimal numbers, "inf" and "nan".
+size_t DecimalLength(std::string_view text) {
+    size_t i = 0;
+    if (i < text.size() && (text[i] == '-' || text[i] == '+')) i++;
+    size_t digits = 0;
+    for (; i < text.size() && isDigit(text[i]); i++) digits++;
+    if (i < text.size() && text[i] == '.')
+        for (i++; i < text.size() && isDigit(text[i]); i++) digits++;
+    if (digits == 0) return 0;
+    if (i < text.size() && (text[i] == 'e' || text[i] == 'E')) {
+        size_t exponent = i + 1;
+        if (exponent < text.size() && (text[exponent] == '-' || text[exponent] == '+')) exponent++;
+        if (exponent < text.size() && isDigit(text[exponent])) {
+            for (i = exponent; i < text.size() && isDigit(text[i]);) i++;
+        }
+    }
+    return i;
+}
+
+double Convert(std::string_view decimal) {
+    char buffer[64];
+    if (decimal.size() < sizeof buffer) {
+        decimal.copy(buffer, decimal.size());
+        buffer[decimal.size()] = '\0';
+        return strtod_l(buffer, nullptr, PlainLocale());
+    }
+    return strtod_l(std::string(decimal).c_str(), nullptr, PlainLocale());
+}
+
+std::string_view TrimBlanks(std::string_view text) {
+    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) text.remove_suffix(1);
+    return text;
+}
+
+} // namespace
+
+bool ParseDouble(std::string_view text, double &value) {
+    text = TrimBlanks(text);
+    const size_t length = DecimalLength(text);
+    if (length == 0 || length != text.size()) return false;
+    const double number = Convert(text);
+    if (!std::isfinite(number)) return false;
+    value = number;
+    return true;
+}
+
+bool ParseInt(std::string_view text, int &value) {
+    double number = 0;
+    if (!ParseDouble(text, number)) return false;
+    if (number <= std::numeric_limits<int>::min() - 1.0 || number >= std::numeric_limits<int>::max() + 1.0)
+        return false;
+    value = static_cast<int>(number);
+    return true;
+}
+
+double LeadingNumber(std::string_view text) {
+    text = TrimBlanks(text);
+    const size_t length = DecimalLength(text);
+    if (length == 0) return 0.0;
+    const double number = Convert(text.substr(0, length));
+    return std::isfinite(number) ? number : 0.0;
+}
+
+int TruncateToInt(double value) {
+    if (std::isnan(value)) return 0;
+    if (value <= std::numeric_limits<int>::min()) return std::numeric_limits<int>::min();
+    if (value >= std::numeric_limits<int>::max()) return std::numeric_limits<int>::max();
+    return static_cast<int>(value);
+}
+
+bool isNumber(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("-.0123456789") == std::string_view::npos;
+}
+
+std::string int2string(int n) {
+    return std::to_string(n);
+}
+
+std::string float2string(double x) {
+    return FormatPlain("%f", x);
+}
+
+std::string double2string(double x) {
+    return FormatPlain("%f", x);
+}
+
+std::string SignificantDigits(double x) {
+    return FormatPlain("%g", x);
+}
+
+std::string FormatFloat2String(double x, int intDigits, int fracDigits) {
+    const std::vector<std::string> parts = StringToWordsArray(float2string(x), '.');
+    std::string integer = parts[0];
+    std::string fraction = parts.size() > 1 ? parts[1] : "";
+    const int integerLength = static_cast<int>(integer.size());
+    const int fractionLength = static_cast<int>(fraction.size());
+    if (integerLength < intDigits) integer = add0before(integer, intDigits - integerLength);
+    if (fractionLength < fracDigits) fraction = add0after(fraction, fracDigits - fractionLength);
+    if (fractionLength > fracDigits) fraction.resize(static_cast<size_t>(fracDigits > 0 ? fracDigits : 0));
+    return integer + "." + fraction;
+}
+
+void float2LRstring(double x, std::string &left, std::string &right) {
+    std::string digits = int2string(TruncateToInt(10.0 * x));
+    if (digits.size() == 1 && x >= 0) digits = "0" + digits;
+    if (digits.size() == 2 && x < 0) digits = "-0" + int2string(TruncateToInt(-10.0 * x));
+    left = digits.substr(0, digits.size() - 1);
+    right = digits.substr(digits.size() - 1);
+}
+
+std::string add0before(const std::string &s, int width) {
+    const int missing = width - static_cast<int>(s.size());
+    if (missing <= 0) return s;
+    return std::string(static_cast<size_t>(missing < 10 ? missing : 10), '0') + s;
+}
+
+std::string add0after(const std::string &s, int n) {
+    return (s + "0000000000").substr(0, static_cast<size_t>(n > 0 ? n : 0));
+}

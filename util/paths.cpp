@@ -1,0 +1,80 @@
+// Paths as the simulator reports them, turned into POSIX form. A call costs a few string operations and is
+// meant for loading and saving, not for a frame.
+#include "util/paths.h"
+
+#include "XPLMPlanes.h"
+#include "XPLMPlugin.h"
+#include "XPLMUtilities.h"
+#include "util/files.h"
+#include "util/platform.h"
+
+namespace {
+
+const size_t PathSize = 2048;       // the simulator asks for 256 and 512
+const size_t LibraryNameLength = 7; // "mac.xpl", "lin.xpl"
+
+std::string Converted(const char *native) {
+    char path[PathSize] = "";
+    ConvertPath(native, path, PathSize);
+    return path;
+}
+
+std::string WithSeparator(std::string folder) {
+    if (folder.empty() || folder.back() != '/') folder += '/';
+    return folder;
+}
+
+std::string LibraryPath() {
+    char native[PathSize] = "";
+    XPLMGetPluginInfo(XPLMGetMyID(), nullptr, native, nullptr, nullptr);
+    return Converted(native);
+}
+
+std::string NavDataFolder(const std::string &folder) {
+    const std::string root = WhatXplanePath();
+    const bool hasUpdate = isFileExistString(root + "Custom Data/GNS430/navdata/cycle_info.txt");
+    return root + (hasUpdate ? "Custom Data/" : "Resources/") + folder;
+}
+
+} // namespace
+
+std::string WhatXplanePath() {
+    char native[PathSize] = "";
+    XPLMGetSystemPath(native);
+    return WithSeparator(Converted(native));
+}
+
+std::string WhatPluginPath() {
+    std::string path = LibraryPath();
+    path.resize(path.size() > LibraryNameLength ? path.size() - LibraryNameLength : 0);
+    return path;
+}
+
+std::string WhatThisAircraftPath() {
+    const std::string path = WhatPluginPath();
+    return path.substr(0, path.find("plugins"));
+}
+
+std::string WhatThisAircraftAcfPath() {
+    char fileName[PathSize] = "";
+    char native[PathSize] = "";
+    XPLMGetNthAircraftModel(XPLM_USER_AIRCRAFT, fileName, native);
+    return Converted(native);
+}
+
+std::string WhatAircraftsPath() {
+    return WhatPluginPath() + "Aircrafts/";
+}
+
+std::string WhatNavDataPath() {
+    return NavDataFolder("GNS430/navdata/");
+}
+
+std::string WhatNavDataProcPath() {
+    return NavDataFolder("GNS430/navdata/Proc/");
+}
+
+std::string MakePath(const std::string &relative) {
+    const std::string path = LibraryPath();
+    return path.substr(0, path.find_last_of('/') + 1) + relative;
+}

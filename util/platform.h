@@ -1,0 +1,14 @@
+// The few things that differ between the platforms. platform_mac.cpp and platform_linux.cpp each implement
+// all of it.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+// Turns a path as the simulator gives it (colon-separated on macOS) into a POSIX path of at most size bytes
+// with its zero byte. 0, or -1 when it cannot be converted; out then holds the path as it came.
+int ConvertPath(const char *in, char *out, size_t size);
+
+// The system clipboard's text; empty when there is none. Starts a program: for clicks, never in a frame.
+std::string ReadClipboard();
+void WrightClipboard(const std::string &text);

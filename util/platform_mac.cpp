@@ -1,0 +1,37 @@
+// macOS: paths through CoreFoundation, the clipboard through the
+// system's command-line tools.
+#include "util/platform.h"
+
+#include <CoreFoundation/CoreFoundation.h>
+#include <cstring>
+
+#include "util/pipes.h"
+
+int ConvertPath(const char *in, char *out, size_t size) {
+    if (!in || !out || size == 0) return -1;
+    std::strncpy(out, in, size - 1);
+    out[size - 1] = '\0';
+    if (in[0] == '/') return 0; // the simulator was asked for native paths
+    int result = -1;
+    const CFStringRef native = CFStringCreateWithCString(kCFAllocatorDefault, in, kCFStringEncodingUTF8);
+    if (!native) return result;
+    const CFURLRef url =
+        CFURLCreateWithFileSystemPath(kCFAllocatorDefault, native, kCFURLHFSPathStyle, false);
+    if (url) {
+        const CFStringRef posix = CFURLCopyFileSystemPath(url, kCFURLPOSIXPathStyle);
+        if (posix && CFStringGetCString(posix, out, static_cast<CFIndex>(size), kCFStringEncodingUTF8))
+            result = 0;
+        if (posix) CFRelease(posix);
+        CFRelease(url);
+    }
+    CFRelease(native);
+    return result;
+}
+
+std::string ReadClipboard() {
+    return ReadFromCommand("/usr/bin/pbpaste");
+}
+
+void WrightClipboard(const std::string &text) {
+    WriteToCommand("/usr/bin/pbcopy", text);
+}

@@ -1,0 +1,108 @@
+// Text helpers that every file parser uses. Their odd corners (RemoveNRS and RemoveS spare the last two
+// characters) are relied on by files in users' hands.
+#include "util/text.h"
+
+namespace {
+
+std::string RemoveCharacters(std::string s, std::string_view characters) {
+    std::erase_if(s, [&](char c) { return characters.find(c) != std::string_view::npos; });
+    return s;
+}
+
+} // namespace
+
+std::string RemoveNR(std::string s) {
+    return RemoveCharacters(std::move(s), "\r\n");
+}
+
+std::string RemoveNRS(std::string s) {
+    s = RemoveNR(std::move(s));
+    std::string result;
+    result.reserve(s.size());
+    for (size_t i = 0; i < s.size(); i++) {
+        const bool isInnerRepeat = i + 2 < s.size() && s[i] == ' ' && s[i + 1] == ' ';
+        if (!isInnerRepeat) result += s[i];
+    }
+    return result;
+}
+
+std::string RemoveS(std::string s) {
+    if (s.size() < 3) return s;
+    const std::string kept = s.substr(s.size() - 2);
+    s.resize(s.size() - 2);
+    std::erase(s, ' ');
+    return s + kept;
+}
+
+std::string RemoveTags(std::string s) {
+    return RemoveCharacters(std::move(s), "()<>[]");
+}
+
+std::string ReplaceString(std::string s, std::string_view from, std::string_view to) {
+    if (from.empty()) return s;
+    const size_t at = s.find(from);
+    if (at != std::string::npos) s.replace(at, from.size(), to);
+    return s;
+}
+
+std::string ReplaceStringAll(std::string s, std::string_view from, std::string_view to) {
+    if (from.empty()) return s;
+    std::string result;
+    size_t done = 0;
+    for (size_t at = s.find(from); at != std::string::npos; at = s.find(from, done)) {
+        result.append(s, done, at - done).append(to);
+        done = at + from.size();
+    }
+    return result.append(s, done);
+}
+
+std::string ReplaceStringDoubleSpace(std::string s) {
+    std::string result;
+    result.reserve(s.size());
+    for (char c : s)
+        if (c != ' ' || result.empty() || result.back() != ' ') result += c;
+    return result;
+}
+
+std::string LowerToUpperCase(std::string s) {
+    for (char &c : s)
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    return s;
+}
+
+std::string UpperToLowerCase(std::string s) {
+    for (char &c : s)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return s;
+}
+
+std::string alignR(std::string s, int width) {
+    if (width > static_cast<int>(s.size())) s.insert(0, static_cast<size_t>(width) - s.size(), ' ');
+    return s;
+}
+
+std::string alignC(std::string s) {
+    return s.append(s.size() / 2, ' ');
+}
+
+std::vector<std::string> StringToWordsArray(const std::string &s, char delimiter) {
+    const std::string line = RemoveNR(s);
+    std::vector<std::string_view> fields;
+    SplitFields(line, delimiter, fields);
+    return {fields.begin(), fields.end()};
+}
+
+void SplitFields(std::string_view text, char delimiter, std::vector<std::string_view> &fields) {
+    fields.clear();
+    size_t start = 0;
+    for (;;) {
+        const size_t end = text.find(delimiter, start);
+        fields.push_back(text.substr(start, end - start));
+        if (end == std::string_view::npos) return;
+        start = end + 1;
+    }
+}
+
+bool Contains(std::string_view text, std::string_view part) {
+    return text.find(part) != std::string_view::npos;
+}
