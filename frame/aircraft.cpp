@@ -1,0 +1,70 @@
+// Aircraft detection. Descriptions must begin with a text of the table: an aircraft that only mentions
+// another one is not it.
+#include "frame/aircraft.h"
+
+#include "figure/flight_computations.h"
+#include "frame/datarefs.h"
+#include "systems/reader.h"
+#include "util/files.h"
+#include "util/log.h"
+#include "util/paths.h"
+
+int acfType = 0;
+bool isLegalAcf = true;
+int globalDeveloper = 0;
+int isVAdraw = 0;
+
+namespace {
+
+struct AircraftRow {
+    const char *description; // what it begins with
+    int type;
+    const char *label; // for the log
+    const char *modelFile;
+    int variant; // published for type 739, else 0
+};
+
+const AircraftRow Aircraft[] = {
+    {"Cessna 172 SP Skyhawk - 180HP", 172, "Cessna 172 SP Skyhawk", "Cessna_172SP.acf", 0},
+    {"A319 with high fidelity system modelling", 319, "TL319", "a319.acf", 0},
+    {"A321 with high fidelity system modelling", 321, "TL321", "a321.acf", 0},
+    {"Boeing 737-800X", 737, "O737X", "b738_4k.acf", 0},
+    {"Boeing 737-800NG", 739, "737 Level Up", "737_80NG.acf", 738},
+    {"Boeing 737-900ER", 739, "737 Level Up", "737_80NG.acf", 739},
+    {"Boeing 737-600NG", 739, "737 Level Up", "737_80NG.acf", 736},
+    {"Boeing 737-700NG", 739, "737 Level Up", "737_80NG.acf", 737},
+    {"Boeing 737-900NG", 739, "737 Level Up", "737_80NG.acf", 739},
+    {"Boeing 767 300ER", 767, "FF767", "767-300ER_xp11.acf", 0},
+    {"KV340-500", 345, "KV345", "a340.acf", 0},
+};
+
+const AircraftRow *FindAircraft() {
+    const std::string description = ReadDRF_descrString();
+    for (const AircraftRow &row : Aircraft)
+        if (description.starts_with(row.description)) return &row;
+    return nullptr;
+}
+
+} // namespace
+
+std::string ReadDRF_descrString() {
+    return GetDRFs(XPLMFindDataRef("sim/aircraft/view/acf_descrip"));
+}
+
+int ReadDRF_descr() {
+    const AircraftRow *row = FindAircraft();
+    if (!row) return 0;
+    isLegalAcf = true;
+    acfType = row->type;
+    string2debugString("Aircraft detected: ", row->label, 1);
+    return 1;
+}
+
+void ReadAcfTypeAndDeveloperMode() {
+    const AircraftRow *row = FindAircraft();
+    if (!row || !isFileExistString(WhatThisAircraftPath() + row->modelFile)) return;
+    acfType = row->type;
+    if (acfType == 737 || acfType == 739) CreateOrvikDatarefs();
+    if (acfType == 739) CreateDrf_Int("kv/fnc/lu_mode", row->variant);
+    CreateSystemsFromFile();
+}

@@ -1,0 +1,19 @@
+// Which aircraft is loaded: its type code steers everything that differs between aircraft.
+#pragma once
+
+#include <string>
+
+extern int acfType;         // 172, 319, 321, 345, 737, 739, 767; 0 when the aircraft is not served
+extern bool isLegalAcf;     // an aircraft that the plug-in serves was detected
+extern int globalDeveloper; // developer mode: the menu's tools
+extern int isVAdraw;        // developer mode: the systems editor
+
+// The aircraft's description as the simulator publishes it.
+std::string ReadDRF_descrString();
+
+// First pass: sets acfType from the description and logs what was found. 1 when the aircraft is served.
+int ReadDRF_descr();
+
+// Second pass: when the aircraft's model file is in its folder, publishes the datarefs of that type and
+// loads its systems.
+void ReadAcfTypeAndDeveloperMode();

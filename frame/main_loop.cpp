@@ -1,0 +1,126 @@
+// The main loop. The order of the steps matters: the executer sees the clock of this frame, the systems
+// cycle (a flight loop of its own, registered behind this one) sees the recognition of this frame.
+#include "frame/main_loop.h"
+
+#include "figure/animation.h"
+#include "figure/channels.h"
+#include "figure/flight_computations.h"
+#include "figure/installation.h"
+#include "figure/positions.h"
+#include "frame/aircraft.h"
+#include "frame/settings.h"
+#include "frame/simulator_datarefs.h"
+#include "util/clock.h"
+#include "util/files.h"
+#include "util/paths.h"
+#include "voice/action_queue.h"
+#include "voice/executer.h"
+#include "voice/phrases.h"
+#include "voice/selection.h"
+#include "voice/speech_link.h"
+
+bool isFennicKillDrfWasReaded = false;
+XPLMDataRef DRFi_FennicKill = nullptr;
+
+namespace {
+
+const float NextFrame = -1.0F;
+const float InASecond = 1.0F;
+
+double FlightTimeOld = 0.0; // flight time of the previous frame
+bool isControlDrfWasFind = false;
+int drfDone = 0;  // one-time binding done
+int readDone = 0; // voice list and context loaded
+
+void FindKillSwitch() {
+    DRFi_FennicKill = XPLMFindDataRef("kv/fennic_kill");
+    FindClickDataref();
+    isFennicKillDrfWasReaded = true;
+}
+
+bool FindControlDataref() {
+    if (!isControlDrfWasFind)
+        isControlDrfWasFind = globalCheckDrfName.empty() || XPLMFindDataRef(globalCheckDrfName.c_str());
+    return isControlDrfWasFind;
+}
+
+void AdvanceClock() {
+    FlightTimeSEC = XPLMGetDataf(DRFf_TotalFlightTimeSec);
+    if (FlightTimeOld > FlightTimeSEC) {
+        ReInitVariables();
+    } else {
+        FrpSEC = FlightTimeSEC - FlightTimeOld;
+        FlightTimeOld = FlightTimeSEC;
+    }
+}
+
+void BindOnce() {
+    if (drfDone != 0) return;
+    if (acfType == 345)
+        InstallationState = InstallationNotNeeded;
+    else if (InstallationState == InstallationMissing)
+        OpenSetupPrompt();
+    FindSpeechDatarefs();
+    XPLMSetDatai(XPLMFindDataRef("kv/fo/kill"), 0);
+    if (isLegalAcf) drfDone = 1;
+}
+
+void MoveFigure() {
+    if (TargetTimeSEC != -1.0) {
+        Animation();
+    } else {
+        isPrevExecuteCompleted = 1;
+        if (executeFlow.empty()) LiveAnimation();
+    }
+    EyesAnimation();
+    FaceAnimation();
+    if (XPLMGetDatai(DRFi_ShowFennic) == 0) XPLMSetDatai(DRFi_Face, -1);
+}
+
+void LoadOrStartVoice() {
+    if (readDone != 0) {
+        RunVoiceStartup();
+        return;
+    }
+    ReadVoiceList();
+    ReadCommandsFolder();
+    readDone = 1;
+}
+
+} // namespace
+
+bool isKilled() {
+    return DRFi_FennicKill && XPLMGetDatai(DRFi_FennicKill) == 1;
+}
+
+float Main(float, float, int, void *) {
+    if (!isFennicKillDrfWasReaded) FindKillSwitch();
+    if (isKilled()) return NextFrame;
+    if (!FindControlDataref()) return InASecond;
+    AdvanceClock();
+    BindOnce();
+    Executer();
+    MoveFigure();
+    LoadOrStartVoice();
+    const bool wasStoppedNow = RunPushToTalk();
+    if (setvoiceDone == 3) CalcPilot2FennicHdg();
+    ReadServerMessage(wasStoppedNow);
+    CalcBaro();
+    RunSelectionClick();
+    if (acfType == 737 || acfType == 739) CalcOrvik();
+    return NextFrame;
+}
+
+void ReInitVariables() {
+    ReInitFigureVariables();
+    ReInitSpeechLink();
+    waitUntil = 0.0F;
+    FlightTimeSEC = 0.0;
+    FlightTimeOld = 0.0;
+    FrpSEC = 0.0;
+}
+
+void SavePathToFile() {
+    const std::string folder = WhatPluginPath();
+    WriteWholeFile(folder + "path.txt", folder + "\r\n");
+}

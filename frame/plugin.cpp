@@ -1,0 +1,89 @@
+// The five entry points. What starts here, in which order, and what is taken back at the end; the work is
+// the other modules'.
+#include <cstring>
+
+#include "XPLMDisplay.h"
+#include "XPLMProcessing.h"
+#include "figure/channels.h"
+#include "figure/installation.h"
+#include "figure/positions.h"
+#include "frame/aircraft.h"
+#include "frame/commands.h"
+#include "frame/datarefs.h"
+#include "frame/main_loop.h"
+#include "frame/overlay.h"
+#include "frame/settings.h"
+#include "frame/simulator_datarefs.h"
+#include "systems/cycle.h"
+#include "util/log.h"
+#include "util/paths.h"
+#include "voice/speech_link.h"
+
+namespace {
+
+const char *const Version = "v.090122";
+const float EveryFrame = -1.0F;
+const int AfterPhase = 0;
+
+bool wasCallbacksRegistred = false;
+
+void RegisterCallbacks() {
+    XPLMRegisterDrawCallback(DrawScreen, xplm_Phase_Window, AfterPhase, nullptr);
+    XPLMRegisterFlightLoopCallback(Main, EveryFrame, nullptr);
+    XPLMRegisterFlightLoopCallback(CalculateSystemsCycle, EveryFrame, nullptr);
+    wasCallbacksRegistred = true;
+}
+
+// Without callbacks the plug-in does nothing; the setup sets the state for the next start.
+void RegisterCallbacksIfInstalled() {
+    if (acfType == 345) {
+        RegisterCallbacks();
+        return;
+    }
+    if (acfType == 767 && InstallationState == InstallationReady && isSetupCompleted_767() != 1)
+        InstallationState = InstallationMissing;
+    if (InstallationState == InstallationReady) RegisterCallbacks();
+    if (InstallationState == InstallationMissing) OpenSetupPrompt();
+}
+
+} // namespace
+
+PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc) {
+    std::strcpy(outName, "Velmora Fennic plugin");
+    std::strcpy(outSig, "velmora.fennic");
+    std::strcpy(outDesc, "Velmora Fennic plugin");
+    FindSimulatorDatarefs();
+    ReadSettings();
+    LoadAnimationFile(WhatPluginPath() + "data/obj/fennic.txt");
+    ReadPositionFolder();
+    CustCommInit();
+    CreateSpeechDatarefs();
+    ReadDRF_descr();
+    string2debugString("Version: ", Version, 1);
+    ReadAcfTypeAndDeveloperMode();
+    RegisterCallbacksIfInstalled();
+    return 1;
+}
+
+PLUGIN_API void XPluginStop(void) {
+    SaveSettings();
+    UnregisterDrfs();
+    CustCommExit();
+    if (wasCallbacksRegistred) {
+        XPLMUnregisterDrawCallback(DrawScreen, xplm_Phase_Window, AfterPhase, nullptr);
+        XPLMUnregisterFlightLoopCallback(Main, nullptr);
+    }
+    UnregisterDrfs();
+    if (wasCallbacksRegistred) XPLMUnregisterFlightLoopCallback(CalculateSystemsCycle, nullptr);
+    DeleteSystems();
+}
+
+PLUGIN_API int XPluginEnable(void) {
+    return 1;
+}
+
+PLUGIN_API void XPluginDisable(void) {
+    SendMSG("exit>");
+}
+
+PLUGIN_API void XPluginReceiveMessage(XPLMPluginID, int, void *) {}

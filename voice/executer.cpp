@@ -1,0 +1,285 @@
+// The executer. Only one action runs per frame, even when it needs no time, so that what an action starts
+// (a move, a sentence) is seen before the next one begins.
+#include "voice/executer.h"
+
+#include <cstdlib>
+#include <set>
+
+#include "XPLMDataAccess.h"
+#include "XPLMUtilities.h"
+#include "figure/animation.h"
+#include "figure/channels.h"
+#include "figure/flight_computations.h"
+#include "figure/positions.h"
+#include "frame/aircraft.h"
+#include "frame/settings.h"
+#include "systems/links.h"
+#include "util/clock.h"
+#include "util/log.h"
+#include "util/numbers.h"
+#include "util/text.h"
+#include "voice/action_queue.h"
+#include "voice/speech_link.h"
+
+const float OneLetterPauseSec = 0.1F;
+const float SaySystemPauseSec = 1.0F;
+std::vector<std::string> fennicsay;
+
+std::vector<doStruct> executeFlow;
+std::string executeFlowActual;
+int isPrevExecuteCompleted = 1;
+float waitUntil = 0.0F;
+int isNeedStep = 0;
+int lockStep = 0;
+std::vector<answertimer_struct> answerstimer;
+
+namespace {
+
+const size_t QueueCapacity = 10000;
+const size_t SpokenTextsKept = 100; // more than overlay and editor can show
+const float NextActionAfterSaySec = 0.5F;
+const int ArrayElements = 16;
+
+// Index = action type. The blank behind "dotypePause" is part of the name.
+const char *const dotypeName[] = {
+    "dotypeSay",     "dotypeSayWait",  "dotypePos",    "dotypePosFast", "dotypePause ",    "dotypeBreak",
+    "dotypeComOnce", "dotypeComBegin", "dotypeComEnd", "dotypeDrf",     "dotypeComEndNow", "dotypeAnswer",
+};
+const int ActionTypes = sizeof dotypeName / sizeof dotypeName[0];
+
+XPLMDataRef DRFi_isAnnounceNeed; // "kv/fennic/comments", the aircraft's; looked up while missing
+
+bool AreAllActionsAnnounced() {
+    if (!DRFi_isAnnounceNeed) DRFi_isAnnounceNeed = XPLMFindDataRef("kv/fennic/comments");
+    return XPLMGetDatai(DRFi_isAnnounceNeed) == 1;
+}
+
+float SpeakingTime(const std::string &text) {
+    return static_cast<float>(text.size()) * OneLetterPauseSec + SaySystemPauseSec;
+}
+
+float TimeIn(double seconds) {
+    return static_cast<float>(FlightTimeSEC + seconds);
+}
+
+// Sends a text whose placeholders are replaced. One that became empty is not said.
+void Speak(const std::string &spoken) {
+    if (spoken.empty()) return;
+    SendMSG("say>" + spoken);
+    fennicsay.insert(fennicsay.begin(), spoken);
+    if (fennicsay.size() > SpokenTextsKept) fennicsay.resize(SpokenTextsKept);
+}
+
+// A leading "#" marks an announcement: said only when the pilot wants all actions announced.
+void Announce(const std::string &text, void (*say)(const std::string &)) {
+    if (text.starts_with("#")) {
+        if (AreAllActionsAnnounced()) say(text.substr(1));
+    } else if (!text.empty()) {
+        say(text);
+    }
+}
+
+void Perform(const doStruct &action) {
+    switch (action.type) {
+    case ActionSay:
+        Announce(action.text, ExecuteSay);
+        isPrevExecuteCompleted = 1;
+        break;
+    case ActionSayWait:
+        Announce(action.text, ExecuteWaitSay);
+        isPrevExecuteCompleted = 1;
+        break;
+    case ActionPosition:
+        isPrevExecuteCompleted = 0;
+        ExecutePos(action.text);
+        break;
+    case ActionPositionFast:
+        isPrevExecuteCompleted = 0;
+        ExecutePosFast(action.text);
+        break;
+    case ActionPause:
+        isPrevExecuteCompleted = 1;
+        waitUntil = TimeIn(LeadingNumber(action.text));
+        break;
+    case ActionBreak:
+        executeFlow.clear();
+        string2debugString("executeFlow.clear() - ", dotypeName[ActionBreak], 1);
+        break;
+    case ActionCommandOnce: ExecuteCommand(action.text, "Once"); break;
+    case ActionCommandBegin: ExecuteCommand(action.text, "Begin"); break;
+    case ActionCommandEnd: ExecuteCommand(action.text, "End"); break;
+    case ActionDataref:
+        isPrevExecuteCompleted = 1;
+        ExecuteDrf(action.text);
+        break;
+    case ActionAnswer:
+        isPrevExecuteCompleted = 1;
+        answerstimer.push_back({action.text, FlightTimeSEC + LeadingNumber(action.text)});
+        break;
+    default: break;
+    }
+}
+
+// Writes one element of an array the way every array is accessed: its first 16 elements, as a whole.
+template <typename Element>
+void SetElement(XPLMDataRef handle, int index, Element value, int (*get)(XPLMDataRef, Element *, int, int),
+                void (*set)(XPLMDataRef, Element *, int, int)) {
+    Element elements[ArrayElements] = {};
+    get(handle, elements, 0, ArrayElements);
+    elements[index] = value;
+    set(handle, elements, 0, ArrayElements);
+}
+
+// Says once per text that its index cannot be written.
+void ReportIndexOnce(const std::string &text) {
+    static std::set<std::string> reported;
+    if (reported.insert(text).second)
+        string2debugString("Error in script - array index outside 0 to 15: ", text, 1);
+}
+
+// "name" or "name[index]" taken apart; false when the index is no number from 0 to 15.
+bool SplitIndex(const std::string &text, std::string &name, int &index) {
+    const size_t bracket = text.find('[');
+    name = text.substr(0, bracket);
+    index = 0;
+    if (bracket == std::string::npos) return true;
+    const std::string digits = ReplaceStringAll(text.substr(bracket + 1), "]", "");
+    return ParseInt(digits, index) && index >= 0 && index < ArrayElements;
+}
+
+std::string ReplaceRunway(const std::string &text, const char *placeholder, const std::string &name,
+                          float distance) {
+    return distance == -1.0F ? "" : ReplaceString(text, placeholder, name);
+}
+
+std::string SpokenLinkValue(std::string linkText) {
+    const bool isSpelled = linkText.starts_with("&");
+    std::erase(linkText, '&');
+    const sysLink_struct link = String2sysLink(linkText);
+    if (link.sys == -1 || link.dev == -1 || link.out == -1) return "UNKNOWN";
+    const std::string number = int2string(TruncateToInt(GetValueFromSysLink(link)));
+    if (!isSpelled) return number;
+    std::string spelled;
+    for (char digit : number) spelled.append(1, digit).append(1, ' ');
+    return spelled;
+}
+
+} // namespace
+
+void QueueAction(int type, const std::string &text) {
+    static bool wasOverflowLogged = false;
+    if (executeFlow.size() < QueueCapacity) {
+        executeFlow.push_back({type, text});
+        return;
+    }
+    if (!wasOverflowLogged) string2debugString("Error in script - action queue is full, dropped: ", text, 1);
+    wasOverflowLogged = true;
+}
+
+void Executer() {
+    if (executeFlow.empty()) return;
+    if (isPrevExecuteCompleted == 0) return;
+    if (waitUntil > FlightTimeSEC) return;
+    if (lockStep == 1) return;
+    const doStruct action = executeFlow.front();
+    const bool isKnown = action.type >= 0 && action.type < ActionTypes;
+    string2debugString(std::string("EXECUTE RUN: ") + (isKnown ? dotypeName[action.type] : "unknown") + " ",
+                       action.text, 1);
+    Perform(action);
+    if (!executeFlow.empty()) {
+        executeFlow.erase(executeFlow.begin());
+        executeFlowActual = executeFlow.empty() ? "" : executeFlow.front().text;
+    }
+    if (isNeedStep == 1) lockStep = 1;
+}
+
+void AbortExecution() {
+    executeFlow.clear();
+    executeFlowActual.clear();
+    string2debugString("executeFlow.clear() - ", "ABORT", 1);
+    ExecuteSay("All Commands and Checklists Aborted!");
+    XPLMSetDatai(DRFi_ShowPlanshet, 0);
+}
+
+void ExecuteSay(const std::string &text) {
+    Speak(VarToString(text));
+    waitUntil = TimeIn(NextActionAfterSaySec);
+    Next_lipsAnimTime = TimeIn(SpeakingTime(text));
+}
+
+void ExecuteWaitSay(const std::string &text) {
+    const std::vector<std::string> alternatives = StringToWordsArray(text, '#');
+    const size_t choice =
+        alternatives.size() > 1 ? static_cast<size_t>(std::rand()) % alternatives.size() : 0;
+    const std::string &chosen = alternatives[choice];
+    const std::string spoken = VarToString(chosen);
+    Speak(spoken);
+    if (alternatives.size() > 1) string2debugString("Send to speech server: ", spoken, 1);
+    waitUntil = TimeIn(SpeakingTime(chosen));
+    Next_lipsAnimTime = waitUntil;
+}
+
+void ExecuteDrf(const std::string &text) {
+    std::vector<std::string> pieces = StringToWordsArray(text, '=');
+    if (pieces.size() != 2) {
+        string2debugString("Error in script - no operand in this string: ", text, 1);
+        return;
+    }
+    for (std::string &piece : pieces) std::erase(piece, ' ');
+    std::string name;
+    int index = 0;
+    const bool isIndexGood = SplitIndex(pieces[0], name, index);
+    double value = 0.0;
+    if (!ParseDouble(pieces[1], value)) {
+        string2debugString("Error in script - value is no number: ", text, 1);
+        return;
+    }
+    const XPLMDataRef handle = XPLMFindDataRef(name.c_str());
+    if (!handle) {
+        string2debugString("Error in script - cant find dataref: ", name, 1);
+        return;
+    }
+    if (!isIndexGood) {
+        ReportIndexOnce(text);
+        return;
+    }
+    switch (XPLMGetDataRefTypes(handle)) {
+    case xplmType_Int: XPLMSetDatai(handle, TruncateToInt(value)); break;
+    case xplmType_Float: XPLMSetDataf(handle, static_cast<float>(value)); break;
+    case xplmType_FloatArray:
+        SetElement(handle, index, static_cast<float>(value), XPLMGetDatavf, XPLMSetDatavf);
+        break;
+    case xplmType_IntArray:
+        SetElement(handle, index, TruncateToInt(value), XPLMGetDatavi, XPLMSetDatavi);
+        break;
+    default: XPLMSetDatad(handle, value); break;
+    }
+}
+
+void ExecuteCommand(const std::string &name, const std::string &mode) {
+    const XPLMCommandRef command = XPLMFindCommand(name.c_str());
+    if (!command) return;
+    if (mode == "Once") XPLMCommandOnce(command);
+    if (mode == "Begin") XPLMCommandBegin(command);
+    if (mode == "End") XPLMCommandEnd(command);
+}
+
+std::string VarToString(std::string text) {
+    text = ReplaceString(std::move(text), "[NAME]", globalName);
+    text = ReplaceString(std::move(text), "[USER]", globalUser);
+    text = ReplaceString(std::move(text), "[SIR]", globalSir);
+    if (acfType == 737 || acfType == 739) {
+        if (Contains(text, "[TORW]"))
+            text = ReplaceRunway(text, "[TORW]", OrvikToRwyName, OrvikToRwyDistM);
+        else if (Contains(text, "[LDRW]"))
+            text = ReplaceRunway(text, "[LDRW]", OrvikLdgRwyName, OrvikLdgRwyDistM);
+    }
+    // Each turn removes at least one "<" and brings none in.
+    for (size_t open = text.find('<'); open != std::string::npos; open = text.find('<')) {
+        const size_t close = text.find('>', open);
+        if (close == std::string::npos) break;
+        const std::string token = text.substr(open, close - open + 1);
+        text = ReplaceStringAll(text, token, SpokenLinkValue(token.substr(1, token.size() - 2)));
+    }
+    return text;
+}

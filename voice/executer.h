@@ -1,0 +1,35 @@
+// Performs the queued actions: speaks, moves the figure, fires commands, writes datarefs, waits.
+#pragma once
+
+#include <string>
+#include <vector>
+
+extern const float OneLetterPauseSec; // speaking time allowed per character
+extern const float SaySystemPauseSec; // extra time for every said text
+
+// What the first officer has said, newest first; the oldest are forgotten.
+extern std::vector<std::string> fennicsay;
+
+// One step, once a frame: at most one action starts.
+void Executer();
+
+// Empties the queue, says so aloud and puts the tablet away.
+void AbortExecution();
+
+// Speaks; the next action may start half a second later, while the lips go on for the estimated time.
+void ExecuteSay(const std::string &text);
+
+// Speaks one of the alternatives between "#"; the next action waits for the estimated end of speech.
+void ExecuteWaitSay(const std::string &text);
+
+// Writes a dataref: "name = value" or "name[index] = value", index 0 to 15. Errors are logged, nothing is
+// written.
+void ExecuteDrf(const std::string &text);
+
+// mode is "Once", "Begin" or "End"; an unknown command or mode does nothing.
+void ExecuteCommand(const std::string &name, const std::string &mode);
+
+// Replaces the placeholders of a spoken text: "[NAME]", "[USER]", "[SIR]", the runways "[TORW]" and
+// "[LDRW]", and links to parameters, "<SYS.DEV.OUT>" as a number or "<&SYS.DEV.OUT>" spelled digit by digit.
+// A text about a runway that is not known becomes empty; a link that does not resolve becomes "UNKNOWN".
+std::string VarToString(std::string text);

@@ -1,0 +1,26 @@
+// What was heard last, what the running scripts wait for, and what happens to a new recognition before the
+// systems cycle compares it with the expected phrases.
+#pragma once
+
+#include <string>
+#include <vector>
+
+extern std::string LastRecognition;    // the newest recognised text; the systems cycle clears it when used
+extern std::string LastRecognitionOld; // the one handled last
+extern bool isNewRecognitionMayCome;   // set at push-to-talk, cleared when a recognition was used
+extern bool isAnyInputGood;            // a script waits for an answer that any utterance satisfies
+extern bool isRecognizeSome;           // cleared when such an answer is consumed
+extern int isOnExecuteUntilNextCommand;
+extern bool onChecklistOrProcedure; // a serial device is running
+
+// What the running scripts wait for, rebuilt by the systems cycle every frame.
+struct input_struct {
+    std::string name; // the device that expects them
+    std::vector<std::string> texts;
+};
+extern std::vector<std::string> answers;
+extern std::vector<input_struct> inputs;
+
+// Takes LastRecognition: "abort", however it is written, empties the action queue; anything else stays for
+// the systems cycle.
+void NewRecognition_Handler();

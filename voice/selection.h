@@ -1,0 +1,21 @@
+// One button for all answers: a short press of the select command steps through the expected answers, a
+// hold confirms. The button's presses and the frame set requests here; the overlay carries them out.
+#pragma once
+
+extern int selectCommandAnswerIndex;  // the highlighted answer; -1: none
+extern double selectCommandStartTime; // FlightTimeSEC of the last press
+extern double selectCommandHoldLong;  // how long the last press was held, seconds
+extern int selectCommandDoSelect;     // a step is pending
+extern int selectCommandDoConfirm;    // a confirmation is pending
+extern bool SndTimerOn;               // held and not yet confirmed
+extern double SndTimerSec;            // held so far, seconds
+
+void SelectPressed();
+void SelectReleased();
+
+// Once a frame: a hold becomes a confirmation, with a click through "kv/fennic/click_snd" when the aircraft
+// has that dataref.
+void RunSelectionClick();
+
+// Looks the aircraft's click dataref up; once, at the first frame.
+void FindClickDataref();
