@@ -1,0 +1,50 @@
+// The animation channels of the figure: one per movable part, each with three float datarefs that the
+// figure's object reads. This module owns the table and the single datarefs of the figure; positions and
+// animation move the channels.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "XPLMDataAccess.h"
+
+const int AxisCount = 3; // x, y, z
+
+// One channel. Values are in the units of the figure object's animations and are never interpreted here.
+struct structAnim {
+    std::string name;
+    double current[AxisCount] = {};    // last written to the datarefs
+    double target[AxisCount] = {};     // where the running move ends
+    double liveDelta[AxisCount] = {};  // what the idle step still had to go when it was chosen, signed
+    double speed[AxisCount] = {};      // of the running move, units a second
+    double liveFactor[AxisCount] = {}; // speed factor of the idle motion; the head's alone is used
+    XPLMDataRef dataref[AxisCount] = {};
+};
+
+// In the order of the definition file, which the figure object and all position files rely on.
+extern std::vector<structAnim> anim;
+
+const int HeadChannel = 3;
+const int LeftFingersFirst = 7, LeftFingersLast = 21;
+const int RightFingersFirst = 25, RightFingersLast = 39;
+const int FigureOffsetChannel = 46;
+const char *const FigureOffsetName = "xyz";
+
+// Single datarefs of the figure; null when another plug-in had taken the name.
+extern XPLMDataRef DRFf_DeltaHdg2Fo;  // "kv/fo/delta_hdg2fo": pilot's view to the figure, degrees
+extern XPLMDataRef DRFf_EyesX;        // "kv/fo/_eyes_x"
+extern XPLMDataRef DRFf_EyesY;        // "kv/fo/_eyes_y"
+extern XPLMDataRef DRFi_Glass;        // "kv/fo/_glass": 1 shows the glasses
+extern XPLMDataRef DRFi_ShowPlanshet; // "kv/fo/_planshet": 1 shows the tablet
+extern XPLMDataRef DRFi_Face;         // "kv/fo/_face": eyes and lips, -1 while hidden
+extern XPLMDataRef DRFi_ShowFennic;   // "kv/fo/_show": 1 shows the figure
+extern XPLMDataRef DRFi_Baro100;      // "kv/fo/baro100": altimeter setting, 1/100 inHg
+extern XPLMDataRef DRFi_BaroCheck;    // "kv/fo/baro_check": 1 when the setting is sensible
+
+// Fills the table from a definition file (lines "index,name": the order of the lines counts, not the index)
+// and publishes all datarefs of the figure. A file that cannot be read leaves the table empty, with one
+// line in the log; the single datarefs are published all the same. Called once, at start.
+void LoadAnimationFile(const std::string &path);
+
+// Writes the table back to "data/obj/fennic.txt" in the plug-in's folder. For developers of figures.
+void SaveAnimationFile();

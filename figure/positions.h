@@ -1,0 +1,53 @@
+// Named poses of the figure. A position is a text file that gives targets for some or all channels; a preset
+// is the same kind of file applied to one hand alone. This module owns the lists that the menus show and
+// starts the moves; animation.h carries them out frame by frame.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+extern std::vector<std::string> positionList;     // names without ".txt", as the folders were scanned
+extern std::vector<std::string> positionRestList; // those with "rest" in their name, for the idle motion
+extern std::vector<std::string> presetList;       // what the preset folder lists, with ".txt"
+extern std::map<std::string, std::string> mapPos; // position name to its subfolder, "" for none
+
+// The file of the position loaded last by a smooth move, relative to the position folder.
+extern std::string ActualPosition;
+
+extern double AnimTime;      // length of a smooth move, seconds
+extern double TargetTimeSEC; // flight time at which the running move ends; -1: none is running
+
+// Scans "custom/" + globalPosFolder with one level of subfolders, and "custom/presets/". The list of rest
+// poses is not emptied: each scan adds its own.
+void ReadPositionFolder();
+
+// Starts a move of AnimTime seconds to the position, from what the datarefs show now. A channel that the
+// file does not name keeps its target and speed, but a file without the figure's offset brings the figure
+// home. Unreadable: one line in the log; a move of nothing runs. A name that no scan found: the line alone.
+// A malformed line is logged and dropped.
+void LoadPositionFromFile(const std::string &name);
+
+// The same, but the figure arrives in the next frame; the start is the stored values, and ActualPosition
+// stays.
+void LoadPositionFastFromFile(const std::string &name);
+
+// Load the position if positionList holds exactly this name, else do nothing.
+void ExecutePos(const std::string &name);
+void ExecutePosFast(const std::string &name);
+
+// Moves the fingers of one hand: the left for a file name that begins with "l_", else the right; no hand
+// when no gender is chosen.
+void LoadPresetFromFile(const std::string &fileName);
+
+// Writes the pose that the datarefs show: all channels, to the file of the position named in the position
+// creator (in its subfolder if it has one), or to the new preset of a hand. Lists are not scanned again.
+void SavePositionToFile();
+void SavePresetLeftToFile();
+void SavePresetRghtToFile();
+
+// The name in the position creator's edit box; "new" while there is no box.
+std::string GetCurrentPositionName();
+
+// Puts the name, without its first ".txt", into that box, if there is one.
+void SetCurrentPositionName(const std::string &name);
