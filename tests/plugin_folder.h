@@ -1,0 +1,65 @@
+// A fixture: the plug-in's folder on disk, fresh for each test and removed after it, with the test program
+// acting as the plug-in installed in it.
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "frame/simulator_datarefs.h"
+#include "simhost/simulator.h"
+
+#if APL
+const char *const LibraryName = "mac.xpl";
+#else
+const char *const LibraryName = "lin.xpl";
+#endif
+
+class PluginFolder : public ::testing::Test {
+protected:
+    // All end in "/".
+    std::string root;     // the simulator's folder
+    std::string aircraft; // <root>Aircraft/Test/
+    std::string plugin;   // <aircraft>plugins/fennic/64/
+
+    PluginFolder() {
+        std::string name = std::filesystem::temp_directory_path() / "fennic-test-XXXXXX";
+        if (!mkdtemp(name.data())) throw std::runtime_error("cannot make " + name);
+        root = name + "/";
+        aircraft = root + "Aircraft/Test/";
+        plugin = aircraft + "plugins/fennic/64/";
+        for (const char *folder : {"data/obj", "custom/positions-w", "custom/presets", "systems"})
+            std::filesystem::create_directories(plugin + folder);
+        simhost::ResetSimulator();
+        simhost::SetFolders(root, aircraft, "");
+        simhost::ActAsPlugin(plugin + LibraryName);
+        FindSimulatorDatarefs();
+    }
+
+    ~PluginFolder() override {
+        std::error_code ignored;
+        std::filesystem::remove_all(root, ignored);
+    }
+
+    // Writes a file in the plug-in's folder, making its folders.
+    void write(const std::string &path, const std::string &text) {
+        std::filesystem::create_directories(std::filesystem::path(plugin + path).parent_path());
+        std::ofstream file(plugin + path, std::ios::binary);
+        file << text;
+        if (!file.flush()) throw std::runtime_error("cannot write " + path);
+    }
+
+    // The bytes of a file in the plug-in's folder; fails the test when there is none.
+    std::string read(const std::string &path) {
+        std::ifstream file(plugin + path, std::ios::binary);
+        EXPECT_TRUE(file.good()) << "no file " << path;
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    bool exists(const std::string &path) { return std::filesystem::exists(plugin + path); }
+};
