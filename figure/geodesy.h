@@ -2,7 +2,7 @@
 // east (right) and +z is south (aft), as in the simulator's local frame.
 #pragma once
 
-// Ten decimals of pi, on purpose: results agree to the last digit with the tables made from them.
+// Ten decimals of pi, on purpose: more would change the last digits of every result.
 const double deg2rad = 3.1415926535 / 180;
 const double rad2deg = 180 / 3.1415926535;
 const float ft2m = 0.3048F;

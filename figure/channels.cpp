@@ -1,0 +1,68 @@
+// The table of channels. Its order is what positions, presets and the figure object rely on, so a line is
+// dropped only when nothing else can be done with it.
+#include "figure/channels.h"
+
+#include "frame/datarefs.h"
+#include "util/files.h"
+#include "util/log.h"
+#include "util/numbers.h"
+#include "util/paths.h"
+#include "util/text.h"
+
+std::vector<structAnim> anim;
+
+XPLMDataRef DRFf_DeltaHdg2Fo = nullptr;
+XPLMDataRef DRFf_EyesX = nullptr;
+XPLMDataRef DRFf_EyesY = nullptr;
+XPLMDataRef DRFi_Glass = nullptr;
+XPLMDataRef DRFi_ShowPlanshet = nullptr;
+XPLMDataRef DRFi_Face = nullptr;
+XPLMDataRef DRFi_ShowFennic = nullptr;
+XPLMDataRef DRFi_Baro100 = nullptr;
+XPLMDataRef DRFi_BaroCheck = nullptr;
+
+namespace {
+
+void AddChannels(const std::string &path) {
+    for (const FileLine &line : ReadFileLines(path)) {
+        std::string text = line.text;
+        std::erase_if(text, [](char c) { return c == ' ' || c == '\t'; });
+        const std::vector<std::string> fields = StringToWordsArray(text, ',');
+        if (fields.size() < 2 || fields[1].empty()) {
+            LogDroppedLine(path, line.number, "no channel name", line.text);
+            continue;
+        }
+        structAnim &channel = anim.emplace_back();
+        channel.name = fields[1];
+        const char *const axisNames[AxisCount] = {"_x", "_y", "_z"};
+        for (int axis = 0; axis < AxisCount; axis++)
+            channel.dataref[axis] = CreateDrf_Float("kv/fo/" + channel.name + axisNames[axis], 0.0F);
+    }
+}
+
+} // namespace
+
+void LoadAnimationFile(const std::string &path) {
+    anim.clear();
+    if (isFileExistString(path))
+        AddChannels(path);
+    else
+        string2debugString("!!! Error: Cant read file ", path, 1);
+
+    DRFf_DeltaHdg2Fo = CreateDrf_Float("kv/fo/delta_hdg2fo", 360.0F);
+    DRFf_EyesX = CreateDrf_Float("kv/fo/_eyes_x", 360.0F);
+    DRFf_EyesY = CreateDrf_Float("kv/fo/_eyes_y", 360.0F);
+    DRFi_Glass = CreateDrf_Int("kv/fo/_glass", 1);
+    DRFi_ShowPlanshet = CreateDrf_Int("kv/fo/_planshet", 0);
+    DRFi_Face = CreateDrf_Int("kv/fo/_face", 0);
+    DRFi_ShowFennic = CreateDrf_Int("kv/fo/_show", 1);
+    DRFi_Baro100 = CreateDrf_Int("kv/fo/baro100", 0);
+    DRFi_BaroCheck = CreateDrf_Int("kv/fo/baro_check", 0);
+}
+
+void SaveAnimationFile() {
+    std::string text;
+    for (size_t i = 0; i < anim.size(); i++)
+        text += int2string(static_cast<int>(i)) + "," + anim[i].name + "\r\n";
+    WriteWholeFile(WhatPluginPath() + "/data/obj/fennic.txt", text);
+}

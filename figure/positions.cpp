@@ -1,0 +1,210 @@
+// Positions and presets. A load only sets targets and speeds; the channels that its file does not name keep
+// theirs from the move before, on purpose, so that one move can overtake another.
+#include "figure/positions.h"
+
+#include <algorithm>
+
+#include "figure/channels.h"
+#include "frame/settings.h"
+#include "util/clock.h"
+#include "util/files.h"
+#include "util/log.h"
+#include "util/numbers.h"
+#include "util/paths.h"
+#include "util/text.h"
+
+std::vector<std::string> positionList;
+std::vector<std::string> positionRestList;
+std::vector<std::string> presetList;
+std::map<std::string, std::string> mapPos;
+std::string ActualPosition;
+double AnimTime = 0.8;
+double TargetTimeSEC = -1.0;
+
+namespace {
+
+const char *const PositionExtension = ".txt";
+
+std::string PositionFolder() {
+    return WhatPluginPath() + "custom/" + globalPosFolder;
+}
+
+std::string PresetFolder() {
+    return WhatPluginPath() + "custom/presets/";
+}
+
+std::string RelativePath(const std::string &group, const std::string &name) {
+    return (group.empty() ? "" : group + "/") + name + PositionExtension;
+}
+
+void AddPositions(const std::string &folder, const std::string &group) {
+    for (const std::string &file : ReadFileListFromFolder(folder)) {
+        if (!Contains(file, PositionExtension)) continue;
+        const std::string name = ReplaceString(file, PositionExtension, "");
+        mapPos.emplace(name, group);
+        positionList.push_back(name);
+    }
+}
+
+struct PositionLine {
+    int index = 0;
+    double values[AxisCount] = {};
+};
+
+// False, with the reason in the log, when the line does not address a channel with three numbers.
+bool ParsePositionLine(const std::string &path, const FileLine &line, PositionLine &result) {
+    const char *const valueNames[AxisCount] = {"x", "y", "z"};
+    const size_t firstValue = 2;
+    const std::vector<std::string> fields = StringToWordsArray(line.text, ',');
+    std::string reason;
+    if (fields.size() < firstValue + AxisCount)
+        reason = "fewer than 5 fields";
+    else if (!ParseInt(fields[0], result.index))
+        reason = NoNumber("channel index", fields[0]);
+    else if (result.index < 0 || static_cast<size_t>(result.index) >= anim.size())
+        reason = "no channel " + int2string(result.index);
+    else
+        for (size_t axis = 0; axis < AxisCount && reason.empty(); axis++)
+            if (!ParseDouble(fields[firstValue + axis], result.values[axis]))
+                reason = NoNumber(valueNames[axis], fields[firstValue + axis]);
+    if (reason.empty()) return true;
+    LogDroppedLine(path, line.number, reason, line.text);
+    return false;
+}
+
+// The lines of a file that address a channel; false, with one line in the log, when it cannot be read.
+bool ReadPositionFile(const std::string &path, const std::string &name, std::vector<PositionLine> &lines) {
+    if (!isFileExistString(path)) {
+        string2debugString("!!! Error: Cant read file ", name, 1);
+        return false;
+    }
+    for (const FileLine &line : ReadFileLines(path)) {
+        PositionLine parsed;
+        if (ParsePositionLine(path, line, parsed)) lines.push_back(parsed);
+    }
+    return true;
+}
+
+void SetTarget(structAnim &channel, int axis, double target) {
+    channel.target[axis] = target;
+    channel.speed[axis] = (target - channel.current[axis]) / AnimTime;
+}
+
+enum class Move { Smooth, AtOnce };
+
+void LoadPosition(const std::string &name, Move move) {
+    const auto found = mapPos.find(name);
+    if (found == mapPos.end()) {
+        string2debugString("!!! Error: Cant read file ", name, 1);
+        return;
+    }
+    const std::string relative = RelativePath(found->second, name);
+    TargetTimeSEC = move == Move::Smooth ? FlightTimeSEC + AnimTime : FlightTimeSEC;
+    std::vector<PositionLine> lines;
+    if (!ReadPositionFile(PositionFolder() + relative, name, lines)) return;
+    if (move == Move::Smooth) ActualPosition = relative;
+
+    bool isOffsetMoved = false;
+    for (const PositionLine &line : lines) {
+        structAnim &channel = anim[static_cast<size_t>(line.index)];
+        if (channel.name == FigureOffsetName) isOffsetMoved = true;
+        for (int axis = 0; axis < AxisCount; axis++) {
+            if (move == Move::Smooth) channel.current[axis] = XPLMGetDataf(channel.dataref[axis]);
+            SetTarget(channel, axis, line.values[axis]);
+        }
+    }
+    if (!isOffsetMoved && anim.size() > FigureOffsetChannel)
+        for (int axis = 0; axis < AxisCount; axis++) SetTarget(anim[FigureOffsetChannel], axis, 0.0);
+}
+
+bool isListedPosition(const std::string &name) {
+    return std::find(positionList.begin(), positionList.end(), name) != positionList.end();
+}
+
+// Writes what the datarefs show, not what the table remembers: the position creator moves them too.
+void SavePose(const std::string &path) {
+    if (anim.empty()) return; // without a figure a saved pose would only be lost
+    std::string text;
+    for (size_t i = 0; i < anim.size(); i++) {
+        text += int2string(static_cast<int>(i)) + "," + anim[i].name + ",";
+        for (XPLMDataRef dataref : anim[i].dataref) text += SignificantDigits(XPLMGetDataf(dataref)) + ",";
+        text += "\r\n";
+    }
+    WriteWholeFile(path, text);
+}
+
+} // namespace
+
+void ReadPositionFolder() {
+    mapPos.clear();
+    positionList.clear();
+    presetList.clear();
+    AddPositions(PositionFolder(), "");
+    for (const std::string &folder : ReadFolderListFromFolder(PositionFolder()))
+        AddPositions(folder + "/", folder.substr(folder.rfind('/') + 1));
+    for (const std::string &name : positionList)
+        if (Contains(name, "rest")) positionRestList.push_back(name);
+    presetList = ReadFileListFromFolder(PresetFolder());
+}
+
+void LoadPositionFromFile(const std::string &name) {
+    LoadPosition(name, Move::Smooth);
+}
+
+void LoadPositionFastFromFile(const std::string &name) {
+    LoadPosition(name, Move::AtOnce);
+}
+
+void ExecutePos(const std::string &name) {
+    if (isListedPosition(name)) LoadPositionFromFile(name);
+}
+
+void ExecutePosFast(const std::string &name) {
+    if (isListedPosition(name)) LoadPositionFastFromFile(name);
+}
+
+void LoadPresetFromFile(const std::string &fileName) {
+    if (!isSafeFileName(fileName)) {
+        string2debugString("!!! Error: Cant read file ", fileName, 1);
+        return;
+    }
+    TargetTimeSEC = FlightTimeSEC + AnimTime;
+    std::vector<PositionLine> lines;
+    if (!ReadPositionFile(PresetFolder() + fileName, fileName, lines)) return;
+
+    const bool isGenderChosen = globalGender == "w" || globalGender == "m";
+    const bool isLeft = fileName.starts_with("l_");
+    const int first = isLeft ? LeftFingersFirst : RightFingersFirst;
+    const int last = isLeft ? LeftFingersLast : RightFingersLast;
+    for (const PositionLine &line : lines) {
+        structAnim &channel = anim[static_cast<size_t>(line.index)];
+        const bool isOfHand = isGenderChosen && line.index >= first && line.index <= last;
+        for (int axis = 0; axis < AxisCount; axis++)
+            SetTarget(channel, axis, isOfHand ? line.values[axis] : channel.current[axis]);
+    }
+}
+
+void SavePositionToFile() {
+    const std::string name = GetCurrentPositionName();
+    if (!isSafeFileName(name)) {
+        string2debugString("Position not saved, this is no file name: ", name, 1);
+        return;
+    }
+    const auto found = mapPos.find(name);
+    SavePose(PositionFolder() + RelativePath(found == mapPos.end() ? "" : found->second, name));
+}
+
+void SavePresetLeftToFile() {
+    SavePose(PresetFolder() + globalGender + "l_new.txt");
+}
+
+void SavePresetRghtToFile() {
+    SavePose(PresetFolder() + globalGender + "r_new.txt");
+}
+
+// There is no position creator, and so no box, yet.
+std::string GetCurrentPositionName() {
+    return "new";
+}
+
+void SetCurrentPositionName(const std::string &) {}
