@@ -34,9 +34,16 @@ void ActAsPlugin(const std::string &libraryPath);
 // continue, due flight loops run, then draw callbacks.
 void StepFrame(double seconds);
 
-void SetPaused(bool paused);      // also publishes "sim/time/paused"
-double FlightTimeSeconds();       // "sim/time/total_flight_time_sec"
+void SetPaused(bool paused); // also publishes "sim/time/paused"
+double FlightTimeSeconds();  // "sim/time/total_flight_time_sec"
 void SetFlightTimeSeconds(double seconds);
+
+void SetScreenSize(int width, int height); // boxels; 1920 x 1080 after a reset
+
+// Moves the origin of the local coordinates, as the simulator does when it shifts the scenery: degrees, at
+// sea level. After a reset it lies where the aircraft is when local coordinates are first asked for. A place
+// that is not on Earth changes nothing.
+void SetWorldReference(double latitude, double longitude);
 
 // ---- Datarefs of the simulator and the aircraft ----
 

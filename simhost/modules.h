@@ -1,0 +1,96 @@
+// What the modules of the simulator tell each other. Nothing outside this folder needs it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "XPLMDataAccess.h"
+#include "simhost/plugins.h"
+
+namespace simhost {
+
+// ---- plugins.cpp ----
+
+// CurrentlyRunning() without the call, for the reads and writes of datarefs.
+extern Running currentRunning;
+
+bool IsPluginEnabled(XPLMPluginID plugin); // the simulator itself always is
+std::string PluginPath(XPLMPluginID plugin);
+
+// The plug-in that is running did something that cannot be right: a line in the log, and its error callback.
+void ReportMisuse(const std::string &what);
+void SetErrorCallback(void (*callback)(const char *message)); // of the running plug-in
+
+void ResetPlugins(); // stops and unloads what is loaded
+
+// ---- utilities.cpp ----
+
+// A line of the simulator's own in the log, after "simhost: ".
+void WriteLog(const std::string &line);
+
+// Says once per function, until the reset, that this simulator lacks it.
+void ReportNotOffered(const char *function);
+
+// Finishes a last line without a line end, so that it is seen.
+void FlushLog();
+
+const std::string &XplaneFolder();   // ends in "/"; "" while none is set
+const std::string &AircraftFolder(); // the same
+const std::string &AircraftFile();   // bare name
+void ResetUtilities();
+
+// Copies text into an out-string of the C interface: cut to size - 1 bytes and ended by a zero; null:
+// nothing.
+void CopyText(const std::string &text, char *out, std::size_t size);
+
+// "lin.xpl+0x1a2b", or the function's name when the library tells it: names a callback of a plug-in in a
+// way that a debugger can resolve.
+std::string DescribeFunction(const void *function);
+
+// ---- data_access.cpp ----
+
+// Publishes with the writable flag for plug-ins; the flight may write it in any case.
+XPLMDataRef PublishDataref(const std::string &name, XPLMDataTypeID type, int elements, bool writable);
+
+// Makes every dataref an orphan and publishes the built-in table.
+void ResetDatarefs();
+
+// Drop what a plug-in has registered, and name each in leftBehind. The accessors' handles become orphans.
+void DropAccessors(XPLMPluginID plugin, LeftBehind &leftBehind);
+
+// ---- processing.cpp ----
+
+void AdvanceClock(double seconds); // one frame more
+double ElapsedSeconds();           // since the reset, pauses included
+void RunFlightLoops();
+void DropFlightLoops(XPLMPluginID plugin, LeftBehind &leftBehind);
+void ResetProcessing();
+
+// ---- display.cpp ----
+
+void RunDrawCallbacks();
+void DropDrawCallbacks(XPLMPluginID plugin, LeftBehind &leftBehind);
+void ResetDisplay();
+
+// ---- commands.cpp ----
+
+void ContinueHeldCommands();
+void DropCommandHandlers(XPLMPluginID plugin, LeftBehind &leftBehind);
+void ResetCommands();
+
+// ---- menus.cpp ----
+
+void DropMenus(XPLMPluginID plugin, LeftBehind &leftBehind);
+void ResetMenus();
+
+// ---- graphics.cpp ----
+
+// Brings the aircraft's local coordinates in line with its latitude, longitude and elevation.
+void UpdateLocalPosition();
+void ResetGraphics();
+
+// ---- builtin_datarefs.cpp ----
+
+void PublishBuiltinDatarefs();
+
+} // namespace simhost

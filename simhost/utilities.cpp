@@ -1,0 +1,199 @@
+// Paths, versions and the log. The log goes to Log.txt in the simulator's folder, as it comes, and its newest
+// lines are kept for flights and tests.
+#include "XPLMUtilities.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <deque>
+#include <set>
+
+#include "simhost/events.h"
+#include "simhost/modules.h"
+#include "simhost/simulator.h"
+
+namespace simhost {
+
+namespace {
+
+constexpr std::size_t keptLogLines = 100000;
+constexpr std::size_t longestLogLine = 1 << 16;
+
+struct Utilities {
+    std::string xplaneFolder, aircraftFolder, aircraftFile;
+    std::deque<std::string> logLines;
+    std::string openLine; // what came after the last line end
+    bool hasDroppedLogLines = false;
+    std::FILE *logFile = nullptr;
+    std::set<const char *> notOffered; // names, by address, of the functions that the log has named
+};
+
+Utilities &State() {
+    static auto &state = *new Utilities;
+    return state;
+}
+
+void WriteLogFile(const char *text, std::size_t length) {
+    if (State().logFile == nullptr) return;
+    std::fwrite(text, 1, length, State().logFile);
+    std::fflush(State().logFile); // what a crash is about comes last
+}
+
+void KeepLogLine(std::string line) {
+    while (!line.empty() && line.back() == '\r') line.pop_back();
+    std::deque<std::string> &lines = State().logLines;
+    if (lines.size() >= keptLogLines) {
+        lines.pop_front();
+        if (!State().hasDroppedLogLines) {
+            State().hasDroppedLogLines = true;
+            WriteLog("the oldest log lines are no longer kept in memory; Log.txt has them all");
+        }
+    }
+    lines.push_back(line);
+    if (HasEventListener()) ReportEvent({EventKind::LogLine, std::move(line), {}});
+}
+
+void AppendToLog(const char *text) {
+    WriteLogFile(text, std::strlen(text));
+    std::string &openLine = State().openLine;
+    for (; *text != '\0'; text++) {
+        if (*text != '\n') openLine += *text;
+        if (*text == '\n' || openLine.size() >= longestLogLine) {
+            std::string line;
+            line.swap(openLine);
+            KeepLogLine(std::move(line));
+        }
+    }
+}
+
+std::string WithSlash(std::string folder) {
+    if (!folder.empty() && folder.back() != '/') folder += '/';
+    return folder;
+}
+
+} // namespace
+
+void SetFolders(const std::string &xplaneFolder, const std::string &aircraftFolder,
+                const std::string &aircraftFile) {
+    Utilities &state = State();
+    const std::string before = state.xplaneFolder;
+    state.xplaneFolder = WithSlash(xplaneFolder);
+    state.aircraftFolder = WithSlash(aircraftFolder);
+    state.aircraftFile = aircraftFile;
+    if (state.xplaneFolder == before) return;
+    if (state.logFile != nullptr) std::fclose(state.logFile);
+    state.logFile =
+        state.xplaneFolder.empty() ? nullptr : std::fopen((state.xplaneFolder + "Log.txt").c_str(), "w");
+}
+
+const std::string &XplaneFolder() {
+    return State().xplaneFolder;
+}
+const std::string &AircraftFolder() {
+    return State().aircraftFolder;
+}
+const std::string &AircraftFile() {
+    return State().aircraftFile;
+}
+
+void WriteLog(const std::string &line) {
+    FlushLog();
+    AppendToLog(("simhost: " + line + "\n").c_str());
+}
+
+void ReportNotOffered(const char *function) {
+    if (!State().notOffered.insert(function).second) return;
+    WriteLog(std::string(function) + " is not offered by this simulator yet; the call does nothing");
+}
+
+void FlushLog() {
+    if (!State().openLine.empty()) AppendToLog("\n");
+}
+
+std::vector<std::string> TakeLogLines() {
+    std::deque<std::string> &lines = State().logLines;
+    std::vector<std::string> taken(std::make_move_iterator(lines.begin()),
+                                   std::make_move_iterator(lines.end()));
+    lines.clear();
+    return taken;
+}
+
+void ResetUtilities() {
+    Utilities &state = State();
+    if (state.logFile != nullptr) std::fclose(state.logFile);
+    state = {};
+}
+
+void CopyText(const std::string &text, char *out, std::size_t size) {
+    if (out == nullptr || size == 0) return;
+    const std::size_t length = std::min(text.size(), size - 1);
+    std::memcpy(out, text.data(), length);
+    out[length] = '\0';
+}
+
+std::string DescribeFunction(const void *function) {
+    Dl_info info = {};
+    if (dladdr(function, &info) == 0 || info.dli_fname == nullptr) return "of unknown origin";
+    if (info.dli_sname != nullptr && info.dli_saddr == function) return info.dli_sname;
+    const char *slash = std::strrchr(info.dli_fname, '/');
+    char offset[32];
+    std::snprintf(offset, sizeof offset, "+0x%zx",
+                  reinterpret_cast<std::uintptr_t>(function)
+                      - reinterpret_cast<std::uintptr_t>(info.dli_fbase));
+    return std::string(slash != nullptr ? slash + 1 : info.dli_fname) + offset;
+}
+
+} // namespace simhost
+
+using namespace simhost;
+
+void XPLMGetSystemPath(char *outSystemPath) {
+    CopyText(XplaneFolder(), outSystemPath, 512);
+}
+
+void XPLMGetPrefsPath(char *outPrefsPath) {
+    CopyText(XplaneFolder() + "Output/preferences/X-Plane.prf", outPrefsPath, 512);
+}
+
+const char *XPLMGetDirectorySeparator(void) {
+    return "/";
+}
+
+char *XPLMExtractFileAndPath(char *inFullPath) {
+    if (inFullPath == nullptr) return nullptr;
+    char *separator = std::strrchr(inFullPath, '/');
+    if (separator == nullptr) return inFullPath;
+    *separator = '\0';
+    return separator + 1;
+}
+
+void XPLMGetVersions(int *outXPlaneVersion, int *outXPLMVersion, int *outHostID) {
+    if (outXPlaneVersion != nullptr) *outXPlaneVersion = 12100; // 12.1.0
+    if (outXPLMVersion != nullptr) *outXPLMVersion = kXPLM_Version;
+    if (outHostID != nullptr) *outHostID = 1; // X-Plane
+}
+
+int XPLMGetLanguage(void) {
+    return 1; // English
+}
+
+void *XPLMFindSymbol(const char *inString) {
+    // Only the interface itself, not everything else that lies in the process.
+    if (inString == nullptr || std::strncmp(inString, "XP", 2) != 0) return nullptr;
+    return dlsym(RTLD_DEFAULT, inString);
+}
+
+void XPLMSetErrorCallback(XPLMError_f inCallback) {
+    SetErrorCallback(inCallback);
+}
+
+void XPLMDebugString(const char *inString) {
+    if (inString != nullptr) AppendToLog(inString);
+}
+
+void XPLMSpeakString(const char *) {
+    ReportNotOffered(__func__);
+}
