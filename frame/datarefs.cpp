@@ -74,6 +74,25 @@ DRFclass *NextEntry(const std::string &name, const char *type) {
     return &DRFs[++DRFcounter];
 }
 
+// Arrays are transferred as their first Count elements, never one alone.
+template <typename Element, int Count>
+Element ReadElement(int (*get)(XPLMDataRef, Element *, int, int), XPLMDataRef handle, int index) {
+    if (index < 0 || index >= Count) return 0;
+    Element elements[Count] = {};
+    get(handle, elements, 0, Count);
+    return elements[index];
+}
+
+template <typename Element, int Count>
+void WriteElement(int (*get)(XPLMDataRef, Element *, int, int), void (*set)(XPLMDataRef, Element *, int, int),
+                  XPLMDataRef handle, int index, Element value) {
+    if (index < 0 || index >= Count) return;
+    Element elements[Count] = {};
+    get(handle, elements, 0, Count);
+    elements[index] = value;
+    set(handle, elements, 0, Count);
+}
+
 } // namespace
 
 XPLMDataRef DRFclass::Create_i(const std::string &name) {
@@ -134,33 +153,35 @@ void UnregisterDrfs() {
 }
 
 float GetDRFf(XPLMDataRef handle, int index) {
-    if (index < 0 || index >= HelperElements) return 0.0F;
-    float values[HelperElements] = {};
-    XPLMGetDatavf(handle, values, 0, HelperElements);
-    return values[index];
+    return ReadElement<float, HelperElements>(XPLMGetDatavf, handle, index);
 }
 
 void SetDRFf(XPLMDataRef handle, int index, float value) {
-    if (index < 0 || index >= HelperElements) return;
-    float values[HelperElements] = {};
-    XPLMGetDatavf(handle, values, 0, HelperElements);
-    values[index] = value;
-    XPLMSetDatavf(handle, values, 0, HelperElements);
+    WriteElement<float, HelperElements>(XPLMGetDatavf, XPLMSetDatavf, handle, index, value);
 }
 
 int GetDRFi(XPLMDataRef handle, int index) {
-    if (index < 0 || index >= HelperElements) return 0;
-    int values[HelperElements] = {};
-    XPLMGetDatavi(handle, values, 0, HelperElements);
-    return values[index];
+    return ReadElement<int, HelperElements>(XPLMGetDatavi, handle, index);
 }
 
 void SetDRFi(XPLMDataRef handle, int index, int value) {
-    if (index < 0 || index >= HelperElements) return;
-    int values[HelperElements] = {};
-    XPLMGetDatavi(handle, values, 0, HelperElements);
-    values[index] = value;
-    XPLMSetDatavi(handle, values, 0, HelperElements);
+    WriteElement<int, HelperElements>(XPLMGetDatavi, XPLMSetDatavi, handle, index, value);
+}
+
+float GetElementf(XPLMDataRef handle, int index) {
+    return ReadElement<float, ReachableElements>(XPLMGetDatavf, handle, index);
+}
+
+void SetElementf(XPLMDataRef handle, int index, float value) {
+    WriteElement<float, ReachableElements>(XPLMGetDatavf, XPLMSetDatavf, handle, index, value);
+}
+
+int GetElementi(XPLMDataRef handle, int index) {
+    return ReadElement<int, ReachableElements>(XPLMGetDatavi, handle, index);
+}
+
+void SetElementi(XPLMDataRef handle, int index, int value) {
+    WriteElement<int, ReachableElements>(XPLMGetDatavi, XPLMSetDatavi, handle, index, value);
 }
 
 std::string GetDRFs(XPLMDataRef handle) {

@@ -36,11 +36,20 @@ XPLMDataRef CreateDrf_String(const std::string &name, const std::string &initial
 // Takes every published dataref back; a second call does nothing.
 void UnregisterDrfs();
 
-// One of the first 8 elements of an array dataref; 0, or no write, for an index outside 0 to 7.
+// One element of an array dataref of the simulator, among its first 8; 0, or no write, for any other index.
 float GetDRFf(XPLMDataRef handle, int index);
 void SetDRFf(XPLMDataRef handle, int index, float value);
 int GetDRFi(XPLMDataRef handle, int index);
 void SetDRFi(XPLMDataRef handle, int index, int value);
+
+// One element of any array dataref among its first 16, which is what systems files and set actions reach.
+// Writing transfers those 16 as a whole. 0, or no write, for any other index.
+const int ReachableElements = 16;
+inline bool isReachableElement(int index) { return index >= 0 && index < ReachableElements; }
+float GetElementf(XPLMDataRef handle, int index);
+void SetElementf(XPLMDataRef handle, int index, float value);
+int GetElementi(XPLMDataRef handle, int index);
+void SetElementi(XPLMDataRef handle, int index, int value);
 
 // The text of a byte dataref up to its first zero byte; empty for a null handle.
 std::string GetDRFs(XPLMDataRef handle);

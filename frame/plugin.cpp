@@ -15,6 +15,7 @@
 #include "frame/settings.h"
 #include "frame/simulator_datarefs.h"
 #include "systems/cycle.h"
+#include "systems/model.h"
 #include "util/log.h"
 #include "util/paths.h"
 #include "voice/speech_link.h"

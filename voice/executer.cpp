@@ -12,6 +12,7 @@
 #include "figure/flight_computations.h"
 #include "figure/positions.h"
 #include "frame/aircraft.h"
+#include "frame/datarefs.h"
 #include "frame/settings.h"
 #include "systems/links.h"
 #include "util/clock.h"
@@ -38,7 +39,6 @@ namespace {
 const size_t QueueCapacity = 10000;
 const size_t SpokenTextsKept = 100; // more than overlay and editor can show
 const float NextActionAfterSaySec = 0.5F;
-const int ArrayElements = 16;
 
 // Index = action type. The blank behind "dotypePause" is part of the name.
 const char *const dotypeName[] = {
@@ -120,16 +120,6 @@ void Perform(const doStruct &action) {
     }
 }
 
-// Writes one element of an array the way every array is accessed: its first 16 elements, as a whole.
-template <typename Element>
-void SetElement(XPLMDataRef handle, int index, Element value, int (*get)(XPLMDataRef, Element *, int, int),
-                void (*set)(XPLMDataRef, Element *, int, int)) {
-    Element elements[ArrayElements] = {};
-    get(handle, elements, 0, ArrayElements);
-    elements[index] = value;
-    set(handle, elements, 0, ArrayElements);
-}
-
 // Says once per text that its index cannot be written.
 void ReportIndexOnce(const std::string &text) {
     static std::set<std::string> reported;
@@ -144,7 +134,7 @@ bool SplitIndex(const std::string &text, std::string &name, int &index) {
     index = 0;
     if (bracket == std::string::npos) return true;
     const std::string digits = ReplaceStringAll(text.substr(bracket + 1), "]", "");
-    return ParseInt(digits, index) && index >= 0 && index < ArrayElements;
+    return ParseInt(digits, index) && isReachableElement(index);
 }
 
 std::string ReplaceRunway(const std::string &text, const char *placeholder, const std::string &name,
@@ -246,12 +236,8 @@ void ExecuteDrf(const std::string &text) {
     switch (XPLMGetDataRefTypes(handle)) {
     case xplmType_Int: XPLMSetDatai(handle, TruncateToInt(value)); break;
     case xplmType_Float: XPLMSetDataf(handle, static_cast<float>(value)); break;
-    case xplmType_FloatArray:
-        SetElement(handle, index, static_cast<float>(value), XPLMGetDatavf, XPLMSetDatavf);
-        break;
-    case xplmType_IntArray:
-        SetElement(handle, index, TruncateToInt(value), XPLMGetDatavi, XPLMSetDatavi);
-        break;
+    case xplmType_FloatArray: SetElementf(handle, index, static_cast<float>(value)); break;
+    case xplmType_IntArray: SetElementi(handle, index, TruncateToInt(value)); break;
     default: XPLMSetDatad(handle, value); break;
     }
 }

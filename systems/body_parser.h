@@ -1,0 +1,17 @@
+// The body lines of parameters: logic, comparisons, calculations, actions and graph points. And the phrases
+// that they offer to the commands menu.
+#pragma once
+
+#include <string>
+#include <vector>
+
+// A group of the commands menu.
+struct commandsMenuStruct {
+    std::string title;
+    std::vector<std::string> phrases;
+};
+extern std::vector<commandsMenuStruct> commandsMenuVector;
+
+// Parses the stored body lines of every parameter of the model. All parameters exist by then, so links may
+// name parameters that stand further down.
+void LogicAndCalcForOutputParce();

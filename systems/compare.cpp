@@ -1,0 +1,40 @@
+// Comparisons as the records hold them. The compiled program evaluates plain numeric ones itself and calls
+// these for lists and for speech.
+#include "systems/model.h"
+
+#include <algorithm>
+
+#include "systems/links.h"
+#include "systems/operators.h"
+
+bool compare_block_class::Logic(bool in) {
+    if (a.kind != LinkNone) aValue = GetValueFromSysLink(a);
+    if (b.kind != LinkNone) bValue = GetValueFromSysLink(b);
+    cmpResult = Compare();
+    return Join(in);
+}
+
+bool compare_block_class::Logic(bool in, const std::string &recognised) {
+    cmpResult = false;
+    if (!recognised.empty()) {
+        const bool isEqual = recognised == phrase;
+        cmpResult = phrase == "any" || (cmpOp == 0 && isEqual) || (cmpOp == 1 && !isEqual);
+    }
+    return Join(in);
+}
+
+bool compare_block_class::Compare() const {
+    const bool isEquality = cmpOp == 0 || cmpOp == 1;
+    if (isEquality && !bList.empty()) {
+        const bool isListed = std::any_of(bList.begin(), bList.end(), [this](int n) { return aValue == n; });
+        return isListed == (cmpOp == 0);
+    }
+    if (cmpOp < 0 || cmpOp >= ComparisonOperators) return false;
+    return (SatisfyingRelations[cmpOp] & RelationBetween(aValue, bValue)) != 0;
+}
+
+bool compare_block_class::Join(bool in) {
+    inState = in;
+    outState = joinOp == 1 ? in || cmpResult : in && cmpResult;
+    return outState;
+}

@@ -1,0 +1,258 @@
+// One frame of the systems program. A block that fires may queue actions for the executer; what the running
+// sequences wait for is collected on the way and handed to the voice engine when it has changed, so that a
+// steady frame allocates nothing.
+#include "systems/cycle.h"
+
+#include <algorithm>
+
+#include "XPLMDataAccess.h"
+#include "figure/animation.h"
+#include "figure/channels.h"
+#include "frame/main_loop.h"
+#include "frame/simulator_datarefs.h"
+#include "systems/expectations.h"
+#include "systems/graph.h"
+#include "systems/operators.h"
+#include "systems/program.h"
+#include "util/clock.h"
+#include "util/log.h"
+#include "util/numbers.h"
+#include "voice/action_queue.h"
+#include "voice/executer.h"
+#include "voice/recognition.h"
+
+namespace {
+
+const float NextFrame = -1.0F;
+const double StepDone = 1.0;
+const double StepBrokenOff = 2.0;
+
+// How a parameter is evaluated that is a step of a sequence, or is none.
+struct StepContext {
+    bool isSerial = false;
+    bool isFirst = true;
+    bool isBrokenOff = false; // a step of this device broke off in this frame
+};
+
+// Expired timers are still expected in the frame in which they go; the one that takes an expired timer's
+// place is looked at in the next frame.
+void ExpectAnswerTimers() {
+    for (size_t i = 0; i < answerstimer.size(); i++) {
+        ExpectAnswer(answerstimer[i].name);
+        if (answerstimer[i].time < FlightTimeSEC)
+            answerstimer.erase(answerstimer.begin() + static_cast<std::ptrdiff_t>(i));
+    }
+}
+
+void RestartAnswerTimer(const structExecute &action) {
+    std::erase_if(answerstimer, [&](const answertimer_struct &timer) { return timer.name == action.text; });
+    if (action.value > 0) answerstimer.push_back({action.text, FlightTimeSEC + action.value});
+}
+
+void RunAction(const structExecute &action, const device_struct &device, StepContext &step) {
+    switch (action.type) {
+    case ScriptSay: QueueAction(ActionSay, action.text); break;
+    case ScriptSayWait: QueueAction(ActionSayWait, action.text); break;
+    case ScriptPosition:
+        QueueAction(action.value != 0.0 ? ActionPosition : ActionPositionFast, action.text);
+        break;
+    case ScriptBreak:
+        QueueAction(ActionBreak, action.text);
+        step.isBrokenOff = true;
+        break;
+    case ScriptCommandOnce: QueueAction(ActionCommandOnce, action.text); break;
+    case ScriptCommandBegin: QueueAction(ActionCommandBegin, action.text); break;
+    case ScriptCommandEnd: QueueAction(ActionCommandEnd, action.text); break;
+    case ScriptPause: QueueAction(ActionPause, double2string(action.value)); break;
+    case ScriptSet: QueueAction(ActionDataref, action.text + "=" + double2string(action.value)); break;
+    case ScriptInput: ExpectInput(device.name, action.text); break;
+    case ScriptCommandEndNow: ExecuteCommand(action.text, "End"); break;
+    case ScriptAnswer: RestartAnswerTimer(action); break;
+    default: break;
+    }
+}
+
+void RunActions(const BlockRecord &record, StepContext &step) {
+    const std::vector<structExecute> &actions = record.block->executes;
+    if (actions.empty()) return;
+    if (actions.front().type != ScriptInput) {
+        const system_class &system = systems_vector[static_cast<size_t>(record.sys)];
+        const std::string &parameter = record.device->outs[static_cast<size_t>(record.out)].name;
+        string2debugString(
+            "EXECUTE FROM:",
+            system.name + "." + record.device->name + "." + parameter + " B " + int2string(record.index), 1);
+    }
+    for (const structExecute &action : actions) RunAction(action, *record.device, step);
+}
+
+// A speech comparison tells the pilot what is waited for, whether or not it can still fire.
+bool CompareSpecial(compare_block_class &comparison, bool chain, const StepContext &step) {
+    if (comparison.a.kind != LinkSpeech) return comparison.Logic(chain);
+    if (comparison.phrase == "any") {
+        isAnyInputGood = true;
+        if (step.isSerial && !step.isFirst) ExpectAnyAnswer();
+    } else if (step.isSerial && !step.isFirst) {
+        ExpectAnswer(comparison.phrase);
+    }
+    return comparison.Logic(chain, LastRecognition);
+}
+
+void ConsumeRecognition(const StepContext &step) {
+    LastRecognitionOld.clear();
+    LastRecognition.clear();
+    if (step.isSerial) isNewRecognitionMayCome = false;
+}
+
+// The value of a block's calculations, starting from the parameter's value.
+double Calculate(SystemsProgram &program, uint32_t block, double value) {
+    double *values = program.values.data();
+    const ProgramElement *element = &program.elements[0] + program.blocks[block].firstElement;
+    const ProgramElement *const end = &program.elements[0] + program.blocks[block + 1].firstElement;
+    double accumulator = value;
+    for (; element != end; ++element) {
+        if (element->oper == OperatorKeep) {
+            values[element->operand] = accumulator;
+            accumulator = value;
+        } else {
+            accumulator =
+                ApplyOperator(static_cast<int>(element->oper), accumulator, values[element->operand]);
+        }
+    }
+    return accumulator;
+}
+
+// What the parameter becomes when this block fires.
+double Fire(SystemsProgram &program, uint32_t block, double value, StepContext &step) {
+    const uint32_t recordIndex = program.blocks[block].record;
+    if (recordIndex == NoRecord)
+        return step.isBrokenOff && step.isSerial ? StepBrokenOff : Calculate(program, block, value);
+    const BlockRecord &record = program.records[recordIndex];
+    RunActions(record, step);
+    if (step.isSerial && step.isBrokenOff) return StepBrokenOff;
+    if (step.isSerial && !record.block->executes.empty()) return StepDone;
+    value = Calculate(program, block, value);
+    if (!record.block->calcs.empty() && record.block->graph.size() >= 2)
+        value = CalcGraf(record.block->graph, value);
+    return value;
+}
+
+bool EvaluateChain(SystemsProgram &program, uint32_t block, const StepContext &step) {
+    const double *values = program.values.data();
+    const ProgramComparison *comparison = program.comparisons.data() + program.blocks[block].firstComparison;
+    const ProgramComparison *const end =
+        program.comparisons.data() + program.blocks[block + 1].firstComparison;
+    unsigned chain = 1;
+    for (; comparison != end; ++comparison) {
+        if (comparison->relations == 0) [[unlikely]] {
+            chain = CompareSpecial(*program.special[comparison->right], chain != 0, step);
+            continue;
+        }
+        const unsigned relation = RelationBetween(values[comparison->left], values[comparison->right]);
+        const unsigned isTrue = (relation & comparison->relations) != 0;
+        const unsigned both = chain & isTrue;
+        const unsigned either = chain | isTrue;
+        chain = comparison->joinsWithOr ? either : both;
+    }
+    return chain != 0;
+}
+
+// Evaluates a parameter's blocks; the first true one fires.
+double EvaluateBlocks(SystemsProgram &program, uint32_t index, double value, StepContext &step) {
+    const ProgramParameter &parameter = program.parameters[index];
+    const uint32_t endBlock = program.parameters[index + 1].firstBlock;
+    bool hasFired = false;
+    for (uint32_t block = parameter.firstBlock; block < endBlock; block++) {
+        if (!EvaluateChain(program, block, step)) continue;
+        const uint32_t record = program.blocks[block].record;
+        if (record != NoRecord && program.records[record].hasSpeech) ConsumeRecognition(step);
+        if (hasFired) continue;
+        hasFired = true;
+        program.firedBlocks[index] =
+            static_cast<uint16_t>(std::min<uint32_t>(block - parameter.firstBlock, NoBlock - 1));
+        value = Fire(program, block, value, step);
+        if (!(parameter.traits & HasSpeech)) break;
+    }
+    if (!hasFired) program.firedBlocks[index] |= InactiveBlock;
+    return value;
+}
+
+void EvaluateParameter(SystemsProgram &program, uint32_t index, StepContext &step) {
+    const ProgramParameter parameter = program.parameters[index];
+    double &value = program.values[index];
+    if (parameter.traits == 0) [[likely]] {
+        value = EvaluateBlocks(program, index, value, step);
+        return;
+    }
+    out_parameter_struct &record = *program.parameterRecords[parameter.record];
+    if (parameter.traits & HasInput) {
+        const double input = record.inDataref.GetValue();
+        if (record.inDataref.handle) value = input;
+    }
+    double result = EvaluateBlocks(program, index, value, step);
+    if (record.hasMin && result < record.minLimit) result = record.minLimit;
+    if (record.hasMax && result > record.maxLimit) result = record.maxLimit;
+    value = result;
+    if (parameter.traits & HasOutput) record.outDataref.SetValue(result);
+}
+
+void Rewind(SystemsProgram &program, const ProgramRun &run) {
+    std::fill(program.values.begin() + run.firstParameter, program.values.begin() + run.endParameter, 0.0);
+    onChecklistOrProcedure = false;
+}
+
+// True when the step may be evaluated: it is reached, and the executer has nothing left to do.
+bool isStepOpen(SystemsProgram &program, const ProgramRun &run, uint32_t index) {
+    const bool isFirst = index == run.firstParameter;
+    const double before = isFirst ? 0.0 : program.values[index - 1];
+    if (program.values[index] == 0.0 && !isFirst && before == 0.0) return false;
+    if (!executeFlow.empty()) return false;
+    if (isFirst || before != StepBrokenOff) return true;
+    program.values[index] = StepBrokenOff; // cascades to the end of the sequence, which rewinds
+    XPLMSetDatai(DRFi_ShowPlanshet, 0);
+    return false;
+}
+
+// A sequence: one step after the other, each waiting until the actions of the one before are done.
+void RunSequence(SystemsProgram &program, const ProgramRun &run) {
+    StepContext step;
+    step.isSerial = true;
+    for (uint32_t index = run.firstParameter; index < run.endParameter; index++) {
+        if (program.values[index] > 0.0) {
+            onChecklistOrProcedure = true;
+            isLiveAnimationBlocked = true;
+            if (LastRecognition == "abort") {
+                index = run.endParameter - 1;
+                XPLMSetDatai(DRFi_ShowPlanshet, 0);
+                onChecklistOrProcedure = false;
+            }
+            if (index == run.endParameter - 1) Rewind(program, run);
+        } else if (isStepOpen(program, run, index)) {
+            step.isFirst = index == run.firstParameter;
+            EvaluateParameter(program, index, step);
+        }
+    }
+}
+
+} // namespace
+
+float CalculateSystemsCycle(float, float, int, void *) {
+    if (!isFennicKillDrfWasReaded || isKilled()) return NextFrame;
+    isLiveAnimationBlocked = false;
+    onChecklistOrProcedure = false;
+    BeginExpectations();
+    ExpectAnswerTimers();
+    if (XPLMGetDatai(DRF_paused) != 1) {
+        isAnyInputGood = false;
+        SystemsProgram &program = CurrentProgram();
+        StepContext noStep;
+        for (const ProgramRun &run : program.runs) {
+            if (run.serial)
+                RunSequence(program, run);
+            else
+                for (uint32_t index = run.firstParameter; index < run.endParameter; index++)
+                    EvaluateParameter(program, index, noStep);
+        }
+    }
+    PublishExpectations();
+    return NextFrame;
+}

@@ -1,0 +1,181 @@
+// Link resolution through the three levels of name maps, which are the only way from names to indices.
+#include "systems/links.h"
+
+#include "systems/program.h"
+#include "util/log.h"
+#include "util/text.h"
+
+sysLink_struct OutParameterSysLinkCopy;
+sysLink_struct OutParameterSysLinkPlace;
+device_struct DeviceCopy;
+
+namespace {
+
+template <typename Records> bool isIndex(const Records &records, int index) {
+    return index >= 0 && static_cast<size_t>(index) < records.size();
+}
+
+int Find(const NameIndex &index, std::string_view name) {
+    const auto entry = index.find(name);
+    return entry == index.end() ? -1 : entry->second;
+}
+
+// Finds the parameter that a link text names; pieces beyond the third are ignored.
+bool Resolve(std::string_view text, sysLink_struct &link) {
+    const size_t firstDot = text.find('.');
+    if (firstDot == std::string_view::npos) return false;
+    const size_t secondDot = text.find('.', firstDot + 1);
+    if (secondDot == std::string_view::npos) return false;
+    const size_t thirdDot = text.find('.', secondDot + 1);
+
+    const int sys = Find(mapSystemName, text.substr(0, firstDot));
+    if (!isIndex(systems_vector, sys)) return false;
+    const system_class &system = systems_vector[static_cast<size_t>(sys)];
+    const int dev = Find(system.deviceIndex, text.substr(firstDot + 1, secondDot - firstDot - 1));
+    if (!isIndex(system.devices, dev)) return false;
+    const device_struct &device = system.devices[static_cast<size_t>(dev)];
+    const int out = Find(device.outIndex, text.substr(secondDot + 1, thirdDot - secondDot - 1));
+    if (!isIndex(device.outs, out)) return false;
+
+    link.sys = sys;
+    link.dev = dev;
+    link.out = out;
+    link.name = text;
+    link.kind = device.outs[static_cast<size_t>(out)].deleted ? LinkDeleted : LinkLive;
+    return true;
+}
+
+device_struct &DeviceAt(int sys, int dev) {
+    return systems_vector[static_cast<size_t>(sys)].devices[static_cast<size_t>(dev)];
+}
+
+out_parameter_struct &ParameterAt(int sys, int dev, int out) {
+    return DeviceAt(sys, dev).outs[static_cast<size_t>(out)];
+}
+
+// Calls visit for every link that a device's parameters hold: operands of comparisons and calculations.
+template <typename Visit> void ForEachLink(device_struct &device, Visit visit) {
+    for (out_parameter_struct &parameter : device.outs) {
+        for (logicblock_struct &block : parameter.logic) {
+            for (compare_block_class &comparison : block.compares) {
+                visit(comparison.a);
+                visit(comparison.b);
+            }
+            for (calcBlock_struct &calculation : block.calcs)
+                for (calcStack_class &element : calculation.stack) visit(element.link);
+        }
+    }
+}
+
+template <typename Visit> void ForEachLink(Visit visit) {
+    for (system_class &system : systems_vector)
+        for (device_struct &device : system.devices) ForEachLink(device, visit);
+}
+
+bool isLink(const sysLink_struct &link) {
+    return link.kind == LinkLive || link.kind == LinkDeleted || link.kind == LinkUnresolved;
+}
+
+// Resolves the text again; one that names nothing any more stays as an unresolved link with its text.
+void ResolveAgain(sysLink_struct &link, const std::string &text) {
+    sysLink_struct found;
+    if (!Resolve(text, found)) {
+        found.kind = LinkUnresolved;
+        found.name = text;
+    }
+    link = found;
+}
+
+} // namespace
+
+sysLink_struct String2sysLinkSDO(int sys, int dev, int out, std::string_view text) {
+    sysLink_struct link;
+    if (Resolve(text, link) || !isParameter(sys, dev, out)) return link;
+    string2debugString("Error!!! Cant find parameter: ", std::string(text), 1);
+    link.kind = LinkUnresolved;
+    link.name = text;
+    systems_vector[static_cast<size_t>(sys)].hasError = true;
+    DeviceAt(sys, dev).hasError = true;
+    ParameterAt(sys, dev, out).hasError = true;
+    return link;
+}
+
+sysLink_struct String2sysLink(std::string_view text) {
+    return String2sysLinkSDO(-1, -1, -1, text);
+}
+
+double GetLinkValue(const sysLink_struct &link) {
+    return LiveValue(link.sys, link.dev, link.out);
+}
+
+double GetValueFromSysLink(const sysLink_struct &link) {
+    const bool isResolved = link.kind == LinkLive || link.kind == LinkDeleted;
+    return isResolved && isParameter(link.sys, link.dev, link.out) ? GetLinkValue(link) : 0.0;
+}
+
+std::string SysDevOut2name(int sys, int dev, int out) {
+    if (!isParameter(sys, dev, out)) return "";
+    return systems_vector[static_cast<size_t>(sys)].name + "." + DeviceAt(sys, dev).name + "."
+           + ParameterAt(sys, dev, out).name;
+}
+
+bool isParameter(int sys, int dev, int out) {
+    return isIndex(systems_vector, sys) && isIndex(systems_vector[static_cast<size_t>(sys)].devices, dev)
+           && isIndex(DeviceAt(sys, dev).outs, out);
+}
+
+void RemapAll() {
+    const auto refill = [](NameIndex &index, const auto &records) {
+        index.clear();
+        for (size_t i = 0; i < records.size(); i++) index.emplace(records[i].name, static_cast<int>(i));
+    };
+    refill(mapSystemName, systems_vector);
+    for (system_class &system : systems_vector) {
+        refill(system.deviceIndex, system.devices);
+        for (device_struct &device : system.devices) refill(device.outIndex, device.outs);
+    }
+}
+
+sysLink_struct RefreshSysLinkName(const sysLink_struct &link) {
+    sysLink_struct refreshed = link;
+    const std::string text = SysDevOut2name(link.sys, link.dev, link.out);
+    ResolveAgain(refreshed, text.empty() ? link.name : text);
+    return refreshed;
+}
+
+void SysLinkRefresh(int mode) {
+    ModelChanges();
+    RemapAll();
+    ForEachLink([mode](sysLink_struct &link) {
+        if (!isLink(link)) return;
+        if (mode == 1 && link.kind != LinkUnresolved)
+            link = RefreshSysLinkName(link);
+        else
+            ResolveAgain(link, std::string(link.name));
+    });
+}
+
+void SysLinkExchange(const std::string &oldName, int sys, int dev, int out) {
+    ModelChanges();
+    RemapAll();
+    const std::string newName = SysDevOut2name(sys, dev, out);
+    if (newName.empty()) return;
+    ForEachLink([&](sysLink_struct &link) {
+        if (isLink(link) && link.name == oldName) ResolveAgain(link, newName);
+    });
+    RemapAll();
+}
+
+void SysLinkPlace() {
+    SysLinkExchange(OutParameterSysLinkCopy.name, OutParameterSysLinkPlace.sys, OutParameterSysLinkPlace.dev,
+                    OutParameterSysLinkPlace.out);
+}
+
+void DeviceTemplatePreparation(const std::string &newDeviceName) {
+    ForEachLink(DeviceCopy, [&](sysLink_struct &link) {
+        if (link.kind != LinkLive) return;
+        const std::vector<std::string> names = StringToWordsArray(link.name, '.');
+        if (names.size() < 3 || !names[2].starts_with("in_")) return;
+        ResolveAgain(link, names[0] + "." + newDeviceName + "." + names[2]);
+    });
+}

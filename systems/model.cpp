@@ -1,0 +1,24 @@
+// The model's globals and its end.
+#include "systems/model.h"
+
+#include "systems/program.h"
+#include "systems/saved_values.h"
+
+std::vector<system_class> systems_vector;
+NameIndex mapSystemName;
+int isSeparateSysSaving = -1;
+
+void DeleteSystems() {
+    SaveParametersValue();
+    for (system_class &system : systems_vector) {
+        for (device_struct &device : system.devices) {
+            for (out_parameter_struct &parameter : device.outs) {
+                parameter.inDataref.Unregister();
+                parameter.outDataref.Unregister();
+            }
+        }
+    }
+    ModelChanges();
+    systems_vector.clear();
+    mapSystemName.clear();
+}

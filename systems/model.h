@@ -1,0 +1,182 @@
+// The systems model: a tree of systems, devices and output parameters that an aircraft author writes as
+// text files and that runs once per frame.
+//
+// All records are values in vectors owned by systems_vector. Cross references are index triples, so the
+// vectors are only appended to, or all links are resolved again. Deleting sets a flag; a deleted item stays,
+// and is evaluated, until the next load. The records are what files and editor see; while the model runs its
+// live values are in the systems program (systems/program.h), and RefreshRecords brings them back here.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "systems/dataref_binding.h"
+#include "voice/phrases.h"
+
+// ---- Links ----
+
+enum LinkKind {
+    LinkLive = 0,       // resolved
+    LinkDeleted = 1,    // resolved, to a parameter flagged deleted; still readable
+    LinkNone = 2,       // no link: the owner uses its own constant
+    LinkUnresolved = 4, // the text names no parameter; reads as 0
+    LinkSpeech = 5,     // in a comparison's left operand only: it compares recognised speech
+};
+
+// A reference to a parameter.
+struct sysLink_struct {
+    int sys = -1, dev = -1, out = -1;
+    std::string name; // "SYSTEM.DEVICE.PARAMETER" as written
+    int kind = LinkNone;
+};
+
+// ---- Blocks of a parameter ----
+
+// One operator and operand of a calculation.
+struct calcStack_class {
+    std::string oper; // as written
+    int operType = 0; // CalculationOperator
+    sysLink_struct link;
+    int blockIndex = -1;   // operand: the result of that calculation of the same logic block
+    double operand = 0.0;  // the value used last
+    double constant = 1.0; // operand: a number
+    double input = 0.0;
+    double result = 0.0;
+
+    void operTypeDetect();
+
+    // Applies the operator to the accumulator; results are those of the calculations of this logic block
+    // that came before. Returns the new accumulator.
+    double Calc(double acc, const std::vector<double> &results);
+};
+
+struct calcBlock_struct {
+    std::vector<calcStack_class> stack; // empty: the logic block's constant
+    double result = 0.0;
+};
+
+// One comparison line.
+struct compare_block_class {
+    sysLink_struct a;
+    double aValue = 0.0;
+    sysLink_struct b;
+    double bValue = 0.0;
+    std::vector<int> bList; // right operand: a list of integers
+    std::string phrase;     // of a speech comparison; "any" for whatever was heard
+    strokaStruct phraseStroka;
+    int joinOp = 0; // 0 "&&", 1 "||"
+    std::string joinText = "&&";
+    int cmpOp = 0; // 0 "==", 1 "!=", 2 ">", 3 "<", 4 ">=", 5 "<="
+    std::string cmpText = "==";
+    bool inState = false;
+    bool cmpResult = false;
+    bool outState = false;
+
+    // Joins a numeric comparison, or one with the recognised speech, to the chain's value so far.
+    bool Logic(bool in);
+    bool Logic(bool in, const std::string &recognised);
+
+private:
+    bool Compare() const;
+    bool Join(bool in);
+};
+
+// One point of a graph.
+struct graf_struct {
+    double x = 0.0;
+    double y = 0.0;
+};
+
+// Types of script actions, as the files number them.
+enum {
+    ScriptSay = 0,
+    ScriptSayWait = 1,
+    ScriptPosition = 2,
+    ScriptBreak = 3,
+    ScriptCommandOnce = 4,
+    ScriptCommandBegin = 5,
+    ScriptCommandEnd = 6,
+    ScriptPause = 7,
+    ScriptSet = 8,
+    ScriptInput = 9,
+    ScriptPass = 10,
+    ScriptCommandEndNow = 11,
+    ScriptAnswer = 12,
+};
+
+// One action of a logic block.
+struct structExecute {
+    int type = ScriptSay;
+    std::string text; // phrase, position name, command, dataref or answer
+    double value = 0.0;
+    int notFound = 0; // the named position, command or dataref did not exist at load
+    sysLink_struct link;
+};
+
+// A guarded rule: when the chain of comparisons is true it runs its actions, or its calculations.
+struct logicblock_struct {
+    std::vector<compare_block_class> compares;
+    double constant = 0.0; // of a "calc=" line that holds only a number
+    bool active = false;   // fired in the last frame
+    std::vector<calcBlock_struct> calcs;
+    std::vector<structExecute> executes;
+    std::vector<graf_struct> graph;
+};
+
+// ---- The tree ----
+
+enum { TypeInteger = 0, TypeDouble = 1 };
+
+struct out_parameter_struct {
+    std::string name = "NewOut";
+    std::string text; // free text
+    int type = TypeInteger;
+    int intValue = 0;
+    double value = 0.0;
+    double initValue = 0.0; // what the writer stores
+    std::string unit;
+    std::vector<std::string> lines; // body lines, until they are parsed
+    std::vector<int> lineNumbers;   // of lines, in the file named by fileName; for messages
+    std::string fileName;
+    std::vector<logicblock_struct> logic;
+    int activeBlock = -1; // the logic block that fired last
+    dataref_class inDataref;
+    dataref_class outDataref;
+    bool hasMin = false, hasMax = false;
+    double minLimit = 0.0, maxLimit = 0.0;
+    bool deleted = false;
+    bool hasError = false;
+    bool saveOnExit = false;
+};
+
+// Name to index. For a name that occurs twice it holds the first.
+using NameIndex = std::map<std::string, int, std::less<>>;
+
+struct device_struct {
+    std::string name = "NewDevice";
+    std::vector<out_parameter_struct> outs;
+    NameIndex outIndex;
+    bool deleted = false;
+    bool hasError = false;
+    bool serialStack = false; // a sequence of steps: a checklist or procedure
+};
+
+struct system_class {
+    std::string name = "NewSystem";
+    std::vector<device_struct> devices;
+    NameIndex deviceIndex;
+    int expanded = 1; // editor display
+    bool deleted = false;
+    bool hasError = false; // a link written in this system does not resolve
+};
+
+extern std::vector<system_class> systems_vector;
+extern NameIndex mapSystemName;
+
+// 1: the model came from the files that "systems/_systems.txt" lists; 0: from "sys.txt"; -1: no files.
+extern int isSeparateSysSaving;
+
+// Saves the values flagged for it, takes the model's datarefs back and empties the model.
+void DeleteSystems();

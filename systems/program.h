@@ -1,0 +1,95 @@
+// The systems program: the model compiled into flat arrays that a frame runs over. All values lie side by
+// side in one array, parameters first and constants behind them, and every operand is an index into it; the
+// records, scattered over the heap, are touched only where a block fires actions, compares speech or a list,
+// or looks up a graph.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "systems/model.h"
+
+struct ProgramComparison {
+    uint32_t left : 28;     // value
+    uint32_t relations : 4; // that satisfy it; 0: a record's comparison, right is its index in special
+    uint32_t right : 31;    // value
+    uint32_t joinsWithOr : 1;
+};
+
+const uint32_t OperatorKeep = 7; // stores the accumulator at the operand and starts over from the parameter
+
+struct ProgramElement {
+    uint32_t operand : 29; // value
+    uint32_t oper : 3;     // CalculationOperator or OperatorKeep
+};
+
+const uint32_t NoRecord = 0xFFFFFFFF;
+
+// A block's comparisons and elements end where those of the next block begin.
+struct ProgramBlock {
+    uint32_t firstComparison;
+    uint32_t firstElement;
+    uint32_t record; // index in records when firing needs more than the elements; else NoRecord
+};
+
+// What a block that fires needs of its record.
+struct BlockRecord {
+    logicblock_struct *block;
+    const device_struct *device;
+    int sys, dev, out, index; // where it stands, for the log
+    bool hasSpeech;
+};
+
+enum ParameterTraits : uint32_t {
+    HasInput = 1,
+    HasOutput = 2,
+    HasLimits = 4,
+    HasSpeech = 8, // every block is evaluated every frame, also behind one that fired
+};
+
+// A parameter's blocks end where those of the next parameter begin.
+struct ProgramParameter {
+    uint32_t firstBlock;
+    uint32_t traits : 4;
+    uint32_t record : 28; // index in parameterRecords, when there are traits
+};
+
+// Parameters that are evaluated alike: a serial device, or all the others up to the next one.
+struct ProgramRun {
+    uint32_t firstParameter;
+    uint32_t endParameter;
+    const device_struct *serial; // null: no sequence
+};
+
+struct SystemsProgram {
+    std::vector<double> values;
+    std::vector<uint16_t> firedBlocks; // per parameter: the block that fired last, with InactiveBlock
+    std::vector<ProgramRun> runs;
+    std::vector<ProgramParameter> parameters; // and one behind the last, for the ends
+    std::vector<ProgramBlock> blocks;         // likewise
+    std::vector<ProgramComparison> comparisons;
+    std::vector<ProgramElement> elements;
+    std::vector<BlockRecord> records;
+    std::vector<compare_block_class *> special;
+    std::vector<out_parameter_struct *> parameterRecords;
+    std::vector<uint32_t> firstDeviceOfSystem;    // index in firstParameterOfDevice
+    std::vector<uint32_t> firstParameterOfDevice; // index in values
+};
+
+const uint16_t InactiveBlock = 0x8000; // did not fire in the last frame
+const uint16_t NoBlock = 0x7FFF;
+
+extern SystemsProgram systemsProgram;
+
+// The program of the model as it is now; compiled when the model has changed since.
+SystemsProgram &CurrentProgram();
+
+// To be called before the records change: brings the live values into them and has the program compiled
+// afresh before the next frame.
+void ModelChanges();
+
+// Brings the live values and the states of the blocks into the records.
+void RefreshRecords();
+
+// The live value of the parameter at valid indices.
+double LiveValue(int sys, int dev, int out);

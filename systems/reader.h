@@ -1,0 +1,7 @@
+// Reads the systems files into the model.
+#pragma once
+
+// Reads the files that "systems/_systems.txt" lists, or "sys.txt" when there is no list, and the saved
+// values. A line that cannot be read is logged and dropped. Without any file the model stays empty and one
+// line says so.
+void CreateSystemsFromFile();

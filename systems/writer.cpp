@@ -1,0 +1,133 @@
+// The writer always produces the list form, whichever form was loaded. A model read back from it is equal
+// but for its live values, which start over from the initial ones.
+#include "systems/writer.h"
+
+#include "frame/aircraft.h"
+#include "systems/links.h"
+#include "systems/model.h"
+#include "util/files.h"
+#include "util/numbers.h"
+#include "util/paths.h"
+#include "util/text.h"
+
+namespace {
+
+const char *const LineEnd = "\r\n";
+
+bool isWrittenAsLink(const sysLink_struct &link) {
+    return link.kind == LinkLive || link.kind == LinkDeleted || link.kind == LinkUnresolved;
+}
+
+const char *ModeWord(const dataref_class &dataref) {
+    if (dataref.mode == BindingExist) return "exist";
+    return dataref.mode == BindingNew ? "new" : "";
+}
+
+std::string Operand(const sysLink_struct &link, double number) {
+    return isWrittenAsLink(link) ? link.name : float2string(number);
+}
+
+std::string RightOperand(const compare_block_class &comparison) {
+    if (comparison.bList.empty()) return Operand(comparison.b, comparison.bValue);
+    std::string list;
+    for (int number : comparison.bList) list += (list.empty() ? "" : ";") + int2string(number);
+    // A list of one must still be read as a list.
+    return comparison.bList.size() == 1 ? list + ";" : list;
+}
+
+std::string ParameterLine(const out_parameter_struct &parameter) {
+    const std::string fields[] = {
+        parameter.name,
+        parameter.type == TypeDouble ? "double" : "integer",
+        parameter.unit,
+        float2string(parameter.initValue),
+        parameter.hasMin ? float2string(parameter.minLimit) : "",
+        parameter.hasMax ? float2string(parameter.maxLimit) : "",
+        parameter.inDataref.fullName,
+        ModeWord(parameter.inDataref),
+        parameter.outDataref.fullName,
+        ModeWord(parameter.outDataref),
+        parameter.text,
+        parameter.saveOnExit ? "1" : "0",
+    };
+    std::string line = "out=";
+    for (const std::string &field : fields) {
+        if (&field != fields) line += ",";
+        line += field;
+    }
+    return line + LineEnd;
+}
+
+// A first comparison is joined to nothing, so its "&&" goes without saying; its "||" would be lost.
+void WriteComparisons(const logicblock_struct &block, std::string &text) {
+    for (const compare_block_class &comparison : block.compares) {
+        const bool isFirst = &comparison == &block.compares.front();
+        if (!isFirst || comparison.joinOp == 1) text += comparison.joinText + LineEnd;
+        if (comparison.a.kind == LinkSpeech)
+            text += "instring=" + comparison.phrase + LineEnd;
+        else
+            text += "[" + Operand(comparison.a, comparison.aValue) + "]" + comparison.cmpText + "["
+                    + RightOperand(comparison) + "]" + LineEnd;
+    }
+}
+
+// A calculation without elements stands for the block's constant.
+void WriteCalculations(const logicblock_struct &block, std::string &text) {
+    for (const calcBlock_struct &calculation : block.calcs) {
+        text += "calc=";
+        if (calculation.stack.empty()) text += float2string(block.constant);
+        for (const calcStack_class &element : calculation.stack) {
+            text += element.oper + "[";
+            if (element.blockIndex != -1)
+                text += "CBLOCK" + int2string(element.blockIndex);
+            else
+                text += Operand(element.link, element.constant);
+            text += "]";
+        }
+        text += LineEnd;
+    }
+}
+
+void WriteBlock(const logicblock_struct &block, std::string &text) {
+    text += std::string("logic:") + LineEnd;
+    WriteComparisons(block, text);
+    WriteCalculations(block, text);
+    for (const structExecute &action : block.executes)
+        text += "execute=" + int2string(action.type) + "," + ReplaceStringAll(action.text, ",", ";") + ","
+                + float2string(action.value) + LineEnd;
+    for (const graf_struct &point : block.graph)
+        text += "graf=" + float2string(point.x) + "," + float2string(point.y) + LineEnd;
+}
+
+std::string SystemText(const system_class &system) {
+    std::string text = "sys=" + system.name + LineEnd;
+    for (const device_struct &device : system.devices) {
+        if (device.deleted) continue;
+        text += (device.serialStack ? "devstack=" : "dev=") + device.name + LineEnd;
+        for (const out_parameter_struct &parameter : device.outs) {
+            if (parameter.deleted) continue;
+            text += ParameterLine(parameter);
+            for (const logicblock_struct &block : parameter.logic) WriteBlock(block, text);
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+bool SaveSysToTxtFile() {
+    SysLinkRefresh(0);
+    const std::string folder = WhatPluginPath() + "systems/";
+    std::string list;
+    for (const system_class &system : systems_vector)
+        if (!system.deleted) list += system.name + LineEnd;
+    if (!WriteWholeFile(folder + "_systems.txt", list)) return false;
+    bool isFirst = true;
+    for (const system_class &system : systems_vector) {
+        if (system.deleted || !isSafeFileName(system.name)) continue;
+        const std::string start = isFirst && isVAdraw == 1 ? std::string("draw=1") + LineEnd : "";
+        if (!WriteWholeFile(folder + system.name + ".txt", start + SystemText(system))) return false;
+        isFirst = false;
+    }
+    return true;
+}

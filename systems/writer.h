@@ -1,0 +1,6 @@
+// Writes the model back into systems files.
+#pragma once
+
+// Writes "systems/_systems.txt" and one file per system; what is flagged deleted is left out. False when a
+// file could not be written, which is logged; the files after it are then not written.
+bool SaveSysToTxtFile();
