@@ -1,0 +1,141 @@
+// The scratch copy of an aircraft. Links are followed, so that nothing that a flight writes can reach the
+// original; the copy is removed whatever happens (here, or by the watchdog).
+#include "simhost/aircraft_folder.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+#include <stdlib.h>
+#include <unistd.h>
+#if defined(__APPLE__)
+#include <mach-o/dyld.h>
+#endif
+
+namespace fs = std::filesystem;
+
+namespace simhost {
+
+namespace {
+
+#if defined(__APPLE__)
+constexpr const char *LIBRARY_NAME = "mac.xpl";
+#else
+constexpr const char *LIBRARY_NAME = "lin.xpl";
+#endif
+
+// A folder that leads back into itself through a link would be copied for ever.
+constexpr int DEEPEST_FOLDER = 64;
+
+void CopyFolder(const fs::path &from, const fs::path &to, int depth) {
+    if (depth > DEEPEST_FOLDER)
+        throw fs::filesystem_error("folders nested too deep", from,
+                                   std::make_error_code(std::errc::too_many_symbolic_link_levels));
+    fs::create_directories(to);
+    for (const fs::directory_entry &entry : fs::directory_iterator(from)) {
+        const fs::path target = to / entry.path().filename();
+        if (entry.is_directory()) {
+            CopyFolder(entry.path(), target, depth + 1);
+        } else if (entry.is_regular_file()) {
+            fs::copy_file(entry.path(), target);
+            fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::add);
+        }
+    }
+}
+
+std::vector<fs::path> SortedEntries(const fs::path &folder) {
+    std::vector<fs::path> entries;
+    std::error_code failed;
+    for (fs::directory_iterator entry(folder, failed), end; !failed && entry != end; entry.increment(failed))
+        entries.push_back(entry->path());
+    std::sort(entries.begin(), entries.end());
+    return entries;
+}
+
+} // namespace
+
+std::string ProgramFolder() {
+#if defined(__APPLE__)
+    char path[4096];
+    uint32_t size = sizeof path;
+    if (_NSGetExecutablePath(path, &size) != 0) return "";
+    const fs::path program = path;
+#else
+    std::error_code failed;
+    const fs::path program = fs::read_symlink("/proc/self/exe", failed);
+    if (failed) return "";
+#endif
+    return program.parent_path().string() + "/";
+}
+
+std::string FindAircraft(const std::string &nameOrPath, const std::string &programFolder) {
+    std::error_code failed;
+    if (fs::is_directory(nameOrPath, failed)) return nameOrPath;
+    const fs::path staged = fs::path(programFolder) / "aircraft" / nameOrPath;
+    const bool bare = nameOrPath.find('/') == std::string::npos && !nameOrPath.empty();
+    return bare && fs::is_directory(staged, failed) ? staged.string() : "";
+}
+
+bool MakeScratchAircraft(const std::string &aircraftFolder, ScratchAircraft &scratch, std::string &error) {
+    try {
+        const fs::path source = fs::canonical(aircraftFolder);
+        std::string pattern = (fs::canonical(fs::temp_directory_path()) / "fennic-sim-XXXXXX").string();
+        if (mkdtemp(pattern.data()) == nullptr) {
+            error = "cannot make a folder " + pattern;
+            return false;
+        }
+        scratch.root = pattern + "/";
+        scratch.folder = source.filename().string();
+        const fs::path root = pattern;
+        scratch.aircraft = (root / "Aircraft" / scratch.folder).string() + "/";
+        for (const char *folder :
+             {"Resources/plugins", "Output/preferences", "Custom Data", "Custom Scenery"})
+            fs::create_directories(root / folder);
+        CopyFolder(source, scratch.aircraft, 0);
+    } catch (const fs::filesystem_error &failure) {
+        error = failure.what();
+        return false;
+    }
+    return true;
+}
+
+void RemoveScratchAircraft(ScratchAircraft &scratch) {
+    if (scratch.root.empty()) return;
+    std::error_code failed;
+    fs::remove_all(scratch.root, failed);
+    scratch = {};
+}
+
+std::vector<std::string> FindPluginLibraries(const std::string &aircraftFolder) {
+    std::vector<std::string> libraries;
+    std::error_code failed;
+    for (const fs::path &plugin : SortedEntries(fs::path(aircraftFolder) / "plugins")) {
+        const fs::path library = plugin / "64" / LIBRARY_NAME;
+        if (fs::is_regular_file(library, failed)) libraries.push_back(library.string());
+    }
+    return libraries;
+}
+
+AircraftFile FindAircraftFile(const std::string &aircraftFolder) {
+    static const std::string key = "P acf/_descrip";
+    AircraftFile first;
+    for (const fs::path &path : SortedEntries(aircraftFolder)) {
+        if (path.extension() != ".acf") continue;
+        AircraftFile found{path.filename().string(), "", false};
+        std::ifstream file(path, std::ios::binary);
+        for (std::string line; std::getline(file, line);) {
+            if (!line.empty() && line.back() == '\r') line.pop_back();
+            if (line.compare(0, key.size(), key) != 0) continue;
+            if (line.size() > key.size() && line[key.size()] != ' ') continue;
+            found.description = line.size() > key.size() ? line.substr(key.size() + 1) : "";
+            found.hasDescription = true;
+            return found;
+        }
+        if (first.name.empty()) first = found;
+    }
+    return first;
+}
+
+} // namespace simhost

@@ -1,0 +1,41 @@
+// The aircraft that a flight flies: found, copied to a scratch place with a small simulator root around
+// it, and removed again.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace simhost {
+
+struct ScratchAircraft {
+    std::string root;     // the simulator's folder, ending in "/"
+    std::string aircraft; // <root>Aircraft/<folder>/
+    std::string folder;   // the aircraft folder's bare name
+};
+
+// The folder of the running program, ending in "/"; empty when the system does not say.
+std::string ProgramFolder();
+
+// Where an aircraft lies: a path, or the bare name of a folder in programFolder's "aircraft/". Empty when
+// there is no such folder.
+std::string FindAircraft(const std::string &nameOrPath, const std::string &programFolder);
+
+// Copies the aircraft to <temporary folder>/fennic-sim-XXXXXX/Aircraft/<folder>/ and makes the folders of
+// a simulator root. The copy may be written to even where the original may not. False with the reason in
+// error; what was made by then is named in scratch and is to be removed.
+bool MakeScratchAircraft(const std::string &aircraftFolder, ScratchAircraft &scratch, std::string &error);
+void RemoveScratchAircraft(ScratchAircraft &scratch);
+
+// The plug-ins of an aircraft folder, plugins/*/64/lin.xpl (mac.xpl on macOS), in alphabetical order.
+std::vector<std::string> FindPluginLibraries(const std::string &aircraftFolder);
+
+// The aircraft file that the simulator would load: the first .acf in alphabetical order that has a line
+// "P acf/_descrip", or else the first of all.
+struct AircraftFile {
+    std::string name; // bare file name, empty when there is none
+    std::string description;
+    bool hasDescription = false;
+};
+AircraftFile FindAircraftFile(const std::string &aircraftFolder);
+
+} // namespace simhost

@@ -1,0 +1,235 @@
+// Flies a flight: the scratch aircraft, the Lua state with the table "sim", the script, and the tidying up
+// afterwards, which happens in every case. Lua leaves C++ functions by longjmp when it raises an error;
+// no function here lets it do so past an object with a destructor.
+#include "simhost/flight.h"
+
+#include <chrono>
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "simhost/events.h"
+#include "simhost/flight_arguments.h"
+#include "simhost/flight_state.h"
+#include "simhost/name_lists.h"
+#include "simhost/transcript.h"
+#include "simhost/watchdog.h"
+
+namespace simhost {
+
+FlightState flight;
+
+namespace {
+
+std::chrono::steady_clock::time_point startOfFlight;
+FILE *logFile = nullptr; // Log.txt in the simulator's folder
+
+void OnEvent(const Event &event) {
+    if (event.kind == EventKind::LogLine && logFile != nullptr)
+        std::fprintf(logFile, "%s\n", event.subject.c_str());
+    TranscribeEvent(event);
+}
+
+// "flight.lua:12:" at the start of a message, by the name under which Lua knows the file.
+bool StartsWithPlace(const char *message, const char *source) {
+    const size_t length = std::strlen(source);
+    return std::strncmp(message, source, length) == 0 && message[length] == ':';
+}
+
+// Lua's message handler. Puts the line in front of a message that has none, such as assert's, and the lines
+// that led there behind it when it happened inside a function.
+int ExplainError(lua_State *lua) {
+    const char *message = lua_tostring(lua, 1);
+    if (message == nullptr) {
+        if (luaL_callmeta(lua, 1, "__tostring") != 0 && lua_type(lua, -1) == LUA_TSTRING)
+            message = lua_tostring(lua, -1);
+        else
+            message = lua_pushfstring(lua, "(the error is a %s value)", luaL_typename(lua, 1));
+    }
+    luaL_Buffer text;
+    luaL_buffinit(lua, &text);
+    bool isFirst = true;
+    lua_Debug frame;
+    for (int level = 1; lua_getstack(lua, level, &frame) != 0; ++level) {
+        lua_getinfo(lua, "Sl", &frame);
+        if (frame.currentline <= 0) continue;
+        if (isFirst) {
+            if (!StartsWithPlace(message, frame.short_src)) {
+                lua_pushfstring(lua, "%s:%d: ", frame.short_src, frame.currentline);
+                luaL_addvalue(&text);
+            }
+            luaL_addstring(&text, message);
+        } else {
+            lua_pushfstring(lua, "\n    called from %s:%d", frame.short_src, frame.currentline);
+            luaL_addvalue(&text);
+        }
+        isFirst = false;
+    }
+    if (isFirst) luaL_addstring(&text, message);
+    luaL_pushresult(&text);
+    return 1;
+}
+
+// Stops what still runs, ends the transcript, removes the scratch folder.
+int FinishFlight(int status) {
+    StopPlugins();
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - startOfFlight;
+    CloseTranscript(static_cast<double>(flight.frames) * flight.frameSeconds, took.count());
+    std::fflush(stdout);
+    SetEventListener(nullptr);
+    if (logFile != nullptr) std::fclose(logFile);
+    logFile = nullptr;
+    if (flight.options.keep)
+        std::fprintf(stderr, "fennic-sim: kept %s\n", flight.scratch.root.c_str());
+    else
+        RemoveScratchAircraft(flight.scratch);
+    NameScratchFolder("");
+    return status == EXIT_FLOWN && flight.wasAnythingLeftBehind ? EXIT_FAILED : status;
+}
+
+// os.exit of a flight: the same end as that of the script.
+int Exit(lua_State *lua) {
+    int status = EXIT_FLOWN;
+    if (lua_isboolean(lua, 1))
+        status = lua_toboolean(lua, 1) != 0 ? EXIT_FLOWN : EXIT_FAILED;
+    else
+        status = static_cast<int>(luaL_optinteger(lua, 1, EXIT_FLOWN));
+    status = FinishFlight(status);
+    NameFlightState(nullptr);
+    std::exit(status);
+}
+
+// The path by which "require" finds files beside the flight.
+void AddSearchPath(lua_State *lua, const char *script) {
+    const char *slash = std::strrchr(script, '/');
+    if (slash == nullptr) return;
+    lua_getglobal(lua, "package");
+    lua_pushlstring(lua, script, static_cast<size_t>(slash - script) + 1);
+    lua_pushstring(lua, "?.lua;");
+    lua_getfield(lua, -3, "path");
+    lua_concat(lua, 3);
+    lua_setfield(lua, -2, "path");
+    lua_pop(lua, 1);
+}
+
+void AddArguments(lua_State *lua, const FlightOptions &options) {
+    lua_createtable(lua, static_cast<int>(options.arguments.size()), 1);
+    lua_pushstring(lua, options.script.c_str());
+    lua_rawseti(lua, -2, 0);
+    lua_Integer place = 0;
+    for (const std::string &argument : options.arguments) {
+        lua_pushlstring(lua, argument.data(), argument.size());
+        lua_rawseti(lua, -2, ++place);
+    }
+    lua_setglobal(lua, "arg");
+}
+
+void PrepareLua(lua_State *lua, const FlightOptions &options) {
+    luaL_openlibs(lua);
+    lua_newtable(lua);
+    AddPluginCalls(lua);
+    AddTimeCalls(lua);
+    AddDatarefCalls(lua);
+    AddCockpitCalls(lua);
+    AddLaterCalls(lua);
+    lua_setglobal(lua, "sim");
+    lua_getglobal(lua, "os");
+    lua_pushcfunction(lua, Exit);
+    lua_setfield(lua, -2, "exit");
+    lua_pop(lua, 1);
+    AddSearchPath(lua, options.script.c_str());
+    AddArguments(lua, options);
+}
+
+// Lua cuts long file names; the author gets the name that was given. An empty chunk of the flight's name
+// shows how it was cut.
+std::string WithWholeName(lua_State *lua, const std::string &message) {
+    const std::string source = "@" + flight.options.script;
+    lua_Debug frame;
+    if (luaL_loadbuffer(lua, "", 0, source.c_str()) != LUA_OK) return message;
+    lua_getinfo(lua, ">S", &frame);
+    if (std::strncmp(frame.short_src, "...", 3) != 0) return message;
+    std::string whole = message;
+    const std::string cut = frame.short_src;
+    for (size_t at = whole.find(cut); at != std::string::npos;
+         at = whole.find(cut, at + flight.options.script.size()))
+        whole.replace(at, cut.size(), flight.options.script);
+    return whole;
+}
+
+int RunScript() {
+    lua_State *lua = luaL_newstate();
+    if (lua == nullptr) {
+        std::fprintf(stderr, "fennic-sim: no memory for Lua\n");
+        return EXIT_FAILED;
+    }
+    PrepareLua(lua, flight.options);
+    lua_pushcfunction(lua, ExplainError);
+    int failed = luaL_loadfile(lua, flight.options.script.c_str());
+    if (failed == LUA_OK) {
+        luaL_checkstack(lua, static_cast<int>(flight.options.arguments.size()) + 10, "too many arguments");
+        for (const std::string &argument : flight.options.arguments)
+            lua_pushlstring(lua, argument.data(), argument.size());
+        failed = lua_pcall(lua, static_cast<int>(flight.options.arguments.size()), 0, 1);
+    }
+    if (failed != LUA_OK) {
+        std::fflush(stdout);
+        const char *message = lua_tostring(lua, -1);
+        std::fprintf(stderr, "%s\n", WithWholeName(lua, message != nullptr ? message : "error").c_str());
+    }
+    NameFlightState(nullptr);
+    lua_close(lua);
+    return failed == LUA_OK ? EXIT_FLOWN : EXIT_FAILED;
+}
+
+bool PrepareSimulator(std::string &error) {
+    const FlightOptions &options = flight.options;
+    const bool made = MakeScratchAircraft(options.aircraftFolder, flight.scratch, error);
+    NameScratchFolder(options.keep ? "" : flight.scratch.root.c_str());
+    if (!made) return false;
+    ResetSimulator();
+    if (!options.xplaneFolder.empty() && !PublishNameLists(options.xplaneFolder, error)) return false;
+    SetScreenSize(options.screenWidth, options.screenHeight);
+    SetFolders(flight.scratch.root, flight.scratch.aircraft, FindAircraftFile(flight.scratch.aircraft).name);
+    flight.frameSeconds = 1 / options.framesPerSecond;
+    logFile = std::fopen((flight.scratch.root + "Log.txt").c_str(), "w");
+    if (logFile != nullptr) std::setvbuf(logFile, nullptr, _IOLBF, BUFSIZ);
+    SetEventListener(OnEvent);
+    return true;
+}
+
+} // namespace
+
+SimulatorCall::SimulatorCall() {
+    if (!flight.locale.empty()) std::setlocale(LC_ALL, flight.locale.c_str());
+}
+
+SimulatorCall::~SimulatorCall() {
+    if (!flight.locale.empty()) std::setlocale(LC_ALL, "C");
+}
+
+void StepFrames(long long count) {
+    for (long long i = 0; i < count; ++i) {
+        SimulatorCall inside;
+        StepFrame(flight.frameSeconds);
+        TranscribeFrameEnd();
+        ++flight.frames;
+    }
+}
+
+int FlyFlight(const FlightOptions &options) {
+    startOfFlight = std::chrono::steady_clock::now();
+    flight.options = options;
+    OpenTranscript(!options.quiet);
+    StartWatchdog();
+    std::string error;
+    if (!PrepareSimulator(error)) {
+        std::fprintf(stderr, "fennic-sim: %s\n", error.c_str());
+        RemoveScratchAircraft(flight.scratch);
+        return EXIT_USAGE;
+    }
+    return FinishFlight(RunScript());
+}
+
+} // namespace simhost

@@ -1,0 +1,109 @@
+// The program fennic-sim: reads the command line and flies the flight.
+#include <charconv>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "simhost/aircraft_folder.h"
+#include "simhost/flight.h"
+
+namespace {
+
+constexpr const char *USAGE =
+    "usage: fennic-sim [--aircraft DIR] [--fps N] [--screen WxH] [--window] [--quiet] [--keep]\n"
+    "                  [--xplane DIR] FLIGHT.lua [ARG...]\n"
+    "\n"
+    "  --aircraft DIR  the aircraft to fly: a path, or a name in the folder \"aircraft\" beside this\n"
+    "                  program (Cessna_172SP when not given); it is copied, never written to\n"
+    "  --fps N         frames a second (60)\n"
+    "  --screen WxH    the screen's size in boxels (1920x1080)\n"
+    "  --window        show the simulator in a window (comes with a later version)\n"
+    "  --quiet         no transcript\n"
+    "  --keep          keep the scratch folder and say where it is\n"
+    "  --xplane DIR    a real simulator's folder, for its lists of datarefs and commands\n"
+    "\n"
+    "Exit status: 0 the flight went well; 1 the script failed or a plug-in left something behind;\n"
+    "2 wrong usage; 3 a plug-in crashed or hung.\n";
+
+constexpr const char *STANDARD_AIRCRAFT = "Cessna_172SP";
+
+int Refuse(const std::string &why) {
+    std::fprintf(stderr, "fennic-sim: %s\nTry fennic-sim --help.\n", why.c_str());
+    return simhost::EXIT_USAGE;
+}
+
+template <typename Number> bool ReadWhole(std::string_view text, Number &number) {
+    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
+    return parsed.ec == std::errc() && parsed.ptr == text.data() + text.size();
+}
+
+bool ReadScreen(std::string_view text, int &width, int &height) {
+    const size_t cross = text.find('x');
+    return cross != std::string_view::npos && ReadWhole(text.substr(0, cross), width)
+           && ReadWhole(text.substr(cross + 1), height) && width >= 100 && width <= 16384 && height >= 100
+           && height <= 16384;
+}
+
+} // namespace
+
+int main(int count, char **words) {
+    simhost::FlightOptions options;
+    std::string aircraft = STANDARD_AIRCRAFT;
+    int place = 1;
+    for (; place < count && words[place][0] == '-'; ++place) {
+        std::string option = words[place];
+        if (option == "--") {
+            ++place;
+            break;
+        }
+        // "--fps 30" and "--fps=30"
+        std::string value;
+        const size_t equals = option.find('=');
+        const bool isInOne = equals != std::string::npos;
+        if (isInOne) {
+            value = option.substr(equals + 1);
+            option.resize(equals);
+        }
+        if (option == "--help" || option == "-h") {
+            std::fputs(USAGE, stdout);
+            return simhost::EXIT_FLOWN;
+        }
+        if (option == "--quiet" || option == "--keep" || option == "--window") {
+            if (isInOne) return Refuse(option + " takes no value");
+            if (option == "--window") return Refuse("--window comes with a later version");
+            (option == "--quiet" ? options.quiet : options.keep) = true;
+            continue;
+        }
+        if (option != "--aircraft" && option != "--fps" && option != "--screen" && option != "--xplane")
+            return Refuse("there is no option " + option);
+        if (!isInOne) {
+            if (++place >= count) return Refuse(option + " needs a value");
+            value = words[place];
+        }
+        if (option == "--aircraft") {
+            aircraft = value;
+        } else if (option == "--xplane") {
+            options.xplaneFolder = value;
+        } else if (option == "--fps") {
+            if (!ReadWhole(value, options.framesPerSecond) || !(options.framesPerSecond >= 1)
+                || !(options.framesPerSecond <= 1000))
+                return Refuse("--fps must be a number from 1 to 1000, got \"" + value + "\"");
+        } else if (!ReadScreen(value, options.screenWidth, options.screenHeight)) {
+            return Refuse("--screen must be a size such as 1920x1080, got \"" + value + "\"");
+        }
+    }
+    if (place >= count) return Refuse("no flight given");
+    options.script = words[place++];
+    options.arguments.assign(words + place, words + count);
+
+    std::error_code failed;
+    if (!std::filesystem::is_regular_file(options.script, failed))
+        return Refuse("there is no flight " + options.script);
+    options.aircraftFolder = simhost::FindAircraft(aircraft, simhost::ProgramFolder());
+    if (options.aircraftFolder.empty()) return Refuse("there is no aircraft folder " + aircraft);
+    // Each line is out before a plug-in can crash, and in order with stderr.
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    return simhost::FlyFlight(options);
+}

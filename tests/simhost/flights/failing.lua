@@ -1,0 +1,5 @@
+local function check(value)
+    assert(value == 2)
+end
+sim.start()
+check(1)

@@ -1,0 +1,12 @@
+-- With the lists of a simulator its names exist with their types, and what is built in keeps its values.
+assert(math.type(sim.get("list/int")) == "integer" and sim.get("list/double") == 0.0)
+assert(#sim.get("list/floats") == 16 and #sim.get("list/grid") == 12)
+assert(sim.get("list/text") == "")
+sim.set("list/text", ("x"):rep(39))
+assert(not pcall(sim.set, "list/text", ("x"):rep(40)))
+assert(not sim.exists("list/odd") and not sim.exists("2 1210 Mon Nov 24 10:10:21 2025"))
+sim.tap("list/command")
+assert(sim.fired("list/command").ended == 1)
+assert(sim.time() == 0 and sim.exists("sim/time/paused"))
+sim.start()
+sim.frames(2)

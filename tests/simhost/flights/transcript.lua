@@ -1,0 +1,26 @@
+-- Compared with transcript.txt.
+sim.publish("probe/beacon", "int", 0)
+sim.publish("probe/other", "int", 0)
+sim.publish("probe/fuel", "float[2]")
+sim.add_command("probe/lights_on", "Lights on")
+sim.add_command("probe/knob", "A knob")
+sim.publish("probe/switches/avionics", "int")
+sim.note("At the gate, cold and dark.")
+sim.start()
+sim.run(61.25)
+sim.hear("good day")
+for _, text in ipairs {"beacon", "beacon", "fuel", "lights", "hold", "let go", "nothing there", "move", "ask",
+                       "ask", "answered", "fail"} do
+    sim.reply(text)
+    sim.frames(1)
+end
+sim.set("probe/switches/avionics", 1)
+sim.tap("probe/knob")
+sim.press("probe/knob")
+sim.frames(2)
+sim.release("probe/knob")
+sim.pause(true)
+sim.pause(false)
+sim.hear("")
+sim.hear("the quick brown fox jumps over the lazy dog, and then it does the same again, and once more, as foxes do")
+sim.new_flight()

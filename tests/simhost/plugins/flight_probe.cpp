@@ -1,0 +1,191 @@
+// A plug-in for the tests of fennic-sim: it has a speech link as the product has, answers what it hears, and
+// misbehaves on request. What it is to do it reads from the dataref "probe/do" at each frame.
+#include <clocale>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <stdexcept>
+#include <string>
+
+#include "XPLMDataAccess.h"
+#include "XPLMPlugin.h"
+#include "XPLMProcessing.h"
+#include "XPLMUtilities.h"
+
+namespace {
+
+XPLMDataRef toSpeech, fromSpeech, half, readOnly, pair;
+std::string sent, heard;
+int pairOfInts[2] = {4, 5};
+XPLMCommandRef pushToTalk;
+int frames = 0;
+
+int ReadText(void *text, void *out, int offset, int most) {
+    const auto &value = *static_cast<std::string *>(text);
+    const int size = static_cast<int>(value.size()) + 1;
+    if (out == nullptr) return size;
+    const int count = std::min(most, size - offset);
+    if (count > 0) std::memcpy(out, value.c_str() + offset, static_cast<size_t>(count));
+    return std::max(count, 0);
+}
+
+void WriteText(void *text, void *in, int, int length) {
+    static_cast<std::string *>(text)->assign(static_cast<char *>(in),
+                                             strnlen(static_cast<char *>(in), static_cast<size_t>(length)));
+}
+
+// Under a German locale this is "0,5".
+int ReadHalf(void *, void *out, int offset, int most) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%.1f", 0.5);
+    std::string value = text;
+    return ReadText(&value, out, offset, most);
+}
+
+int ReadSeven(void *) {
+    return 7;
+}
+
+int ReadPair(void *, int *out, int offset, int most) {
+    if (out == nullptr) return 2;
+    int count = 0;
+    for (; count < most && offset + count < 2; ++count) out[count] = pairOfInts[offset + count];
+    return count;
+}
+
+void WritePair(void *, int *in, int offset, int count) {
+    for (int i = 0; i < count && offset + i < 2; ++i) pairOfInts[offset + i] = in[i];
+}
+
+XPLMDataRef MakeText(const char *name, XPLMGetDatab_f read, XPLMSetDatab_f write, void *text) {
+    return XPLMRegisterDataAccessor(name, xplmType_Data, write != nullptr, nullptr, nullptr, nullptr, nullptr,
+                                    nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, read, write, text,
+                                    text);
+}
+
+void Send(const std::string &message) {
+    std::string copy = message;
+    XPLMSetDatab(toSpeech, copy.data(), 0, static_cast<int>(copy.size()) + 1);
+}
+
+void Log(const std::string &text) {
+    XPLMDebugString(("KV FENNIC Plugin: 0 SEC TFT " + text + "\n").c_str());
+}
+
+int Number(const char *name) {
+    return XPLMGetDatai(XPLMFindDataRef(name));
+}
+
+// One frame of a checklist item, each in the way in which the product does and logs it.
+void Answer(const std::string &text) {
+    XPLMDataRef beacon = XPLMFindDataRef("probe/beacon");
+    XPLMCommandRef lights = XPLMFindCommand("probe/lights_on");
+    if (text == "beacon") {
+        Log("EXECUTE RUN: dotypeDrf probe/beacon = 1");
+        XPLMSetDatai(beacon, 1);
+        XPLMSetDatai(XPLMFindDataRef("probe/other"), frames); // the model's own traffic: not told
+    } else if (text == "fuel") {
+        Log("EXECUTE RUN: dotypeDrf probe/fuel[1]=2.5");
+        float value = 2.5f;
+        XPLMSetDatavf(XPLMFindDataRef("probe/fuel"), &value, 1, 1);
+    } else if (text == "lights") {
+        Log("EXECUTE RUN: dotypeComOnce probe/lights_on");
+        XPLMCommandOnce(lights);
+    } else if (text == "hold") {
+        Log("EXECUTE RUN: dotypeComBegin probe/lights_on");
+        XPLMCommandBegin(lights);
+    } else if (text == "let go") {
+        XPLMCommandEnd(lights);
+    } else if (text == "nothing there") {
+        Log("EXECUTE RUN: dotypeComOnce probe/no_such");
+    } else if (text == "move") {
+        Log("EXECUTE RUN: dotypePos REST");
+    } else if (text == "ask") {
+        Log("Expected answers: CHECKED, NOT CHECKED");
+    } else if (text == "answered") {
+        Log("Expected answers: none");
+    } else if (text == "fail") {
+        Log("Error in script - cant find dataref: nowhere");
+    } else {
+        Send("say>" + text);
+        Send("volume>80");
+    }
+}
+
+void Misbehave() {
+    switch (Number("probe/do")) {
+    case 1: *static_cast<volatile int *>(nullptr) = 1; break;
+    case 2:
+        for (volatile bool forever = true; forever;) {
+        }
+        break;
+    case 3: std::abort();
+    case 4: throw std::runtime_error("no oil");
+    default: break;
+    }
+}
+
+float OnFrame(float, float, int, void *) {
+    ++frames;
+    if (!heard.empty()) {
+        const std::string text = heard;
+        heard.clear();
+        Answer(text);
+    }
+    Misbehave();
+    return -1;
+}
+
+int OnPushToTalk(XPLMCommandRef, XPLMCommandPhase phase, void *) {
+    if (phase == xplm_CommandBegin) Send("CmdRecStart");
+    if (phase == xplm_CommandEnd) Send("CmdRecStop");
+    return 0;
+}
+
+} // namespace
+
+#define ENTRY extern "C" __attribute__((visibility("default")))
+
+ENTRY int XPluginStart(char *name, char *signature, char *description) {
+    std::strcpy(name, "Probe");
+    std::strcpy(signature, "fennic.test.probe");
+    std::strcpy(description, "Answers and misbehaves");
+    if (Number("probe/refuse_start") != 0) return 0;
+    toSpeech = MakeText("kv/to_speech", ReadText, WriteText, &sent);
+    fromSpeech = MakeText("kv/fr_speech", ReadText, WriteText, &heard);
+    half = MakeText("probe/half", ReadHalf, nullptr, nullptr);
+    readOnly = XPLMRegisterDataAccessor("probe/seven", xplmType_Int, 0, ReadSeven, nullptr, nullptr, nullptr,
+                                        nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                        nullptr, nullptr, nullptr);
+    pair = XPLMRegisterDataAccessor("probe/pair", xplmType_IntArray, 1, nullptr, nullptr, nullptr, nullptr,
+                                    nullptr, nullptr, ReadPair, WritePair, nullptr, nullptr, nullptr, nullptr,
+                                    nullptr, nullptr);
+    pushToTalk = XPLMCreateCommand("kv/fennic/rec", "push to talk");
+    XPLMRegisterCommandHandler(pushToTalk, OnPushToTalk, 1, nullptr);
+    XPLMRegisterFlightLoopCallback(OnFrame, -1, nullptr);
+    return 1;
+}
+
+ENTRY void XPluginStop(void) {
+    if (Number("probe/hang_in_stop") != 0)
+        for (volatile bool forever = true; forever;) {
+        }
+    XPLMUnregisterCommandHandler(pushToTalk, OnPushToTalk, 1, nullptr);
+    if (Number("probe/leave_behind") != 0) return;
+    XPLMUnregisterFlightLoopCallback(OnFrame, nullptr);
+    for (XPLMDataRef dataref : {toSpeech, fromSpeech, half, readOnly, pair})
+        XPLMUnregisterDataAccessor(dataref);
+}
+
+ENTRY int XPluginEnable(void) {
+    return 1;
+}
+
+ENTRY void XPluginDisable(void) {
+    Send("exit>");
+}
+
+ENTRY void XPluginReceiveMessage(XPLMPluginID, int message, void *) {
+    Log(message == 109 ? "headset on" : message == 110 ? "headset off" : "another message");
+}
