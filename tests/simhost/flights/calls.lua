@@ -14,6 +14,9 @@ same(sim.dir("aircraft"), sim.dir("xplane") .. "Aircraft/Probe/", "aircraft fold
 local acf = assert(io.open(sim.dir("aircraft") .. "a_first.acf", "w"))
 acf:write("I\n1200 Version\nACF\n\nPROPERTIES_BEGIN\nP acf/_name X\nPROPERTIES_END\n")
 acf:close()
+acf = assert(io.open(sim.dir("aircraft") .. "b_second.acf", "wb"))
+acf:write("I\r\nPROPERTIES_BEGIN\r\nP acf/_description X\r\nP acf/_descrip A probe, 2 seats\r\n")
+acf:close()
 assert(io.open(sim.dir("xplane") .. "Output/preferences/x", "w")):close()
 assert(io.open(sim.dir("aircraft") .. "read_only.txt", "a"), "the copy can be written to"):close()
 
