@@ -84,7 +84,7 @@ int FinishFlight(int status) {
         std::fprintf(stderr, "fennic-sim: kept %s\n", flight.scratch.root.c_str());
     else
         RemoveScratchAircraft(flight.scratch);
-    NameScratchFolder("");
+    NameScratchFolder("", false);
     return status == EXIT_FLOWN && flight.wasAnythingLeftBehind ? EXIT_FAILED : status;
 }
 
@@ -95,9 +95,8 @@ int Exit(lua_State *lua) {
         status = lua_toboolean(lua, 1) != 0 ? EXIT_FLOWN : EXIT_FAILED;
     else
         status = static_cast<int>(luaL_optinteger(lua, 1, EXIT_FLOWN));
-    status = FinishFlight(status);
-    NameFlightState(nullptr);
-    std::exit(status);
+    NameFlightState(lua);
+    std::exit(FinishFlight(status));
 }
 
 // The path by which "require" finds files beside the flight.
@@ -186,7 +185,7 @@ int RunScript() {
 bool PrepareSimulator(std::string &error) {
     const FlightOptions &options = flight.options;
     const bool made = MakeScratchAircraft(options.aircraftFolder, flight.scratch, error);
-    NameScratchFolder(options.keep ? "" : flight.scratch.root.c_str());
+    NameScratchFolder(flight.scratch.root.c_str(), options.keep);
     if (!made) return false;
     ResetSimulator();
     if (!options.xplaneFolder.empty() && !PublishNameLists(options.xplaneFolder, error)) return false;
@@ -221,7 +220,6 @@ void StepFrames(long long count) {
 int FlyFlight(const FlightOptions &options) {
     startOfFlight = std::chrono::steady_clock::now();
     flight.options = options;
-    OpenTranscript(!options.quiet);
     StartWatchdog();
     std::string error;
     if (!PrepareSimulator(error)) {
@@ -229,6 +227,7 @@ int FlyFlight(const FlightOptions &options) {
         RemoveScratchAircraft(flight.scratch);
         return EXIT_USAGE;
     }
+    OpenTranscript(!options.quiet, flight.scratch.root);
     return FinishFlight(RunScript());
 }
 

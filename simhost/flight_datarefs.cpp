@@ -191,8 +191,10 @@ void WriteList(const Call &call, const Target &target, int place) {
     for (size_t i = 0; i < values.size(); ++i) Write(call, target, values[i], static_cast<int>(i));
 }
 
-// Is this something that the pilot's hand moves? Then the transcript tells it.
-bool IsCockpitSwitch(std::string_view name) {
+// Is this something that the pilot's hand moves? Then the transcript tells it. What is set while nobody is
+// aboard is the stage, not the play.
+bool IsPilotsAct(std::string_view name) {
+    if (flight.plugins.empty()) return false;
     for (const char *part : {"/switches/", "/actuators/", "/controls/", "sim/cockpit/"})
         if (name.find(part) != std::string_view::npos) return true;
     return false;
@@ -220,7 +222,7 @@ int Set(Call &call) {
         const int index = target.index < 0 ? 0 : target.index;
         const bool changes = GetNumber(target.name, index) != number;
         Write(call, target, number, index);
-        if (changes && IsCockpitSwitch(target.name))
+        if (changes && IsPilotsAct(target.name))
             TranscribeSet(target.name + (IsArray(target) ? ElementText(index) : std::string()),
                           NumberText(number));
     }

@@ -3,6 +3,7 @@
 #include "simhost/flight_state.h"
 
 #include <cstdio>
+#include <map>
 
 #include "XPLMPlugin.h"
 #include "simhost/flight_arguments.h"
@@ -80,6 +81,26 @@ std::string Names() {
     return names;
 }
 
+// What the simulator drops with the plug-in: the things themselves when they are few, or else their kinds.
+void TellNotes(const std::string &plugin) {
+    std::map<std::string, int> kinds; // "command handler of" and how many
+    std::string all;
+    for (const std::string &note : LastLeftBehind().notes) {
+        ++kinds[note.substr(0, note.find('"'))];
+        all += (all.empty() ? "" : ", ") + note;
+    }
+    if (all.empty()) return;
+    if (LastLeftBehind().notes.size() > 2) {
+        all.clear();
+        for (const auto &[kind, count] : kinds) {
+            const size_t end = kind.find(" of ");
+            all += (all.empty() ? "" : ", ") + std::to_string(count) + " " + kind.substr(0, end)
+                   + (count > 1 ? "s" : "");
+        }
+    }
+    TranscribeDirection(plugin + " left it to the simulator to drop: " + all + ".");
+}
+
 } // namespace
 
 bool StartPlugins(std::string &error) {
@@ -133,8 +154,7 @@ std::vector<std::string> StopPlugins() {
                          error.c_str());
             left.push_back(plugin.name + ": " + error);
         }
-        for (const std::string &note : LastLeftBehind().notes)
-            TranscribeDirection(plugin.name + " left to the simulator: " + note + ".");
+        TellNotes(plugin.name);
     }
     flight.wasAnythingLeftBehind = flight.wasAnythingLeftBehind || !left.empty();
     TranscribeDirection("Left: " + names + ".");

@@ -2,11 +2,13 @@
 // lines) and Commands.txt (a name, blanks, a description).
 #include "simhost/name_lists.h"
 
+#include <algorithm>
 #include <charconv>
 #include <fstream>
 #include <string_view>
 #include <vector>
 
+#include "simhost/modules.h"
 #include "simhost/simulator.h"
 
 namespace simhost {
@@ -19,6 +21,7 @@ constexpr int UNSIZED_TEXT = 512; // capacity of "byte[]"
 struct ListedType {
     XPLMDataTypeID type = xplmType_Unknown;
     int elements = 1;
+    bool isWritable = false;
 };
 
 // "float", "int[8]", "float[56][10]" (the product of the sizes), "byte[260]".
@@ -51,17 +54,17 @@ ListedType ParseType(std::string_view text) {
 void PublishListed(const std::string &name, const ListedType &listed) {
     const XPLMDataRef before = XPLMFindDataRef(name.c_str());
     if (before == nullptr) {
-        PublishDataref(name, listed.type, listed.elements);
+        PublishDataref(name, listed.type, listed.elements, listed.isWritable);
         return;
     }
     if (XPLMGetDataRefTypes(before) == xplmType_Data || listed.type == xplmType_Data) {
         if (XPLMGetDataRefTypes(before) == listed.type) return; // the built-in size is as good
-        PublishDataref(name, listed.type, listed.elements);
+        PublishDataref(name, listed.type, listed.elements, listed.isWritable);
         return;
     }
     std::vector<double> values(static_cast<size_t>(listed.elements));
     for (int i = 0; i < listed.elements; ++i) values[static_cast<size_t>(i)] = GetNumber(name, i);
-    PublishDataref(name, listed.type, listed.elements);
+    PublishDataref(name, listed.type, listed.elements, listed.isWritable);
     for (int i = 0; i < listed.elements; ++i) SetNumber(name, values[static_cast<size_t>(i)], i);
 }
 
@@ -85,9 +88,9 @@ bool PublishNameLists(const std::string &xplaneFolder, std::string &error) {
         DropLineEnd(line);
         const size_t nameEnd = line.find('\t');
         if (nameEnd == std::string::npos || nameEnd == 0) continue;
-        const size_t typeEnd = line.find('\t', nameEnd + 1);
-        const ListedType listed = ParseType(std::string_view(line).substr(
-            nameEnd + 1, typeEnd == std::string::npos ? std::string::npos : typeEnd - nameEnd - 1));
+        const size_t typeEnd = std::min(line.find('\t', nameEnd + 1), line.size());
+        ListedType listed = ParseType(std::string_view(line).substr(nameEnd + 1, typeEnd - nameEnd - 1));
+        listed.isWritable = line.compare(typeEnd, 2, "\ty") == 0;
         if (listed.type != xplmType_Unknown) PublishListed(line.substr(0, nameEnd), listed);
     }
     while (std::getline(commands, line)) {

@@ -36,9 +36,9 @@ constexpr const char *PLAIN = "";
 
 bool isShown = false;
 bool isColoured = false;
-int silent = 0;          // TranscriptPauses alive
-std::string lastTime;    // as printed last
-std::string lastAnswers; // the list as told last
+int silent = 0;       // TranscriptPauses alive
+std::string lastTime; // as printed last
+std::string xplaneFolder;
 
 struct {
     int heard = 0, said = 0, fired = 0, set = 0;
@@ -49,6 +49,14 @@ struct {
 struct {
     std::string dataref, value, time;
 } pendingSet;
+
+// While a script goes from one step to the next the expected answers change with each frame: they are told
+// once they have stayed the same for some frames, or when the pilot speaks.
+constexpr int SETTLED_FRAMES = 10;
+struct {
+    std::string told, now;
+    int framesToGo = 0; // 0: nothing to be told
+} answers;
 
 // The action that the executer has announced and not been seen to do yet.
 struct {
@@ -140,9 +148,11 @@ bool TakePrefix(std::string_view &text, std::string_view prefix) {
 }
 
 // "CHECKED, SET" becomes: for "CHECKED" or "SET".
-void TellAnswers(std::string_view list) {
-    if (list == lastAnswers) return;
-    lastAnswers = list;
+void TellAnswers() {
+    answers.framesToGo = 0;
+    if (answers.now == answers.told) return;
+    answers.told = answers.now;
+    std::string_view list = answers.now;
     if (list == "none" || list.empty()) return;
     std::string text = "for ";
     while (!list.empty()) {
@@ -154,6 +164,20 @@ void TellAnswers(std::string_view list) {
     Action("waits", text);
 }
 
+void NoteAnswers(std::string_view list) {
+    answers.now = list;
+    answers.framesToGo = SETTLED_FRAMES;
+}
+
+// "2.500000" as "2.5".
+std::string ShortNumber(std::string_view text) {
+    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+    double number = 0;
+    if (std::from_chars(text.data(), text.data() + text.size(), number).ec != std::errc())
+        return std::string(text);
+    return NumberText(number);
+}
+
 // The executer's announcement of its next action: "dotypePos NAME".
 void TellAction(std::string_view action) {
     announced = {};
@@ -161,8 +185,7 @@ void TellAction(std::string_view action) {
     if (is("dotypePosFast ") || is("dotypePos ")) {
         Action("moves", std::string("to ").append(action));
     } else if (is("dotypePause ")) {
-        while (!action.empty() && action.front() == ' ') action.remove_prefix(1);
-        Action("pauses", std::string(action) + " s", DIM);
+        Action("pauses", ShortNumber(action) + " s", DIM);
     } else if (is("dotypeBreak")) {
         Action("stops", "here");
     } else if (is("dotypeComOnce ") || is("dotypeComBegin ")) {
@@ -179,16 +202,25 @@ void TellAction(std::string_view action) {
     }
 }
 
+std::string WithoutScratchPath(std::string_view text) {
+    std::string shortened(text);
+    if (xplaneFolder.empty()) return shortened;
+    for (size_t at = shortened.find(xplaneFolder); at != std::string::npos;
+         at = shortened.find(xplaneFolder, at + 1))
+        shortened.replace(at, xplaneFolder.size(), "X-Plane/");
+    return shortened;
+}
+
 void TellLogLine(std::string_view line) {
     if (const size_t at = line.find("EXECUTE RUN: "); at != std::string_view::npos)
         return TellAction(line.substr(at + 13));
     if (const size_t at = line.find("Expected answers: "); at != std::string_view::npos)
-        return TellAnswers(line.substr(at + 18));
+        return NoteAnswers(line.substr(at + 18));
     if (line.substr(0, 3) != "!!!" && line.find("rror") == std::string_view::npos) return;
     // The plug-in's own prefix ends with the flight time, which stands on the left already.
     if (const size_t prefix = line.find(" SEC TFT "); prefix != std::string_view::npos)
         line.remove_prefix(prefix + 9);
-    Speaker(PROBLEM_COLOUR, "LOG", std::string(line));
+    Speaker(PROBLEM_COLOUR, "LOG", WithoutScratchPath(line));
 }
 
 void TellSpeech(std::string_view message) {
@@ -197,7 +229,7 @@ void TellSpeech(std::string_view message) {
         return Speaker(FENNIC_COLOUR, "FENNIC", Quoted(message));
     }
     if (silent > 0 && (message == "CmdRecStart" || message == "CmdRecStop")) return;
-    Speaker(DIM, "", "(to the speech server: " + std::string(message) + ")");
+    Action("sends", WithoutScratchPath(message), DIM);
 }
 
 void TellCommand(const Event &event) {
@@ -229,8 +261,9 @@ void TellWritten(const Event &event) {
 
 } // namespace
 
-void OpenTranscript(bool shown) {
+void OpenTranscript(bool shown, const std::string &folder) {
     isShown = shown;
+    xplaneFolder = folder;
     isColoured = shown && isatty(STDOUT_FILENO) != 0;
 }
 
@@ -255,6 +288,7 @@ void TranscribeEvent(const Event &event) {
 }
 
 void TranscribeFrameEnd() {
+    if (answers.framesToGo > 0 && --answers.framesToGo == 0) TellAnswers();
     if (!announced.dataref.empty()) {
         const XPLMDataRef handle = XPLMFindDataRef(announced.dataref.c_str());
         // An unknown dataref the plug-in has reported itself. This one had its value before, or is the
@@ -279,11 +313,12 @@ void TranscribeFrameEnd() {
 
 void TranscribeHeard(const std::string &text) {
     ++counted.heard;
+    if (answers.framesToGo > 0) TellAnswers();
     Speaker(PILOT_COLOUR, "PILOT", text.empty() ? "(says nothing)" : Quoted(text));
 }
 
 void TranscribeReply(const std::string &text) {
-    Speaker(DIM, "", "(from the speech server: " + text + ")");
+    Speaker(DIM, "", "(the speech server writes: " + text + ")");
 }
 
 void TranscribeSet(const std::string &dataref, const std::string &value) {

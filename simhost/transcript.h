@@ -9,14 +9,15 @@
 
 namespace simhost {
 
-// A transcript that is not shown still counts. Colour is used when stdout is a terminal.
-void OpenTranscript(bool shown);
+// Colour is used when stdout is a terminal. Paths under the simulator's folder are told as "X-Plane/...", so
+// that the transcript of a flight is the same each time.
+void OpenTranscript(bool shown, const std::string &xplaneFolder);
 // The last line: what there was in all, and how long it took.
 void CloseTranscript(double simulatedSeconds, double realSeconds);
 
 // The listener to the simulator's events.
 void TranscribeEvent(const Event &event);
-// After each frame: an action that changed nothing is told now.
+// After each frame: tells an action that changed nothing, and expected answers that have settled.
 void TranscribeFrameEnd();
 
 // What the pilot does.

@@ -44,6 +44,7 @@ constexpr int NAMED_PLUGINS = 32;
 constexpr int TICKS_PER_LIMIT = 10;
 
 char scratchFolder[4096];
+bool isScratchKept = false;
 char loadingLibrary[512];
 char pluginNames[NAMED_PLUGINS][256];
 lua_State *flightState = nullptr;
@@ -82,7 +83,7 @@ void AddWhere(Report &report) {
     char time[24];
     FormatFlightTime(FlightTimeSeconds(), time);
     report << ", flight time " << time;
-    if (flightState == nullptr) return;
+    if (flightState == nullptr || WatchedCall::inside == 0) return;
     lua_Debug frame;
     for (int level = 0; lua_getstack(flightState, level, &frame) != 0; ++level) {
         lua_getinfo(flightState, "Sl", &frame);
@@ -96,6 +97,12 @@ void AddWhere(Report &report) {
 
 void RemoveScratchFolder() {
     if (scratchFolder[0] == 0) return;
+    if (isScratchKept) {
+        Report report;
+        report << "fennic-sim: kept " << scratchFolder;
+        report.Write();
+        return;
+    }
     // Should the heap be in such a state that fork does not come back, the program still ends.
     std::signal(SIGALRM, SIG_DFL);
     itimerval once{{0, 0}, {20, 0}};
@@ -226,8 +233,9 @@ void StartWatchdog() {
     setitimer(ITIMER_REAL, &timer, nullptr);
 }
 
-void NameScratchFolder(const char *path) {
+void NameScratchFolder(const char *path, bool keep) {
     CopyText(scratchFolder, sizeof scratchFolder, path);
+    isScratchKept = keep;
 }
 
 void NameLoadingLibrary(const char *libraryPath) {

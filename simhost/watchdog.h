@@ -18,9 +18,10 @@ inline constexpr int EXIT_CRASHED = 3;
 // report.
 void StartWatchdog();
 
-// What the reports need, copied where a signal handler can read it. An empty scratch folder removes
-// nothing. libraryPath names the plug-in that is being loaded and has no name yet.
-void NameScratchFolder(const char *path);
+// What the reports need, copied where a signal handler can read it. The scratch folder is removed, or named
+// when it is to be kept; an empty path does neither. libraryPath names the plug-in that is being loaded and
+// has no name yet.
+void NameScratchFolder(const char *path, bool keep);
 void NameLoadingLibrary(const char *libraryPath);
 void NamePluginForReports(XPLMPluginID plugin, const char *name);
 void NameFlightState(lua_State *lua);

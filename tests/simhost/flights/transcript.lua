@@ -5,15 +5,28 @@ sim.publish("probe/fuel", "float[2]")
 sim.add_command("probe/lights_on", "Lights on")
 sim.add_command("probe/knob", "A knob")
 sim.publish("probe/switches/avionics", "int")
+sim.set("probe/switches/avionics", 2) -- the stage, not the pilot
 sim.note("At the gate, cold and dark.")
 sim.start()
 sim.run(61.25)
 sim.hear("good day")
-for _, text in ipairs {"beacon", "beacon", "fuel", "lights", "hold", "let go", "nothing there", "move", "ask",
-                       "ask", "answered", "fail"} do
+for _, text in ipairs {"beacon", "beacon", "fuel", "lights", "hold", "let go", "nothing there", "move",
+                       "ask"} do
     sim.reply(text)
     sim.frames(1)
 end
+-- Answers that stand for a frame only are not told, those that the pilot hears are.
+sim.reply("answered")
+sim.frames(1)
+sim.reply("ask")
+sim.frames(10)
+sim.reply("answered")
+sim.frames(20)
+sim.reply("ask")
+sim.frames(1)
+sim.hear("checked")
+sim.reply("fail")
+sim.frames(1)
 sim.set("probe/switches/avionics", 1)
 sim.tap("probe/knob")
 sim.press("probe/knob")
