@@ -1,6 +1,8 @@
 # The plug-in's sources also compile against a real SDK, which keeps its headers in two folders. One of that
 # layout is made from sdk/, and everything that includes a header of the interface is compiled against it.
 #   cmake -DSOURCE=<checkout> -DBUILD=<scratch folder> -DNINJA=<ninja> -P other_sdk.cmake
+cmake_minimum_required(VERSION 3.25)
+
 set(sdk ${BUILD}/SDK)
 file(GLOB core_headers ${SOURCE}/sdk/XPLM*.h)
 file(GLOB widget_headers ${SOURCE}/sdk/XP*.h)
