@@ -12,6 +12,7 @@
 #include <cstring>
 #include <exception>
 
+#include <dlfcn.h>
 #include <lua.hpp>
 #include <sys/time.h>
 #include <sys/wait.h>
@@ -210,6 +211,12 @@ void StartWatchdog() {
     }
 #if UNDER_ADDRESS_SANITIZER
     __sanitizer_set_death_callback(AfterSanitizerReport);
+    // The undefined-behaviour sanitizer has a callback of its own, behind the same name.
+    if (void *other = dlopen("libubsan.so.1", RTLD_LAZY | RTLD_NOLOAD)) {
+        using Setter = void (*)(void (*)());
+        if (void *setter = dlsym(other, "__sanitizer_set_death_callback"))
+            reinterpret_cast<Setter>(setter)(AfterSanitizerReport);
+    }
 #endif
     const int once = static_cast<int>(SA_ONSTACK | SA_RESETHAND);
     if (!UNDER_ADDRESS_SANITIZER) { // which has an alternate stack of its own

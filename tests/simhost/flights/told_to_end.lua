@@ -1,3 +1,4 @@
 -- Ctrl-C and the like in the middle of a flight: the scratch folder goes too.
 sim.start()
-os.execute("kill -TERM $PPID; sleep 5")
+os.execute("kill -TERM $PPID")
+error("still flying")
