@@ -30,7 +30,10 @@ bool compare_block_class::Compare() const {
         return isListed == (cmpOp == 0);
     }
     if (cmpOp < 0 || cmpOp >= ComparisonOperators) return false;
-    return (SatisfyingRelations[cmpOp] & RelationBetween(aValue, bValue)) != 0;
+    const Comparator &comparator = Comparators[cmpOp];
+    const double first = comparator.swapped ? bValue : aValue;
+    const double second = comparator.swapped ? aValue : bValue;
+    return CompareNumbers(first, second, comparator.greater, comparator.equal, comparator.negated) != 0;
 }
 
 bool compare_block_class::Join(bool in) {

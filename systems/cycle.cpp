@@ -86,7 +86,7 @@ void RunActions(const BlockRecord &record, StepContext &step) {
 }
 
 // A speech comparison tells the pilot what is waited for, whether or not it can still fire.
-bool CompareSpecial(compare_block_class &comparison, bool chain, const StepContext &step) {
+[[gnu::noinline]] bool CompareSpecial(compare_block_class &comparison, bool chain, const StepContext &step) {
     if (comparison.a.kind != LinkSpeech) return comparison.Logic(chain);
     if (comparison.phrase == "any") {
         isAnyInputGood = true;
@@ -103,121 +103,147 @@ void ConsumeRecognition(const StepContext &step) {
     if (step.isSerial) isNewRecognitionMayCome = false;
 }
 
+// The arrays of the program, as a frame runs over them. Plain pointers: the compiler need not read them
+// again after each value that is stored.
+struct Arrays {
+    double *values;
+    uint16_t *firedBlocks;
+    const ProgramParameter *parameters;
+    const ProgramBlock *blocks;
+    const ProgramComparison *comparisons;
+    const ProgramElement *elements;
+    const SystemsProgram &program; // what firing a block with a record, or a special comparison, needs
+};
+
 // The value of a block's calculations, starting from the parameter's value.
-double Calculate(SystemsProgram &program, uint32_t block, double value) {
-    double *values = program.values.data();
-    const ProgramElement *element = &program.elements[0] + program.blocks[block].firstElement;
-    const ProgramElement *const end = &program.elements[0] + program.blocks[block + 1].firstElement;
+[[gnu::always_inline]] inline double Calculate(const Arrays &arrays, uint32_t block, double value) {
+    const ProgramElement *element = arrays.elements + arrays.blocks[block].firstElement;
+    const ProgramElement *const end = arrays.elements + arrays.blocks[block + 1].firstElement;
     double accumulator = value;
     for (; element != end; ++element) {
-        if (element->oper == OperatorKeep) {
-            values[element->operand] = accumulator;
+        if (element->oper == OperatorKeep) [[unlikely]] {
+            arrays.values[element->operand] = accumulator;
             accumulator = value;
         } else {
             accumulator =
-                ApplyOperator(static_cast<int>(element->oper), accumulator, values[element->operand]);
+                ApplyOperator(static_cast<int>(element->oper), accumulator, arrays.values[element->operand]);
         }
     }
     return accumulator;
 }
 
-// What the parameter becomes when this block fires.
-double Fire(SystemsProgram &program, uint32_t block, double value, StepContext &step) {
-    const uint32_t recordIndex = program.blocks[block].record;
-    if (recordIndex == NoRecord)
-        return step.isBrokenOff && step.isSerial ? StepBrokenOff : Calculate(program, block, value);
-    const BlockRecord &record = program.records[recordIndex];
+// What the parameter becomes when a block with actions, speech or a graph fires.
+[[gnu::noinline]] double FireRecord(const Arrays &arrays, uint32_t block, double value, StepContext &step) {
+    const BlockRecord &record = arrays.program.records[arrays.blocks[block].record];
     RunActions(record, step);
     if (step.isSerial && step.isBrokenOff) return StepBrokenOff;
     if (step.isSerial && !record.block->executes.empty()) return StepDone;
-    value = Calculate(program, block, value);
+    value = Calculate(arrays, block, value);
     if (!record.block->calcs.empty() && record.block->graph.size() >= 2)
         value = CalcGraf(record.block->graph, value);
     return value;
 }
 
-bool EvaluateChain(SystemsProgram &program, uint32_t block, const StepContext &step) {
-    const double *values = program.values.data();
-    const ProgramComparison *comparison = program.comparisons.data() + program.blocks[block].firstComparison;
-    const ProgramComparison *const end =
-        program.comparisons.data() + program.blocks[block + 1].firstComparison;
+[[gnu::always_inline]] inline bool EvaluateChain(const Arrays &arrays, uint32_t block,
+                                                 const StepContext &step) {
+    const ProgramComparison *comparison = arrays.comparisons + arrays.blocks[block].firstComparison;
+    const ProgramComparison *const end = arrays.comparisons + arrays.blocks[block + 1].firstComparison;
     unsigned chain = 1;
     for (; comparison != end; ++comparison) {
-        if (comparison->relations == 0) [[unlikely]] {
-            chain = CompareSpecial(*program.special[comparison->right], chain != 0, step);
+        if (!comparison->greater && !comparison->equal) [[unlikely]] {
+            chain = CompareSpecial(*arrays.program.special[comparison->first], chain != 0, step);
             continue;
         }
-        const unsigned relation = RelationBetween(values[comparison->left], values[comparison->right]);
-        const unsigned isTrue = (relation & comparison->relations) != 0;
-        const unsigned both = chain & isTrue;
-        const unsigned either = chain | isTrue;
-        chain = comparison->joinsWithOr ? either : both;
+        const unsigned isTrue =
+            CompareNumbers(arrays.values[comparison->first], arrays.values[comparison->second],
+                           comparison->greater, comparison->equal, comparison->negated);
+        chain = (chain & isTrue) | (comparison->joinsWithOr & (chain | isTrue));
     }
     return chain != 0;
 }
 
-// Evaluates a parameter's blocks; the first true one fires.
-double EvaluateBlocks(SystemsProgram &program, uint32_t index, double value, StepContext &step) {
-    const ProgramParameter &parameter = program.parameters[index];
-    const uint32_t endBlock = program.parameters[index + 1].firstBlock;
-    bool hasFired = false;
-    for (uint32_t block = parameter.firstBlock; block < endBlock; block++) {
-        if (!EvaluateChain(program, block, step)) continue;
-        const uint32_t record = program.blocks[block].record;
-        if (record != NoRecord && program.records[record].hasSpeech) ConsumeRecognition(step);
-        if (hasFired) continue;
-        hasFired = true;
-        program.firedBlocks[index] =
-            static_cast<uint16_t>(std::min<uint32_t>(block - parameter.firstBlock, NoBlock - 1));
-        value = Fire(program, block, value, step);
-        if (!(parameter.traits & HasSpeech)) break;
-    }
-    if (!hasFired) program.firedBlocks[index] |= InactiveBlock;
+[[gnu::always_inline]] inline double Fire(const Arrays &arrays, uint32_t index, uint32_t block, double value,
+                                          StepContext &step) {
+    const uint32_t number = block - arrays.parameters[index].firstBlock;
+    arrays.firedBlocks[index] = static_cast<uint16_t>(std::min<uint32_t>(number, NoBlock - 1));
+    if (arrays.blocks[block].record != NoRecord) [[unlikely]]
+        return FireRecord(arrays, block, value, step);
+    return step.isBrokenOff && step.isSerial ? StepBrokenOff : Calculate(arrays, block, value);
+}
+
+// Evaluates a parameter's blocks up to the first true one, which fires.
+[[gnu::always_inline]] inline double EvaluateBlocks(const Arrays &arrays, uint32_t index, double value,
+                                                    StepContext &step) {
+    const uint32_t endBlock = arrays.parameters[index + 1].firstBlock;
+    for (uint32_t block = arrays.parameters[index].firstBlock; block < endBlock; block++)
+        if (EvaluateChain(arrays, block, step)) return Fire(arrays, index, block, value, step);
+    arrays.firedBlocks[index] |= InactiveBlock;
     return value;
 }
 
-void EvaluateParameter(SystemsProgram &program, uint32_t index, StepContext &step) {
-    const ProgramParameter parameter = program.parameters[index];
-    double &value = program.values[index];
-    if (parameter.traits == 0) [[likely]] {
-        value = EvaluateBlocks(program, index, value, step);
-        return;
+// The same where speech is compared: every block is evaluated, since it tells what is waited for, and one
+// that is true consumes the recognition even behind the one that fired.
+double EvaluateAllBlocks(const Arrays &arrays, uint32_t index, double value, StepContext &step) {
+    const uint32_t endBlock = arrays.parameters[index + 1].firstBlock;
+    bool hasFired = false;
+    for (uint32_t block = arrays.parameters[index].firstBlock; block < endBlock; block++) {
+        if (!EvaluateChain(arrays, block, step)) continue;
+        const uint32_t record = arrays.blocks[block].record;
+        if (record != NoRecord && arrays.program.records[record].hasSpeech) ConsumeRecognition(step);
+        if (!hasFired) value = Fire(arrays, index, block, value, step);
+        hasFired = true;
     }
-    out_parameter_struct &record = *program.parameterRecords[parameter.record];
+    if (!hasFired) arrays.firedBlocks[index] |= InactiveBlock;
+    return value;
+}
+
+// With datarefs, limits or speech.
+[[gnu::noinline]] void EvaluateWithTraits(const Arrays &arrays, uint32_t index, StepContext &step) {
+    const ProgramParameter parameter = arrays.parameters[index];
+    out_parameter_struct &record = *arrays.program.parameterRecords[parameter.record];
+    double &value = arrays.values[index];
     if (parameter.traits & HasInput) {
         const double input = record.inDataref.GetValue();
         if (record.inDataref.handle) value = input;
     }
-    double result = EvaluateBlocks(program, index, value, step);
+    double result = parameter.traits & HasSpeech ? EvaluateAllBlocks(arrays, index, value, step)
+                                                 : EvaluateBlocks(arrays, index, value, step);
     if (record.hasMin && result < record.minLimit) result = record.minLimit;
     if (record.hasMax && result > record.maxLimit) result = record.maxLimit;
     value = result;
     if (parameter.traits & HasOutput) record.outDataref.SetValue(result);
 }
 
-void Rewind(SystemsProgram &program, const ProgramRun &run) {
-    std::fill(program.values.begin() + run.firstParameter, program.values.begin() + run.endParameter, 0.0);
+inline void EvaluateParameter(const Arrays &arrays, uint32_t index, StepContext &step) {
+    if (arrays.parameters[index].traits != 0)
+        EvaluateWithTraits(arrays, index, step);
+    else
+        arrays.values[index] = EvaluateBlocks(arrays, index, arrays.values[index], step);
+}
+
+void Rewind(const Arrays &arrays, const ProgramRun &run) {
+    std::fill(arrays.values + run.firstParameter, arrays.values + run.endParameter, 0.0);
     onChecklistOrProcedure = false;
 }
 
 // True when the step may be evaluated: it is reached, and the executer has nothing left to do.
-bool isStepOpen(SystemsProgram &program, const ProgramRun &run, uint32_t index) {
+bool isStepOpen(const Arrays &arrays, const ProgramRun &run, uint32_t index) {
     const bool isFirst = index == run.firstParameter;
-    const double before = isFirst ? 0.0 : program.values[index - 1];
-    if (program.values[index] == 0.0 && !isFirst && before == 0.0) return false;
+    const double before = isFirst ? 0.0 : arrays.values[index - 1];
+    if (arrays.values[index] == 0.0 && !isFirst && before == 0.0) return false;
     if (!executeFlow.empty()) return false;
     if (isFirst || before != StepBrokenOff) return true;
-    program.values[index] = StepBrokenOff; // cascades to the end of the sequence, which rewinds
+    arrays.values[index] = StepBrokenOff; // cascades to the end of the sequence, which rewinds
     XPLMSetDatai(DRFi_ShowPlanshet, 0);
     return false;
 }
 
 // A sequence: one step after the other, each waiting until the actions of the one before are done.
-void RunSequence(SystemsProgram &program, const ProgramRun &run) {
+void RunSequence(const Arrays &arrays, const ProgramRun &run) {
     StepContext step;
     step.isSerial = true;
     for (uint32_t index = run.firstParameter; index < run.endParameter; index++) {
-        if (program.values[index] > 0.0) {
+        if (arrays.values[index] > 0.0) {
             onChecklistOrProcedure = true;
             isLiveAnimationBlocked = true;
             if (LastRecognition == "abort") {
@@ -225,12 +251,18 @@ void RunSequence(SystemsProgram &program, const ProgramRun &run) {
                 XPLMSetDatai(DRFi_ShowPlanshet, 0);
                 onChecklistOrProcedure = false;
             }
-            if (index == run.endParameter - 1) Rewind(program, run);
-        } else if (isStepOpen(program, run, index)) {
+            if (index == run.endParameter - 1) Rewind(arrays, run);
+        } else if (isStepOpen(arrays, run, index)) {
             step.isFirst = index == run.firstParameter;
-            EvaluateParameter(program, index, step);
+            EvaluateParameter(arrays, index, step);
         }
     }
+}
+
+void RunParameters(const Arrays &arrays, const ProgramRun &run) {
+    StepContext noStep;
+    for (uint32_t index = run.firstParameter; index < run.endParameter; index++)
+        EvaluateParameter(arrays, index, noStep);
 }
 
 } // namespace
@@ -244,13 +276,18 @@ float CalculateSystemsCycle(float, float, int, void *) {
     if (XPLMGetDatai(DRF_paused) != 1) {
         isAnyInputGood = false;
         SystemsProgram &program = CurrentProgram();
-        StepContext noStep;
+        const Arrays arrays = {program.values.data(),
+                               program.firedBlocks.data(),
+                               program.parameters.data(),
+                               program.blocks.data(),
+                               program.comparisons.data(),
+                               program.elements.data(),
+                               program};
         for (const ProgramRun &run : program.runs) {
             if (run.serial)
-                RunSequence(program, run);
+                RunSequence(arrays, run);
             else
-                for (uint32_t index = run.firstParameter; index < run.endParameter; index++)
-                    EvaluateParameter(program, index, noStep);
+                RunParameters(arrays, run);
         }
     }
     PublishExpectations();

@@ -9,20 +9,25 @@
 
 // ---- Comparisons ----
 
-// How two numbers stand to each other, as one bit.
-enum Relation : unsigned { Less = 1, Equal = 2, Greater = 4, Unordered = 8 };
+// A comparison operator, taken apart into two relations, of which at least one is asked for: the first
+// operand is greater than the second, or equal to it. "<" and "<=" swap the operands, "!=" negates.
+struct Comparator {
+    bool greater;
+    bool equal;
+    bool swapped;
+    bool negated;
+};
 
-// The relations that satisfy "==", "!=", ">", "<", ">=", "<=", in this order.
-const unsigned SatisfyingRelations[] = {
-    Equal, Less | Greater | Unordered, Greater, Less, Greater | Equal, Less | Equal};
+// "==", "!=", ">", "<", ">=", "<=", by operator code.
+const Comparator Comparators[] = {
+    {false, true, false, false}, {false, true, false, true}, {true, false, false, false},
+    {true, false, true, false},  {true, true, false, false}, {true, true, true, false},
+};
 const int ComparisonOperators = 6;
 
-// Without a branch: the outcome changes from parameter to parameter, and no processor predicts it.
-inline unsigned RelationBetween(double a, double b) {
-    const unsigned less = a < b;
-    const unsigned equal = a == b;
-    const unsigned greater = a > b;
-    return less * Less | equal * Equal | greater * Greater | (1U - (less | equal | greater)) * Unordered;
+// 0 or 1, for operands already swapped. Without a branch: the outcome changes from parameter to parameter.
+inline unsigned CompareNumbers(double a, double b, unsigned greater, unsigned equal, unsigned negated) {
+    return ((static_cast<unsigned>(a > b) & greater) | (static_cast<unsigned>(a == b) & equal)) ^ negated;
 }
 
 // ---- Calculations ----
@@ -42,13 +47,15 @@ const int CalculationOperators = 7;
 // that is neither 0 nor 1.
 double BinaryToInteger(double value);
 
-// Any other operator is no operator and returns the accumulator.
+// Any other operator is no operator and returns the accumulator. The common four are looked up among their
+// results instead of branched to: which one comes next is not predictable.
 inline double ApplyOperator(int operatorType, double accumulator, double operand) {
+    if (operatorType >= OperatorLoad && operatorType <= OperatorMultiply) [[likely]] {
+        const double results[] = {operand, accumulator + operand, accumulator - operand,
+                                  accumulator * operand};
+        return results[operatorType];
+    }
     switch (operatorType) {
-    case OperatorLoad: return operand;
-    case OperatorAdd: return accumulator + operand;
-    case OperatorSubtract: return accumulator - operand;
-    case OperatorMultiply: return accumulator * operand;
     case OperatorDivide: return operand == 0.0 ? 0.0 : accumulator / operand;
     case OperatorBinaryToInteger: return BinaryToInteger(accumulator);
     case OperatorFloor: return std::floor(accumulator);

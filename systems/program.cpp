@@ -4,6 +4,7 @@
 
 #include <bit>
 #include <unordered_map>
+#include <utility>
 
 #include "systems/links.h"
 #include "systems/operators.h"
@@ -11,6 +12,8 @@
 SystemsProgram systemsProgram;
 
 namespace {
+
+const uint32_t IndexMask = 0x3FFFFFFF;
 
 bool isProgramCurrent = false;
 
@@ -129,16 +132,19 @@ private:
     }
 
     void CompileComparison(compare_block_class &comparison) {
-        const uint32_t joinsWithOr = comparison.joinOp == 1 ? 1 : 0;
+        const unsigned joinsWithOr = comparison.joinOp == 1;
         const bool isList = !comparison.bList.empty() && comparison.cmpOp <= 1;
         if (isList || comparison.a.kind == LinkSpeech) {
-            program.comparisons.push_back({0, 0, Count(program.special) & 0x7FFFFFFFU, joinsWithOr});
+            program.comparisons.push_back({Count(program.special) & IndexMask, 0, 0, 0, 0, joinsWithOr});
             program.special.push_back(&comparison);
             return;
         }
-        program.comparisons.push_back({Operand(comparison.a, comparison.aValue) & 0x0FFFFFFFU,
-                                       SatisfyingRelations[comparison.cmpOp] & 0xFU,
-                                       Operand(comparison.b, comparison.bValue) & 0x7FFFFFFFU, joinsWithOr});
+        const Comparator &comparator = Comparators[comparison.cmpOp];
+        uint32_t first = Operand(comparison.a, comparison.aValue) & IndexMask;
+        uint32_t second = Operand(comparison.b, comparison.bValue) & IndexMask;
+        if (comparator.swapped) std::swap(first, second);
+        program.comparisons.push_back(
+            {first, comparator.greater, comparator.equal, second, comparator.negated, joinsWithOr});
     }
 
     void AddElement(uint32_t oper, uint32_t operand) {

@@ -9,10 +9,14 @@
 
 #include "systems/model.h"
 
+// A comparison of two values as CompareNumbers takes it, or, when it asks for neither relation, one of a
+// record, whose index in special is first.
 struct ProgramComparison {
-    uint32_t left : 28;     // value
-    uint32_t relations : 4; // that satisfy it; 0: a record's comparison, right is its index in special
-    uint32_t right : 31;    // value
+    uint32_t first : 30;
+    uint32_t greater : 1;
+    uint32_t equal : 1;
+    uint32_t second : 30;
+    uint32_t negated : 1;
     uint32_t joinsWithOr : 1;
 };
 

@@ -1,0 +1,4 @@
+// Runs every benchmark and prints one table.
+#include <benchmark/benchmark.h>
+
+BENCHMARK_MAIN();
