@@ -1,0 +1,209 @@
+-- A checklist of three steps, challenge and response: read to its end, answered wrongly, broken off, aborted
+-- by voice and by the stop button, interrupted by a pause and by a new flight, and read again each time.
+local check = require "lib.check"
+
+sim.publish("test/brake", "int", 0)
+check.systems {CHECKLIST = [[
+sys=CHECKLIST
+devstack=BEFORE START
+out=CALL,execute,,0,,,,,,,,0
+logic:
+instring=before start checklist
+||
+instring=before start please
+execute=8,kv/fo/_planshet,1
+execute=1,Before start checklist,0
+execute=0,Parking brake?,0
+out=BRAKE,execute,,0,,,,,,,,0
+logic:
+instring=set
+||
+instring=brake set
+&&
+[CHECKLIST.COCKPIT.BRAKE]==[1]
+execute=0,Fuel selector?,0
+logic:
+instring=negative
+execute=0,Standing by.,0
+execute=3,,0
+out=FUEL,execute,,0,,,,,,,,0
+logic:
+instring=both
+execute=1,Before start checklist complete,0
+execute=8,kv/fo/_planshet,0
+dev=COCKPIT
+out=BRAKE,integer,,0,,,test/brake,exist,,,,0
+dev=WATCH
+out=CALL,integer,,0,,,,,test/call,new,,0
+logic:
+calc=[CHECKLIST.BEFORE START.CALL]
+out=BRAKE,integer,,0,,,,,test/brake_step,new,,0
+logic:
+calc=[CHECKLIST.BEFORE START.BRAKE]
+out=FUEL,integer,,0,,,,,test/fuel,new,,0
+logic:
+calc=[CHECKLIST.BEFORE START.FUEL]
+]]}
+
+local FRAME = 1 / 60
+local ABORTED = "All Commands and Checklists Aborted!"
+
+sim.start()
+sim.run(3.5)
+sim.sent()
+sim.log()
+
+local function steps()
+    return sim.get("test/call") .. sim.get("test/brake_step") .. sim.get("test/fuel")
+end
+
+-- What she waits for by now, as the log tells whenever it changes.
+local last = "none"
+local function waits_for()
+    for _, line in ipairs(check.log()) do last = line:match("^Expected answers: (.*)") or last end
+    return last
+end
+
+local function begin()
+    sim.set("test/brake", 0)
+    sim.hear("before start checklist")
+    check.equal(steps(), "100", "the checklist begins")
+    sim.run(4)
+    check.list(sim.said(), {"Before start checklist", "Parking brake?"}, "the first challenge")
+    check.equal(sim.get("kv/fo/_planshet"), 1, "tablet in hand")
+    check.equal(waits_for(), "set, brake set, negative", "answers to the first challenge")
+end
+
+local function expect_at_rest(what)
+    check.equal(steps(), "000", what)
+    check.equal(sim.get("kv/fo/_planshet"), 0, what .. ", the tablet put away")
+    check.equal(waits_for(), "none", what .. ", nothing waited for")
+end
+
+-- ---- Read to its end ----
+
+sim.hear("set")
+sim.run(1)
+check.list(sim.said(), {}, "an answer to nothing")
+begin()
+sim.hear("banana")
+sim.hear("brake set")
+sim.hear("both")
+sim.hear("before start checklist")
+sim.run(5)
+check.list(sim.said(), {}, "wrong answers, and an answer that the cockpit gives the lie")
+check.equal(steps(), "100", "and the step stays")
+sim.set("test/brake", 1)
+sim.run(2)
+check.equal(steps(), "100", "what was said too early does not count later")
+sim.hear("brake set")
+check.equal(steps(), "110", "the second alternative")
+sim.run(1)
+check.list(sim.said(), {"Fuel selector?"}, "the second challenge")
+check.equal(waits_for(), "both", "answers to the second challenge")
+sim.press("kv/fennic/rec")
+sim.frames(1)
+sim.reply("both")
+sim.frames(1)
+check.equal(steps(), "111", "the last answer")
+sim.frames(1)
+check.equal(steps(), "000", "rewound in the next frame")
+sim.release("kv/fennic/rec")
+sim.run(5)
+check.list(sim.said(), {"Before start checklist complete"}, "complete")
+expect_at_rest("read to its end")
+
+-- How long it takes: 22 letters and a second between the title and the challenge; the queue is empty, and
+-- the answer taken, from the frame in which the challenge is spoken.
+sim.sent()
+sim.hear("before start please")
+sim.run(4)
+local sent = sim.sent()
+check.near(sent[4].t - sent[2].t, 22 * 0.1 + 1, FRAME, "title to challenge")
+check.equal(sent[4].text, "say>Parking brake?", "title to challenge")
+sim.said()
+
+-- ---- Broken off ----
+
+sim.hear("negative")
+check.equal(steps(), "120", "broken off")
+sim.run(1)
+check.list(sim.said(), {"Standing by."}, "broken off")
+expect_at_rest("broken off")
+
+-- ---- Aborted ----
+
+begin()
+sim.press("kv/fennic/rec")
+sim.frames(1)
+sim.reply("abort")
+sim.frames(1)
+check.equal(steps(), "000", "aborted in the frame in which it was heard")
+sim.release("kv/fennic/rec")
+sim.run(1)
+check.list(sim.said(), {ABORTED}, "aborted by voice")
+expect_at_rest("aborted by voice")
+
+begin()
+sim.press("kv/fennic/stop")
+sim.frames(10)
+check.equal(steps(), "100", "the stop button acts when it is let go")
+sim.release("kv/fennic/stop")
+sim.frames(1)
+check.equal(steps(), "000", "aborted by the button")
+sim.run(1)
+check.list(sim.said(), {ABORTED}, "aborted by the button")
+expect_at_rest("aborted by the button")
+
+-- While she is still reading: the rest of what she was about to do is dropped.
+sim.hear("before start checklist")
+sim.run(1)
+sim.tap("kv/fennic/stop")
+sim.run(5)
+check.list(sim.said(), {"Before start checklist", ABORTED}, "aborted in the middle of a sentence")
+expect_at_rest("aborted in the middle of a sentence")
+
+-- ---- A pause ----
+
+sim.hear("before start checklist")
+sim.run(1)
+sim.pause(true)
+sim.run(60)
+check.list(sim.said(), {"Before start checklist"}, "no challenge while the simulator is paused")
+sim.pause(false)
+sim.run(3)
+check.list(sim.said(), {"Parking brake?"}, "the challenge after the pause")
+sim.set("test/brake", 1)
+sim.pause(true)
+sim.hear("set")
+sim.run(10)
+check.equal(steps(), "100", "no answer counts while the simulator is paused")
+sim.pause(false)
+sim.run(2)
+check.equal(steps(), "100", "nor afterwards")
+sim.hear("set")
+sim.hear("both")
+sim.run(6)
+check.list(sim.said(), {"Fuel selector?", "Before start checklist complete"}, "after the pause")
+expect_at_rest("after the pause")
+
+-- ---- A new flight ----
+
+-- The clock starts over, so she does not wait for a time of the old flight; the step is still the same.
+sim.run(600)
+sim.hear("before start checklist")
+sim.run(1)
+sim.new_flight()
+sim.frames(2)
+check.list(sim.said(), {"Before start checklist", "Parking brake?"}, "nothing to wait for in a new flight")
+check.equal(steps(), "100", "the step in a new flight")
+sim.set("test/brake", 1)
+sim.hear("set")
+sim.run(1)
+sim.new_flight()
+sim.frames(1)
+sim.hear("both")
+sim.run(6)
+check.list(sim.said(), {"Fuel selector?", "Before start checklist complete"}, "the rest in a new flight")
+expect_at_rest("after a new flight")
+begin()

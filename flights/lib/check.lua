@@ -1,0 +1,109 @@
+-- What the flights share: checks that say what was expected, the plug-in's files, and what it said and logged.
+local check = {}
+
+local function show(value)
+    return type(value) == "string" and string.format("%q", value) or tostring(value)
+end
+
+function check.that(condition, what)
+    if not condition then error(what, 2) end
+end
+
+function check.equal(actual, expected, what)
+    if actual ~= expected then
+        error(string.format("%s: %s instead of %s", what, show(actual), show(expected)), 2)
+    end
+end
+
+function check.near(actual, expected, tolerance, what)
+    if type(actual) ~= "number" or not (math.abs(actual - expected) <= tolerance) then
+        error(string.format("%s: %s instead of %s, give or take %s", what, show(actual), show(expected),
+                            show(tolerance)), 2)
+    end
+end
+
+-- Two lists of plain values.
+function check.list(actual, expected, what)
+    for i = 1, math.max(#actual, #expected) do
+        if actual[i] ~= expected[i] then
+            error(string.format("%s: entry %d is %s instead of %s", what, i, show(actual[i]),
+                                show(expected[i])), 2)
+        end
+    end
+end
+
+-- ---- Files ----
+
+function check.write(path, text)
+    local file = assert(io.open(path, "wb"))
+    assert(file:write(text))
+    assert(file:close())
+end
+
+-- The whole file, or nil when there is none.
+function check.read(path)
+    local file = io.open(path, "rb")
+    if not file then return nil end
+    local text = file:read("a")
+    file:close()
+    return text
+end
+
+-- Replaces the shipped systems by these: name -> text, and their order.
+function check.systems(texts, order)
+    local folder = sim.dir("plugin") .. "systems/"
+    local names = order or {}
+    for name, text in pairs(texts) do
+        if not order then names[#names + 1] = name end
+        check.write(folder .. name .. ".txt", text)
+    end
+    check.write(folder .. "_systems.txt", table.concat(names, "\n") .. "\n")
+end
+
+-- Changes settings of the plug-in's file: key -> value.
+function check.settings(changes)
+    local path = sim.dir("plugin") .. "data/settings_mac.txt"
+    local lines = {}
+    for line in check.read(path):gmatch("[^\r\n]+") do
+        local key = line:match("^([^=]+)=")
+        lines[#lines + 1] = changes[key] and key .. "=" .. changes[key] or line
+    end
+    check.write(path, table.concat(lines, "\r\n") .. "\r\n")
+end
+
+-- ---- What the first officer did ----
+
+-- The texts of all messages to the speech server since the last call.
+function check.messages()
+    local texts = {}
+    for i, message in ipairs(sim.sent()) do texts[i] = message.text end
+    return texts
+end
+
+-- The plug-in's log lines since the last call, without what stands at the start of each.
+function check.log()
+    local lines = {}
+    for i, line in ipairs(sim.log()) do lines[i] = line:gsub("^KV FENNIC Plugin: %-?%d+ SEC TFT ", "") end
+    return lines
+end
+
+-- How many of the lines hold the text.
+function check.count(lines, text)
+    local count = 0
+    for _, line in ipairs(lines) do
+        if line:find(text, 1, true) then count = count + 1 end
+    end
+    return count
+end
+
+-- Flies frame by frame until condition() holds. Gives the seconds it took, which may not exceed the limit.
+function check.wait(limit, condition, what)
+    local start = sim.time()
+    while not condition() do
+        if sim.time() - start > limit then error(what .. ": not within " .. limit .. " s", 2) end
+        sim.frames(1)
+    end
+    return sim.time() - start
+end
+
+return check
