@@ -3,27 +3,10 @@
 #include "simhost/builtin_commands.h"
 
 #include <algorithm>
-#include <string>
-#include <vector>
 
-#include "simhost/modules.h"
 #include "simhost/simulator.h"
 
 namespace simhost {
-
-enum class Move {
-    Set,    // to the value
-    Toggle, // between 0 and 1
-    Step,   // by the value, within 0 to 1
-};
-
-struct BuiltinAction {
-    std::string command;
-    std::string dataref;
-    int index = 0;
-    Move move = Move::Set;
-    double value = 0;
-};
 
 namespace {
 
@@ -205,7 +188,6 @@ constexpr const char *others[] = {
     "sim/transponder/transponder_ident",
 };
 
-// Sorted by command.
 std::vector<BuiltinAction> MakeActions() {
     std::vector<BuiltinAction> actions;
     for (const Switch &entry : switches) {
@@ -222,27 +204,30 @@ std::vector<BuiltinAction> MakeActions() {
     return actions;
 }
 
-const std::vector<BuiltinAction> &Actions() {
+} // namespace
+
+std::span<const BuiltinAction> BuiltinActions() {
     static const auto &actions = *new std::vector<BuiltinAction>(MakeActions());
     return actions;
 }
 
-} // namespace
-
-void AddBuiltinCommands() {
-    for (const BuiltinAction &action : Actions()) AddCommand(action.command, "");
-    for (const char *command : others) AddCommand(command, "");
+std::vector<std::string> BuiltinCommands() {
+    std::vector<std::string> commands(std::begin(others), std::end(others));
+    for (const BuiltinAction &action : BuiltinActions()) commands.push_back(action.command);
+    return commands;
 }
 
 const BuiltinAction *FindBuiltinAction(std::string_view command) {
+    const std::span<const BuiltinAction> actions = BuiltinActions();
     const auto found = std::lower_bound(
-        Actions().begin(), Actions().end(), command,
+        actions.begin(), actions.end(), command,
         [](const BuiltinAction &action, std::string_view name) { return action.command < name; });
-    return found != Actions().end() && found->command == command ? &*found : nullptr;
+    return found != actions.end() && found->command == command ? &*found : nullptr;
 }
 
-void RunBuiltinAction(const BuiltinAction &first) {
-    const BuiltinAction *const end = Actions().data() + Actions().size();
+void RunBuiltinActions(const BuiltinAction &first) {
+    const std::span<const BuiltinAction> actions = BuiltinActions();
+    const BuiltinAction *const end = actions.data() + actions.size();
     for (const BuiltinAction *action = &first; action < end && action->command == first.command; action++) {
         double value = action->value;
         if (action->move == Move::Toggle) value = GetNumber(action->dataref, action->index) != 0 ? 0 : 1;

@@ -2,14 +2,37 @@
 // dataref; a command without such an action is only counted and handed to its handlers.
 #pragma once
 
+#include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace simhost {
 
-struct BuiltinAction; // one line of the table
+enum class Move {
+    Set,    // to the value
+    Toggle, // between 0 and 1
+    Step,   // by the value, within 0 to 1
+};
 
-void AddBuiltinCommands();
-const BuiltinAction *FindBuiltinAction(std::string_view command); // null: does nothing by itself
-void RunBuiltinAction(const BuiltinAction &action);
+struct BuiltinAction {
+    std::string command;
+    std::string dataref;
+    int index = 0; // of an array
+    Move move = Move::Set;
+    double value = 0;
+};
+
+// All actions, sorted by command; a command may have several.
+std::span<const BuiltinAction> BuiltinActions();
+
+// The names of all commands, those without an action too, some of them twice.
+std::vector<std::string> BuiltinCommands();
+
+// The first action of a command; null when it does nothing by itself.
+const BuiltinAction *FindBuiltinAction(std::string_view command);
+
+// Runs an action and the others of its command behind it.
+void RunBuiltinActions(const BuiltinAction &first);
 
 } // namespace simhost

@@ -44,7 +44,7 @@ Table &Commands() {
     static Table *table = nullptr;
     if (table == nullptr) {
         table = new Table;
-        AddBuiltinCommands();
+        for (const std::string &name : BuiltinCommands()) AddCommand(name, "");
     }
     return *table;
 }
@@ -73,8 +73,7 @@ void SweepHandlers(Command &command) {
 }
 
 // False when a "before" handler ended it.
-bool RunHandlers(Command &command, XPLMCommandPhase phase, bool before) {
-    const std::size_t count = command.handlers.size();
+bool RunHandlers(Command &command, XPLMCommandPhase phase, bool before, std::size_t count) {
     for (std::size_t i = 0; i < count; i++) {
         const Handler handler = command.handlers[i];
         if (handler.callback == nullptr || handler.before != before || !IsPluginEnabled(handler.owner)) {
@@ -89,11 +88,12 @@ bool RunHandlers(Command &command, XPLMCommandPhase phase, bool before) {
 
 void Dispatch(Command &command, XPLMCommandPhase phase) {
     command.dispatchDepth++;
-    if (RunHandlers(command, phase, true)) {
+    const std::size_t count = command.handlers.size(); // those registered meanwhile wait for the next phase
+    if (RunHandlers(command, phase, true, count)) {
         if (phase == xplm_CommandBegin && command.action != nullptr) {
-            RunBuiltinAction(*command.action);
+            RunBuiltinActions(*command.action);
         }
-        RunHandlers(command, phase, false);
+        RunHandlers(command, phase, false, count);
     }
     command.dispatchDepth--;
     SweepHandlers(command);
@@ -195,7 +195,7 @@ void ResetCommands() {
         command.handlers.clear();
         command.holders.clear();
     }
-    AddBuiltinCommands();
+    for (const std::string &name : BuiltinCommands()) AddCommand(name, "");
 }
 
 } // namespace simhost

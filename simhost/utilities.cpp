@@ -45,13 +45,11 @@ void WriteLogFile(const char *text, std::size_t length) {
 void KeepLogLine(std::string line) {
     while (!line.empty() && line.back() == '\r') line.pop_back();
     std::deque<std::string> &lines = State().logLines;
-    if (lines.size() >= keptLogLines) {
-        lines.pop_front();
-        if (!State().hasDroppedLogLines) {
-            State().hasDroppedLogLines = true;
-            WriteLog("the oldest log lines are no longer kept in memory; Log.txt has them all");
-        }
+    if (lines.size() >= keptLogLines && !State().hasDroppedLogLines) {
+        State().hasDroppedLogLines = true;
+        WriteLog("the oldest log lines are no longer kept in memory; Log.txt has them all");
     }
+    while (lines.size() >= keptLogLines) lines.pop_front();
     lines.push_back(line);
     if (HasEventListener()) ReportEvent({EventKind::LogLine, std::move(line), {}});
 }

@@ -1,0 +1,260 @@
+// Commands and menus: who hears of a command, in which order, and what the simulator itself does with it.
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "XPLMDataAccess.h"
+#include "XPLMMenus.h"
+#include "XPLMUtilities.h"
+#include "simhost/events.h"
+#include "simhost/menus.h"
+#include "simhost/simulator.h"
+
+using namespace simhost;
+
+namespace {
+
+std::vector<std::string> calls;
+
+struct Handler {
+    std::string name;
+    int answer = 1;
+    std::function<void()> act = [] {};
+};
+
+int Handle(XPLMCommandRef, XPLMCommandPhase phase, void *refcon) {
+    const auto *handler = static_cast<Handler *>(refcon);
+    const char *phases[] = {" begin", " continue", " end"};
+    calls.push_back(handler->name + phases[phase]);
+    const int answer = handler->answer; // the handler may take itself away
+    handler->act();
+    return answer;
+}
+
+using Calls = std::vector<std::string>;
+
+class Commands : public ::testing::Test {
+protected:
+    Commands() {
+        ResetSimulator();
+        ActAsPlugin("/nowhere/plugins/test/64/lin.xpl");
+    }
+    static Calls Taken() { return std::exchange(calls, {}); }
+};
+
+TEST_F(Commands, BeforeThenAfterAndBeforeCanEndIt) {
+    Handler early{"early"}, second{"second"}, late{"late"};
+    const XPLMCommandRef command = XPLMCreateCommand("t/command", "A test");
+    EXPECT_EQ(XPLMCreateCommand("t/command", "Another"), command);
+    EXPECT_EQ(XPLMFindCommand("t/command"), command);
+    EXPECT_EQ(XPLMFindCommand("t/none"), nullptr);
+    XPLMRegisterCommandHandler(command, Handle, 0, &late);
+    XPLMRegisterCommandHandler(command, Handle, 1, &early);
+    XPLMRegisterCommandHandler(command, Handle, 1, &second);
+    XPLMCommandOnce(command);
+    EXPECT_EQ(Taken(),
+              (Calls{"early begin", "second begin", "late begin", "early end", "second end", "late end"}));
+    early.answer = 0;
+    XPLMCommandOnce(command);
+    EXPECT_EQ(Taken(), (Calls{"early begin", "early end"}));
+    EXPECT_EQ(CountCommand("t/command").begun, 2);
+    EXPECT_EQ(CountCommand("t/command").ended, 2);
+    EXPECT_EQ(CountCommand("t/none").begun, 0);
+
+    // Unregistering needs the very same handler, flag and refcon.
+    XPLMUnregisterCommandHandler(command, Handle, 0, &early);
+    XPLMUnregisterCommandHandler(command, Handle, 1, &late);
+    XPLMCommandOnce(command);
+    EXPECT_EQ(Taken().size(), 2u);
+    XPLMUnregisterCommandHandler(command, Handle, 1, &early);
+    XPLMCommandOnce(command);
+    EXPECT_EQ(Taken().front(), "second begin");
+    for (XPLMCommandRef none : {XPLMCommandRef(nullptr)}) {
+        XPLMCommandOnce(none);
+        XPLMCommandBegin(none);
+        XPLMCommandEnd(none);
+        XPLMRegisterCommandHandler(none, Handle, 1, &early);
+        XPLMUnregisterCommandHandler(none, Handle, 1, &early);
+    }
+    EXPECT_EQ(XPLMCreateCommand(nullptr, nullptr), nullptr);
+}
+
+TEST_F(Commands, HeldCommandsContinueOnceAFrame) {
+    Handler handler{"h"};
+    const XPLMCommandRef command = XPLMCreateCommand("t/held", "");
+    XPLMRegisterCommandHandler(command, Handle, 1, &handler);
+    EXPECT_TRUE(HoldCommand("t/held"));
+    EXPECT_TRUE(HoldCommand("t/held")) << "pressed already";
+    StepFrame(0.02);
+    StepFrame(0.02);
+    XPLMCommandBegin(command); // the plug-in holds it as well
+    XPLMCommandOnce(command);
+    ReleaseCommand("t/held");
+    StepFrame(0.02);
+    XPLMCommandEnd(command);
+    XPLMCommandEnd(command);
+    StepFrame(0.02);
+    EXPECT_EQ(Taken(), (Calls{"h begin", "h continue", "h continue", "h continue", "h end"}));
+    EXPECT_EQ(CountCommand("t/held").begun, 1);
+    EXPECT_EQ(CountCommand("t/held").ended, 1);
+    EXPECT_FALSE(HoldCommand("t/none"));
+    EXPECT_FALSE(ReleaseCommand("t/none"));
+}
+
+TEST_F(Commands, HandlersMayChangeTheListAndOtherCommands) {
+    const XPLMCommandRef command = XPLMCreateCommand("t/command", "");
+    Handler first{"first"}, second{"second"}, fresh{"fresh"};
+    first.act = [&] {
+        XPLMUnregisterCommandHandler(command, Handle, 1, &first);
+        XPLMUnregisterCommandHandler(command, Handle, 1, &second);
+        for (int i = 0; i < 50; i++) XPLMRegisterCommandHandler(command, Handle, 0, &fresh);
+    };
+    XPLMRegisterCommandHandler(command, Handle, 1, &first);
+    XPLMRegisterCommandHandler(command, Handle, 1, &second);
+    XPLMCommandBegin(command);
+    EXPECT_EQ(Taken(), (Calls{"first begin"})) << "newcomers wait for the next phase";
+    XPLMCommandEnd(command);
+    EXPECT_EQ(Taken().size(), 50u);
+
+    // A handler that ends the command it continues, with another one held beside it.
+    const XPLMCommandRef a = XPLMCreateCommand("t/a", ""), b = XPLMCreateCommand("t/b", "");
+    Handler ends{"ends"}, beside{"beside"};
+    XPLMRegisterCommandHandler(a, Handle, 1, &ends);
+    XPLMRegisterCommandHandler(b, Handle, 1, &beside);
+    XPLMCommandBegin(a);
+    XPLMCommandBegin(b);
+    ends.act = [&] {
+        XPLMCommandEnd(a);
+        XPLMCommandEnd(b);
+    };
+    Taken();
+    StepFrame(0.02);
+    EXPECT_EQ(Taken(), (Calls{"ends continue", "ends end", "beside end"}));
+    StepFrame(0.02);
+    EXPECT_TRUE(Taken().empty());
+}
+
+TEST_F(Commands, EventsSayWhoFiredIt) {
+    Calls events;
+    SetEventListener([&](const Event &event) {
+        const char *kinds[] = {"log", "speech", "begun", "ended", "once", "written"};
+        events.push_back(kinds[static_cast<int>(event.kind)] + (" " + event.subject + " ") + event.detail);
+    });
+    AddCommand("t/command", "A test");
+    XPLMCommandOnce(XPLMFindCommand("t/command"));
+    HoldCommand("t/command");
+    ReleaseCommand("t/command");
+    SetEventListener({});
+    EXPECT_EQ(events, (Calls{"once t/command plug-in", "begun t/command pilot", "ended t/command pilot"}));
+}
+
+TEST_F(Commands, SwitchesOfTheSimulatorMoveTheirDatarefs) {
+    const XPLMCommandRef on = XPLMFindCommand("sim/electrical/battery_1_on");
+    ASSERT_NE(on, nullptr);
+    XPLMCommandOnce(on);
+    EXPECT_EQ(GetNumber("sim/cockpit2/electrical/battery_on", 0), 1);
+    EXPECT_EQ(GetNumber("sim/cockpit2/electrical/battery_on", 1), 0);
+    XPLMCommandOnce(XPLMFindCommand("sim/electrical/battery_1_toggle"));
+    EXPECT_EQ(GetNumber("sim/cockpit2/electrical/battery_on", 0), 0);
+    XPLMCommandOnce(XPLMFindCommand("sim/magnetos/magnetos_both_1"));
+    EXPECT_EQ(GetNumber("sim/cockpit2/engine/actuators/ignition_on", 0), 3);
+    EXPECT_EQ(GetNumber("sim/cockpit2/engine/actuators/ignition_key", 0), 3);
+    for (int i = 0; i < 5; i++) XPLMCommandOnce(XPLMFindCommand("sim/flight_controls/flaps_down"));
+    EXPECT_EQ(GetNumber("sim/cockpit2/controls/flap_handle_request_ratio"), 1);
+    XPLMCommandOnce(XPLMFindCommand("sim/operation/pause_toggle"));
+    StepFrame(1);
+    EXPECT_EQ(FlightTimeSeconds(), 0);
+
+    // A handler that ends the command keeps the simulator from it.
+    Handler guard{"guard", 0};
+    XPLMRegisterCommandHandler(on, Handle, 1, &guard);
+    XPLMCommandOnce(on);
+    EXPECT_EQ(GetNumber("sim/cockpit2/electrical/battery_on", 0), 0);
+}
+
+// ---- Menus ----
+
+void Chosen(void *menu, void *item) {
+    calls.push_back(std::string(static_cast<const char *>(menu)) + "/" + static_cast<const char *>(item));
+}
+void *Reference(const char *text) {
+    return const_cast<char *>(text);
+}
+
+TEST_F(Commands, MenusKeepWhatPluginsHangIntoThem) {
+    const int place = XPLMAppendMenuItem(XPLMFindPluginsMenu(), "Crew", nullptr, 0);
+    const XPLMMenuID crew = XPLMCreateMenu("Crew", XPLMFindPluginsMenu(), place, Chosen, Reference("crew"));
+    EXPECT_EQ(XPLMAppendMenuItem(crew, "One", Reference("1"), 0), 0);
+    XPLMAppendMenuSeparator(crew);
+    EXPECT_EQ(XPLMAppendMenuItem(crew, "Two", Reference("2"), 0), 2) << "the separator counts";
+    XPLMSetMenuItemName(crew, 2, "Zwei", 0);
+    XPLMCheckMenuItem(crew, 2, xplm_Menu_Checked);
+    XPLMMenuCheck check = -1;
+    XPLMCheckMenuItemState(crew, 2, &check);
+    EXPECT_EQ(check, xplm_Menu_Checked);
+    const XPLMMenuID voices = XPLMCreateMenu("Voices", crew, 0, Chosen, Reference("voices"));
+    XPLMAppendMenuItem(voices, "Anna", Reference("anna"), 0);
+
+    const std::vector<MenuItemView> items = PluginsMenuItems();
+    ASSERT_EQ(items.size(), 1u);
+    ASSERT_EQ(items[0].items.size(), 3u);
+    EXPECT_EQ(items[0].items[0].items.at(0).text, "Anna");
+    EXPECT_TRUE(items[0].items[1].isSeparator);
+    EXPECT_EQ(items[0].items[2].text, "Zwei");
+    EXPECT_EQ(items[0].items[2].check, xplm_Menu_Checked);
+
+    EXPECT_TRUE(ChooseMenuItem({"Crew", "Zwei"}));
+    EXPECT_TRUE(ChooseMenuItem({"Crew", "One", "Anna"}));
+    EXPECT_FALSE(ChooseMenuItem({"Crew", "One"})) << "it opens a submenu";
+    EXPECT_FALSE(ChooseMenuItem({"Crew", "Three"}));
+    EXPECT_FALSE(ChooseMenuItem({"Crew", "Zwei", "Drei"}));
+    XPLMEnableMenuItem(crew, 2, 0);
+    EXPECT_FALSE(ChooseMenuItem({"Crew", "Zwei"}));
+    EXPECT_EQ(Taken(), (Calls{"crew/2", "voices/anna"}));
+
+    XPLMAppendMenuItemWithCommand(crew, "Battery", XPLMFindCommand("sim/electrical/battery_1_on"));
+    EXPECT_TRUE(ChooseMenuItem({"Crew", "Battery"}));
+    EXPECT_EQ(CountCommand("sim/electrical/battery_1_on").ended, 1);
+    XPLMRemoveMenuItem(crew, 0);
+    XPLMCheckMenuItemState(crew, 1, &check);
+    EXPECT_EQ(check, xplm_Menu_Checked) << "the ones behind move up";
+    XPLMClearAllMenuItems(crew);
+    EXPECT_TRUE(PluginsMenuItems().at(0).items.empty());
+}
+
+TEST_F(Commands, MenusThatHaveGoneAndIndicesThatDoNotExist) {
+    const XPLMMenuID alone = XPLMCreateMenu("Alone", nullptr, 0, Chosen, Reference("alone"));
+    EXPECT_EQ(PluginsMenuItems().at(0).text, "Alone") << "without a parent it lies under the plug-ins menu";
+    EXPECT_EQ(XPLMCreateMenu("Lost", alone, 0, nullptr, nullptr), nullptr);
+    EXPECT_EQ(XPLMCreateMenu("Lost", XPLMFindPluginsMenu(), -1, nullptr, nullptr), nullptr);
+    for (int index : {-1, 0, 99}) {
+        XPLMCheckMenuItem(alone, index, xplm_Menu_Checked);
+        XPLMEnableMenuItem(alone, index, 0);
+        XPLMSetMenuItemName(alone, index, "x", 0);
+        XPLMRemoveMenuItem(alone, index);
+        XPLMMenuCheck check = -1;
+        XPLMCheckMenuItemState(alone, index, &check);
+        EXPECT_EQ(check, xplm_Menu_NoCheck);
+    }
+    XPLMDestroyMenu(alone);
+    EXPECT_TRUE(PluginsMenuItems().empty());
+    EXPECT_EQ(XPLMAppendMenuItem(alone, "Late", nullptr, 0), -1);
+    XPLMDestroyMenu(alone);
+    XPLMDestroyMenu(nullptr);
+    XPLMDestroyMenu(XPLMFindPluginsMenu());
+    EXPECT_EQ(XPLMAppendMenuItem(nullptr, "Nowhere", nullptr, 0), -1);
+    EXPECT_EQ(XPLMAppendMenuItem(XPLMFindPluginsMenu(), "Still here", nullptr, 0), 0);
+}
+
+TEST_F(Commands, TheAircraftMenuIsForTheAircraftsOwnPlugins) {
+    SetFolders("/sim/", "/sim/Aircraft/A/", "A.acf");
+    EXPECT_EQ(XPLMFindAircraftMenu(), nullptr);
+    ActAsPlugin("/sim/Aircraft/A/plugins/fennic/64/lin.xpl");
+    EXPECT_NE(XPLMFindAircraftMenu(), nullptr);
+    ActAsPlugin("/sim/Aircraft/AB/plugins/fennic/64/lin.xpl");
+    EXPECT_EQ(XPLMFindAircraftMenu(), nullptr);
+}
+
+} // namespace

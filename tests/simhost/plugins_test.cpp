@@ -1,0 +1,230 @@
+// Loading, messages, unloading, and what a plug-in leaves behind, with real libraries.
+#include "simhost/plugins.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "XPLMDataAccess.h"
+#include "XPLMMenus.h"
+#include "XPLMPlanes.h"
+#include "XPLMUtilities.h"
+#include "simhost/menus.h"
+#include "simhost/simulator.h"
+
+using namespace simhost;
+
+namespace {
+
+// The guest's modes, as in plugins/guest.c.
+enum { refuseStart = 1, refuseEnable = 2, leaveBehind = 4, longName = 8 };
+
+const std::string folder = TEST_PLUGINS;
+const std::string guest = folder + "/guest.xpl";
+
+class Plugins : public ::testing::Test {
+protected:
+    Plugins() { ResetSimulator(); }
+
+    static XPLMPluginID Load(const std::string &path, int mode = 0) {
+        PublishDataref("test/mode", xplmType_Int);
+        SetNumber("test/mode", mode);
+        std::string error;
+        const XPLMPluginID id = LoadPlugin(path, error);
+        EXPECT_EQ(error, "");
+        return id;
+    }
+    static std::string LoadError(const std::string &path, int mode = 0) {
+        PublishDataref("test/mode", xplmType_Int);
+        SetNumber("test/mode", mode);
+        std::string error;
+        EXPECT_EQ(LoadPlugin(path, error), XPLM_NO_PLUGIN_ID);
+        EXPECT_EQ(XPLMCountPlugins(), 0);
+        return error;
+    }
+    static std::string Joined(std::vector<std::string> lines) {
+        std::string text;
+        for (const std::string &line : lines) text += line + "\n";
+        return text;
+    }
+    static bool Holds(const std::string &text, const std::string &part) {
+        return text.find(part) != std::string::npos;
+    }
+};
+
+TEST_F(Plugins, LoadsTellsAndUnloads) {
+    const XPLMPluginID id = Load(guest);
+    ASSERT_GT(id, XPLM_PLUGIN_XPLANE);
+    EXPECT_EQ(GetNumber("guest/id_at_load"), id) << "calls of static initialisers are the plug-in's";
+    EXPECT_EQ(XPLMGetMyID(), XPLM_PLUGIN_XPLANE);
+    EXPECT_EQ(XPLMCountPlugins(), 1);
+    EXPECT_EQ(XPLMGetNthPlugin(0), id);
+    EXPECT_EQ(XPLMGetNthPlugin(1), XPLM_NO_PLUGIN_ID);
+    EXPECT_EQ(XPLMGetNthPlugin(-1), XPLM_NO_PLUGIN_ID);
+    EXPECT_EQ(XPLMFindPluginBySignature("test.guest"), id);
+    EXPECT_EQ(XPLMFindPluginBySignature("nobody"), XPLM_NO_PLUGIN_ID);
+    EXPECT_EQ(XPLMFindPluginByPath(guest.c_str()), id);
+    EXPECT_EQ(XPLMFindPluginByPath(nullptr), XPLM_NO_PLUGIN_ID);
+    char name[256], path[256], description[256];
+    XPLMGetPluginInfo(id, name, path, nullptr, description);
+    EXPECT_STREQ(name, "Guest");
+    EXPECT_EQ(path, guest);
+    EXPECT_STREQ(description, "Does what a test asks of it");
+    XPLMGetPluginInfo(99, name, nullptr, nullptr, nullptr);
+    EXPECT_STREQ(name, "");
+    EXPECT_EQ(PluginName(id), "Guest");
+    EXPECT_EQ(XPLMIsPluginEnabled(id), 1);
+    std::string error;
+    EXPECT_EQ(LoadPlugin(guest, error), XPLM_NO_PLUGIN_ID);
+    EXPECT_TRUE(Holds(error, "loaded already")) << error;
+
+    StepFrame(0.02);
+    EXPECT_EQ(GetNumber("guest/loops"), 1);
+    const XPLMDataRef starts = XPLMFindDataRef("guest/starts");
+    UnloadPlugin(id);
+    EXPECT_EQ(Joined(LastLeftBehind().errors), "");
+    EXPECT_EQ(Joined(LastLeftBehind().notes), "command handler of \"guest/command\"\nmenu item \"Guest\"\n"
+                                              "menu \"Guest\"\n");
+    EXPECT_EQ(XPLMCountPlugins(), 0);
+    EXPECT_EQ(XPLMGetDatai(starts), 0);
+    EXPECT_TRUE(PluginsMenuItems().empty());
+    EXPECT_NE(XPLMFindCommand("guest/command"), nullptr) << "commands stay";
+    const std::vector<std::string> log = TakeLogLines();
+    EXPECT_EQ(std::count(log.begin(), log.end(), "guest stops"), 1) << "a last line without its end";
+
+    EXPECT_NE(Load(guest), id);
+    EXPECT_EQ(XPLMGetDatai(starts), 1) << "globals are fresh, and the old handle has revived";
+}
+
+TEST_F(Plugins, ErrorsSayWhatIsWrong) {
+    EXPECT_TRUE(Holds(LoadError(folder + "/absent.xpl"), "absent.xpl"));
+    EXPECT_TRUE(Holds(LoadError(folder + "/unresolved.xpl"), "XPLMCallOfAnotherAge"));
+    EXPECT_TRUE(Holds(LoadError(folder + "/incomplete.xpl"),
+                      "XPluginStop, XPluginEnable, XPluginDisable, XPluginReceiveMessage"));
+    EXPECT_TRUE(Holds(LoadError("/" + std::string(300, 'x') + "/lin.xpl"), "too long"));
+    EXPECT_TRUE(Holds(LoadError(guest, refuseStart), "Guest refused to start"));
+    // What it had registered before it refused is gone with it.
+    StepFrame(0.02);
+    EXPECT_EQ(XPLMFindDataRef("guest/starts"), nullptr);
+    EXPECT_TRUE(PluginsMenuItems().empty());
+}
+
+TEST_F(Plugins, DisabledMeansNoCallbacks) {
+    const XPLMPluginID id = Load(guest, refuseEnable);
+    EXPECT_EQ(XPLMIsPluginEnabled(id), 0);
+    StepFrame(0.02);
+    XPLMSendMessageToPlugin(id, 4711, nullptr);
+    EXPECT_EQ(GetNumber("guest/loops"), 0);
+    EXPECT_EQ(GetNumber("guest/message"), 0);
+    EXPECT_EQ(XPLMEnablePlugin(id), 0);
+    SetNumber("test/mode", 0);
+    EXPECT_EQ(XPLMEnablePlugin(id), 1);
+    StepFrame(0.02);
+    EXPECT_EQ(GetNumber("guest/loops"), 1);
+    XPLMDisablePlugin(id);
+    StepFrame(0.02);
+    EXPECT_EQ(GetNumber("guest/loops"), 1);
+}
+
+TEST_F(Plugins, Messages) {
+    const XPLMPluginID id = Load(guest);
+    BroadcastMessage(XPLM_MSG_PLANE_LOADED, nullptr);
+    EXPECT_EQ(GetNumber("guest/message"), XPLM_MSG_PLANE_LOADED);
+    EXPECT_EQ(GetNumber("guest/sender"), XPLM_PLUGIN_XPLANE);
+    ActAsPlugin("/nowhere/plugins/test/64/lin.xpl");
+    XPLMSendMessageToPlugin(id, 4711, nullptr);
+    EXPECT_EQ(GetNumber("guest/message"), 4711);
+    EXPECT_EQ(GetNumber("guest/sender"), XPLMGetMyID());
+    XPLMSendMessageToPlugin(XPLM_NO_PLUGIN_ID, 4712, nullptr);
+    EXPECT_EQ(GetNumber("guest/message"), 4712) << "to all";
+    XPLMSendMessageToPlugin(99, 4713, nullptr);
+    EXPECT_EQ(GetNumber("guest/message"), 4712);
+
+    const char *signature = "xplanesdk.examples.DataRefEditor";
+    EXPECT_EQ(XPLMFindPluginBySignature(signature), XPLM_NO_PLUGIN_ID);
+    SwitchDatarefBrowser(true);
+    const XPLMPluginID browser = XPLMFindPluginBySignature(signature);
+    ASSERT_NE(browser, XPLM_NO_PLUGIN_ID);
+    char told[] = "t/new";
+    XPLMSendMessageToPlugin(browser, 0x01000000, told);
+    XPLMSendMessageToPlugin(browser, 0x01000001, told);
+    EXPECT_EQ(TakeNamesToldToDatarefBrowser(), std::vector<std::string>{"t/new"});
+    SwitchDatarefBrowser(false);
+    EXPECT_EQ(XPLMFindPluginBySignature(signature), XPLM_NO_PLUGIN_ID);
+}
+
+TEST_F(Plugins, WhatIsLeftBehindIsNamedAndNeverCalledAgain) {
+    UnloadPlugin(Load(guest, leaveBehind));
+    const std::string errors = Joined(LastLeftBehind().errors);
+    EXPECT_EQ(LastLeftBehind().errors.size(), 7u) << errors;
+    EXPECT_TRUE(Holds(errors, "flight loop guest.xpl+0x")) << errors;
+    EXPECT_TRUE(Holds(errors, "draw callback guest.xpl+0x")) << errors;
+    EXPECT_TRUE(Holds(errors, "data accessor \"guest/starts\"")) << errors;
+    StepFrame(0.02);
+    XPLMCommandOnce(XPLMFindCommand("guest/command"));
+    EXPECT_EQ(GetNumber("guest/starts"), 0);
+
+    // A library that cannot be unloaded is a note.
+    UnloadPlugin(Load(folder + "/resident.xpl"));
+    EXPECT_TRUE(Holds(Joined(LastLeftBehind().notes), "stayed in memory"));
+    UnloadPlugin(12345);
+    EXPECT_TRUE(LastLeftBehind().notes.empty());
+}
+
+TEST_F(Plugins, ANameWithoutAnEndIsCut) {
+    EXPECT_EQ(PluginName(Load(guest, longName)), std::string(255, 'n'));
+}
+
+int ReadNothing(void *) {
+    return 0;
+}
+
+TEST_F(Plugins, TheProgramItselfIsJudgedLikeALibrary) {
+    ActAsPlugin("/nowhere/plugins/test/64/lin.xpl");
+    const XPLMPluginID id = XPLMGetMyID();
+    char path[256];
+    XPLMGetPluginInfo(id, nullptr, path, nullptr, nullptr);
+    EXPECT_STREQ(path, "/nowhere/plugins/test/64/lin.xpl");
+    XPLMRegisterDataAccessor("t/left", xplmType_Int, 0, ReadNothing, nullptr, nullptr, nullptr, nullptr,
+                             nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+    XPLMCommandBegin(XPLMFindCommand("sim/none/none"));
+    UnloadPlugin(id);
+    EXPECT_EQ(LastLeftBehind().errors, std::vector<std::string>{"data accessor \"t/left\""});
+    EXPECT_EQ(LastLeftBehind().notes, std::vector<std::string>{"command \"sim/none/none\" held down"});
+    EXPECT_EQ(XPLMGetMyID(), XPLM_PLUGIN_XPLANE);
+}
+
+std::string misuse;
+void NoteMisuse(const char *message) {
+    misuse = message;
+}
+void CountFeature(const char *, void *count) {
+    ++*static_cast<int *>(count);
+}
+
+TEST_F(Plugins, FeaturesSymbolsAndErrorCallbacks) {
+    ActAsPlugin("/nowhere/plugins/test/64/lin.xpl");
+    EXPECT_EQ(XPLMHasFeature("XPLM_USE_NATIVE_PATHS"), 1);
+    EXPECT_EQ(XPLMHasFeature("XPLM_FLY_TO_THE_MOON"), 0);
+    EXPECT_EQ(XPLMIsFeatureEnabled("XPLM_USE_NATIVE_PATHS"), 0);
+    XPLMEnableFeature("XPLM_USE_NATIVE_PATHS", 1);
+    XPLMEnableFeature("XPLM_FLY_TO_THE_MOON", 1);
+    EXPECT_EQ(XPLMIsFeatureEnabled("XPLM_USE_NATIVE_PATHS"), 1);
+    EXPECT_EQ(XPLMIsFeatureEnabled("XPLM_FLY_TO_THE_MOON"), 0);
+    int features = 0;
+    XPLMEnumerateFeatures(CountFeature, &features);
+    EXPECT_GE(features, 1);
+
+    EXPECT_EQ(XPLMFindSymbol("XPLMGetDatai"), reinterpret_cast<void *>(XPLMGetDatai));
+    EXPECT_EQ(XPLMFindSymbol("malloc"), nullptr);
+    EXPECT_EQ(XPLMFindSymbol("XPLMCallOfAnotherAge"), nullptr);
+    EXPECT_EQ(XPLMFindSymbol(nullptr), nullptr);
+
+    XPLMSetErrorCallback(NoteMisuse);
+    XPLMCreateCommand("", "");
+    EXPECT_TRUE(Holds(misuse, "XPLMCreateCommand"));
+}
+
+} // namespace

@@ -1,0 +1,148 @@
+// Paths, the log, world coordinates, and calls that are not offered yet.
+#include "XPLMUtilities.h"
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "XPLMDataAccess.h"
+#include "XPLMDisplay.h"
+#include "XPLMGraphics.h"
+#include "XPLMPlanes.h"
+#include "XPWidgets.h"
+#include "simhost/simulator.h"
+
+using namespace simhost;
+
+namespace {
+
+class Utilities : public ::testing::Test {
+protected:
+    Utilities() { ResetSimulator(); }
+};
+
+TEST_F(Utilities, PathsEndWithTheSeparatorAndFitTheirBuffers) {
+    SetFolders("/games/sim", "/games/sim/Aircraft/Cessna/", "Cessna.acf");
+    char path[512], file[256];
+    XPLMGetSystemPath(path);
+    EXPECT_STREQ(path, "/games/sim/");
+    XPLMGetNthAircraftModel(0, file, path);
+    EXPECT_STREQ(file, "Cessna.acf");
+    EXPECT_STREQ(path, "/games/sim/Aircraft/Cessna/Cessna.acf");
+    XPLMGetNthAircraftModel(1, file, path);
+    EXPECT_STREQ(file, "");
+    EXPECT_STREQ(path, "");
+    XPLMGetNthAircraftModel(0, nullptr, nullptr);
+    XPLMGetSystemPath(nullptr);
+    XPLMGetVersions(nullptr, nullptr, nullptr);
+    XPLMCountAircraft(nullptr, nullptr, nullptr);
+    SetFolders("/" + std::string(600, 'd'), "", "");
+    XPLMGetSystemPath(path);
+    EXPECT_EQ(std::string(path).size(), 511u);
+
+    char full[] = "/a/b/c.txt", bare[] = "c.txt";
+    EXPECT_STREQ(XPLMExtractFileAndPath(full), "c.txt");
+    EXPECT_STREQ(full, "/a/b");
+    EXPECT_STREQ(XPLMExtractFileAndPath(bare), "c.txt");
+    EXPECT_EQ(XPLMExtractFileAndPath(nullptr), nullptr);
+}
+
+TEST_F(Utilities, LogLinesMayComeInPieces) {
+    std::string folder = std::filesystem::temp_directory_path() / "fennic-log-XXXXXX";
+    ASSERT_NE(mkdtemp(folder.data()), nullptr);
+    SetFolders(folder, "", "");
+    XPLMDebugString("one ");
+    EXPECT_TRUE(TakeLogLines().empty());
+    XPLMDebugString("line\r\n\ntwo\nthr");
+    XPLMDebugString("ee");
+    XPLMDebugString(nullptr);
+    EXPECT_EQ(TakeLogLines(), (std::vector<std::string>{"one line", "", "two"}));
+    XPLMDebugString("\n");
+    EXPECT_EQ(TakeLogLines(), std::vector<std::string>{"three"});
+    std::ifstream file(folder + "/Log.txt", std::ios::binary);
+    std::stringstream text;
+    text << file.rdbuf();
+    EXPECT_EQ(text.str(), "one line\r\n\ntwo\nthree\n");
+    std::filesystem::remove_all(folder);
+}
+
+TEST_F(Utilities, ALogThatNobodyTakesKeepsItsNewestLines) {
+    for (int i = 0; i < 100010; i++) XPLMDebugString((std::to_string(i) + "\n").c_str());
+    const std::vector<std::string> lines = TakeLogLines();
+    ASSERT_EQ(lines.size(), 100000u);
+    EXPECT_EQ(lines.back(), "100009");
+    int notices = 0;
+    for (const std::string &line : lines) notices += line.find("no longer kept") != std::string::npos;
+    EXPECT_EQ(notices, 1);
+}
+
+TEST_F(Utilities, WhatIsNotOfferedSaysSoOnce) {
+    for (int i = 0; i < 3; i++) {
+        EXPECT_EQ(XPLMCreateWindow(0, 0, 0, 0, 1, nullptr, nullptr, nullptr, nullptr), nullptr);
+        EXPECT_EQ(XPCreateWidget(0, 0, 0, 0, 1, "", 1, nullptr, 1), nullptr);
+    }
+    const std::vector<std::string> lines = TakeLogLines();
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_NE(lines[0].find("XPLMCreateWindow"), std::string::npos);
+    EXPECT_NE(lines[1].find("XPCreateWidget"), std::string::npos);
+    int left = 1, top = 1, right = 1, bottom = 1;
+    SetScreenSize(800, 600);
+    XPLMGetScreenBoundsGlobal(&left, &top, &right, &bottom);
+    EXPECT_EQ(std::vector<int>({left, top, right, bottom}), (std::vector<int>{0, 600, 800, 0}));
+}
+
+TEST_F(Utilities, LocalCoordinatesAreEastUpSouthInMetres) {
+    SetWorldReference(47.5, 8.5);
+    double x = 1, y = 1, z = 1;
+    XPLMWorldToLocal(47.5, 8.5, 100, &x, &y, &z);
+    EXPECT_NEAR(x, 0, 1e-6);
+    EXPECT_NEAR(y, 100, 1e-6);
+    EXPECT_NEAR(z, 0, 1e-6);
+    // WGS84 (a = 6378137 m, e^2 = 0.00669438) at 47.5 degrees of latitude: the radius of curvature of the
+    // meridian a (1 - e^2) / (1 - e^2 sin^2)^1.5 = 6370.2 km makes a hundredth of a degree 1111.8 m; that of
+    // the prime vertical a / (1 - e^2 sin^2)^0.5 = 6389.8 km times the cosine makes it 753.4 m.
+    XPLMWorldToLocal(47.51, 8.5, 0, &x, &y, &z);
+    EXPECT_NEAR(z, -1111.8, 0.1);
+    EXPECT_NEAR(x, 0, 1e-6);
+    XPLMWorldToLocal(47.5, 8.51, 0, &x, &y, &z);
+    EXPECT_NEAR(x, 753.4, 0.1);
+    EXPECT_LT(y, 0) << "the Earth curves away below the plane";
+
+    // There and back, also after the origin has moved.
+    for (double originLatitude : {47.5, -33.9, 89.999}) {
+        SetWorldReference(originLatitude, 8.5);
+        double latitude = 0, longitude = 0, altitude = 0;
+        XPLMWorldToLocal(originLatitude - 0.3, 8.9, 1234, &x, &y, &z);
+        XPLMLocalToWorld(x, y, z, &latitude, &longitude, &altitude);
+        EXPECT_NEAR(latitude, originLatitude - 0.3, 1e-9);
+        EXPECT_NEAR(longitude, 8.9, 1e-9);
+        EXPECT_NEAR(altitude, 1234, 1e-5);
+    }
+    SetWorldReference(std::nan(""), 0);
+    SetWorldReference(91, 0);
+    EXPECT_NEAR(GetNumber("sim/flightmodel/position/lat_ref"), 89.999, 1e-4) << "no place on Earth";
+    XPLMWorldToLocal(0, 0, 0, nullptr, nullptr, nullptr);
+    XPLMLocalToWorld(0, 0, 0, nullptr, nullptr, nullptr);
+}
+
+TEST_F(Utilities, TheOriginLiesAtTheAircraftAndItsLocalPositionFollows) {
+    SetNumber("sim/flightmodel/position/latitude", -33.9);
+    SetNumber("sim/flightmodel/position/longitude", 151.2);
+    SetNumber("sim/flightmodel/position/elevation", 50);
+    double x = 9, y = 9, z = 9;
+    XPLMWorldToLocal(-33.9, 151.2, 0, &x, &y, &z);
+    EXPECT_NEAR(std::hypot(x, y, z), 0, 1e-6);
+    SetNumber("sim/flightmodel/position/longitude", 151.21);
+    StepFrame(0.02);
+    XPLMWorldToLocal(-33.9, 151.21, 50, &x, &y, &z);
+    EXPECT_GT(x, 900);
+    EXPECT_EQ(GetNumber("sim/flightmodel/position/local_x"), x);
+    EXPECT_EQ(GetNumber("sim/flightmodel/position/local_y"), y);
+    EXPECT_EQ(GetNumber("sim/flightmodel/position/local_z"), z);
+}
+
+} // namespace
