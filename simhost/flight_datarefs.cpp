@@ -224,7 +224,7 @@ int Set(Call &call) {
         Write(call, target, number, index);
         if (changes && IsPilotsAct(target.name))
             TranscribeSet(target.name + (IsArray(target) ? ElementText(index) : std::string()),
-                          NumberText(number));
+                          NumberText(static_cast<float>(number)));
     }
     return 0;
 }

@@ -114,11 +114,15 @@ bool StartPlugins(std::string &error) {
         return false;
     }
     for (const std::string &library : libraries) {
-        NameLoadingLibrary(library.c_str());
+        const std::string known = library.substr(flight.scratch.aircraft.size());
+        NameLoadingLibrary(known.c_str());
         SimulatorCall inside;
         const XPLMPluginID id = LoadPlugin(library, error);
         if (id == XPLM_NO_PLUGIN_ID) {
-            error = library + ": " + error;
+            if (error.compare(0, library.size(), library) == 0)
+                error.replace(0, library.size(), known);
+            else
+                error = known + ": " + error;
             break;
         }
         const std::string name = PluginName(id);

@@ -99,7 +99,8 @@ int main(int count, char **words) {
     options.arguments.assign(words + place, words + count);
 
     std::error_code failed;
-    if (!std::filesystem::is_regular_file(options.script, failed))
+    if (!std::filesystem::exists(options.script, failed)
+        || std::filesystem::is_directory(options.script, failed))
         return Refuse("there is no flight " + options.script);
     options.aircraftFolder = simhost::FindAircraft(aircraft, simhost::ProgramFolder());
     if (options.aircraftFolder.empty()) return Refuse("there is no aircraft folder " + aircraft);

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <string_view>
+#include <vector>
 
 #include <unistd.h>
 
@@ -44,15 +45,19 @@ struct {
     int heard = 0, said = 0, fired = 0, set = 0;
 } counted;
 
-// A dataref that the flight sets over and over (a lever that is being moved) is told once, with the last
-// value, when something else is told.
-struct {
-    std::string dataref, value, time;
-} pendingSet;
-
-// While a script goes from one step to the next the expected answers change with each frame: they are told
-// once they have stayed the same for some frames, or when the pilot speaks.
+// What has changed must stay the same for so many frames before it is told, or the pilot must go on.
 constexpr int SETTLED_FRAMES = 10;
+
+// What the pilot sets. A switch is told with the next line; a lever that is being moved, set again and
+// again, when it has come to rest.
+struct PendingSet {
+    std::string dataref, value, time;
+    bool isMoving = false;
+    int framesToGo = SETTLED_FRAMES;
+};
+std::vector<PendingSet> pendingSets;
+
+// While a script goes from one step to the next the expected answers change with each frame.
 struct {
     std::string told, now;
     int framesToGo = 0; // 0: nothing to be told
@@ -118,22 +123,35 @@ void Print(const std::string &time, const char *colour, size_t headColumn, const
     std::fwrite(line.data(), 1, line.size(), stdout);
 }
 
-void PrintPendingSet() {
-    if (pendingSet.dataref.empty()) return;
-    Print(pendingSet.time, PILOT_COLOUR, SPEAKER_COLUMN, "PILOT", SPEECH_COLUMN,
-          "sets " + pendingSet.dataref + " = " + pendingSet.value);
-    pendingSet.dataref.clear();
+void PrintSet(const PendingSet &set) {
+    Print(set.isMoving ? TimeNow() : set.time, PILOT_COLOUR, SPEAKER_COLUMN, "PILOT", SPEECH_COLUMN,
+          "sets " + set.dataref + " = " + set.value);
+}
+
+void PrintSetsIf(bool (*isDue)(const PendingSet &)) {
+    if (pendingSets.empty()) return;
+    for (const PendingSet &set : pendingSets)
+        if (isDue(set)) PrintSet(set);
+    std::erase_if(pendingSets, isDue);
+}
+
+void PrintSwitches() {
+    PrintSetsIf([](const PendingSet &set) { return !set.isMoving; });
+}
+
+void PrintAllSets() {
+    PrintSetsIf([](const PendingSet &) { return true; });
 }
 
 void Speaker(const char *colour, const char *who, const std::string &text) {
     if (!isShown) return;
-    PrintPendingSet();
+    PrintSwitches();
     Print(TimeNow(), colour, SPEAKER_COLUMN, who, SPEECH_COLUMN, text);
 }
 
 void Action(const char *verb, const std::string &object, const char *colour = PLAIN) {
     if (!isShown) return;
-    PrintPendingSet();
+    PrintSwitches();
     Print(TimeNow(), colour, ACTION_COLUMN, verb, OBJECT_COLUMN, object);
 }
 
@@ -268,6 +286,7 @@ void OpenTranscript(bool shown, const std::string &folder) {
 }
 
 void CloseTranscript(double simulatedSeconds, double realSeconds) {
+    PrintAllSets();
     char flown[24];
     FormatFlightTime(simulatedSeconds, flown);
     char real[32];
@@ -288,6 +307,10 @@ void TranscribeEvent(const Event &event) {
 }
 
 void TranscribeFrameEnd() {
+    if (!pendingSets.empty()) {
+        for (PendingSet &set : pendingSets) --set.framesToGo;
+        PrintSetsIf([](const PendingSet &set) { return set.framesToGo <= 0; });
+    }
     if (answers.framesToGo > 0 && --answers.framesToGo == 0) TellAnswers();
     if (!announced.dataref.empty()) {
         const XPLMDataRef handle = XPLMFindDataRef(announced.dataref.c_str());
@@ -314,6 +337,7 @@ void TranscribeFrameEnd() {
 void TranscribeHeard(const std::string &text) {
     ++counted.heard;
     if (answers.framesToGo > 0) TellAnswers();
+    PrintAllSets();
     Speaker(PILOT_COLOUR, "PILOT", text.empty() ? "(says nothing)" : Quoted(text));
 }
 
@@ -323,12 +347,14 @@ void TranscribeReply(const std::string &text) {
 
 void TranscribeSet(const std::string &dataref, const std::string &value) {
     if (!isShown) return;
-    if (pendingSet.dataref != dataref) {
-        PrintPendingSet();
-        pendingSet.time = TimeNow();
-        pendingSet.dataref = dataref;
+    for (PendingSet &set : pendingSets) {
+        if (set.dataref != dataref) continue;
+        set.value = value;
+        set.isMoving = true;
+        set.framesToGo = SETTLED_FRAMES;
+        return;
     }
-    pendingSet.value = value;
+    pendingSets.push_back({dataref, value, TimeNow()});
 }
 
 void TranscribeTap(const std::string &command) {
@@ -344,13 +370,13 @@ TranscriptPause::~TranscriptPause() {
 
 void TranscribeDirection(const std::string &text) {
     if (!isShown) return;
-    PrintPendingSet();
+    PrintSwitches();
     Print(TimeNow(), DIM, SPEAKER_COLUMN, "", SPEAKER_COLUMN, std::string("(").append(text).append(")"));
 }
 
 void TranscribeNote(const std::string &text) {
     if (!isShown) return;
-    PrintPendingSet();
+    PrintSwitches();
     for (size_t start = 0; start <= text.size();) {
         const size_t end = std::min(text.find('\n', start), text.size());
         Print(TimeNow(), BOLD, SPEAKER_COLUMN, "", SPEAKER_COLUMN, text.substr(start, end - start));

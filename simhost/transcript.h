@@ -17,7 +17,7 @@ void CloseTranscript(double simulatedSeconds, double realSeconds);
 
 // The listener to the simulator's events.
 void TranscribeEvent(const Event &event);
-// After each frame: tells an action that changed nothing, and expected answers that have settled.
+// After each frame: tells an action that changed nothing, and what has settled.
 void TranscribeFrameEnd();
 
 // What the pilot does.

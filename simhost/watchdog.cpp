@@ -123,8 +123,9 @@ void WriteReport(const char *verb, const char *detail) {
     if (running.plugin == XPLM_PLUGIN_XPLANE) {
         report << "fennic-sim: the simulator itself " << verb << detail;
     } else {
-        report << "fennic-sim: " << NameOf(running.plugin) << " " << verb << " in its " << running.doing
-               << detail;
+        const bool isPhase = std::strncmp(running.doing, "being ", 6) == 0; // "being loaded"
+        report << "fennic-sim: " << NameOf(running.plugin) << " " << verb
+               << (isPhase ? " while " : " in its ") << running.doing << detail;
     }
     AddWhere(report);
     report.Write();
@@ -172,6 +173,11 @@ void OnTick(int) {
     end = std::to_chars(end, detail + sizeof detail - 3, hangSeconds).ptr;
     std::memcpy(end, " s", 3);
     EndWithReport("hangs", detail);
+}
+
+// A plug-in that ends the whole program.
+void OnExit() {
+    if (WatchedCall::inside != 0) EndWithReport("ended the program", "");
 }
 
 void OnToldToEnd(int number) {
@@ -228,6 +234,7 @@ void StartWatchdog() {
     }
     Handle(SIGABRT, OnCrash, once);
     std::set_terminate(OnTerminate);
+    std::atexit(OnExit);
     for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) Handle(number, OnToldToEnd, once);
 
     Handle(SIGALRM, OnTick, SA_ONSTACK | SA_RESTART);

@@ -122,6 +122,7 @@ void Misbehave() {
         break;
     case 3: std::abort();
     case 4: throw std::runtime_error("no oil");
+    case 5: std::exit(0);
     default: break;
     }
 }
