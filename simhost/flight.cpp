@@ -12,7 +12,7 @@
 #include "simhost/events.h"
 #include "simhost/flight_arguments.h"
 #include "simhost/flight_state.h"
-#include "simhost/name_lists.h"
+#include "simhost/simulator_lists.h"
 #include "simhost/transcript.h"
 #include "simhost/watchdog.h"
 
@@ -23,13 +23,6 @@ FlightState flight;
 namespace {
 
 std::chrono::steady_clock::time_point startOfFlight;
-FILE *logFile = nullptr; // Log.txt in the simulator's folder
-
-void OnEvent(const Event &event) {
-    if (event.kind == EventKind::LogLine && logFile != nullptr)
-        std::fprintf(logFile, "%s\n", event.subject.c_str());
-    TranscribeEvent(event);
-}
 
 // "flight.lua:12:" at the start of a message, by the name under which Lua knows the file.
 bool StartsWithPlace(const char *message, const char *source) {
@@ -78,8 +71,6 @@ int FinishFlight(int status) {
     CloseTranscript(static_cast<double>(flight.frames) * flight.frameSeconds, took.count());
     std::fflush(stdout);
     SetEventListener(nullptr);
-    if (logFile != nullptr) std::fclose(logFile);
-    logFile = nullptr;
     if (flight.options.keep)
         std::fprintf(stderr, "fennic-sim: kept %s\n", flight.scratch.root.c_str());
     else
@@ -188,13 +179,11 @@ bool PrepareSimulator(std::string &error) {
     NameScratchFolder(flight.scratch.root.c_str(), options.keep);
     if (!made) return false;
     ResetSimulator();
-    if (!options.xplaneFolder.empty() && !PublishNameLists(options.xplaneFolder, error)) return false;
+    if (!options.xplaneFolder.empty() && !ReadSimulatorLists(options.xplaneFolder, error)) return false;
     SetScreenSize(options.screenWidth, options.screenHeight);
     SetFolders(flight.scratch.root, flight.scratch.aircraft, FindAircraftFile(flight.scratch.aircraft).name);
     flight.frameSeconds = 1 / options.framesPerSecond;
-    logFile = std::fopen((flight.scratch.root + "Log.txt").c_str(), "w");
-    if (logFile != nullptr) std::setvbuf(logFile, nullptr, _IOLBF, BUFSIZ);
-    SetEventListener(OnEvent);
+    SetEventListener(TranscribeEvent);
     return true;
 }
 
