@@ -19,7 +19,7 @@ struct FlightState {
     ScratchAircraft scratch;
     double frameSeconds = 1.0 / 60;
     long long frames = 0; // stepped in all
-    std::string locale; // empty: "C"
+    std::string locale;   // empty: "C"
 
     struct LoadedPlugin {
         XPLMPluginID id = XPLM_NO_PLUGIN_ID;
