@@ -8,6 +8,7 @@
 #include "figure/installation.h"
 #include "figure/positions.h"
 #include "frame/aircraft.h"
+#include "frame/menus.h"
 #include "frame/settings.h"
 #include "frame/simulator_datarefs.h"
 #include "util/clock.h"
@@ -30,7 +31,7 @@ const float InASecond = 1.0F;
 double FlightTimeOld = 0.0; // flight time of the previous frame
 bool isControlDrfWasFind = false;
 int drfDone = 0;  // one-time binding done
-int readDone = 0; // voice list and context loaded
+int readDone = 0; // voice list, context and menu loaded
 
 void FindKillSwitch() {
     DRFi_FennicKill = XPLMFindDataRef("kv/fennic_kill");
@@ -84,6 +85,7 @@ void LoadOrStartVoice() {
     }
     ReadVoiceList();
     ReadCommandsFolder();
+    BuildMenu2();
     readDone = 1;
 }
 

@@ -1,6 +1,174 @@
-// The overlay's draw callback; the texts themselves come with the windows they need.
+// The overlay is a column of lines that grows upwards from its place on the screen. What is drawn and what
+// can be clicked are the same lines, collected in the same pass.
 #include "frame/overlay.h"
 
+#include <algorithm>
+#include <cstdio>
+
+#include "XPLMDataAccess.h"
+#include "XPLMGraphics.h"
+#include "frame/commands.h"
+#include "frame/main_loop.h"
+#include "frame/settings.h"
+#include "util/clock.h"
+#include "voice/executer.h"
+#include "voice/recognition.h"
+#include "voice/selection.h"
+#include "voice/selection_window.h"
+
+namespace {
+
+const int LineHeight = 15;
+const int HeadingIndent = -30; // headings stand left of their lines
+const size_t SpokenLines = 3;
+const double FoldAfterSec = 10.0;
+const int WindowAboveList = 30; // the selection window reaches this far above the list
+const int BoxMargin = 10;
+const int FarthestLeft = 35, FarthestRight = 10; // of the list's place, from the screen's edges
+const int Lowest = 10, Highest = 100;            // from the screen's lower and upper edge
+
+struct Colour {
+    float red, green, blue;
+};
+const Colour HeadingColour = {0.55F, 0.80F, 1.00F};
+const Colour SpokenColour = {0.95F, 0.95F, 0.95F};
+const Colour AnswerColour = {0.70F, 1.00F, 0.70F};
+const Colour ItemColour = {0.85F, 0.85F, 0.85F};
+const Colour CalledColour = {1.00F, 0.80F, 0.35F};
+const Colour HintColour = {0.60F, 0.60F, 0.60F};
+
+int listHeight = 0; // of the last frame
+int screenTop = 0;
+XPLMDataRef DRFf_SinWave; // "sim/graphics/animation/sin_wave_2", -1 to 1
+
+// The highlighted answer swings between yellow and white.
+Colour PulsingColour() {
+    if (!DRFf_SinWave) DRFf_SinWave = XPLMFindDataRef("sim/graphics/animation/sin_wave_2");
+    const float pulse = std::clamp(XPLMGetDataf(DRFf_SinWave) * 0.5F + 0.5F, 0.0F, 1.0F);
+    return {1.0F, 0.85F + 0.15F * pulse, 0.20F + 0.80F * pulse};
+}
+
+// Lines above the screen are not worth a call.
+void DrawText(const char *text, int x, int y, const Colour &colour) {
+    if (y > screenTop) return;
+    float rgb[] = {colour.red, colour.green, colour.blue};
+    XPLMDrawString(rgb, x, y, const_cast<char *>(text), nullptr, xplmFont_Basic);
+}
+
+void DrawHeading(const char *text, int y) {
+    DrawText(text, widgetOffsetX + HeadingIndent, y, HeadingColour);
+}
+
+int TimesLine(size_t count) {
+    return static_cast<int>(std::min<size_t>(count, 100000)) * LineHeight;
+}
+
+// Each of the following draws its lines from y upwards and returns where the next one begins.
+
+int DrawSpokenTexts(int y) {
+    for (size_t i = 0; i < std::min(SpokenLines, fennicsay.size()); i++)
+        DrawText(fennicsay[i].c_str(), widgetOffsetX, y + TimesLine(SpokenLines - 1 - i), SpokenColour);
+    y += TimesLine(SpokenLines);
+    DrawHeading("FENNIC ANNOUNCES:", y);
+    return y + LineHeight;
+}
+
+int DrawAnswers(int y) {
+    CarryOutSelection();
+    for (size_t i = 0; i < answers.size(); i++) {
+        const bool isHighlighted = static_cast<int>(i) == selectCommandAnswerIndex;
+        DrawText(answers[i].c_str(), widgetOffsetX, y, isHighlighted ? PulsingColour() : AnswerColour);
+        AddToSelVector(answers[i], y, false, false);
+        y += LineHeight;
+    }
+    if (answers.empty()) {
+        static const std::string any = "any";
+        DrawText("...", widgetOffsetX, y, HintColour);
+        if (isAnyInputGood) DrawText(any.c_str(), widgetOffsetX + BoxMargin * 3, y, AnswerColour);
+        AddToSelVector(any, y, false, !isAnyInputGood);
+        y += LineHeight;
+    }
+    DrawHeading("EXPECTED ANSWERS:", y);
+    return y + LineHeight;
+}
+
+int DrawGroup(const input_struct &group, int y) {
+    if (unfoldedTitle == group.name) {
+        for (const std::string &item : group.texts) {
+            DrawText(item.c_str(), widgetOffsetX, y,
+                     item == LastCalledChklProcName ? CalledColour : ItemColour);
+            AddToSelVector(item, y, false, false);
+            y += LineHeight;
+        }
+    }
+    char title[256];
+    std::snprintf(title, sizeof title, "%s (%zu)", group.name.c_str(), group.texts.size());
+    DrawHeading(title, y);
+    AddToSelVector(group.name, y, true, false);
+    return y + LineHeight;
+}
+
+// What the list covers, darkened so that its texts can be read before any sky.
+void DrawBackground() {
+    XPLMDrawTranslucentDarkBox(widgetOffsetX - WindowAboveList - BoxMargin,
+                               std::min(widgetOffsetY + listHeight, screenTop), widgetOffsetX + selW,
+                               widgetOffsetY - BoxMargin / 2);
+}
+
+void DrawList() {
+    DrawBackground();
+    vectorSelect.Clear();
+    DrawText("(MOVABLE)", widgetOffsetX + HeadingIndent, widgetOffsetY, HintColour);
+    int y = DrawSpokenTexts(widgetOffsetY + LineHeight);
+    y = DrawAnswers(y);
+    for (const input_struct &group : inputs) y = DrawGroup(group, y);
+    const int height = y - widgetOffsetY;
+    if (height == listHeight && isSelWindowOpen()) return;
+    listHeight = height;
+    SelWindowCreate(listHeight + WindowAboveList);
+}
+
+// The place that is kept: on the screen, and in the middle while none was chosen.
+int PlaceX(int x, int width) {
+    if (x == 0) x = width / 2 - 50;
+    if (x < 0) x = FarthestLeft;
+    return std::min(x, width - FarthestRight);
+}
+
+int PlaceY(int y, int height) {
+    if (y < Lowest) y = Lowest;
+    return std::min(y, height - Highest);
+}
+
+void KeepOnScreen() {
+    int width = 0, height = 0;
+    XPLMGetScreenSize(&width, &height);
+    screenTop = height;
+    const int x = PlaceX(widgetOffsetX, width), y = PlaceY(widgetOffsetY, height);
+    if (x == widgetOffsetX && y == widgetOffsetY) return;
+    widgetOffsetX = x;
+    widgetOffsetY = y;
+    if (isSelWindowOpen()) SelWindowCreate(listHeight + WindowAboveList);
+}
+
+void FoldWhenIdle() {
+    if (!unfoldedTitle.empty() && FlightTimeSEC - secUnfoldTFT >= FoldAfterSec) unfoldedTitle.clear();
+}
+
+} // namespace
+
 int DrawScreen(XPLMDrawingPhase, int, void *) {
+    if (!isFennicKillDrfWasReaded || isKilled() || !ShowWidget) {
+        CloseOverlay();
+        return 1;
+    }
+    FoldWhenIdle();
+    KeepOnScreen();
+    DrawList();
     return 1;
+}
+
+void CloseOverlay() {
+    vectorSelect.Clear();
+    SelWindowDestroy();
 }

@@ -11,6 +11,7 @@
 #include "frame/commands.h"
 #include "frame/datarefs.h"
 #include "frame/main_loop.h"
+#include "frame/menus.h"
 #include "frame/overlay.h"
 #include "frame/settings.h"
 #include "frame/simulator_datarefs.h"
@@ -63,12 +64,15 @@ PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc) {
     string2debugString("Version: ", Version, 1);
     ReadAcfTypeAndDeveloperMode();
     RegisterCallbacksIfInstalled();
+    BuildMenu1();
     return 1;
 }
 
 PLUGIN_API void XPluginStop(void) {
     SaveSettings();
     UnregisterDrfs();
+    CloseOverlay();
+    DestroyMenu();
     CustCommExit();
     if (wasCallbacksRegistred) {
         XPLMUnregisterDrawCallback(DrawScreen, xplm_Phase_Window, AfterPhase, nullptr);

@@ -5,22 +5,10 @@
 #include <vector>
 
 #include "util/log.h"
+#include "util/refilled_list.h"
 #include "voice/recognition.h"
 
 namespace {
-
-// A list whose entries stay allocated when it is emptied.
-template <typename Entry> struct RefilledList {
-    std::vector<Entry> entries;
-    size_t count = 0;
-
-    Entry &Add() {
-        if (count == entries.size()) entries.emplace_back();
-        return entries[count++];
-    }
-    auto begin() const { return entries.begin(); }
-    auto end() const { return entries.begin() + static_cast<std::ptrdiff_t>(count); }
-};
 
 struct ExpectedInput {
     std::string name;
@@ -65,8 +53,8 @@ void PublishInputs() {
 } // namespace
 
 void BeginExpectations() {
-    expectedAnswers.count = 0;
-    expectedInputs.count = 0;
+    expectedAnswers.Clear();
+    expectedInputs.Clear();
     isAnyAnswerExpected = false;
 }
 
@@ -80,14 +68,12 @@ void ExpectAnyAnswer() {
 }
 
 void ExpectInput(const std::string &device, const std::string &text) {
-    const bool joinsLast =
-        expectedInputs.count > 0 && expectedInputs.entries[expectedInputs.count - 1].name == device;
-    if (!joinsLast) {
+    if (expectedInputs.IsEmpty() || expectedInputs.Last().name != device) {
         ExpectedInput &input = expectedInputs.Add();
         input.name = device;
-        input.texts.count = 0;
+        input.texts.Clear();
     }
-    expectedInputs.entries[expectedInputs.count - 1].texts.Add() = text;
+    expectedInputs.Last().texts.Add() = text;
 }
 
 void PublishExpectations() {

@@ -12,3 +12,6 @@ int ConvertPath(const char *in, char *out, size_t size);
 // The system clipboard's text; empty when there is none. Starts a program: for clicks, never in a frame.
 std::string ReadClipboard();
 void WrightClipboard(const std::string &text);
+
+// Opens a web page in the user's browser. For clicks, never in a frame.
+void openURL(const std::string &address);

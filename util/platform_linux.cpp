@@ -1,8 +1,10 @@
-// Linux: the simulator's paths are POSIX paths already; the clipboard is reached through the programs that
-// desktops offer.
+// Linux: the simulator's paths are POSIX paths already; clipboard and browser are reached through the
+// programs that desktops offer.
 #include "util/platform.h"
 
 #include <cstring>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "util/pipes.h"
 
@@ -20,4 +22,14 @@ std::string ReadClipboard() {
 
 void WrightClipboard(const std::string &text) {
     WriteToCommand("xclip -selection clipboard 2>/dev/null || wl-copy 2>/dev/null", text);
+}
+
+// The browser is started by a child of a child, so that it is nobody's child to wait for when it ends.
+void openURL(const std::string &address) {
+    const pid_t child = fork();
+    if (child == 0) {
+        if (fork() == 0) execlp("xdg-open", "xdg-open", address.c_str(), static_cast<char *>(nullptr));
+        _exit(0);
+    }
+    if (child > 0) waitpid(child, nullptr, 0);
 }

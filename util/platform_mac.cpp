@@ -1,7 +1,8 @@
-// macOS: paths through CoreFoundation, the clipboard through the
+// macOS: paths and web pages through CoreFoundation and Launch Services, the clipboard through the
 // system's command-line tools.
 #include "util/platform.h"
 
+#include <ApplicationServices/ApplicationServices.h>
 #include <CoreFoundation/CoreFoundation.h>
 #include <cstring>
 
@@ -34,4 +35,13 @@ std::string ReadClipboard() {
 
 void WrightClipboard(const std::string &text) {
     WriteToCommand("/usr/bin/pbcopy", text);
+}
+
+void openURL(const std::string &address) {
+    const CFURLRef url =
+        CFURLCreateWithBytes(kCFAllocatorDefault, reinterpret_cast<const UInt8 *>(address.data()),
+                             static_cast<CFIndex>(address.size()), kCFStringEncodingUTF8, nullptr);
+    if (!url) return;
+    LSOpenCFURLRef(url, nullptr);
+    CFRelease(url);
 }

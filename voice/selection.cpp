@@ -1,9 +1,15 @@
 // The select command's timing. A hold counts by frame periods, so that a paused simulator confirms nothing.
 #include "voice/selection.h"
 
+#include <algorithm>
+
 #include "XPLMDataAccess.h"
 #include "frame/aircraft.h"
 #include "util/clock.h"
+#include "util/log.h"
+#include "util/numbers.h"
+#include "voice/action_queue.h"
+#include "voice/recognition.h"
 
 int selectCommandAnswerIndex = -1;
 double selectCommandStartTime = 0.0;
@@ -16,12 +22,31 @@ double SndTimerSec = 0.0;
 namespace {
 
 const double HoldSec = 0.3; // a longer press confirms, a shorter one steps
+const double StepSec = 0.5; // from the press to the step
 
 XPLMDataRef DRFi_FennicSnd; // "kv/fennic/click_snd", the aircraft's
 
 void StopTimer() {
     SndTimerOn = false;
     SndTimerSec = 0.0;
+}
+
+void HighlightNextAnswer() {
+    selectCommandDoSelect = 0;
+    selectCommandAnswerIndex++;
+    if (selectCommandAnswerIndex >= static_cast<int>(answers.size())) selectCommandAnswerIndex = 0;
+}
+
+void ConfirmAnswer(const std::string &answer) {
+    selectCommandDoConfirm = 0;
+    selectCommandDoSelect = 0;
+    selectCommandAnswerIndex = -1;
+    LastRecognition = answer;
+    LastRecognitionOld.clear();
+    string2debugString("LastRecognition=answers[i]=", answer, 1);
+    const auto isItsTimer = [&](const answertimer_struct &timer) { return timer.name == answer; };
+    const auto timer = std::find_if(answerstimer.begin(), answerstimer.end(), isItsTimer);
+    if (timer != answerstimer.end()) answerstimer.erase(timer);
 }
 
 } // namespace
@@ -58,4 +83,19 @@ void RunSelectionClick() {
     selectCommandDoConfirm = 1;
     selectCommandDoSelect = selectCommandAnswerIndex == -1 ? 1 : 0;
     StopTimer();
+}
+
+void CarryOutSelection() {
+    const int count = static_cast<int>(answers.size());
+    if (count == 0) selectCommandAnswerIndex = -1;
+    if (selectCommandAnswerIndex >= count) selectCommandAnswerIndex = -1; // the answers have changed
+    if (count == 0) return;
+    const bool isStep = selectCommandDoSelect == 1 && selectCommandDoConfirm == 0;
+    if (isStep && FlightTimeSEC - selectCommandStartTime > StepSec) HighlightNextAnswer();
+    if (selectCommandDoSelect == 1 && selectCommandDoConfirm == 1) {
+        HighlightNextAnswer();
+        string2debugString("selectCommandAnswerIndex=", int2string(selectCommandAnswerIndex), 1);
+    }
+    if (selectCommandDoConfirm == 1 && selectCommandAnswerIndex >= 0)
+        ConfirmAnswer(answers[static_cast<size_t>(selectCommandAnswerIndex)]);
 }

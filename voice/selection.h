@@ -1,5 +1,5 @@
 // One button for all answers: a short press of the select command steps through the expected answers, a
-// hold confirms. The button's presses and the frame set requests here; the overlay carries them out.
+// hold confirms. The button's presses and the frame set requests; each drawing frame carries them out.
 #pragma once
 
 extern int selectCommandAnswerIndex;  // the highlighted answer; -1: none
@@ -16,6 +16,10 @@ void SelectReleased();
 // Once a frame: a hold becomes a confirmation, with a click through "kv/fennic/click_snd" when the aircraft
 // has that dataref.
 void RunSelectionClick();
+
+// Once a drawing frame: a pending step moves the highlight to the next answer, half a second after its
+// press; a pending confirmation makes the highlighted answer the recognition.
+void CarryOutSelection();
 
 // Looks the aircraft's click dataref up; once, at the first frame.
 void FindClickDataref();

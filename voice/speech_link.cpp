@@ -33,10 +33,6 @@ const float SettingsAfterSec = 30.0F; // flight time before which volume and rat
 XPLMDataRef DRFs_ToSpeech;
 XPLMDataRef DRFs_FrSpeech;
 
-bool isLateFlight() {
-    return XPLMGetDataf(DRFf_TotalFlightTimeSec) > SettingsAfterSec;
-}
-
 void SendChosenVoice() {
     std::string chosen;
     if (globalGender == "w") chosen = globalVoiceW;
@@ -75,6 +71,10 @@ std::string ReadMSG() {
     char zero = '\0';
     XPLMSetDatab(DRFs_FrSpeech, &zero, 0, 1);
     return std::string(buffer, std::find(buffer, buffer + std::max(count, 0), '\0'));
+}
+
+bool isLateFlight() {
+    return XPLMGetDataf(DRFf_TotalFlightTimeSec) > SettingsAfterSec;
 }
 
 void ReadVoiceList() {

@@ -23,6 +23,9 @@ std::string ReadMSG();
 
 void ReadVoiceList();
 
+// True when flight time is past the 30 s before which volume is not sent.
+bool isLateFlight();
+
 // The steps of a frame. RunPushToTalk says whether it sent the stop of a recognition in this frame, which
 // ReadServerMessage wants to know: a press without a word answers a question that takes any answer.
 void RunVoiceStartup();

@@ -1,0 +1,164 @@
+// Menu handlers run between frames: they change settings, send messages to the speech server, and set what
+// the next frame reads.
+#include "frame/menu_actions.h"
+
+#include <algorithm>
+#include <string>
+
+#include "XPLMDataAccess.h"
+#include "figure/positions.h"
+#include "frame/settings.h"
+#include "util/log.h"
+#include "util/numbers.h"
+#include "util/platform.h"
+#include "voice/action_queue.h"
+#include "voice/phrase_log.h"
+#include "voice/recognition.h"
+#include "voice/speech_link.h"
+
+namespace {
+
+const char *const ProjectPage = "https://fennic.example.org/";
+
+const int LowestPercent = 10, HighestPercent = 100; // of volume and rate
+const int VolumeStep = 10, RateStep = 5;
+
+XPLMDataRef DRFi_Comments; // "kv/fennic/comments", the aircraft's: announce everything
+XPLMDataRef DRFi_RealMode; // "kv/fennic/realmode", the aircraft's: the first officer's job only
+OptionItems options;
+
+int StepUp(int percent, int step) {
+    return std::min(percent, HighestPercent - step) + step;
+}
+
+int StepDown(int percent, int step) {
+    return std::max(percent, LowestPercent + step) - step;
+}
+
+// The volume reaches the server only when the flight is under way; the rate at once.
+void SetVolume(int percent) {
+    globalVolume = percent;
+    if (isLateFlight()) SendMSG("volume>" + int2string(globalVolume));
+}
+
+void SetRate(int percent) {
+    globalRate = percent;
+    SendMSG("rate>" + int2string(globalRate));
+}
+
+void ToggleStepByStep() {
+    isNeedStep = isNeedStep ? 0 : 1;
+    lockStep = isNeedStep;
+}
+
+void SayNotYet(const char *what) {
+    string2debugString(what, " comes with a later version", 1);
+}
+
+bool isListed(const std::vector<std::string> &list, const std::string &name) {
+    return std::find(list.begin(), list.end(), name) != list.end();
+}
+
+void LoadPositionOrPreset(const std::string &name) {
+    if (isListed(positionList, name)) {
+        LoadPositionFromFile(name);
+        SetCurrentPositionName(name);
+    }
+    if (isListed(presetList, name)) LoadPresetFromFile(name);
+}
+
+struct MenuAction {
+    const char *reference;
+    void (*perform)();
+};
+
+const MenuAction Actions[] = {
+    {"Save Position", SavePositionToFile},
+    {"SavePresetL", SavePresetLeftToFile},
+    {"SavePresetR", SavePresetRghtToFile},
+    {"Editor", [] { SayNotYet("The position creator"); }},
+    {"Reload Scripts", ReadPositionFolder},
+    {"DataRef List", [] { SayNotYet("The list of the aircraft's datarefs"); }},
+    {"LogPhrases", LogAllPhrases},
+    {"Step", ToggleStepByStep},
+    {"IncreaseVolume", [] { SetVolume(StepUp(globalVolume, VolumeStep)); }},
+    {"DecreaseVolume", [] { SetVolume(StepDown(globalVolume, VolumeStep)); }},
+    {"IncreaseRate", [] { SetRate(StepUp(globalRate, RateStep)); }},
+    {"DecreaseRate", [] { SetRate(StepDown(globalRate, RateStep)); }},
+    {"Restart", [] { SendMSG("restart>"); }},
+    {"Uninstall", [] { SayNotYet("Taking the figure out of the aircraft"); }},
+    {"Setup", [] { SayNotYet("Setting the figure up in the aircraft"); }},
+};
+
+// An option writes the aircraft's dataref and says so; without the dataref it does neither.
+struct OptionAction {
+    const char *reference;
+    XPLMDataRef *dataref;
+    int value;
+    const char *message;
+};
+
+const OptionAction OptionActions[] = {
+    {"AnnSop", &DRFi_Comments, 0, "say>I will only announce the S O P actions"},
+    {"AnnAll", &DRFi_Comments, 1, "say>I will announce all my actions"},
+    {"ExeFnc", &DRFi_RealMode, 1, "say>I will only perform Pilot Monitoring actions"},
+    {"ExeAll", &DRFi_RealMode, 0, "say>I will perform all S O P actions"},
+};
+
+void CheckOneOf(bool isFirst, int first, int second) {
+    XPLMCheckMenuItem(options.menu, first, isFirst ? xplm_Menu_Checked : xplm_Menu_Unchecked);
+    XPLMCheckMenuItem(options.menu, second, isFirst ? xplm_Menu_Unchecked : xplm_Menu_Checked);
+}
+
+void RefreshCheckMarks() {
+    CheckOneOf(XPLMGetDatai(DRFi_Comments) == 1, options.itemAnnAll, options.itemAnnSop);
+    CheckOneOf(XPLMGetDatai(DRFi_RealMode) == 1, options.ExeFnc, options.ExeAll);
+}
+
+} // namespace
+
+void MenuHandler(void *, void *reference) {
+    if (!reference) return;
+    const std::string name = static_cast<const char *>(reference);
+    for (const MenuAction &action : Actions) {
+        if (name != action.reference) continue;
+        action.perform();
+        return;
+    }
+    LoadPositionOrPreset(name);
+}
+
+void MenuCommandHandler(void *, void *reference) {
+    if (reference) LastRecognition = static_cast<const char *>(reference);
+}
+
+void MenuOptionsHandler(void *, void *reference) {
+    if (!reference) return;
+    const std::string name = static_cast<const char *>(reference);
+    for (const OptionAction &action : OptionActions) {
+        if (name != action.reference || !*action.dataref) continue;
+        XPLMSetDatai(*action.dataref, action.value);
+        SendMSG(action.message);
+    }
+    RefreshCheckMarks();
+}
+
+void MenuVoiceHandler(void *, void *reference) {
+    if (!reference) return;
+    const std::string voice = static_cast<const char *>(reference);
+    if (!isListed(voiceList, voice)) return;
+    SendMSG("setvoice>" + voice);
+    if (globalGender == "w") globalVoiceW = voice;
+    if (globalGender == "m") globalVoiceM = voice;
+}
+
+void MenuUpdateHandler(void *, void *reference) {
+    if (reference && std::string(static_cast<const char *>(reference)) == "CheckUpdate") openURL(ProjectPage);
+}
+
+void BindOptions(const OptionItems &items) {
+    DRFi_Comments = XPLMFindDataRef("kv/fennic/comments");
+    DRFi_RealMode = XPLMFindDataRef("kv/fennic/realmode");
+    options = items;
+    RefreshCheckMarks();
+}

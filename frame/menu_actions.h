@@ -1,0 +1,20 @@
+// What the items of the plug-in's menu do. Handlers get the item's reference, a text; null does nothing.
+#pragma once
+
+#include "XPLMMenus.h"
+
+void MenuHandler(void *menu, void *reference);        // tools, volume, rate, positions, presets
+void MenuCommandHandler(void *menu, void *reference); // a phrase, as if it had been heard
+void MenuOptionsHandler(void *menu, void *reference); // announcements and jobs
+void MenuVoiceHandler(void *menu, void *reference);   // a line of the voice list
+void MenuUpdateHandler(void *menu, void *reference);
+
+// The items of the options submenu whose check marks follow the aircraft's datarefs.
+struct OptionItems {
+    XPLMMenuID menu = nullptr;
+    int itemAnnSop = -1, itemAnnAll = -1; // announce: normal procedures, everything
+    int ExeFnc = -1, ExeAll = -1;         // execute: the first officer's job, both pilots'
+};
+
+// Looks the aircraft's datarefs up and sets the check marks, now and after every click on an option.
+void BindOptions(const OptionItems &items);

@@ -1,0 +1,149 @@
+// Building the menu. Items carry their reference as a text; what comes from lists that may be read again is
+// copied, since the simulator keeps the pointer for as long as the menu lives.
+#include "frame/menus.h"
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "XPLMMenus.h"
+#include "figure/positions.h"
+#include "frame/aircraft.h"
+#include "frame/menu_actions.h"
+#include "frame/settings.h"
+#include "systems/body_parser.h"
+#include "util/files.h"
+#include "util/paths.h"
+#include "util/text.h"
+#include "voice/speech_link.h"
+
+namespace {
+
+const int KeepsItsParameter = 0; // an argument that the simulator ignores
+
+XPLMMenuID idAircraft, idFENNIC, OptionsID, idUpdate;
+std::deque<std::string> references; // of items from lists; a deque does not move them
+
+int AddItem(XPLMMenuID menu, const std::string &label, const char *reference) {
+    return XPLMAppendMenuItem(menu, label.c_str(), const_cast<char *>(reference), KeepsItsParameter);
+}
+
+void AddListItem(XPLMMenuID menu, const std::string &label, const std::string &reference) {
+    AddItem(menu, label, references.emplace_back(reference).c_str());
+}
+
+XPLMMenuID AddSubmenu(XPLMMenuID parent, const std::string &label, XPLMMenuHandler_f handler) {
+    const int item = AddItem(parent, label, nullptr);
+    return XPLMCreateMenu(label.c_str(), parent, item, handler, nullptr);
+}
+
+void AddSetupItem() {
+    if (acfType == 345) return;
+    if (InstallationState != InstallationReady)
+        AddItem(idFENNIC, "Setup Fennic", "Setup");
+    else
+        AddItem(idFENNIC, "UnInstall Fennic", "Uninstall");
+}
+
+void AddCommands() {
+    const XPLMMenuID commands = AddSubmenu(idFENNIC, "Commands", MenuCommandHandler);
+    for (const commandsMenuStruct &group : commandsMenuVector) {
+        const XPLMMenuID submenu = AddSubmenu(commands, group.title, MenuCommandHandler);
+        for (const std::string &phrase : group.phrases) AddListItem(submenu, phrase, phrase);
+    }
+}
+
+void AddOptions() {
+    OptionItems items;
+    OptionsID = items.menu = AddSubmenu(idFENNIC, "Options", MenuOptionsHandler);
+    items.itemAnnSop = AddItem(OptionsID, "Announce SOP procedures", "AnnSop");
+    items.itemAnnAll = AddItem(OptionsID, "Announce ALL procedures", "AnnAll");
+    items.ExeFnc = AddItem(OptionsID, "Execute PM (fennic) job only", "ExeFnc");
+    items.ExeAll = AddItem(OptionsID, "Execute PM and PF (both) job", "ExeAll");
+    BindOptions(items);
+}
+
+void AddVoices() {
+    const int item = AddItem(idFENNIC, "Select Voice", nullptr);
+    const XPLMMenuID voices = XPLMCreateMenu("Voices", idFENNIC, item, MenuVoiceHandler, nullptr);
+    for (const std::string &voice : voiceList)
+        AddListItem(voices, ReplaceString(voice, "com.apple.speech.synthesis.voice.", ""), voice);
+}
+
+void AddSpeechSettings() {
+    const XPLMMenuID volume = AddSubmenu(idFENNIC, "Voice Volume", MenuHandler);
+    AddItem(volume, "+10% Increase", "IncreaseVolume");
+    AddItem(volume, "-10% Decrease", "DecreaseVolume");
+    const XPLMMenuID rate = AddSubmenu(idFENNIC, "Voice Rate", MenuHandler);
+    AddItem(rate, "+5% Increase", "IncreaseRate");
+    AddItem(rate, "-5% Decrease", "DecreaseRate");
+    AddItem(idFENNIC, "Restart Speech Engine", "Restart");
+}
+
+void AddUpdate() {
+    idUpdate = AddSubmenu(idFENNIC, "Update", MenuUpdateHandler);
+    const std::string versionFile = WhatPluginPath() + "version.txt";
+    if (isFileExistString(versionFile)) {
+        const std::vector<std::string> lines = ReadFileToVector(versionFile);
+        AddItem(idUpdate, "Version " + (lines.empty() ? "" : lines[0]), nullptr);
+    }
+    AddItem(idUpdate, "Check Update", "CheckUpdate");
+}
+
+// A group that comes back behind another one gets a second submenu of its name.
+void AddPositions() {
+    const XPLMMenuID positions = AddSubmenu(idFENNIC, "Positions", MenuHandler);
+    XPLMMenuID group = nullptr;
+    std::string groupName;
+    for (const std::string &position : positionList) {
+        const auto entry = mapPos.find(position);
+        const std::string name = entry == mapPos.end() ? "" : entry->second;
+        if (!name.empty() && name != groupName) {
+            group = AddSubmenu(positions, name, MenuHandler);
+            groupName = name;
+        }
+        AddListItem(name.empty() ? positions : group, position, position);
+    }
+}
+
+void AddPresets() {
+    const XPLMMenuID presets = AddSubmenu(idFENNIC, "Presets", MenuHandler);
+    for (const std::string &preset : presetList)
+        if (Contains(preset, ".txt")) AddListItem(presets, preset, preset);
+}
+
+void AddDeveloperTools() {
+    AddItem(idFENNIC, "Editor", "Editor");
+    AddItem(idFENNIC, "Save Position", "Save Position");
+    AddItem(idFENNIC, "Save Preset L", "SavePresetL");
+    AddItem(idFENNIC, "Save Preset R", "SavePresetR");
+    AddItem(idFENNIC, "Reload Scripts", "Reload Scripts");
+    AddItem(idFENNIC, "Log ACF DataRefs", "DataRef List");
+    AddItem(idFENNIC, "Step-by-Step", "Step");
+    AddItem(idFENNIC, "Log all phrases", "LogPhrases");
+    AddPositions();
+    AddPresets();
+}
+
+} // namespace
+
+void BuildMenu1() {
+    idAircraft = XPLMFindAircraftMenu();
+    const int item = AddItem(idAircraft, "Fennic", nullptr);
+    idFENNIC = XPLMCreateMenu("Fennic", idAircraft, item, MenuHandler, nullptr);
+    if (acfType != 345 && InstallationState != InstallationReady) AddItem(idFENNIC, "Setup Fennic", "Setup");
+}
+
+void BuildMenu2() {
+    AddCommands();
+    AddOptions();
+    AddVoices();
+    AddSpeechSettings();
+    AddSetupItem();
+    AddUpdate();
+    if (globalDeveloper == 1) AddDeveloperTools();
+}
+
+void DestroyMenu() {
+    XPLMDestroyMenu(idFENNIC);
+}

@@ -1,0 +1,11 @@
+// The plug-in's menu, under the simulator's aircraft menu. It is built in two steps, since voices and
+// commands are known only when the frame has loaded them, and never rebuilt.
+#pragma once
+
+// At start: the menu itself and, where it is needed, the setup.
+void BuildMenu1();
+
+// At the first loading stage of the frame: everything else.
+void BuildMenu2();
+
+void DestroyMenu();
