@@ -79,7 +79,9 @@ void IdleAxis(structAnim &channel, int axis, bool isHead) {
     if (isTravelling) {
         const double step = std::max(std::abs(remaining), SmallestIdleStep);
         const double factor = isHead ? channel.liveFactor[axis] : IdleFactor;
-        MoveAxis(channel, axis, shown + step * delta * FrpSEC * factor);
+        // After a frame that took long (the kill switch, a jump of the clock) not far past the target.
+        const double move = std::clamp(step * delta * FrpSEC * factor, -step, step);
+        MoveAxis(channel, axis, shown + move);
     } else if (isHead) {
         ChooseHeadTarget(channel, axis, shown);
     } else {

@@ -244,6 +244,7 @@ void TellLogLine(std::string_view line) {
 void TellSpeech(std::string_view message) {
     if (TakePrefix(message, "say>")) {
         ++counted.said;
+        while (!message.empty() && message.back() == ' ') message.remove_suffix(1); // spelled numbers end so
         return Speaker(FENNIC_COLOUR, "FENNIC", Quoted(message));
     }
     if (silent > 0 && (message == "CmdRecStart" || message == "CmdRecStop")) return;

@@ -13,7 +13,8 @@ const char *const Prefix = "KV FENNIC Plugin: ";
 
 void string2debugString(const std::string &a, const std::string &b, int level) {
     if (level != 1) return;
-    const std::string line = Prefix + int2string(TruncateToInt(FlightTimeSEC)) + " SEC TFT " + a + b + "\n";
+    std::string line = Prefix + int2string(TruncateToInt(FlightTimeSEC)) + " SEC TFT " + a + b + "\n";
+    std::erase(line, '\0'); // one quoted from a damaged file would cut the line's end off
     XPLMDebugString(line.c_str());
 }
 

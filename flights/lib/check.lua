@@ -49,6 +49,11 @@ function check.read(path)
     return text
 end
 
+-- A folder, with those above it.
+function check.folder(path)
+    assert(os.execute("mkdir -p '" .. path .. "'"))
+end
+
 -- Replaces the shipped systems by these: name -> text, and their order.
 function check.systems(texts, order)
     local folder = sim.dir("plugin") .. "systems/"

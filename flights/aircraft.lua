@@ -1,0 +1,124 @@
+-- Which aircraft the first officer knows, and what knowing one brings with it.
+local check = require "lib.check"
+
+local folder, plugin = sim.dir("aircraft"), sim.dir("plugin")
+os.remove(folder .. "Cessna_172SP.acf")
+check.systems {S = "sys=S\ndev=D\nout=LOADED,integer,,1,,,,,test/loaded,new,,0\n"}
+
+local RUNWAYS = "kv/fnc/orvik/"
+local function settings(state)
+    check.settings {installation = tostring(state)}
+end
+
+-- Starts with an aircraft file of this name and description; the log of the start. The aircraft stays until
+-- the next.
+local file
+local function start(name, description, state)
+    if file then
+        sim.stop()
+        os.remove(file)
+    end
+    file = folder .. name
+    check.write(file, "I\n1200 Version\nACF\n\nPROPERTIES_BEGIN\nP acf/_descrip " .. description
+        .. "\nPROPERTIES_END\n")
+    settings(state or 2)
+    sim.log()
+    sim.sent()
+    sim.start()
+    sim.frames(2)
+    return check.log()
+end
+
+-- ---- The aircraft of the table ----
+
+local known = {
+    {"Cessna_172SP.acf", "Cessna 172 SP Skyhawk - 180HP - 2 seats", "Cessna 172 SP Skyhawk"},
+    {"a319.acf", "A319 with high fidelity system modelling", "TL319"},
+    {"a321.acf", "A321 with high fidelity system modelling", "TL321"},
+    {"b738_4k.acf", "Boeing 737-800X", "O737X", true},
+    {"737_80NG.acf", "Boeing 737-800NG", "737 Level Up", true, 738},
+    {"737_80NG.acf", "Boeing 737-900ER", "737 Level Up", true, 739},
+    {"737_80NG.acf", "Boeing 737-600NG", "737 Level Up", true, 736},
+    {"737_80NG.acf", "Boeing 737-700NG", "737 Level Up", true, 737},
+    {"737_80NG.acf", "Boeing 737-900NG and more", "737 Level Up", true, 739},
+    {"a340.acf", "KV340-500", "KV345"},
+}
+for _, aircraft in ipairs(known) do
+    local name, description, label, hasRunways, variant = table.unpack(aircraft)
+    local log = start(name, description)
+    check.equal(check.count(log, "Aircraft detected: " .. label), 1, description)
+    check.equal(sim.get("test/loaded"), 1, description .. ": systems")
+    check.equal(sim.get(RUNWAYS .. "ldg_rwy/delta_hdg_deg"), hasRunways and -1 or nil, description .. ": runways")
+    check.equal(sim.exists(RUNWAYS .. "to_rwy/dist_m"), hasRunways or false, description .. ": runways")
+    check.equal(sim.get("kv/fnc/lu_mode"), variant, description .. ": variant")
+end
+
+-- The same without the model file: known, but without systems and runways.
+for _, aircraft in ipairs(known) do
+    local log = start("other.acf", aircraft[2])
+    check.equal(check.count(log, "Aircraft detected: " .. aircraft[3]), 1, aircraft[2])
+    for _, name in ipairs {"test/loaded", RUNWAYS .. "to_rwy/dist_m", "kv/fnc/lu_mode"} do
+        check.that(not sim.exists(name), aircraft[2] .. " has " .. name)
+    end
+end
+
+-- Aircraft that only mention another, or are written a little differently, are strangers. The first officer
+-- is aboard all the same.
+for _, description in ipairs {"Not a Boeing 767 300ER", "cessna 172 SP Skyhawk - 180HP", "Boeing 737-800", "", " "} do
+    local log = start("b738_4k.acf", description)
+    check.equal(check.count(log, "Aircraft detected"), 0, "stranger: " .. description)
+    check.that(not sim.exists("test/loaded"), "no systems for a stranger")
+    check.equal(check.messages()[1], "contextpath>" .. plugin, "aboard: " .. description)
+end
+
+-- ---- Whether the figure is installed ----
+
+-- Whether she works, and what the settings say afterwards.
+local function works()
+    sim.sent()
+    sim.run(1)
+    sim.hear("abort")
+    return #check.messages() > 0
+end
+local function saved_state()
+    sim.stop()
+    os.remove(file)
+    file = nil
+    return check.read(plugin .. "data/settings_mac.txt"):match("installation=(%-?%d+)")
+end
+
+for state, expected in pairs {[-1] = false, [0] = false, [1] = false, [2] = true} do
+    local log = start("Cessna_172SP.acf", "Cessna 172 SP Skyhawk - 180HP", state)
+    check.equal(works(), expected, "state " .. state)
+    check.equal(check.count(log, "Setup needed: "), state == 0 and 1 or 0, "the prompt in state " .. state)
+    check.equal(sim.get("test/loaded"), 1, "the model is loaded in any state")
+    check.equal(saved_state(), tostring(state), "state " .. state .. " is kept")
+end
+
+-- The aircraft that carries the figure itself needs no setup.
+for _, state in ipairs {-1, 0, 1, 2} do
+    local log = start("a340.acf", "KV340-500", state)
+    check.that(works(), "KV340 in state " .. state)
+    check.equal(check.count(log, "Setup needed: "), 0, "no prompt")
+    check.equal(saved_state(), "11", "state of the KV340")
+end
+
+-- One aircraft must have the figure in its aircraft file, whatever the settings say.
+local BOEING = "Boeing 767 300ER"
+check.equal(check.count(start("767-300ER_xp11.acf", BOEING), "Setup needed: "), 1, "the 767 without the figure")
+check.that(not works(), "the 767 without the figure")
+check.equal(saved_state(), "0", "state of the 767")
+start("767-300ER_xp11.acf", BOEING .. "\nP _obja/0/_v10_att_file_stl kvfennic.obj")
+check.that(works(), "the 767 with the figure")
+check.equal(saved_state(), "2", "state of the 767")
+
+-- An object in the aircraft that is not the one shipped, by its number of lines, takes the setup back.
+check.write(plugin .. "data/obj/kvfennic.obj", "I\n800\nOBJ\n\n")
+check.write(folder .. "objects/kvfennic.obj", "A\r\n800\r\nOBJ\r\n")
+start("a319.acf", known[2][2])
+check.that(works(), "as many lines")
+check.equal(saved_state(), "2", "as many lines")
+check.write(folder .. "objects/kvfennic.obj", "A\n800\nOBJ\nTRIS 0 3\n")
+start("a319.acf", known[2][2])
+check.that(not works(), "another object")
+check.equal(saved_state(), "0", "another object")

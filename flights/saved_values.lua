@@ -1,0 +1,95 @@
+-- What a parameter flagged for saving keeps from flight to flight.
+local check = require "lib.check"
+
+local systems = sim.dir("plugin") .. "systems/"
+local save = systems .. "_save.txt"
+
+os.remove(save)
+check.systems {S = [[
+sys=S
+dev=D
+out=HOURS,double,h,1.5,,,,,test/hours,new,,1
+logic:
+[S.D.STEP]!=[0]
+calc=[S.D.HOURS]+[S.D.STEP]
+out=LANDINGS,integer,,3,,,test/landings,new,,,,1
+out=FORGOTTEN,double,,1,,,test/forgotten,new,,,,0
+out=SHORT,double,,1,,,test/short,new,,
+out=STEP,double,,0,,,test/step,new,,,,0
+devstack=SEQUENCE
+out=FIRST,execute,,0,,,,,,,,1
+logic:
+instring=begin
+execute=0,Begun,0
+out=SECOND,execute,,0,,,,,test/second,new,,1
+logic:
+instring=go on
+execute=0,On,0
+]]}
+
+-- The first flight: the file's own values; what was reached is saved.
+sim.start()
+sim.frames(2)
+check.equal(sim.get("test/hours"), 1.5, "the file's value")
+sim.set("test/step", 0.25)
+sim.frames(4)
+sim.set("test/step", 0)
+sim.set("test/landings", 17)
+sim.set("test/forgotten", 99)
+sim.frames(1)
+sim.hear("begin")
+sim.stop()
+check.equal(check.read(save), "S.D.HOURS=2.500000\r\nS.D.LANDINGS=17.000000\r\nS.SEQUENCE.FIRST=1.000000\r\n"
+    .. "S.SEQUENCE.SECOND=0.000000\r\n", "saved values")
+
+-- The second: they are back, sequences at their step; the parameter without the flag is not.
+sim.start()
+sim.frames(2)
+check.equal(sim.get("test/hours"), 2.5, "restored")
+check.equal(sim.get("test/landings"), 17, "restored")
+check.equal(sim.get("test/forgotten"), 1, "not saved")
+sim.hear("go on")
+sim.run(1)
+check.list(sim.said(), {"Begun", "On"}, "the sequence goes on where it was")
+sim.set("test/step", -10)
+sim.frames(2)
+check.that(#sim.restart() == 0, "nothing left behind")
+sim.frames(1)
+check.equal(sim.get("test/hours"), -7.5, "over another restart")
+sim.stop()
+
+-- By hand: the last line that holds the name wins, values that are none are passed over and said in the log.
+check.write(save, "S.D.HOURS=8\nx S.D.HOURSGLASS=9.5\nS.D.HOURS=many\nS.D.LANDINGS\n\nUNKNOWN.X.Y=3\n")
+sim.log()
+sim.start()
+local log = check.log()
+check.equal(check.count(log, "systems/_save.txt line 3: "), 1, "a value that is none")
+check.equal(check.count(log, "systems/_save.txt line 4: "), 1, "no value")
+sim.frames(2)
+check.equal(sim.get("test/hours"), 9.5, "the last line")
+check.equal(sim.get("test/landings"), 3, "the file's value")
+
+-- A systems file that is gone for a flight takes no saved values with it.
+sim.stop()
+local kept = check.read(save)
+local list = check.read(systems .. "_systems.txt")
+os.remove(systems .. "_systems.txt")
+sim.log()
+sim.start()
+check.equal(check.count(check.log(), "System files not found at " .. sim.dir("plugin")), 1, "no systems")
+sim.run(1)
+sim.stop()
+check.equal(check.read(save), kept, "the saved values are still there")
+
+-- One file can hold everything; the list, when there is one, comes first.
+check.write(sim.dir("plugin") .. "sys.txt",
+            "sys=ONE\ndev=D\nout=X,double,,4,,,,,test/one,new,,0\ndev=E\nout=X,double,,5,,,,,test/other,new,,0\n")
+sim.start()
+sim.frames(2)
+check.equal(sim.get("test/one"), 4, "the single file")
+check.that(not sim.exists("test/hours"), "nothing but the single file")
+sim.stop()
+check.write(systems .. "_systems.txt", list)
+sim.start()
+sim.frames(2)
+check.that(sim.exists("test/hours") and not sim.exists("test/one"), "the list again")

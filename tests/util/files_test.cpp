@@ -1,0 +1,172 @@
+// Files: what reading drops, and that a write leaves the old file or the new one, whatever goes wrong.
+#include "util/files.h"
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "tests/log_lines.h"
+#include "tests/plugin_folder.h"
+#include "util/log.h"
+#include "util/paths.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class Files : public PluginFolder {
+protected:
+    Files() { simhost::TakeLogLines(); }
+
+    // Limits the size of files that this process may write, as a full disk does.
+    static void LimitFileSize(rlim_t bytes) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limit = {};
+        getrlimit(RLIMIT_FSIZE, &limit);
+        limit.rlim_cur = bytes;
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+
+    static size_t Entries(const std::string &folder) {
+        return static_cast<size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+    }
+};
+
+TEST_F(Files, LinesAreReadWithEitherLineEndAndTheirNumbers) {
+    write("a.txt", "one\r\n\r\n\ntwo\r\r\n\nth\rree");
+    const std::vector<FileLine> lines = ReadFileLines(plugin + "a.txt");
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_EQ(lines[0].text, "one");
+    EXPECT_EQ(lines[1].text, "two");
+    EXPECT_EQ(lines[1].number, 4);
+    EXPECT_EQ(lines[2].text, "three");
+    EXPECT_EQ(lines[2].number, 6);
+    EXPECT_EQ(FileLineSize(plugin + "a.txt"), 3);
+    write("empty.txt", "");
+    EXPECT_TRUE(ReadFileToVector(plugin + "empty.txt").empty());
+    EXPECT_TRUE(simhost::TakeLogLines().empty());
+}
+
+TEST_F(Files, WhatCannotBeReadIsEmptyAndSaysSoOnce) {
+    for (const std::string &path : {plugin + "missing.txt", plugin + "data"}) {
+        EXPECT_EQ(isFileExistString(path), 0);
+        EXPECT_TRUE(ReadFileToVector(path).empty());
+        EXPECT_EQ(CountNewLines({"FileIO:Cant open file " + path}), 1);
+        EXPECT_EQ(ReadFileToString(path), "");
+        EXPECT_EQ(CountNewLines({"Nimbrel:FileIO:Cant open file " + path}), 1);
+    }
+    EXPECT_EQ(isFileExistChar(nullptr), 0);
+}
+
+TEST_F(Files, AWriteKeepsPermissionsAndLinks) {
+    write("target.txt", "old");
+    fs::permissions(plugin + "target.txt", fs::perms(0640));
+    fs::create_symlink("target.txt", plugin + "link.txt");
+    EXPECT_TRUE(WriteWholeFile(plugin + "link.txt", std::string("n\0w", 3)));
+    EXPECT_TRUE(fs::is_symlink(plugin + "link.txt"));
+    EXPECT_EQ(read("target.txt"), std::string("n\0w", 3));
+    EXPECT_EQ(fs::status(plugin + "target.txt").permissions(), fs::perms(0640));
+
+    // A neighbour that a crash left is no obstacle.
+    write("target.txt.fennic-new", std::string(1000, 'x'));
+    EXPECT_TRUE(WriteWholeFile(plugin + "target.txt", "short"));
+    EXPECT_EQ(read("target.txt"), "short");
+    EXPECT_FALSE(exists("target.txt.fennic-new"));
+}
+
+TEST_F(Files, AFailedWriteLeavesTheOldFileAndNothingBeside) {
+    write("data/old.txt", "old");
+    write("data/big.txt", std::string(200000, 'b'));
+    const size_t entries = Entries(plugin + "data");
+    LimitFileSize(4096);
+    EXPECT_FALSE(WriteWholeFile(plugin + "data/old.txt", std::string(100000, 'x')));
+    EXPECT_EQ(CountNewLines({"Cant write file " + plugin + "data/old.txt", "large"}), 1);
+    EXPECT_EQ(copyFile(plugin + "data/big.txt", plugin + "data/old.txt"), 0);
+    EXPECT_EQ(CountNewLines({"copyFile Error:"}), 1);
+    EXPECT_FALSE(WriteWholeFile(plugin + "data/new.txt", std::string(100000, 'x')));
+    LimitFileSize(RLIM_INFINITY);
+    EXPECT_EQ(read("data/old.txt"), "old");
+    EXPECT_EQ(Entries(plugin + "data"), entries);
+
+    EXPECT_FALSE(WriteWholeFile(plugin + "no folder/a.txt", "x"));
+    EXPECT_FALSE(WriteWholeFile(plugin + "data/obj", "x")); // a folder in the way
+    EXPECT_EQ(Entries(plugin + "data"), entries);
+    EXPECT_TRUE(WriteWholeFile(plugin + "data/old.txt", "new"));
+}
+
+// The superuser may write everything, so this is tried as nobody, in a process of its own.
+TEST_F(Files, AFileOrFolderThatMayNotBeWrittenStays) {
+    write("data/old.txt", "old");
+    write("data/closed/old.txt", "old");
+    fs::permissions(root, fs::perms(0777));
+    for (const auto &entry : fs::recursive_directory_iterator(root))
+        fs::permissions(entry.path(), fs::perms(0777));
+    fs::permissions(plugin + "data/old.txt", fs::perms(0444));
+    fs::permissions(plugin + "data/closed", fs::perms(0555));
+    const auto areBothRefused = [&] {
+        if (geteuid() == 0 && setuid(65534) != 0) return false;
+        return !WriteWholeFile(plugin + "data/old.txt", "x")
+               && !WriteWholeFile(plugin + "data/closed/old.txt", "x");
+    };
+    EXPECT_EXIT(_exit(areBothRefused() ? 0 : 1), testing::ExitedWithCode(0), "");
+    EXPECT_EQ(read("data/old.txt"), "old");
+    EXPECT_EQ(read("data/closed/old.txt"), "old");
+    EXPECT_EQ(Entries(plugin + "data/closed"), 1U);
+    EXPECT_FALSE(exists("data/old.txt.fennic-new"));
+    fs::permissions(plugin + "data/closed", fs::perms(0755));
+}
+
+TEST_F(Files, CopiesAreWholeAndLogged) {
+    const std::string content("a\0\r\nb", 5);
+    write("from.txt", content);
+    write("to.txt", "much longer than what comes now");
+    EXPECT_EQ(copyFile(plugin + "from.txt", plugin + "to.txt"), 1);
+    EXPECT_EQ(read("to.txt"), content);
+    EXPECT_EQ(CountNewLines({"copyFile from: " + plugin + "from.txt to: " + plugin + "to.txt"}), 1);
+    EXPECT_EQ(copyFile(plugin + "none.txt", plugin + "to.txt"), 0);
+    EXPECT_EQ(read("to.txt"), content);
+    EXPECT_EQ(CountNewLines({"copyFile Error:" + plugin + "none.txt"}), 1);
+}
+
+TEST_F(Files, ListsAreSplitByTheDotInTheName) {
+    for (const char *name : {"list/b.txt", "list/a.txt", "list/.hidden", "list/odd..txt", "list/noext"})
+        write(name, "");
+    fs::create_directories(plugin + "list/sub");
+    EXPECT_EQ(ReadFileListFromFolder(plugin + "list"),
+              (std::vector<std::string>{".", ".hidden", "a.txt", "b.txt"}));
+    EXPECT_EQ(ReadFolderListFromFolder(plugin + "list"),
+              (std::vector<std::string>{plugin + "list/noext", plugin + "list/sub"}));
+    EXPECT_TRUE(ReadFileListFromFolder(plugin + "nowhere").empty());
+}
+
+TEST_F(Files, NamesThatLeaveTheirFolderAreNotSafe) {
+    for (const char *name : {"", ".", "..", "a/b", "../a", "a\\b", "C:a"})
+        EXPECT_FALSE(isSafeFileName(name)) << name;
+    EXPECT_FALSE(isSafeFileName(std::string_view("a\0b", 3)));
+    for (const char *name : {"a", "...", "BEFORE START", "a.txt"}) EXPECT_TRUE(isSafeFileName(name)) << name;
+}
+
+TEST_F(Files, PathsFollowThePlugin) {
+    EXPECT_EQ(WhatPluginPath(), plugin);
+    EXPECT_EQ(WhatThisAircraftPath(), aircraft);
+    EXPECT_EQ(WhatXplanePath(), root);
+    EXPECT_EQ(MakePath("data/x"), plugin + "data/x");
+    EXPECT_EQ(WhatNavDataProcPath(), root + "Resources/GNS430/navdata/Proc/");
+    fs::create_directories(root + "Custom Data/GNS430/navdata");
+    std::ofstream(root + "Custom Data/GNS430/navdata/cycle_info.txt") << "x";
+    EXPECT_EQ(WhatNavDataPath(), root + "Custom Data/GNS430/navdata/");
+    EXPECT_EQ(WhatNavDataProcPath(), root + "Custom Data/GNS430/navdata/Proc/");
+}
+
+TEST_F(Files, AMessageIsOneLineOfTheLogWhateverItQuotes) {
+    LogDroppedLine("a.txt", 3, "no reason", std::string_view("x\0y", 3));
+    string2debugString("next", "", 1);
+    string2debugString("silent", "", 0);
+    const std::vector<std::string> lines = simhost::TakeLogLines();
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_NE(lines[0].find("a.txt line 3: no reason"), std::string::npos);
+    EXPECT_EQ(lines[1], "KV FENNIC Plugin: 0 SEC TFT next");
+}
+
+} // namespace

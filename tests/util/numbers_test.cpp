@@ -1,0 +1,153 @@
+// Numbers from and to text: what counts as one, the extremes, and independence of the process's locale.
+#include "util/numbers.h"
+
+#include <clocale>
+#include <cmath>
+#include <limits>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const double Untouched = -77.25;
+
+TEST(Numbers, DoublesAreReadWholeOrNotAtAll) {
+    const struct {
+        const char *text;
+        double expected; // Untouched: no number
+    } rows[] = {
+        {"0", 0},
+        {"-12.5", -12.5},
+        {"+3", 3},
+        {".5", 0.5},
+        {"5.", 5},
+        {" 7.25\t", 7.25},
+        {"1e3", 1000},
+        {"2.5E-1", 0.25},
+        {"000012", 12},
+        {"", Untouched},
+        {" ", Untouched},
+        {"-", Untouched},
+        {".", Untouched},
+        {"-.", Untouched},
+        {"1.2.3", Untouched},
+        {"1,5", Untouched},
+        {"12abc", Untouched},
+        {"1 2", Untouched},
+        {"0x10", Untouched},
+        {"inf", Untouched},
+        {"nan", Untouched},
+        {"1e999", Untouched},
+        {"1e", Untouched},
+        {"--1", Untouched},
+    };
+    for (const auto &row : rows) {
+        double value = Untouched;
+        EXPECT_EQ(ParseDouble(row.text, value), row.expected != Untouched) << '"' << row.text << '"';
+        EXPECT_EQ(value, row.expected) << '"' << row.text << '"';
+    }
+    double value = 0;
+    EXPECT_TRUE(ParseDouble("0." + std::string(5000, '0') + "1", value)); // longer than any buffer
+    EXPECT_EQ(value, 0.0);
+    EXPECT_FALSE(ParseDouble(std::string(5000, '9'), value));
+    EXPECT_FALSE(ParseDouble(std::string_view("5\0"
+                                              "5",
+                                              3),
+                             value));
+}
+
+TEST(Numbers, IntegersAreCutTowardsZeroAndMustFit) {
+    const struct {
+        const char *text;
+        bool isNumber;
+        int expected;
+    } rows[] = {
+        {"5.999", true, 5},
+        {"-5.999", true, -5},
+        {"2147483647.9", true, std::numeric_limits<int>::max()},
+        {"5 ", true, 5},
+        {"2147483648", false, 7},
+        {"-2147483648", true, std::numeric_limits<int>::min()},
+        {"1e10", false, 7},
+        {"-2147483649", false, 7},
+        {"two", false, 7},
+    };
+    for (const auto &row : rows) {
+        int value = 7;
+        EXPECT_EQ(ParseInt(row.text, value), row.isNumber) << row.text;
+        EXPECT_EQ(value, row.expected) << row.text;
+    }
+    EXPECT_EQ(TruncateToInt(-1.9), -1);
+    EXPECT_EQ(TruncateToInt(1e20), std::numeric_limits<int>::max());
+    EXPECT_EQ(TruncateToInt(-INFINITY), std::numeric_limits<int>::min());
+    EXPECT_EQ(TruncateToInt(NAN), 0);
+}
+
+TEST(Numbers, LeadingNumberTakesWhatStandsInFront) {
+    EXPECT_EQ(LeadingNumber("2.5 seconds"), 2.5);
+    EXPECT_EQ(LeadingNumber("  -3x"), -3);
+    EXPECT_EQ(LeadingNumber("10,5"), 10);
+    EXPECT_EQ(LeadingNumber("4e"), 4);
+    EXPECT_EQ(LeadingNumber("seconds 2"), 0);
+    EXPECT_EQ(LeadingNumber("1e999"), 0);
+}
+
+TEST(Numbers, IsNumberLooksAtCharactersAlone) {
+    for (const char *text : {"-", ".", "1.2.3", "0", "-5.000000"}) EXPECT_TRUE(isNumber(text)) << text;
+    for (const char *text : {"", "1e5", "+1", " 1", "1;2", "A.B.C"}) EXPECT_FALSE(isNumber(text)) << text;
+}
+
+TEST(Numbers, FixedFormats) {
+    EXPECT_EQ(float2string(0.1234567), "0.123457");
+    EXPECT_EQ(double2string(-1.0 / 3.0), "-0.333333");
+    EXPECT_EQ(int2string(std::numeric_limits<int>::min()), "-2147483648");
+    EXPECT_EQ(float2string(std::numeric_limits<double>::max()).size(), 309U + 7U);
+    EXPECT_EQ(add0before("7", 3), "007");
+    EXPECT_EQ(add0before("1234", 3), "1234");
+    EXPECT_EQ(add0before("7", 40), "00000000007");
+    EXPECT_EQ(add0after("25", 4), "2500");
+    EXPECT_EQ(add0after("25", 1), "2");
+
+    const struct {
+        double x;
+        int intDigits, fracDigits;
+        const char *expected;
+    } rows[] = {
+        {3.14159, 1, 2, "3.14"}, {12.5, 3, 1, "12.5"},      {7.999, 1, 2, "7.99"},
+        {5.0, 3, 0, "05."},      {5.0, 2, 1, "5.0"},        {-5.5, 4, 1, "-5.5"},
+        {1.5, 1, 8, "1.50"},     {0.9999999, 1, 2, "1.00"}, {5.0, 12, 1, "00000000005.0"},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(FormatFloat2String(row.x, row.intDigits, row.fracDigits), row.expected) << row.x;
+}
+
+TEST(Numbers, SplitAtTheDecimal) {
+    const struct {
+        double x;
+        const char *left, *right;
+    } rows[] = {{12.34, "12", "3"}, {0.5, "0", "5"}, {-0.5, "-0", "5"}, {-1.5, "-1", "5"}, {0, "0", "0"}};
+    for (const auto &row : rows) {
+        std::string left, right;
+        float2LRstring(row.x, left, right);
+        EXPECT_EQ(left, row.left) << row.x;
+        EXPECT_EQ(right, row.right) << row.x;
+    }
+}
+
+TEST(Numbers, ACommaLocaleChangesNothing) {
+    if (!std::setlocale(LC_ALL, "de_DE.UTF-8"))
+        GTEST_SKIP() << "the locale de_DE.UTF-8 is not installed here, nor found through LOCPATH";
+    ASSERT_STREQ(std::localeconv()->decimal_point, ",");
+    double value = 0;
+    EXPECT_TRUE(ParseDouble("1.5", value));
+    EXPECT_EQ(value, 1.5);
+    EXPECT_FALSE(ParseDouble("1,5", value));
+    EXPECT_EQ(LeadingNumber("2.5,"), 2.5);
+    EXPECT_EQ(float2string(1.5), "1.500000");
+    EXPECT_EQ(double2string(-0.25), "-0.250000");
+    EXPECT_EQ(SignificantDigits(0.5), "0.5");
+    EXPECT_EQ(FormatFloat2String(3.14159, 1, 2), "3.14");
+    EXPECT_STREQ(std::localeconv()->decimal_point, ",") << "the simulator's locale must stay as it was";
+}
+
+} // namespace

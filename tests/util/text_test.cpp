@@ -1,0 +1,61 @@
+// Cleaning and splitting of text, with the corners that files in users' hands rely on.
+#include "util/text.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+TEST(Text, SplittingKeepsEveryField) {
+    const struct {
+        const char *text;
+        Words expected;
+    } rows[] = {
+        {"a,b,c", {"a", "b", "c"}}, {"a,,b", {"a", "", "b"}}, {"a,", {"a", ""}}, {",a,b", {"", "a", "b"}},
+        {",,a", {"", "", "a"}},     {",", {"", ""}},          {"", {""}},        {"a\r\n,\nb", {"a", "b"}},
+        {"\r,a", {"", "a"}},
+    };
+    for (const auto &row : rows) EXPECT_EQ(StringToWordsArray(row.text, ','), row.expected) << row.text;
+    EXPECT_EQ(StringToWordsArray("GEAR UP", ' '), (Words{"GEAR", "UP"}));
+}
+
+TEST(Text, BlanksAreRemovedButForTheLastTwoCharacters) {
+    const struct {
+        const char *text, *removed, *merged;
+    } rows[] = {
+        {"a   b", "a b", "a b"}, // both functions spare the last two characters
+        {"a b ", "ab ", "a b "},    {"a  ", "a  ", "a  "}, {"  ", "  ", "  "},
+        {"   ", "  ", "  "},        {"", "", ""},          {" a  b c", "ab c", " a b c"},
+        {"a\r\n  b", "a b", "a b"},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(RemoveNRS(row.text), row.merged) << '"' << row.text << '"';
+        EXPECT_EQ(RemoveS(RemoveNR(row.text)), row.removed) << '"' << row.text << '"';
+    }
+    EXPECT_EQ(ReplaceStringDoubleSpace("  a     b  "), " a b ");
+    EXPECT_EQ(RemoveTags("(<[x]>)y"), "xy");
+}
+
+TEST(Text, ReplacingEndsAndNeverReplacesWhatItInserted) {
+    EXPECT_EQ(ReplaceString("aXbXc", "X", "--"), "a--bXc");
+    EXPECT_EQ(ReplaceStringAll("aXbXc", "X", "XX"), "aXXbXXc");
+    EXPECT_EQ(ReplaceStringAll("aaa", "aa", "b"), "ba");
+    EXPECT_EQ(ReplaceStringAll("abc", "", "x"), "abc");
+    EXPECT_EQ(ReplaceString("abc", "", "x"), "abc");
+    EXPECT_EQ(ReplaceStringAll("abc", "abc", ""), "");
+}
+
+TEST(Text, CaseIsThatOfAsciiAlone) {
+    EXPECT_EQ(LowerToUpperCase("az[`{\xC3\xA4"), "AZ[`{\xC3\xA4");
+    EXPECT_EQ(UpperToLowerCase("AZ@[\xC3\x84"), "az@[\xC3\x84");
+}
+
+TEST(Text, Alignment) {
+    EXPECT_EQ(alignR("ab", 4), "  ab");
+    EXPECT_EQ(alignR("abcd", 2), "abcd");
+    EXPECT_EQ(alignC("abcd"), "abcd  ");
+    EXPECT_EQ(alignC("abc"), "abc ");
+}
+
+} // namespace
