@@ -38,6 +38,14 @@ const AircraftRow Aircraft[] = {
     {"KV340-500", 345, "KV345", "a340.acf", 0},
 };
 
+// A folder without the file has no developer mode.
+void ReadDeveloperMode() {
+    const std::string file = WhatPluginPath() + "data/developer.txt";
+    if (!isFileExistString(file)) return;
+    for (const std::string &line : ReadFileToVector(file))
+        if (line == "editor=1") globalDeveloper = isVAdraw = 1;
+}
+
 const AircraftRow *FindAircraft() {
     const std::string description = ReadDRF_descrString();
     for (const AircraftRow &row : Aircraft)
@@ -61,6 +69,7 @@ int ReadDRF_descr() {
 }
 
 void ReadAcfTypeAndDeveloperMode() {
+    ReadDeveloperMode();
     const AircraftRow *row = FindAircraft();
     if (!row || !isFileExistString(WhatThisAircraftPath() + row->modelFile)) return;
     acfType = row->type;

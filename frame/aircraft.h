@@ -14,6 +14,6 @@ std::string ReadDRF_descrString();
 // First pass: sets acfType from the description and logs what was found. 1 when the aircraft is served.
 int ReadDRF_descr();
 
-// Second pass: when the aircraft's model file is in its folder, publishes the datarefs of that type and
-// loads its systems.
+// Second pass: developer mode, which a line "editor=1" in "data/developer.txt" switches on; and, when the
+// aircraft's model file is in its folder, the datarefs of its type and its systems.
 void ReadAcfTypeAndDeveloperMode();

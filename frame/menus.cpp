@@ -129,7 +129,8 @@ void AddDeveloperTools() {
 
 void BuildMenu1() {
     idAircraft = XPLMFindAircraftMenu();
-    const int item = AddItem(idAircraft, "Fennic", nullptr);
+    // A plug-in that was not installed in the aircraft has no aircraft menu and goes under the plug-ins menu.
+    const int item = idAircraft ? AddItem(idAircraft, "Fennic", nullptr) : 0;
     idFENNIC = XPLMCreateMenu("Fennic", idAircraft, item, MenuHandler, nullptr);
     if (acfType != 345 && InstallationState != InstallationReady) AddItem(idFENNIC, "Setup Fennic", "Setup");
 }

@@ -59,16 +59,12 @@ void DrawHeading(const char *text, int y) {
     DrawText(text, widgetOffsetX + HeadingIndent, y, HeadingColour);
 }
 
-int TimesLine(size_t count) {
-    return static_cast<int>(std::min<size_t>(count, 100000)) * LineHeight;
-}
-
 // Each of the following draws its lines from y upwards and returns where the next one begins.
 
+// The newest stands highest.
 int DrawSpokenTexts(int y) {
-    for (size_t i = 0; i < std::min(SpokenLines, fennicsay.size()); i++)
-        DrawText(fennicsay[i].c_str(), widgetOffsetX, y + TimesLine(SpokenLines - 1 - i), SpokenColour);
-    y += TimesLine(SpokenLines);
+    for (size_t age = SpokenLines; age-- > 0; y += LineHeight)
+        if (age < fennicsay.size()) DrawText(fennicsay[age].c_str(), widgetOffsetX, y, SpokenColour);
     DrawHeading("FENNIC ANNOUNCES:", y);
     return y + LineHeight;
 }
