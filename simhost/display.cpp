@@ -4,7 +4,9 @@
 
 #include <algorithm>
 
+#include "simhost/graphics_state.h"
 #include "simhost/modules.h"
+#include "simhost/screen.h"
 #include "simhost/simulator.h"
 
 namespace simhost {
@@ -18,10 +20,6 @@ struct DrawCallback {
     void *refcon = nullptr;
     XPLMPluginID owner = XPLM_PLUGIN_XPLANE;
 };
-
-constexpr XPLMDrawingPhase drawingPhases[] = {xplm_Phase_Modern3D, xplm_Phase_FirstCockpit,
-                                              xplm_Phase_Panel,    xplm_Phase_Gauges,
-                                              xplm_Phase_Window,   xplm_Phase_LastCockpit};
 
 constinit std::vector<DrawCallback> drawCallbacks;
 constinit bool isDrawing = false;
@@ -43,6 +41,7 @@ void RunPhase(XPLMDrawingPhase phase, bool before) {
         if (draw.callback == nullptr || draw.phase != phase || draw.before != before) continue;
         if (!IsPluginEnabled(draw.owner)) continue;
         RunningScope scope(draw.owner, "draw callback");
+        DrawingScope drawing;
         draw.callback(phase, before ? 1 : 0, draw.refcon);
     }
 }
@@ -68,13 +67,19 @@ void SetScreenSize(int width, int height) {
     screenHeight = height;
 }
 
-void RunDrawCallbacks() {
+int ScreenWidth() {
+    return screenWidth;
+}
+
+int ScreenHeight() {
+    return screenHeight;
+}
+
+void RunDrawPhase(XPLMDrawingPhase phase) {
     if (drawCallbacks.empty()) return;
     isDrawing = true;
-    for (XPLMDrawingPhase phase : drawingPhases) {
-        RunPhase(phase, true);
-        RunPhase(phase, false);
-    }
+    RunPhase(phase, true);
+    RunPhase(phase, false);
     isDrawing = false;
     SweepDrawCallbacks();
 }
@@ -107,6 +112,7 @@ int XPLMRegisterDrawCallback(XPLMDrawCallback_f inCallback, XPLMDrawingPhase inP
         ReportMisuse("XPLMRegisterDrawCallback without a callback, or for a phase that does not exist");
         return 0;
     }
+    ProvideGraphics();
     drawCallbacks.push_back({inCallback, inPhase, inWantsBefore != 0, inRefcon, currentRunning.plugin});
     return 1;
 }

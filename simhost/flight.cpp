@@ -122,6 +122,7 @@ void PrepareLua(lua_State *lua, const FlightOptions &options) {
     AddTimeCalls(lua);
     AddDatarefCalls(lua);
     AddCockpitCalls(lua);
+    AddScreenCalls(lua);
     AddLaterCalls(lua);
     lua_setglobal(lua, "sim");
     lua_getglobal(lua, "os");

@@ -15,9 +15,8 @@ int ComesLater(Call &call) {
 } // namespace
 
 void AddLaterCalls(lua_State *lua) {
-    for (const char *name :
-         {"screen_text", "menu", "choose", "mouse", "mouse_down", "mouse_drag", "mouse_up", "click",
-          "double_click", "wheel", "key", "type", "windows", "widgets", "push", "screenshot", "show"}) {
+    for (const char *name : {"menu", "choose", "mouse", "mouse_down", "mouse_drag", "mouse_up", "click",
+                             "double_click", "wheel", "key", "type", "windows", "widgets", "push", "show"}) {
         const CallEntry entry[] = {{name, Bridge<ComesLater>}};
         AddCalls(lua, entry);
     }

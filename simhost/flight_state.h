@@ -59,6 +59,7 @@ void AddPluginCalls(lua_State *lua);  // flight_plugins.cpp
 void AddTimeCalls(lua_State *lua);    // flight_time.cpp
 void AddDatarefCalls(lua_State *lua); // flight_datarefs.cpp
 void AddCockpitCalls(lua_State *lua); // flight_cockpit.cpp
+void AddScreenCalls(lua_State *lua);  // flight_screen.cpp
 void AddLaterCalls(lua_State *lua);   // flight_later.cpp
 
 } // namespace simhost

@@ -1,134 +1,123 @@
-// World to local coordinates and back, on the WGS84 ellipsoid. Local coordinates are metres in the tangent
-// plane at a reference point: x east, y up, z south. Drawing is not offered yet.
+// What plug-ins draw with beside OpenGL itself: the cached state, textures, texts, the dark box. A text
+// leaves the state and the texture that it was drawn with, as in the simulator.
 #include "XPLMGraphics.h"
 
-#include <GeographicLib/LocalCartesian.hpp>
+#include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <cstring>
+#include <string_view>
 
+#include "simhost/gl_context.h"
+#include "simhost/graphics_state.h"
 #include "simhost/modules.h"
-#include "simhost/simulator.h"
+#include "simhost/screen.h"
+#include "simhost/screen_font.h"
 
-namespace simhost {
+using namespace simhost;
 
 namespace {
 
-constinit bool hasReference = false;
-constinit double shownLatitude = NAN, shownLongitude = NAN, shownElevation = NAN;
+constexpr Tint darkBox = {0.05F, 0.06F, 0.08F, 0.60F};
 
-GeographicLib::LocalCartesian &Tangent() {
-    static GeographicLib::LocalCartesian tangent;
-    return tangent;
+// Drawing is for callbacks that draw. In an ordinary frame there is nothing to see of it.
+bool MayDraw(const char *function) {
+    if (IsDrawingFrame()) return true;
+    ReportMisuse(std::string(function) + " outside a function that draws");
+    return false;
 }
 
-// The first question after a reset sets the reference point where the aircraft then is.
-GeographicLib::LocalCartesian &Reference() {
-    if (!hasReference) {
-        SetWorldReference(GetNumber("sim/flightmodel/position/latitude"),
-                          GetNumber("sim/flightmodel/position/longitude"));
-    }
-    return Tangent();
+void DrawText(const char *function, const float *colour, std::string_view text, int x, int y) {
+    if (!MayDraw(function)) return;
+    const float white[] = {1, 1, 1};
+    if (colour == nullptr) colour = white;
+    DrawPluginText(text, x, y, colour[0], colour[1], colour[2]);
 }
 
 } // namespace
 
-void SetWorldReference(double latitude, double longitude) {
-    // The tangent plane of a point that is no place on Earth would be no plane at all.
-    if (!(std::fabs(latitude) <= 90) || !std::isfinite(longitude)) return;
-    RunningScope scope(XPLM_PLUGIN_XPLANE, "moving the scenery");
-    hasReference = true;
-    Tangent().Reset(latitude, longitude, 0);
-    shownLatitude = NAN;
-    SetNumber("sim/flightmodel/position/lat_ref", latitude);
-    SetNumber("sim/flightmodel/position/lon_ref", longitude);
-    UpdateLocalPosition();
+void XPLMSetGraphicsState(int inEnableFog, int inNumberTexUnits, int inEnableLighting,
+                          int inEnableAlphaTesting, int inEnableAlphaBlending, int inEnableDepthTesting,
+                          int inEnableDepthWriting) {
+    if (!ProvideGraphics()) return;
+    SetGraphicsState({.fog = inEnableFog != 0,
+                      .textureUnits = std::clamp(inNumberTexUnits, 0, textureUnitCount),
+                      .lighting = inEnableLighting != 0,
+                      .alphaTest = inEnableAlphaTesting != 0,
+                      .alphaBlend = inEnableAlphaBlending != 0,
+                      .depthTest = inEnableDepthTesting != 0,
+                      .depthWrite = inEnableDepthWriting != 0});
 }
 
-void UpdateLocalPosition() {
-    static const XPLMDataRef latitudeRef = XPLMFindDataRef("sim/flightmodel/position/latitude");
-    static const XPLMDataRef longitudeRef = XPLMFindDataRef("sim/flightmodel/position/longitude");
-    static const XPLMDataRef elevationRef = XPLMFindDataRef("sim/flightmodel/position/elevation");
-    static const XPLMDataRef localRefs[3] = {XPLMFindDataRef("sim/flightmodel/position/local_x"),
-                                             XPLMFindDataRef("sim/flightmodel/position/local_y"),
-                                             XPLMFindDataRef("sim/flightmodel/position/local_z")};
-    const double latitude = XPLMGetDatad(latitudeRef);
-    const double longitude = XPLMGetDatad(longitudeRef);
-    const double elevation = XPLMGetDatad(elevationRef);
-    if (latitude == shownLatitude && longitude == shownLongitude && elevation == shownElevation) return;
-    double local[3] = {};
-    XPLMWorldToLocal(latitude, longitude, elevation, &local[0], &local[1], &local[2]);
-    shownLatitude = latitude;
-    shownLongitude = longitude;
-    shownElevation = elevation;
-    for (int i = 0; i < 3; i++) XPLMSetDatad(localRefs[i], local[i]);
-}
-
-void ResetGraphics() {
-    hasReference = false;
-    shownLatitude = NAN;
-}
-
-} // namespace simhost
-
-using namespace simhost;
-
-void XPLMWorldToLocal(double inLatitude, double inLongitude, double inAltitude, double *outX, double *outY,
-                      double *outZ) {
-    double east = 0, north = 0, up = 0;
-    Reference().Forward(inLatitude, inLongitude, inAltitude, east, north, up);
-    if (outX != nullptr) *outX = east;
-    if (outY != nullptr) *outY = up;
-    if (outZ != nullptr) *outZ = -north;
-}
-
-void XPLMLocalToWorld(double inX, double inY, double inZ, double *outLatitude, double *outLongitude,
-                      double *outAltitude) {
-    double latitude = 0, longitude = 0, altitude = 0;
-    Reference().Reverse(inX, -inZ, inY, latitude, longitude, altitude);
-    if (outLatitude != nullptr) *outLatitude = latitude;
-    if (outLongitude != nullptr) *outLongitude = longitude;
-    if (outAltitude != nullptr) *outAltitude = altitude;
-}
-
-// ---- Not offered yet: everything that draws ----
-
-void XPLMSetGraphicsState(int, int, int, int, int, int, int) {
-    ReportNotOffered(__func__);
-}
-
-void XPLMBindTexture2d(int, int) {
-    ReportNotOffered(__func__);
+void XPLMBindTexture2d(int inTextureNum, int inTextureUnit) {
+    if (inTextureUnit < 0 || inTextureUnit >= textureUnitCount || inTextureNum < 0) {
+        ReportMisuse("XPLMBindTexture2d with a texture or a unit that cannot be");
+        return;
+    }
+    if (ProvideGraphics()) BindTexture(inTextureNum, inTextureUnit);
 }
 
 void XPLMGenerateTextureNumbers(int *outTextureIDs, int inCount) {
-    ReportNotOffered(__func__);
-    for (int i = 0; outTextureIDs != nullptr && i < inCount; i++) outTextureIDs[i] = 0;
+    if (outTextureIDs == nullptr) return;
+    const bool hasGraphics = ProvideGraphics();
+    for (int i = 0; i < inCount; i++) {
+        GLuint texture = 0;
+        if (hasGraphics) glGenTextures(1, &texture);
+        outTextureIDs[i] = static_cast<int>(texture);
+    }
 }
 
+// The simulator's own interface texture is a plain light grey here.
 int XPLMGetTexture(XPLMTextureID) {
-    ReportNotOffered(__func__);
-    return 0;
+    static GLuint texture = 0;
+    if (texture != 0 || !ProvideGraphics()) return static_cast<int>(texture);
+    const unsigned char grey[] = {200, 200, 200, 255};
+    GLint bound = 0;
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+    glGenTextures(1, &texture);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, 1, 1, 0, GL_RGBA, GL_UNSIGNED_BYTE, grey);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(bound));
+    return static_cast<int>(texture);
 }
 
-void XPLMDrawTranslucentDarkBox(int, int, int, int) {
-    ReportNotOffered(__func__);
+void XPLMDrawTranslucentDarkBox(int inLeft, int inTop, int inRight, int inBottom) {
+    if (!MayDraw(__func__)) return;
+    FillRectangle(std::min(inLeft, inRight), std::max(inTop, inBottom), std::max(inLeft, inRight),
+                  std::min(inTop, inBottom), darkBox);
 }
 
-void XPLMDrawString(float *, int, int, char *, int *, XPLMFontID) {
-    ReportNotOffered(__func__);
+// Every text is one line; inWordWrapWidth is not looked at.
+void XPLMDrawString(float *inColorRGB, int inXOffset, int inYOffset, char *inChar, int *, XPLMFontID) {
+    if (inChar != nullptr) DrawText(__func__, inColorRGB, inChar, inXOffset, inYOffset);
 }
 
-void XPLMDrawNumber(float *, int, int, double, int, int, int, XPLMFontID) {
-    ReportNotOffered(__func__);
+// At least inDigits digits before the decimal point, with zeros in front, and inDecimals behind it.
+void XPLMDrawNumber(float *inColorRGB, int inXOffset, int inYOffset, double inValue, int inDigits,
+                    int inDecimals, int inShowSign, XPLMFontID) {
+    char digits[400], text[500];
+    const int decimals = std::clamp(inDecimals, 0, 20);
+    const auto [end, failed] =
+        std::to_chars(digits, digits + sizeof digits, std::fabs(inValue), std::chars_format::fixed, decimals);
+    if (failed != std::errc()) return;
+    const std::ptrdiff_t length = end - digits;
+    const std::ptrdiff_t whole = decimals == 0 ? length : length - decimals - 1;
+    char *out = text;
+    if (inShowSign != 0 || std::signbit(inValue)) *out++ = std::signbit(inValue) ? '-' : '+';
+    for (std::ptrdiff_t i = whole; std::isfinite(inValue) && i < std::min(inDigits, 50); i++) *out++ = '0';
+    out = std::copy(digits, end, out);
+    DrawText(__func__, inColorRGB, {text, static_cast<std::size_t>(out - text)}, inXOffset, inYOffset);
 }
 
 void XPLMGetFontDimensions(XPLMFontID, int *outCharWidth, int *outCharHeight, int *outDigitsOnly) {
-    ReportNotOffered(__func__);
-    if (outCharWidth != nullptr) *outCharWidth = 0;
-    if (outCharHeight != nullptr) *outCharHeight = 0;
+    if (outCharWidth != nullptr) *outCharWidth = screenFontAdvance;
+    if (outCharHeight != nullptr) *outCharHeight = screenFontRowCount;
     if (outDigitsOnly != nullptr) *outDigitsOnly = 0;
 }
 
-float XPLMMeasureString(XPLMFontID, const char *, int) {
-    ReportNotOffered(__func__);
-    return 0;
+float XPLMMeasureString(XPLMFontID, const char *inChar, int inNumChars) {
+    if (inChar == nullptr || inNumChars <= 0) return 0;
+    const std::string_view text(inChar, strnlen(inChar, static_cast<std::size_t>(inNumChars)));
+    return static_cast<float>(CountLetters(text) * screenFontAdvance);
 }

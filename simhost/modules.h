@@ -2,9 +2,11 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "XPLMDataAccess.h"
+#include "XPLMDisplay.h"
 #include "simhost/plugins.h"
 
 namespace simhost {
@@ -68,7 +70,11 @@ void ResetProcessing();
 
 // ---- display.cpp ----
 
-void RunDrawCallbacks();
+inline constexpr XPLMDrawingPhase drawingPhases[] = {xplm_Phase_Modern3D, xplm_Phase_FirstCockpit,
+                                                     xplm_Phase_Panel,    xplm_Phase_Gauges,
+                                                     xplm_Phase_Window,   xplm_Phase_LastCockpit};
+
+void RunDrawPhase(XPLMDrawingPhase phase); // those before the simulator's own drawing, then those after
 void DropDrawCallbacks(XPLMPluginID plugin, LeftBehind &leftBehind);
 void ResetDisplay();
 
@@ -83,11 +89,19 @@ void ResetCommands();
 void DropMenus(XPLMPluginID plugin, LeftBehind &leftBehind);
 void ResetMenus();
 
-// ---- graphics.cpp ----
+// ---- screen.cpp ----
+
+// While a frame is drawn: text as plug-ins draw it.
+void DrawPluginText(std::string_view text, int x, int y, float red, float green, float blue);
+bool IsDrawingFrame();
+bool HasPixels(); // is the frame that is drawn, or was last, one to look at?
+void ResetScreen();
+
+// ---- world.cpp ----
 
 // Brings the aircraft's local coordinates in line with its latitude, longitude and elevation.
 void UpdateLocalPosition();
-void ResetGraphics();
+void ResetWorld();
 
 // ---- builtin_datarefs.cpp ----
 

@@ -5,6 +5,7 @@
 
 #include "XPLMProcessing.h"
 #include "simhost/datarefs.h"
+#include "simhost/screen.h"
 
 namespace simhost {
 
@@ -56,7 +57,8 @@ void ResetSimulator() {
     ResetMenus();
     ResetUtilities();
     ResetDatarefs();
-    ResetGraphics();
+    ResetWorld();
+    ResetScreen();
     isPaused = false;
     flightSeconds = 0;
     publishedFlightSeconds = 0;
@@ -71,7 +73,7 @@ void StepFrame(double seconds) {
     UpdateLocalPosition();
     ContinueHeldCommands();
     RunFlightLoops();
-    RunDrawCallbacks();
+    DrawFrame(false);
 }
 
 void SetPaused(bool paused) {

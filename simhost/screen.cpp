@@ -1,0 +1,257 @@
+// One frame from background to windows, its texts, and its pixels. In an ordinary frame the simulator draws
+// nothing of its own, and texts are only noted; what plug-ins do with OpenGL happens in every frame.
+#include "simhost/screen.h"
+
+#include <lodepng.h>
+
+#include <cstring>
+
+#include "simhost/gl_context.h"
+#include "simhost/graphics_state.h"
+#include "simhost/modules.h"
+#include "simhost/screen_font.h"
+#include "simhost/windows.h"
+
+namespace simhost {
+
+namespace {
+
+constinit bool isDrawingFrame = false;
+constinit bool hasPixels = false;
+
+// Texts that the frame before does not need any more keep their memory for the next one.
+constinit std::vector<DrawnText> texts, spareTexts;
+
+void ClearTexts() {
+    while (!texts.empty()) {
+        spareTexts.push_back(std::move(texts.back()));
+        texts.pop_back();
+    }
+}
+
+void KeepText(std::string_view text, int x, int y, float red, float green, float blue) {
+    if (spareTexts.empty()) {
+        texts.emplace_back();
+    } else {
+        texts.push_back(std::move(spareTexts.back()));
+        spareTexts.pop_back();
+    }
+    DrawnText &kept = texts.back();
+    kept.text = text;
+    kept.x = x;
+    kept.y = y;
+    kept.red = red;
+    kept.green = green;
+    kept.blue = blue;
+}
+
+// ---- Letters ----
+
+// The font's texture: the letters and the box side by side, 16 in a row.
+constexpr int lettersInRow = 16;
+constexpr int fontWidth = 128, fontHeight = 128;
+static_assert(lettersInRow * screenFontColumnCount <= fontWidth);
+static_assert((screenFontCount / lettersInRow + 1) * screenFontRowCount <= fontHeight);
+
+unsigned char BoxRow(int row) {
+    if (row < 1 || row > 9) return 0;
+    return row == 1 || row == 9 ? 0x7C : 0x44;
+}
+
+GLuint FontTexture() {
+    static GLuint texture = 0;
+    if (texture != 0) return texture;
+    std::vector<unsigned char> pixels(fontWidth * fontHeight);
+    for (int letter = 0; letter <= screenFontCount; letter++) {
+        for (int row = 0; row < screenFontRowCount; row++) {
+            const unsigned bits = letter == screenFontBox ? BoxRow(row) : screenFontRows[letter][row];
+            unsigned char *pixel = pixels.data()
+                                   + (letter / lettersInRow * screenFontRowCount + row) * fontWidth
+                                   + letter % lettersInRow * screenFontColumnCount;
+            for (int column = 0; column < screenFontColumnCount; column++)
+                pixel[column] = (bits << column & 0x80) != 0 ? 255 : 0;
+        }
+    }
+    glGenTextures(1, &texture);
+    BindTexture(static_cast<int>(texture), 0);
+    glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+    glPixelStorei(GL_UNPACK_SKIP_ROWS, 0);
+    glPixelStorei(GL_UNPACK_SKIP_PIXELS, 0);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA8, fontWidth, fontHeight, 0, GL_ALPHA, GL_UNSIGNED_BYTE,
+                 pixels.data());
+    glPopClientAttrib();
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    return texture;
+}
+
+void DrawLetter(int letter, int x, int y) {
+    const float left = static_cast<float>(letter % lettersInRow * screenFontColumnCount) / fontWidth;
+    const float top = static_cast<float>(letter / lettersInRow * screenFontRowCount) / fontHeight;
+    const float right = left + static_cast<float>(screenFontColumnCount) / fontWidth;
+    const float bottom = top + static_cast<float>(screenFontRowCount) / fontHeight;
+    const int lower = y - screenFontDescent;
+    const int upper = lower + screenFontRowCount;
+    glTexCoord2f(left, bottom);
+    glVertex2i(x, lower);
+    glTexCoord2f(right, bottom);
+    glVertex2i(x + screenFontColumnCount, lower);
+    glTexCoord2f(right, top);
+    glVertex2i(x + screenFontColumnCount, upper);
+    glTexCoord2f(left, top);
+    glVertex2i(x, upper);
+}
+
+// What the simulator itself draws between callbacks does not depend on what they left.
+void BeginOwnDrawing(int textureUnits) {
+    if (!IsInDrawingScope()) RestoreGraphicsState();
+    SetGraphicsState({.textureUnits = textureUnits});
+}
+
+void DrawLetters(std::string_view text, int x, int y, const Tint &tint) {
+    BeginOwnDrawing(1);
+    BindTexture(static_cast<int>(FontTexture()), 0);
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    glColor4f(tint.red, tint.green, tint.blue, tint.alpha);
+    glBegin(GL_QUADS);
+    for (; !text.empty(); x += screenFontAdvance) DrawLetter(TakeLetter(text), x, y);
+    glEnd();
+}
+
+// ---- The background ----
+
+struct Shade {
+    float height; // 0: the lower edge, 1: the upper
+    float red, green, blue;
+};
+
+// Dusk: bright over the horizon, dark above and below, so that a text's colour can be judged on both.
+constexpr Shade dusk[] = {{0.00F, 0.13F, 0.14F, 0.16F},
+                          {0.30F, 0.36F, 0.33F, 0.35F},
+                          {0.38F, 0.95F, 0.72F, 0.48F},
+                          {0.62F, 0.56F, 0.48F, 0.62F},
+                          {1.00F, 0.09F, 0.12F, 0.28F}};
+
+void DrawBackground() {
+    RestoreGraphicsState();
+    glDepthMask(GL_TRUE);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    RestoreGraphicsState();
+    const float width = static_cast<float>(ScreenWidth()), height = static_cast<float>(ScreenHeight());
+    glBegin(GL_QUAD_STRIP);
+    for (const Shade &shade : dusk) {
+        glColor3f(shade.red, shade.green, shade.blue);
+        glVertex2f(0, shade.height * height);
+        glVertex2f(width, shade.height * height);
+    }
+    glEnd();
+}
+
+} // namespace
+
+void DrawFrame(bool withPixels) {
+    ClearTexts();
+    hasPixels = withPixels && ProvideGraphics() && UseFullSurface(ScreenWidth(), ScreenHeight());
+    if (!hasPixels && HasContext()) UsePixelSurface();
+    isDrawingFrame = true;
+    if (hasPixels) DrawBackground();
+    for (XPLMDrawingPhase phase : drawingPhases) {
+        RunDrawPhase(phase);
+        if (phase == xplm_Phase_Window) DrawWindows();
+    }
+    isDrawingFrame = false;
+    if (hasPixels && IsContextAdopted()) {
+        RestoreGraphicsState();
+        ShowFullSurface();
+    }
+}
+
+bool IsDrawingFrame() {
+    return isDrawingFrame;
+}
+
+bool HasPixels() {
+    return hasPixels;
+}
+
+const std::vector<DrawnText> &ScreenTexts() {
+    return texts;
+}
+
+std::vector<unsigned char> ReadScreenPixels() {
+    if (!hasPixels) return {};
+    RestoreGraphicsState();
+    const std::size_t width = static_cast<std::size_t>(ScreenWidth());
+    const std::size_t height = static_cast<std::size_t>(ScreenHeight());
+    const std::size_t rowBytes = width * 4;
+    std::vector<unsigned char> upward(height * rowBytes), pixels(height * rowBytes);
+    glReadPixels(0, 0, ScreenWidth(), ScreenHeight(), GL_RGBA, GL_UNSIGNED_BYTE, upward.data());
+    for (std::size_t row = 0; row < height; row++)
+        std::memcpy(&pixels[row * rowBytes], &upward[(height - 1 - row) * rowBytes], rowBytes);
+    // A screen is opaque, whatever blending has left in the fourth channel.
+    for (std::size_t i = 3; i < pixels.size(); i += 4) pixels[i] = 255;
+    return pixels;
+}
+
+bool WriteScreenshot(const std::string &path, std::string &error) {
+    DrawFrame(true);
+    if (!hasPixels) {
+        error =
+            HasContext() ? "the screen is larger than OpenGL can draw" : "no OpenGL here: " + WhyNoContext();
+        return false;
+    }
+    const unsigned failed = lodepng::encode(path, ReadScreenPixels(), static_cast<unsigned>(ScreenWidth()),
+                                            static_cast<unsigned>(ScreenHeight()));
+    if (failed != 0) error = path + ": " + lodepng_error_text(failed);
+    return failed == 0;
+}
+
+void UseCurrentContext() {
+    AdoptContext();
+}
+
+void FillRectangle(int left, int top, int right, int bottom, const Tint &tint) {
+    if (!hasPixels) return;
+    BeginOwnDrawing(0);
+    glColor4f(tint.red, tint.green, tint.blue, tint.alpha);
+    glRecti(left, bottom, right, top);
+}
+
+void OutlineRectangle(int left, int top, int right, int bottom, const Tint &tint) {
+    FillRectangle(left, top, right, top - 1, tint);
+    FillRectangle(left, bottom + 1, right, bottom, tint);
+    FillRectangle(left, top - 1, left + 1, bottom + 1, tint);
+    FillRectangle(right - 1, top - 1, right, bottom + 1, tint);
+}
+
+void DrawSimulatorText(const std::string &text, int x, int y, const Tint &tint, bool isOwn) {
+    if (!isOwn) KeepText(text, x, y, tint.red, tint.green, tint.blue);
+    if (hasPixels) DrawLetters(text, x, y, tint);
+}
+
+void DrawPluginText(std::string_view text, int x, int y, float red, float green, float blue) {
+    KeepText(text, x, y, red, green, blue);
+    if (hasPixels) DrawLetters(text, x, y, {red, green, blue, 1});
+}
+
+int TextWidth(const std::string &text) {
+    return CountLetters(text) * screenFontAdvance;
+}
+
+int TextHeight() {
+    return screenFontRowCount;
+}
+
+void ResetScreen() {
+    texts.clear();
+    spareTexts.clear();
+    hasPixels = false;
+    ResetGraphicsState();
+}
+
+// Until there are windows.
+__attribute__((weak)) void DrawWindows() {}
+
+} // namespace simhost
