@@ -18,6 +18,7 @@ namespace {
 
 constinit bool isDrawingFrame = false;
 constinit bool hasPixels = false;
+constinit int frameWidth = 0, frameHeight = 0; // of the last frame with pixels
 
 // Texts that the frame before does not need any more keep their memory for the next one.
 constinit std::vector<DrawnText> texts, spareTexts;
@@ -53,9 +54,9 @@ constexpr int fontWidth = 128, fontHeight = 128;
 static_assert(lettersInRow * screenFontColumnCount <= fontWidth);
 static_assert((screenFontCount / lettersInRow + 1) * screenFontRowCount <= fontHeight);
 
-unsigned char BoxRow(int row) {
-    if (row < 1 || row > 9) return 0;
-    return row == 1 || row == 9 ? 0x7C : 0x44;
+std::uint32_t BoxRow(int row) {
+    if (row < 1 || row > 10) return 0;
+    return row == 1 || row == 10 ? 0x0FFFFF00 : 0x0F000F00;
 }
 
 GLuint FontTexture() {
@@ -64,12 +65,12 @@ GLuint FontTexture() {
     std::vector<unsigned char> pixels(fontWidth * fontHeight);
     for (int letter = 0; letter <= screenFontCount; letter++) {
         for (int row = 0; row < screenFontRowCount; row++) {
-            const unsigned bits = letter == screenFontBox ? BoxRow(row) : screenFontRows[letter][row];
+            const std::uint32_t levels = letter == screenFontBox ? BoxRow(row) : screenFontRows[letter][row];
             unsigned char *pixel = pixels.data()
                                    + (letter / lettersInRow * screenFontRowCount + row) * fontWidth
                                    + letter % lettersInRow * screenFontColumnCount;
             for (int column = 0; column < screenFontColumnCount; column++)
-                pixel[column] = (bits << column & 0x80) != 0 ? 255 : 0;
+                pixel[column] = static_cast<unsigned char>((levels >> (28 - 4 * column) & 15) * 17);
         }
     }
     glGenTextures(1, &texture);
@@ -155,6 +156,8 @@ void DrawFrame(bool withPixels) {
     ClearTexts();
     hasPixels = withPixels && ProvideGraphics() && UseFullSurface(ScreenWidth(), ScreenHeight());
     if (!hasPixels && HasContext()) UsePixelSurface();
+    frameWidth = ScreenWidth();
+    frameHeight = ScreenHeight();
     isDrawingFrame = true;
     if (hasPixels) DrawBackground();
     for (XPLMDrawingPhase phase : drawingPhases) {
@@ -183,11 +186,11 @@ const std::vector<DrawnText> &ScreenTexts() {
 std::vector<unsigned char> ReadScreenPixels() {
     if (!hasPixels) return {};
     RestoreGraphicsState();
-    const std::size_t width = static_cast<std::size_t>(ScreenWidth());
-    const std::size_t height = static_cast<std::size_t>(ScreenHeight());
+    const std::size_t width = static_cast<std::size_t>(frameWidth);
+    const std::size_t height = static_cast<std::size_t>(frameHeight);
     const std::size_t rowBytes = width * 4;
     std::vector<unsigned char> upward(height * rowBytes), pixels(height * rowBytes);
-    glReadPixels(0, 0, ScreenWidth(), ScreenHeight(), GL_RGBA, GL_UNSIGNED_BYTE, upward.data());
+    glReadPixels(0, 0, frameWidth, frameHeight, GL_RGBA, GL_UNSIGNED_BYTE, upward.data());
     for (std::size_t row = 0; row < height; row++)
         std::memcpy(&pixels[row * rowBytes], &upward[(height - 1 - row) * rowBytes], rowBytes);
     // A screen is opaque, whatever blending has left in the fourth channel.

@@ -1,18 +1,19 @@
 // The letters of the simulator's own text: one fixed-width font, from a table that needs no font file.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 namespace simhost {
 
 inline constexpr int screenFontCount = 95;    // the characters 32 to 126
-inline constexpr int screenFontRowCount = 12; // of a letter's cell, from the top
+inline constexpr int screenFontRowCount = 13; // of a letter's cell, from the top
 inline constexpr int screenFontColumnCount = 8;
 inline constexpr int screenFontDescent = 3; // rows below the baseline
 inline constexpr int screenFontAdvance = 7; // pixels from letter to letter
 
-// Each row's leftmost pixel is the highest bit.
-extern const unsigned char screenFontRows[screenFontCount][screenFontRowCount];
+// Each row holds 4 bits of coverage for each pixel, the leftmost in the highest bits.
+extern const std::uint32_t screenFontRows[screenFontCount][screenFontRowCount];
 
 // The number of the letter that draws what the text begins with, and removes that from the text: 0 to 94
 // for the characters 32 to 126, screenFontBox for any other character and for each byte that belongs to

@@ -10,8 +10,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-constexpr int PIXELS = 11; // of the font's em; 7 from letter to letter
-constexpr int ASCENT = 9, ROWS = 12, COLUMNS = 8;
+constexpr int PIXELS = 12; // of the font's em; 7 from letter to letter
+constexpr int ASCENT = 10, ROWS = 13, COLUMNS = 8;
 
 constexpr const char *HEAD =
     R"(// Made by tools/make_screen_font.cpp from DejaVu Sans Mono, which is derived from Bitstream Vera:
@@ -54,21 +54,21 @@ constexpr const char *HEAD =
 namespace simhost {
 
 // clang-format off
-const unsigned char screenFontRows[screenFontCount][screenFontRowCount] = {
+const std::uint32_t screenFontRows[screenFontCount][screenFontRowCount] = {
 )";
 
-// One row of a letter's cell, the leftmost pixel in the highest bit.
-unsigned RowBits(const FT_GlyphSlot glyph, int row) {
+// One row of a letter's cell, 4 bits of coverage for each pixel, the leftmost in the highest bits.
+unsigned RowLevels(const FT_GlyphSlot glyph, int row) {
     const int bitmapRow = row - (ASCENT - glyph->bitmap_top);
     if (bitmapRow < 0 || bitmapRow >= static_cast<int>(glyph->bitmap.rows)) return 0;
-    unsigned bits = 0;
+    unsigned levels = 0;
     for (int column = 0; column < COLUMNS; column++) {
         const int x = column - glyph->bitmap_left;
         if (x < 0 || x >= static_cast<int>(glyph->bitmap.width)) continue;
-        const unsigned char byte = glyph->bitmap.buffer[bitmapRow * glyph->bitmap.pitch + x / 8];
-        if ((byte >> (7 - x % 8) & 1) != 0) bits |= 0x80u >> column;
+        const unsigned coverage = glyph->bitmap.buffer[bitmapRow * glyph->bitmap.pitch + x];
+        levels |= (coverage + 8) / 17 << (28 - 4 * column);
     }
-    return bits;
+    return levels;
 }
 
 int main(int argc, char **argv) {
@@ -81,7 +81,7 @@ int main(int argc, char **argv) {
     }
     std::fputs(HEAD, stdout);
     for (unsigned char letter = ' '; letter <= '~'; letter++) {
-        if (FT_Load_Char(face, letter, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO) != 0) return EXIT_FAILURE;
+        if (FT_Load_Char(face, letter, FT_LOAD_RENDER) != 0) return EXIT_FAILURE;
         const FT_GlyphSlot glyph = face->glyph;
         const int bottom = glyph->bitmap_top - static_cast<int>(glyph->bitmap.rows);
         if (glyph->bitmap.rows != 0 && (glyph->bitmap_top > ASCENT || bottom < ASCENT - ROWS)) {
@@ -90,7 +90,7 @@ int main(int argc, char **argv) {
         }
         std::printf("    {");
         for (int row = 0; row < ROWS; row++)
-            std::printf("%s0x%02x", row == 0 ? "" : ", ", RowBits(glyph, row));
+            std::printf("%s0x%08x", row == 0 ? "" : ", ", RowLevels(glyph, row));
         const char shown[] = {static_cast<char>(letter), 0};
         std::printf("}, // %s\n", letter == ' ' ? "blank" : letter == '\\' ? "backslash" : shown);
     }
