@@ -64,7 +64,7 @@ std::string FollowLinks(const std::string &path) {
 
 // Writes content to a new neighbour of path, on disk when it returns. Empty when that fails.
 std::string WriteNeighbour(const std::string &path, std::string_view content) {
-    const std::string neighbour = path + NewFileSuffix;
+    std::string neighbour = path + NewFileSuffix;
     struct stat old = {};
     const bool isReplacing = stat(path.c_str(), &old) == 0;
     if (isReplacing && access(path.c_str(), W_OK) != 0) return "";

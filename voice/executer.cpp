@@ -147,7 +147,7 @@ std::string SpokenLinkValue(std::string linkText) {
     std::erase(linkText, '&');
     const sysLink_struct link = String2sysLink(linkText);
     if (link.sys == -1 || link.dev == -1 || link.out == -1) return "UNKNOWN";
-    const std::string number = int2string(TruncateToInt(GetValueFromSysLink(link)));
+    std::string number = int2string(TruncateToInt(GetValueFromSysLink(link)));
     if (!isSpelled) return number;
     std::string spelled;
     for (char digit : number) spelled.append(1, digit).append(1, ' ');
