@@ -6,6 +6,7 @@
 #include "systems/links.h"
 #include "systems/model.h"
 #include "util/files.h"
+#include "util/log.h"
 #include "util/numbers.h"
 #include "util/paths.h"
 #include "util/text.h"
@@ -113,21 +114,31 @@ std::string SystemText(const system_class &system) {
     return text;
 }
 
+// A system's file is named after it and must neither leave the folder nor replace the other files there.
+bool isSaved(const system_class &system) {
+    if (system.deleted) return false;
+    if (isSafeFileName(system.name) && system.name != "_systems" && system.name != "_save") return true;
+    string2debugString("Error - system not saved, no file can have its name: ", system.name, 1);
+    return false;
+}
+
 } // namespace
 
 bool SaveSysToTxtFile() {
     SysLinkRefresh(0);
     const std::string folder = WhatPluginPath() + "systems/";
+    std::vector<const system_class *> saved;
     std::string list;
-    for (const system_class &system : systems_vector)
-        if (!system.deleted) list += system.name + LineEnd;
-    if (!WriteWholeFile(folder + "_systems.txt", list)) return false;
-    bool isFirst = true;
     for (const system_class &system : systems_vector) {
-        if (system.deleted || !isSafeFileName(system.name)) continue;
+        if (!isSaved(system)) continue;
+        saved.push_back(&system);
+        list += system.name + LineEnd;
+    }
+    if (!WriteWholeFile(folder + "_systems.txt", list)) return false;
+    for (const system_class *system : saved) {
+        const bool isFirst = system == saved.front();
         const std::string start = isFirst && isVAdraw == 1 ? std::string("draw=1") + LineEnd : "";
-        if (!WriteWholeFile(folder + system.name + ".txt", start + SystemText(system))) return false;
-        isFirst = false;
+        if (!WriteWholeFile(folder + system->name + ".txt", start + SystemText(*system))) return false;
     }
     return true;
 }
