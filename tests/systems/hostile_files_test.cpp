@@ -29,7 +29,7 @@ protected:
 
 TEST_F(HostileFiles, DamagedModels) {
     RandomModel random(7);
-    const std::string pieces = "=,;[].<>&|\r\n\0-0123456789:CBLOCKsysdevoutlogic\xFF";
+    const std::string pieces = std::string("=,;[].<>&|\r\n") + '\0' + "-0123456789:CBLOCKsysdevoutlogic\xFF";
     for (int round = 0; round < 250; round++) {
         std::string text = random.Text();
         for (unsigned i = 0, count = 1 + random.Below(30); i < count; i++) {
