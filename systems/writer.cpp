@@ -2,6 +2,9 @@
 // but for its live values, which start over from the initial ones.
 #include "systems/writer.h"
 
+#include <map>
+#include <vector>
+
 #include "frame/aircraft.h"
 #include "systems/links.h"
 #include "systems/model.h"
@@ -127,18 +130,19 @@ bool isSaved(const system_class &system) {
 bool SaveSysToTxtFile() {
     SysLinkRefresh(0);
     const std::string folder = WhatPluginPath() + "systems/";
-    std::vector<const system_class *> saved;
+    std::vector<std::string> names; // in order; systems that share a name share its file
+    std::map<std::string, std::string> texts;
     std::string list;
     for (const system_class &system : systems_vector) {
         if (!isSaved(system)) continue;
-        saved.push_back(&system);
-        list += system.name + LineEnd;
+        const auto [entry, isNew] = texts.try_emplace(system.name);
+        if (isNew && names.empty() && isVAdraw == 1) entry->second = std::string("draw=1") + LineEnd;
+        if (isNew) names.push_back(system.name);
+        if (isNew) list += system.name + LineEnd;
+        entry->second += SystemText(system);
     }
     if (!WriteWholeFile(folder + "_systems.txt", list)) return false;
-    for (const system_class *system : saved) {
-        const bool isFirst = system == saved.front();
-        const std::string start = isFirst && isVAdraw == 1 ? std::string("draw=1") + LineEnd : "";
-        if (!WriteWholeFile(folder + system->name + ".txt", start + SystemText(*system))) return false;
-    }
+    for (const std::string &name : names)
+        if (!WriteWholeFile(folder + name + ".txt", texts[name])) return false;
     return true;
 }

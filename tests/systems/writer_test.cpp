@@ -130,4 +130,18 @@ TEST_F(Writer, RandomModelsComeBackEqual) {
     }
 }
 
+TEST_F(Writer, SystemsOfOneNameShareAFileAndAreBothKept) {
+    Load("sys=A\ndev=D\n" + Out("P") + "sys=B\nsys=A\ndev=E\n" + Out("Q"));
+    ASSERT_TRUE(SaveSysToTxtFile());
+    EXPECT_EQ(read("systems/_systems.txt"), "A\r\nB\r\n");
+    const std::map<std::string, std::string> first = Files();
+    Forget();
+    CreateSystemsFromFile();
+    ASSERT_EQ(systems_vector.size(), 3U);
+    EXPECT_EQ(systems_vector[0].devices[0].outs[0].name, "P");
+    EXPECT_EQ(systems_vector[1].devices[0].outs[0].name, "Q");
+    ASSERT_TRUE(SaveSysToTxtFile());
+    EXPECT_EQ(Files(), first);
+}
+
 } // namespace
