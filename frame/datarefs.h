@@ -45,7 +45,9 @@ void SetDRFi(XPLMDataRef handle, int index, int value);
 // One element of any array dataref among its first 16, which is what systems files and set actions reach.
 // Writing transfers those 16 as a whole. 0, or no write, for any other index.
 const int ReachableElements = 16;
-inline bool isReachableElement(int index) { return index >= 0 && index < ReachableElements; }
+inline bool isReachableElement(int index) {
+    return index >= 0 && index < ReachableElements;
+}
 float GetElementf(XPLMDataRef handle, int index);
 void SetElementf(XPLMDataRef handle, int index, float value);
 int GetElementi(XPLMDataRef handle, int index);
