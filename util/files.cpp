@@ -122,7 +122,9 @@ std::vector<FileLine> ReadFileLines(const std::string &path) {
         string2debugString("FileIO:Cant open file ", path, 1);
         return lines;
     }
-    const std::string_view text = content;
+    std::string_view text = content;
+    if (text.starts_with("\xEF\xBB\xBF"))
+        text.remove_prefix(3); // a byte-order mark, as some editors leave it
     int number = 0;
     for (size_t start = 0; start < text.size();) {
         size_t end = text.find('\n', start);

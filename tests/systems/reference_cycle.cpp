@@ -167,4 +167,5 @@ void ReferenceCycle() {
                     Evaluate(system, device, device.outs[i], i, isBroken);
         }
     }
+    if (LastRecognition == "abort") LastRecognition.clear();
 }

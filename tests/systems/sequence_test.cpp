@@ -112,6 +112,10 @@ TEST_F(Sequence, AbortRewindsInTheSameFrame) {
     EXPECT_EQ(Steps(), "000");
     EXPECT_FALSE(onChecklistOrProcedure);
     EXPECT_EQ(simhost::GetNumber("t/planshet"), 0);
+    Frame();
+    EXPECT_EQ(Steps(), "100") << "what starts after the abort is not aborted";
+    Frame();
+    EXPECT_EQ(Steps(), "100");
 }
 
 TEST_F(Sequence, AStepWithoutActionsTakesItsCalculatedValue) {
