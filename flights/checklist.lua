@@ -3,6 +3,7 @@
 local check = require "lib.check"
 
 sim.publish("test/brake", "int", 0)
+sim.publish("test/height", "int", 0)
 check.systems {CHECKLIST = [[
 sys=CHECKLIST
 devstack=BEFORE START
@@ -31,8 +32,19 @@ logic:
 instring=both
 execute=1,Before start checklist complete,0
 execute=8,kv/fo/_planshet,0
+devstack=CLIMB
+out=HUNDRED,execute,,0,,,,,,,,0
+logic:
+[CHECKLIST.COCKPIT.HEIGHT]>[100]
+execute=0,One hundred,0
+execute=12,roger,60
+out=THOUSAND,execute,,0,,,,,,,,0
+logic:
+[CHECKLIST.COCKPIT.HEIGHT]>[1000]
+execute=0,One thousand,0
 dev=COCKPIT
 out=BRAKE,integer,,0,,,test/brake,exist,,,,0
+out=HEIGHT,integer,,0,,,test/height,exist,,,,0
 dev=WATCH
 out=CALL,integer,,0,,,,,test/call,new,,0
 logic:
@@ -207,3 +219,21 @@ sim.run(6)
 check.list(sim.said(), {"Fuel selector?", "Before start checklist complete"}, "the rest in a new flight")
 expect_at_rest("after a new flight")
 begin()
+sim.tap("kv/fennic/stop")
+sim.run(1)
+sim.said()
+
+-- ---- A sequence that nobody calls ----
+
+-- The stop button ends what runs, not what begins by itself later; nor do answers outlive the flight in which
+-- they were waited for.
+sim.set("test/height", 500)
+sim.run(5)
+check.list(sim.said(), {"One hundred"}, "once, though the stop button was pressed before")
+check.equal(waits_for(), "roger", "a timer")
+sim.new_flight()
+sim.frames(2)
+check.equal(waits_for(), "none", "no timer in a new flight")
+sim.tap("kv/fennic/stop")
+sim.run(3)
+check.list(sim.said(), {ABORTED, "One hundred"}, "aborted, and begun anew")

@@ -91,11 +91,13 @@ sim.reply(("x"):rep(700))
 sim.frames(1)
 check.list(check.log(), {"Just Get Recognition: " .. ("x"):rep(600)}, "a long text")
 
--- "abort" needs no button and is done each time.
+-- "abort" needs no button and is done each time; the tablet goes with it.
 sim.said()
 for _ = 1, 2 do
+    sim.set("kv/fo/_planshet", 1)
     sim.reply("abort")
     sim.run(1)
+    check.equal(sim.get("kv/fo/_planshet"), 0, "the tablet")
 end
 check.list(sim.said(), {"All Commands and Checklists Aborted!", "All Commands and Checklists Aborted!"}, "abort")
 check.equal(handled("abort"), 2, "abort, each time")

@@ -84,13 +84,13 @@ check.settings {checkdrf = "test/control", installation = "2"}
 sim.new_flight()
 sim.start()
 sim.sent()
-sim.run(5.5)
+sim.run(4.5)
 check.list(check.messages(), {}, "nothing before the control dataref exists")
 sim.publish("test/control", "int", 0)
 sim.run(1)
 sent = sim.sent()
 check.equal(sent[1].text, "contextpath>" .. plugin, "the work begins")
-check.near(sent[1].t, 6 + FRAME, 1e-3, "at the next look, a whole second after the last")
+check.near(sent[1].t, 5 + FRAME, 1e-3, "at the next look, a whole second after the last")
 sim.stop()
 
 -- Without the other system's file beside it a settings file does not count: first the one in custom/, then

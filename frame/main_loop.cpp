@@ -117,6 +117,7 @@ void ReInitVariables() {
     ReInitFigureVariables();
     ReInitSpeechLink();
     waitUntil = 0.0F;
+    answerstimer.clear(); // their times are those of the flight before
     FlightTimeSEC = 0.0;
     FlightTimeOld = 0.0;
     FrpSEC = 0.0;

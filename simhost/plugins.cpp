@@ -166,7 +166,7 @@ void DisablePlugin(Plugin &plugin) {
 void Deliver(const Plugin &plugin, XPLMPluginID from, int message, void *parameter) {
     if (!plugin.isEnabled) return;
     if (plugin.id == datarefBrowser && message == datarefBrowserMessage && parameter != nullptr) {
-        NamesTold().push_back(static_cast<const char *>(parameter));
+        NamesTold().emplace_back(static_cast<const char *>(parameter));
     }
     if (plugin.entryPoints.receiveMessage == nullptr) return;
     RunningScope scope(plugin.id, "XPluginReceiveMessage");
@@ -245,8 +245,9 @@ void UnloadPlugin(XPLMPluginID id) {
     FlushLog();
     LeftBehindStore() = DropRegistrations(id);
     if (!CloseLibrary(id)) {
-        LeftBehindStore().notes.push_back("the library, which stayed in memory after it was closed: loaded "
-                                          "again, its globals will not be fresh");
+        LeftBehindStore().notes.emplace_back(
+            "the library, which stayed in memory after it was closed: loaded "
+            "again, its globals will not be fresh");
     }
 }
 

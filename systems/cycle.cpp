@@ -265,6 +265,22 @@ void RunParameters(const Arrays &arrays, const ProgramRun &run) {
         EvaluateParameter(arrays, index, noStep);
 }
 
+void RunProgram(SystemsProgram &program) {
+    const Arrays arrays = {program.values.data(),
+                           program.firedBlocks.data(),
+                           program.parameters.data(),
+                           program.blocks.data(),
+                           program.comparisons.data(),
+                           program.elements.data(),
+                           program};
+    for (const ProgramRun &run : program.runs) {
+        if (run.serial)
+            RunSequence(arrays, run);
+        else
+            RunParameters(arrays, run);
+    }
+}
+
 } // namespace
 
 float CalculateSystemsCycle(float, float, int, void *) {
@@ -275,20 +291,9 @@ float CalculateSystemsCycle(float, float, int, void *) {
     ExpectAnswerTimers();
     if (XPLMGetDatai(DRF_paused) != 1) {
         isAnyInputGood = false;
-        SystemsProgram &program = CurrentProgram();
-        const Arrays arrays = {program.values.data(),
-                               program.firedBlocks.data(),
-                               program.parameters.data(),
-                               program.blocks.data(),
-                               program.comparisons.data(),
-                               program.elements.data(),
-                               program};
-        for (const ProgramRun &run : program.runs) {
-            if (run.serial)
-                RunSequence(arrays, run);
-            else
-                RunParameters(arrays, run);
-        }
+        RunProgram(CurrentProgram());
+        // Every running sequence has seen it; one that starts from now on is not to be aborted.
+        if (LastRecognition == "abort") LastRecognition.clear();
     }
     PublishExpectations();
     return NextFrame;

@@ -60,10 +60,12 @@ private:
         }
         program.values.reserve(parameters);
         ForEachParameter([this](const out_parameter_struct &parameter) {
-            const bool hasFired = parameter.activeBlock >= 0 && parameter.activeBlock < NoBlock;
+            const auto fired = static_cast<size_t>(parameter.activeBlock); // -1: beyond every block
+            const bool hasFired = fired < parameter.logic.size() && fired < NoBlock;
+            const bool isActive = hasFired && parameter.logic[fired].active;
             program.values.push_back(parameter.value);
-            program.firedBlocks.push_back((hasFired ? static_cast<uint16_t>(parameter.activeBlock) : NoBlock)
-                                          | InactiveBlock);
+            program.firedBlocks.push_back((hasFired ? static_cast<uint16_t>(fired) : NoBlock)
+                                          | (isActive ? 0 : InactiveBlock));
         });
     }
 

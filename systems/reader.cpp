@@ -24,7 +24,7 @@ public:
 private:
     std::string fileName;
     std::vector<std::string_view> fields;
-    // Indices of what is being read; the device is not reset by a new system, as files in use rely on it.
+    // Indices of what is being read; -1: nothing yet, and for the parameter also: its lines are dropped.
     int sys = -1, dev = -1, out = -1;
 
     void ReadLine(FileLine &line);

@@ -2,10 +2,14 @@
 // but for its live values, which start over from the initial ones.
 #include "systems/writer.h"
 
+#include <map>
+#include <vector>
+
 #include "frame/aircraft.h"
 #include "systems/links.h"
 #include "systems/model.h"
 #include "util/files.h"
+#include "util/log.h"
 #include "util/numbers.h"
 #include "util/paths.h"
 #include "util/text.h"
@@ -113,21 +117,32 @@ std::string SystemText(const system_class &system) {
     return text;
 }
 
+// A system's file is named after it and must neither leave the folder nor replace the other files there.
+bool isSaved(const system_class &system) {
+    if (system.deleted) return false;
+    if (isSafeFileName(system.name) && system.name != "_systems" && system.name != "_save") return true;
+    string2debugString("Error - system not saved, no file can have its name: ", system.name, 1);
+    return false;
+}
+
 } // namespace
 
 bool SaveSysToTxtFile() {
     SysLinkRefresh(0);
     const std::string folder = WhatPluginPath() + "systems/";
+    std::vector<std::string> names; // in order; systems that share a name share its file
+    std::map<std::string, std::string> texts;
     std::string list;
-    for (const system_class &system : systems_vector)
-        if (!system.deleted) list += system.name + LineEnd;
-    if (!WriteWholeFile(folder + "_systems.txt", list)) return false;
-    bool isFirst = true;
     for (const system_class &system : systems_vector) {
-        if (system.deleted || !isSafeFileName(system.name)) continue;
-        const std::string start = isFirst && isVAdraw == 1 ? std::string("draw=1") + LineEnd : "";
-        if (!WriteWholeFile(folder + system.name + ".txt", start + SystemText(system))) return false;
-        isFirst = false;
+        if (!isSaved(system)) continue;
+        const auto [entry, isNew] = texts.try_emplace(system.name);
+        if (isNew && names.empty() && isVAdraw == 1) entry->second = std::string("draw=1") + LineEnd;
+        if (isNew) names.push_back(system.name);
+        if (isNew) list += system.name + LineEnd;
+        entry->second += SystemText(system);
     }
+    if (!WriteWholeFile(folder + "_systems.txt", list)) return false;
+    for (const std::string &name : names)
+        if (!WriteWholeFile(folder + name + ".txt", texts[name])) return false;
     return true;
 }

@@ -15,7 +15,13 @@ function attribute(name) {
     return plain(substr($0, RSTART + length(name) + 3, RLENGTH - length(name) - 4))
 }
 
-/^\t<testcase / { name = attribute("name"); status = attribute("status"); output = ""; skipped = 0 }
+/^\t<testcase / {
+    name = attribute("name")
+    sub(/ +# GetParam\(\) = .*/, "", name)
+    status = attribute("status")
+    output = ""
+    skipped = 0
+}
 
 # Any other test that did not run is a failure: its program was missing.
 /^\t\t<skipped message="SKIP_/ { skipped = 1 }

@@ -64,7 +64,7 @@ std::string FollowLinks(const std::string &path) {
 
 // Writes content to a new neighbour of path, on disk when it returns. Empty when that fails.
 std::string WriteNeighbour(const std::string &path, std::string_view content) {
-    const std::string neighbour = path + NewFileSuffix;
+    std::string neighbour = path + NewFileSuffix;
     struct stat old = {};
     const bool isReplacing = stat(path.c_str(), &old) == 0;
     if (isReplacing && access(path.c_str(), W_OK) != 0) return "";
@@ -122,7 +122,9 @@ std::vector<FileLine> ReadFileLines(const std::string &path) {
         string2debugString("FileIO:Cant open file ", path, 1);
         return lines;
     }
-    const std::string_view text = content;
+    std::string_view text = content;
+    if (text.starts_with("\xEF\xBB\xBF"))
+        text.remove_prefix(3); // a byte-order mark, as some editors leave it
     int number = 0;
     for (size_t start = 0; start < text.size();) {
         size_t end = text.find('\n', start);

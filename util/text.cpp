@@ -56,7 +56,7 @@ std::string ReplaceStringAll(std::string s, std::string_view from, std::string_v
     return result.append(s, done);
 }
 
-std::string ReplaceStringDoubleSpace(std::string s) {
+std::string ReplaceStringDoubleSpace(const std::string &s) {
     std::string result;
     result.reserve(s.size());
     for (char c : s)

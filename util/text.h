@@ -23,7 +23,7 @@ std::string ReplaceString(std::string s, std::string_view from, std::string_view
 std::string ReplaceStringAll(std::string s, std::string_view from, std::string_view to);
 
 // Every run of spaces shrunk to one.
-std::string ReplaceStringDoubleSpace(std::string s);
+std::string ReplaceStringDoubleSpace(const std::string &s);
 
 // The letters A to Z and a to z alone.
 std::string LowerToUpperCase(std::string s);

@@ -147,7 +147,7 @@ std::string SpokenLinkValue(std::string linkText) {
     std::erase(linkText, '&');
     const sysLink_struct link = String2sysLink(linkText);
     if (link.sys == -1 || link.dev == -1 || link.out == -1) return "UNKNOWN";
-    const std::string number = int2string(TruncateToInt(GetValueFromSysLink(link)));
+    std::string number = int2string(TruncateToInt(GetValueFromSysLink(link)));
     if (!isSpelled) return number;
     std::string spelled;
     for (char digit : number) spelled.append(1, digit).append(1, ' ');
@@ -260,12 +260,15 @@ std::string VarToString(std::string text) {
         else if (Contains(text, "[LDRW]"))
             text = ReplaceRunway(text, "[LDRW]", OrvikLdgRwyName, OrvikLdgRwyDistM);
     }
-    // Each turn removes at least one "<" and brings none in.
-    for (size_t open = text.find('<'); open != std::string::npos; open = text.find('<')) {
+    // One pass from left to right: what a link is replaced by is not looked at again.
+    std::string spoken;
+    size_t done = 0;
+    for (size_t open = text.find('<'); open != std::string::npos; open = text.find('<', done)) {
         const size_t close = text.find('>', open);
         if (close == std::string::npos) break;
-        const std::string token = text.substr(open, close - open + 1);
-        text = ReplaceStringAll(text, token, SpokenLinkValue(token.substr(1, token.size() - 2)));
+        spoken.append(text, done, open - done)
+            .append(SpokenLinkValue(text.substr(open + 1, close - open - 1)));
+        done = close + 1;
     }
-    return text;
+    return spoken.append(text, done);
 }

@@ -22,6 +22,7 @@ void NewRecognition_Handler() {
     }
     string2debugString("Just Get Recognition: ", LastRecognition, 1);
     if (MakeStrokaFromText(LastRecognition, NormaliseOnly).text == "ABORT") {
+        LastRecognition = "abort"; // however the server wrote it, as the systems cycle knows it
         AbortExecution();
         return;
     }

@@ -2,7 +2,9 @@
 local check = {}
 
 local function show(value)
-    return type(value) == "string" and string.format("%q", value) or tostring(value)
+    if type(value) ~= "string" then return tostring(value) end
+    return #value <= 500 and string.format("%q", value)
+        or string.format("%q (the first 500 of %d bytes)", value:sub(1, 500), #value)
 end
 
 function check.that(condition, what)

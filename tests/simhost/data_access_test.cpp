@@ -65,7 +65,7 @@ int ReadElements(void *refcon, int *out, int offset, int maximum) {
 void WriteElements(void *refcon, int *values, int offset, int count) {
     auto &elements = static_cast<Owned *>(refcon)->elements;
     for (int i = 0; i < count && offset + i < static_cast<int>(elements.size()); i++) {
-        elements[static_cast<std::size_t>(offset + i)] = values[i];
+        elements[static_cast<std::size_t>(offset) + static_cast<std::size_t>(i)] = values[i];
     }
 }
 int ReadText(void *refcon, void *out, int offset, int maximum) {

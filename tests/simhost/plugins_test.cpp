@@ -44,7 +44,7 @@ protected:
         EXPECT_EQ(XPLMCountPlugins(), 0);
         return error;
     }
-    static std::string Joined(std::vector<std::string> lines) {
+    static std::string Joined(const std::vector<std::string> &lines) {
         std::string text;
         for (const std::string &line : lines) text += line + "\n";
         return text;

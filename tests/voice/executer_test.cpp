@@ -1,6 +1,8 @@
 // The executer's timing and what each action does to the simulator.
 #include "voice/executer.h"
 
+#include <cmath>
+
 #include "frame/settings.h"
 #include "tests/systems/model_folder.h"
 #include "voice/speech_link.h"
@@ -17,7 +19,7 @@ protected:
     // Runs the executer for a time, in frames of 0.1 s; what was said, as "seconds text", from the call on.
     static std::vector<std::string> Run(double seconds) {
         std::vector<std::string> said;
-        const int frames = static_cast<int>(seconds * 10 + 0.5);
+        const int frames = static_cast<int>(std::lround(seconds * 10));
         for (int frame = 0; frame < frames; frame++) {
             Executer();
             for (const simhost::SentMessage &message : simhost::TakeSentMessages())

@@ -65,6 +65,15 @@ TEST_F(SpokenText, ReplacementsThatHoldMarksComeToAnEnd) {
     }
 }
 
+TEST_F(SpokenText, AHundredThousandLinksAreNoLongWait) {
+    std::string text, expected;
+    for (int i = 0; i < 100000; i++) {
+        text += "<NO" + std::to_string(i) + ">";
+        expected += "UNKNOWN";
+    }
+    EXPECT_EQ(VarToString(text), expected); // minutes, if each searched the whole text again
+}
+
 TEST_F(SpokenText, RunwaysAreThoseOfThe737) {
     OrvikToRwyName = "2 7 Left";
     OrvikLdgRwyName = "0 9 ";

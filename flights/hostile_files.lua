@@ -1,0 +1,177 @@
+-- Files that fight back: folders where files should be, a plug-in folder that cannot be written, files that
+-- are empty, huge, or full of bytes that are no text. The first officer starts, says so in the log, and works.
+local check = require "lib.check"
+
+local plugin = sim.dir("plugin")
+local GOOD = "sys=GOOD\ndev=D\nout=TALK,execute,,0,,,,,test/talk,new,,1\nlogic:\ninstring=hello\nexecute=0,Hello,0\n"
+
+-- Starts, has a word with her, stops. The log of it all.
+local function fly(what)
+    sim.set("sim/time/total_flight_time_sec", 31)
+    sim.log()
+    sim.said()
+    sim.start()
+    sim.run(2)
+    sim.hear("hello")
+    sim.run(1)
+    check.list(sim.said(), {"Hello"}, what)
+    sim.stop()
+    return check.log()
+end
+
+-- The settings in custom/ are the way out when those in data/ cannot be read.
+local settings = check.read(plugin .. "data/settings_mac.txt")
+check.write(plugin .. "custom/settings_mac.txt", settings)
+check.write(plugin .. "custom/settings_win.txt", settings)
+local function restore()
+    check.write(plugin .. "data/settings_mac.txt", settings)
+    check.systems {GOOD = GOOD}
+end
+restore()
+
+-- ---- Folders for files ----
+
+local folders = {"data/settings_mac.txt", "data/voicelist_mac.txt", "data/context.txt", "data/obj/fennic.txt",
+                 "systems/_save.txt", "systems/FOLDER.txt", "custom/positions-w/rest/rest_folder.txt"}
+check.write(plugin .. "systems/_systems.txt", "FOLDER\nGOOD\n")
+for _, path in ipairs(folders) do
+    os.remove(plugin .. path)
+    check.folder(plugin .. path)
+end
+local definition = plugin .. "data/obj/fennic.txt"
+local log = fly("folders")
+for _, line in ipairs {"!!! Error: Cant read file " .. definition, "Cant open file " .. plugin .. "data/voicelist_mac.txt",
+                       "Cant write file " .. plugin .. "data/context.txt",
+                       "Cant write file " .. plugin .. "data/settings_mac.txt",
+                       "Cant write file " .. plugin .. "systems/_save.txt"} do
+    check.that(check.count(log, line) >= 1, "log: " .. line)
+end
+for _, path in ipairs(folders) do
+    check.that(os.remove(plugin .. path), path .. " is still the folder that it was")
+end
+
+-- ---- Nothing there ----
+
+restore()
+log = fly("no definition, no voices")
+check.equal(check.count(log, "!!! Error: Cant read file " .. definition), 1, "no definition")
+check.that(check.read(plugin .. "data/context.txt"):find("^hello\r\n"), "the context is written again")
+check.equal(check.read(plugin .. "systems/_save.txt"), "GOOD.D.TALK=0.000000\r\n", "saved values, too")
+for _, path in ipairs {"data/obj/fennic.txt", "data/voicelist_mac.txt", "systems/_save.txt", "systems/EMPTY.txt",
+                       "custom/positions-w/rest/rest_empty.txt"} do
+    check.write(plugin .. path, "")
+end
+check.write(plugin .. "systems/_systems.txt", "EMPTY\nGOOD\n")
+fly("empty files")
+check.write(plugin .. "systems/_systems.txt", "")
+sim.start()
+sim.run(2)
+check.equal(sim.exists("test/talk"), false, "an empty list of systems")
+sim.stop()
+
+-- ---- A folder that cannot be written ----
+
+restore()
+assert(os.execute("chmod -R a-w '" .. plugin .. "'"))
+local isLocked = not io.open(plugin .. "data/context.txt", "a") -- nothing is locked for root
+local isGood, message = pcall(function()
+    log = fly("a locked folder")
+    for _, file in ipairs {"data/context.txt", "data/settings_mac.txt", "systems/_save.txt"} do
+        check.equal(check.count(log, "Cant write file " .. plugin .. file) > 0, isLocked, file)
+    end
+end)
+assert(os.execute("chmod -R u+w '" .. plugin .. "'"))
+assert(isGood, message)
+
+-- ---- No text ----
+
+-- Every byte there is, in every file, and lines without an end.
+local bytes = {}
+for i = 0, 255 do bytes[i + 1] = string.char(i) end
+bytes = table.concat(bytes)
+local noise = bytes .. "\n\xff\xfe\xc3\x28\xed\xa0\x80," .. bytes:rep(4) .. "\r\n\0\0\n[=]\n" .. bytes:reverse()
+for _, path in ipairs {"data/obj/fennic.txt", "data/voicelist_mac.txt", "systems/_save.txt", "systems/NOISE.txt",
+                       "systems/BODY.txt", "custom/positions-w/rest/rest_noise.txt"} do
+    check.write(plugin .. path, noise)
+end
+check.write(plugin .. "systems/BODY.txt", "sys=" .. bytes:gsub("[\r\n]", "") .. "\ndev=\xff\xfe\nout=\xff,int,\xff,1,,,,,"
+    .. "test/\xff,new,\xff,1\nlogic:\ninstring=\xc3\x28\ncalc=[1]\nlogic:\nexecute=1,\xed\xa0\x80,0\nexecute=3,\xff,0\n"
+    .. noise)
+check.write(plugin .. "systems/_systems.txt", "NOISE\n" .. noise .. "\nBODY\nGOOD\n")
+check.write(plugin .. "data/settings_mac.txt", noise .. "\n" .. settings:gsub("user=[^\r]*", "user=\xff\xfe"))
+sim.start()
+sim.frames(2)
+check.equal(sim.get("test/talk"), 0, "the good file behind the noise")
+sim.hear("\xff\xfe\xc3\x28")
+sim.hear((bytes:gsub("\0", "")))
+sim.run(1)
+sim.stop()
+check.that(check.read(plugin .. "data/settings_mac.txt"):find("\r\nuser=\xff\xfe\r\n", 1, true), "bytes are kept")
+
+-- ---- Long names, long files ----
+
+-- Names of 5,000 bytes work like others.
+local LONG = ("n"):rep(5000)
+check.write(plugin .. "data/obj/fennic.txt", "0," .. LONG .. "\n1,short\n")
+check.write(plugin .. "custom/positions-w/rest/rest_noise.txt", "0," .. LONG .. ",1,2,3\n")
+check.write(plugin .. "data/voicelist_mac.txt", LONG .. "\n")
+check.write(plugin .. "data/settings_mac.txt", (settings:gsub("user=[^\r]*", "user=" .. LONG):gsub("APLvoice%-w=[^\r]*",
+                                                                                        "APLvoice-w=" .. LONG)))
+check.systems({[LONG:sub(1, 200)] = ([[
+sys=LONG
+dev=LONG
+out=LONG,double,LONG,3,,,,,test/LONG,new,LONG,1
+logic:
+[LONG.LONG.LONG]==[3]
+calc=[LONG.LONG.LONG]+[LONG.LONG.NONE]
+out=TALK,execute,,0,,,LONG,exist,LONG,exist,,0
+logic:
+instring=LONG
+execute=0,LONG,0
+logic:
+instring=talk
+execute=0,LONG,0
+execute=1,[USER] <LONG.LONG.LONG>,0
+execute=2,LONG,1
+execute=4,LONG,0
+execute=5,LONG,0
+execute=11,LONG,0
+execute=8,LONG,1
+execute=8,LONG[LONG],1
+execute=9,LONG,0
+execute=12,LONG,5
+]]):gsub("LONG", LONG), GOOD = GOOD}, {LONG:sub(1, 200), LONG, "GOOD"})
+os.remove(plugin .. "systems/_save.txt")
+sim.start()
+sim.sent()
+sim.said()
+sim.frames(3)
+check.equal(sim.get("test/" .. LONG), 3, "a long dataref")
+check.that(sim.exists("kv/fo/" .. LONG .. "_x"), "a long channel")
+check.equal(check.messages()[2], "initvoice>" .. LONG, "a long voice")
+sim.hear("talk")
+sim.run(600)
+local said = sim.said()
+check.list(said, {LONG, LONG .. " 3"}, "long texts")
+sim.hear(LONG)
+sim.run(10)
+check.list(sim.said(), {}, "what is heard is cut")
+sim.stop()
+check.equal(check.read(plugin .. "systems/_save.txt"), ("%s.%s.%s=3.000000\r\nGOOD.D.TALK=0.000000\r\n"):format(
+    LONG, LONG, LONG), "a long saved value")
+
+-- Files of some megabytes: many lines, and one line.
+restore()
+check.write(plugin .. "systems/HUGE.txt", "sys=HUGE\ndev=D\nout=X,double,,0,,,,,test/x,new,,0\nlogic:\n"
+    .. ("calc=[HUGE.D.X]+[1]\n"):rep(100000) .. "out=Y,double,,0,,,,,test/y,new,,0\nlogic:\ncalc=[2]"
+    .. ("+[2]"):rep(500000))
+check.write(plugin .. "systems/_systems.txt", "HUGE\n" .. ("GONE\n"):rep(2000) .. "GOOD\n")
+check.write(plugin .. "systems/_save.txt", ("x=1\n"):rep(200000))
+check.write(plugin .. "data/voicelist_mac.txt", ("voice\n"):rep(200000))
+check.write(plugin .. "data/settings_mac.txt", settings .. ("y=1\n"):rep(200000) .. ("z"):rep(2000000))
+sim.start()
+sim.frames(2)
+check.equal(sim.get("test/x"), 2, "a parameter of 100,000 calculations")
+check.equal(sim.get("test/y"), 1000002, "a calculation of 500,000 elements")
+check.equal(sim.get("test/talk"), 0, "the file behind")
+sim.stop()

@@ -1,0 +1,96 @@
+// Names are S<n>.D<n>.P<n> with few numbers, so that most links resolve, some name nothing, and some name
+// the parameter itself.
+#include "tests/systems/random_model.h"
+
+#include "XPLMDataAccess.h"
+
+const std::vector<ModelDataref> ModelDatarefs = {
+    {"t/int", xplmType_Int, 1},        {"t/float", xplmType_Float, 1},
+    {"t/double", xplmType_Double, 1},  {"t/any", xplmType_Int | xplmType_Float | xplmType_Double, 1},
+    {"t/ints", xplmType_IntArray, 20}, {"t/floats", xplmType_FloatArray, 4},
+};
+
+std::string RandomModel::Number() {
+    return OneOf(
+        {"0", "1", "-1", "2", "0.5", "3", "5", "10", "101", "1100", "-12.75", "100", "0.000001", "2.0"});
+}
+
+std::string RandomModel::Link() {
+    if (Chance(3)) return OneOf({"S0.D0", "S0..P0", "", "NO.SUCH.PARAMETER", "S0.D0.P0.X"});
+    return "S" + std::to_string(Below(2)) + ".D" + std::to_string(Below(3)) + ".P" + std::to_string(Below(4));
+}
+
+std::string RandomModel::Comparison(bool isSerial) {
+    if (Chance(isSerial ? 50 : 10)) return std::string("instring=") + OneOf({"go", "next", "ready", "any"});
+    if (Chance(10))
+        return "[" + Link() + "]" + OneOf({"==", "!=", ">"}) + "[" + OneOf({"1;2;x;5", ";", "0;"}) + "]";
+    return "[" + Operand() + "]" + OneOf({"==", "!=", ">", "<", ">=", "<="}) + "[" + Operand() + "]";
+}
+
+std::string RandomModel::Calculation() {
+    if (Chance(5)) return "calc=" + Number();
+    std::string text = "calc=";
+    for (unsigned i = 0, count = 1 + Below(4); i < count; i++) {
+        if (i > 0 || Chance(20)) text += OneOf({"+", "-", "*", "/", "+", "*", "b2i", "flr", "?", ""});
+        text += "[" + (Chance(20) ? "CBLOCK" + std::to_string(Below(4)) : Operand()) + "]";
+    }
+    return text;
+}
+
+std::string RandomModel::Action() {
+    const std::string text = OneOf({"yes", "no", "t/command", "t/int", "a; b", "rest"});
+    return "execute=" + std::to_string(Below(14)) + "," + text + "," + OneOf({"0", "1", "2.5", "-1"});
+}
+
+std::string RandomModel::Block(bool isSerial) {
+    std::string text = "logic:\n";
+    for (unsigned i = 0, count = Below(isSerial ? 3 : 4); i < count; i++) {
+        if (Chance(30)) text += Chance(50) ? "||\n" : "&&\n";
+        text += Comparison(isSerial) + "\n";
+    }
+    const unsigned calculations = Below(4);
+    for (unsigned i = 0; i < calculations; i++) text += Calculation() + "\n";
+    if (Chance(isSerial ? 70 : 15))
+        for (unsigned i = 0, count = 1 + Below(3); i < count; i++) text += Action() + "\n";
+    if (Chance(20))
+        for (unsigned i = 0, count = Below(5); i < count; i++)
+            text += "graf=" + (Chance(90) ? std::to_string(i * 5) : Number()) + "," + Number() + "\n";
+    return text;
+}
+
+std::string RandomModel::Parameter(unsigned index, bool isSerial) {
+    std::string text = "out=P" + std::to_string(Chance(3) ? 0 : index) + ",";
+    text += std::string(OneOf({"int", "double", "integer", "double", "odd"})) + ",,"
+            + (isSerial ? "0" : Number());
+    text += "," + (Chance(15) ? OneOf({"0", "-5", "1"}) : std::string());
+    text += "," + (Chance(15) ? OneOf({"10", "1", "0.5"}) : std::string());
+    if (Chance(12))
+        text += std::string(",")
+                + OneOf({"t/int", "t/any", "t/ints[3]", "t/floats[2]", "t/missing", "t/new0"}) + ",exist";
+    else
+        text += ",,";
+    if (Chance(10))
+        text += ",t/new" + std::to_string(published++) + ",new";
+    else if (Chance(10))
+        text += std::string(",")
+                + OneOf({"t/float", "t/double", "t/int", "t/ints[3]", "t/floats[9]", "t/ints[99]"})
+                + ",exist";
+    else
+        text += ",,";
+    text += ",text,0\n";
+    for (unsigned i = 0, count = Below(4); i < count; i++) text += Block(isSerial);
+    return text;
+}
+
+std::string RandomModel::Text() {
+    std::string text;
+    for (unsigned sys = 0, systems = 1 + Below(3); sys < systems; sys++) {
+        text += "sys=S" + std::to_string(sys) + "\n";
+        for (unsigned dev = 0, devices = Below(4); dev < devices; dev++) {
+            const bool isSerial = Chance(45);
+            text += (isSerial ? "devstack=D" : "dev=D") + std::to_string(dev) + "\n";
+            for (unsigned out = 0, outs = Below(6); out < outs; out++) text += Parameter(out, isSerial);
+        }
+    }
+    return text;
+}
