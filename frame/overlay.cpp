@@ -3,7 +3,7 @@
 #include "frame/overlay.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <string>
 
 #include "XPLMDataAccess.h"
 #include "XPLMGraphics.h"
@@ -21,6 +21,7 @@ namespace {
 const int LineHeight = 15;
 const int HeadingIndent = -30; // headings stand left of their lines
 const size_t SpokenLines = 3;
+const size_t LongestLine = 1000; // characters that the background follows
 const double FoldAfterSec = 10.0;
 const int WindowAboveList = 30; // the selection window reaches this far above the list
 const int BoxMargin = 10;
@@ -37,7 +38,9 @@ const Colour ItemColour = {0.85F, 0.85F, 0.85F};
 const Colour CalledColour = {1.00F, 0.80F, 0.35F};
 const Colour HintColour = {0.60F, 0.60F, 0.60F};
 
-int listHeight = 0; // of the last frame
+int listHeight = 0, listWidth = 0; // of the last frame
+int widestLine = 0;                // of this frame so far, from the list's place
+int characterWidth = 0;            // of the simulator's font, in which all characters are equally wide
 int screenTop = 0;
 XPLMDataRef DRFf_SinWave; // "sim/graphics/animation/sin_wave_2", -1 to 1
 
@@ -49,13 +52,15 @@ Colour PulsingColour() {
 }
 
 // Lines above the screen are not worth a call.
-void DrawText(const char *text, int x, int y, const Colour &colour) {
+void DrawText(const std::string &text, int x, int y, const Colour &colour) {
     if (y > screenTop) return;
+    const int length = static_cast<int>(std::min<size_t>(text.size(), LongestLine));
+    widestLine = std::max(widestLine, x - widgetOffsetX + length * characterWidth);
     float rgb[] = {colour.red, colour.green, colour.blue};
-    XPLMDrawString(rgb, x, y, const_cast<char *>(text), nullptr, xplmFont_Basic);
+    XPLMDrawString(rgb, x, y, const_cast<char *>(text.c_str()), nullptr, xplmFont_Basic);
 }
 
-void DrawHeading(const char *text, int y) {
+void DrawHeading(const std::string &text, int y) {
     DrawText(text, widgetOffsetX + HeadingIndent, y, HeadingColour);
 }
 
@@ -64,7 +69,7 @@ void DrawHeading(const char *text, int y) {
 // The newest stands highest.
 int DrawSpokenTexts(int y) {
     for (size_t age = SpokenLines; age-- > 0; y += LineHeight)
-        if (age < fennicsay.size()) DrawText(fennicsay[age].c_str(), widgetOffsetX, y, SpokenColour);
+        if (age < fennicsay.size()) DrawText(fennicsay[age], widgetOffsetX, y, SpokenColour);
     DrawHeading("FENNIC ANNOUNCES:", y);
     return y + LineHeight;
 }
@@ -73,14 +78,14 @@ int DrawAnswers(int y) {
     CarryOutSelection();
     for (size_t i = 0; i < answers.size(); i++) {
         const bool isHighlighted = static_cast<int>(i) == selectCommandAnswerIndex;
-        DrawText(answers[i].c_str(), widgetOffsetX, y, isHighlighted ? PulsingColour() : AnswerColour);
+        DrawText(answers[i], widgetOffsetX, y, isHighlighted ? PulsingColour() : AnswerColour);
         AddToSelVector(answers[i], y, false, false);
         y += LineHeight;
     }
     if (answers.empty()) {
         static const std::string any = "any";
         DrawText("...", widgetOffsetX, y, HintColour);
-        if (isAnyInputGood) DrawText(any.c_str(), widgetOffsetX + BoxMargin * 3, y, AnswerColour);
+        if (isAnyInputGood) DrawText(any, widgetOffsetX + BoxMargin * 3, y, AnswerColour);
         AddToSelVector(any, y, false, !isAnyInputGood);
         y += LineHeight;
     }
@@ -89,16 +94,15 @@ int DrawAnswers(int y) {
 }
 
 int DrawGroup(const input_struct &group, int y) {
+    static std::string title; // kept for its memory
     if (unfoldedTitle == group.name) {
         for (const std::string &item : group.texts) {
-            DrawText(item.c_str(), widgetOffsetX, y,
-                     item == LastCalledChklProcName ? CalledColour : ItemColour);
+            DrawText(item, widgetOffsetX, y, item == LastCalledChklProcName ? CalledColour : ItemColour);
             AddToSelVector(item, y, false, false);
             y += LineHeight;
         }
     }
-    char title[256];
-    std::snprintf(title, sizeof title, "%s (%zu)", group.name.c_str(), group.texts.size());
+    title.assign(group.name).append(" (").append(std::to_string(group.texts.size())).append(")");
     DrawHeading(title, y);
     AddToSelVector(group.name, y, true, false);
     return y + LineHeight;
@@ -106,18 +110,21 @@ int DrawGroup(const input_struct &group, int y) {
 
 // What the list covers, darkened so that its texts can be read before any sky.
 void DrawBackground() {
-    XPLMDrawTranslucentDarkBox(widgetOffsetX - WindowAboveList - BoxMargin,
-                               std::min(widgetOffsetY + listHeight, screenTop), widgetOffsetX + selW,
-                               widgetOffsetY - BoxMargin / 2);
+    XPLMDrawTranslucentDarkBox(
+        widgetOffsetX + HeadingIndent - BoxMargin, std::min(widgetOffsetY + listHeight, screenTop),
+        widgetOffsetX + std::max(listWidth, selW) + BoxMargin, widgetOffsetY - BoxMargin / 2);
 }
 
 void DrawList() {
     DrawBackground();
     vectorSelect.Clear();
+    widestLine = 0;
+    XPLMGetFontDimensions(xplmFont_Basic, &characterWidth, nullptr, nullptr);
     DrawText("(MOVABLE)", widgetOffsetX + HeadingIndent, widgetOffsetY, HintColour);
     int y = DrawSpokenTexts(widgetOffsetY + LineHeight);
     y = DrawAnswers(y);
     for (const input_struct &group : inputs) y = DrawGroup(group, y);
+    listWidth = widestLine;
     const int height = y - widgetOffsetY;
     if (height == listHeight && isSelWindowOpen()) return;
     listHeight = height;
