@@ -48,6 +48,7 @@ int Ask(GLenum what) {
 }
 
 void SaveOriginalState() {
+    BindSurface();
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glAlphaFunc(GL_GREATER, 0);
     glDepthFunc(GL_LEQUAL);
@@ -86,6 +87,15 @@ void UnbindObjects() {
     glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
 }
 
+// A lost context would never stop to tell errors.
+constexpr int mostErrors = 8;
+
+// Errors from outside callbacks are nobody's that could be named.
+void ForgetErrors() {
+    for (int i = 0; i < mostErrors && glGetError() != GL_NO_ERROR; i++) {
+    }
+}
+
 void ReportMistakes() {
     if (Ask(GL_MODELVIEW_STACK_DEPTH) < 0) {
         ReportOnce("ends between glBegin and glEnd");
@@ -96,7 +106,7 @@ void ReportMistakes() {
         ReportOnce("leaves pushed attributes, or pops too many");
     if (Ask(GL_MODELVIEW_STACK_DEPTH) != 1 || Ask(GL_PROJECTION_STACK_DEPTH) != 1)
         ReportOnce("leaves pushed matrices");
-    for (int i = 0; i < 8; i++) { // a lost context would never stop to report errors
+    for (int i = 0; i < mostErrors; i++) {
         const GLenum error = glGetError();
         if (error == GL_NO_ERROR) break;
         char text[64];
@@ -118,9 +128,9 @@ bool ProvideGraphics() {
 
 void RestoreGraphicsState() {
     if (!isOriginalStateSaved) return;
+    BindSurface(); // at first, since the attributes hold which of its buffers is drawn on
     TakeBackAttributes();
     UnbindObjects();
-    BindSurface();
     glViewport(0, 0, ScreenWidth(), ScreenHeight());
     SetMatrices();
     applied = {};
@@ -154,7 +164,9 @@ void BindTexture(int texture, int unit) {
 
 DrawingScope::DrawingScope() {
     isInDrawingScope = true;
+    if (!isOriginalStateSaved) return;
     RestoreGraphicsState();
+    ForgetErrors();
 }
 
 DrawingScope::~DrawingScope() {

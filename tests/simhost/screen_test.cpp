@@ -1,0 +1,393 @@
+// The picture: what plug-ins draw lands where they draw it, whatever others did before, and its texts are
+// told.
+#include "simhost/screen.h"
+
+#include <lodepng.h>
+
+#include <algorithm>
+#include <clocale>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "XPLMDisplay.h"
+#include "XPLMGraphics.h"
+#include "simhost/plugins.h"
+#include "simhost/simulator.h"
+
+using namespace simhost;
+
+namespace {
+
+// The painter's modes, as in plugins/painter.c.
+enum { changeEverything = 1, pushAndPop = 2, neverEnd = 4, causeError = 8, changeOutsideFrames = 16 };
+
+struct Pixel {
+    int red, green, blue;
+    bool operator==(const Pixel &) const = default;
+    int Brightness() const { return red + green + blue; }
+};
+std::ostream &operator<<(std::ostream &out, const Pixel &pixel) {
+    return out << pixel.red << "," << pixel.green << "," << pixel.blue;
+}
+
+// A frame's pixels in the simulator's coordinates, y up.
+struct Picture {
+    std::vector<unsigned char> bytes;
+    int width = ScreenWidth(), height = ScreenHeight();
+
+    Pixel At(int x, int y) const {
+        const unsigned char *pixel = &bytes.at(static_cast<std::size_t>(((height - 1 - y) * width + x) * 4));
+        EXPECT_EQ(pixel[3], 255);
+        return {pixel[0], pixel[1], pixel[2]};
+    }
+};
+
+Picture Draw() {
+    DrawFrame(true);
+    return {ReadScreenPixels()};
+}
+
+// What a test draws, in the window phase.
+std::function<void()> paint;
+
+int Paint(XPLMDrawingPhase, int, void *) {
+    if (paint) paint();
+    return 1;
+}
+
+class Screen : public ::testing::Test {
+protected:
+    Screen() {
+        ResetSimulator();
+        SetScreenSize(200, 100);
+        paint = nullptr;
+    }
+
+    static void PaintInFrames(std::function<void()> what) {
+        paint = std::move(what);
+        XPLMRegisterDrawCallback(Paint, xplm_Phase_Window, 0, nullptr);
+    }
+
+    // Whether the rectangle of a picture is as it is in another one.
+    static bool Same(const Picture &a, const Picture &b, int left, int bottom, int right, int top) {
+        for (int y = bottom; y < top; y++)
+            for (int x = left; x < right; x++)
+                if (a.At(x, y) != b.At(x, y)) return false;
+        return true;
+    }
+
+    static void LoadPainter(int mode) {
+        PublishDataref("test/mode", xplmType_Int);
+        PublishDataref("test/seen", xplmType_FloatArray, 8);
+        SetNumber("test/mode", mode);
+        std::string error;
+        painter = LoadPlugin(std::string(TEST_PLUGINS) + "/painter.xpl", error);
+        ASSERT_EQ(error, "");
+    }
+
+    static void ExpectPainted(const Picture &picture) {
+        const Pixel red{255, 0, 0}, blue{0, 0, 255}, white{255, 255, 255};
+        EXPECT_EQ(picture.At(10, 20), red) << "lower left";
+        EXPECT_EQ(picture.At(39, 29), red) << "upper right";
+        EXPECT_NE(picture.At(9, 20), red);
+        EXPECT_NE(picture.At(10, 19), red);
+        EXPECT_NE(picture.At(40, 29), red);
+        EXPECT_NE(picture.At(39, 30), red);
+        EXPECT_EQ(picture.At(60, 20), blue) << "the texture's first row is below";
+        EXPECT_EQ(picture.At(79, 39), white);
+        const double expected[] = {200, 100, 2.0 / 200, 2.0 / 100, 1, 0, 1, 0};
+        for (int i = 0; i < 8; i++) EXPECT_NEAR(GetNumber("test/seen", i), expected[i], 1e-6) << i;
+    }
+
+    static std::size_t CountLogLines(const std::string &part) {
+        const std::vector<std::string> lines = TakeLogLines();
+        return static_cast<std::size_t>(
+            std::count_if(lines.begin(), lines.end(),
+                          [&](const std::string &line) { return line.find(part) != std::string::npos; }));
+    }
+
+    static inline XPLMPluginID painter = XPLM_NO_PLUGIN_ID;
+};
+
+TEST_F(Screen, ShowsWhatAPlugInDraws) {
+    LoadPainter(0);
+    ExpectPainted(Draw());
+    UnloadPlugin(painter);
+    EXPECT_NE(Draw().At(10, 20), (Pixel{255, 0, 0}));
+    EXPECT_EQ(CountLogLines("Painter"), 0u);
+}
+
+TEST_F(Screen, KeepsCallbacksFromSpoilingEachOther) {
+    for (int mode : {changeEverything, pushAndPop, neverEnd, causeError, changeOutsideFrames}) {
+        SCOPED_TRACE(mode);
+        ResetSimulator();
+        SetScreenSize(200, 100);
+        LoadPainter(mode);
+        for (int i = 0; i < 100; i++) StepFrame(0.02); // stacks of OpenGL hold less
+        Draw();
+        const Picture picture = Draw();
+        ExpectPainted(picture);
+        const std::size_t mistakes = CountLogLines("Painter: ");
+        EXPECT_EQ(mistakes, mode == pushAndPop ? 2u : mode == neverEnd || mode == causeError ? 1u : 0u);
+        UnloadPlugin(painter);
+        const Picture empty = Draw();
+        EXPECT_TRUE(Same(picture, empty, 100, 0, 200, 100)) << "the background too";
+    }
+}
+
+TEST_F(Screen, GivesOrdinaryFramesTheSameState) {
+    LoadPainter(changeEverything);
+    StepFrame(0.02);
+    EXPECT_EQ(GetNumber("test/seen", 0), 200) << "the viewport is the screen's";
+    EXPECT_EQ(GetNumber("test/seen", 6), 1) << "there is something to draw on";
+    EXPECT_TRUE(ReadScreenPixels().empty()) << "but nothing to look at";
+    SetScreenSize(300, 150);
+    StepFrame(0.02);
+    EXPECT_EQ(GetNumber("test/seen", 0), 300);
+    EXPECT_EQ(Draw().bytes.size(), 300u * 150 * 4);
+}
+
+TEST_F(Screen, HasADuskForBackground) {
+    const Picture picture = Draw();
+    EXPECT_GT(picture.At(100, 38).Brightness(), 500) << "light text must fail here";
+    EXPECT_LT(picture.At(100, 99).Brightness(), 150) << "and dark text here";
+    EXPECT_LT(picture.At(100, 0).Brightness(), 150);
+    EXPECT_GT(picture.At(0, 99).blue, picture.At(0, 99).red) << "the sky is above";
+    EXPECT_EQ(picture.At(0, 60), picture.At(199, 60));
+}
+
+// How far the pixels that differ reach.
+struct Extent {
+    int left = 1000, bottom = 1000, right = -1, top = -1;
+    bool operator==(const Extent &) const = default;
+};
+std::ostream &operator<<(std::ostream &out, const Extent &extent) {
+    return out << extent.left << ".." << extent.right << " x " << extent.bottom << ".." << extent.top;
+}
+
+Extent Difference(const Picture &a, const Picture &b) {
+    Extent extent;
+    for (int y = 0; y < a.height; y++) {
+        for (int x = 0; x < a.width; x++) {
+            if (a.At(x, y) == b.At(x, y)) continue;
+            extent = {std::min(extent.left, x), std::min(extent.bottom, y), std::max(extent.right, x),
+                      std::max(extent.top, y)};
+        }
+    }
+    return extent;
+}
+
+void DrawString(const char *text, int x, int y) {
+    float yellow[] = {1, 0.9F, 0.1F};
+    XPLMDrawString(yellow, x, y, const_cast<char *>(text), nullptr, xplmFont_Basic);
+}
+
+TEST_F(Screen, DrawsTexts) {
+    const Picture empty = Draw();
+    PaintInFrames([] { DrawString("Hg", 50, 60); });
+    const Picture picture = Draw();
+    // H stands on the baseline, g hangs under it; 7 pixels for each.
+    const Extent extent = Difference(empty, picture);
+    EXPECT_GE(extent.left, 50);
+    EXPECT_LT(extent.right, 50 + 14);
+    EXPECT_EQ(extent.bottom, 57);
+    EXPECT_EQ(extent.top, 68);
+    EXPECT_TRUE(Same(empty, picture, 50, 50, 57, 60)) << "nothing of the H is under the baseline";
+    int bright = 0;
+    for (int y = 57; y < 69; y++)
+        for (int x = 50; x < 64; x++) bright += picture.At(x, y).red > 240 && picture.At(x, y).blue < 60;
+    EXPECT_GT(bright, 20) << "strokes in the text's colour";
+
+    ASSERT_EQ(ScreenTexts().size(), 1u);
+    const DrawnText &text = ScreenTexts()[0];
+    EXPECT_EQ(text.text, "Hg");
+    EXPECT_EQ(text.x, 50);
+    EXPECT_EQ(text.y, 60);
+    EXPECT_FLOAT_EQ(text.red, 1);
+    EXPECT_FLOAT_EQ(text.green, 0.9F);
+    EXPECT_FLOAT_EQ(text.blue, 0.1F);
+}
+
+TEST_F(Screen, EachLetterHasItsForm) {
+    std::vector<std::vector<unsigned char>> forms;
+    std::string letter = " ";
+    PaintInFrames([&] { DrawString(letter.c_str(), 20, 20); });
+    for (int c = ' '; c <= '~' + 1; c++) {
+        letter[0] = static_cast<char>(c); // the last one, 127, is the box
+        const Picture picture = Draw();
+        EXPECT_EQ(std::find(forms.begin(), forms.end(), picture.bytes), forms.end()) << letter;
+        forms.push_back(picture.bytes);
+    }
+}
+
+TEST_F(Screen, DrawsABoxForWhatIsNoLetter) {
+    std::string text;
+    PaintInFrames([&] { DrawString(text.c_str(), 20, 20); });
+    const auto pictureOf = [&](const std::string &drawn) {
+        text = drawn;
+        return Draw();
+    };
+    const Picture box = pictureOf("\x7F"), boxes = pictureOf("\x7F\x7F\x7F");
+    EXPECT_TRUE(Same(box, pictureOf("ü"), 0, 0, 200, 100)) << "one box for a character of two bytes";
+    EXPECT_TRUE(Same(box, pictureOf("€"), 0, 0, 200, 100));
+    EXPECT_TRUE(Same(box, pictureOf("😀"), 0, 0, 200, 100));
+    EXPECT_TRUE(Same(box, pictureOf("\n"), 0, 0, 200, 100));
+    EXPECT_TRUE(Same(boxes, pictureOf("\xFF\xC3\xE2"), 0, 0, 200, 100)) << "one for each broken byte";
+    EXPECT_TRUE(Same(boxes, pictureOf("\xE2\x82\xC3"), 0, 0, 200, 100)) << "a character cut short";
+    EXPECT_EQ(ScreenTexts().at(0).text, "\xE2\x82\xC3") << "told as it came";
+
+    const std::string longText = std::string(2500, 'x') + std::string(2500, '\x80');
+    pictureOf(longText);
+    EXPECT_EQ(ScreenTexts().at(0).text, longText);
+    pictureOf("");
+    EXPECT_EQ(ScreenTexts().at(0).text, "");
+    PaintInFrames([] {
+        DrawString("far", 2147483647, -2147483647 - 1);
+        XPLMDrawString(nullptr, 0, 0, nullptr, nullptr, xplmFont_Basic);
+    });
+    DrawFrame(true);
+    ASSERT_FALSE(ScreenTexts().empty());
+    EXPECT_EQ(ScreenTexts().back().text, "far");
+}
+
+TEST_F(Screen, MeasuresTexts) {
+    int width = 0, height = 0, digitsOnly = 1;
+    XPLMGetFontDimensions(xplmFont_Basic, &width, &height, &digitsOnly);
+    EXPECT_EQ(width, 7);
+    EXPECT_EQ(height, 13);
+    EXPECT_EQ(digitsOnly, 0);
+    XPLMGetFontDimensions(xplmFont_Proportional, nullptr, nullptr, nullptr);
+    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, "Fennic", 6), 42);
+    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, "Fennic", 2), 14);
+    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, "Fennic", 100), 42) << "not beyond the end";
+    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, "Grüße", 7), 35);
+    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, "Fennic", -1), 0);
+    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, nullptr, 3), 0);
+}
+
+TEST_F(Screen, DrawsNumbers) {
+    const struct {
+        double value;
+        int digits, decimals, sign;
+        const char *text;
+    } cases[] = {{12.345, 3, 2, 0, "012.35"},      {12.345, 1, 0, 1, "+12"},
+                 {-0.5, 2, 1, 0, "-00.5"},         {7, -3, -1, 0, "7"},
+                 {1e300, 0, 0, 0, nullptr},        {0.0 / 0.0, 5, 2, 0, "nan"},
+                 {3, 1000000, 1000000, 0, nullptr}};
+    for (const auto &one : cases) {
+        float white[] = {1, 1, 1};
+        paint = nullptr;
+        PaintInFrames([&] {
+            XPLMDrawNumber(white, 1, 2, one.value, one.digits, one.decimals, one.sign, xplmFont_Basic);
+        });
+        StepFrame(0.02);
+        ASSERT_FALSE(ScreenTexts().empty()) << one.value;
+        std::string text = ScreenTexts().back().text;
+        if (text == "-nan" || text == "+nan") text = "nan";
+        if (one.text != nullptr) {
+            EXPECT_EQ(text, one.text);
+        }
+    }
+}
+
+TEST_F(Screen, DarkensABox) {
+    const Picture empty = Draw();
+    PaintInFrames([] { XPLMDrawTranslucentDarkBox(20, 60, 90, 30); });
+    const Picture picture = Draw();
+    EXPECT_EQ(Difference(empty, picture), (Extent{20, 30, 89, 59}));
+    for (int y = 30; y < 60; y++) {
+        EXPECT_LT(picture.At(50, y).Brightness(), empty.At(50, y).Brightness() * 0.6);
+        EXPECT_GT(picture.At(50, y).Brightness(), empty.At(50, y).Brightness() * 0.2) << "it is translucent";
+    }
+}
+
+TEST_F(Screen, DrawsTextsTheSameInAnyState) {
+    PaintInFrames([] { DrawString("Text", 20, 70); });
+    const Picture plain = Draw();
+    paint = [] {
+        XPLMSetGraphicsState(0, 3, 0, 1, 0, 1, 1);
+        XPLMBindTexture2d(XPLMGetTexture(0), 0);
+        DrawString("Text", 20, 70);
+    };
+    EXPECT_EQ(Difference(plain, Draw()), Extent());
+    paint = [] {
+        DrawString("Text", 20, 70);
+        XPLMDrawTranslucentDarkBox(120, 60, 190, 30);
+    };
+    EXPECT_EQ(Difference(plain, Draw()), (Extent{120, 30, 189, 59})) << "nor does it spoil the box";
+}
+
+TEST_F(Screen, TellsTheTextsOfTheLastFrameOnly) {
+    std::string text = "a text that does not fit into the string object itself";
+    PaintInFrames([&] {
+        DrawString(text.c_str(), 1, 2);
+        DrawString("second", 1, 20);
+    });
+    for (int i = 0; i < 3; i++) StepFrame(0.02);
+    ASSERT_EQ(ScreenTexts().size(), 2u);
+    EXPECT_EQ(ScreenTexts()[0].text, text) << "in the order drawn";
+    EXPECT_EQ(ScreenTexts()[1].text, "second");
+    const char *memory = ScreenTexts()[0].text.data();
+    StepFrame(0.02);
+    EXPECT_EQ(ScreenTexts()[0].text.data(), memory) << "its memory is used again";
+    paint = nullptr;
+    StepFrame(0.02);
+    EXPECT_TRUE(ScreenTexts().empty());
+}
+
+TEST_F(Screen, RefusesToDrawOutsideFrames) {
+    DrawString("outside", 1, 2);
+    XPLMDrawTranslucentDarkBox(0, 10, 10, 0);
+    EXPECT_TRUE(ScreenTexts().empty());
+    EXPECT_EQ(CountLogLines("outside a function that draws"), 2u);
+    XPLMBindTexture2d(1, 8);
+    XPLMBindTexture2d(1, -1);
+    EXPECT_EQ(CountLogLines("XPLMBindTexture2d"), 2u);
+    XPLMGenerateTextureNumbers(nullptr, 3);
+}
+
+class Screenshots : public Screen {
+protected:
+    Screenshots() {
+        std::string path = std::filesystem::temp_directory_path() / "screen_test.XXXXXX";
+        folder = mkdtemp(path.data());
+    }
+    ~Screenshots() override { std::filesystem::remove_all(folder); }
+
+    std::string folder;
+};
+
+TEST_F(Screenshots, AreWhatIsOnTheScreen) {
+    PaintInFrames([] { XPLMDrawTranslucentDarkBox(20, 60, 90, 30); });
+    for (const auto &[width, height] : {std::pair{640, 480}, {333, 77}, {1, 1}}) {
+        SetScreenSize(width, height);
+        std::string error;
+        ASSERT_TRUE(WriteScreenshot(folder + "/a b.png", error)) << error;
+        std::vector<unsigned char> pixels;
+        unsigned foundWidth = 0, foundHeight = 0;
+        ASSERT_EQ(lodepng::decode(pixels, foundWidth, foundHeight, folder + "/a b.png"), 0u);
+        EXPECT_EQ(foundWidth, static_cast<unsigned>(width));
+        EXPECT_EQ(foundHeight, static_cast<unsigned>(height));
+        EXPECT_EQ(pixels, ReadScreenPixels());
+    }
+}
+
+TEST_F(Screenshots, SayWhyTheyCannotBe) {
+    std::string error;
+    EXPECT_FALSE(WriteScreenshot(folder + "/none/a.png", error));
+    EXPECT_NE(error.find(folder + "/none/a.png"), std::string::npos) << error;
+    SetScreenSize(1 << 20, 100);
+    error.clear();
+    EXPECT_FALSE(WriteScreenshot(folder + "/a.png", error));
+    EXPECT_NE(error, "");
+    EXPECT_FALSE(std::filesystem::exists(folder + "/a.png"));
+    SetScreenSize(20, 10);
+    EXPECT_TRUE(WriteScreenshot(folder + "/a.png", error)) << "later ones can";
+}
+
+} // namespace
