@@ -3,6 +3,7 @@
 #include "frame/overlay.h"
 
 #include <algorithm>
+#include <cstring>
 #include <string>
 
 #include "XPLMDataAccess.h"
@@ -52,15 +53,15 @@ Colour PulsingColour() {
 }
 
 // Lines above the screen are not worth a call.
-void DrawText(const std::string &text, int x, int y, const Colour &colour) {
+void DrawText(const char *text, int x, int y, const Colour &colour) {
     if (y > screenTop) return;
-    const int length = static_cast<int>(std::min<size_t>(text.size(), LongestLine));
+    const int length = static_cast<int>(strnlen(text, LongestLine));
     widestLine = std::max(widestLine, x - widgetOffsetX + length * characterWidth);
     float rgb[] = {colour.red, colour.green, colour.blue};
-    XPLMDrawString(rgb, x, y, const_cast<char *>(text.c_str()), nullptr, xplmFont_Basic);
+    XPLMDrawString(rgb, x, y, const_cast<char *>(text), nullptr, xplmFont_Basic);
 }
 
-void DrawHeading(const std::string &text, int y) {
+void DrawHeading(const char *text, int y) {
     DrawText(text, widgetOffsetX + HeadingIndent, y, HeadingColour);
 }
 
@@ -69,7 +70,7 @@ void DrawHeading(const std::string &text, int y) {
 // The newest stands highest.
 int DrawSpokenTexts(int y) {
     for (size_t age = SpokenLines; age-- > 0; y += LineHeight)
-        if (age < fennicsay.size()) DrawText(fennicsay[age], widgetOffsetX, y, SpokenColour);
+        if (age < fennicsay.size()) DrawText(fennicsay[age].c_str(), widgetOffsetX, y, SpokenColour);
     DrawHeading("FENNIC ANNOUNCES:", y);
     return y + LineHeight;
 }
@@ -78,14 +79,14 @@ int DrawAnswers(int y) {
     CarryOutSelection();
     for (size_t i = 0; i < answers.size(); i++) {
         const bool isHighlighted = static_cast<int>(i) == selectCommandAnswerIndex;
-        DrawText(answers[i], widgetOffsetX, y, isHighlighted ? PulsingColour() : AnswerColour);
+        DrawText(answers[i].c_str(), widgetOffsetX, y, isHighlighted ? PulsingColour() : AnswerColour);
         AddToSelVector(answers[i], y, false, false);
         y += LineHeight;
     }
     if (answers.empty()) {
         static const std::string any = "any";
         DrawText("...", widgetOffsetX, y, HintColour);
-        if (isAnyInputGood) DrawText(any, widgetOffsetX + BoxMargin * 3, y, AnswerColour);
+        if (isAnyInputGood) DrawText(any.c_str(), widgetOffsetX + BoxMargin * 3, y, AnswerColour);
         AddToSelVector(any, y, false, !isAnyInputGood);
         y += LineHeight;
     }
@@ -97,13 +98,14 @@ int DrawGroup(const input_struct &group, int y) {
     static std::string title; // kept for its memory
     if (unfoldedTitle == group.name) {
         for (const std::string &item : group.texts) {
-            DrawText(item, widgetOffsetX, y, item == LastCalledChklProcName ? CalledColour : ItemColour);
+            DrawText(item.c_str(), widgetOffsetX, y,
+                     item == LastCalledChklProcName ? CalledColour : ItemColour);
             AddToSelVector(item, y, false, false);
             y += LineHeight;
         }
     }
     title.assign(group.name).append(" (").append(std::to_string(group.texts.size())).append(")");
-    DrawHeading(title, y);
+    DrawHeading(title.c_str(), y);
     AddToSelVector(group.name, y, true, false);
     return y + LineHeight;
 }

@@ -73,9 +73,12 @@ refuses("press", "t/none", "t/none")
 refuses("release", '"name"', "t/none")
 refuses("tap", '"name"', "t/none")
 refuses("world", '"latitude"', 91, 0)
-for _, call in ipairs {"screen_text", "menu", "choose", "mouse", "mouse_down", "mouse_drag", "mouse_up",
+refuses("screenshot", '"path"')
+refuses("screenshot", '"path"', "")
+refuses("screenshot", "/nowhere/a.png", "/nowhere/a.png")
+for _, call in ipairs {"menu", "choose", "mouse", "mouse_down", "mouse_drag", "mouse_up",
                        "click", "double_click", "wheel", "key", "type", "windows", "widgets", "push",
-                       "screenshot", "show"} do
+                       "show"} do
     refuses(call, "later version")
 end
 

@@ -9,6 +9,8 @@
 #include <string>
 
 #include "XPLMDataAccess.h"
+#include "XPLMDisplay.h"
+#include "XPLMGraphics.h"
 #include "XPLMPlugin.h"
 #include "XPLMProcessing.h"
 #include "XPLMUtilities.h"
@@ -144,6 +146,14 @@ int OnPushToTalk(XPLMCommandRef, XPLMCommandPhase phase, void *) {
     return 0;
 }
 
+int OnDraw(XPLMDrawingPhase, int, void *) {
+    float blue[] = {0.25f, 0.5f, 1};
+    char nothing[] = "", text[] = "p\xFFrobe";
+    XPLMDrawString(blue, 10, 20, nothing, nullptr, xplmFont_Basic);
+    XPLMDrawString(blue, 30, 40, text, nullptr, xplmFont_Basic);
+    return 1;
+}
+
 } // namespace
 
 #define ENTRY extern "C" __attribute__((visibility("default")))
@@ -165,6 +175,7 @@ ENTRY int XPluginStart(char *name, char *signature, char *description) {
     pushToTalk = XPLMCreateCommand("kv/fennic/rec", "push to talk");
     XPLMRegisterCommandHandler(pushToTalk, OnPushToTalk, 1, nullptr);
     XPLMRegisterFlightLoopCallback(OnFrame, -1, nullptr);
+    if (Number("probe/draws") != 0) XPLMRegisterDrawCallback(OnDraw, xplm_Phase_Window, 0, nullptr);
     return 1;
 }
 
@@ -175,6 +186,7 @@ ENTRY void XPluginStop(void) {
     XPLMUnregisterCommandHandler(pushToTalk, OnPushToTalk, 1, nullptr);
     if (Number("probe/leave_behind") != 0) return;
     XPLMUnregisterFlightLoopCallback(OnFrame, nullptr);
+    XPLMUnregisterDrawCallback(OnDraw, xplm_Phase_Window, 0, nullptr);
     for (XPLMDataRef dataref : {toSpeech, fromSpeech, half, readOnly, pair})
         XPLMUnregisterDataAccessor(dataref);
 }
