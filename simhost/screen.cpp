@@ -88,21 +88,22 @@ GLuint FontTexture() {
     return texture;
 }
 
-void DrawLetter(int letter, int x, int y) {
+// In floats, since a plug-in may write at the end of the integers.
+void DrawLetter(int letter, float x, float y) {
     const float left = static_cast<float>(letter % lettersInRow * screenFontColumnCount) / fontWidth;
     const float top = static_cast<float>(letter / lettersInRow * screenFontRowCount) / fontHeight;
     const float right = left + static_cast<float>(screenFontColumnCount) / fontWidth;
     const float bottom = top + static_cast<float>(screenFontRowCount) / fontHeight;
-    const int lower = y - screenFontDescent;
-    const int upper = lower + screenFontRowCount;
+    const float lower = y - screenFontDescent;
+    const float upper = lower + screenFontRowCount;
     glTexCoord2f(left, bottom);
-    glVertex2i(x, lower);
+    glVertex2f(x, lower);
     glTexCoord2f(right, bottom);
-    glVertex2i(x + screenFontColumnCount, lower);
+    glVertex2f(x + screenFontColumnCount, lower);
     glTexCoord2f(right, top);
-    glVertex2i(x + screenFontColumnCount, upper);
+    glVertex2f(x + screenFontColumnCount, upper);
     glTexCoord2f(left, top);
-    glVertex2i(x, upper);
+    glVertex2f(x, upper);
 }
 
 // What the simulator itself draws between callbacks does not depend on what they left.
@@ -117,7 +118,8 @@ void DrawLetters(std::string_view text, int x, int y, const Tint &tint) {
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
     glColor4f(tint.red, tint.green, tint.blue, tint.alpha);
     glBegin(GL_QUADS);
-    for (; !text.empty(); x += screenFontAdvance) DrawLetter(TakeLetter(text), x, y);
+    for (float left = static_cast<float>(x); !text.empty(); left += screenFontAdvance)
+        DrawLetter(TakeLetter(text), left, static_cast<float>(y));
     glEnd();
 }
 

@@ -38,8 +38,6 @@ static void ChangeEverything(void) {
     glCullFace(GL_FRONT_AND_BACK);
     glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
     glBlendFunc(GL_ZERO, GL_ONE);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 8);
-    glPixelStorei(GL_UNPACK_SKIP_PIXELS, 1);
     glGenBuffers(1, &buffer);
     glBindBuffer(GL_PIXEL_UNPACK_BUFFER, buffer);
     glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
@@ -47,6 +45,8 @@ static void ChangeEverything(void) {
     glActiveTexture(GL_TEXTURE3);
     glEnable(GL_TEXTURE_2D);
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, 1, 1, 0, GL_RGBA, GL_UNSIGNED_BYTE, green);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 8);
+    glPixelStorei(GL_UNPACK_SKIP_PIXELS, 1);
     XPLMSetGraphicsState(1, 4, 1, 1, 0, 1, 1);
     XPLMBindTexture2d(texture, 0);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
