@@ -8,11 +8,13 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "simhost/screen.h"
+
 namespace simhost {
 
 namespace {
 
-enum class ContextState { None, Made, Adopted, Impossible };
+enum class ContextState { None, Ready, Impossible };
 constinit ContextState contextState = ContextState::None;
 
 std::string whyNoContext;
@@ -84,7 +86,7 @@ bool MakeSurface(Surface &made, int width, int height) {
 bool ProvideContext() {
     if (contextState != ContextState::None) return HasContext();
     whyNoContext = MakeContext();
-    contextState = whyNoContext.empty() ? ContextState::Made : ContextState::Impossible;
+    contextState = whyNoContext.empty() ? ContextState::Ready : ContextState::Impossible;
     if (HasContext())
         UsePixelSurface();
     else
@@ -94,21 +96,17 @@ bool ProvideContext() {
 }
 
 bool HasContext() {
-    return contextState == ContextState::Made || contextState == ContextState::Adopted;
+    return contextState == ContextState::Ready;
 }
 
 const std::string &WhyNoContext() {
     return whyNoContext;
 }
 
-void AdoptContext() {
+void UseCurrentContext() {
     if (contextState != ContextState::None) return;
-    contextState = ContextState::Adopted;
+    contextState = ContextState::Ready;
     UsePixelSurface();
-}
-
-bool IsContextAdopted() {
-    return contextState == ContextState::Adopted;
 }
 
 bool UseFullSurface(int width, int height) {

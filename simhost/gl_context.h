@@ -17,10 +17,6 @@ bool ProvideContext();
 bool HasContext();
 const std::string &WhyNoContext();
 
-// Takes the context that is current for the simulator's own, when it has none yet.
-void AdoptContext();
-bool IsContextAdopted();
-
 // The surface to draw on from now on. False, and the surface of one pixel, when there can be none of that
 // size.
 bool UseFullSurface(int width, int height);
@@ -29,7 +25,7 @@ void UsePixelSurface();
 // Makes the chosen surface the one that OpenGL draws on and reads.
 void BindSurface();
 
-// Copies the full surface to the adopted context's window, and makes that the one to draw on.
+// Copies the full surface to the framebuffer of the adopted context's window.
 void ShowFullSurface();
 
 } // namespace simhost

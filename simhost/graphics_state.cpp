@@ -1,6 +1,6 @@
 // The original state lies at the bottom of OpenGL's attribute stack and is taken from there and put back
 // before each callback, which undoes what callbacks, and calls from outside a frame, have changed. What the
-// stack does not hold (matrices, programs, buffers, the surface) is set.
+// stack does not hold (matrices, the program, the surface) is set.
 #include "simhost/graphics_state.h"
 
 #include <cstdio>
@@ -79,14 +79,6 @@ void TakeBackAttributes() {
     glPushClientAttrib(GL_CLIENT_ALL_ATTRIB_BITS);
 }
 
-void UnbindObjects() {
-    glUseProgram(0);
-    glBindBuffer(GL_ARRAY_BUFFER, 0);
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
-    glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
-    glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
-}
-
 // A lost context would never stop to tell errors.
 constexpr int mostErrors = 8;
 
@@ -130,7 +122,7 @@ void RestoreGraphicsState() {
     if (!isOriginalStateSaved) return;
     BindSurface(); // at first, since the attributes hold which of its buffers is drawn on
     TakeBackAttributes();
-    UnbindObjects();
+    glUseProgram(0);
     glViewport(0, 0, ScreenWidth(), ScreenHeight());
     SetMatrices();
     applied = {};

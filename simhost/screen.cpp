@@ -115,6 +115,7 @@ void BeginOwnDrawing(int textureUnits) {
 void DrawLetters(std::string_view text, int x, int y, const Tint &tint) {
     BeginOwnDrawing(1);
     BindTexture(static_cast<int>(FontTexture()), 0);
+    glActiveTexture(GL_TEXTURE0);
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
     glColor4f(tint.red, tint.green, tint.blue, tint.alpha);
     glBegin(GL_QUADS);
@@ -167,10 +168,6 @@ void DrawFrame(bool withPixels) {
         if (phase == xplm_Phase_Window) DrawWindows();
     }
     isDrawingFrame = false;
-    if (hasPixels && IsContextAdopted()) {
-        RestoreGraphicsState();
-        ShowFullSurface();
-    }
 }
 
 bool IsDrawingFrame() {
@@ -213,8 +210,10 @@ bool WriteScreenshot(const std::string &path, std::string &error) {
     return failed == 0;
 }
 
-void UseCurrentContext() {
-    AdoptContext();
+void ShowScreen() {
+    if (!hasPixels) return;
+    RestoreGraphicsState();
+    ShowFullSurface();
 }
 
 void FillRectangle(int left, int top, int right, int bottom, const Tint &tint) {

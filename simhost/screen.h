@@ -29,11 +29,16 @@ bool WriteScreenshot(const std::string &path, std::string &error);
 // The frame's pixels after DrawFrame(true): RGBA, rows from the top, width * height * 4 bytes.
 std::vector<unsigned char> ReadScreenPixels();
 
-// Makes an existing OpenGL context (that of a real window) the one to draw with; false before the first
-// frame only.
+// Makes the current OpenGL context (that of a real window) the one to draw with. To be called before a
+// plug-in is loaded; once there is a context it changes nothing.
 void UseCurrentContext();
 
-// ---- For the modules that draw (decorations, menus, widgets); only while a frame is drawn ----
+// Copies the frame of DrawFrame(true), and what was drawn over it since, to that window's own framebuffer.
+void ShowScreen();
+
+// ---- For the modules that draw (decorations, menus, widgets); from the start of a frame with pixels to the
+// start of the next one. In other frames nothing comes of it. What calls a plug-in's function that draws does
+// so inside a DrawingScope (graphics_state.h). ----
 
 struct Tint {
     float red, green, blue, alpha;

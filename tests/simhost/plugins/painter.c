@@ -5,6 +5,7 @@
 #include <GL/gl.h>
 #include <GL/glext.h>
 
+#include <stddef.h>
 #include <string.h>
 
 #include "XPLMDataAccess.h"
@@ -24,7 +25,13 @@ static XPLMDataRef mode, seen;
 
 static void ChangeEverything(void) {
     static const unsigned char green[] = {0, 255, 0, 255};
-    GLuint buffer;
+    static const char *shader = "void main() { gl_FragColor = vec4(0, 1, 0, 1); }";
+    GLuint buffer, fragments = glCreateShader(GL_FRAGMENT_SHADER), program = glCreateProgram();
+    glShaderSource(fragments, 1, &shader, NULL);
+    glCompileShader(fragments);
+    glAttachShader(program, fragments);
+    glLinkProgram(program);
+    glUseProgram(program);
     glMatrixMode(GL_PROJECTION);
     glScalef(0.1f, 3, 1);
     glMatrixMode(GL_MODELVIEW);
@@ -42,6 +49,7 @@ static void ChangeEverything(void) {
     glBindBuffer(GL_PIXEL_UNPACK_BUFFER, buffer);
     glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
     glBindBuffer(GL_PIXEL_PACK_BUFFER, buffer);
+    glBindBuffer(GL_ARRAY_BUFFER, buffer);
     glActiveTexture(GL_TEXTURE3);
     glEnable(GL_TEXTURE_2D);
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, 1, 1, 0, GL_RGBA, GL_UNSIGNED_BYTE, green);
