@@ -94,7 +94,6 @@ void ResetMenus();
 // While a frame is drawn: text as plug-ins draw it.
 void DrawPluginText(std::string_view text, int x, int y, float red, float green, float blue);
 bool IsDrawingFrame();
-bool HasPixels(); // is the frame that is drawn, or was last, one to look at?
 void ResetScreen();
 
 // ---- world.cpp ----

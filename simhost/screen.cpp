@@ -174,10 +174,6 @@ bool IsDrawingFrame() {
     return isDrawingFrame;
 }
 
-bool HasPixels() {
-    return hasPixels;
-}
-
 const std::vector<DrawnText> &ScreenTexts() {
     return texts;
 }
