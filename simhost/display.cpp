@@ -1,5 +1,5 @@
-// Draw callbacks, the screen's size, and what will be windows. Without a window system nothing is on
-// screen yet: the calls on windows and key sniffers say so once in the log and do nothing.
+// Draw callbacks and the screen's size. A callback may unregister itself or others while it runs, so the list
+// is swept afterwards.
 #include "XPLMDisplay.h"
 
 #include <algorithm>
@@ -8,6 +8,7 @@
 #include "simhost/modules.h"
 #include "simhost/screen.h"
 #include "simhost/simulator.h"
+#include "simhost/windows.h"
 
 namespace simhost {
 
@@ -46,15 +47,6 @@ void RunPhase(XPLMDrawingPhase phase, bool before) {
     }
 }
 
-// The XPLM's four-cornered outputs, each of which may be null.
-void SetCorners(int left, int top, int right, int bottom, int *outLeft, int *outTop, int *outRight,
-                int *outBottom) {
-    if (outLeft != nullptr) *outLeft = left;
-    if (outTop != nullptr) *outTop = top;
-    if (outRight != nullptr) *outRight = right;
-    if (outBottom != nullptr) *outBottom = bottom;
-}
-
 void SetPair(int first, int second, int *outFirst, int *outSecond) {
     if (outFirst != nullptr) *outFirst = first;
     if (outSecond != nullptr) *outSecond = second;
@@ -63,8 +55,12 @@ void SetPair(int first, int second, int *outFirst, int *outSecond) {
 } // namespace
 
 void SetScreenSize(int width, int height) {
+    const int widerBy = width - screenWidth, higherBy = height - screenHeight;
     screenWidth = width;
     screenHeight = height;
+    SetNumber("sim/graphics/view/window_width", width);
+    SetNumber("sim/graphics/view/window_height", height);
+    ScreenSizeChanged(widerBy, higherBy);
 }
 
 int ScreenWidth() {
@@ -137,131 +133,6 @@ void XPLMGetScreenSize(int *outWidth, int *outHeight) {
 }
 
 void XPLMGetScreenBoundsGlobal(int *outLeft, int *outTop, int *outRight, int *outBottom) {
-    SetCorners(0, screenHeight, screenWidth, 0, outLeft, outTop, outRight, outBottom);
-}
-
-// ---- Not offered yet: the mouse, windows, the keyboard ----
-
-void XPLMGetMouseLocation(int *outX, int *outY) {
-    ReportNotOffered(__func__);
-    SetPair(0, 0, outX, outY);
-}
-
-void XPLMGetMouseLocationGlobal(int *outX, int *outY) {
-    ReportNotOffered(__func__);
-    SetPair(0, 0, outX, outY);
-}
-
-XPLMWindowID XPLMCreateWindowEx(XPLMCreateWindow_t *) {
-    ReportNotOffered(__func__);
-    return nullptr;
-}
-
-XPLMWindowID XPLMCreateWindow(int, int, int, int, int, XPLMDrawWindow_f, XPLMHandleKey_f,
-                              XPLMHandleMouseClick_f, void *) {
-    ReportNotOffered(__func__);
-    return nullptr;
-}
-
-void XPLMDestroyWindow(XPLMWindowID) {
-    ReportNotOffered(__func__);
-}
-
-void XPLMGetWindowGeometry(XPLMWindowID, int *outLeft, int *outTop, int *outRight, int *outBottom) {
-    ReportNotOffered(__func__);
-    SetCorners(0, 0, 0, 0, outLeft, outTop, outRight, outBottom);
-}
-
-void XPLMSetWindowGeometry(XPLMWindowID, int, int, int, int) {
-    ReportNotOffered(__func__);
-}
-
-void XPLMGetWindowGeometryOS(XPLMWindowID, int *outLeft, int *outTop, int *outRight, int *outBottom) {
-    ReportNotOffered(__func__);
-    SetCorners(0, 0, 0, 0, outLeft, outTop, outRight, outBottom);
-}
-
-void XPLMSetWindowGeometryOS(XPLMWindowID, int, int, int, int) {
-    ReportNotOffered(__func__);
-}
-
-void XPLMGetWindowGeometryVR(XPLMWindowID, int *outWidthBoxels, int *outHeightBoxels) {
-    ReportNotOffered(__func__);
-    SetPair(0, 0, outWidthBoxels, outHeightBoxels);
-}
-
-void XPLMSetWindowGeometryVR(XPLMWindowID, int, int) {
-    ReportNotOffered(__func__);
-}
-
-int XPLMGetWindowIsVisible(XPLMWindowID) {
-    ReportNotOffered(__func__);
-    return 0;
-}
-
-void XPLMSetWindowIsVisible(XPLMWindowID, int) {
-    ReportNotOffered(__func__);
-}
-
-int XPLMWindowIsPoppedOut(XPLMWindowID) {
-    ReportNotOffered(__func__);
-    return 0;
-}
-
-int XPLMWindowIsInVR(XPLMWindowID) {
-    ReportNotOffered(__func__);
-    return 0;
-}
-
-void XPLMSetWindowGravity(XPLMWindowID, float, float, float, float) {
-    ReportNotOffered(__func__);
-}
-
-void XPLMSetWindowResizingLimits(XPLMWindowID, int, int, int, int) {
-    ReportNotOffered(__func__);
-}
-
-void XPLMSetWindowPositioningMode(XPLMWindowID, XPLMWindowPositioningMode, int) {
-    ReportNotOffered(__func__);
-}
-
-void XPLMSetWindowTitle(XPLMWindowID, const char *) {
-    ReportNotOffered(__func__);
-}
-
-void *XPLMGetWindowRefCon(XPLMWindowID) {
-    ReportNotOffered(__func__);
-    return nullptr;
-}
-
-void XPLMSetWindowRefCon(XPLMWindowID, void *) {
-    ReportNotOffered(__func__);
-}
-
-void XPLMTakeKeyboardFocus(XPLMWindowID) {
-    ReportNotOffered(__func__);
-}
-
-int XPLMHasKeyboardFocus(XPLMWindowID) {
-    ReportNotOffered(__func__);
-    return 0;
-}
-
-void XPLMBringWindowToFront(XPLMWindowID) {
-    ReportNotOffered(__func__);
-}
-
-int XPLMIsWindowInFront(XPLMWindowID) {
-    ReportNotOffered(__func__);
-    return 0;
-}
-
-int XPLMRegisterKeySniffer(XPLMKeySniffer_f, int, void *) {
-    ReportNotOffered(__func__);
-    return 0;
-}
-
-int XPLMUnregisterKeySniffer(XPLMKeySniffer_f, int, void *) {
-    ReportNotOffered(__func__);
-    return 0;
+    SetPair(0, screenHeight, outLeft, outTop);
+    SetPair(screenWidth, 0, outRight, outBottom);
 }

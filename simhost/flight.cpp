@@ -123,6 +123,8 @@ void PrepareLua(lua_State *lua, const FlightOptions &options) {
     AddDatarefCalls(lua);
     AddCockpitCalls(lua);
     AddScreenCalls(lua);
+    AddMouseCalls(lua);
+    AddWindowCalls(lua);
     AddLaterCalls(lua);
     lua_setglobal(lua, "sim");
     lua_getglobal(lua, "os");

@@ -86,7 +86,7 @@ void TellNotes(const std::string &plugin) {
     std::map<std::string, int> kinds; // "command handler of" and how many
     std::string all;
     for (const std::string &note : LastLeftBehind().notes) {
-        ++kinds[note.substr(0, note.find('"'))];
+        ++kinds[note.substr(0, note.find(" \""))];
         all += (all.empty() ? "" : ", ") + note;
     }
     if (all.empty()) return;

@@ -60,6 +60,8 @@ void AddTimeCalls(lua_State *lua);    // flight_time.cpp
 void AddDatarefCalls(lua_State *lua); // flight_datarefs.cpp
 void AddCockpitCalls(lua_State *lua); // flight_cockpit.cpp
 void AddScreenCalls(lua_State *lua);  // flight_screen.cpp
+void AddMouseCalls(lua_State *lua);   // flight_mouse.cpp
+void AddWindowCalls(lua_State *lua);  // flight_windows.cpp
 void AddLaterCalls(lua_State *lua);   // flight_later.cpp
 
 } // namespace simhost

@@ -7,16 +7,14 @@
 
 #include "simhost/flight_arguments.h"
 #include "simhost/number_text.h"
-#include "simhost/plugins.h"
 #include "simhost/transcript.h"
+#include "simhost/windows.h"
 
 namespace simhost {
 
 namespace {
 
 constexpr double LONGEST_RUN_SECONDS = 1e8;
-constexpr int MESSAGE_ENTERED_VR = 109;
-constexpr int MESSAGE_EXITING_VR = 110;
 
 int Frames(Call &call) {
     StepFrames(call.Integer(1, "n", 0, 1'000'000'000));
@@ -52,8 +50,7 @@ int VirtualReality(Call &call) {
     const bool on = call.Boolean(1, "on");
     if ((GetNumber("sim/graphics/VR/enabled") != 0) == on) return 0;
     SimulatorCall inside;
-    SetNumber("sim/graphics/VR/enabled", on ? 1 : 0);
-    BroadcastMessage(on ? MESSAGE_ENTERED_VR : MESSAGE_EXITING_VR, nullptr);
+    SetVr(on);
     TranscribeDirection(on ? "The pilot puts the headset on." : "The pilot takes the headset off.");
     return 0;
 }

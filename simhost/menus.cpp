@@ -4,6 +4,7 @@
 #include "XPLMMenus.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 
 #include "simhost/menus.h"
@@ -73,6 +74,11 @@ int Append(XPLMMenuID handle, Item item) {
     return static_cast<int>(menu->items.size()) - 1;
 }
 
+bool IsFixed(const Menu *menu) {
+    return menu == PluginsMenu() || menu == AircraftMenu();
+}
+
+// With the menus that open from its items.
 void Destroy(Menu *destroyed) {
     for (const auto &menu : Menus()) {
         std::erase_if(menu->items,
@@ -81,11 +87,12 @@ void Destroy(Menu *destroyed) {
             if (item.submenu == destroyed) item.submenu = nullptr;
         }
     }
+    const std::vector<Item> items = std::move(destroyed->items);
     std::erase_if(Menus(), [&](const auto &menu) { return menu.get() == destroyed; });
-}
-
-bool IsFixed(const Menu *menu) {
-    return menu == PluginsMenu() || menu == AircraftMenu();
+    for (const Item &item : items) {
+        Menu *submenu = Living(item.submenu);
+        if (submenu != nullptr && !IsFixed(submenu)) Destroy(submenu);
+    }
 }
 
 std::vector<MenuItemView> ViewOf(const Menu &menu, int depth) {
@@ -107,32 +114,36 @@ std::vector<MenuItemView> ViewOf(const Menu &menu, int depth) {
 
 } // namespace
 
-std::vector<MenuItemView> PluginsMenuItems() {
-    return ViewOf(*PluginsMenu(), 0);
+std::vector<MenuItemView> MenuItems() {
+    std::vector<MenuItemView> items = ViewOf(*AircraftMenu(), 0);
+    std::vector<MenuItemView> ofPluginsMenu = ViewOf(*PluginsMenu(), 0);
+    std::move(ofPluginsMenu.begin(), ofPluginsMenu.end(), std::back_inserter(items));
+    return items;
 }
 
-bool ChooseMenuItem(const std::vector<std::string> &path) {
-    const Menu *menu = PluginsMenu();
-    for (std::size_t level = 0; level < path.size() && menu != nullptr; level++) {
-        const auto item = std::find_if(menu->items.begin(), menu->items.end(), [&](const Item &candidate) {
-            return !candidate.isSeparator && candidate.text == path[level];
-        });
-        if (item == menu->items.end() || !item->isEnabled) return false;
-        if (level + 1 < path.size()) {
+bool ChooseMenuItem(const MenuPlace &place) {
+    const Menu *menu = AircraftMenu();
+    const Item *item = nullptr;
+    for (std::size_t index : place) {
+        if (item == nullptr && index >= menu->items.size()) {
+            index -= menu->items.size();
+            menu = PluginsMenu();
+        } else if (item != nullptr) {
             menu = item->submenu;
-            continue;
         }
-        if (item->submenu != nullptr) return false;
-        if (item->command != nullptr) {
-            RunningScope scope(XPLM_PLUGIN_XPLANE, "menu");
-            XPLMCommandOnce(item->command);
-        } else if (menu->handler != nullptr && IsPluginEnabled(menu->owner)) {
-            RunningScope scope(menu->owner, "menu handler");
-            menu->handler(menu->refcon, item->refcon);
-        }
-        return true;
+        if (menu == nullptr || index >= menu->items.size()) return false;
+        item = &menu->items[index];
+        if (item->isSeparator || !item->isEnabled) return false;
     }
-    return false;
+    if (item == nullptr || item->submenu != nullptr) return false;
+    if (item->command != nullptr) {
+        RunningScope scope(XPLM_PLUGIN_XPLANE, "menu");
+        XPLMCommandOnce(item->command);
+    } else if (menu->handler != nullptr && IsPluginEnabled(menu->owner)) {
+        RunningScope scope(menu->owner, "menu handler");
+        menu->handler(menu->refcon, item->refcon);
+    }
+    return true;
 }
 
 void DropMenus(XPLMPluginID plugin, LeftBehind &leftBehind) {
@@ -148,6 +159,7 @@ void DropMenus(XPLMPluginID plugin, LeftBehind &leftBehind) {
         if (!IsFixed(menu.get()) && isOwned(*menu)) owned.push_back(menu.get());
     }
     for (Menu *menu : owned) {
+        if (Living(menu) == nullptr) continue; // gone with the one above it
         leftBehind.notes.push_back("menu \"" + menu->name + "\"");
         Destroy(menu);
     }

@@ -1,4 +1,4 @@
-// The plug-ins menu as a pilot sees it.
+// The menus of the plug-ins as a pilot sees them.
 #pragma once
 
 #include <string>
@@ -15,11 +15,24 @@ struct MenuItemView {
     std::vector<MenuItemView> items; // of the submenu
 };
 
-// The items of the plug-ins menu, with everything below them.
-std::vector<MenuItemView> PluginsMenuItems();
+// What plug-ins have hung into the aircraft menu, then what they have hung into the plug-ins menu, with
+// everything below it.
+std::vector<MenuItemView> MenuItems();
 
-// Clicks an item of the plug-ins menu: the texts of its levels, from the outermost. False when there is no
-// such item, it is disabled, or it opens a submenu.
-bool ChooseMenuItem(const std::vector<std::string> &path);
+// Where an item is: its place in MenuItems(), its place in that one's items, and so on.
+using MenuPlace = std::vector<std::size_t>;
+
+// Clicks an item. False when there is no such item, it is disabled, or it opens a submenu.
+bool ChooseMenuItem(const MenuPlace &place);
+
+// ---- menu_paths.cpp ----
+
+// Finds the item that can be clicked at a path: the texts of the levels with "/" in between. A text may hold
+// a "/" itself: the longest one that leads to an item counts. The outermost level may be left out when the
+// rest is found in one menu alone. False with the reason in error, which lists what there is.
+bool FindMenuItem(const std::string &path, MenuPlace &place, std::string &error);
+
+// The path of an item, whole.
+std::string MenuPath(const MenuPlace &place);
 
 } // namespace simhost

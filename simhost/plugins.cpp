@@ -13,6 +13,7 @@
 
 #include "simhost/modules.h"
 #include "simhost/simulator.h"
+#include "simhost/windows.h"
 
 namespace simhost {
 
@@ -88,6 +89,7 @@ LeftBehind DropRegistrations(XPLMPluginID id) {
     DropAccessors(id, leftBehind);
     DropCommandHandlers(id, leftBehind);
     DropMenus(id, leftBehind);
+    DropWindows(id, leftBehind);
     return leftBehind;
 }
 

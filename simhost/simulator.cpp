@@ -6,6 +6,7 @@
 #include "XPLMProcessing.h"
 #include "simhost/datarefs.h"
 #include "simhost/screen.h"
+#include "simhost/windows.h"
 
 namespace simhost {
 
@@ -52,6 +53,7 @@ void PublishClock(double frameSeconds) {
 void ResetSimulator() {
     ResetPlugins();
     ResetProcessing();
+    ResetWindows();
     ResetDisplay();
     ResetCommands();
     ResetMenus();
@@ -72,6 +74,7 @@ void StepFrame(double seconds) {
     PublishClock(seconds);
     UpdateLocalPosition();
     ContinueHeldCommands();
+    ContinueMouse();
     RunFlightLoops();
     DrawFrame(false);
 }

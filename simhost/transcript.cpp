@@ -362,6 +362,10 @@ void TranscribeTap(const std::string &command) {
     Speaker(PILOT_COLOUR, "PILOT", "presses " + command);
 }
 
+void TranscribeAct(const std::string &act) {
+    Speaker(PILOT_COLOUR, "PILOT", act);
+}
+
 TranscriptPause::TranscriptPause() {
     ++silent;
 }

@@ -25,6 +25,7 @@ void TranscribeHeard(const std::string &text);
 void TranscribeReply(const std::string &text); // the speech server's, not spoken into the microphone
 void TranscribeSet(const std::string &dataref, const std::string &value);
 void TranscribeTap(const std::string &command);
+void TranscribeAct(const std::string &act); // "clicks at 800, 300": with mouse, keyboard and menus
 
 // While one of these is alive the pilot's commands and the push-to-talk messages are not told: what is
 // heard or tapped is told as one line.

@@ -12,10 +12,11 @@ namespace simhost {
 struct WindowView {
     XPLMWindowID id = nullptr;
     std::string title;
-    int left = 0, top = 0, right = 0, bottom = 0; // of the contents, boxels
+    int left = 0, top = 0, right = 0, bottom = 0; // of the contents, boxels; 0 in VR
     bool isVisible = false;
     bool isLegacy = false;
     bool isInVr = false;
+    bool isPoppedOut = false;
     bool hasFocus = false;
     XPLMWindowLayer layer = 0;
     XPLMWindowDecoration decoration = 0;
@@ -30,11 +31,17 @@ void DrawWindows();
 
 enum class MouseButton { Left, Right };
 
-void MoveMouse(int x, int y); // also asks the window below for its cursor
+// A press goes to the topmost window that takes it, which then gets the drags and the release. Until then
+// other presses do nothing.
+void MoveMouse(int x, int y); // asks the window below for its cursor; drags while a button is held
 void PressMouse(int x, int y, MouseButton button);
 void DragMouse(int x, int y);
 void ReleaseMouse(int x, int y);
 void TurnWheel(int x, int y, int clicks);
+bool IsMouseHeld();
+
+// What the window below the mouse made of the cursor when it was last asked.
+XPLMCursorStatus MouseCursor();
 
 // A key goes down (flags with xplm_DownFlag) or up: key sniffers before windows, the window with the focus,
 // key sniffers behind.
@@ -42,9 +49,10 @@ void SendKey(char character, XPLMKeyFlags flags, char virtualKey);
 
 // ---- For the simulator's other modules ----
 
+void ContinueMouse(); // each frame: a window that holds the mouse gets a drag, even when nothing moves
 void DropWindows(XPLMPluginID plugin, LeftBehind &leftBehind);
 void ResetWindows();
-void SetVr(bool isOn);                        // sends the message, moves windows that ask for it
-void ScreenSizeChanged(int width, int height); // keeps floating windows on the screen
+void SetVr(bool isOn);                             // sends the message, moves windows that ask for it
+void ScreenSizeChanged(int widerBy, int higherBy); // keeps floating windows on the screen
 
 } // namespace simhost

@@ -183,6 +183,19 @@ void *Reference(const char *text) {
     return const_cast<char *>(text);
 }
 
+// Empty when the item was found and clicked, or why not.
+std::string Choose(const std::string &path) {
+    MenuPlace place;
+    std::string error;
+    if (FindMenuItem(path, place, error)) {
+        EXPECT_TRUE(ChooseMenuItem(place)) << path;
+    } else {
+        EXPECT_FALSE(ChooseMenuItem(place)) << path;
+        EXPECT_NE(error, "");
+    }
+    return error;
+}
+
 TEST_F(Commands, MenusKeepWhatPluginsHangIntoThem) {
     const int place = XPLMAppendMenuItem(XPLMFindPluginsMenu(), "Crew", nullptr, 0);
     const XPLMMenuID crew = XPLMCreateMenu("Crew", XPLMFindPluginsMenu(), place, Chosen, Reference("crew"));
@@ -197,7 +210,7 @@ TEST_F(Commands, MenusKeepWhatPluginsHangIntoThem) {
     const XPLMMenuID voices = XPLMCreateMenu("Voices", crew, 0, Chosen, Reference("voices"));
     XPLMAppendMenuItem(voices, "Anna", Reference("anna"), 0);
 
-    const std::vector<MenuItemView> items = PluginsMenuItems();
+    const std::vector<MenuItemView> items = MenuItems();
     ASSERT_EQ(items.size(), 1u);
     ASSERT_EQ(items[0].items.size(), 3u);
     EXPECT_EQ(items[0].items[0].items.at(0).text, "Anna");
@@ -205,28 +218,71 @@ TEST_F(Commands, MenusKeepWhatPluginsHangIntoThem) {
     EXPECT_EQ(items[0].items[2].text, "Zwei");
     EXPECT_EQ(items[0].items[2].check, xplm_Menu_Checked);
 
-    EXPECT_TRUE(ChooseMenuItem({"Crew", "Zwei"}));
-    EXPECT_TRUE(ChooseMenuItem({"Crew", "One", "Anna"}));
-    EXPECT_FALSE(ChooseMenuItem({"Crew", "One"})) << "it opens a submenu";
-    EXPECT_FALSE(ChooseMenuItem({"Crew", "Three"}));
-    EXPECT_FALSE(ChooseMenuItem({"Crew", "Zwei", "Drei"}));
+    EXPECT_EQ(Choose("Crew/Zwei"), "");
+    EXPECT_EQ(Choose("Crew/One/Anna"), "");
+    EXPECT_EQ(Choose("Crew/One"), "\"Crew/One\" opens a menu: \"Anna\"");
+    EXPECT_EQ(Choose("Crew/Three"), "there is no \"Crew/Three\"; in \"Crew\" there is \"One\", \"Zwei\"");
+    EXPECT_NE(Choose("Crew/Zwei/Drei"), "");
+    EXPECT_FALSE(ChooseMenuItem({0, 1})) << "a separator";
     XPLMEnableMenuItem(crew, 2, 0);
-    EXPECT_FALSE(ChooseMenuItem({"Crew", "Zwei"}));
+    EXPECT_EQ(Choose("Zwei"), "\"Zwei\" is disabled");
     EXPECT_EQ(Taken(), (Calls{"crew/2", "voices/anna"}));
 
     XPLMAppendMenuItemWithCommand(crew, "Battery", XPLMFindCommand("sim/electrical/battery_1_on"));
-    EXPECT_TRUE(ChooseMenuItem({"Crew", "Battery"}));
+    EXPECT_EQ(Choose("Crew/Battery"), "");
     EXPECT_EQ(CountCommand("sim/electrical/battery_1_on").ended, 1);
     XPLMRemoveMenuItem(crew, 0);
     XPLMCheckMenuItemState(crew, 1, &check);
     EXPECT_EQ(check, xplm_Menu_Checked) << "the ones behind move up";
     XPLMClearAllMenuItems(crew);
-    EXPECT_TRUE(PluginsMenuItems().at(0).items.empty());
+    EXPECT_TRUE(MenuItems().at(0).items.empty());
+}
+
+TEST_F(Commands, MenuItemsAreFoundByTheirPaths) {
+    SetFolders("/sim/", "/sim/Aircraft/A/", "A.acf");
+    ActAsPlugin("/sim/Aircraft/A/plugins/fennic/64/lin.xpl");
+    const int place = XPLMAppendMenuItem(XPLMFindAircraftMenu(), "Crew", nullptr, 0);
+    const XPLMMenuID crew = XPLMCreateMenu("Crew", XPLMFindAircraftMenu(), place, Chosen, Reference("crew"));
+    const auto addMenu = [&](const char *text) {
+        return XPLMCreateMenu(text, crew, XPLMAppendMenuItem(crew, text, nullptr, 0), Chosen,
+                              Reference(text));
+    };
+    // Texts with "/" in them, two menus of one name, and one menu with the name of an item.
+    XPLMAppendMenuItem(addMenu("On"), "Off/Half", Reference("1"), 0);
+    XPLMAppendMenuItem(addMenu("On/Off"), "Half", Reference("2"), 0);
+    XPLMAppendMenuItem(addMenu("On/Off"), "Full", Reference("3"), 0);
+    XPLMAppendMenuItem(addMenu("Once"), "More", Reference("4"), 0);
+    XPLMAppendMenuItem(crew, "Once", Reference("5"), 0);
+    XPLMAppendMenuItem(crew, "Once/More", Reference("6"), 0);
+    EXPECT_EQ(Choose("Crew/On/Off/Half"), "");
+    EXPECT_EQ(Choose("Crew/On/Off/Full"), "");
+    EXPECT_EQ(Choose("Once"), "");
+    EXPECT_EQ(Choose("Once/More"), "");
+    EXPECT_EQ(Taken(), (Calls{"On/Off/2", "On/Off/3", "crew/5", "crew/6"}));
+    for (const char *wrong : {"", "/", "Crew", "Crew/", "/Crew/Once", "Crew/Once/", "Crew/once", "More"})
+        EXPECT_NE(Choose(wrong), "") << wrong;
+
+    // In the plug-ins menu, behind what hangs in the aircraft menu.
+    XPLMAppendMenuItem(XPLMCreateMenu("Other", nullptr, 0, Chosen, Reference("other")), "Once",
+                       Reference("7"), 0);
+    EXPECT_EQ(Choose("Other/Once"), "");
+    EXPECT_EQ(Choose("Once"), "\"Once\" is in several menus: \"Crew\", \"Other\"");
+    EXPECT_EQ(Choose("Nobody"), "there is no \"Nobody\"; the menus are \"Crew\", \"Other\"");
+    EXPECT_EQ(MenuPath({0, 4}), "Crew/Once");
+    EXPECT_EQ(Taken(), (Calls{"other/7"}));
+
+    // A menu inside itself, and everything below a menu that goes.
+    XPLMCreateMenu("Crew", crew, 4, Chosen, nullptr);
+    XPLMDestroyMenu(crew);
+    EXPECT_EQ(XPLMAppendMenuItem(crew, "Late", nullptr, 0), -1);
+    EXPECT_NE(Choose("Crew/On/Off/Half"), "");
+    for (int i = 0; i < 100; i++) XPLMAppendMenuItem(XPLMFindPluginsMenu(), "Same", nullptr, 0);
+    EXPECT_NE(Choose("None").find(" and 82 more"), std::string::npos) << Choose("None");
 }
 
 TEST_F(Commands, MenusThatHaveGoneAndIndicesThatDoNotExist) {
     const XPLMMenuID alone = XPLMCreateMenu("Alone", nullptr, 0, Chosen, Reference("alone"));
-    EXPECT_EQ(PluginsMenuItems().at(0).text, "Alone") << "without a parent it lies under the plug-ins menu";
+    EXPECT_EQ(MenuItems().at(0).text, "Alone") << "without a parent it lies under the plug-ins menu";
     EXPECT_EQ(XPLMCreateMenu("Lost", alone, 0, nullptr, nullptr), nullptr);
     EXPECT_EQ(XPLMCreateMenu("Lost", XPLMFindPluginsMenu(), -1, nullptr, nullptr), nullptr);
     for (int index : {-1, 0, 99}) {
@@ -239,7 +295,7 @@ TEST_F(Commands, MenusThatHaveGoneAndIndicesThatDoNotExist) {
         EXPECT_EQ(check, xplm_Menu_NoCheck);
     }
     XPLMDestroyMenu(alone);
-    EXPECT_TRUE(PluginsMenuItems().empty());
+    EXPECT_TRUE(MenuItems().empty());
     EXPECT_EQ(XPLMAppendMenuItem(alone, "Late", nullptr, 0), -1);
     XPLMDestroyMenu(alone);
     XPLMDestroyMenu(nullptr);

@@ -89,7 +89,7 @@ TEST_F(Plugins, LoadsTellsAndUnloads) {
                                               "menu \"Guest\"\n");
     EXPECT_EQ(XPLMCountPlugins(), 0);
     EXPECT_EQ(XPLMGetDatai(starts), 0);
-    EXPECT_TRUE(PluginsMenuItems().empty());
+    EXPECT_TRUE(MenuItems().empty());
     EXPECT_NE(XPLMFindCommand("guest/command"), nullptr) << "commands stay";
     const std::vector<std::string> log = TakeLogLines();
     EXPECT_EQ(std::count(log.begin(), log.end(), "guest stops"), 1) << "a last line without its end";
@@ -108,7 +108,7 @@ TEST_F(Plugins, ErrorsSayWhatIsWrong) {
     // What it had registered before it refused is gone with it.
     StepFrame(0.02);
     EXPECT_EQ(XPLMFindDataRef("guest/starts"), nullptr);
-    EXPECT_TRUE(PluginsMenuItems().empty());
+    EXPECT_TRUE(MenuItems().empty());
 }
 
 TEST_F(Plugins, DisabledMeansNoCallbacks) {

@@ -76,11 +76,31 @@ refuses("world", '"latitude"', 91, 0)
 refuses("screenshot", '"path"')
 refuses("screenshot", '"path"', "")
 refuses("screenshot", "/nowhere/a.png", "/nowhere/a.png")
-for _, call in ipairs {"menu", "choose", "mouse", "mouse_down", "mouse_drag", "mouse_up",
-                       "click", "double_click", "wheel", "key", "type", "windows", "widgets", "push",
-                       "show"} do
-    refuses(call, "later version")
+for _, call in ipairs {"mouse", "mouse_down", "click", "double_click", "wheel"} do
+    refuses(call, '"x"')
+    refuses(call, '"x"', 1e9, 1)
+    refuses(call, '"y"', 1, 0.5)
 end
+refuses("wheel", '"clicks"', 1, 1)
+refuses("mouse_down", '"button"', 1, 1, "middle")
+refuses("mouse_up", "mouse_down", 1, 1)
+refuses("mouse_drag", "mouse_down", 1, 1)
+sim.mouse_down(1, 1)
+refuses("mouse_down", "mouse_up", 1, 1)
+refuses("click", "mouse_up", 1, 1)
+sim.mouse_up(1, 1)
+refuses("key", '"key"')
+refuses("key", '"key"', "")
+refuses("key", '"key"', "enter twice")
+refuses("key", '"key"', "\xE4")
+refuses("key", '"key"', 0)
+refuses("key", '"key"', 256)
+refuses("key", '"flags"', "a", "shift+alt")
+refuses("type", '"text"')
+refuses("type", '"text"', "na\xC3\xAFve")
+refuses("choose", '"path"')
+refuses("choose", "No/Such", "No/Such")
+for _, call in ipairs {"widgets", "push", "show"} do refuses(call, "later version") end
 
 assert(sim.get("t/int") == 1 and sim.get("t/float") == 1 and sim.get("t/string") == "x")
 assert(table.concat(sim.get("t/ints"), " ") == "1 2 3 4")

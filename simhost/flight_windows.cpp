@@ -1,0 +1,99 @@
+// The calls on windows and menus: windows, menu, choose.
+#include "XPLMMenus.h"
+#include "simhost/flight_arguments.h"
+#include "simhost/flight_state.h"
+#include "simhost/menus.h"
+#include "simhost/plugins.h"
+#include "simhost/transcript.h"
+#include "simhost/windows.h"
+
+namespace simhost {
+
+namespace {
+
+constexpr const char *layerNames[] = {"overlay", "floating", "modal", "growl"};
+constexpr const char *decorationNames[] = {"none", "round", "self", "self_resizable"};
+
+void SetField(lua_State *lua, const char *name, const std::string &text) {
+    lua_pushlstring(lua, text.data(), text.size());
+    lua_setfield(lua, -2, name);
+}
+
+void SetField(lua_State *lua, const char *name, int number) {
+    lua_pushinteger(lua, number);
+    lua_setfield(lua, -2, name);
+}
+
+void SetField(lua_State *lua, const char *name, bool value) {
+    lua_pushboolean(lua, value ? 1 : 0);
+    lua_setfield(lua, -2, name);
+}
+
+int ListWindows(Call &call) {
+    const std::vector<WindowView> windows = WindowsFrontToBack();
+    lua_createtable(call.lua, static_cast<int>(windows.size()), 0);
+    lua_Integer place = 0;
+    for (const WindowView &window : windows) {
+        lua_newtable(call.lua);
+        SetField(call.lua, "title", window.title);
+        SetField(call.lua, "plugin", PluginName(window.owner));
+        SetField(call.lua, "left", window.left);
+        SetField(call.lua, "top", window.top);
+        SetField(call.lua, "right", window.right);
+        SetField(call.lua, "bottom", window.bottom);
+        SetField(call.lua, "visible", window.isVisible);
+        SetField(call.lua, "focus", window.hasFocus);
+        SetField(call.lua, "legacy", window.isLegacy);
+        SetField(call.lua, "vr", window.isInVr);
+        SetField(call.lua, "popped_out", window.isPoppedOut);
+        SetField(call.lua, "layer", std::string(layerNames[window.layer]));
+        SetField(call.lua, "decoration", std::string(decorationNames[window.decoration]));
+        lua_rawseti(call.lua, -2, ++place);
+    }
+    return 1;
+}
+
+void PushItems(lua_State *lua, const std::vector<MenuItemView> &items) {
+    lua_createtable(lua, static_cast<int>(items.size()), 0);
+    lua_Integer place = 0;
+    for (const MenuItemView &item : items) {
+        lua_newtable(lua);
+        if (item.isSeparator) {
+            SetField(lua, "separator", true);
+        } else {
+            SetField(lua, "text", item.text);
+            SetField(lua, "enabled", item.isEnabled);
+            if (item.check != xplm_Menu_NoCheck) SetField(lua, "checked", item.check == xplm_Menu_Checked);
+        }
+        if (item.hasSubmenu) {
+            PushItems(lua, item.items);
+            lua_setfield(lua, -2, "items");
+        }
+        lua_rawseti(lua, -2, ++place);
+    }
+}
+
+int Menu(Call &call) {
+    lua_checkstack(call.lua, 100); // three for each level, of which MenuItems gives a few at most
+    PushItems(call.lua, MenuItems());
+    return 1;
+}
+
+int Choose(Call &call) {
+    const std::string path = call.Text(1, "path");
+    MenuPlace place;
+    std::string error;
+    if (!FindMenuItem(path, place, error)) call.Fail(error);
+    TranscribeAct("chooses " + MenuPath(place));
+    SimulatorCall inside;
+    ChooseMenuItem(place);
+    return 0;
+}
+
+} // namespace
+
+void AddWindowCalls(lua_State *lua) {
+    AddCalls(lua, {{"windows", Bridge<ListWindows>}, {"menu", Bridge<Menu>}, {"choose", Bridge<Choose>}});
+}
+
+} // namespace simhost
