@@ -15,6 +15,7 @@
 #include "simhost/simulator_lists.h"
 #include "simhost/transcript.h"
 #include "simhost/watchdog.h"
+#include "simhost/window_frontend.h"
 
 namespace simhost {
 
@@ -67,6 +68,7 @@ int ExplainError(lua_State *lua) {
 // Stops what still runs, ends the transcript, removes the scratch folder.
 int FinishFlight(int status) {
     StopPlugins();
+    if (flight.options.window) CloseFrontend();
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - startOfFlight;
     CloseTranscript(static_cast<double>(flight.frames) * flight.frameSeconds, took.count());
     std::fflush(stdout);
@@ -202,25 +204,38 @@ SimulatorCall::~SimulatorCall() {
 
 void StepFrames(long long count) {
     for (long long i = 0; i < count; ++i) {
-        SimulatorCall inside;
-        StepFrame(flight.frameSeconds);
+        BeginFrameOfSpeech();
+        {
+            SimulatorCall inside;
+            StepFrame(flight.frameSeconds, flight.options.window);
+        }
+        EndFrameOfSpeech();
         TranscribeFrameEnd();
         ++flight.frames;
+        if (flight.options.window && !ShowFrontend(flight.frameSeconds))
+            std::exit(FinishFlight(flight.statusWhenClosed));
     }
 }
 
 int FlyFlight(const FlightOptions &options) {
     startOfFlight = std::chrono::steady_clock::now();
     flight.options = options;
-    StartWatchdog();
     std::string error;
+    if (options.window && !OpenFrontend(options.screenWidth, options.screenHeight, error)) {
+        std::fprintf(stderr, "fennic-sim: no window: %s\n", error.c_str());
+        return EXIT_USAGE;
+    }
+    StartWatchdog();
     if (!PrepareSimulator(error)) {
         std::fprintf(stderr, "fennic-sim: %s\n", error.c_str());
         RemoveScratchAircraft(flight.scratch);
         return EXIT_USAGE;
     }
     OpenTranscript(!options.quiet, flight.scratch.root);
-    return FinishFlight(RunScript());
+    const int status = RunScript();
+    flight.statusWhenClosed = status;
+    while (options.window) StepFrames(1); // until the pilot closes the window
+    return FinishFlight(status);
 }
 
 } // namespace simhost

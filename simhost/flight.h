@@ -15,8 +15,9 @@ struct FlightOptions {
     double framesPerSecond = 60;
     int screenWidth = 1920; // boxels
     int screenHeight = 1080;
-    bool quiet = false; // no transcript
-    bool keep = false;  // leave the scratch folder
+    bool window = false; // show the simulator, in real time
+    bool quiet = false;  // no transcript
+    bool keep = false;   // leave the scratch folder
 };
 
 inline constexpr int EXIT_FLOWN = 0;  // the script ended without an error and nothing was left behind

@@ -2,6 +2,9 @@
 // first officer said, the log, the dataref browser.
 #include "simhost/flight_state.h"
 
+#include <deque>
+#include <optional>
+
 #include "XPLMDataAccess.h"
 #include "XPLMUtilities.h"
 #include "simhost/flight_arguments.h"
@@ -63,16 +66,37 @@ int Tap(Call &call) {
     return 0;
 }
 
-void NeedSpeechLink(const Call &call) {
+bool HasSpeechLink() {
     const XPLMDataRef answer = XPLMFindDataRef(FROM_SPEECH_SERVER);
-    if (answer == nullptr || (XPLMGetDataRefTypes(answer) & xplmType_Data) == 0)
+    return answer != nullptr && (XPLMGetDataRefTypes(answer) & xplmType_Data) != 0;
+}
+
+void NeedSpeechLink(const Call &call) {
+    if (!HasSpeechLink())
         call.Fail(std::string("there is no string dataref \"") + FROM_SPEECH_SERVER
                   + "\"; is the plug-in started?");
 }
 
-void Answer(const Call &call, const std::string &text) {
+// What the pilot is saying: push-to-talk pressed, one frame, the speech server's answer, two frames,
+// released, one frame.
+struct Utterance {
+    std::string text;
+    int framesDone = 0;
+};
+constexpr int UTTERANCE_FRAMES = 4;
+
+// The first is being said; the others wait.
+std::deque<Utterance> utterances;
+std::optional<TranscriptPause> untold; // while one is being said
+bool wasAnswerRefused = false;
+
+bool Answer(const std::string &text) {
     SimulatorCall inside;
-    if (!SetText(FROM_SPEECH_SERVER, text)) call.Fail(std::string(FROM_SPEECH_SERVER) + " cannot be written");
+    return SetText(FROM_SPEECH_SERVER, text);
+}
+
+void Say(const std::string &text) {
+    utterances.push_back({text, 0});
 }
 
 int Hear(Call &call) {
@@ -80,20 +104,10 @@ int Hear(Call &call) {
     if (XPLMFindCommand(PUSH_TO_TALK) == nullptr)
         call.Fail(std::string("there is no command \"") + PUSH_TO_TALK + "\"; is the plug-in started?");
     NeedSpeechLink(call);
-    TranscribeHeard(text);
-    const TranscriptPause untold;
-    {
-        SimulatorCall inside;
-        HoldCommand(PUSH_TO_TALK);
-    }
-    StepFrames(1);
-    Answer(call, text);
-    StepFrames(2);
-    {
-        SimulatorCall inside;
-        ReleaseCommand(PUSH_TO_TALK);
-    }
-    StepFrames(1);
+    wasAnswerRefused = false;
+    Say(text);
+    while (!utterances.empty()) StepFrames(1);
+    if (wasAnswerRefused) call.Fail(std::string(FROM_SPEECH_SERVER) + " cannot be written");
     return 0;
 }
 
@@ -101,7 +115,7 @@ int Reply(Call &call) {
     const std::string text = call.Text(1, "text");
     NeedSpeechLink(call);
     TranscribeReply(text);
-    Answer(call, text);
+    if (!Answer(text)) call.Fail(std::string(FROM_SPEECH_SERVER) + " cannot be written");
     return 0;
 }
 
@@ -171,6 +185,35 @@ int Note(Call &call) {
 }
 
 } // namespace
+
+void TypeSpeech(const std::string &text) {
+    if (XPLMFindCommand(PUSH_TO_TALK) != nullptr && HasSpeechLink())
+        Say(text);
+    else
+        TranscribeDirection("Nobody is there to hear \"" + text + "\".");
+}
+
+void BeginFrameOfSpeech() {
+    if (utterances.empty()) return;
+    const Utterance &utterance = utterances.front();
+    if (utterance.framesDone == 0) {
+        TranscribeHeard(utterance.text);
+        untold.emplace();
+        SimulatorCall inside;
+        HoldCommand(PUSH_TO_TALK);
+    } else if (utterance.framesDone == 1) {
+        wasAnswerRefused = !Answer(utterance.text);
+    } else if (utterance.framesDone == 3) {
+        SimulatorCall inside;
+        ReleaseCommand(PUSH_TO_TALK);
+    }
+}
+
+void EndFrameOfSpeech() {
+    if (utterances.empty() || ++utterances.front().framesDone < UTTERANCE_FRAMES) return;
+    utterances.pop_front();
+    untold.reset();
+}
 
 void AddCockpitCalls(lua_State *lua) {
     AddCalls(lua, {{"add_command", Bridge<AddOne>},

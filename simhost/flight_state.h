@@ -27,6 +27,7 @@ struct FlightState {
     };
     std::vector<LoadedPlugin> plugins; // in the order of loading; empty while stopped
     bool wasAnythingLeftBehind = false;
+    int statusWhenClosed = EXIT_FLOWN; // the exit status when the pilot closes the window
 
     // What the simulator gave out and the flight has not asked for yet, one list for each call.
     std::vector<SentMessage> sent;
@@ -48,6 +49,12 @@ private:
 };
 
 void StepFrames(long long count);
+
+// What the pilot types into the window's line: heard over the next frames. StepFrames tells where a frame
+// begins and ends.
+void TypeSpeech(const std::string &text);
+void BeginFrameOfSpeech();
+void EndFrameOfSpeech();
 
 // Loads what lies in the aircraft's folder. False with the reason in error; then nothing stays loaded.
 bool StartPlugins(std::string &error);

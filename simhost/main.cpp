@@ -19,7 +19,7 @@ constexpr const char *USAGE =
     "                  program (Cessna_172SP when not given); it is copied, never written to\n"
     "  --fps N         frames a second (60)\n"
     "  --screen WxH    the screen's size in boxels (1920x1080)\n"
-    "  --window        show the simulator in a window (comes with a later version)\n"
+    "  --window        show the simulator in a window, in real time, until it is closed\n"
     "  --quiet         no transcript\n"
     "  --keep          keep the scratch folder and say where it is\n"
     "  --xplane DIR    a real simulator's folder, for its lists of datarefs and commands\n"
@@ -72,8 +72,7 @@ int main(int count, char **words) {
         }
         if (option == "--quiet" || option == "--keep" || option == "--window") {
             if (isInOne) return Refuse(option + " takes no value");
-            if (option == "--window") return Refuse("--window comes with a later version");
-            (option == "--quiet" ? options.quiet : options.keep) = true;
+            (option == "--quiet" ? options.quiet : option == "--keep" ? options.keep : options.window) = true;
             continue;
         }
         if (option != "--aircraft" && option != "--fps" && option != "--screen" && option != "--xplane")

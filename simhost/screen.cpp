@@ -251,7 +251,4 @@ void ResetScreen() {
     ResetGraphicsState();
 }
 
-// Until there are windows.
-__attribute__((weak)) void DrawWindows() {}
-
 } // namespace simhost

@@ -66,7 +66,7 @@ void ResetSimulator() {
     publishedFlightSeconds = 0;
 }
 
-void StepFrame(double seconds) {
+void StepFrame(double seconds, bool withPixels) {
     RunningScope scope(XPLM_PLUGIN_XPLANE, "a frame");
     TakeWrittenFlightTime();
     AdvanceClock(seconds);
@@ -76,7 +76,7 @@ void StepFrame(double seconds) {
     ContinueHeldCommands();
     ContinueMouse();
     RunFlightLoops();
-    DrawFrame(false);
+    DrawFrame(withPixels);
 }
 
 void SetPaused(bool paused) {

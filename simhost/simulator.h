@@ -31,8 +31,8 @@ void SetFolders(const std::string &xplaneFolder, const std::string &aircraftFold
 void ActAsPlugin(const std::string &libraryPath);
 
 // One frame of the given length in seconds (flight time stands still while paused): held commands
-// continue, due flight loops run, then draw callbacks.
-void StepFrame(double seconds);
+// continue, due flight loops run, then everything is drawn, for somebody to look at or not.
+void StepFrame(double seconds, bool withPixels = false);
 
 void SetPaused(bool paused); // also publishes "sim/time/paused"
 double FlightTimeSeconds();  // "sim/time/total_flight_time_sec"
