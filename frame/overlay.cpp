@@ -157,6 +157,7 @@ void KeepOnScreen() {
 }
 
 void FoldWhenIdle() {
+    if (secUnfoldTFT > FlightTimeSEC) secUnfoldTFT = FlightTimeSEC; // clicked in the flight before
     if (!unfoldedTitle.empty() && FlightTimeSEC - secUnfoldTFT >= FoldAfterSec) unfoldedTitle.clear();
 }
 

@@ -87,11 +87,14 @@ void RunSelectionClick() {
 
 void CarryOutSelection() {
     const int count = static_cast<int>(answers.size());
-    if (count == 0) selectCommandAnswerIndex = -1;
     if (selectCommandAnswerIndex >= count) selectCommandAnswerIndex = -1; // the answers have changed
-    if (count == 0) return;
     const bool isStep = selectCommandDoSelect == 1 && selectCommandDoConfirm == 0;
-    if (isStep && FlightTimeSEC - selectCommandStartTime > StepSec) HighlightNextAnswer();
+    const bool isStepDue = isStep && FlightTimeSEC - selectCommandStartTime > StepSec;
+    if (count == 0) { // what was pressed for nothing must not answer the next question
+        if (isStepDue || selectCommandDoConfirm == 1) selectCommandDoSelect = selectCommandDoConfirm = 0;
+        return;
+    }
+    if (isStepDue) HighlightNextAnswer();
     if (selectCommandDoSelect == 1 && selectCommandDoConfirm == 1) {
         HighlightNextAnswer();
         string2debugString("selectCommandAnswerIndex=", int2string(selectCommandAnswerIndex), 1);
