@@ -66,6 +66,8 @@ void SetPair(int first, int second, int *outFirst, int *outSecond) {
 void SetScreenSize(int width, int height) {
     screenWidth = width;
     screenHeight = height;
+    SetNumber("sim/graphics/view/window_width", width);
+    SetNumber("sim/graphics/view/window_height", height);
 }
 
 void RunDrawCallbacks() {

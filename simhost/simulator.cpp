@@ -10,7 +10,6 @@ namespace simhost {
 
 namespace {
 
-constinit bool isPaused = false;
 constinit double flightSeconds = 0;
 constinit float publishedFlightSeconds = 0;
 
@@ -18,6 +17,7 @@ constexpr double pi = 3.14159265358979323846;
 
 // Their records outlast every reset, so they are looked up once.
 struct ClockDatarefs {
+    XPLMDataRef paused = XPLMFindDataRef("sim/time/paused");
     XPLMDataRef flightTime = XPLMFindDataRef("sim/time/total_flight_time_sec");
     XPLMDataRef runningTime = XPLMFindDataRef("sim/time/total_running_time_sec");
     XPLMDataRef framePeriod = XPLMFindDataRef("sim/operation/misc/frame_rate_period");
@@ -57,7 +57,6 @@ void ResetSimulator() {
     ResetUtilities();
     ResetDatarefs();
     ResetGraphics();
-    isPaused = false;
     flightSeconds = 0;
     publishedFlightSeconds = 0;
 }
@@ -66,7 +65,7 @@ void StepFrame(double seconds) {
     RunningScope scope(XPLM_PLUGIN_XPLANE, "a frame");
     TakeWrittenFlightTime();
     AdvanceClock(seconds);
-    if (!isPaused) flightSeconds += seconds;
+    if (XPLMGetDatai(Clock().paused) == 0) flightSeconds += seconds;
     PublishClock(seconds);
     UpdateLocalPosition();
     ContinueHeldCommands();
@@ -75,7 +74,6 @@ void StepFrame(double seconds) {
 }
 
 void SetPaused(bool paused) {
-    isPaused = paused;
     SetNumber("sim/time/paused", paused ? 1 : 0);
 }
 

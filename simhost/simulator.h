@@ -34,7 +34,7 @@ void ActAsPlugin(const std::string &libraryPath);
 // continue, due flight loops run, then draw callbacks.
 void StepFrame(double seconds);
 
-void SetPaused(bool paused); // also publishes "sim/time/paused"
+void SetPaused(bool paused); // "sim/time/paused", which decides
 double FlightTimeSeconds();  // "sim/time/total_flight_time_sec"
 void SetFlightTimeSeconds(double seconds);
 
