@@ -214,6 +214,12 @@ TEST_F(FigureMotion, LipsMoveWhileSheSpeaks) {
     Frame(frame);
     EXPECT_EQ(lipsOpen, 0);
     EXPECT_TRUE(Face() == 0 || Face() == 3);
+
+    Run(3, frame);
+    Next_lipsAnimTime = static_cast<float>(FlightTimeSEC + 20); // every utterance begins with closed lips
+    const double next = FlightTimeSEC;
+    while (lipsOpen == 0) Frame(frame);
+    EXPECT_NEAR(FlightTimeSEC - next, 0.2, 3 * frame);
 }
 
 TEST_F(FigureMotion, ANewFlightStartsAfresh) {

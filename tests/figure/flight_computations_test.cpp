@@ -108,6 +108,7 @@ TEST_F(Runways, ATrafficPatternFromLineUpToTheTaxiway) {
     EXPECT_NEAR(OrvikLdgRwyDeltaHdgDeg, 0, 0.2);
     At(-300, 0, TrueCourse13L, 60);
     ExpectArrivalUnknown();
+    EXPECT_EQ(OrvikLdgRwyName, "");
 
     At(250, 0, TrueCourse13L + 40, 2); // a bounce across
     EXPECT_EQ(OrvikOnAir, 1);
