@@ -70,9 +70,9 @@ check.list(announced(), {"That is all"}, "no runways")
 sim.publish(FMS .. "ref_runway_start_lat", "float", 0)
 sim.publish(FMS .. "ref_runway_start_lon", "float", 0)
 sim.publish(FMS .. "ref_runway_crs", "float", 0)
-sim.publish(FMS .. "des_runway_start_lat", "float", 0)
-sim.publish(FMS .. "des_runway_start_lon", "float", 0)
-sim.publish(FMS .. "des_runway_crs", "float", 0)
+sim.publish(FMS .. "des_runway_start_lat", "double", 0) -- an aircraft may choose the type
+sim.publish(FMS .. "des_runway_start_lon", "double", 0)
+sim.publish(FMS .. "des_runway_crs", "int", 0)
 sim.publish(PFD .. "ils_runway0", "string", "")
 sim.publish(PFD .. "ils_runway", "string", "")
 sim.run(2)
@@ -163,7 +163,8 @@ check.list(announced(), {"That is all"}, "no radio altitude")
 
 -- ---- The altimeter ----
 
-for _, case in ipairs {{29.92, 29.90, 28.00, 1, 2992}, {29.92, 29.80, 29.93, 1, 2992}, {29.92, 29.50, 29.50, 0, 2992},
+for _, case in ipairs {{29.92, 29.90, 28.00, 1, 2992}, {29.92, 29.80, 29.93, 1, 2992}, {29.92, 29.95, 29.50, 0, 2992},
+                       {29.92, 29.50, 29.50, 0, 2992}, {29.92, 29.89, 29.94, 1, 2992},
                        {30.10, 30.13, 29.00, 0, 3010}, {30.10, 30.12, 29.00, 1, 3010}, {29.66, 28, 28, 0, 2966}} do
     sim.set("sim/cockpit/misc/barometer_setting", case[1])
     sim.set("sim/weather/barometer_current_inhg", case[2])

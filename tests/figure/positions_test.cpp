@@ -84,20 +84,6 @@ TEST_F(Positions, AnAxisThatNeedNotMoveIsLeftToOthers) {
     EXPECT_EQ(Shown(4, 'y'), 33);
 }
 
-TEST_F(Positions, TheFigureGoesHomeUnlessTheFileMovesIt) {
-    Position("leaned", "46,xyz,0.1,0.2,-0.3\r\n");
-    Position("upright", "4,arm,1,1,1\r\n");
-    ReadPositionFolder();
-    LoadPositionFromFile("leaned");
-    Run(1);
-    EXPECT_FLOAT_EQ(static_cast<float>(Shown(46, 'z')), -0.3F);
-    LoadPositionFromFile("upright");
-    Frame(0.4);
-    EXPECT_NEAR(Shown(46, 'z'), -0.15, 1e-6);
-    Run(1);
-    for (char axis : {'x', 'y', 'z'}) EXPECT_EQ(Shown(46, axis), 0);
-}
-
 TEST_F(Positions, AMoveOvertakesAnother) {
     Position("left", "4,arm,8,0,0\r\n5,arm,8,0,0\r\n");
     Position("right", "4,arm,-8,0,0\r\n");
@@ -111,21 +97,6 @@ TEST_F(Positions, AMoveOvertakesAnother) {
     Run(1);
     EXPECT_EQ(Shown(4, 'x'), -8);
     EXPECT_EQ(Shown(5, 'x'), 8);
-}
-
-TEST_F(Positions, FastMoveArrivesInTheNextFrame) {
-    Position("sit", "4,arm,3,0,0\r\n");
-    Position("reach", "4,arm,10,1,0\r\n46,xyz,0.5,0,0\r\n");
-    ReadPositionFolder();
-    LoadPositionFromFile("sit");
-    Run(1);
-    ExecutePosFast("reach");
-    EXPECT_EQ(ActualPosition, "sit.txt");
-    Frame(0.001);
-    EXPECT_EQ(TargetTimeSEC, -1.0);
-    EXPECT_EQ(Shown(4, 'x'), 10);
-    EXPECT_EQ(Shown(4, 'y'), 1);
-    EXPECT_EQ(Shown(46, 'x'), 0.5);
 }
 
 TEST_F(Positions, APresetMovesTheFingersOfOneHand) {
@@ -154,29 +125,6 @@ TEST_F(Positions, APresetMovesTheFingersOfOneHand) {
             EXPECT_EQ(Shown(i, 'y'), i >= preset.first && i <= preset.last ? 5 : 1)
                 << preset.gender << " " << preset.file << " channel " << i;
     }
-}
-
-TEST_F(Positions, AMalformedLineIsDroppedAlone) {
-    Position("odd", "4,arm,1,1,1\r\n"
-                    "47,beyond,9,9,9\r\n"
-                    "-1,before,9,9,9\r\n"
-                    "99999999999,beyond,9,9,9\r\n"
-                    "arm,4,9,9,9\r\n"
-                    "5,arm,9,9\r\n"
-                    "6,arm,9,nine,9\r\n"
-                    "7,arm,9,\"1,5\",9\r\n"
-                    "46,xyz,,,\r\n"
-                    "\r\n"
-                    "8,finger,2,2,2\r\n");
-    ReadPositionFolder();
-    LoadPositionFromFile("odd");
-    const std::vector<std::string> log = simhost::TakeLogLines();
-    ASSERT_EQ(log.size(), 8U);
-    EXPECT_NE(log[5].find("custom/positions-w/odd.txt line 7: y \"nine\""), std::string::npos) << log[5];
-    Run(1);
-    EXPECT_EQ(Shown(4, 'x'), 1);
-    EXPECT_EQ(Shown(8, 'z'), 2);
-    for (int i : {5, 6, 7, 46}) EXPECT_EQ(Shown(i, 'x'), 0);
 }
 
 TEST_F(Positions, WhatCannotBeReadMovesNothing) {

@@ -1,8 +1,6 @@
 // Published datarefs as other plug-ins and the speech server use them.
 #include "frame/datarefs.h"
 
-#include "simhost/plugins.h"
-#include "tests/log_lines.h"
 #include "tests/plugin_folder.h"
 
 namespace {
@@ -45,46 +43,6 @@ TEST_F(Datarefs, StringsCarryTheirTerminatorOverTheInterface) {
     EXPECT_EQ(Write(handle, "x", 0, 1), "") << "the one byte is the terminator";
     Write(handle, std::string("ab\0", 3), 0, 3);
     EXPECT_EQ(Write(handle, "", 0, 0), "");
-}
-
-TEST_F(Datarefs, AnExistingNameIsRefusedAndTheOldOneWorksOn) {
-    const XPLMDataRef first = CreateDrf_Int("test/number", 5);
-    simhost::TakeLogLines();
-    EXPECT_EQ(CreateDrf_Float("test/number", 1.0F), nullptr);
-    EXPECT_EQ(CountNewLines({"CUSTOM DATAREF (float) ERROR (already exist): test/number"}), 1);
-    EXPECT_EQ(CreateDrf_String("sim/time/paused", ""), nullptr);
-    EXPECT_EQ(CountNewLines({"CUSTOM DATAREF (string) ERROR (already exist): sim/time/paused"}), 1);
-    EXPECT_EQ(DRFcounter, 1);
-    XPLMSetDatai(first, 7);
-    EXPECT_EQ(simhost::GetNumber("test/number"), 7);
-
-    UnregisterDrfs();
-    EXPECT_EQ(XPLMFindDataRef("test/number"), nullptr);
-    UnregisterDrfs();
-}
-
-TEST_F(Datarefs, TheTableRefusesTheThousandth) {
-    for (int i = 1; i <= 999; i++)
-        ASSERT_NE(CreateDrf_Float("test/f" + std::to_string(i), static_cast<float>(i)), nullptr) << i;
-    simhost::TakeLogLines();
-    EXPECT_EQ(CreateDrf_Float("test/f1000", 1.0F), nullptr);
-    EXPECT_EQ(CreateDrf_Int("test/f1001", 1), nullptr);
-    const auto lines = simhost::TakeLogLines();
-    EXPECT_EQ(CountLines(lines, {"(float)", "full", "test/f1000"}), 1);
-    EXPECT_EQ(CountLines(lines, {"(int)", "full", "test/f1001"}), 1);
-    EXPECT_EQ(XPLMFindDataRef("test/f1000"), nullptr);
-    EXPECT_EQ(simhost::GetNumber("test/f999"), 999);
-    EXPECT_EQ(simhost::GetNumber("test/f1"), 1);
-}
-
-TEST_F(Datarefs, TheBrowserIsToldOnlyWhileItIsThere) {
-    CreateDrf_Int("test/before", 0);
-    simhost::SwitchDatarefBrowser(true);
-    CreateDrf_Float("test/float", 0);
-    CreateDrf_String("test/text", "x");
-    CreateDrf_Int("test/before", 0); // refused: nothing to tell
-    EXPECT_EQ(simhost::TakeNamesToldToDatarefBrowser(),
-              (std::vector<std::string>{"test/float", "test/text"}));
 }
 
 TEST_F(Datarefs, ElementsOfArraysOutsideTheReachAreNotTouched) {
