@@ -104,9 +104,9 @@ sim.frames(1)
 check.list(sim.get("out/late"), {1, 1, 1, 6, 1, 1}, "an element of a late array")
 
 -- Limits hold, and what others write over is written again; the simulator's numbers may be none at all.
-for level, shown in pairs {[-1.75] = -1.5, [1e300] = 6, [2.5] = 2.5} do
-    sim.set("test/level", level)
-    expect {["out/int"] = shown < 0 and -1 or math.floor(shown), ["out/float"] = shown}
+for _, case in ipairs {{-1.75, -1.5, -1}, {1e300, 6, 6}, {2.5, 2.5, 2}} do
+    sim.set("test/level", case[1])
+    expect {["out/float"] = case[2], ["out/int"] = case[3]}
 end
 sim.set("out/float", 99)
 expect {["out/float"] = 2.5}
