@@ -1,6 +1,8 @@
 // Published datarefs as other plug-ins and the speech server use them.
 #include "frame/datarefs.h"
 
+#include <vector>
+
 #include "tests/plugin_folder.h"
 
 namespace {
@@ -54,12 +56,12 @@ TEST_F(Datarefs, ElementsOfArraysOutsideTheReachAreNotTouched) {
     SetElementf(floats, 15, 15.5F);
     for (int index : {-1, 8, 16, 1000000}) SetDRFf(floats, index, 99);
     for (int index : {-1, 16, 1000000}) SetElementf(floats, index, 99);
-    for (int i = 0; i < 20; i++)
-        EXPECT_EQ(simhost::GetNumber("test/floats", i), i == 7    ? 7.5
-                                                        : i == 15 ? 15.5
-                                                        : i == 17 ? 1.5
-                                                                  : 0)
-            << i;
+    std::vector<double> expected(20), found;
+    expected[7] = 7.5;
+    expected[15] = 15.5;
+    expected[17] = 1.5;
+    for (int i = 0; i < 20; i++) found.push_back(simhost::GetNumber("test/floats", i));
+    EXPECT_EQ(found, expected);
     EXPECT_EQ(GetDRFf(floats, 8), 0.0F);
     EXPECT_EQ(GetElementf(floats, 15), 15.5F);
     SetDRFi(ints, 3, 9);

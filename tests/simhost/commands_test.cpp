@@ -71,13 +71,9 @@ TEST_F(Commands, BeforeThenAfterAndBeforeCanEndIt) {
     XPLMUnregisterCommandHandler(command, Handle, 1, &early);
     XPLMCommandOnce(command);
     EXPECT_EQ(Taken().front(), "second begin");
-    for (XPLMCommandRef none : {XPLMCommandRef(nullptr)}) {
-        XPLMCommandOnce(none);
-        XPLMCommandBegin(none);
-        XPLMCommandEnd(none);
-        XPLMRegisterCommandHandler(none, Handle, 1, &early);
-        XPLMUnregisterCommandHandler(none, Handle, 1, &early);
-    }
+    for (const auto call : {XPLMCommandOnce, XPLMCommandBegin, XPLMCommandEnd}) call(nullptr);
+    for (const auto call : {XPLMRegisterCommandHandler, XPLMUnregisterCommandHandler})
+        call(nullptr, Handle, 1, &early);
     EXPECT_EQ(XPLMCreateCommand(nullptr, nullptr), nullptr);
 }
 

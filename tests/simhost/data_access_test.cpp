@@ -282,13 +282,9 @@ TEST_F(DataAccess, NumbersFromOutside) {
     EXPECT_EQ(GetNumber("t/ints", 3), 0);
     EXPECT_EQ(GetNumber("t/ints", -1), 0);
 
-    Owned owned{4, 1.5f, 0, {7, 8}, "abc"};
+    Owned owned{4, 1.5f, 0, {}, "abc"};
     Register("t/owned", xplmType_Int | xplmType_Float, 1, owned);
     EXPECT_EQ(GetNumber("t/owned"), 1.5) << "the finest type counts";
-    Register("t/elements", xplmType_IntArray, 1, owned);
-    EXPECT_TRUE(SetNumber("t/elements", 9, 1));
-    EXPECT_FALSE(SetNumber("t/elements", 9, 2));
-    EXPECT_EQ(owned.elements, (std::vector<int>{7, 9}));
     Register("t/words", xplmType_Data, 1, owned);
     EXPECT_EQ(GetText("t/words"), "abc");
     EXPECT_TRUE(SetText("t/words", "xy"));

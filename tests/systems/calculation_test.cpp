@@ -94,14 +94,12 @@ TEST_F(Calculation, Comparisons) {
 }
 
 TEST_F(Calculation, NotANumberIsUnequalToEverything) {
-    const char *const nan =
-        "out=N,double,,0,,,,,,,,0\nlogic:\ncalc=[S.D.H]*[S.D.H]\ncalc=[CBLOCK0]-[CBLOCK0]\n";
-    Load("sys=S\ndev=D\n" + Out("H", std::string(300, '9')) + nan + "dev=E\n");
+    const std::string nan =
+        "calc=[" + std::string(300, '9') + "]*[" + std::string(300, '9') + "]\ncalc=[CBLOCK0]-[CBLOCK0]\n";
     for (const char *line : {"[S.D.N]==[S.D.N]", "[S.D.N]!=[S.D.N]", "[S.D.N]>[0]", "[S.D.N]<[0]",
                              "[S.D.N]>=[0]", "[S.D.N]<=[0]", "[S.D.N]==[0;1]", "[S.D.N]!=[0;1]"}) {
         DeleteSystems();
-        Load("sys=S\ndev=D\n" + Out("H", std::string(300, '9')) + nan + Out("P") + "logic:\n" + line
-             + "\ncalc=[1]\n");
+        Load("sys=S\ndev=D\n" + Out("N") + "logic:\n" + nan + Out("P") + "logic:\n" + line + "\ncalc=[1]\n");
         Frame();
         EXPECT_EQ(Value("S.D.P") == 1, std::string(line).find("!=") != std::string::npos) << line;
     }
