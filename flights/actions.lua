@@ -74,14 +74,9 @@ local function time_of(sent, text)
     error("not said: " .. text, 2)
 end
 
-local function timed(phrase, seconds)
-    local _, sent = run(phrase, seconds)
-    return sent
-end
-
 -- ---- Speaking ----
 
-local sent = timed("sentences", 9)
+local _, sent = run("sentences", 9)
 local alpha = time_of(sent, "Alpha")
 check.near(time_of(sent, "Bravo") - alpha, 0.5 + 2, 2 * FRAME, "a sentence and a pause of 2 s")
 check.near(time_of(sent, "Charlie delta") - time_of(sent, "Bravo"), 0.5, FRAME, "a plain sentence")

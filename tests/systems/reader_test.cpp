@@ -1,9 +1,8 @@
 // Systems files as authors write them, with every kind of mistake: each is named in the log by file and
 // line, and everything around it stands.
 #include "systems/body_parser.h"
-#include "systems/saved_values.h"
 #include "tests/systems/model_folder.h"
-#include "voice/speech_link.h"
+#include "voice/phrases.h"
 
 namespace {
 

@@ -3,7 +3,6 @@
 
 #include <cmath>
 
-#include "frame/settings.h"
 #include "tests/systems/model_folder.h"
 #include "voice/speech_link.h"
 
