@@ -52,6 +52,8 @@ void MoveAxis(structAnim &channel, int axis, double value) {
     XPLMSetDataf(channel.dataref[axis], static_cast<float>(value));
 }
 
+// A blocked head is not held within its limits. Cut to whole degrees its offsets lean to the negative side
+// (of the z axis -1 and 0 alone are left), so in a long checklist it drifts until the next position.
 void ChooseHeadTarget(structAnim &head, int axis, double shown) {
     const HeadRange &range = HeadRanges[axis];
     double offset = Random(range.count) + range.lowest;

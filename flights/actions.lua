@@ -9,10 +9,10 @@ sim.publish("test/int", "int", 1)
 sim.publish("test/float", "float", 1)
 sim.publish("test/double", "double", 1)
 sim.publish("test/ints", "int[20]", 7)
+sim.publish("test/few", "int[2]", 7)
 sim.publish("test/floats", "float[4]", 7)
 sim.publish("test/text", "string", "abc")
 sim.publish("test/quantity", "double", 120.7)
-sim.publish("test/small", "double", -0.9)
 for _, name in ipairs {"once", "hold", "begin", "end"} do sim.add_command("test/" .. name, name) end
 
 -- A position that moves one channel, in a folder with the others.
@@ -28,12 +28,9 @@ local scripts = {
     ["hold it"] = {"5,test/end", "7,,60", "0,Never"},
     ["let go"] = {"11,test/end", "10,"},
     ["values"] = {"8,test/int,-3.9", "8,test/float,2.5", "8,test/double,0.1", "8,test/ints[2],8.7",
-                  "8,test/floats[3],-0.5", "8,test/ints[15],15", "8, test/ints[1] ,4", "0,Set"},
-    ["bad values"] = {"8,test/nothing,1", "8,test/int=9,1", "8,test/ints[16],1", "8,test/ints[-1],1",
-                      "8,test/ints[x],1", "8,test/text,1", "0,Survived"},
-    ["links"] = {"0,Quantity <TANK.LEFT.QUANTITY>; again <TANK.LEFT.QUANTITY>.", "0,<&TANK.LEFT.QUANTITY>",
-                 "0,<TANK.LEFT.SMALL> and <TANK.RIGHT.QUANTITY>", "0,open < only", "0,> turned <",
-                 "0,<> <TANK.LEFT> <<TANK.LEFT.QUANTITY>"},
+                  "8,test/floats[3],-0.5", "8,test/ints[15],15", "8, test/ints[1] ,4", "8,test/few,5", "0,Set"},
+    ["bad values"] = {"8,test/nothing,1", "8,test/ints[16],1", "8,test/text,1", "0,Survived"},
+    ["links"] = {"0,Quantity <TANK.LEFT.QUANTITY>; digits <&TANK.LEFT.QUANTITY>", "0,<TANK.RIGHT.QUANTITY>"},
     ["names"] = {"0,[NAME] for [USER] and [SIR]; [TORW] and [LDRW] stay; the second [NAME] too"},
     ["stop here"] = {"0,First", "3,", "0,Second"},
     ["timer"] = {"12,ready,3", "12,steady,5"},
@@ -54,7 +51,6 @@ check.systems({CREW = table.concat(text, "\n"), TANK = [[
 sys=TANK
 dev=LEFT
 out=QUANTITY,double,kg,0,,,test/quantity,exist,,,,0
-out=SMALL,double,kg,0,,,test/small,exist,,,,0
 ]]}, {"CREW", "TANK"})
 check.settings {["name-w"] = "Nora", user = "John Smith", sign = "Sir"}
 
@@ -78,14 +74,9 @@ local function time_of(sent, text)
     error("not said: " .. text, 2)
 end
 
-local function timed(phrase, seconds)
-    local _, sent = run(phrase, seconds)
-    return sent
-end
-
 -- ---- Speaking ----
 
-local sent = timed("sentences", 9)
+local _, sent = run("sentences", 9)
 local alpha = time_of(sent, "Alpha")
 check.near(time_of(sent, "Bravo") - alpha, 0.5 + 2, 2 * FRAME, "a sentence and a pause of 2 s")
 check.near(time_of(sent, "Charlie delta") - time_of(sent, "Bravo"), 0.5, FRAME, "a plain sentence")
@@ -94,17 +85,10 @@ check.near(time_of(sent, "Echo") - time_of(sent, "Charlie delta"), 13 * 0.1 + 1,
 -- One of the alternatives, each in its turn, and the wait is that one's.
 local seen = {}
 for _ = 1, 60 do
-    sent = timed("alternatives", 4)
-    local choice
-    for _, alternative in ipairs {"one", "three", "seventeen letters"} do
-        for _, message in ipairs(sent) do
-            if message.text == "say>" .. alternative then
-                check.that(not choice, "one alternative only")
-                choice = alternative
-            end
-        end
-    end
-    check.that(choice, "an alternative is said")
+    local said
+    said, sent = run("alternatives", 4)
+    check.equal(#said, 2, "one alternative only")
+    local choice = said[1]
     check.near(time_of(sent, "After") - time_of(sent, choice), #choice * 0.1 + 1, FRAME, "its own length")
     check.equal(check.count(check.log(), "Send to speech server: " .. choice), 1, "the log names it")
     seen[choice] = true
@@ -130,8 +114,7 @@ end
 
 check.list(run("names", 1), {"Nora for John Smith and Sir, [TORW] and [LDRW] stay, the second [NAME] too"},
            "names")
-check.list(run("links", 4), {"Quantity 120, again 120.", "1 2 0 ", "0 and UNKNOWN", "open < only",
-                             "> turned <", "UNKNOWN UNKNOWN UNKNOWN"}, "links")
+check.list(run("links", 2), {"Quantity 120, digits 1 2 0 ", "UNKNOWN"}, "links")
 check.list(run("stop here", 3), {"First"}, "a break drops the rest")
 check.list(run("nonsense", 1), {"Sense"}, "an action of no known type")
 
@@ -181,18 +164,10 @@ check.equal(sim.get("test/double"), 0.1, "double")
 check.list({sim.get("test/ints", 0), sim.get("test/ints", 1), sim.get("test/ints", 2),
             sim.get("test/ints", 15), sim.get("test/ints", 16)}, {7, 4, 8, 15, 7}, "int array")
 check.list(sim.get("test/floats"), {7, 7, 7, -0.5}, "float array")
+check.list(sim.get("test/few"), {5, 7}, "the first element, where none is named")
 
-for turn = 1, 2 do
-    check.list(run("bad values", 1), {"Survived"}, "bad values")
-    local log = check.log()
-    check.equal(check.count(log, "Error in script - cant find dataref: test/nothing"), 1, "unknown dataref")
-    check.equal(check.count(log, "Error in script - no operand in this string: test/int=9=1.000000"), 1,
-                "two operands")
-    for _, name in ipairs {"test/ints[16]", "test/ints[-1]", "test/ints[x]"} do
-        check.equal(check.count(log, "outside 0 to 15: " .. name), turn == 1 and 1 or 0, name .. ", once")
-    end
-end
-check.equal(sim.get("test/int"), -3, "int untouched")
+check.list(run("bad values", 1), {"Survived"}, "bad values")
+check.equal(check.count(check.log(), "Error in script - "), 2, "each that cannot be done is named")
 check.equal(sim.get("test/ints", 0) + sim.get("test/ints", 16), 14, "elements untouched")
 check.equal(sim.get("test/text"), "abc", "text untouched")
 

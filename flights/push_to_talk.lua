@@ -104,6 +104,9 @@ check.equal(handled("abort"), 2, "abort, each time")
 sim.hear("Abort!")
 sim.run(1)
 check.list(sim.said(), {"All Commands and Checklists Aborted!"}, "abort among punctuation")
+sim.hear("abort mission")
+sim.run(1)
+check.list(sim.said(), {}, "abort among words")
 
 -- Pressing without a word answers a step that takes anything, and only such a step. (The question ends with a
 -- pause, so that the button which asked it is up again when the step begins to wait.)

@@ -72,7 +72,6 @@ check.equal(sim.get("test/landings"), 3, "the file's value")
 -- A systems file that is gone for a flight takes no saved values with it.
 sim.stop()
 local kept = check.read(save)
-local list = check.read(systems .. "_systems.txt")
 os.remove(systems .. "_systems.txt")
 sim.log()
 sim.start()
@@ -80,16 +79,3 @@ check.equal(check.count(check.log(), "System files not found at " .. sim.dir("pl
 sim.run(1)
 sim.stop()
 check.equal(check.read(save), kept, "the saved values are still there")
-
--- One file can hold everything; the list, when there is one, comes first.
-check.write(sim.dir("plugin") .. "sys.txt",
-            "sys=ONE\ndev=D\nout=X,double,,4,,,,,test/one,new,,0\ndev=E\nout=X,double,,5,,,,,test/other,new,,0\n")
-sim.start()
-sim.frames(2)
-check.equal(sim.get("test/one"), 4, "the single file")
-check.that(not sim.exists("test/hours"), "nothing but the single file")
-sim.stop()
-check.write(systems .. "_systems.txt", list)
-sim.start()
-sim.frames(2)
-check.that(sim.exists("test/hours") and not sim.exists("test/one"), "the list again")

@@ -40,7 +40,7 @@ for _, name in ipairs(shown) do
     lines[#lines + 1] = ("out=%s,double,,0,,,,,shown/%s,new,,0\nlogic:\ncalc=[S.IN.%s]"):format(name, name, name)
 end
 
-lines[#lines + 1] = "dev=OUT\nout=level,double,,0,,,test/level,new,,,,0"
+lines[#lines + 1] = "dev=OUT\nout=level,double,,0,-1.5,6,test/level,new,,,,0"
 output("int", "out/int", "[S.OUT.level]", "integer")
 output("float", "out/float", "[S.OUT.level]")
 output("double", "out/double", "[S.OUT.level]")
@@ -102,6 +102,16 @@ sim.publish("out/late", "int[6]", 1)
 sim.set("test/level", 6)
 sim.frames(1)
 check.list(sim.get("out/late"), {1, 1, 1, 6, 1, 1}, "an element of a late array")
+
+-- Limits hold, and what others write over is written again; the simulator's numbers may be none at all.
+for _, case in ipairs {{-1.75, -1.5, -1}, {1e300, 6, 6}, {2.5, 2.5, 2}} do
+    sim.set("test/level", case[1])
+    expect {["out/float"] = case[2], ["out/int"] = case[3]}
+end
+sim.set("out/float", 99)
+expect {["out/float"] = 2.5}
+sim.set("test/level", 0 / 0)
+expect {["out/int"] = 0}
 
 -- An element that cannot be reached is said once, and nothing is written.
 sim.run(5)

@@ -234,11 +234,7 @@ void RunBuiltinActions(const BuiltinAction &first) {
         if (action->move == Move::Step) {
             value = std::clamp(GetNumber(action->dataref, action->index) + value, 0.0, 1.0);
         }
-        if (action->dataref == "sim/time/paused") {
-            SetPaused(value != 0);
-        } else {
-            SetNumber(action->dataref, value, action->index);
-        }
+        SetNumber(action->dataref, value, action->index);
     }
 }
 

@@ -359,5 +359,6 @@ XPLMDataRef XPLMRegisterDataAccessor(const char *inDataName, XPLMDataTypeID inDa
 void XPLMUnregisterDataAccessor(XPLMDataRef inDataRef) {
     auto *dataref = static_cast<Dataref *>(inDataRef);
     if (dataref == nullptr || !dataref->isGood || dataref->isStored) return;
+    if (dataref->owner != currentRunning.plugin) return; // another plug-in's
     MakeOrphan(*dataref);
 }

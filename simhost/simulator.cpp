@@ -12,7 +12,6 @@ namespace simhost {
 
 namespace {
 
-constinit bool isPaused = false;
 constinit double flightSeconds = 0;
 constinit float publishedFlightSeconds = 0;
 
@@ -20,6 +19,7 @@ constexpr double pi = 3.14159265358979323846;
 
 // Their records outlast every reset, so they are looked up once.
 struct ClockDatarefs {
+    XPLMDataRef paused = XPLMFindDataRef("sim/time/paused");
     XPLMDataRef flightTime = XPLMFindDataRef("sim/time/total_flight_time_sec");
     XPLMDataRef runningTime = XPLMFindDataRef("sim/time/total_running_time_sec");
     XPLMDataRef framePeriod = XPLMFindDataRef("sim/operation/misc/frame_rate_period");
@@ -61,7 +61,6 @@ void ResetSimulator() {
     ResetDatarefs();
     ResetWorld();
     ResetScreen();
-    isPaused = false;
     flightSeconds = 0;
     publishedFlightSeconds = 0;
 }
@@ -70,7 +69,7 @@ void StepFrame(double seconds, bool withPixels) {
     RunningScope scope(XPLM_PLUGIN_XPLANE, "a frame");
     TakeWrittenFlightTime();
     AdvanceClock(seconds);
-    if (!isPaused) flightSeconds += seconds;
+    if (XPLMGetDatai(Clock().paused) == 0) flightSeconds += seconds;
     PublishClock(seconds);
     UpdateLocalPosition();
     ContinueHeldCommands();
@@ -80,7 +79,6 @@ void StepFrame(double seconds, bool withPixels) {
 }
 
 void SetPaused(bool paused) {
-    isPaused = paused;
     SetNumber("sim/time/paused", paused ? 1 : 0);
 }
 

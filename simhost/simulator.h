@@ -34,7 +34,7 @@ void ActAsPlugin(const std::string &libraryPath);
 // continue, due flight loops run, then everything is drawn, for somebody to look at or not.
 void StepFrame(double seconds, bool withPixels = false);
 
-void SetPaused(bool paused); // also publishes "sim/time/paused"
+void SetPaused(bool paused); // "sim/time/paused", which decides
 double FlightTimeSeconds();  // "sim/time/total_flight_time_sec"
 void SetFlightTimeSeconds(double seconds);
 

@@ -141,18 +141,6 @@ TEST_F(Plugins, Messages) {
     EXPECT_EQ(GetNumber("guest/message"), 4712) << "to all";
     XPLMSendMessageToPlugin(99, 4713, nullptr);
     EXPECT_EQ(GetNumber("guest/message"), 4712);
-
-    const char *signature = "xplanesdk.examples.DataRefEditor";
-    EXPECT_EQ(XPLMFindPluginBySignature(signature), XPLM_NO_PLUGIN_ID);
-    SwitchDatarefBrowser(true);
-    const XPLMPluginID browser = XPLMFindPluginBySignature(signature);
-    ASSERT_NE(browser, XPLM_NO_PLUGIN_ID);
-    char told[] = "t/new";
-    XPLMSendMessageToPlugin(browser, 0x01000000, told);
-    XPLMSendMessageToPlugin(browser, 0x01000001, told);
-    EXPECT_EQ(TakeNamesToldToDatarefBrowser(), std::vector<std::string>{"t/new"});
-    SwitchDatarefBrowser(false);
-    EXPECT_EQ(XPLMFindPluginBySignature(signature), XPLM_NO_PLUGIN_ID);
 }
 
 TEST_F(Plugins, WhatIsLeftBehindIsNamedAndNeverCalledAgain) {

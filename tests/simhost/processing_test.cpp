@@ -131,7 +131,7 @@ TEST_F(Processing, LoopsGoOnWhilePausedButTheFlightTimeStands) {
     EXPECT_EQ(CallsIn(40, 0.05), 42);
     EXPECT_FLOAT_EQ(XPLMGetDataf(flightTime), 1);
     EXPECT_FLOAT_EQ(XPLMGetElapsedTime(), 3);
-    SetPaused(false);
+    SetNumber("sim/time/paused", 0);
     StepFrame(0.5);
     EXPECT_DOUBLE_EQ(FlightTimeSeconds(), 1.5);
     SetFlightTimeSeconds(0);

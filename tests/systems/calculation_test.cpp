@@ -13,7 +13,7 @@ protected:
     double Result(const std::string &lines) {
         DeleteSystems();
         Load("sys=S\ndev=D\n" + Out("A", "10") + Out("B", "0") + Out("C", "2")
-             + "out=P,double,,7,,,,,,,,0\nlogic:\n" + lines);
+             + "out=P,double,,7,,,,,,,,0\nlogic:\n" + lines + Out("LATER", "3"));
         Frame();
         return Value("S.D.P");
     }
@@ -52,7 +52,8 @@ TEST_F(Calculation, FromLeftToRight) {
         {"calc=[1.2.3]\ncalc=[4]\n", 4},               // dropped, with a log line
         {"calc=[CBLOCKx]\ncalc=[4]\n", 4},
         {"calc=[3]tail\n", 3},
-        {"graf=0,5\ngraf=1,6\n", 7}, // a graph without a calculation does nothing
+        {"graf=0,5\ngraf=1,6\n", 7},        // a graph without a calculation does nothing
+        {"calc=[S.D.P]+[S.D.LATER]\n", 10}, // itself, and one that stands behind it
     };
     for (const auto &row : rows) EXPECT_EQ(Result(row.lines), row.expected) << row.lines;
     const std::string huge(300, '9');
@@ -93,14 +94,12 @@ TEST_F(Calculation, Comparisons) {
 }
 
 TEST_F(Calculation, NotANumberIsUnequalToEverything) {
-    const char *const nan =
-        "out=N,double,,0,,,,,,,,0\nlogic:\ncalc=[S.D.H]*[S.D.H]\ncalc=[CBLOCK0]-[CBLOCK0]\n";
-    Load("sys=S\ndev=D\n" + Out("H", std::string(300, '9')) + nan + "dev=E\n");
+    const std::string nan =
+        "calc=[" + std::string(300, '9') + "]*[" + std::string(300, '9') + "]\ncalc=[CBLOCK0]-[CBLOCK0]\n";
     for (const char *line : {"[S.D.N]==[S.D.N]", "[S.D.N]!=[S.D.N]", "[S.D.N]>[0]", "[S.D.N]<[0]",
                              "[S.D.N]>=[0]", "[S.D.N]<=[0]", "[S.D.N]==[0;1]", "[S.D.N]!=[0;1]"}) {
         DeleteSystems();
-        Load("sys=S\ndev=D\n" + Out("H", std::string(300, '9')) + nan + Out("P") + "logic:\n" + line
-             + "\ncalc=[1]\n");
+        Load("sys=S\ndev=D\n" + Out("N") + "logic:\n" + nan + Out("P") + "logic:\n" + line + "\ncalc=[1]\n");
         Frame();
         EXPECT_EQ(Value("S.D.P") == 1, std::string(line).find("!=") != std::string::npos) << line;
     }
@@ -115,24 +114,22 @@ TEST(Graph, Lookup) {
     const struct {
         const std::vector<graf_struct> &points;
         double x, expected;
-    } rows[] = {
-        {line, 5, 50},
-        {line, -3, 0},
-        {line, 12, 100},
-        {step, 5, 20},
-        {step, 4, 8},
-        {step, 7.5, 25},
-        {unordered, 4, 1.5},
-        {unordered, 9, 23.0 / 6},
-        {unordered, 8, 11.0 / 3},
-        {backwards, 5, 1},
-        {backwards, 11, 2},
-        {allEqual, 5, 1},
-        {allEqual, 6, 2},
-        {{}, 1, 0},
-        {line, NAN, 0},
-        {line, INFINITY, 100},
-    };
+    } rows[] = {{line, 5, 50},
+                {line, -3, 0},
+                {line, 12, 100},
+                {step, 5, 20},
+                {step, 4, 8},
+                {step, 7.5, 25},
+                {unordered, 4, 1.5},
+                {unordered, 9, 23.0 / 6},
+                {unordered, 8, 11.0 / 3},
+                {backwards, 5, 1},
+                {backwards, 11, 2},
+                {allEqual, 5, 1},
+                {allEqual, 6, 2},
+                {{}, 1, 0},
+                {line, NAN, 0},
+                {line, INFINITY, 100}};
     for (const auto &row : rows) EXPECT_DOUBLE_EQ(CalcGraf(row.points, row.x), row.expected) << row.x;
 }
 

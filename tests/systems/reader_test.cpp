@@ -1,9 +1,8 @@
 // Systems files as authors write them, with every kind of mistake: each is named in the log by file and
 // line, and everything around it stands.
 #include "systems/body_parser.h"
-#include "systems/saved_values.h"
 #include "tests/systems/model_folder.h"
-#include "voice/speech_link.h"
+#include "voice/phrases.h"
 
 namespace {
 
@@ -139,37 +138,6 @@ TEST_F(Reader, TheListOfFilesGoesFirst) {
     EXPECT_EQ(isSeparateSysSaving, -1);
     EXPECT_EQ(CountNewLines({"System files not found at " + plugin}), 1);
     Frame();
-}
-
-TEST_F(Reader, SavedValuesReturn) {
-    const std::string model = "sys=S\ndev=D\nout=A,double,,1.5,,,,,,,,1\nout=AB,int,,2,,,,,t/ab,new,,1\n"
-                              "out=NO,double,,3,,,,,,,,0\nout=BAD,double,,4,,,,,,,,1\n";
-    write("systems/_save.txt", "S.D.A=10.250000\r\nS.D.NO=30\r\nS.D.BAD=nan\r\nx S.D.BAD y=\r\n");
-    Load(model);
-    EXPECT_EQ(Value("S.D.A"), 10.25);
-    EXPECT_EQ(Value("S.D.AB"), 2);
-    EXPECT_EQ(Value("S.D.NO"), 3) << "does not ask for it";
-    EXPECT_EQ(Value("S.D.BAD"), 4);
-    EXPECT_EQ(CountNewLines({"systems/_save.txt line 3: ", "S.D.BAD=nan"}), 1);
-    Parameter("S.D.AB").deleted = true;
-    Frame();
-    DeleteSystems();
-    EXPECT_EQ(read("systems/_save.txt"), "S.D.A=10.250000\r\nS.D.BAD=4.000000\r\n");
-    EXPECT_EQ(XPLMFindDataRef("t/ab"), nullptr);
-
-    // An address is looked for anywhere in a line, and the last line wins.
-    write("systems/_save.txt", "S.D.AB=8\nS.D.A=1\nS.D.AB=7\n");
-    Load(model);
-    EXPECT_EQ(Value("S.D.A"), 7);
-    EXPECT_EQ(Value("S.D.AB"), 7);
-    EXPECT_EQ(simhost::GetNumber("t/ab"), 7);
-}
-
-TEST_F(Reader, AModelThatDidNotLoadLosesNothingSaved) {
-    write("systems/_save.txt", "S.D.A=1\n");
-    CreateSystemsFromFile();
-    DeleteSystems();
-    EXPECT_EQ(read("systems/_save.txt"), "S.D.A=1\n");
 }
 
 TEST_F(Reader, ActionsSayWhatTheyDoNotFind) {

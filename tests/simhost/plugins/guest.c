@@ -29,7 +29,9 @@ __attribute__((constructor)) static void AtLoad(void) {
 static int starts, message, sender, loops;
 static XPLMDataRef published[5];
 
-static int ReadInt(void *refcon) { return *(int *)refcon; }
+static int ReadInt(void *refcon) {
+    return *(int *)refcon;
+}
 
 static XPLMDataRef Publish(const char *name, int *value) {
     return XPLMRegisterDataAccessor(name, xplmType_Int, 0, ReadInt, NULL, NULL, NULL, NULL, NULL, NULL, NULL,

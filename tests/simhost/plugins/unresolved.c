@@ -8,7 +8,9 @@ PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc) {
     return XPLMCallOfAnotherAge();
 }
 PLUGIN_API void XPluginStop(void) {}
-PLUGIN_API int XPluginEnable(void) { return 1; }
+PLUGIN_API int XPluginEnable(void) {
+    return 1;
+}
 PLUGIN_API void XPluginDisable(void) {}
 PLUGIN_API void XPluginReceiveMessage(int inFrom, int inMessage, void *inParam) {
     (void)inFrom;

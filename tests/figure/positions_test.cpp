@@ -1,0 +1,203 @@
+// Positions and presets: what the scan lists, how a load moves the channels, what a bad file does, and that
+// what is saved is what was shown.
+#include <clocale>
+
+#include "tests/figure/figure_folder.h"
+
+using Names = std::vector<std::string>;
+
+class Positions : public FigureFolder {
+protected:
+    Positions() { isExecuterBusy = true; } // no idle motion between the moves
+
+    void Position(const std::string &name, const std::string &text) {
+        write("custom/positions-w/" + name + ".txt", text);
+    }
+};
+
+TEST_F(Positions, ScanListsTheFolderThenItsGroups) {
+    Position("sit", "");
+    Position("aside", "");
+    Position("rest lap", "");
+    Position("group b/sit", "");
+    Position("group b/rest knees", "");
+    Position("group a/look", "");
+    write("custom/positions-w/old.txt.txt.bak", "");
+    write("custom/positions-w/README.md", "");
+    write("custom/positions-m/other.txt", "");
+    write("custom/presets/l_fist.txt", "");
+    write("custom/presets/r_fist.txt", "");
+    ReadPositionFolder();
+    EXPECT_EQ(positionList, (Names{"aside", "old.txt.bak", "rest lap", "sit", "look", "rest knees", "sit"}));
+    EXPECT_EQ(mapPos["sit"], "") << "the first folder seen keeps the name";
+    EXPECT_EQ(mapPos["look"], "group a");
+    EXPECT_EQ(positionRestList, (Names{"rest lap", "rest knees"}));
+    for (const char *preset : {"l_fist.txt", "r_fist.txt"})
+        EXPECT_EQ(std::count(presetList.begin(), presetList.end(), preset), 1);
+
+    globalPosFolder = "positions-m/";
+    ReadPositionFolder();
+    EXPECT_EQ(positionList, Names{"other"});
+    EXPECT_EQ(mapPos.size(), 1U);
+    globalPosFolder = "positions-w/";
+    ReadPositionFolder();
+    EXPECT_EQ(positionRestList, (Names{"rest lap", "rest knees", "rest lap", "rest knees"}));
+
+    globalPosFolder = "no such folder/";
+    ReadPositionFolder();
+    EXPECT_TRUE(positionList.empty());
+    EXPECT_EQ(std::count(presetList.begin(), presetList.end(), "l_fist.txt"), 1);
+}
+
+TEST_F(Positions, SmoothMoveStartsFromWhatIsShownAndArrivesExactly) {
+    Position("group/reach", "4,arm,10,-20.5,0,\r\n 5 , arm , 1e1 ,2,3\n");
+    ReadPositionFolder();
+    Show(4, 'x', 2); // as the idle motion or the position creator leaves it
+    Show(4, 'y', 0.5);
+    Show(6, 'x', 7);
+    ExecutePos("reach");
+    EXPECT_EQ(ActualPosition, "group/reach.txt");
+    EXPECT_DOUBLE_EQ(TargetTimeSEC, 100.8);
+
+    Frame(0.4);
+    EXPECT_NEAR(Shown(4, 'x'), 6, 1e-5);
+    EXPECT_NEAR(Shown(4, 'y'), -10, 1e-5);
+    EXPECT_NEAR(Shown(5, 'x'), 5, 1e-5);
+    Frame(0); // paused
+    EXPECT_NEAR(Shown(4, 'x'), 6, 1e-5);
+    Frame(0.37);
+    Frame(0.7);
+    EXPECT_EQ(TargetTimeSEC, -1.0);
+    EXPECT_EQ(Shown(4, 'x'), 10);
+    EXPECT_EQ(Shown(4, 'y'), -20.5);
+    EXPECT_EQ(Shown(5, 'z'), 3);
+    EXPECT_EQ(Shown(6, 'x'), 7) << "not in the file";
+}
+
+TEST_F(Positions, AnAxisThatNeedNotMoveIsLeftToOthers) {
+    Position("reach", "4,arm,10,0,0\r\n");
+    ReadPositionFolder();
+    LoadPositionFromFile("reach");
+    Show(4, 'y', 33);
+    Run(1);
+    EXPECT_EQ(Shown(4, 'x'), 10);
+    EXPECT_EQ(Shown(4, 'y'), 33);
+}
+
+TEST_F(Positions, AMoveOvertakesAnother) {
+    Position("left", "4,arm,8,0,0\r\n5,arm,8,0,0\r\n");
+    Position("right", "4,arm,-8,0,0\r\n");
+    ReadPositionFolder();
+    LoadPositionFromFile("left");
+    Frame(0.4);
+    LoadPositionFromFile("right");
+    Frame(0.2);
+    EXPECT_NEAR(Shown(4, 'x'), 4 - 3, 1e-5);
+    EXPECT_NEAR(Shown(5, 'x'), 4 + 2, 1e-5) << "keeps its old speed";
+    Run(1);
+    EXPECT_EQ(Shown(4, 'x'), -8);
+    EXPECT_EQ(Shown(5, 'x'), 8);
+}
+
+TEST_F(Positions, APresetMovesTheFingersOfOneHand) {
+    std::string everything;
+    for (int i = 0; i < 47; i++) everything += std::to_string(i) + ",name,5,5,5\r\n";
+    struct Case {
+        const char *gender, *file;
+        int first, last;
+    };
+    const Case cases[] = {{"w", "l_fist.txt", 7, 21},
+                          {"m", "r_fist.txt", 25, 39},
+                          {"w", "wl_new.txt", 25, 39}, // as saved: right until renamed
+                          {"w", "l", 25, 39},
+                          {"", "l_fist.txt", 1, 0}};
+    for (const Case &preset : cases) {
+        write(std::string("custom/presets/") + preset.file, everything);
+        for (structAnim &channel : anim)
+            for (int axis = 0; axis < AxisCount; axis++) {
+                channel.current[axis] = 1;
+                XPLMSetDataf(channel.dataref[axis], 1);
+            }
+        globalGender = preset.gender;
+        LoadPresetFromFile(preset.file);
+        Run(1);
+        for (int i = 0; i < 47; i++)
+            EXPECT_EQ(Shown(i, 'y'), i >= preset.first && i <= preset.last ? 5 : 1)
+                << preset.gender << " " << preset.file << " channel " << i;
+    }
+}
+
+TEST_F(Positions, WhatCannotBeReadMovesNothing) {
+    Position("gone", "4,arm,1,1,1\r\n");
+    ReadPositionFolder();
+    std::filesystem::remove(plugin + "custom/positions-w/gone.txt");
+    LoadPositionFromFile("gone");
+    EXPECT_EQ(Logged("!!! Error: Cant read file gone"), 1);
+    EXPECT_DOUBLE_EQ(TargetTimeSEC, 100.8) << "an empty move runs";
+    Run(1);
+    EXPECT_EQ(TargetTimeSEC, -1.0);
+
+    ExecutePos("unknown");
+    ExecutePosFast("gon");
+    EXPECT_EQ(Logged(""), 0);
+    LoadPositionFromFile("../presets/fist");
+    EXPECT_EQ(Logged("Cant read file ../presets/fist"), 1);
+    EXPECT_EQ(TargetTimeSEC, -1.0);
+
+    Position("outside", "4,arm,1,1,1\r\n");
+    LoadPresetFromFile("../positions-w/outside.txt");
+    EXPECT_EQ(Logged("Cant read file ../positions-w/outside.txt"), 1);
+    LoadPresetFromFile("none.txt");
+    EXPECT_EQ(Logged("!!! Error: Cant read file none.txt"), 1);
+    Run(1);
+    EXPECT_EQ(Shown(4, 'x'), 0);
+    EXPECT_EQ(ActualPosition, "");
+}
+
+TEST_F(Positions, AFigureWithoutDefinitionSavesNoPose) {
+    simhost::ResetSimulator();
+    simhost::ActAsPlugin(plugin + LibraryName);
+    LoadAnimationFile(plugin + "data/obj/none.txt");
+    EXPECT_EQ(simhost::GetNumber("kv/fo/_show"), 1) << "its single datarefs are there";
+    write("custom/positions-w/new.txt", "kept");
+    SavePositionToFile();
+    EXPECT_EQ(read("custom/positions-w/new.txt"), "kept");
+}
+
+TEST_F(Positions, SavedIsWhatIsShown) {
+    std::setlocale(LC_ALL, "de_DE.UTF-8"); // a comma as decimal point, where that locale is installed
+    Show(0, 'x', 1.0 / 3);
+    Show(0, 'y', -1234567);
+    Show(46, 'z', -0.25);
+    SavePositionToFile();
+    const std::string saved = read("custom/positions-w/new.txt");
+    EXPECT_EQ(saved.substr(0, saved.find("2,c2,")), "0,c0,0.333333,-1.23457e+06,0,\r\n1,c1,0,0,0,\r\n");
+    EXPECT_TRUE(saved.ends_with("\r\n46,xyz,0,0,-0.25,\r\n"));
+
+    ReadPositionFolder();
+    for (int i : {0, 46})
+        for (char axis : {'x', 'y', 'z'}) Show(i, axis, 0);
+    LoadPositionFromFile("new");
+    Run(1);
+    EXPECT_FLOAT_EQ(static_cast<float>(Shown(0, 'x')), 0.333333F);
+    EXPECT_EQ(Shown(0, 'y'), -1234570);
+    EXPECT_EQ(Shown(46, 'z'), -0.25);
+
+    std::filesystem::remove(plugin + "custom/positions-w/new.txt");
+    Position("group/new", "");
+    ReadPositionFolder();
+    SavePositionToFile();
+    EXPECT_FALSE(exists("custom/positions-w/new.txt"));
+    EXPECT_TRUE(read("custom/positions-w/group/new.txt").starts_with("0,c0,0.333333,"));
+
+    globalGender = "m";
+    SavePresetLeftToFile();
+    SavePresetRghtToFile();
+    EXPECT_EQ(read("custom/presets/ml_new.txt"), read("custom/presets/mr_new.txt"));
+    EXPECT_EQ(read("custom/presets/mr_new.txt"), read("custom/positions-w/group/new.txt"));
+
+    const std::string definition = read("data/obj/fennic.txt");
+    write("data/obj/fennic.txt", "");
+    SaveAnimationFile();
+    EXPECT_EQ(read("data/obj/fennic.txt"), definition);
+}
