@@ -54,15 +54,15 @@ function overlay.click(text, above)
     sim.frames(1)
 end
 
--- The window that takes the clicks lies around the list.
-function overlay.check_window()
+-- The window that takes the clicks lies around the list, of which so many lines are above the screen.
+function overlay.check_window(cut)
     local x, y = overlay.place()
     local windows = sim.windows()
     check.equal(#windows, 1, "windows")
     local window = windows[1]
     check.list({window.left, window.bottom, window.right}, {x - 50, y, x + 200}, "the window's place")
     local _, lines = overlay.picture():gsub("\n", "")
-    check.equal(window.top - window.bottom, lines * LINE + 30, "the window's height")
+    check.equal(window.top - window.bottom, (lines + (cut or 0)) * LINE + 30, "the window's height")
 end
 
 return overlay

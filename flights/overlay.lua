@@ -1,0 +1,190 @@
+-- What the first officer shows on the screen: what she said, what she waits for, what can be called; and how
+-- the list is unfolded, dragged, hidden, and fitted to a small screen.
+local check = require "lib.check"
+local overlay = require "lib.overlay"
+
+check.systems {CREW = [[
+sys=CREW
+dev=TALK
+out=COUNT,execute,,0,,,,,,,,0
+logic:
+instring=count
+execute=0,One,0
+execute=0,Two,0
+execute=0,Three,0
+execute=0,Four,0
+devstack=QUESTION
+out=ASK,execute,,0,,,,,,,,0
+logic:
+instring=ask me
+execute=0,Ready?,0
+out=ANSWER,execute,,0,,,,,,,,0
+logic:
+instring=yes
+||
+instring=in a minute
+execute=0,And now?,0
+execute=7,,1
+out=OPEN,execute,,0,,,,,,,,0
+logic:
+instring=any
+execute=0,Thank you,0
+dev=PROCEDURES
+out=LIST,integer,,0,,,,,,,,0
+logic:
+execute=9,count,0
+execute=9,ask me,0
+dev=CHECKLISTS
+out=LIST,integer,,0,,,,,,,,0
+logic:
+execute=9,taxi,0
+]]}
+
+local function check_picture(expected, what)
+    check.equal(overlay.picture(), expected:gsub("|", "\n"), what)
+    if expected ~= "" then overlay.check_window() end
+end
+local function say(phrase)
+    sim.hear(phrase)
+    sim.run(3)
+end
+
+sim.start()
+check.list(sim.screen_text(), {}, "before the first frame")
+sim.run(3.5)
+
+-- ---- What she says and waits for ----
+
+local GROUPS = "CHECKLISTS (1)|PROCEDURES (2)|EXPECTED ANSWERS:|"
+check_picture(GROUPS .. "  ...|FENNIC ANNOUNCES:||||(MOVABLE)|", "at rest")
+check.list({overlay.place()}, {1920 / 2 - 50, 10}, "in the middle")
+say("count")
+check_picture(GROUPS .. "  ...|FENNIC ANNOUNCES:|  Four|  Three|  Two|(MOVABLE)|", "the newest on top, three at most")
+say("ask me")
+check_picture(GROUPS .. "  in a minute|  yes|FENNIC ANNOUNCES:|  Ready?|  Four|  Three|(MOVABLE)|", "answers")
+local answers = {heading = overlay.colour("EXPECTED ANSWERS:"), answer = overlay.colour("yes"),
+                 spoken = overlay.colour("Ready?"), group = overlay.colour("PROCEDURES (2)")}
+check.equal(answers.group, answers.heading, "all headings in one colour")
+check.that(answers.heading ~= answers.answer and answers.answer ~= answers.spoken
+           and answers.spoken ~= answers.heading, "headings, answers and what she said look different")
+
+-- The highlighted answer pulses, and it alone.
+sim.tap("kv/fennic/select")
+sim.run(0.6)
+local pulse = {}
+for i = 1, 150 do
+    sim.frames(1)
+    check.equal(overlay.colour("in a minute"), answers.answer, "the other answer")
+    pulse[i] = {wave = sim.get("sim/graphics/animation/sin_wave_2"), blue = overlay.line("yes").b}
+end
+table.sort(pulse, function(a, b) return a.wave < b.wave end)
+for i = 2, #pulse do check.that(pulse[i].blue >= pulse[i - 1].blue, "the pulse follows the simulator's wave") end
+check.that(pulse[#pulse].blue - pulse[1].blue > 0.5, "the pulse can be seen")
+
+say("yes")
+check_picture(GROUPS .. "  ... any|FENNIC ANNOUNCES:|  And now?|  Ready?|  Four|(MOVABLE)|", "any answer")
+say("whatever")
+
+-- ---- Unfolding ----
+
+local REST = "EXPECTED ANSWERS:|  ...|FENNIC ANNOUNCES:|  Thank you|  And now?|  Ready?|(MOVABLE)|"
+overlay.click("PROCEDURES (2)")
+check_picture("CHECKLISTS (1)|PROCEDURES (2)|  ask me|  count|" .. REST, "unfolded")
+sim.run(9.8)
+check.that(overlay.line("count"), "ten seconds are not over")
+local plain = overlay.colour("ask me")
+overlay.click("count")
+check.that(overlay.colour("count") ~= plain and overlay.colour("ask me") == plain, "the called item is highlighted")
+local REST_COUNTED = REST:gsub("Thank.*Ready%?", "Four|  Three|  Two")
+sim.run(9.8)
+check.that(overlay.line("count"), "each click starts the ten seconds again")
+sim.run(0.4)
+check.that(not overlay.line("count"), "folded by itself")
+overlay.click("PROCEDURES (2)")
+overlay.click("CHECKLISTS (1)")
+check_picture("CHECKLISTS (1)|  taxi|PROCEDURES (2)|" .. REST_COUNTED, "one group at a time")
+overlay.click("CHECKLISTS (1)")
+check_picture("CHECKLISTS (1)|PROCEDURES (2)|" .. REST_COUNTED, "folded by a second click")
+overlay.click("CHECKLISTS (1)")
+sim.new_flight()
+sim.run(10.1)
+check.that(not overlay.line("taxi"), "folded in a new flight")
+
+-- ---- Where a click counts ----
+
+-- From 2 pixels below a line to 17 above; a line is looked for from below.
+local title = overlay.line("CHECKLISTS (1)").y
+local x = overlay.place()
+for dy, counts in pairs {[-3] = false, [-2] = false, [3] = true, [17] = true, [18] = false} do
+    sim.click(x, title + dy)
+    sim.frames(1)
+    check.equal(overlay.line("taxi") ~= nil, counts, dy .. " above the title's base")
+    if counts then overlay.click("CHECKLISTS (1)") end
+    if overlay.line("count") then overlay.click("PROCEDURES (2)") end
+end
+for dx, counts in pairs {[-51] = false, [-49] = true, [199] = true, [201] = false} do
+    sim.click(x + dx, title + 5)
+    sim.frames(1)
+    check.equal(overlay.line("taxi") ~= nil, counts, dx .. " from the list's place")
+    if counts then overlay.click("CHECKLISTS (1)") end
+end
+
+-- ---- Dragging ----
+
+local function drag(from, to)
+    sim.mouse_down(table.unpack(from))
+    sim.mouse_drag((from[1] + to[1]) // 2, (from[2] + to[2]) // 2)
+    sim.frames(1)
+    sim.mouse_drag(table.unpack(to))
+    sim.frames(1)
+    sim.mouse_up(table.unpack(to))
+    sim.frames(1)
+end
+drag({900, 15}, {500, 415})
+check.list({overlay.place()}, {x - 400, 410}, "dragged")
+overlay.check_window()
+sim.click(x, title + 5)
+sim.frames(1)
+check.that(not overlay.line("taxi"), "a click where it was")
+overlay.click("CHECKLISTS (1)")
+check.that(overlay.line("taxi"), "a click where it is")
+overlay.click("CHECKLISTS (1)")
+
+-- The screen's edges hold it.
+drag({500, 415}, {500, 1079})
+check.list({overlay.place()}, {x - 400, 1080 - 100}, "the upper edge")
+drag({500, 1000}, {-100, 1000})
+check.list({overlay.place()}, {35, 980}, "the left edge")
+
+-- ---- Screens ----
+
+for _, screen in ipairs {{640, 400, 35, 300, 2}, {1, 1, -9, -99, 2}, {1920, 1080, 35, 10, 0}} do
+    sim.screen(screen[1], screen[2])
+    sim.frames(2)
+    check.list({overlay.place()}, {screen[3], screen[4]}, "a screen of " .. screen[1])
+    overlay.check_window(screen[5])
+end
+
+-- ---- Hidden ----
+
+local function check_hidden(what)
+    check_picture("", what)
+    check.equal(#sim.windows(), 0, what .. ", no window")
+end
+local shown = overlay.picture()
+sim.tap("kv/fennic/widget")
+sim.frames(1)
+check_hidden("hidden by the command")
+sim.tap("kv/fennic/widget")
+sim.frames(1)
+check_picture(shown, "shown again")
+sim.publish("kv/fennic_kill", "int", 0)
+sim.restart()
+sim.run(4)
+check_picture(GROUPS .. "  ...|FENNIC ANNOUNCES:||||(MOVABLE)|", "a new start")
+sim.set("kv/fennic_kill", 1)
+sim.frames(1)
+check_hidden("switched off")
+sim.set("kv/fennic_kill", 0)
+sim.frames(1)
+check_picture(GROUPS .. "  ...|FENNIC ANNOUNCES:||||(MOVABLE)|", "switched on")
