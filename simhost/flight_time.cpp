@@ -56,8 +56,8 @@ int VirtualReality(Call &call) {
 }
 
 int Screen(Call &call) {
-    const int width = static_cast<int>(call.Integer(1, "w", 100, 16384));
-    const int height = static_cast<int>(call.Integer(2, "h", 100, 16384));
+    const int width = static_cast<int>(call.Integer(1, "w", 1, 16384));
+    const int height = static_cast<int>(call.Integer(2, "h", 1, 16384));
     SetScreenSize(width, height);
     return 0;
 }

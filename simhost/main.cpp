@@ -42,7 +42,7 @@ template <typename Number> bool ReadWhole(std::string_view text, Number &number)
 bool ReadScreen(std::string_view text, int &width, int &height) {
     const size_t cross = text.find('x');
     return cross != std::string_view::npos && ReadWhole(text.substr(0, cross), width)
-           && ReadWhole(text.substr(cross + 1), height) && width >= 100 && width <= 16384 && height >= 100
+           && ReadWhole(text.substr(cross + 1), height) && width >= 1 && width <= 16384 && height >= 1
            && height <= 16384;
 }
 
