@@ -97,11 +97,11 @@ int DrawAnswers(int y) {
 int DrawGroup(const input_struct &group, int y) {
     static std::string title; // kept for its memory
     if (unfoldedTitle == group.name) {
-        for (const std::string &item : group.texts) {
-            DrawText(item.c_str(), widgetOffsetX, y,
-                     item == LastCalledChklProcName ? CalledColour : ItemColour);
+        for (size_t i = group.texts.size(); i-- > 0; y += LineHeight) { // the first stands highest
+            const std::string &item = group.texts[i];
+            const Colour &colour = item == LastCalledChklProcName ? CalledColour : ItemColour;
+            DrawText(item.c_str(), widgetOffsetX, y, colour);
             AddToSelVector(item, y, false, false);
-            y += LineHeight;
         }
     }
     title.assign(group.name).append(" (").append(std::to_string(group.texts.size())).append(")");
