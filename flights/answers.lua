@@ -1,0 +1,217 @@
+-- A checklist answered without a word: with the select button alone, and with clicks on the list alone.
+local check = require "lib.check"
+local overlay = require "lib.overlay"
+
+local CLICK = "kv/fennic/click_snd"
+local SELECT = "kv/fennic/select"
+
+check.systems {CREW = [[
+sys=CREW
+dev=WATCH
+out=PHASE,integer,,0,,,test/phase,exist,,,,0
+dev=OFFER
+out=OFFER,integer,,0,,,,,,,,0
+logic:
+[CREW.WATCH.PHASE]==[1]
+execute=12,start checklist,60
+execute=12,not now,60
+dev=CHECKLISTS
+out=LIST,integer,,0,,,,,,,,0
+logic:
+execute=9,start checklist,0
+execute=9,abort,0
+devstack=START
+out=CALL,execute,,0,,,,,,,,0
+logic:
+instring=start checklist
+execute=0,Belts?,0
+out=BELTS,execute,,0,,,,,,,,0
+logic:
+instring=open
+execute=0,Standing by,0
+execute=3,,0
+logic:
+instring=locked
+||
+instring=fastened
+execute=0,Fuel?,0
+out=FUEL,execute,,0,,,,,,,,0
+logic:
+instring=both
+execute=0,Passengers?,0
+out=PASSENGERS,execute,,0,,,,,,,,0
+logic:
+instring=any
+execute=0,Complete,0
+]]}
+local BELTS = {"open", "locked", "fastened"}
+local ABORTED = "All Commands and Checklists Aborted!"
+
+-- The answers on the screen, from the first one up.
+local function answers()
+    local list, after = {}, nil
+    for _, text in ipairs(sim.screen_text()) do
+        if text.text == "EXPECTED ANSWERS:" then break end
+        if after then list[#list + 1] = text.text end
+        after = after or text.text == "FENNIC ANNOUNCES:"
+    end
+    return list
+end
+local function check_answers(expected, what)
+    sim.frames(2)
+    check.list(answers(), expected, what)
+end
+
+-- The highlighted answer is the one that pulses.
+local function highlighted()
+    local before, pulsing = {}, "none"
+    for _, text in ipairs(answers()) do before[text] = overlay.colour(text) end
+    sim.frames(5)
+    for _, text in ipairs(answers()) do
+        if before[text] ~= overlay.colour(text) then pulsing = text end
+    end
+    return pulsing
+end
+
+local function press(seconds)
+    sim.press(SELECT)
+    sim.run(seconds)
+    sim.release(SELECT)
+    sim.frames(1)
+end
+local function step_to(answer)
+    press(0.1)
+    sim.run(0.6)
+    check.equal(highlighted(), answer, "stepped")
+end
+local function hold(what)
+    press(0.4)
+    sim.run(1)
+    check.equal(highlighted(), "none", what)
+    return sim.said()
+end
+
+-- ---- Without the click's dataref ----
+
+-- Then a hold confirms nothing, but in one family of aircraft.
+local aircraft, isAboard = sim.dir("aircraft"), false
+local function start(file, description)
+    if isAboard then sim.stop() end
+    isAboard = true
+    os.execute("rm '" .. aircraft .. "'*.acf")
+    check.write(aircraft .. file, "PROPERTIES_BEGIN\nP acf/_descrip " .. description .. "\nPROPERTIES_END\n")
+    sim.start()
+    sim.run(3.5)
+    sim.said()
+    sim.log()
+end
+sim.publish("test/phase", "int", 0)
+for _, airliner in ipairs {false, true} do
+    start(airliner and "b738_4k.acf" or "Cessna_172SP.acf",
+          airliner and "Boeing 737-800X" or "Cessna 172 SP Skyhawk - 180HP")
+    sim.hear("start checklist")
+    sim.run(1)
+    press(0.1)
+    sim.run(0.6)
+    check.equal(highlighted(), "open", "a step")
+    press(0.4)
+    sim.run(1)
+    check.list(sim.said(), {"Belts?", airliner and "Standing by" or nil}, "a hold without the click's dataref")
+end
+
+-- ---- The button alone ----
+
+sim.publish(CLICK, "int", 0)
+start("Cessna_172SP.acf", "Cessna 172 SP Skyhawk - 180HP")
+local function offer()
+    sim.set("test/phase", 1)
+    sim.frames(1)
+    sim.set("test/phase", 2)
+end
+offer()
+check_answers({"start checklist", "not now"}, "she offers")
+check.list(hold("nothing is highlighted: the first answer"), {"Belts?"}, "held")
+check_answers({"not now", table.unpack(BELTS)}, "what was answered is offered no longer")
+local log = check.log()
+check.equal(check.count(log, "selectCommandAnswerIndex=0"), 1, "log")
+check.equal(check.count(log, "LastRecognition=answers[i]=start checklist"), 1, "log")
+
+-- Half a second passes from a press to its step; after the last answer comes the first.
+sim.press(SELECT)
+sim.run(0.1)
+sim.release(SELECT)
+sim.run(0.3)
+check.equal(highlighted(), "none", "not yet")
+sim.run(0.1)
+check.equal(highlighted(), "not now", "half a second after the press")
+for _, answer in ipairs {"open", "locked", "fastened", "not now", "open", "locked"} do step_to(answer) end
+check.list(hold("a hold takes the highlighted answer"), {"Fuel?"}, "held")
+check_answers({"not now", "both"}, "the next step")
+step_to("not now")
+step_to("both")
+
+-- The click is heard while the button is held: for a frame, after 0.3 s.
+sim.press(SELECT)
+local clicked = check.wait(1, function() return sim.get(CLICK) == 1 end, "the click")
+check.near(clicked, 0.3, 0.05, "the click")
+sim.frames(1)
+check.equal(sim.get(CLICK), 0, "the click is over")
+sim.run(1)
+check.list(sim.said(), {"Passengers?"}, "confirmed while the button is still held")
+sim.release(SELECT)
+sim.run(1)
+check.equal(sim.get(CLICK), 0, "no click at the release")
+check_answers({"not now"}, "any answer, and an offer")
+
+-- Stopped in the middle, with an answer highlighted.
+sim.tap("kv/fennic/stop")
+sim.hear("start checklist")
+sim.run(1)
+sim.said()
+step_to("not now")
+step_to("open")
+sim.tap("kv/fennic/stop")
+sim.run(1)
+check.list(sim.said(), {ABORTED}, "stopped")
+check_answers({"not now"}, "stopped")
+check.equal(highlighted(), "none", "stopped")
+
+-- ---- Clicks alone ----
+
+local function click(text, above)
+    overlay.click(text, above)
+    sim.run(1)
+    return sim.said()
+end
+start("Cessna_172SP.acf", "Cessna 172 SP Skyhawk - 180HP")
+check.list(click("..."), {}, "nobody has asked")
+offer()
+check_answers({"start checklist", "not now"}, "she offers")
+check.list(click("not now"), {}, "an answer that nobody waits for")
+check_answers({"start checklist", "not now"}, "a click takes no offer back")
+click("CHECKLISTS (2)")
+check.list(click("start checklist"), {"Belts?"}, "called")
+check.list(click("open", 19 - 15 * 4), {}, "below the answers")
+check.list(click("fastened", 19), {}, "19 pixels above the last answer")
+check.list(click("fastened", 17), {"Fuel?"}, "17 pixels above it")
+check.list(click("both"), {"Passengers?"}, "the second answer")
+check.list(click("not now"), {"Complete"}, "any answer")
+
+-- Any answer when nothing else is expected, and a stop from the list.
+sim.run(60)
+check_answers({"..."}, "the offers are over")
+click("CHECKLISTS (2)")
+check.list(click("start checklist"), {"Belts?"}, "called again")
+click("locked")
+check.list(click("abort"), {ABORTED}, "stopped from the list")
+check_answers({"..."}, "stopped")
+click("start checklist")
+check.list(click("open", -3), {}, "3 pixels below the first answer")
+check.list(click("open", -2), {"Standing by"}, "2 pixels below it")
+check_answers({"..."}, "broken off")
+click("start checklist")
+click("fastened")
+click("both")
+check_answers({"...", "any"}, "any answer")
+sim.said()
+check.list(click("any"), {"Complete"}, "any answer")
