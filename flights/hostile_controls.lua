@@ -38,7 +38,7 @@ dev=TALK
 out=SAY,execute,,0,,,,,,,,0
 logic:
 instring=say it
-execute=0,]] .. LONG .. [[,0
+execute=0,Said ]] .. LONG .. [[,0
 out=FIRST,execute,,0,,,,,,,,0
 logic:
 instring=first
@@ -87,13 +87,13 @@ end
 check.that(drawn > 50, "lines of the endless list: " .. drawn)
 sim.hear("say it")
 sim.run(1)
-check.list(sim.said(), {LONG}, "a long text")
-check.equal(overlay.line(LONG).y, 10 + 3 * 15, "on the screen")
+check.list(sim.said(), {"Said " .. LONG}, "a long text")
+check.equal(overlay.line("Said " .. LONG).y, 10 + 3 * 15, "on the screen")
 sim.screen(1, 1)
 sim.frames(2)
 sim.screen(1920, 1080)
 sim.frames(2)
-check.that(overlay.line(LONG), "after a screen of one pixel")
+check.that(overlay.line("Said " .. LONG), "after a screen of one pixel")
 phase(0)
 
 -- ---- Buttons pressed for nothing ----
