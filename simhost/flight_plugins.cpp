@@ -93,7 +93,7 @@ void TellNotes(const std::string &plugin) {
     if (LastLeftBehind().notes.size() > 2) {
         all.clear();
         for (const auto &[kind, count] : kinds) {
-            const size_t end = kind.find(" of ");
+            const size_t end = kind.rfind(" of");
             all += (all.empty() ? "" : ", ") + std::to_string(count) + " " + kind.substr(0, end)
                    + (count > 1 ? "s" : "");
         }
