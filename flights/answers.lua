@@ -15,6 +15,15 @@ logic:
 [CREW.WATCH.PHASE]==[1]
 execute=12,start checklist,60
 execute=12,not now,60
+devstack=NEWS
+out=ASK,execute,,0,,,,,,,,0
+logic:
+[CREW.WATCH.PHASE]==[3]
+execute=0,Any news?,0
+out=ANSWER,execute,,0,,,,,,,,0
+logic:
+instring=any
+execute=0,I see,0
 dev=CHECKLISTS
 out=LIST,integer,,0,,,,,,,,0
 logic:
@@ -185,6 +194,12 @@ local function click(text, above)
 end
 start("Cessna_172SP.acf", "Cessna 172 SP Skyhawk - 180HP")
 check.list(click("..."), {}, "nobody has asked")
+sim.set("test/phase", 3)
+sim.run(2)
+sim.set("test/phase", 2)
+sim.frames(2)
+check.list(sim.said(), {"Any news?"}, "an early click is no answer")
+check.list(click("any"), {"I see"}, "an answer")
 offer()
 check_answers({"start checklist", "not now"}, "she offers")
 check.list(click("not now"), {}, "an answer that nobody waits for")

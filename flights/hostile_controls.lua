@@ -13,7 +13,7 @@ sim.publish("test/phase", "int", 0)
 
 local menu = {"sys=MENU", "dev=ENDLESS"}
 for i = 1, PHRASES do
-    menu[#menu + 1] = "out=P" .. i .. ",execute,,0,,,,,,,,0\nlogic:\ninstring=phrase " .. i .. "\nexecute=0,Said " .. i .. ",0"
+    menu[#menu + 1] = ("out=P%d,execute,,0,,,,,,,,0\nlogic:\ninstring=phrase %d\nexecute=0,Said %d,0"):format(i, i, i)
 end
 local list = {"sys=LIST", "dev=" .. LONG, "out=LIST,integer,,0,,,,,,,,0", "logic:", "[LIST.W.PHASE]==[1]"}
 for i = 1, 300 do list[#list + 1] = "execute=9,item " .. i .. ",0" end

@@ -131,12 +131,14 @@ end
 
 -- ---- Dragging ----
 
-local function drag(from, to)
+-- Where it ends beyond an edge, so many lines stand above the screen.
+local function drag(from, to, cut)
     sim.mouse_down(table.unpack(from))
     sim.mouse_drag((from[1] + to[1]) // 2, (from[2] + to[2]) // 2)
     sim.frames(1)
     sim.mouse_drag(table.unpack(to))
     sim.frames(1)
+    if cut then overlay.check_window(cut) end -- before the button is let go
     sim.mouse_up(table.unpack(to))
     sim.frames(1)
 end
@@ -151,9 +153,9 @@ check.that(overlay.line("taxi"), "a click where it is")
 overlay.click("CHECKLISTS (1)")
 
 -- The screen's edges hold it.
-drag({500, 415}, {500, 1079})
+drag({500, 415}, {500, 1079}, 2)
 check.list({overlay.place()}, {x - 400, 1080 - 100}, "the upper edge")
-drag({500, 1000}, {-100, 1000})
+drag({500, 1000}, {-100, 1000}, 2)
 check.list({overlay.place()}, {35, 980}, "the left edge")
 
 -- ---- Screens ----
