@@ -308,10 +308,10 @@ bool ShowFrontend(double frameSeconds) {
     return glfwWindowShouldClose(window) == GLFW_FALSE;
 }
 
+// GLFW itself stays until the process ends: closing the drivers early would make what they keep a leak.
 void CloseFrontend() {
     glfwDestroyWindow(window);
     window = nullptr;
-    glfwTerminate();
 }
 
 } // namespace simhost

@@ -36,9 +36,9 @@ Rectangle Screen() {
     return {0, ScreenHeight(), ScreenWidth(), 0};
 }
 
-bool IsFloating(const Window &window) {
-    return !window.isLegacy && window.mode == xplm_WindowPositionFree
-           && window.decoration != xplm_WindowDecorationNone;
+// One that waits for the headset lies on the monitor like a free one meanwhile.
+bool IsFree(const Window &window) {
+    return !window.isLegacy && (window.mode == xplm_WindowPositionFree || window.mode == xplm_WindowVR);
 }
 
 // Where a window lies that must stay within the pilot's reach: its title bar is on the screen.
@@ -193,14 +193,15 @@ void SetVr(bool isOn) {
 void ScreenSizeChanged(int widerBy, int higherBy) {
     for (const auto &window : Windows()) {
         Rectangle place = window->place;
-        if (!window->isLegacy && window->mode == xplm_WindowPositionFree) {
+        if (IsFree(*window)) {
             place = {Follow(place.left, widerBy, window->leftGravity),
                      Follow(place.top, higherBy, window->topGravity),
                      Follow(place.right, widerBy, window->rightGravity),
                      Follow(place.bottom, higherBy, window->bottomGravity)};
         }
         if (!window->isLegacy) PlaceWindow(*window, place);
-        if (IsFloating(*window)) window->place = WithinReach(*window);
+        if (IsFree(*window) && window->decoration != xplm_WindowDecorationNone)
+            window->place = WithinReach(*window);
     }
 }
 

@@ -11,6 +11,7 @@
 #include "XPLMDataAccess.h"
 #include "XPLMDisplay.h"
 #include "XPLMGraphics.h"
+#include "XPLMMenus.h"
 #include "XPLMPlugin.h"
 #include "XPLMProcessing.h"
 #include "XPLMUtilities.h"
@@ -154,6 +155,76 @@ int OnDraw(XPLMDrawingPhase, int, void *) {
     return 1;
 }
 
+// A window and a menu that tell in the log what the pilot does to them.
+XPLMWindowID window;
+
+int OnClick(XPLMWindowID, int x, int y, XPLMMouseStatus status, void *button) {
+    const char *names[] = {"", " down", " drag", " up"};
+    Log(static_cast<const char *>(button) + std::string(names[status]) + " at " + std::to_string(x) + ", "
+        + std::to_string(y));
+    if (status == xplm_MouseDown) XPLMTakeKeyboardFocus(window);
+    return 1;
+}
+
+int OnLeftClick(XPLMWindowID id, int x, int y, XPLMMouseStatus status, void *) {
+    return OnClick(id, x, y, status, const_cast<char *>("left"));
+}
+
+int OnRightClick(XPLMWindowID id, int x, int y, XPLMMouseStatus status, void *) {
+    return OnClick(id, x, y, status, const_cast<char *>("right"));
+}
+
+int OnWheel(XPLMWindowID, int, int, int, int clicks, void *) {
+    Log("wheel " + std::to_string(clicks));
+    return 1;
+}
+
+void OnKey(XPLMWindowID, char character, XPLMKeyFlags flags, char virtualKey, void *, int losing) {
+    if (losing != 0)
+        Log("focus lost");
+    else
+        Log("key " + std::to_string(character) + " " + std::to_string(flags) + " "
+            + std::to_string(static_cast<unsigned char>(virtualKey)));
+}
+
+void OpenWindow() {
+    XPLMCreateWindow_t parameters{};
+    parameters.structSize = sizeof parameters;
+    parameters.left = 100;
+    parameters.top = 400;
+    parameters.right = 300;
+    parameters.bottom = 200;
+    parameters.visible = 1;
+    parameters.handleMouseClickFunc = OnLeftClick;
+    parameters.handleRightClickFunc = OnRightClick;
+    parameters.handleMouseWheelFunc = OnWheel;
+    parameters.handleKeyFunc = OnKey;
+    parameters.decorateAsFloatingWindow = xplm_WindowDecorationRoundRectangle;
+    parameters.layer = xplm_WindowLayerFloatingWindows;
+    window = XPLMCreateWindowEx(&parameters);
+    XPLMSetWindowTitle(window, "Probe's window");
+    XPLMSetWindowPositioningMode(window, xplm_WindowVR, -1);
+}
+
+void OnMenu(void *, void *item) {
+    Log(static_cast<const char *>(item) + std::string(" chosen"));
+}
+
+void HangMenu() {
+    const XPLMMenuID aircraft = XPLMFindAircraftMenu();
+    const XPLMMenuID menu =
+        XPLMCreateMenu("Probe", aircraft, XPLMAppendMenuItem(aircraft, "Probe", nullptr, 0), OnMenu, nullptr);
+    const auto add = [&](const char *text) {
+        return XPLMAppendMenuItem(menu, text, const_cast<char *>(text), 0);
+    };
+    XPLMCheckMenuItem(menu, add("On"), xplm_Menu_Checked);
+    XPLMCheckMenuItem(menu, add("Off"), xplm_Menu_Unchecked);
+    XPLMAppendMenuSeparator(menu);
+    XPLMEnableMenuItem(menu, add("Never"), 0);
+    const XPLMMenuID more = XPLMCreateMenu("More", menu, add("More"), OnMenu, nullptr);
+    XPLMAppendMenuItem(more, "Even/more", const_cast<char *>("even more"), 0);
+}
+
 } // namespace
 
 #define ENTRY extern "C" __attribute__((visibility("default")))
@@ -175,6 +246,8 @@ ENTRY int XPluginStart(char *name, char *signature, char *description) {
     pushToTalk = XPLMCreateCommand("kv/fennic/rec", "push to talk");
     XPLMRegisterCommandHandler(pushToTalk, OnPushToTalk, 1, nullptr);
     XPLMRegisterFlightLoopCallback(OnFrame, -1, nullptr);
+    if (Number("probe/window") != 0) OpenWindow();
+    if (Number("probe/window") != 0) HangMenu();
     if (Number("probe/draws") != 0) XPLMRegisterDrawCallback(OnDraw, xplm_Phase_Window, 0, nullptr);
     return 1;
 }

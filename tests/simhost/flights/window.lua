@@ -1,0 +1,16 @@
+-- In a window time is real, and the picture is the window's.
+local began = os.time()
+sim.start()
+sim.run(2.1)
+assert(os.time() - began >= 2, "faster than real time")
+sim.hear("good day")
+assert(sim.said()[1] == "good day")
+sim.screen(400, 300)
+sim.frames(10)
+local path = sim.dir("xplane") .. "shot.png"
+sim.screenshot(path)
+local file = assert(io.open(path, "rb"))
+local head = file:read(24)
+file:close()
+assert(string.unpack(">I4", head, 17) == 400 and string.unpack(">I4", head, 21) == 300)
+os.exit()

@@ -1,0 +1,129 @@
+// The menu bar of the simulator's window: what opens, closes and is chosen where the pilot clicks.
+#include "simhost/menu_bar.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "XPLMMenus.h"
+#include "simhost/screen.h"
+#include "simhost/simulator.h"
+
+using namespace simhost;
+
+namespace {
+
+constexpr int inBar = 590, firstRow = 565, rowHeight = 18; // of a screen 600 high
+
+class MenuBar : public ::testing::Test {
+protected:
+    MenuBar() {
+        ResetSimulator();
+        SetScreenSize(800, 600);
+        ActAsPlugin("/nowhere/plugins/test/64/lin.xpl");
+        CloseMenuBar();
+        crew = XPLMCreateMenu("Crew", nullptr, 0, nullptr, nullptr);
+        for (const char *text : {"One", "Two"}) XPLMAppendMenuItem(crew, text, nullptr, 0);
+        XPLMAppendMenuSeparator(crew);
+        more = XPLMCreateMenu("More", crew, XPLMAppendMenuItem(crew, "More", nullptr, 0), nullptr, nullptr);
+        XPLMAppendMenuItem(more, "Three", nullptr, 0);
+        XPLMEnableMenuItem(crew, XPLMAppendMenuItem(crew, "Never", nullptr, 0), 0);
+        XPLMAppendMenuItem(XPLMCreateMenu("Next", nullptr, 0, nullptr, nullptr), "Four", nullptr, 0);
+    }
+
+    // The path of what a click chooses, "" for nothing; "below" when it goes to what lies below the bar.
+    static std::string Click(int x, int y) {
+        MenuPlace chosen;
+        if (!PressMenuBar(x, y, chosen)) return "below";
+        return MenuPath(chosen);
+    }
+    static int Row(int row) { return firstRow - row * rowHeight; }
+
+    XPLMMenuID crew = nullptr, more = nullptr;
+};
+
+TEST_F(MenuBar, OpensAndChooses) {
+    EXPECT_EQ(Click(20, Row(0)), "below");
+    EXPECT_EQ(Click(20, inBar), "");
+    EXPECT_TRUE(IsMenuBarOpen());
+    EXPECT_EQ(Click(20, Row(1)), "Crew/Two");
+    EXPECT_FALSE(IsMenuBarOpen());
+
+    Click(20, inBar);
+    EXPECT_EQ(Click(20, Row(2)) + Click(20, Row(4)), "") << "a separator, a disabled item";
+    EXPECT_TRUE(IsMenuBarOpen());
+    EXPECT_TRUE(MoveOverMenuBar(20, Row(3)));
+    EXPECT_EQ(Click(150, Row(3)), "Crew/More/Three") << "the submenu lies on the right of its item";
+
+    Click(20, inBar);
+    MoveOverMenuBar(60, inBar);
+    EXPECT_EQ(Click(60, Row(0)), "Next/Four") << "an open menu follows the mouse along the bar";
+
+    Click(20, inBar);
+    EXPECT_EQ(Click(700, 100), "") << "a click beside closes, and goes no further";
+    EXPECT_EQ(Click(700, 100), "below");
+    Click(20, inBar);
+    Click(20, inBar);
+    EXPECT_FALSE(IsMenuBarOpen());
+    EXPECT_EQ(Click(700, inBar), "");
+    EXPECT_FALSE(MoveOverMenuBar(700, 100));
+}
+
+TEST_F(MenuBar, MenusMayChangeWhileTheyAreOpen) {
+    Click(20, inBar);
+    MoveOverMenuBar(20, Row(3));
+    XPLMDestroyMenu(more);
+    DrawFrame(true);
+    DrawMenuBar();
+    EXPECT_EQ(Click(150, Row(3)), "") << "beside what is left";
+    Click(20, inBar);
+    XPLMClearAllMenuItems(crew);
+    DrawMenuBar();
+    XPLMDestroyMenu(crew);
+    DrawMenuBar();
+    EXPECT_FALSE(Click(20, Row(0)) == "Crew/One");
+    ResetSimulator();
+    DrawMenuBar();
+    EXPECT_FALSE(IsMenuBarOpen());
+}
+
+TEST_F(MenuBar, LongMenusAreScrolled) {
+    XPLMClearAllMenuItems(crew);
+    for (int i = 0; i < 10000; i++) XPLMAppendMenuItem(crew, std::to_string(i).c_str(), nullptr, 0);
+    XPLMAppendMenuItem(crew, std::string(5000, 'x').c_str(), nullptr, 0);
+    Click(20, inBar);
+    DrawFrame(true);
+    DrawMenuBar();
+    EXPECT_TRUE(TurnWheelOverMenuBar(20, Row(0), -10));
+    EXPECT_EQ(Click(20, Row(0)), "Crew/30");
+    Click(20, inBar);
+    TurnWheelOverMenuBar(20, Row(0), 10);
+    EXPECT_EQ(Click(20, Row(0)), "Crew/0");
+    Click(20, inBar);
+    TurnWheelOverMenuBar(20, Row(0), -100000);
+    const std::string last = Click(20, Row(30));
+    EXPECT_EQ(last.size(), 5005u) << last.substr(0, 20);
+    EXPECT_FALSE(TurnWheelOverMenuBar(700, 100, 1));
+}
+
+TEST_F(MenuBar, ShowsCheckMarks) {
+    const auto markedPixels = [](int row) {
+        DrawFrame(true);
+        DrawMenuBar();
+        const std::vector<unsigned char> pixels = ReadScreenPixels();
+        int bright = 0;
+        for (int y = Row(row) - rowHeight / 2; y < Row(row) + rowHeight / 2; y++)
+            for (int x = 2; x < 17; x++)
+                bright += pixels[static_cast<std::size_t>(((599 - y) * 800 + x) * 4)] > 200;
+        return bright;
+    };
+    Click(20, inBar);
+    MoveOverMenuBar(700, 100);
+    EXPECT_EQ(markedPixels(0), 0);
+    XPLMCheckMenuItem(crew, 0, xplm_Menu_Checked);
+    EXPECT_GT(markedPixels(0), 15);
+    XPLMCheckMenuItem(crew, 0, xplm_Menu_Unchecked);
+    EXPECT_EQ(markedPixels(0), 0);
+}
+
+} // namespace
