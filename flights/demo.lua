@@ -10,6 +10,11 @@ local ref, move, fly = skyhawk.ref, skyhawk.move, skyhawk.fly
 local captain, hears, answers, silence = skyhawk.captain, skyhawk.hears, skyhawk.answers, skyhawk.silence
 local is, fired = skyhawk.is, skyhawk.fired
 
+-- Pictures of the screen go into the folder that the first argument names, if one is named.
+local function picture(name)
+    if arg[1] then sim.screenshot(arg[1] .. name .. ".png") end
+end
+
 -- ---- On the apron ----
 
 skyhawk.park()
@@ -39,6 +44,7 @@ captain("yes")
 answers("Seats and belts?", "checked")
 sim.note("That is not what the list says. She keeps waiting.")
 silence(1.5)
+picture("checklist")
 captain("adjusted and locked")
 is(ref.tablet, 1)
 answers("Brakes?", "set")
@@ -125,6 +131,7 @@ fly(1.5)
 move(ref.airspeed, 72, 13)
 hears("Power set, gauges green.")
 hears("Airspeed alive.")
+picture("take_off")
 check.near(sim.get(ref.airspeed), 41.5, 1.5, "airspeed alive")
 hears("Rotate.")
 check.near(sim.get(ref.airspeed), 56.5, 1.5, "rotate")
