@@ -12,7 +12,7 @@ file(COPY ${widget_headers} DESTINATION ${sdk}/CHeaders/Widgets)
 
 set(objects "")
 file(GLOB sources RELATIVE ${SOURCE} ${SOURCE}/util/*.cpp ${SOURCE}/frame/*.cpp ${SOURCE}/voice/*.cpp
-     ${SOURCE}/systems/*.cpp ${SOURCE}/figure/*.cpp)
+     ${SOURCE}/systems/*.cpp ${SOURCE}/figure/*.cpp ${SOURCE}/gfx/*.cpp)
 foreach(source IN LISTS sources)
     file(STRINGS ${SOURCE}/${source} includes REGEX "^#include \"XP")
     if(includes)

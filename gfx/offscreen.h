@@ -1,0 +1,25 @@
+// An offscreen buffer: a framebuffer that renders into one texture.
+#pragma once
+
+struct FBO_class {
+    unsigned framebuffer = 0; // OpenGL's name, 0: none
+    int texture = 0;          // the simulator's texture number that it renders into
+    int width = 0, height = 0;
+
+    // Gives the texture an empty picture of width × height pixels and a framebuffer. When OpenGL refuses, a
+    // line "fboStatus=…" in the log says so, and the buffer stays empty.
+    void MakeFBO(int texture, int width, int height);
+    void DeleteFBO();
+
+    // From Bind to Unbind drawing goes into the buffer, which starts out transparent: one unit per pixel,
+    // (0, 0) at the lower left. The simulator's framebuffer, viewport and projection come back afterwards.
+    // Bind returns false, and nothing is to be drawn, when there is no buffer.
+    bool Bind();
+    void Unbind();
+};
+
+const int fboSizePX = 700;
+
+extern FBO_class FBOcontrol; // the frame's buffer, on the texture "fbo"
+void FBOinit();
+void FBOkill();

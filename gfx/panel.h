@@ -1,0 +1,126 @@
+// A small panel toolkit: one floating window that works alike on the monitor and in VR. The panel is rendered
+// into an offscreen buffer of its logical ("reference") size, and the window shows that buffer at whatever
+// size the user gave it. Panel coordinates: origin at the upper left, x right, y down, in reference units; an
+// item at (x, y) of size w × h covers x < px < x + w and y - h < py < y.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "XPLMDataAccess.h"
+#include "XPLMDisplay.h"
+#include "XPLMUtilities.h"
+#include "gfx/offscreen.h"
+
+struct VR_texture_struct {
+    int x = 0, y = 0;
+    float alpha = 1.0F;
+    int width = 0, height = 0; // the picture's
+    int texture = 0;           // id (gfx/textures.h)
+    int visible = 1;
+    int owner = 0;
+};
+
+struct VR_btn_struct {
+    int style = 0; // 1: a picture of its own for the selected state
+    int x = 0, y = 0;
+    float alpha = 1.0F;
+    int width = 0, height = 0;
+    int normalTexture = 0, selectedTexture = 0;
+    int visible = 1, enabled = 1; // others take no clicks; an invisible one is not drawn
+    int selected = 0;
+    int c = 0, d = 0; // the owner's
+};
+
+struct VR_box_struct {
+    int x = 0, y = 0;
+    std::string text;
+    int font = 0;
+    int maxLength = 0; // characters
+    int width = 0, height = 0;
+    int focused = 0; // 1: has the keyboard
+    int page = 0;
+    int cursor = 0;                // place before which the next character goes
+    int scroll = 0;                // first character shown
+    int background = 0, frame = 0; // palette colours
+};
+
+struct VR_text_struct {
+    int x = 0, y = 0;
+    std::string text;
+    int font = 0;
+    int colour = 0;
+};
+
+struct VR_rectangle_struct {
+    int x = 0, y = 0, width = 0, height = 0;
+};
+
+class widgetVR_class {
+public:
+    XPLMWindowID window = nullptr;
+    int offsetX = 50, offsetY = 50; // of the window's lower left corner, from the screen's
+    int left = 0, right = 0, top = 0, bottom = 0;
+    int referenceWidth = 0, referenceHeight = 0;
+    int currentWidth = 0, currentHeight = 0; // on the monitor, boxels
+    int vrWidth = 0, vrHeight = 0;
+    float minimumScale = 0.5F, maximumScale = 3.0F; // of the window's width, times the reference width
+    int isVr = 0;
+    XPLMDataRef vrDataref = nullptr;
+    std::vector<VR_text_struct> texts;
+    std::vector<VR_box_struct> boxes;
+    std::vector<VR_rectangle_struct> rectangles;
+    std::vector<VR_btn_struct> buttons;
+    std::vector<VR_texture_struct> textures;
+    int clickedButton = -1;
+    FBO_class buffer;
+    int redraw = 0;
+    int page = 0;
+    XPLMCommandRef showHideCommand = nullptr; // closes the window when it ends
+
+    void Create(const std::string &title, int width, int height);
+    void Delete();
+    int isShow() const;
+
+    int AddTexture(int x, int y, int textureId, int visible, float alpha, int owner);
+    int AddButton(int style, int x, int y, int normalTexture, int selectedTexture, int visible, int enabled,
+                  int selected, float alpha, int c, int d);
+    int AddBox(int x, int y, int width, int height, const std::string &text, int font, int background,
+               int frame, int maxLength, int page);
+
+    void SetDrawFunction(void (*function)());
+    // Called after each click, with clickedButton set.
+    void SetMouseHandlerFunction(void (*function)());
+    // Called with a click that hit no button, in panel coordinates, before the mouse handler.
+    void SetPadFunction(void (*function)(int x, int y, int mouseX, int mouseY));
+    // Asked first when the wheel turns; returns 1 when it took the clicks, so that the panel keeps its size.
+    void SetWheelFunction(int (*function)(int clicks));
+    void UnselectButtons();
+
+    // A new reference size; the window keeps its width and takes the new shape.
+    void ChangeOrigSize(int width, int height);
+
+private:
+    std::string title;
+    void (*drawFunction)() = nullptr;
+    void (*mouseHandler)() = nullptr;
+    void (*padFunction)(int x, int y, int mouseX, int mouseY) = nullptr;
+    int (*wheelFunction)(int clicks) = nullptr;
+
+    void get_default_window_pos();
+    void Draw();
+    void RenderIntoBuffer();
+    int Click(int x, int y);
+    int Wheel(int clicks);
+    void Key(char key, XPLMKeyFlags flags, bool isLosingFocus);
+
+    static void Draw(XPLMWindowID window, void *panel);
+    static int MouseL_handler(XPLMWindowID window, int x, int y, XPLMMouseStatus status, void *panel);
+    static int MouseR_handler(XPLMWindowID window, int x, int y, XPLMMouseStatus status, void *panel);
+    static int MouseW_handler(XPLMWindowID window, int x, int y, int wheel, int clicks, void *panel);
+    static void Keyboard_handler(XPLMWindowID window, char key, XPLMKeyFlags flags, char virtualKey,
+                                 void *panel, int isLosingFocus);
+    static XPLMCursorStatus CursorStatus_handler(XPLMWindowID window, int x, int y, void *panel);
+    static int DrawFBO(XPLMDrawingPhase phase, int isBefore, void *panel);
+    static int CommandShowHideHandler(XPLMCommandRef command, XPLMCommandPhase phase, void *panel);
+};

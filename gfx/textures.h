@@ -1,0 +1,56 @@
+// Pictures: PNG files loaded once as textures and addressed by an integer id, and how they are drawn. All
+// drawing belongs into a draw callback or a window's draw function. x and y are boxels, y up; alpha 0 to 1.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+struct textures_class {
+    int number = 0;                   // the simulator's texture number
+    double width = 0.0, height = 0.0; // pixels
+    std::string name;
+
+    // Loads a PNG file. A picture that is broken, missing or larger than OpenGL takes gives a line in the log
+    // and a texture of what could be decoded, perhaps nothing.
+    void Load(const std::string &path);
+
+    // The same, without the name of the file in the log. Returns 1.
+    int LoadPNGTexture(const std::string &path);
+};
+
+extern std::vector<textures_class> textures; // the id is the index
+extern std::map<std::string, int> texturesMap;
+
+extern int png_btn_body, png_btn_hand_l, png_btn_hand_r, png_btn_8px, tex_fbo;
+
+// Loads the plug-in's five pictures into the ids above.
+void LoadTextures();
+
+// Loads "data/png/" + name + ".png" of the plug-in's folder; returns its id.
+int LoadTexture(const std::string &name);
+
+// Gives all textures back to OpenGL and forgets them.
+void UnLoadTextures();
+
+// The texture of an id; one without a picture for an id that there is not.
+const textures_class &TextureOfId(int id);
+
+// Drawing by id. An id that there is not draws nothing. The first row of a picture is drawn at the top.
+// Suffixes: XY the lower left corner, WH the size (else the picture's own), RGB a tint, C a tint from the
+// palette, T alpha, A an angle in degrees by which the picture turns about its middle inside the upright
+// rectangle; S one side for both.
+void DrawTextureIdXYRGBT(int id, double x, double y, double r, double g, double b, double t);
+void DrawTextureNameXYRGBT(const std::string &name, double x, double y, double r, double g, double b,
+                           double t);
+void DrawTextureIdXYCT(int id, double x, double y, int C, double t);
+void DrawTextureIdXYWHRGBT(int id, double x, double y, double w, double h, double r, double g, double b,
+                           double t);
+void DrawTextureIdXYWHCT(int id, double x, double y, double w, double h, int C, double t);
+
+// For a texture that an offscreen buffer rendered into, whose first row is the lowest.
+void DrawTextureBufferIdXYWHCT(int id, double x, double y, double w, double h, int C, double t);
+
+void DrawRotTextureIdXYA(int id, double x, double y, double angle);
+void DrawRotTextureIdXYACT(int id, double x, double y, double angle, int C, double t);
+void DrawRotTextureIdXYASCT(int id, double x, double y, double angle, double size, int C, double t);
