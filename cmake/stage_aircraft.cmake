@@ -1,6 +1,8 @@
 # Puts each aircraft folder together as the simulator wants it: the aircraft's own files, and the plug-in
 # with its library, data/, custom/ and the aircraft's systems/ under plugins/fennic/64/.
 # Made afresh at each build, so that a file removed from the sources is gone here too.
+#
+# A system that an aircraft lists in systems/_systems.txt and has no file for comes from aircraft/shared/.
 foreach(folder IN LISTS AIRCRAFT)
     set(staged ${TARGET}/${folder})
     set(plugin ${staged}/plugins/fennic/64)
@@ -11,5 +13,15 @@ foreach(folder IN LISTS AIRCRAFT)
     if(EXISTS ${staged}/systems)
         file(COPY ${staged}/systems DESTINATION ${plugin})
         file(REMOVE_RECURSE ${staged}/systems)
+        file(STRINGS ${plugin}/systems/_systems.txt systems)
+        foreach(system IN LISTS systems)
+            if(EXISTS ${plugin}/systems/${system}.txt)
+                continue()
+            elseif(NOT EXISTS ${SOURCE}/aircraft/shared/${system}.txt)
+                message(FATAL_ERROR "aircraft/${folder}/systems/_systems.txt lists ${system}, which is "
+                                    "neither there nor in aircraft/shared/")
+            endif()
+            file(COPY ${SOURCE}/aircraft/shared/${system}.txt DESTINATION ${plugin}/systems)
+        endforeach()
     endif()
 endforeach()
