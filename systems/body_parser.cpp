@@ -47,8 +47,9 @@ private:
 
     logicblock_struct &Block() { return parameter.logic.back(); }
     void Drop(const std::string &reason) const {
-        LogDroppedLine(parameter.fileName, parameter.lineNumbers[lineIndex], reason, line);
+        LogDroppedLine(parameter.fileName, LineNumber(), reason, line);
     }
+    int LineNumber() const { return parameter.lineNumbers[lineIndex]; }
     std::string WithoutKey(std::string_view key) const { return ReplaceString(std::string(line), key, ""); }
 
     bool ReadNumber(std::string_view text, const char *field, double &value) const {
@@ -102,7 +103,7 @@ void BodyParser::Parse() {
 
 void BodyParser::ParseLine() {
     if (line == "logic:") {
-        parameter.logic.emplace_back();
+        parameter.logic.emplace_back().line = LineNumber();
         joinOp = 0;
     } else if (line == "&&" || line == "||") {
         joinOp = line == "||" ? 1 : 0;
@@ -124,6 +125,7 @@ void BodyParser::ParseLine() {
 void BodyParser::ParseGraphPoint(std::string_view rest) {
     SplitFields(rest, ',', fields);
     graf_struct point;
+    point.line = LineNumber();
     if (!ReadNumber(fields[0], "x", point.x)) return;
     if (!ReadNumber(fields.size() > 1 ? fields[1] : "", "y", point.y)) return;
     Block().graph.push_back(point);
@@ -131,6 +133,7 @@ void BodyParser::ParseGraphPoint(std::string_view rest) {
 
 void BodyParser::ParseCalculation(const std::string &rest) {
     calcBlock_struct calculation;
+    calculation.line = LineNumber();
     std::string error;
     if (!calcString2calcStack(sys, dev, out, rest, calculation.stack, error)) {
         Drop(NoNumber("operand", error));
@@ -151,6 +154,7 @@ void BodyParser::ParseAction(std::string_view rest) {
         return;
     }
     structExecute action;
+    action.line = LineNumber();
     if (!ParseInt(fields[0], action.type)) {
         Drop(NoNumber("type", fields[0]));
         return;
@@ -164,6 +168,7 @@ void BodyParser::ParseAction(std::string_view rest) {
 
 void BodyParser::ParseSpeech() {
     compare_block_class comparison;
+    comparison.line = LineNumber();
     comparison.a.kind = LinkSpeech;
     comparison.phrase = WithoutKey("instring=");
     comparison.phraseStroka = MakeStrokaFromText(comparison.phrase, AddToContext);
@@ -175,6 +180,7 @@ void BodyParser::ParseSpeech() {
 
 void BodyParser::ParseComparison() {
     compare_block_class comparison;
+    comparison.line = LineNumber();
     std::string sides(line);
     for (int oper : SearchOrder) {
         if (!Contains(line, ComparisonTexts[oper])) continue;

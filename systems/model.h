@@ -5,6 +5,9 @@
 // vectors are only appended to, or all links are resolved again. Deleting sets a flag; a deleted item stays,
 // and is evaluated, until the next load. The records are what files and editor see; while the model runs its
 // live values are in the systems program (systems/program.h), and RefreshRecords brings them back here.
+//
+// A record's line is the number, from 1, of the line of its system's file that it was read from; 0 for what
+// the editor made.
 #pragma once
 
 #include <functional>
@@ -55,6 +58,7 @@ struct calcStack_class {
 struct calcBlock_struct {
     std::vector<calcStack_class> stack; // empty: the logic block's constant
     double result = 0.0;
+    int line = 0;
 };
 
 // One comparison line.
@@ -73,6 +77,7 @@ struct compare_block_class {
     bool inState = false;
     bool cmpResult = false;
     bool outState = false;
+    int line = 0;
 
     // Joins a numeric comparison, or one with the recognised speech, to the chain's value so far.
     bool Logic(bool in);
@@ -87,6 +92,7 @@ private:
 struct graf_struct {
     double x = 0.0;
     double y = 0.0;
+    int line = 0;
 };
 
 // Types of script actions, as the files number them.
@@ -113,6 +119,7 @@ struct structExecute {
     double value = 0.0;
     int notFound = 0; // the named position, command or dataref did not exist at load
     sysLink_struct link;
+    int line = 0;
 };
 
 // A guarded rule: when the chain of comparisons is true it runs its actions, or its calculations.
@@ -123,6 +130,7 @@ struct logicblock_struct {
     std::vector<calcBlock_struct> calcs;
     std::vector<structExecute> executes;
     std::vector<graf_struct> graph;
+    int line = 0;
 };
 
 // ---- The tree ----
@@ -140,6 +148,7 @@ struct out_parameter_struct {
     std::vector<std::string> lines; // body lines, until they are parsed
     std::vector<int> lineNumbers;   // of lines, in the file named by fileName; for messages
     std::string fileName;
+    int line = 0;
     std::vector<logicblock_struct> logic;
     int activeBlock = -1; // the logic block that fired last
     dataref_class inDataref;
@@ -161,6 +170,7 @@ struct device_struct {
     bool deleted = false;
     bool hasError = false;
     bool serialStack = false; // a sequence of steps: a checklist or procedure
+    int line = 0;
 };
 
 struct system_class {
@@ -170,6 +180,8 @@ struct system_class {
     int expanded = 1; // editor display
     bool deleted = false;
     bool hasError = false; // a link written in this system does not resolve
+    std::string fileName;
+    int line = 0;
 };
 
 extern std::vector<system_class> systems_vector;

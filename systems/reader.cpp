@@ -28,7 +28,7 @@ private:
     int sys = -1, dev = -1, out = -1;
 
     void ReadLine(FileLine &line);
-    void StartSystem(std::string name);
+    void StartSystem(std::string name, const FileLine &line);
     void StartDevice(std::string name, bool isSerial, const FileLine &line);
     void StartParameter(const FileLine &line);
     bool ReadParameter(std::string_view rest, const FileLine &line, out_parameter_struct &parameter);
@@ -43,7 +43,7 @@ void ModelReader::ReadFile(const std::string &file) {
 
 void ModelReader::ReadLine(FileLine &line) {
     if (Contains(line.text, "sys=")) {
-        StartSystem(ReplaceString(line.text, "sys=", ""));
+        StartSystem(ReplaceString(line.text, "sys=", ""), line);
     } else if (Contains(line.text, "dev=")) {
         StartDevice(ReplaceString(line.text, "dev=", ""), false, line);
     } else if (Contains(line.text, "devstack=")) {
@@ -57,11 +57,14 @@ void ModelReader::ReadLine(FileLine &line) {
     }
 }
 
-void ModelReader::StartSystem(std::string name) {
+void ModelReader::StartSystem(std::string name, const FileLine &line) {
     sys = static_cast<int>(systems_vector.size());
     out = -1;
     mapSystemName.emplace(name, sys);
-    systems_vector.emplace_back().name = std::move(name);
+    system_class &system = systems_vector.emplace_back();
+    system.name = std::move(name);
+    system.fileName = fileName;
+    system.line = line.number;
 }
 
 void ModelReader::StartDevice(std::string name, bool isSerial, const FileLine &line) {
@@ -76,6 +79,7 @@ void ModelReader::StartDevice(std::string name, bool isSerial, const FileLine &l
     device_struct &device = system.devices.emplace_back();
     device.name = std::move(name);
     device.serialStack = isSerial;
+    device.line = line.number;
 }
 
 device_struct *ModelReader::CurrentDevice() {
@@ -114,6 +118,7 @@ bool ModelReader::ReadParameter(std::string_view rest, const FileLine &line,
         return false;
     }
     parameter.fileName = fileName;
+    parameter.line = line.number;
     parameter.name = fields[0];
     const std::string_view type = fields[1];
     parameter.unit = fields[2];
