@@ -56,28 +56,32 @@ private:
 
 } // namespace
 
-double GetNumber(const std::string &name, int index) {
-    Dataref *dataref = FindRecord(name);
-    if (dataref == nullptr || index < 0) return 0;
+double NumberIn(Dataref &dataref, int index) {
+    if (index < 0) return 0;
     RunningScope scope(XPLM_PLUGIN_XPLANE, "reading a dataref");
     if (index == 0) {
-        if (dataref->types & xplmType_Double) return XPLMGetDatad(dataref);
-        if (dataref->types & xplmType_Float) return static_cast<double>(XPLMGetDataf(dataref));
-        if (dataref->types & xplmType_Int) return XPLMGetDatai(dataref);
+        if (dataref.types & xplmType_Double) return XPLMGetDatad(&dataref);
+        if (dataref.types & xplmType_Float) return static_cast<double>(XPLMGetDataf(&dataref));
+        if (dataref.types & xplmType_Int) return XPLMGetDatai(&dataref);
     }
-    if (dataref->types & xplmType_FloatArray) {
+    if (dataref.types & xplmType_FloatArray) {
         float element = 0;
-        return XPLMGetDatavf(dataref, &element, index, 1) == 1 ? static_cast<double>(element) : 0;
+        return XPLMGetDatavf(&dataref, &element, index, 1) == 1 ? static_cast<double>(element) : 0;
     }
-    if (dataref->types & xplmType_IntArray) {
+    if (dataref.types & xplmType_IntArray) {
         int element = 0;
-        return XPLMGetDatavi(dataref, &element, index, 1) == 1 ? element : 0;
+        return XPLMGetDatavi(&dataref, &element, index, 1) == 1 ? element : 0;
     }
-    if (dataref->types & xplmType_Data) {
+    if (dataref.types & xplmType_Data) {
         unsigned char element = 0;
-        return XPLMGetDatab(dataref, &element, index, 1) == 1 ? element : 0;
+        return XPLMGetDatab(&dataref, &element, index, 1) == 1 ? element : 0;
     }
     return 0;
+}
+
+double GetNumber(const std::string &name, int index) {
+    Dataref *dataref = FindRecord(name);
+    return dataref != nullptr ? NumberIn(*dataref, index) : 0;
 }
 
 bool SetNumber(const std::string &name, double value, int index) {

@@ -63,6 +63,9 @@ Dataref *FindRecord(std::string_view name);
 // The same, made if needed.
 Dataref &RecordOf(const std::string &name);
 
+// An element of any dataref as a number, 0 when there is none.
+double NumberIn(Dataref &dataref, int index);
+
 // Turns a record into an orphan without value.
 void MakeOrphan(Dataref &dataref);
 

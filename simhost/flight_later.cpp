@@ -15,7 +15,7 @@ int ComesLater(Call &call) {
 } // namespace
 
 void AddLaterCalls(lua_State *lua) {
-    for (const char *name : {"widgets", "push", "show"}) {
+    for (const char *name : {"widgets", "push"}) {
         const CallEntry entry[] = {{name, Bridge<ComesLater>}};
         AddCalls(lua, entry);
     }

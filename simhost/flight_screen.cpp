@@ -1,7 +1,9 @@
-// The calls on what is seen: screen_text, screenshot.
+// The calls on what is seen: screen_text, screenshot, show.
+#include "simhost/cockpit_view.h"
 #include "simhost/flight_arguments.h"
 #include "simhost/flight_state.h"
 #include "simhost/screen.h"
+#include "simhost/transcript.h"
 
 namespace simhost {
 
@@ -45,10 +47,26 @@ int Screenshot(Call &call) {
     return 0;
 }
 
+int Show(Call &call) {
+    const std::string view = call.Has(1) ? call.Text(1, "what") : "none";
+    const std::vector<std::string> libraries = FindPluginLibraries(flight.scratch.aircraft);
+    std::string figure;
+    if (!libraries.empty())
+        figure = libraries[0].substr(0, libraries[0].rfind('/')) + "/data/obj/kvfennic.obj";
+    std::vector<std::string> notes;
+    if (!ShowCockpit(view, flight.scratch.aircraft, FindAircraftFile(flight.scratch.aircraft).name, figure,
+                     notes))
+        call.Refuse("what", std::string("must be ") + cockpitViews + ", got \"" + view + "\"");
+    for (const std::string &note : notes) TranscribeDirection(note);
+    return 0;
+}
+
 } // namespace
 
 void AddScreenCalls(lua_State *lua) {
-    AddCalls(lua, {{"screen_text", Bridge<ScreenText>}, {"screenshot", Bridge<Screenshot>}});
+    AddCalls(
+        lua,
+        {{"screen_text", Bridge<ScreenText>}, {"screenshot", Bridge<Screenshot>}, {"show", Bridge<Show>}});
 }
 
 } // namespace simhost

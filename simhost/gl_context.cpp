@@ -5,6 +5,7 @@
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -23,7 +24,7 @@ struct Surface {
     GLuint framebuffer = 0, colour = 0, depth = 0;
     int width = 0, height = 0;
 };
-constinit Surface pixelSurface, fullSurface;
+constinit Surface pixelSurface, fullSurface, sceneSurface;
 constinit const Surface *surface = &pixelSurface;
 
 // Empty when the context is made and current, or what went wrong.
@@ -52,16 +53,16 @@ void DeleteSurface(Surface &old) {
     old = {};
 }
 
-GLuint MakeRenderbuffer(GLenum format, GLenum attachment, int width, int height) {
+GLuint MakeRenderbuffer(GLenum format, GLenum attachment, int width, int height, int samples) {
     GLuint buffer = 0;
     glGenRenderbuffers(1, &buffer);
     glBindRenderbuffer(GL_RENDERBUFFER, buffer);
-    glRenderbufferStorage(GL_RENDERBUFFER, format, width, height);
+    glRenderbufferStorageMultisample(GL_RENDERBUFFER, samples, format, width, height);
     glFramebufferRenderbuffer(GL_FRAMEBUFFER, attachment, GL_RENDERBUFFER, buffer);
     return buffer;
 }
 
-bool MakeSurface(Surface &made, int width, int height) {
+bool MakeSurface(Surface &made, int width, int height, int samples = 0) {
     if (made.width == width && made.height == height) return true;
     DeleteSurface(made);
     GLint largest = 0;
@@ -69,8 +70,8 @@ bool MakeSurface(Surface &made, int width, int height) {
     if (width < 1 || height < 1 || width > largest || height > largest) return false;
     glGenFramebuffers(1, &made.framebuffer);
     glBindFramebuffer(GL_FRAMEBUFFER, made.framebuffer);
-    made.colour = MakeRenderbuffer(GL_RGBA8, GL_COLOR_ATTACHMENT0, width, height);
-    made.depth = MakeRenderbuffer(GL_DEPTH24_STENCIL8, GL_DEPTH_STENCIL_ATTACHMENT, width, height);
+    made.colour = MakeRenderbuffer(GL_RGBA8, GL_COLOR_ATTACHMENT0, width, height, samples);
+    made.depth = MakeRenderbuffer(GL_DEPTH24_STENCIL8, GL_DEPTH_STENCIL_ATTACHMENT, width, height, samples);
     glBindRenderbuffer(GL_RENDERBUFFER, 0);
     if (glCheckFramebufferStatus(GL_FRAMEBUFFER) != GL_FRAMEBUFFER_COMPLETE) {
         DeleteSurface(made);
@@ -79,6 +80,14 @@ bool MakeSurface(Surface &made, int width, int height) {
     made.width = width;
     made.height = height;
     return true;
+}
+
+void CopyPicture(const Surface &from, GLuint framebuffer) {
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, from.framebuffer);
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, framebuffer);
+    glBlitFramebuffer(0, 0, from.width, from.height, 0, 0, from.width, from.height, GL_COLOR_BUFFER_BIT,
+                      GL_NEAREST);
+    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
 }
 
 } // namespace
@@ -125,12 +134,23 @@ void BindSurface() {
     glBindFramebuffer(GL_FRAMEBUFFER, surface->framebuffer);
 }
 
+bool BeginScene() {
+    constexpr int wantedSamples = 4;
+    GLint mostSamples = 0;
+    glGetIntegerv(GL_MAX_SAMPLES, &mostSamples);
+    if (!MakeSurface(sceneSurface, fullSurface.width, fullSurface.height,
+                     std::min(wantedSamples, mostSamples)))
+        return false;
+    glBindFramebuffer(GL_FRAMEBUFFER, sceneSurface.framebuffer);
+    return true;
+}
+
+void EndScene() {
+    CopyPicture(sceneSurface, fullSurface.framebuffer);
+}
+
 void ShowFullSurface() {
-    glBindFramebuffer(GL_READ_FRAMEBUFFER, fullSurface.framebuffer);
-    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
-    glBlitFramebuffer(0, 0, fullSurface.width, fullSurface.height, 0, 0, fullSurface.width,
-                      fullSurface.height, GL_COLOR_BUFFER_BIT, GL_NEAREST);
-    glBindFramebuffer(GL_FRAMEBUFFER, 0);
+    CopyPicture(fullSurface, 0);
 }
 
 } // namespace simhost

@@ -25,6 +25,11 @@ void UsePixelSurface();
 // Makes the chosen surface the one that OpenGL draws on and reads.
 void BindSurface();
 
+// A surface of the same size as the full one, with several samples for each pixel where the driver has them,
+// to draw on until EndScene, which puts the picture onto the full surface. False when there can be none.
+bool BeginScene();
+void EndScene();
+
 // Copies the full surface to the framebuffer of the adopted context's window.
 void ShowFullSurface();
 

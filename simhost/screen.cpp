@@ -6,6 +6,7 @@
 
 #include <cstring>
 
+#include "simhost/cockpit_view.h"
 #include "simhost/gl_context.h"
 #include "simhost/graphics_state.h"
 #include "simhost/modules.h"
@@ -151,6 +152,7 @@ void DrawBackground() {
         glVertex2f(width, shade.height * height);
     }
     glEnd();
+    if (IsCockpitShown()) DrawCockpit();
 }
 
 } // namespace
@@ -248,6 +250,7 @@ void ResetScreen() {
     texts.clear();
     spareTexts.clear();
     hasPixels = false;
+    ResetCockpitView();
     ResetGraphicsState();
 }
 

@@ -1,0 +1,152 @@
+// The scene: objects that the aircraft file attaches, in the aircraft's coordinates, or those that only lie
+// in its folder, around the right-hand seat. The seat is where the figure's object is attached, and the eyes
+// are placed from there, since all aircraft have their seats somewhere else.
+#include "simhost/cockpit_view.h"
+
+#include <cstdio>
+#include <filesystem>
+
+#include "simhost/attached_objects.h"
+#include "simhost/cockpit_background.h"
+#include "simhost/gl_context.h"
+#include "simhost/graphics_state.h"
+#include "simhost/object_drawing.h"
+#include "simhost/screen.h"
+
+namespace simhost {
+
+const char *const cockpitViews = "\"cockpit\", \"front\", \"side\" or \"none\"";
+
+namespace {
+
+constexpr const char *figureFile = "kvfennic.obj";
+constexpr const char *seatFile = "seats.obj";
+
+// In metres from the top of the right-hand seat's cushion.
+struct Viewpoint {
+    std::string_view name;
+    Camera camera;
+};
+constexpr Viewpoint viewpoints[] = {
+    {"cockpit", {{-0.98F, 0.80F, 0.02F}, {0, 0.30F, -0.20F}, 62}}, // the pilot's eyes
+    {"front", {{-0.10F, 0.66F, -1.25F}, {0, 0.32F, 0}, 52}},       // from over the glareshield
+    {"side", {{-1.85F, 0.35F, -0.20F}, {0, 0.22F, -0.20F}, 45}}};
+
+struct Scene {
+    Camera camera = {};
+    std::vector<DrawnObject> objects; // empty: nothing is shown
+};
+
+// Never destroyed, so that the order at the program's end does not matter.
+Scene &TheScene() {
+    static Scene &scene = *new Scene;
+    return scene;
+}
+
+void ClearScene() {
+    for (DrawnObject &object : TheScene().objects) UnloadObject(object);
+    TheScene().objects.clear();
+}
+
+void AddToScene(DrawnObject object, const Matrix &place) {
+    object.place = place;
+    BindDatarefs(object);
+    TheScene().objects.push_back(std::move(object));
+}
+
+bool AddFile(const std::string &path, const Matrix &place) {
+    DrawnObject object;
+    const bool isObject = ReadObjectFile(path, object.file);
+    for (const std::string &problem : object.file.problems)
+        std::fprintf(stderr, "fennic-sim: %s\n", problem.c_str());
+    if (isObject) AddToScene(std::move(object), place);
+    return isObject;
+}
+
+bool Exists(const std::string &path) {
+    std::error_code failed;
+    return std::filesystem::is_regular_file(path, failed);
+}
+
+bool IsFigure(const std::string &file) {
+    return std::filesystem::path(file).filename() == figureFile;
+}
+
+Camera Placed(const Camera &camera, const Matrix &seat) {
+    Camera placed = camera;
+    const auto eye = Transformed(seat, camera.eye), target = Transformed(seat, camera.target);
+    std::copy(eye.begin(), eye.end(), placed.eye);
+    std::copy(target.begin(), target.end(), placed.target);
+    return placed;
+}
+
+void MakeScene(const Viewpoint &viewpoint, const std::string &objects, const std::string &aircraftFile,
+               const std::string &otherFigure, std::vector<std::string> &notes) {
+    Matrix seat = unitMatrix;
+    bool hasFigure = false, hasSeat = false;
+    for (const AttachedObject &attached : ReadAttachedObjects(aircraftFile)) {
+        if (IsFigure(attached.file)) seat = attached.place;
+        if (!Exists(objects + attached.file)) {
+            notes.push_back("The aircraft attaches " + attached.file + ", which is not in its objects.");
+            continue;
+        }
+        const bool isShown = AddFile(objects + attached.file, attached.place);
+        if (IsFigure(attached.file))
+            hasFigure = isShown;
+        else
+            hasSeat = hasSeat || isShown; // there is a cockpit of some kind
+    }
+    if (!hasFigure && Exists(objects + seatFile)) hasSeat = AddFile(objects + seatFile, seat) || hasSeat;
+    if (!hasSeat) {
+        AddToScene(MakeCockpitRoom(), seat);
+        AddToScene(MakeSeat(), seat);
+    }
+    if (!hasFigure && Exists(objects + figureFile)) hasFigure = AddFile(objects + figureFile, seat);
+    if (!hasFigure && Exists(otherFigure)) {
+        hasFigure = AddFile(otherFigure, seat);
+        notes.push_back("The figure is not in the aircraft's objects; the plug-in's own files are shown.");
+    }
+    if (!hasFigure) notes.push_back("There is no figure to be shown; the seat is empty.");
+    TheScene().camera = Placed(viewpoint.camera, seat);
+}
+
+} // namespace
+
+bool ShowCockpit(std::string_view view, const std::string &aircraftFolder, const std::string &aircraftFile,
+                 const std::string &otherFigure, std::vector<std::string> &notes) {
+    if (view == "none") {
+        ClearScene();
+        return true;
+    }
+    for (const Viewpoint &viewpoint : viewpoints) {
+        if (viewpoint.name != view) continue;
+        ClearScene();
+        MakeScene(viewpoint, aircraftFolder + "objects/", aircraftFolder + aircraftFile, otherFigure, notes);
+        return true;
+    }
+    return false;
+}
+
+bool IsCockpitShown() {
+    return !TheScene().objects.empty();
+}
+
+void DrawCockpit() {
+    RestoreGraphicsState();
+    if (!BeginScene()) return;
+    Scene &scene = TheScene();
+    glDepthMask(GL_TRUE);
+    glClearColor(0, 0, 0, 1);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    DrawSky(HorizonHeight(scene.camera), ScreenWidth(), ScreenHeight());
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE); // the picture is opaque
+    DrawObjects(scene.objects, scene.camera, ScreenWidth(), ScreenHeight());
+    EndScene();
+    RestoreGraphicsState();
+}
+
+void ResetCockpitView() {
+    ClearScene();
+}
+
+} // namespace simhost
