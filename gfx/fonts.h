@@ -43,6 +43,10 @@ struct font_class {
 
     // The width of a text, boxels; each character's advance is cut to a whole number in turn.
     int MeasureString(std::string_view text) const;
+
+private:
+    void DropGlyphsOutsideAtlas();
+    void AddGlyph(const CharDescriptor &glyph, double pen, double lineTop) const;
 };
 
 extern std::vector<font_class> fonts; // the id is the index

@@ -11,12 +11,14 @@ struct textures_class {
     double width = 0.0, height = 0.0; // pixels
     std::string name;
 
-    // Loads a PNG file. A picture that is broken, missing or larger than OpenGL takes gives a line in the log
-    // and a texture of what could be decoded, perhaps nothing.
     void Load(const std::string &path);
 
-    // The same, without the name of the file in the log. Returns 1.
+    // Loads a PNG file. A picture that is broken, missing, larger than OpenGL takes or than 8192 pixels gives
+    // lines in the log and a texture without a picture, which draws nothing. Returns 1.
     int LoadPNGTexture(const std::string &path);
+
+    // Gives the texture back to OpenGL.
+    void Delete();
 };
 
 extern std::vector<textures_class> textures; // the id is the index
@@ -36,10 +38,15 @@ void UnLoadTextures();
 // The texture of an id; one without a picture for an id that there is not.
 const textures_class &TextureOfId(int id);
 
+// For drawing parts of a texture: sets the simulator's graphics state and binds. False, and nothing is to be
+// drawn, when there is no picture.
+bool BeginTexturedDrawing(const textures_class &texture);
+void EndTexturedDrawing();
+
 // Drawing by id. An id that there is not draws nothing. The first row of a picture is drawn at the top.
 // Suffixes: XY the lower left corner, WH the size (else the picture's own), RGB a tint, C a tint from the
 // palette, T alpha, A an angle in degrees by which the picture turns about its middle inside the upright
-// rectangle; S one side for both.
+// rectangle, clockwise, its corners cut; S one side for both.
 void DrawTextureIdXYRGBT(int id, double x, double y, double r, double g, double b, double t);
 void DrawTextureNameXYRGBT(const std::string &name, double x, double y, double r, double g, double b,
                            double t);
@@ -48,7 +55,8 @@ void DrawTextureIdXYWHRGBT(int id, double x, double y, double w, double h, doubl
                            double t);
 void DrawTextureIdXYWHCT(int id, double x, double y, double w, double h, int C, double t);
 
-// For a texture that an offscreen buffer rendered into, whose first row is the lowest.
+// For a texture that an offscreen buffer rendered into, whose first row is the lowest and whose colours are
+// already weighted with their alpha.
 void DrawTextureBufferIdXYWHCT(int id, double x, double y, double w, double h, int C, double t);
 
 void DrawRotTextureIdXYA(int id, double x, double y, double angle);

@@ -1,0 +1,89 @@
+// Lines and filled rectangles. They are drawn untextured and without the depth buffer; what OpenGL keeps
+// beside the simulator's graphics state is put back by each function.
+#include "gfx/drawing.h"
+
+#include <cmath>
+
+#include "XPLMGraphics.h"
+#include "gfx/opengl.h"
+#include "util/numbers.h"
+
+namespace {
+
+const double deg2rad = 3.1415926535 / 180; // cut to ten decimals, as everywhere in the plug-in
+const GLushort Dashes = 0x3F3F;            // 6 pixels on, 2 off
+
+void SetColour(double r, double g, double b, double t) {
+    XPLMSetGraphicsState(0, 0, 0, 0, 1, 0, 0);
+    glColor4d(r, g, b, t);
+}
+
+void SetColour(int C, double t) {
+    const RGB_Col &colour = PaletteColour(C);
+    SetColour(colour.r, colour.g, colour.b, t);
+}
+
+// A width of OpenGL's own when there is none given; less than none would be an error.
+void SetWidth(double width) {
+    if (width > 0) glLineWidth(static_cast<GLfloat>(width));
+}
+
+void DrawSegment(double x1, double y1, double x2, double y2, double width) {
+    SetWidth(width);
+    glBegin(GL_LINES);
+    glVertex2i(TruncateToInt(x1), TruncateToInt(y1));
+    glVertex2i(TruncateToInt(x2), TruncateToInt(y2));
+    glEnd();
+    glLineWidth(1.0F);
+}
+
+} // namespace
+
+void DrawLine2D(double x1, double y1, double x2, double y2, double r, double g, double b, double width,
+                double t) {
+    SetColour(r, g, b, t);
+    DrawSegment(x1, y1, x2, y2, width);
+}
+
+void DrawLineCT(double x1, double y1, double x2, double y2, int C, double width, double t) {
+    SetColour(C, t);
+    DrawSegment(x1, y1, x2, y2, width);
+}
+
+void DrawLineStrippedCT(double x1, double y1, double x2, double y2, int C, double width, double t) {
+    SetColour(C, t);
+    glPushAttrib(GL_LINE_BIT);
+    glEnable(GL_LINE_STIPPLE);
+    glLineStipple(1, Dashes);
+    DrawSegment(x1, y1, x2, y2, width);
+    glPopAttrib();
+    glLineWidth(1.0F);
+}
+
+void DrawRestangleCT(double x1, double y1, double x2, double y2, int C, double width, double t) {
+    DrawLineCT(x1, y1, x1, y2, C, width, t);
+    DrawLineCT(x2, y1, x2, y2, C, width, t);
+    DrawLineCT(x1, y1, x2, y1, C, width, t);
+    DrawLineCT(x1, y2, x2, y2, C, width, t);
+}
+
+void FillRestangleCT(double x1, double y1, double x2, double y2, int C, double t) {
+    SetColour(C, t);
+    glRectd(x1, y1, x2, y2);
+}
+
+void DrawNeedleXYCH(double x, double y, int C, double width, double length, double angle) {
+    SetColour(C, 1.0);
+    glPushAttrib(GL_COLOR_BUFFER_BIT | GL_HINT_BIT | GL_LINE_BIT);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glEnable(GL_LINE_SMOOTH);
+    glHint(GL_LINE_SMOOTH_HINT, GL_NICEST);
+    SetWidth(width);
+    glBegin(GL_LINES);
+    glVertex2d(x, y);
+    glVertex2d(x + length * std::sin(angle * deg2rad), y + length * std::cos(angle * deg2rad));
+    glEnd();
+    glPopAttrib();
+    glLineWidth(1.0F);
+}

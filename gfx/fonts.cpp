@@ -1,0 +1,183 @@
+// Bitmap fonts: loading, measuring and drawing. A text is one batch of quads over the atlas. Only the codes
+// 0 to 127 are drawn; a byte over 127 takes no room, so a text in another encoding stays harmless.
+#include "gfx/fonts.h"
+
+#include <algorithm>
+#include <fstream>
+
+#include "gfx/opengl.h"
+#include "gfx/palette.h"
+#include "util/files.h"
+#include "util/log.h"
+#include "util/numbers.h"
+#include "util/paths.h"
+
+std::vector<font_class> fonts;
+std::map<std::string, int> fontsMap;
+
+int fnt_Main = 0, fnt_Led = 0;
+
+namespace {
+
+const unsigned char LastDrawnCode = 127;
+
+// The font of an id, nullptr when there is none.
+font_class *FontOfId(int id) {
+    return id < 0 || static_cast<size_t>(id) >= fonts.size() ? nullptr : &fonts[static_cast<size_t>(id)];
+}
+
+int DrawFont(int id, std::string_view text, double x, double y, double r, double g, double b, double t,
+             int maxWidth) {
+    font_class *font = FontOfId(id);
+    if (font == nullptr) return TruncateToInt(x);
+    return font->Draw(text, x, y, maxWidth, static_cast<float>(r), static_cast<float>(g),
+                      static_cast<float>(b), static_cast<float>(t));
+}
+
+} // namespace
+
+void font_class::Load(const std::string &path) {
+    std::ifstream stream(path);
+    if (!stream) {
+        string2debugString("Font failed to load: ", path, 1);
+        return;
+    }
+    ParseFont(stream);
+    if (!isSafeFileName(atlasFile)) {
+        string2debugString(path, ": no page with a file beside it: " + atlasFile, 1);
+        return;
+    }
+    const std::string atlasPath = WhatPluginPath() + "data/fnt/" + atlasFile;
+    atlas.name = atlasFile;
+    atlas.LoadPNGTexture(atlasPath);
+    if (atlas.width == 0.0) {
+        string2debugString("Texture failed to load: ", atlasPath, 1);
+        return;
+    }
+    DropGlyphsOutsideAtlas();
+}
+
+// They keep their advance, so that texts keep their widths.
+void font_class::DropGlyphsOutsideAtlas() {
+    int dropped = 0;
+    for (CharDescriptor &glyph : charset.chars) {
+        if (glyph.x + glyph.width <= atlas.width && glyph.y + glyph.height <= atlas.height) continue;
+        glyph.width = glyph.height = 0;
+        dropped++;
+    }
+    if (dropped > 0) int2debugString("Characters outside the atlas of font " + name + ": ", dropped, 1);
+}
+
+int font_class::Draw(std::string_view text, double x, double y, int maxWidth, float red, float green,
+                     float blue, float alpha) {
+    r = red;
+    g = green;
+    b = blue;
+    a = alpha;
+    const double left = TruncateToInt(x + offsetX); // whole boxels keep the letters sharp
+    const double lineTop = TruncateToInt(y + offsetY) + static_cast<double>(charset.lineHeight);
+    const bool isVisible = BeginTexturedDrawing(atlas);
+    if (isVisible) {
+        glColor4f(r, g, b, a);
+        glBegin(GL_QUADS);
+    }
+    int pen = TruncateToInt(left);
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        if (code > LastDrawnCode) continue;
+        const CharDescriptor &glyph = charset.chars[code];
+        const double next = pen + static_cast<double>(glyph.xadvance);
+        if (maxWidth != -1 && next >= left + maxWidth) break;
+        if (isVisible) AddGlyph(glyph, pen, lineTop);
+        pen = TruncateToInt(next);
+    }
+    if (isVisible) {
+        glEnd();
+        EndTexturedDrawing();
+    }
+    return pen;
+}
+
+// Between glBegin and glEnd.
+void font_class::AddGlyph(const CharDescriptor &glyph, double pen, double lineTop) const {
+    if (glyph.width == 0 || glyph.height == 0) return;
+    const double left = pen + static_cast<double>(glyph.xoffset), right = left + glyph.width;
+    const double top = lineTop - static_cast<double>(glyph.yoffset), bottom = top - glyph.height;
+    const double textureLeft = glyph.x / atlas.width, textureRight = (glyph.x + glyph.width) / atlas.width;
+    const double textureTop = glyph.y / atlas.height;
+    const double textureBottom = (glyph.y + glyph.height) / atlas.height;
+    glTexCoord2d(textureLeft, textureTop);
+    glVertex2d(left, top);
+    glTexCoord2d(textureRight, textureTop);
+    glVertex2d(right, top);
+    glTexCoord2d(textureRight, textureBottom);
+    glVertex2d(right, bottom);
+    glTexCoord2d(textureLeft, textureBottom);
+    glVertex2d(left, bottom);
+}
+
+int font_class::MeasureString(std::string_view text) const {
+    int width = 0;
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        if (code <= LastDrawnCode)
+            width = TruncateToInt(width + static_cast<double>(charset.chars[code].xadvance));
+    }
+    return width;
+}
+
+void LoadFonts() {
+    fnt_Main = LoadFont("verd_17", 0, 0);
+    fnt_Led = LoadFont("led_36", 0, 0);
+}
+
+int LoadFont(const std::string &name, int offsetX, int offsetY) {
+    const int id = static_cast<int>(fonts.size());
+    font_class &font = fonts.emplace_back();
+    font.name = name;
+    font.Load(WhatPluginPath() + "data/fnt/" + name + ".fnt");
+    font.offsetX = offsetX;
+    font.offsetY = offsetY;
+    fontsMap.insert({name, id});
+    return id;
+}
+
+void UnLoadFonts() {
+    for (font_class &font : fonts) font.atlas.Delete();
+    fonts.clear();
+    fontsMap.clear();
+}
+
+int DrawFontIdSXYC(int id, std::string_view text, double x, double y, int C, int maxWidth) {
+    return DrawFontIdSXYCB(id, text, x, y, C, 1.0, maxWidth);
+}
+
+int DrawFontIdSXYCL(int id, std::string_view text, double x, double y, int C, double L, int maxWidth) {
+    const RGB_Col &colour = PaletteColour(C);
+    return DrawFont(id, text, x, y, colour.r * L, colour.g * L, colour.b * L, 1.0, maxWidth);
+}
+
+int DrawFontIdSXYCB(int id, std::string_view text, double x, double y, int C, double B, int maxWidth) {
+    const RGB_Col &colour = PaletteColour(C);
+    return DrawFont(id, text, x, y, colour.r, colour.g, colour.b, B, maxWidth);
+}
+
+int DrawFontIdSXYRGBT(int id, std::string_view text, double x, double y, double r, double g, double b,
+                      double t, int maxWidth) {
+    return DrawFont(id, text, x, y, r, g, b, t, maxWidth);
+}
+
+int DrawRotatedFontIdASXYC(int id, double angle, std::string_view text, double x, double y, int C) {
+    glPushMatrix();
+    glTranslated(x, y, 0);
+    glRotated(angle, 0, 0, -1);
+    glTranslated(-x, -y, 0);
+    const int pen = DrawFontIdSXYC(id, text, x, y, C);
+    glPopMatrix();
+    return pen;
+}
+
+int LenFontIdS(int id, std::string_view text) {
+    const font_class *font = FontOfId(id);
+    return font == nullptr ? 0 : font->MeasureString(text);
+}

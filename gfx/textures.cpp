@@ -1,0 +1,242 @@
+// Loading and drawing of pictures. A file is judged by its header before anything is decoded, so that a
+// damaged or hostile one costs no memory; a texture without a picture stays valid and draws nothing.
+#include "gfx/textures.h"
+
+#include <lodepng.h>
+
+#include <string_view>
+#include <vector>
+
+#include "XPLMGraphics.h"
+#include "XPLMUtilities.h"
+#include "gfx/opengl.h"
+#include "gfx/palette.h"
+#include "util/files.h"
+#include "util/log.h"
+#include "util/paths.h"
+
+std::vector<textures_class> textures;
+std::map<std::string, int> texturesMap;
+
+int png_btn_body = 0, png_btn_hand_l = 0, png_btn_hand_r = 0, png_btn_8px = 0, tex_fbo = 0;
+
+namespace {
+
+const unsigned LargestSide = 8192;      // pixels; the plug-in's own pictures are far smaller
+const size_t HighestCompression = 1032; // of deflate, times
+
+struct Picture {
+    std::vector<unsigned char> pixels; // RGBA, the first row is the upper one
+    unsigned width = 0, height = 0;
+};
+
+unsigned LargestTextureSide() {
+    GLint largest = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+    const unsigned side = largest > 0 ? static_cast<unsigned>(largest) : 0;
+    return side != 0 && side < LargestSide ? side : LargestSide;
+}
+
+// Empty, or why the file gives no picture.
+std::string_view DecodePNG(const std::string &file, Picture &picture) {
+    const auto *bytes = reinterpret_cast<const unsigned char *>(file.data());
+    lodepng::State state;
+    unsigned width = 0, height = 0;
+    unsigned failed = lodepng_inspect(&width, &height, &state, bytes, file.size());
+    if (failed != 0) return lodepng_error_text(failed);
+    const unsigned largest = LargestTextureSide();
+    if (width > largest || height > largest) return "the picture is larger than a texture can be";
+    const size_t size = lodepng_get_raw_size(width, height, &state.info_png.color);
+    if (size / HighestCompression > file.size()) return "the file is too short for the size it names";
+    const size_t filterBytes = 16 * static_cast<size_t>(height + 1); // more than all passes of rows have
+    state.decoder.zlibsettings.max_output_size = size + filterBytes;
+    state.decoder.read_text_chunks = 0;
+    failed = lodepng::decode(picture.pixels, picture.width, picture.height, state, bytes, file.size());
+    if (failed != 0) {
+        picture = {};
+        return lodepng_error_text(failed);
+    }
+    return "";
+}
+
+// The texture is bound; rows follow each other without gaps, whatever others have set.
+void Upload(const Picture &picture) {
+    glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+    glPixelStorei(GL_UNPACK_SKIP_ROWS, 0);
+    glPixelStorei(GL_UNPACK_SKIP_PIXELS, 0);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, static_cast<GLsizei>(picture.width),
+                 static_cast<GLsizei>(picture.height), 0, GL_RGBA, GL_UNSIGNED_BYTE, picture.pixels.data());
+    glPopClientAttrib();
+}
+
+void ClampToEdge() {
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+}
+
+// The picture's upper edge has the texture coordinate upper, its lower edge the other one of 0 and 1.
+void DrawQuad(double x, double y, double w, double h, double upper) {
+    const double lower = 1.0 - upper;
+    glBegin(GL_QUADS);
+    glTexCoord2d(0, upper);
+    glVertex2d(x, y + h);
+    glTexCoord2d(1, upper);
+    glVertex2d(x + w, y + h);
+    glTexCoord2d(1, lower);
+    glVertex2d(x + w, y);
+    glTexCoord2d(0, lower);
+    glVertex2d(x, y);
+    glEnd();
+}
+
+// The picture turns by turning what the corners show the other way.
+void DrawRotatedQuad(double x, double y, double w, double h, double angle) {
+    ClampToEdge();
+    glPushAttrib(GL_TRANSFORM_BIT);
+    glMatrixMode(GL_TEXTURE);
+    glPushMatrix();
+    glTranslated(0.5, 0.5, 0);
+    glRotated(angle, 0, 0, -1);
+    glTranslated(-0.5, -0.5, 0);
+    DrawQuad(x, y, w, h, 0);
+    glPopMatrix();
+    glPopAttrib();
+}
+
+void DrawRotated(int id, double x, double y, double w, double h, double angle, const RGB_Col &colour,
+                 double t) {
+    if (!BeginTexturedDrawing(TextureOfId(id))) return;
+    glColor4d(colour.r, colour.g, colour.b, t);
+    DrawRotatedQuad(x, y, w, h, angle);
+    EndTexturedDrawing();
+}
+
+} // namespace
+
+void textures_class::Load(const std::string &path) {
+    if (LoadPNGTexture(path) == 0) string2debugString("Texture failed to load: ", path, 1);
+}
+
+int textures_class::LoadPNGTexture(const std::string &path) {
+    string2debugString("Load Texture: ", path, 0);
+    XPLMGenerateTextureNumbers(&number, 1); // the first use of OpenGL, which answers questions from here on
+    Picture picture;
+    const std::string file = ReadFileToString(path);
+    const std::string_view failure = DecodePNG(file, picture);
+    if (!failure.empty()) {
+        XPLMDebugString("PNG texture failed to load\n");
+        string2debugString(path + ": ", std::string(failure), 1);
+    }
+    width = picture.width;
+    height = picture.height;
+    if (number == 0 || picture.pixels.empty()) return 1;
+    XPLMBindTexture2d(number, 0);
+    Upload(picture);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    ClampToEdge();
+    XPLMBindTexture2d(0, 0);
+    return 1;
+}
+
+void textures_class::Delete() {
+    const GLuint name = static_cast<GLuint>(number);
+    if (number != 0) glDeleteTextures(1, &name);
+    number = 0;
+    width = height = 0.0;
+}
+
+void LoadTextures() {
+    png_btn_body = LoadTexture("body");
+    png_btn_hand_l = LoadTexture("hand_l");
+    png_btn_hand_r = LoadTexture("hand_r");
+    png_btn_8px = LoadTexture("btn_8px");
+    tex_fbo = LoadTexture("fbo");
+}
+
+int LoadTexture(const std::string &name) {
+    const int id = static_cast<int>(textures.size());
+    textures_class &texture = textures.emplace_back();
+    texture.name = name;
+    texture.Load(WhatPluginPath() + "data/png/" + name + ".png");
+    texturesMap.insert({name, id});
+    return id;
+}
+
+void UnLoadTextures() {
+    for (textures_class &texture : textures) texture.Delete();
+    textures.clear();
+    texturesMap.clear();
+}
+
+const textures_class &TextureOfId(int id) {
+    static const textures_class none;
+    return id < 0 || static_cast<size_t>(id) >= textures.size() ? none : textures[static_cast<size_t>(id)];
+}
+
+bool BeginTexturedDrawing(const textures_class &texture) {
+    if (texture.number == 0 || texture.width == 0.0) return false;
+    XPLMSetGraphicsState(0, 1, 0, 1, 1, 1, 1);
+    XPLMBindTexture2d(texture.number, 0);
+    return true;
+}
+
+void EndTexturedDrawing() {
+    XPLMBindTexture2d(0, 0);
+}
+
+void DrawTextureIdXYRGBT(int id, double x, double y, double r, double g, double b, double t) {
+    const textures_class &texture = TextureOfId(id);
+    DrawTextureIdXYWHRGBT(id, x, y, texture.width, texture.height, r, g, b, t);
+}
+
+void DrawTextureNameXYRGBT(const std::string &name, double x, double y, double r, double g, double b,
+                           double t) {
+    const auto found = texturesMap.find(name);
+    if (found != texturesMap.end()) DrawTextureIdXYRGBT(found->second, x, y, r, g, b, t);
+}
+
+void DrawTextureIdXYCT(int id, double x, double y, int C, double t) {
+    const textures_class &texture = TextureOfId(id);
+    DrawTextureIdXYWHCT(id, x, y, texture.width, texture.height, C, t);
+}
+
+void DrawTextureIdXYWHRGBT(int id, double x, double y, double w, double h, double r, double g, double b,
+                           double t) {
+    if (!BeginTexturedDrawing(TextureOfId(id))) return;
+    glColor4d(r, g, b, t);
+    DrawQuad(x, y, w, h, 0);
+    EndTexturedDrawing();
+}
+
+void DrawTextureIdXYWHCT(int id, double x, double y, double w, double h, int C, double t) {
+    const RGB_Col &colour = PaletteColour(C);
+    DrawTextureIdXYWHRGBT(id, x, y, w, h, colour.r, colour.g, colour.b, t);
+}
+
+// What was blended in an offscreen buffer has its alpha in its colours already.
+void DrawTextureBufferIdXYWHCT(int id, double x, double y, double w, double h, int C, double t) {
+    if (!BeginTexturedDrawing(TextureOfId(id))) return;
+    const RGB_Col &colour = PaletteColour(C);
+    glPushAttrib(GL_COLOR_BUFFER_BIT);
+    glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+    glColor4d(colour.r * t, colour.g * t, colour.b * t, t);
+    DrawQuad(x, y, w, h, 1);
+    glPopAttrib();
+    EndTexturedDrawing();
+}
+
+void DrawRotTextureIdXYA(int id, double x, double y, double angle) {
+    DrawRotTextureIdXYACT(id, x, y, angle, ColourWhite, 1.0);
+}
+
+void DrawRotTextureIdXYACT(int id, double x, double y, double angle, int C, double t) {
+    const textures_class &texture = TextureOfId(id);
+    DrawRotated(id, x, y, texture.width, texture.height, angle, PaletteColour(C), t);
+}
+
+void DrawRotTextureIdXYASCT(int id, double x, double y, double angle, double size, int C, double t) {
+    DrawRotated(id, x, y, size, size, angle, PaletteColour(C), t);
+}
