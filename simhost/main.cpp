@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "simhost/aircraft_folder.h"
+#include "simhost/check/check.h"
 #include "simhost/flight.h"
 
 namespace {
@@ -14,6 +15,7 @@ namespace {
 constexpr const char *USAGE =
     "usage: fennic-sim [--aircraft DIR] [--fps N] [--screen WxH] [--window] [--quiet] [--keep]\n"
     "                  [--xplane DIR] FLIGHT.lua [ARG...]\n"
+    "       fennic-sim check [--xplane DIR] FOLDER\n"
     "\n"
     "  --aircraft DIR  the aircraft to fly: a path, or a name in the folder \"aircraft\" beside this\n"
     "                  program (Cessna_172SP when not given); it is copied, never written to\n"
@@ -23,6 +25,10 @@ constexpr const char *USAGE =
     "  --quiet         no transcript\n"
     "  --keep          keep the scratch folder and say where it is\n"
     "  --xplane DIR    a real simulator's folder, for its lists of datarefs and commands\n"
+    "\n"
+    "\"check\" reads an aircraft's systems files, positions, settings and fonts as the plug-in does, and\n"
+    "reports each mistake as file:line: severity: text. Exit status: 0 none, 1 errors or warnings, 2 no such\n"
+    "folder.\n"
     "\n"
     "Exit status: 0 the flight went well; 1 the script failed or a plug-in left something behind;\n"
     "2 wrong usage; 3 a plug-in crashed or hung.\n";
@@ -46,9 +52,25 @@ bool ReadScreen(std::string_view text, int &width, int &height) {
            && height <= 16384;
 }
 
+// "fennic-sim check [--xplane DIR] FOLDER"
+int Check(int count, char **words) {
+    simhost::CheckOptions options;
+    for (int place = 0; place < count; ++place) {
+        const std::string_view word = words[place];
+        if (word == "--xplane" && place + 1 < count)
+            options.xplaneFolder = words[++place];
+        else if (word.starts_with('-') || !options.folder.empty())
+            return Refuse("check takes one folder, and --xplane DIR; got " + std::string(word));
+        else
+            options.folder = word;
+    }
+    return options.folder.empty() ? Refuse("check needs a folder") : simhost::CheckFolder(options);
+}
+
 } // namespace
 
 int main(int count, char **words) {
+    if (count > 1 && std::strcmp(words[1], "check") == 0) return Check(count - 2, words + 2);
     simhost::FlightOptions options;
     std::string aircraft = STANDARD_AIRCRAFT;
     int place = 1;

@@ -1,0 +1,125 @@
+// The checker poses as the plug-in installed in the folder, lets the plug-in's readers fill its model and
+// tables, and looks at what came of it.
+#include "simhost/check/check.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <string_view>
+
+#include "figure/channels.h"
+#include "frame/commands.h"
+#include "frame/simulator_datarefs.h"
+#include "simhost/aircraft_folder.h"
+#include "simhost/check/checks.h"
+#include "simhost/check/findings.h"
+#include "simhost/simulator.h"
+#include "simhost/simulator_lists.h"
+#include "systems/reader.h"
+#include "util/files.h"
+#include "util/numbers.h"
+#include "util/paths.h"
+#include "voice/speech_link.h"
+
+namespace simhost {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool hasSystems(const fs::path &folder) {
+    std::error_code failed;
+    return fs::exists(folder / "systems", failed) || fs::exists(folder / "sys.txt", failed);
+}
+
+// The folder that holds the systems files, ending in "/"; empty when there is none.
+std::string FindPluginFolder(const std::string &folder) {
+    std::error_code failed;
+    const fs::path base = fs::absolute(folder, failed).lexically_normal();
+    if (hasSystems(base)) return (base / "").lexically_normal();
+    for (const auto &plugin : fs::directory_iterator(base / "plugins", failed))
+        if (hasSystems(plugin.path() / "64")) return (plugin.path() / "64" / "").lexically_normal();
+    return "";
+}
+
+// "KV FENNIC Plugin: 0 SEC TFT <file> line <n>: <reason> - line dropped: <text>"
+bool AddDroppedLine(const std::string &message) {
+    constexpr std::string_view LINE = " line ", BEFORE_FILE = " SEC TFT ";
+    const size_t file = message.find(BEFORE_FILE), place = message.find(LINE),
+                 colon = message.find(": ", place);
+    if (file == std::string::npos || place == std::string::npos || colon == std::string::npos) return false;
+    int line = 0;
+    if (!ParseInt(message.substr(place + LINE.size(), colon - place - LINE.size()), line)) return false;
+    const size_t fileStart = file + BEFORE_FILE.size();
+    AddFinding(Severity::Error, message.substr(fileStart, place - fileStart), line,
+               message.substr(colon + 2));
+    return true;
+}
+
+// What a check of the model reports better, with file and line.
+bool isReportedElsewhere(const std::string &message) {
+    for (std::string_view text : {"Cant find parameter", "CUSTOM DATAREF", "array index outside"})
+        if (message.find(text) != std::string::npos) return true;
+    return false;
+}
+
+void ReadSystems(const std::string &pluginFolder) {
+    CreateSystemsFromFile();
+    CollectReaderMessages();
+    if (isSeparateSysSaving == 1) CheckFileList(pluginFolder);
+    std::string last;
+    for (const system_class &system : systems_vector)
+        if (system.fileName != last) CheckRawLines(pluginFolder + (last = system.fileName));
+}
+
+} // namespace
+
+void CollectReaderMessages() {
+    for (const std::string &message : TakeLogLines()) {
+        if (AddDroppedLine(message) || isReportedElsewhere(message)) continue;
+        for (std::string_view sign : {"rror", "ERROR", "ailed", "not found"}) {
+            if (message.find(sign) == std::string::npos) continue;
+            const size_t text = message.find(" SEC TFT ");
+            AddFinding(Severity::Error, WhatPluginPath(), 0,
+                       text == std::string::npos ? message : message.substr(text + 9));
+            break;
+        }
+    }
+}
+
+int CheckFolder(const CheckOptions &options) {
+    const std::string pluginFolder = FindPluginFolder(options.folder);
+    if (pluginFolder.empty()) {
+        std::fprintf(stderr, "fennic-sim: no systems files in %s\n", options.folder.c_str());
+        return 2;
+    }
+    ResetSimulator();
+    std::string error;
+    if (!options.xplaneFolder.empty() && !ReadSimulatorLists(options.xplaneFolder, error)) {
+        std::fprintf(stderr, "fennic-sim: %s\n", error.c_str());
+        return 2;
+    }
+    SetFolders(pluginFolder, pluginFolder, "");
+    ActAsPlugin(pluginFolder + "lin.xpl");
+    FindSimulatorDatarefs();
+    CreateSpeechDatarefs();
+    CustCommInit();
+
+    CheckSettings(pluginFolder);
+    CheckFigureFiles(pluginFolder);
+    ReadSystems(pluginFolder);
+    CheckNames();
+    CheckLinks();
+    CheckGraphs();
+    CheckActions(!options.xplaneFolder.empty());
+    CheckBlocks();
+    CheckPhrases();
+    CheckLinkCycles();
+    CheckFonts(pluginFolder);
+
+    std::error_code failed;
+    const std::string folder = (fs::absolute(options.folder, failed) / "").lexically_normal();
+    const std::string shown = options.folder + (options.folder.ends_with('/') ? "" : "/");
+    return PrintFindings(pluginFolder, folder, shown) ? 0 : 1;
+}
+
+} // namespace simhost

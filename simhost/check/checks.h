@@ -1,0 +1,64 @@
+// The single checks of a folder. Each adds its findings; all but the first look at the systems model that
+// the plug-in's own reader has made of the folder.
+#pragma once
+
+#include <string>
+
+#include "systems/model.h"
+
+namespace simhost {
+
+// Lines of a systems file that the reader takes for something else than they look like, or ignores.
+void CheckRawLines(const std::string &file);
+
+// The list of systems files against the files in the folder.
+void CheckFileList(const std::string &pluginFolder);
+
+// Names of systems, devices and parameters; links; numbers; graphs.
+void CheckNames();
+void CheckLinks();
+void CheckGraphs();
+
+// Positions, commands, datarefs and texts of actions, and the datarefs that parameters are bound to.
+// hasLists: the simulator's lists were read, so that its names are known.
+void CheckActions(bool hasLists);
+
+// Blocks that never fire, steps that are never done, actions that never end.
+void CheckBlocks();
+
+// What the pilot can say: phrases that cannot be heard, that two listeners claim, that nobody waits for.
+void CheckPhrases();
+
+// Parameters that depend on each other in a circle.
+void CheckLinkCycles();
+
+// The files beside the systems files: channels, positions and presets, settings and voice list, fonts.
+void CheckFigureFiles(const std::string &pluginFolder);
+void CheckSettings(const std::string &pluginFolder);
+void CheckFonts(const std::string &pluginFolder);
+
+// Turns what the plug-in's readers have written into the log since the last call into findings.
+void CollectReaderMessages();
+
+// ---- Shared by the checks of the model ----
+
+// Where a parameter stands, and what it is called.
+struct ParameterPlace {
+    const system_class &system;
+    const device_struct &device;
+    const out_parameter_struct &parameter;
+    int out = 0; // its index in the device
+
+    bool isFirstStep() const { return device.serialStack && out == 0; }
+    std::string Name() const { return system.name + "." + device.name + "." + parameter.name; }
+    std::string Place(int line) const; // "systems/CREW.txt:12"
+};
+
+template <typename Visit> void ForEachParameter(Visit visit) {
+    for (const system_class &system : systems_vector)
+        for (const device_struct &device : system.devices)
+            for (size_t out = 0; out < device.outs.size(); out++)
+                visit(ParameterPlace{system, device, device.outs[out], static_cast<int>(out)});
+}
+
+} // namespace simhost

@@ -1,0 +1,61 @@
+// The list of findings. Two checks may see the same mistake: equal lines are printed once.
+#include "simhost/check/findings.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <tuple>
+#include <vector>
+
+namespace simhost {
+
+namespace {
+
+struct Finding {
+    std::string file;
+    int line = 0;
+    Severity severity = Severity::Error;
+    std::string text;
+    auto Key() const { return std::tie(file, line, severity, text); }
+};
+
+std::vector<Finding> findings;
+
+const char *NameOf(Severity severity) {
+    return severity == Severity::Error ? "error" : severity == Severity::Warning ? "warning" : "note";
+}
+
+void PrintCount(size_t count, const char *what, const char *separator) {
+    std::printf("%zu %s%s%s", count, what, count == 1 ? "" : "s", separator);
+}
+
+} // namespace
+
+void AddFinding(Severity severity, const std::string &file, int line, const std::string &text) {
+    findings.push_back({file, line, severity, text});
+}
+
+bool PrintFindings(const std::string &pluginFolder, const std::string &folder,
+                   const std::string &shownFolder) {
+    for (Finding &finding : findings) {
+        if (!finding.file.starts_with('/')) finding.file.insert(0, pluginFolder);
+        if (finding.file.starts_with(folder)) finding.file.replace(0, folder.size(), shownFolder);
+    }
+    std::stable_sort(findings.begin(), findings.end(),
+                     [](const Finding &a, const Finding &b) { return a.Key() < b.Key(); });
+    const auto isSame = [](const Finding &a, const Finding &b) { return a.Key() == b.Key(); };
+    findings.erase(std::unique(findings.begin(), findings.end(), isSame), findings.end());
+
+    size_t counts[3] = {};
+    for (const Finding &finding : findings) {
+        counts[static_cast<size_t>(finding.severity)]++;
+        std::printf("%s", finding.file.c_str());
+        if (finding.line > 0) std::printf(":%d", finding.line);
+        std::printf(": %s: %s\n", NameOf(finding.severity), finding.text.c_str());
+    }
+    PrintCount(counts[0], "error", ", ");
+    PrintCount(counts[1], "warning", ", ");
+    PrintCount(counts[2], "note", "\n");
+    return counts[0] == 0 && counts[1] == 0;
+}
+
+} // namespace simhost

@@ -1,0 +1,19 @@
+// What the checker has to say about a folder: collected by the checks, printed at the end in the order of
+// files and lines.
+#pragma once
+
+#include <string>
+
+namespace simhost {
+
+enum class Severity { Error, Warning, Note };
+
+// file is a path in the plug-in's folder, relative to it or absolute; line counts from 1, 0: the whole file.
+void AddFinding(Severity severity, const std::string &file, int line, const std::string &text);
+
+// Prints the findings as "file:line: severity: text" and a summary, with every path that begins with folder
+// beginning with shownFolder instead. True when there is neither an error nor a warning.
+bool PrintFindings(const std::string &pluginFolder, const std::string &folder,
+                   const std::string &shownFolder);
+
+} // namespace simhost

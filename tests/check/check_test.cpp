@@ -1,0 +1,187 @@
+// The checker, on files with one mistake each.
+#include "simhost/check/check.h"
+
+#include <chrono>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/plugin_folder.h"
+
+namespace {
+
+// Before each row's lines: a device whose parameter X is line 3, with the bounds 0 and 10, and W, line 4.
+const char *const Head = "sys=A\ndev=D\nout=X,int,,0,0,10,,,,,,0\nout=W,int,,0,,,,,,,,0\n";
+const char *const Step = "devstack=LIST\nout=CALL,int,,0,,,,,,,,0\nlogic:\ninstring=go\nexecute=10,,0\n";
+
+struct Mistake {
+    const char *name;
+    const char *lines; // behind Head
+    const char *finding;
+};
+void PrintTo(const Mistake &mistake, std::ostream *stream) {
+    *stream << mistake.name;
+}
+
+class Check : public PluginFolder {
+protected:
+    std::string output;
+
+    int Run(const std::string &systems) {
+        write("systems/_systems.txt", "A\n");
+        write("systems/A.txt", systems);
+        testing::internal::CaptureStdout();
+        const int status = simhost::CheckFolder({plugin, ""});
+        output = testing::internal::GetCapturedStdout();
+        return status;
+    }
+};
+
+class CheckFinds : public Check, public testing::WithParamInterface<Mistake> {};
+
+TEST_P(CheckFinds, OneMistake) {
+    const std::string finding = GetParam().finding;
+    EXPECT_EQ(Run(Head + std::string(GetParam().lines)), finding.find("note:") == std::string::npos ? 1 : 0);
+    EXPECT_NE(output.find("systems/A.txt:" + finding), std::string::npos) << output;
+    size_t findings = 0;
+    for (size_t place = 0; (place = output.find("systems/A.txt:", place)) != std::string::npos; place++)
+        findings++;
+    EXPECT_EQ(findings, 1U) << output;
+}
+
+const Mistake Mistakes[] = {
+    {"UnresolvedLink", "logic:\n[A.D.Y]==[1]\ncalc=[1]\n", "6: error: there is no parameter A.D.Y"},
+    {"NoNumberAndNoLink", "logic:\n[12a]==[1]\ncalc=[1]\n", "6: error: neither a number nor a link"},
+    {"WrongNumberInParameter", "out=Z,int,,zero,,,,,,,,0\n", "5: error: initial value \"zero\" is no number"},
+    {"UnknownSpokenLink", "logic:\ninstring=go\nexecute=0,it is <A.D.Q>,0\n",
+     "7: error: there is no parameter A.D.Q"},
+    {"UnknownPlaceholder", "logic:\ninstring=go\nexecute=0,hello [WHO],0\n",
+     "7: warning: unknown placeholder"},
+    {"ForbiddenName", "dev=E=F\nout=Z,int,,0,,,,,,,,0\n",
+     "5: error: the name of a device must not contain \"=\""},
+    {"SecondName", "out=X,int,,0,,,,,,,,0\n", "5: error: a second parameter with this name"},
+    {"Contradiction", "logic:\n[A.D.X]>[5]\n[A.D.X]<[3]\ncalc=[1]\n", "5: error: this block can never fire"},
+    {"OutsideLimits", "logic:\n[A.D.X]==[11]\ncalc=[1]\n", "5: error: this block can never fire"},
+    {"BehindOtherwise", "logic:\ncalc=[1]\nlogic:\n[A.D.X]==[1]\ncalc=[2]\n",
+     "7: error: this block is never reached"},
+    {"BehindWiderBlock", "logic:\n[A.D.X]>[2]\ncalc=[1]\nlogic:\n[A.D.X]>=[3]\ncalc=[2]\n",
+     "8: error: this block is never reached"},
+    {"FirstOr", "logic:\n||\n[A.D.X]==[1]\ncalc=[2]\n",
+     "7: warning: the first comparison after \"||\" always holds"},
+    {"EachFrame", "logic:\nexecute=0,hello,0\n",
+     "5: warning: this block's actions are repeated in every frame"},
+    {"StepWithoutBlocks", "devstack=LIST\nout=CALL,int,,0,,,,,,,,0\n", "6: error: this step is never done"},
+    {"StepWithoutAction", "devstack=LIST\nout=CALL,int,,0,,,,,,,,0\nlogic:\ninstring=go\n",
+     "6: error: this step is never done"},
+    {"StartsByItself", "devstack=LIST\nout=CALL,int,,0,,,,,,,,0\nlogic:\nexecute=10,,0\n",
+     "6: warning: this sequence starts by itself"},
+    {"NeverHeard", "logic:\ninstring=Gear up!\ncalc=[1]\n", "6: error: this phrase is never heard"},
+    {"NothingLeft", "logic:\ninstring=?!\ncalc=[1]\n", "6: error: nothing is left of this phrase"},
+    {"NobodyWaits", "logic:\n[A.D.X]==[1]\nexecute=12,set,5\n",
+     "7: error: offered to the pilot, but no block waits"},
+    {"GraphOutOfOrder", "logic:\ncalc=[A.D.X]\ngraf=0,0\ngraf=5,1\ngraf=4,2\n",
+     "9: error: graph points must be"},
+    {"GraphAlone", "logic:\ngraf=0,0\ngraf=5,1\n", "6: error: a graph without a \"calc=\""},
+    {"NoOperator", "logic:\ncalc=[1] +[2]\n", "6: error: no operator: \" +\""},
+    {"CalculationBelow", "logic:\ncalc=[CBLOCK1]\ncalc=[1]\n", "6: error: CBLOCK1 is no calculation above"},
+    {"DroppedLine", "logic:\ngarbage\n", "6: error: neither a keyword nor a comparison"},
+    {"IgnoredLine", "dev=E\nlogic:\nout=Z,int,,0,,,,,,,,0\n", "6: warning: ignored"},
+    {"UnknownAction", "logic:\ninstring=go\nexecute=77,,0\n", "7: error: there is no action 77"},
+    {"WrongMode", "out=Z,int,,0,,,some/dataref,maybe,,,,0\n", "5: error: the mode of a dataref"},
+    {"IndexTooHigh",
+     "out=Z,int,,0,,,sim/cockpit2/electrical/battery_voltage_indicated_volts[16],exist,,,,0\n",
+     "5: error: the index of an array"},
+    {"HeldForGood", "logic:\ninstring=go\nexecute=5,sim/none/such,0\n",
+     "7: warning: held, and nothing lets go"},
+    {"Circle", "logic:\ncalc=[A.D.Z]\nout=Z,int,,0,,,,,,,,0\nlogic:\ncalc=[A.D.W]\n",
+     "4: note: A.D.W depends on itself through A.D.Z"},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, CheckFinds, testing::ValuesIn(Mistakes),
+                         [](const auto &row) { return row.param.name; });
+
+// The rows above would pass with a checker that finds fault with everything.
+TEST_F(Check, LeavesGoodFilesAlone) {
+    EXPECT_EQ(
+        Run(Head
+            + std::string("logic:\n[A.D.X]>=[1]\n[A.D.X]<=[3]\ncalc=[A.D.X]*[2]\ngraf=0,0\ngraf=6,1\n"
+                          "logic:\n[A.D.X]==[0;5]\ncalc=[1]\nlogic:\n[A.D.X]==[3.5]\ncalc=[1]\n")
+            + Step + "out=ANSWER,int,,0,,,,,,,,0\nlogic:\ninstring=set\n||\ninstring=checked\n&&\n"
+            + "[A.D.X]==[1]\nexecute=1,<A.D.X> [SIR],0\nlogic:\ninstring=set\nexecute=1,look again,0\n"),
+        0)
+        << output;
+    EXPECT_EQ(output.find("A.txt"), std::string::npos) << output;
+}
+
+TEST_F(Check, TextsThatTheReaderTakesForStructure) {
+    EXPECT_EQ(Run(Head + std::string("logic:\ninstring=go\nexecute=0,shout=loud,0\n")), 1);
+    EXPECT_NE(output.find("A.txt:7: error: taken for a new parameter"), std::string::npos) << output;
+}
+
+TEST_F(Check, TwoDevicesClaimAPhrase) {
+    EXPECT_EQ(
+        Run(Head + std::string(Step) + "dev=OTHER\nout=Z,int,,0,,,,,,,,0\nlogic:\ninstring=go\ncalc=[1]\n"),
+        1);
+    EXPECT_NE(output.find("A.txt:13: warning: \"go\" is used up by A.LIST.CALL (systems/A.txt:8)"),
+              std::string::npos)
+        << output;
+}
+
+TEST_F(Check, TheListNamesTheFiles) {
+    write("systems/B.txt", "sys=B\n");
+    EXPECT_EQ(Run(Head), 1);
+    EXPECT_NE(output.find("systems/B.txt: warning: not in _systems.txt"), std::string::npos) << output;
+}
+
+TEST_F(Check, PositionsByTheirNamesAndChannels) {
+    write("data/obj/fennic.txt", "0,spine\n1,neck\n");
+    write("custom/positions-w/rest.txt", "0,spine,1,2,3\n1,nose,1,2,3\n7,far,1,2,3\n0,spine,1,2,x\n");
+    EXPECT_EQ(Run(Head + std::string("logic:\ninstring=go\nexecute=2,reach,1\n")), 1);
+    for (const char *finding : {"custom/positions-w/rest.txt:2: warning: channel 1 is neck, not nose",
+                                "custom/positions-w/rest.txt:3: error: no channel 7",
+                                "custom/positions-w/rest.txt:4: error: z \"x\" is no number",
+                                "custom/positions-w/rest.txt:4: warning: a second line for channel spine",
+                                "systems/A.txt:7: error: there is no position reach in custom/positions-w/",
+                                "data/obj/fennic.txt: error: the figure has 47 channels, and here are 2"})
+        EXPECT_NE(output.find(finding), std::string::npos) << finding << " in\n" << output;
+}
+
+TEST_F(Check, NamesOfTheSimulatorByItsLists) {
+    const std::string lists = root + "Resources/plugins/";
+    std::filesystem::create_directories(lists);
+    std::ofstream(lists + "DataRefs.txt") << "2 1200 Mon\n\nsim/a/good\tint[4]\tn\tunit\ttext\n";
+    std::ofstream(lists + "Commands.txt") << "sim/a/go  Goes.\n";
+    write("systems/_systems.txt", "A\n");
+    write("systems/A.txt",
+          Head
+              + std::string("out=P,int,,0,,,sim/a/good[4],exist,,,,0\n"
+                            "out=Q,int,,0,,,,,sim/a/good[1],exist,,0\n"
+                            "out=R,int,,0,,,sim/a/bad,exist,,,,0\n"
+                            "logic:\ninstring=go\nexecute=4,sim/a/go,0\nexecute=4,sim/a/gone,0\n"));
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(simhost::CheckFolder({aircraft, root}), 1);
+    output = testing::internal::GetCapturedStdout();
+    for (const char *finding :
+         {"A.txt:5: error: the array has 4 elements", "A.txt:6: error: the dataref cannot be written",
+          "A.txt:7: error: the simulator has no dataref sim/a/bad",
+          "A.txt:11: error: the simulator has no command sim/a/gone", "4 errors, 0 warnings"})
+        EXPECT_NE(output.find(finding), std::string::npos) << finding << " in\n" << output;
+}
+
+TEST_F(Check, AHundredThousandLinesInASecond) {
+    std::string text = "sys=A\n";
+    for (int device = 0; device < 2500; device++) {
+        const std::string name = "D" + std::to_string(device);
+        text += "dev=" + name + "\n";
+        for (int parameter = 0; parameter < 10; parameter++)
+            text += "out=P" + std::to_string(parameter) + ",int,,0,0,10,,,,,,0\nlogic:\n[A." + name
+                    + ".P0]>[3]\ncalc=[A.D0.P" + std::to_string(parameter) + "]\n";
+    }
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(Run(text), 0) << output.substr(0, 1000);
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - begin;
+    RecordProperty("seconds", std::to_string(seconds.count()));
+    EXPECT_LT(seconds.count(), 20.0); // the sanitizers take their part
+}
+
+} // namespace
