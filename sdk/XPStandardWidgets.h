@@ -64,9 +64,29 @@ enum {
     xpProperty_ActiveEditSide = 1408,
     xpMsg_TextFieldChanged = 1400,
 };
+/* Scroll bar. The largest position is at the right or upper end. The notice goes up the chain of parents with
+   the bar in parameter 1. */
+enum {
+    xpScrollBarTypeScrollBar = 0,
+    xpScrollBarTypeSlider = 1,
+    xpProperty_ScrollBarSliderPosition = 1500,
+    xpProperty_ScrollBarMin = 1501,
+    xpProperty_ScrollBarMax = 1502,
+    xpProperty_ScrollBarPageAmount = 1503,
+    xpProperty_ScrollBarType = 1504,
+    xpProperty_ScrollBarSlop = 1505,
+    xpMsg_ScrollBarSliderPositionChanged = 1500,
+};
 /* Caption. */
 enum {
     xpProperty_CaptionLit = 1600,
+};
+/* Progress. */
+enum {
+    xpProperty_ProgressPosition = 1800,
+    xpProperty_ProgressMin = 1801,
+    xpProperty_ProgressMax = 1802,
+    xpProperty_ProgressType = 1803,
 };
 
 #ifdef __cplusplus

@@ -127,7 +127,7 @@ void PrepareLua(lua_State *lua, const FlightOptions &options) {
     AddScreenCalls(lua);
     AddMouseCalls(lua);
     AddWindowCalls(lua);
-    AddLaterCalls(lua);
+    AddWidgetCalls(lua);
     lua_setglobal(lua, "sim");
     lua_getglobal(lua, "os");
     lua_pushcfunction(lua, Exit);

@@ -62,6 +62,21 @@ std::int64_t Call::Integer(int place, const char *argument, std::int64_t least, 
     return value;
 }
 
+void SetField(lua_State *lua, const char *name, const std::string &text) {
+    lua_pushlstring(lua, text.data(), text.size());
+    lua_setfield(lua, -2, name);
+}
+
+void SetField(lua_State *lua, const char *name, int number) {
+    lua_pushinteger(lua, number);
+    lua_setfield(lua, -2, name);
+}
+
+void SetField(lua_State *lua, const char *name, bool value) {
+    lua_pushboolean(lua, value ? 1 : 0);
+    lua_setfield(lua, -2, name);
+}
+
 void RememberCaller(lua_State *lua) {
     NameFlightState(lua);
 }

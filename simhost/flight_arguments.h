@@ -41,6 +41,11 @@ public:
 // The innermost line of the flight that is running, kept for the reports of crashes and hangs.
 void RememberCaller(lua_State *lua);
 
+// Sets a field of the table on top of the stack.
+void SetField(lua_State *lua, const char *name, const std::string &text);
+void SetField(lua_State *lua, const char *name, int number);
+void SetField(lua_State *lua, const char *name, bool value);
+
 // A Lua function of a call; the call's name is its upvalue. No C++ object may be alive when Lua raises the
 // error, since Lua leaves by longjmp.
 template <int (*function)(Call &)> int Bridge(lua_State *lua) {

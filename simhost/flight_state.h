@@ -69,6 +69,6 @@ void AddCockpitCalls(lua_State *lua); // flight_cockpit.cpp
 void AddScreenCalls(lua_State *lua);  // flight_screen.cpp
 void AddMouseCalls(lua_State *lua);   // flight_mouse.cpp
 void AddWindowCalls(lua_State *lua);  // flight_windows.cpp
-void AddLaterCalls(lua_State *lua);   // flight_later.cpp
+void AddWidgetCalls(lua_State *lua);  // flight_widgets.cpp
 
 } // namespace simhost

@@ -14,21 +14,6 @@ namespace {
 constexpr const char *layerNames[] = {"overlay", "floating", "modal", "growl"};
 constexpr const char *decorationNames[] = {"none", "round", "self", "self_resizable"};
 
-void SetField(lua_State *lua, const char *name, const std::string &text) {
-    lua_pushlstring(lua, text.data(), text.size());
-    lua_setfield(lua, -2, name);
-}
-
-void SetField(lua_State *lua, const char *name, int number) {
-    lua_pushinteger(lua, number);
-    lua_setfield(lua, -2, name);
-}
-
-void SetField(lua_State *lua, const char *name, bool value) {
-    lua_pushboolean(lua, value ? 1 : 0);
-    lua_setfield(lua, -2, name);
-}
-
 int ListWindows(Call &call) {
     const std::vector<WindowView> windows = WindowsFrontToBack();
     lua_createtable(call.lua, static_cast<int>(windows.size()), 0);

@@ -13,6 +13,7 @@
 
 #include "simhost/modules.h"
 #include "simhost/simulator.h"
+#include "simhost/widgets.h"
 #include "simhost/windows.h"
 
 namespace simhost {
@@ -89,6 +90,7 @@ LeftBehind DropRegistrations(XPLMPluginID id) {
     DropAccessors(id, leftBehind);
     DropCommandHandlers(id, leftBehind);
     DropMenus(id, leftBehind);
+    DropWidgets(id, leftBehind);
     DropWindows(id, leftBehind);
     return leftBehind;
 }

@@ -6,6 +6,7 @@
 #include "XPLMProcessing.h"
 #include "simhost/datarefs.h"
 #include "simhost/screen.h"
+#include "simhost/widgets.h"
 #include "simhost/windows.h"
 
 namespace simhost {
@@ -53,6 +54,7 @@ void PublishClock(double frameSeconds) {
 void ResetSimulator() {
     ResetPlugins();
     ResetProcessing();
+    ResetWidgets();
     ResetWindows();
     ResetDisplay();
     ResetCommands();

@@ -100,7 +100,7 @@ refuses("type", '"text"')
 refuses("type", '"text"', "na\xC3\xAFve")
 refuses("choose", '"path"')
 refuses("choose", "No/Such", "No/Such")
-for _, call in ipairs {"widgets", "push"} do refuses(call, "later version") end
+refuses("push", 'there is no visible button "OK"; there is none at all', "OK")
 
 assert(sim.get("t/int") == 1 and sim.get("t/float") == 1 and sim.get("t/string") == "x")
 assert(table.concat(sim.get("t/ints"), " ") == "1 2 3 4")
