@@ -1,0 +1,151 @@
+// Charts are grids, so a texel's place on the skin is found by interpolation between four of the grid's
+// points. The normal map comes from the painted heights, measured against how many metres a texel covers
+// there.
+#include "tools/figure/atlas.h"
+
+#include <lodepng.h>
+
+#include <iostream>
+
+namespace figure_maker {
+
+namespace {
+
+const int Margin = 3; // texels painted beyond a chart's edge, for smaller copies of the picture
+
+struct Painted {
+    std::vector<Texel> texels;
+    std::vector<Vec> positions;
+};
+
+SkinPoint PointAt(const Grid &grid, double u, double v) {
+    const double x = std::clamp(u, 0.0, 1.0) * (grid.columns - 1),
+                 y = std::clamp(v, 0.0, 1.0) * (grid.rows - 1);
+    const int column = std::min(static_cast<int>(x), grid.columns - 2);
+    const int row = std::min(static_cast<int>(y), grid.rows - 2);
+    const double fx = x - column, fy = y - row;
+    const size_t a = static_cast<size_t>(row * grid.columns + column),
+                 c = a + static_cast<size_t>(grid.columns);
+    const double weights[4] = {(1 - fx) * (1 - fy), fx * (1 - fy), (1 - fx) * fy, fx * fy};
+    const size_t corners[4] = {a, a + 1, c, c + 1};
+    SkinPoint point;
+    point.u = u;
+    point.v = v;
+    point.openness = 0;
+    for (int i = 0; i < 4; i++) {
+        point.position = point.position + grid.positions[corners[i]] * weights[i];
+        point.normal = point.normal + grid.normals[corners[i]] * weights[i];
+        point.openness += grid.openness[corners[i]] * weights[i];
+    }
+    point.normal = Unit(point.normal);
+    return point;
+}
+
+unsigned char Byte(double value) {
+    return static_cast<unsigned char>(std::lround(std::clamp(value, 0.0, 1.0) * 255));
+}
+
+void PaintChart(Atlas &atlas, const Chart &chart, const Surface &surface) {
+    const int width = chart.width + 2 * Margin, height = chart.height + 2 * Margin;
+    std::vector<Texel> texels(static_cast<size_t>(width * height));
+    std::vector<Vec> positions(texels.size());
+    for (int y = 0; y < height; y++)
+        for (int x = 0; x < width; x++) {
+            const double u = std::clamp((x - Margin) / (chart.width - 1.0), 0.0, 1.0);
+            const double v = std::clamp((y - Margin) / (chart.height - 1.0), 0.0, 1.0);
+            const SkinPoint point = PointAt(surface.grid, u, v);
+            texels[static_cast<size_t>(y * width + x)] = surface.paint(point);
+            positions[static_cast<size_t>(y * width + x)] = point.position;
+        }
+    // Rows of the grid run upwards in texture coordinates, rows of the picture downwards.
+    for (int y = 0; y < height; y++)
+        for (int x = 0; x < width; x++) {
+            const auto at = [&](int column, int row) {
+                return static_cast<size_t>(std::clamp(row, 0, height - 1) * width
+                                           + std::clamp(column, 0, width - 1));
+            };
+            const double spanU = std::max(Length(positions[at(x + 1, y)] - positions[at(x - 1, y)]), 2e-5);
+            const double spanV = std::max(Length(positions[at(x, y + 1)] - positions[at(x, y - 1)]), 2e-5);
+            const double slopeU = (texels[at(x + 1, y)].height - texels[at(x - 1, y)].height) / spanU;
+            const double slopeV = (texels[at(x, y + 1)].height - texels[at(x, y - 1)].height) / spanV;
+            const Vec normal = Unit({std::clamp(-slopeU, -1.5, 1.5), std::clamp(-slopeV, -1.5, 1.5), 1});
+            const Texel &texel = texels[at(x, y)];
+            const int pictureX = chart.left - Margin + x,
+                      pictureY = chart.top + chart.height - 1 + Margin - y;
+            const size_t pixel = static_cast<size_t>(pictureY * atlas.width + pictureX);
+            const double color[3] = {texel.color.x, texel.color.y, texel.color.z};
+            const double bump[4] = {normal.x / 2 + 0.5, normal.y / 2 + 0.5, normal.z / 2 + 0.5, texel.gloss};
+            for (size_t i = 0; i < 3; i++) atlas.colors[pixel * 3 + i] = Byte(color[i]);
+            for (size_t i = 0; i < 4; i++) atlas.normals[pixel * 4 + i] = Byte(bump[i]);
+        }
+}
+
+} // namespace
+
+Atlas PaintAtlas(const std::vector<Surface> &surfaces, int width, int height) {
+    Atlas atlas;
+    atlas.width = width;
+    atlas.height = height;
+    atlas.colors.assign(static_cast<size_t>(width * height) * 3, 128);
+    atlas.normals.assign(static_cast<size_t>(width * height) * 4, 128);
+    std::vector<const Surface *> first;
+    for (const Surface &surface : surfaces)
+        if (atlas.charts.emplace(surface.chart, Chart{}).second) first.push_back(&surface);
+    // Shelves from the top, the tallest charts first.
+    std::stable_sort(first.begin(), first.end(),
+                     [](const Surface *a, const Surface *b) { return a->height > b->height; });
+    int x = 0, y = 0, shelf = 0;
+    for (const Surface *surface : first) {
+        const int needed = surface->width + 2 * Margin, tall = surface->height + 2 * Margin;
+        if (x + needed > width) {
+            x = 0;
+            y += shelf;
+            shelf = 0;
+        }
+        shelf = std::max(shelf, tall);
+        if (x + needed > width || y + tall > height) {
+            std::cerr << "no room for the chart " << surface->chart << "\n";
+            return {};
+        }
+        const Chart chart = {x + Margin, y + Margin, surface->width, surface->height};
+        atlas.charts[surface->chart] = chart;
+        PaintChart(atlas, chart, *surface);
+        x += needed;
+    }
+    return atlas;
+}
+
+void TextureCoordinates(const Atlas &atlas, const Chart &chart, double u, double v, double &s, double &t) {
+    s = (chart.left + 0.5 + u * (chart.width - 1)) / atlas.width;
+    t = 1 - (chart.top + chart.height - 0.5 - v * (chart.height - 1)) / atlas.height;
+}
+
+namespace {
+
+// Half as wide and high: relief needs less detail than colour.
+std::vector<unsigned char> Halved(const Atlas &atlas) {
+    const size_t width = static_cast<size_t>(atlas.width), half = width / 2;
+    std::vector<unsigned char> halved(half * static_cast<size_t>(atlas.height / 2) * 4);
+    for (size_t i = 0; i < halved.size(); i++) {
+        const size_t channel = i % 4, x = i / 4 % half, y = i / 4 / half;
+        const size_t corner = (2 * y * width + 2 * x) * 4 + channel;
+        halved[i] = static_cast<unsigned char>((atlas.normals[corner] + atlas.normals[corner + 4]
+                                                + atlas.normals[corner + width * 4]
+                                                + atlas.normals[corner + width * 4 + 4] + 2)
+                                               / 4);
+    }
+    return halved;
+}
+
+} // namespace
+
+bool WritePictures(const Atlas &atlas, const std::string &colorPath, const std::string &normalPath) {
+    const unsigned width = static_cast<unsigned>(atlas.width), height = static_cast<unsigned>(atlas.height);
+    unsigned error = lodepng::encode(colorPath, atlas.colors, width, height, LCT_RGB);
+    if (!error && !normalPath.empty())
+        error = lodepng::encode(normalPath, Halved(atlas), width / 2, height / 2, LCT_RGBA);
+    if (error) std::cerr << colorPath << ": " << lodepng_error_text(error) << "\n";
+    return error == 0;
+}
+
+} // namespace figure_maker

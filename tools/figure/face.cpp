@@ -1,0 +1,285 @@
+// What moves in the face, and glasses. Lids are pieces of balls a little larger than the eye's, which leave
+// the socket's skin where a lid's fold is; lids and lips stand ready in two states, one of which is shown.
+#include "tools/figure/paints.h"
+#include "tools/figure/parts.h"
+
+namespace figure_maker {
+
+namespace {
+
+const double EyeRadius = 12.3; // millimetres
+Vec EyeCentre() {
+    return OnHead(31.5, 4, 73.5);
+}
+
+// A direction from the eye: degrees outwards and upwards, forward at 0, 0. For the right eye.
+Vec FromEye(double outwards, double upwards) {
+    const double a = outwards * Degree, e = upwards * Degree;
+    return {std::sin(a) * std::cos(e), std::sin(e), -std::cos(a) * std::cos(e)};
+}
+
+Texel PaintEye(const SkinPoint &point) {
+    const Vec d = Unit(point.position - EyeCentre());
+    const double angle = std::acos(std::clamp(Dot(d, FromEye(0, 0)), -1.0, 1.0)) / Degree;
+    const double around = std::atan2(d.y, d.x);
+    Texel texel;
+    Vec color = Mix(Color(232, 228, 224), Color(214, 176, 168), SmoothStep(38, 70, angle));
+    const double rays =
+        Noise({around * 9, angle * 0.05, 0}) * 0.5 + Noise({around * 20, angle * 0.1, 5}) * 0.3;
+    Vec iris = Mix(Color(112, 82, 50), Color(62, 68, 58), SmoothStep(12, 24, angle)) * (1 + 0.35 * rays);
+    iris = Mix(iris, Color(28, 24, 22), SmoothStep(22.5, 26, angle));
+    color = Mix(iris, color, SmoothStep(25.5, 28, angle));
+    color = Mix(Color(8, 7, 7), color, SmoothStep(9.5, 11.5, angle));
+    // The lid's shadow, and the window's light.
+    color = color * (1 - 0.35 * SmoothStep(4, 30, std::asin(d.y) / Degree));
+    const Vec light = FromEye(-9, 13);
+    color = Mix(color, Color(255, 255, 255),
+                0.9 * (1 - SmoothStep(2.5, 4.5, std::acos(std::min(1.0, Dot(d, light))) / Degree)));
+    texel.color = color;
+    texel.gloss = 0.9;
+    return texel;
+}
+
+const double UpperCorner = -2; // where both lids meet, degrees
+
+// The free edge of a lid, degrees upwards, at -1 (nose) to 1.
+double LidEdge(double across, bool isUpper, bool isOpen) {
+    const double arch = std::sqrt(std::max(0.0, 1 - std::pow(std::abs(across), 2.2)));
+    const double corner = UpperCorner + 3 * across; // the outer corner stands higher
+    if (!isUpper) return corner - 21 * arch * (1 + 0.1 * across);
+    return isOpen ? corner + 25 * arch * (1 - 0.12 * across) : corner - 19 * arch * (1 + 0.1 * across);
+}
+
+Texel PaintLid(const SkinPoint &point, bool isUpper) {
+    Texel texel = Skin(point, 0.28);
+    const double edge = isUpper ? point.v : point.v; // 1 at the free edge
+    texel.color = Mix(texel.color, Color(160, 98, 80), isUpper ? 0.30 : 0.15);
+    if (isUpper)
+        texel.color = Mix(texel.color, Color(24, 15, 12), SmoothStep(0.84, 0.93, edge));
+    else
+        texel.color = Mix(texel.color, Color(86, 48, 40), 0.7 * SmoothStep(0.86, 0.98, edge));
+    texel.color = texel.color * (1 - 0.2 * SmoothStep(0.25, 0.0, edge));
+    return texel;
+}
+
+Grid LidSkin(bool isUpper, bool isOpen) {
+    const double reach = 60; // degrees to both corners
+    const auto at = [=](double u, double v) {
+        const double across = u * 2 - 1;
+        const double root = isUpper ? 78 : -72;
+        const double edge = LidEdge(across * 1.02 > 1 ? 1 : across, isUpper, isOpen);
+        const double up = Mix(root, edge, v);
+        // Thicker towards the free edge, and lashes reach out of the upper lid.
+        const double radius = EyeRadius + 0.9 + (isUpper ? 2.6 * SmoothStep(0.9, 1.0, v) : 0.3 * v);
+        const double lash = isUpper ? -4 * SmoothStep(0.9, 1.0, v) : 0;
+        return EyeCentre() + FromEye(across * reach, up + lash) * (radius * 0.001);
+    };
+    return Sheet(17, 9, at, [](Vec p) { return p - EyeCentre(); });
+}
+
+void AddEyes(std::vector<Surface> &surfaces) {
+    Surface eye;
+    eye.joint = Head;
+    eye.chart = "eye";
+    eye.width = 160;
+    eye.height = 160;
+    eye.paint = PaintEye;
+    eye.turnsWithEyes = true;
+    eye.eyeCentre = EyeCentre();
+    eye.grid = Sheet(
+        13, 13,
+        [](double u, double v) {
+            return EyeCentre() + FromEye((u - 0.5) * 170, (v - 0.5) * 150) * (EyeRadius * 0.001);
+        },
+        [](Vec p) { return p - EyeCentre(); });
+    surfaces.push_back(eye);
+    surfaces.push_back(Mirror(eye, Head));
+    for (int state = 0; state < 3; state++) {
+        const bool isUpper = state < 2, isOpen = state == 0;
+        Surface lid;
+        lid.joint = Head;
+        lid.shown = !isUpper ? Shown::Always : isOpen ? Shown::EyesOpen : Shown::EyesClosed;
+        lid.chart = isUpper ? "upper lid" : "lower lid";
+        lid.width = 180;
+        lid.height = 110;
+        lid.paint = [isUpper](const SkinPoint &point) { return PaintLid(point, isUpper); };
+        lid.grid = LidSkin(isUpper, isOpen);
+        surfaces.push_back(lid);
+        surfaces.push_back(Mirror(lid, Head));
+    }
+}
+
+// ---- Mouth ----
+
+const double MouthHalf = 23.5, MouthUp = -57.5; // millimetres
+
+// The line between the lips at -1 to 1, moved down by so many millimetres in the middle.
+Vec OnMouthLine(double across, double down) {
+    const double side = across * MouthHalf;
+    const double up = MouthUp + 1.2 * across * across - 0.9 * std::exp(-std::pow(across / 0.28, 2))
+                      - down * (1 - across * across);
+    return OnHead(side, up, 0);
+}
+
+// Where the face's skin is, in front of a place.
+Vec OnFace(Vec p, double lift) {
+    const Vec from = {p.x, p.y, HeadCentre.z - 0.04};
+    const Vec skin = Leave(HeadSolid, from, {0, 0, -1}, 0.2);
+    return skin + Vec{0, 0, -0.001 * lift};
+}
+
+Texel PaintLip(const SkinPoint &point) {
+    Texel texel;
+    const double lines = Noise({point.u * 46, point.v * 1.5, 0});
+    const Vec color = Color(184, 92, 88) * (1 + 0.05 * lines);
+    const double rim =
+        SmoothStep(0.0, 0.22, point.v) * SmoothStep(0, 0.04, point.u) * SmoothStep(0, 0.04, 1 - point.u);
+    texel.color = Mix(SkinTone * 0.93, color, rim);
+    texel.color = texel.color * (1 - 0.55 * SmoothStep(0.84, 1.0, point.v)); // the line where they meet
+    texel.height = 0.00012 * lines;
+    texel.gloss = 0.4;
+    return texel;
+}
+
+// From the outer edge (v = 0) to where both lips meet.
+Grid LipSkin(bool isUpper, double opening) {
+    const auto at = [=](double u, double v) {
+        const double across = u * 2 - 1;
+        const double taper = std::pow(std::max(0.0, 1 - across * across), 0.75);
+        const double bow = isUpper ? 0.8 * std::exp(-std::pow((std::abs(across) - 0.24) / 0.2, 2))
+                                         - 0.9 * std::exp(-std::pow(across / 0.12, 2))
+                                   : 0;
+        const double tall = (isUpper ? 6.0 + bow : 8.0) * taper;
+        const double shift = isUpper ? -opening * 0.25 : opening * 0.75;
+        const Vec line = OnMouthLine(across, shift);
+        const Vec place = line + Vec{0, (isUpper ? 1 : -1) * tall * (1 - v) * 0.001, 0};
+        const double round = std::sin(std::min(1.0, v * 1.12) * 2.5);
+        const double lift =
+            -0.5 + (isUpper ? 3.0 : 3.8) * taper * std::max(0.0, round) - 1.6 * SmoothStep(0.85, 1, v);
+        return OnFace(place, lift);
+    };
+    return Sheet(19, 7, at, [isUpper](Vec) { return Vec{0, isUpper ? -0.15 : 0.15, -1}; });
+}
+
+// The dark between open lips, with a row of teeth.
+Texel PaintMouth(const SkinPoint &point) {
+    Texel texel;
+    const double tooth = 0.85 + 0.15 * SmoothStep(0.02, 0.12, std::abs(std::fmod(point.u * 9, 1.0) - 0.5));
+    texel.color = Mix(Color(58, 18, 18), Color(226, 218, 206) * tooth,
+                      SmoothStep(0.50, 0.56, point.v) * SmoothStep(0.12, 0.3, point.u)
+                          * SmoothStep(0.12, 0.3, 1 - point.u));
+    texel.gloss = 0.4;
+    return texel;
+}
+
+void AddLips(std::vector<Surface> &surfaces) {
+    for (int state = 0; state < 4; state++) {
+        const bool isUpper = state % 2 == 0, isOpen = state >= 2;
+        Surface lip;
+        lip.joint = Head;
+        lip.shown = isOpen ? Shown::LipsOpen : Shown::LipsClosed;
+        lip.chart = isUpper ? "upper lip" : "lower lip";
+        lip.width = 220;
+        lip.height = 70;
+        lip.paint = PaintLip;
+        lip.grid = LipSkin(isUpper, isOpen ? 6.5 : 0);
+        surfaces.push_back(lip);
+    }
+    Surface inside;
+    inside.joint = Head;
+    inside.shown = Shown::LipsOpen;
+    inside.chart = "mouth";
+    inside.width = 120;
+    inside.height = 40;
+    inside.paint = PaintMouth;
+    inside.grid = Sheet(
+        17, 5,
+        [](double u, double v) {
+            const double across = u * 2 - 1;
+            return OnFace(OnMouthLine(across, Mix(6.0, -2.5, v)), 0.5);
+        },
+        [](Vec) {
+            return Vec{0, 0, -1};
+        });
+    surfaces.push_back(inside);
+}
+
+// ---- Glasses ----
+
+// A closed tube along a line.
+Grid Tube(const std::function<Vec(double)> &line, double radius, int columns, int rows, Vec up) {
+    const auto at = [=](double u, double v) {
+        const Vec along = Unit(line(std::min(v + 0.01, 1.0)) - line(std::max(v - 0.01, 0.0)));
+        const Vec side = Unit(Cross(along, up)), top = Cross(side, along);
+        const double a = u * 360 * Degree;
+        return line(v) + (side * std::cos(a) + top * std::sin(a)) * radius;
+    };
+    Grid grid = Sheet(columns, rows, at, [](Vec) { return Vec{0, 1, 0}; });
+    for (int row = 0; row < rows; row++)
+        for (int column = 0; column < columns; column++) {
+            const size_t i = static_cast<size_t>(row * columns + column);
+            grid.normals[i] = Unit(grid.positions[i] - line(static_cast<double>(row) / (rows - 1)));
+        }
+    return grid;
+}
+
+// The rim of the right lens, drop-shaped.
+Vec OnRim(double turn) {
+    const double a = turn * 360 * Degree;
+    const double x = std::cos(a), y = std::sin(a);
+    const double side = 33 + 26 * x + (y < 0 ? 3.5 * y * x : 0),
+                 up = 1 + (y > 0 ? 15 : 24) * y - 2 * x * (y < 0 ? -y : 0);
+    return OnHead(side, up, 99 - 0.0085 * side * side + 0.06 * up);
+}
+
+void AddGlasses(std::vector<Surface> &surfaces) {
+    Surface frame;
+    frame.joint = Head;
+    frame.shown = Shown::WithGlasses;
+    frame.chart = "glasses frame";
+    frame.width = 32;
+    frame.height = 32;
+    frame.paint = [](const SkinPoint &) { return Texel{Gold * 0.75, 0, 0.9}; };
+    frame.grid = Tube(OnRim, 0.0011, 6, 33, {0, 0, 1});
+    surfaces.push_back(frame);
+    surfaces.push_back(Mirror(frame, Head));
+    const auto temple = [](double v) {
+        const double hook = SmoothStep(0.75, 1, v);
+        return OnHead(Mix(59, 79, std::min(1.0, v * 2.2)), 9 - 26 * hook * hook, Mix(71, -14, v));
+    };
+    frame.grid = Tube(temple, 0.0011, 6, 12, {0, 1, 0.1});
+    surfaces.push_back(frame);
+    surfaces.push_back(Mirror(frame, Head));
+    frame.grid =
+        Tube([](double v) { return OnHead((v - 0.5) * 17, 9 + 2 * std::sin(v * 180 * Degree), 101); }, 0.001,
+             6, 6, {0, 1, 0});
+    surfaces.push_back(frame);
+    Surface lens = frame;
+    lens.chart = "lens";
+    lens.width = 64;
+    lens.height = 64;
+    lens.paint = [](const SkinPoint &point) {
+        return Texel{Mix(Color(62, 54, 42), Color(20, 20, 22),
+                         SmoothStep(-0.01, 0.02, point.position.y - HeadCentre.y)),
+                     0, 1};
+    };
+    lens.grid = Sheet(
+        25, 4,
+        [](double u, double v) {
+            const Vec middle = OnHead(33, -2, 91.5);
+            return Mix(middle, OnRim(u), v) + Vec{0, 0, -0.0012 * (1 - v * v)};
+        },
+        [](Vec p) { return p - OnHead(33, 0, 0); });
+    surfaces.push_back(lens);
+    surfaces.push_back(Mirror(lens, Head));
+}
+
+} // namespace
+
+void AddFace(std::vector<Surface> &surfaces) {
+    AddEyes(surfaces);
+    AddLips(surfaces);
+    AddGlasses(surfaces);
+}
+
+} // namespace figure_maker

@@ -1,0 +1,204 @@
+// The joints of a person of 1.68 m. The right side is laid out and the left one mirrored; turns are
+// right-handed on both sides, so that a mirrored pose has its y and z values negated.
+#include "tools/figure/rig.h"
+
+namespace figure_maker {
+
+namespace {
+
+const char *const ArmNames[] = {"arm1", "arm2", "arm3"};
+const char *const LegNames[] = {"leg1", "leg2", "leg3"};
+
+const double UpperArm = 0.285, Forearm = 0.245;
+const Vec Shoulder = {0.168, 0.528, 0.158}, Wrist = {0.122, 0.203, -0.075};
+const Vec ElbowSide = {0.55, -0.30, 0.75}; // where the elbow points
+const Vec HandDirection = {-0.10, -0.09, -1}, HandUp = {0.22, 1, 0};
+const Vec Hip = {0.088, 0.093, 0.085}, Knee = {0.118, 0.118, -0.345}, Ankle = {0.118, -0.250, -0.485},
+          Toes = {0.130, -0.315, -0.64};
+
+// Of each finger, thumb first, in the right hand's axes: the base, the three lengths, how far it points
+// outwards, and its natural bend at each joint.
+struct FingerShape {
+    Vec base;
+    double lengths[3];
+    double outwards;
+    double bend[3];
+};
+const FingerShape FingerShapes[5] = {
+    {{-0.022, -0.008, -0.022}, {0.043, 0.031, 0.026}, -42, {4, 8, 10}},
+    {{-0.027, 0.000, -0.086}, {0.041, 0.024, 0.020}, -4, {10, 14, 8}},
+    {{-0.005, 0.002, -0.090}, {0.045, 0.028, 0.021}, -1, {10, 16, 9}},
+    {{0.016, 0.001, -0.085}, {0.041, 0.026, 0.021}, 3, {11, 17, 10}},
+    {{0.034, -0.003, -0.075}, {0.032, 0.019, 0.018}, 8, {11, 16, 10}},
+};
+
+using JointTable = std::array<Joint, JointCount>;
+
+// Where two bones of the given lengths meet between a and b, bent towards a side.
+Vec Between(Vec a, Vec b, double first, double second, Vec side) {
+    const Vec along = Unit(b - a);
+    const double distance = Length(b - a);
+    const double foot = (first * first - second * second + distance * distance) / (2 * distance);
+    const Vec out = Unit(side - along * Dot(side, along));
+    return a + along * foot + out * std::sqrt(first * first - foot * foot);
+}
+
+struct Limits {
+    double low[3], high[3];
+};
+
+void Set(Joint &joint, const std::string &name, int parent, Vec pivot, Vec end, const Frame &axes,
+         const char *order, const Limits &limits) {
+    joint.name = name;
+    joint.parent = parent;
+    joint.pivot = pivot;
+    joint.end = end;
+    const Vec directions[3] = {axes.x, axes.y, axes.z};
+    for (int axis = 0; axis < 3; axis++) {
+        joint.axes[axis] = directions[axis];
+        joint.low[axis] = limits.low[axis];
+        joint.high[axis] = limits.high[axis];
+    }
+    joint.order = order;
+}
+
+void SetSpine(JointTable &joints) {
+    const Frame upright;
+    Set(joints[BodyMiddle], "body_mid", WholeFigure, {0, 0.170, 0.115}, {0, 0.330, 0.135}, upright, "yxz",
+        {{-28, -20, -14}, {12, 20, 14}});
+    Set(joints[BodyTop], "body_top", BodyMiddle, {0, 0.330, 0.135}, {0, 0.575, 0.165}, upright, "yxz",
+        {{-24, -22, -14}, {12, 22, 14}});
+    Set(joints[Neck], "neck", BodyTop, {0, 0.575, 0.165}, {0, 0.705, 0.150}, upright, "yxz",
+        {{-22, -30, -14}, {22, 30, 14}});
+    Set(joints[Head], "head", Neck, {0, 0.705, 0.150}, {0, 0.860, 0.140}, upright, "yxz",
+        {{-28, -48, -14}, {26, 48, 14}});
+    Set(joints[WholeFigure], "xyz", NoJoint, {}, {}, upright, "xyz", {{-0.1, -0.1, -0.15}, {0.1, 0.1, 0.15}});
+}
+
+void SetArm(JointTable &joints) {
+    const Vec elbow = Between(Shoulder, Wrist, UpperArm, Forearm, ElbowSide);
+    const Frame hand = HandFrame(true);
+    // The upper arm's y is along the bone; the elbow is a hinge about x.
+    const Vec up = Unit(Shoulder - elbow), back = Unit(elbow - Wrist);
+    const Vec hinge = Unit(Cross(up, back));
+    const Frame upper = {Shoulder, hinge, up, Cross(hinge, up)};
+    const Frame fore = {elbow, hinge, Cross(back, hinge), back};
+    Set(joints[RightArm], "r_arm1", BodyTop, Shoulder, elbow, upper, "xzy",
+        {{-45, -75, -35}, {160, 75, 100}});
+    Set(joints[RightArm + 1], "r_arm2", RightArm, elbow, Wrist, fore, "yxz", {{-80, -4, -100}, {55, 4, 100}});
+    Set(joints[RightArm + 2], "r_arm3", RightArm + 1, Wrist, ToWorld(hand, {0, 0, -0.09}), hand, "yxz",
+        {{-65, -28, -45}, {65, 28, 45}});
+}
+
+void SetFinger(JointTable &joints, int finger) {
+    const FingerShape &shape = FingerShapes[finger];
+    const Frame hand = HandFrame(true);
+    const Limits fingerLimits = {{-25, -15, -16}, {95, 15, 16}},
+                 thumbLimits = {{-30, -40, -35}, {60, 40, 35}};
+    // In the hand's axes; a thumb's nail looks sideways.
+    Vec direction = Turn({0, 0, -1}, {0, 1, 0}, -shape.outwards);
+    Vec nail = {0, 1, 0};
+    if (finger == 0) {
+        direction = Unit(direction + Vec{0, -0.28, 0});
+        nail = {-0.62, 0.70, 0.15};
+    }
+    Vec pivot = shape.base;
+    for (int segment = 0; segment < 3; segment++) {
+        const Frame straight = FrameAlong(pivot, direction, nail);
+        direction = Turn(direction, straight.x, -shape.bend[segment]);
+        const Frame bent = FrameAlong(pivot, direction, nail);
+        const Vec end = pivot + direction * shape.lengths[segment];
+        // x curls; z spreads, about the nail's direction; y twists.
+        const Frame axes = {{},
+                            ToWorldDirection(hand, bent.x * -1),
+                            ToWorldDirection(hand, bent.z * -1),
+                            ToWorldDirection(hand, bent.y)};
+        const int index = RightFingers + finger * 3 + segment;
+        Set(joints[static_cast<size_t>(index)],
+            "r_f" + std::to_string(finger + 1) + std::to_string(segment + 1),
+            segment == 0 ? RightArm + 2 : index - 1, ToWorld(hand, pivot), ToWorld(hand, end), axes, "zxy",
+            finger == 0 ? thumbLimits : fingerLimits);
+        pivot = end;
+    }
+}
+
+void SetLeg(JointTable &joints) {
+    // x is level for all three; the thigh's z and the shank's y are along the bone.
+    const Frame thigh = FrameAlong(Hip, Knee - Hip, {0, 1, 0});
+    const Vec up = Unit(Knee - Ankle);
+    const Frame shank = {Knee, {1, 0, 0}, up, Cross({1, 0, 0}, up)};
+    Set(joints[RightLeg], "r_leg1", WholeFigure, Hip, Knee, thigh, "yxz", {{-8, -25, -12}, {22, 25, 12}});
+    Set(joints[RightLeg + 1], "r_leg2", RightLeg, Knee, Ankle, shank, "xzy", {{-30, -20, -8}, {30, 20, 8}});
+    Set(joints[RightLeg + 2], "r_leg3", RightLeg + 1, Ankle, Toes, Frame{}, "yxz",
+        {{-25, -20, -10}, {25, 20, 10}});
+}
+
+// A limb's left joint from its right one: x turns mirrored, y and z turn the same way in space.
+Joint Mirrored(const Joint &right, int offset) {
+    Joint left = right;
+    left.name[0] = 'l';
+    if (left.parent >= LeftArm && left.parent != WholeFigure) left.parent += offset;
+    left.pivot = MirrorX(right.pivot);
+    left.end = MirrorX(right.end);
+    for (int axis = 0; axis < 3; axis++) {
+        const Vec mirrored = MirrorX(right.axes[axis]);
+        const bool isSame = axis == 0;
+        // The mirror image of a turn is one about the negated mirror image of its axis.
+        left.axes[axis] = isSame ? mirrored * -1 : mirrored;
+        if (!isSame) {
+            left.low[axis] = -right.high[axis];
+            left.high[axis] = -right.low[axis];
+        }
+    }
+    return left;
+}
+
+JointTable MakeJoints() {
+    JointTable joints;
+    SetSpine(joints);
+    SetArm(joints);
+    for (int finger = 0; finger < 5; finger++) SetFinger(joints, finger);
+    SetLeg(joints);
+    for (size_t i = 0; i < 18; i++) joints[LeftArm + i] = Mirrored(joints[RightArm + i], LeftArm - RightArm);
+    for (size_t i = 0; i < 3; i++) joints[LeftLeg + i] = Mirrored(joints[RightLeg + i], LeftLeg - RightLeg);
+    return joints;
+}
+
+// What comes of the transform after a turn about a fixed axis through a point, in the transform's own
+// coordinates.
+Frame TurnedAbout(const Frame &carried, Vec pivot, Vec axis, double degrees) {
+    const Frame turned = {pivot - Turn(pivot, axis, degrees), Turn({1, 0, 0}, axis, degrees),
+                          Turn({0, 1, 0}, axis, degrees), Turn({0, 0, 1}, axis, degrees)};
+    return {ToWorld(carried, turned.origin), ToWorldDirection(carried, turned.x),
+            ToWorldDirection(carried, turned.y), ToWorldDirection(carried, turned.z)};
+}
+
+} // namespace
+
+const std::array<Joint, JointCount> &Joints() {
+    static const JointTable joints = MakeJoints();
+    return joints;
+}
+
+Frame HandFrame(bool isRight) {
+    if (isRight) return FrameAlong(Wrist, HandDirection, HandUp);
+    return FrameAlong(MirrorX(Wrist), MirrorX(HandDirection), MirrorX(HandUp));
+}
+
+std::array<Frame, JointCount> CarriedFrames(const Pose &pose) {
+    std::array<Frame, JointCount> frames;
+    frames[WholeFigure].origin = {pose[WholeFigure][0], pose[WholeFigure][1], pose[WholeFigure][2]};
+    for (size_t i = 0; i < WholeFigure; i++) { // a parent stands before its children
+        const Joint &joint = Joints()[i];
+        Frame frame = frames[static_cast<size_t>(joint.parent)];
+        for (const char *letter = joint.order; *letter; letter++) {
+            const int axis = *letter - 'x';
+            const double value = pose[i][static_cast<size_t>(axis)];
+            if (value != 0) frame = TurnedAbout(frame, joint.pivot, joint.axes[axis], value);
+        }
+        frames[i] = frame;
+    }
+    return frames;
+}
+
+} // namespace figure_maker

@@ -1,0 +1,58 @@
+// The figure's joints: where they are while she sits with her hands on her thighs, about which axes they
+// turn, and how far. The object and the poses are made from this one table, so that their lengths agree.
+//
+// The origin is the top centre of the seat's cushion; she looks forward, along -z. Every value is 0 in the
+// rest position. Angles are degrees, right-handed about the axis; the last channel is the whole figure's
+// offset, metres.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "tools/figure/vectors.h"
+
+namespace figure_maker {
+
+const int JointCount = 47;
+
+// Indices of channels, as in data/obj/fennic.txt. Sides are hers.
+enum Channel {
+    BodyMiddle = 0,
+    BodyTop = 1,
+    Neck = 2,
+    Head = 3,
+    LeftArm = 4,     // upper arm, forearm, hand
+    LeftFingers = 7, // thumb first, three joints each
+    RightArm = 22,
+    RightFingers = 25,
+    LeftLeg = 40, // thigh, shank, foot
+    RightLeg = 43,
+    WholeFigure = 46,
+    NoJoint = -1
+};
+
+struct Joint {
+    std::string name;
+    int parent = NoJoint;
+    Vec pivot;              // at rest
+    Vec axes[3];            // of the channel's x, y and z at rest, unit length
+    const char *order;      // which turn comes first, counted from the parent: "yxz"
+    double low[3], high[3]; // what a position may ask for; metres for the whole figure
+    Vec end;                // of the bone that begins at the pivot, at rest
+};
+
+const std::array<Joint, JointCount> &Joints();
+
+// One value per channel and axis.
+using Pose = std::array<std::array<double, 3>, JointCount>;
+
+// What takes points at rest to where each joint carries them.
+std::array<Frame, JointCount> CarriedFrames(const Pose &pose);
+
+// The hand's own axes at rest: origin in the wrist, -z along the hand, y out of its back.
+Frame HandFrame(bool isRight);
+
+// Between the two ears, on the line through both; the head is modelled about it.
+const Vec HeadCentre = {0, 0.752, 0.140};
+
+} // namespace figure_maker
