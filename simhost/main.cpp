@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "simhost/aircraft_folder.h"
+#include "simhost/chart/chart.h"
 #include "simhost/check/check.h"
 #include "simhost/flight.h"
 
@@ -16,6 +17,7 @@ constexpr const char *USAGE =
     "usage: fennic-sim [--aircraft DIR] [--fps N] [--screen WxH] [--window] [--quiet] [--keep]\n"
     "                  [--xplane DIR] FLIGHT.lua [ARG...]\n"
     "       fennic-sim check [--xplane DIR] FOLDER\n"
+    "       fennic-sim graph [--dot] FOLDER [DEVICE]\n"
     "\n"
     "  --aircraft DIR  the aircraft to fly: a path, or a name in the folder \"aircraft\" beside this\n"
     "                  program (Cessna_172SP when not given); it is copied, never written to\n"
@@ -29,6 +31,9 @@ constexpr const char *USAGE =
     "\"check\" reads an aircraft's systems files, positions, settings and fonts as the plug-in does, and\n"
     "reports each mistake as file:line: severity: text. Exit status: 0 none, 1 errors or warnings, 2 no such\n"
     "folder.\n"
+    "\n"
+    "\"graph\" prints a picture (SVG, made by Graphviz): systems, devices and who reads whom, or one checklist\n"
+    "as a flow. --dot prints what Graphviz is given instead.\n"
     "\n"
     "Exit status: 0 the flight went well; 1 the script failed or a plug-in left something behind;\n"
     "2 wrong usage; 3 a plug-in crashed or hung.\n";
@@ -67,10 +72,26 @@ int Check(int count, char **words) {
     return options.folder.empty() ? Refuse("check needs a folder") : simhost::CheckFolder(options);
 }
 
+// "fennic-sim graph [--dot] FOLDER [DEVICE]"
+int Chart(int count, char **words) {
+    simhost::ChartOptions options;
+    for (int place = 0; place < count; ++place) {
+        const std::string_view word = words[place];
+        if (word == "--dot")
+            options.isDot = true;
+        else if (word.starts_with('-') || !options.device.empty())
+            return Refuse("graph takes a folder, one device and --dot; got " + std::string(word));
+        else
+            (options.folder.empty() ? options.folder : options.device) = word;
+    }
+    return options.folder.empty() ? Refuse("graph needs a folder") : simhost::ChartFolder(options);
+}
+
 } // namespace
 
 int main(int count, char **words) {
     if (count > 1 && std::strcmp(words[1], "check") == 0) return Check(count - 2, words + 2);
+    if (count > 1 && std::strcmp(words[1], "graph") == 0) return Chart(count - 2, words + 2);
     simhost::FlightOptions options;
     std::string aircraft = STANDARD_AIRCRAFT;
     int place = 1;

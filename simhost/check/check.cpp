@@ -2,44 +2,21 @@
 // tables, and looks at what came of it.
 #include "simhost/check/check.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <string_view>
 
-#include "figure/channels.h"
-#include "frame/commands.h"
-#include "frame/simulator_datarefs.h"
-#include "simhost/aircraft_folder.h"
 #include "simhost/check/checks.h"
 #include "simhost/check/findings.h"
+#include "simhost/check/folder.h"
 #include "simhost/simulator.h"
-#include "simhost/simulator_lists.h"
 #include "systems/reader.h"
 #include "util/files.h"
 #include "util/numbers.h"
 #include "util/paths.h"
-#include "voice/speech_link.h"
 
 namespace simhost {
 
 namespace {
-
-namespace fs = std::filesystem;
-
-bool hasSystems(const fs::path &folder) {
-    std::error_code failed;
-    return fs::exists(folder / "systems", failed) || fs::exists(folder / "sys.txt", failed);
-}
-
-// The folder that holds the systems files, ending in "/"; empty when there is none.
-std::string FindPluginFolder(const std::string &folder) {
-    std::error_code failed;
-    const fs::path base = fs::absolute(folder, failed).lexically_normal();
-    if (hasSystems(base)) return (base / "").lexically_normal();
-    for (const auto &plugin : fs::directory_iterator(base / "plugins", failed))
-        if (hasSystems(plugin.path() / "64")) return (plugin.path() / "64" / "").lexically_normal();
-    return "";
-}
 
 // "KV FENNIC Plugin: 0 SEC TFT <file> line <n>: <reason> - line dropped: <text>"
 bool AddDroppedLine(const std::string &message) {
@@ -87,23 +64,8 @@ void CollectReaderMessages() {
 }
 
 int CheckFolder(const CheckOptions &options) {
-    const std::string pluginFolder = FindPluginFolder(options.folder);
-    if (pluginFolder.empty()) {
-        std::fprintf(stderr, "fennic-sim: no systems files in %s\n", options.folder.c_str());
-        return 2;
-    }
-    ResetSimulator();
-    std::string error;
-    if (!options.xplaneFolder.empty() && !ReadSimulatorLists(options.xplaneFolder, error)) {
-        std::fprintf(stderr, "fennic-sim: %s\n", error.c_str());
-        return 2;
-    }
-    SetFolders(pluginFolder, pluginFolder, "");
-    ActAsPlugin(pluginFolder + "lin.xpl");
-    FindSimulatorDatarefs();
-    CreateSpeechDatarefs();
-    CustCommInit();
-
+    const std::string pluginFolder = EnterFolder(options.folder, options.xplaneFolder);
+    if (pluginFolder.empty()) return 2;
     CheckSettings(pluginFolder);
     CheckFigureFiles(pluginFolder);
     ReadSystems(pluginFolder);
@@ -117,7 +79,7 @@ int CheckFolder(const CheckOptions &options) {
     CheckFonts(pluginFolder);
 
     std::error_code failed;
-    const std::string folder = (fs::absolute(options.folder, failed) / "").lexically_normal();
+    const std::string folder = (std::filesystem::absolute(options.folder, failed) / "").lexically_normal();
     const std::string shown = options.folder + (options.folder.ends_with('/') ? "" : "/");
     return PrintFindings(pluginFolder, folder, shown) ? 0 : 1;
 }

@@ -1,4 +1,5 @@
 // The checker, on files with one mistake each.
+#include "simhost/chart/chart.h"
 #include "simhost/check/check.h"
 
 #include <chrono>
@@ -166,6 +167,26 @@ TEST_F(Check, NamesOfTheSimulatorByItsLists) {
           "A.txt:7: error: the simulator has no dataref sim/a/bad",
           "A.txt:11: error: the simulator has no command sim/a/gone", "4 errors, 0 warnings"})
         EXPECT_NE(output.find(finding), std::string::npos) << finding << " in\n" << output;
+}
+
+// The description names what a reader of the picture looks for; the arrows are what can be wrong in it.
+TEST_F(Check, ChartsOfSystemsAndOfASequence) {
+    write("systems/_systems.txt", "A\n");
+    write("systems/A.txt", Head + std::string(Step)
+                               + "out=LOOK,int,,0,,,,,,,,0\nlogic:\n[A.D.X]<[5]\nexecute=1,a & b,0\n"
+                                 "logic:\nexecute=3,,0\n");
+    const auto chart = [&](const char *device) {
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(simhost::ChartFolder({plugin, device, true}), 0);
+        return testing::internal::GetCapturedStdout();
+    };
+    const std::string systems = chart("");
+    EXPECT_NE(systems.find("d0_0 -> d0_1;"), std::string::npos) << systems;
+    const std::string flow = chart("LIST");
+    for (const char *part : {"the pilot says \"go\"", "A.D.X &lt; 5", "says \"a &amp; b\"", "s0 -> s1;",
+                             "s1 -> done;", "s1:b1 -> broken"})
+        EXPECT_NE(flow.find(part), std::string::npos) << part << " in\n" << flow;
+    EXPECT_EQ(simhost::ChartFolder({plugin, "D", true}), 2) << "no sequence";
 }
 
 TEST_F(Check, AHundredThousandLinesInASecond) {
