@@ -2,6 +2,8 @@
 // into an offscreen buffer of its logical ("reference") size, and the window shows that buffer at whatever
 // size the user gave it. Panel coordinates: origin at the upper left, x right, y down, in reference units; an
 // item at (x, y) of size w × h covers x < px < x + w and y - h < py < y.
+//
+// The simulator holds a panel's address from Create to Delete: a panel must not move.
 #pragma once
 
 #include <string>
@@ -18,11 +20,11 @@ struct VR_texture_struct {
     int width = 0, height = 0; // the picture's
     int texture = 0;           // id (gfx/textures.h)
     int visible = 1;
-    int owner = 0;
+    int owner = 0; // the owner's
 };
 
 struct VR_btn_struct {
-    int style = 0; // 1: a picture of its own for the selected state
+    int style = 0; // 1: a picture of its own for the selected state; else a tint and a frame show it
     int x = 0, y = 0;
     float alpha = 1.0F;
     int width = 0, height = 0;
@@ -32,26 +34,29 @@ struct VR_btn_struct {
     int c = 0, d = 0; // the owner's
 };
 
+const int BoxTextMargin = 4; // at both ends of a box
+
 struct VR_box_struct {
     int x = 0, y = 0;
     std::string text;
     int font = 0;
-    int maxLength = 0; // characters
+    int maxLength = 0; // characters that can be typed
     int width = 0, height = 0;
     int focused = 0; // 1: has the keyboard
     int page = 0;
-    int cursor = 0;                // place before which the next character goes
-    int scroll = 0;                // first character shown
-    int background = 0, frame = 0; // palette colours
+    int cursor = 0;                     // place before which the next character goes
+    int scroll = 0;                     // first character shown
+    int background = 0, textColour = 0; // palette colours
 };
 
 struct VR_text_struct {
     int x = 0, y = 0;
     std::string text;
     int font = 0;
-    int colour = 0;
+    int colour = 0; // palette colour
 };
 
+// A black frame that darkens what is below it.
 struct VR_rectangle_struct {
     int x = 0, y = 0, width = 0, height = 0;
 };
@@ -72,27 +77,40 @@ public:
     std::vector<VR_rectangle_struct> rectangles;
     std::vector<VR_btn_struct> buttons;
     std::vector<VR_texture_struct> textures;
-    int clickedButton = -1;
+    int clickedButton = -1; // the one that the last click hit
     FBO_class buffer;
     int redraw = 0;
-    int page = 0;
-    XPLMCommandRef showHideCommand = nullptr; // closes the window when it ends
+    int page = 0; // whose boxes are shown
+    XPLMCommandRef showHideCommand = nullptr; // its end closes the window; to be set before Create
 
+    // Opens the window and makes the buffer, width × height being the reference size. Not twice without a
+    // Delete in between.
     void Create(const std::string &title, int width, int height);
+
+    // Takes everything back from the simulator; the panel is as new, and empty. Does nothing to a panel that
+    // was not created.
     void Delete();
+
+    // 1 when the window exists and is visible.
     int isShow() const;
 
+    // Each returns the item's index. visible and enabled are 0 or 1, alpha 0 to 1, owner, c and d the
+    // owner's own.
     int AddTexture(int x, int y, int textureId, int visible, float alpha, int owner);
     int AddButton(int style, int x, int y, int normalTexture, int selectedTexture, int visible, int enabled,
                   int selected, float alpha, int c, int d);
     int AddBox(int x, int y, int width, int height, const std::string &text, int font, int background,
-               int frame, int maxLength, int page);
+               int textColour, int maxLength, int page);
 
+    // Replaces a box's text; the cursor goes behind it. Nothing for an index without a box.
+    void SetBoxText(int index, const std::string &text);
+
+    // Called first whenever the panel is rendered: one unit per pixel, (0, 0) at the lower left.
     void SetDrawFunction(void (*function)());
     // Called after each click, with clickedButton set.
     void SetMouseHandlerFunction(void (*function)());
     // Called with a click that hit no button, in panel coordinates, before the mouse handler.
-    void SetPadFunction(void (*function)(int x, int y, int mouseX, int mouseY));
+    void SetPadFunction(void (*function)(int x, int y));
     // Asked first when the wheel turns; returns 1 when it took the clicks, so that the panel keeps its size.
     void SetWheelFunction(int (*function)(int clicks));
     void UnselectButtons();
@@ -101,18 +119,28 @@ public:
     void ChangeOrigSize(int width, int height);
 
 private:
-    std::string title;
+    bool isCreated = false;
+    int bufferTexture = -1; // id
     void (*drawFunction)() = nullptr;
     void (*mouseHandler)() = nullptr;
-    void (*padFunction)(int x, int y, int mouseX, int mouseY) = nullptr;
+    void (*padFunction)(int x, int y) = nullptr;
     int (*wheelFunction)(int clicks) = nullptr;
 
     void get_default_window_pos();
-    void Draw();
+    void OpenWindow();
+    void SetResizingLimits();
+    void SetPositioningMode();
+    int WidthWithinLimits(float width) const;
+    int HeightOfWidth(int width) const;
+    void FollowVr();
+    void Scale(int clicks);
+    void Click(int x, int y);
+    void FocusBoxAt(int x, int y);
+    VR_box_struct *FocusedBox();
+    void LoseFocus();
     void RenderIntoBuffer();
-    int Click(int x, int y);
-    int Wheel(int clicks);
-    void Key(char key, XPLMKeyFlags flags, bool isLosingFocus);
+    void DrawBox(const VR_box_struct &box) const;
+    void DrawButton(const VR_btn_struct &button) const;
 
     static void Draw(XPLMWindowID window, void *panel);
     static int MouseL_handler(XPLMWindowID window, int x, int y, XPLMMouseStatus status, void *panel);

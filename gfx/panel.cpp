@@ -1,0 +1,372 @@
+// The panel's window: its place, its size, mouse and keys. What it shows is in panel_drawing.cpp. In VR the
+// size belongs to the headset's geometry, on the monitor to the window's; each is kept while the other counts.
+#include "gfx/panel.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "gfx/fonts.h"
+#include "gfx/palette.h"
+#include "gfx/textures.h"
+
+namespace {
+
+const int PlaceAfterVr = 50; // of the window's lower left corner on the monitor
+const float ScalePerClick = 0.1F;
+const int BeforePhase = 1;
+const int AnyMonitor = -1;
+
+struct Geometry {
+    int left = 0, top = 0, right = 0, bottom = 0;
+};
+
+Geometry GeometryOf(XPLMWindowID window) {
+    Geometry place;
+    XPLMGetWindowGeometry(window, &place.left, &place.top, &place.right, &place.bottom);
+    return place;
+}
+
+// Buttons and boxes, whose place is their lower left corner.
+template <typename Item> bool isHit(const Item &item, int x, int y) {
+    return item.x < x && x < item.x + item.width && item.y - item.height < y && y < item.y;
+}
+
+// Scrolls so that the cursor is inside the box.
+void ShowCursor(VR_box_struct &box) {
+    const std::string_view text = box.text;
+    box.scroll = std::min(box.scroll, box.cursor);
+    const auto widthToCursor = [&] {
+        return LenFontIdS(box.font, text.substr(static_cast<size_t>(box.scroll),
+                                                static_cast<size_t>(box.cursor - box.scroll)));
+    };
+    while (box.scroll < box.cursor && widthToCursor() > box.width - 2 * BoxTextMargin) box.scroll++;
+}
+
+// A blank becomes an underscore: boxes hold names, and in the files that use them blanks do not count.
+void TypeInto(VR_box_struct &box, char character) {
+    const bool isPrintable = character >= ' ' && character <= '~';
+    if (!isPrintable || static_cast<int>(box.text.size()) >= box.maxLength) return;
+    box.text.insert(static_cast<size_t>(box.cursor), 1, character == ' ' ? '_' : character);
+    box.cursor++;
+}
+
+void PressKey(VR_box_struct &box, char key) {
+    const int length = static_cast<int>(box.text.size());
+    if (key == XPLM_KEY_RIGHT)
+        box.cursor = std::min(box.cursor + 1, length);
+    else if (key == XPLM_KEY_LEFT)
+        box.cursor = std::max(box.cursor - 1, 0);
+    else if (key != XPLM_KEY_DELETE)
+        TypeInto(box, key);
+    else if (box.cursor > 0)
+        box.text.erase(static_cast<size_t>(--box.cursor), 1);
+    ShowCursor(box);
+}
+
+} // namespace
+
+void widgetVR_class::get_default_window_pos() {
+    int screenLeft = 0, screenBottom = 0;
+    XPLMGetScreenBoundsGlobal(&screenLeft, nullptr, nullptr, &screenBottom);
+    left = screenLeft + offsetX;
+    bottom = screenBottom + offsetY;
+    right = left + (isVr ? vrWidth : referenceWidth);
+    top = bottom + (isVr ? vrHeight : referenceHeight);
+}
+
+void widgetVR_class::OpenWindow() {
+    XPLMCreateWindow_t wanted{};
+    wanted.structSize = sizeof(wanted);
+    wanted.left = left;
+    wanted.top = top;
+    wanted.right = right;
+    wanted.bottom = bottom;
+    wanted.visible = 1;
+    wanted.drawWindowFunc = Draw;
+    wanted.handleMouseClickFunc = MouseL_handler;
+    wanted.handleKeyFunc = Keyboard_handler;
+    wanted.handleCursorFunc = CursorStatus_handler;
+    wanted.handleMouseWheelFunc = MouseW_handler;
+    wanted.refcon = this;
+    wanted.decorateAsFloatingWindow = xplm_WindowDecorationRoundRectangle;
+    wanted.layer = xplm_WindowLayerFloatingWindows;
+    wanted.handleRightClickFunc = MouseR_handler;
+    window = XPLMCreateWindowEx(&wanted);
+}
+
+void widgetVR_class::Create(const std::string &title, int width, int height) {
+    vrDataref = XPLMFindDataRef("sim/graphics/VR/enabled");
+    isVr = XPLMGetDatai(vrDataref);
+    referenceWidth = currentWidth = vrWidth = width;
+    referenceHeight = currentHeight = vrHeight = height;
+    get_default_window_pos();
+    OpenWindow();
+    bufferTexture = LoadTexture("fbo"); // one for each panel
+    buffer.MakeFBO(TextureOfId(bufferTexture).number, width, height);
+    SetPositioningMode();
+    SetResizingLimits();
+    XPLMSetWindowTitle(window, title.c_str());
+    redraw = 1;
+    XPLMRegisterDrawCallback(DrawFBO, xplm_Phase_Window, BeforePhase, this);
+    if (showHideCommand)
+        XPLMRegisterCommandHandler(showHideCommand, CommandShowHideHandler, BeforePhase, this);
+    isCreated = true;
+}
+
+void widgetVR_class::Delete() {
+    if (!isCreated) return;
+    if (window) XPLMDestroyWindow(window);
+    buffer.DeleteFBO();
+    if (showHideCommand)
+        XPLMUnregisterCommandHandler(showHideCommand, CommandShowHideHandler, BeforePhase, this);
+    XPLMUnregisterDrawCallback(DrawFBO, xplm_Phase_Window, BeforePhase, this);
+    *this = widgetVR_class();
+}
+
+int widgetVR_class::isShow() const {
+    return window && XPLMGetWindowIsVisible(window) ? 1 : 0;
+}
+
+// ---- Contents ----
+
+int widgetVR_class::AddTexture(int x, int y, int textureId, int visible, float alpha, int owner) {
+    const textures_class &picture = TextureOfId(textureId);
+    textures.push_back({x, y, alpha, static_cast<int>(picture.width), static_cast<int>(picture.height),
+                        textureId, visible, owner});
+    return static_cast<int>(textures.size()) - 1;
+}
+
+int widgetVR_class::AddButton(int style, int x, int y, int normalTexture, int selectedTexture, int visible,
+                              int enabled, int selected, float alpha, int c, int d) {
+    const textures_class &picture = TextureOfId(normalTexture);
+    buttons.push_back({style, x, y, alpha, static_cast<int>(picture.width), static_cast<int>(picture.height),
+                       normalTexture, style == 1 ? selectedTexture : normalTexture, visible, enabled, selected,
+                       c, d});
+    return static_cast<int>(buttons.size()) - 1;
+}
+
+int widgetVR_class::AddBox(int x, int y, int width, int height, const std::string &text, int font,
+                           int background, int textColour, int maxLength, int boxPage) {
+    VR_box_struct &box = boxes.emplace_back();
+    box.x = x;
+    box.y = y;
+    box.width = width;
+    box.height = height;
+    box.font = font;
+    box.background = background;
+    box.textColour = textColour;
+    box.maxLength = maxLength;
+    box.page = boxPage;
+    const int index = static_cast<int>(boxes.size()) - 1;
+    SetBoxText(index, text);
+    return index;
+}
+
+void widgetVR_class::SetBoxText(int index, const std::string &text) {
+    if (index < 0 || static_cast<size_t>(index) >= boxes.size()) return;
+    VR_box_struct &box = boxes[static_cast<size_t>(index)];
+    box.text = text;
+    box.cursor = static_cast<int>(text.size());
+    box.scroll = 0;
+    ShowCursor(box);
+    redraw = 1;
+}
+
+void widgetVR_class::SetDrawFunction(void (*function)()) {
+    drawFunction = function;
+}
+
+void widgetVR_class::SetMouseHandlerFunction(void (*function)()) {
+    mouseHandler = function;
+}
+
+void widgetVR_class::SetPadFunction(void (*function)(int x, int y)) {
+    padFunction = function;
+}
+
+void widgetVR_class::SetWheelFunction(int (*function)(int clicks)) {
+    wheelFunction = function;
+}
+
+void widgetVR_class::UnselectButtons() {
+    for (VR_btn_struct &button : buttons) button.selected = 0;
+}
+
+// ---- Size and place ----
+
+void widgetVR_class::SetPositioningMode() {
+    XPLMSetWindowPositioningMode(window, isVr ? xplm_WindowVR : xplm_WindowPositionFree, AnyMonitor);
+}
+
+void widgetVR_class::SetResizingLimits() {
+    const auto times = [](float scale, int size) {
+        return static_cast<int>(scale * static_cast<float>(size));
+    };
+    XPLMSetWindowResizingLimits(window, times(minimumScale, referenceWidth),
+                                times(minimumScale, referenceHeight), times(maximumScale, referenceWidth),
+                                times(maximumScale, referenceHeight));
+}
+
+int widgetVR_class::WidthWithinLimits(float width) const {
+    const float reference = static_cast<float>(referenceWidth);
+    return static_cast<int>(std::clamp(width, minimumScale * reference, maximumScale * reference));
+}
+
+int widgetVR_class::HeightOfWidth(int width) const {
+    return static_cast<int>(static_cast<float>(referenceHeight) / static_cast<float>(referenceWidth)
+                            * static_cast<float>(width));
+}
+
+void widgetVR_class::ChangeOrigSize(int width, int height) {
+    if (!window || width <= 0 || height <= 0) return;
+    buffer.DeleteFBO();
+    buffer.MakeFBO(TextureOfId(bufferTexture).number, width, height);
+    referenceWidth = width;
+    referenceHeight = height;
+    SetResizingLimits();
+    if (isVr) {
+        XPLMGetWindowGeometryVR(window, &vrWidth, nullptr);
+        vrHeight = HeightOfWidth(vrWidth);
+        XPLMSetWindowGeometryVR(window, vrWidth, vrHeight);
+        return;
+    }
+    currentHeight = HeightOfWidth(currentWidth);
+    const Geometry place = GeometryOf(window);
+    XPLMSetWindowGeometry(window, place.left, place.top, place.left + currentWidth,
+                          place.top - currentHeight);
+}
+
+// The pilot put the headset on or took it off.
+void widgetVR_class::FollowVr() {
+    SetPositioningMode();
+    if (!isVr)
+        XPLMSetWindowGeometry(window, PlaceAfterVr, PlaceAfterVr + currentHeight, PlaceAfterVr + currentWidth,
+                              PlaceAfterVr);
+}
+
+// On the monitor the window keeps its middle.
+void widgetVR_class::Scale(int clicks) {
+    const float factor = 1.0F + ScalePerClick * static_cast<float>(clicks);
+    if (isVr) {
+        XPLMGetWindowGeometryVR(window, &vrWidth, nullptr);
+        vrWidth = WidthWithinLimits(factor * static_cast<float>(vrWidth));
+        vrHeight = HeightOfWidth(vrWidth);
+        XPLMSetWindowGeometryVR(window, vrWidth, vrHeight);
+        return;
+    }
+    currentWidth = WidthWithinLimits(factor * static_cast<float>(currentWidth));
+    currentHeight = HeightOfWidth(currentWidth);
+    const Geometry place = GeometryOf(window);
+    const int newLeft = (place.left + place.right - currentWidth) / 2;
+    const int newBottom = (place.bottom + place.top - currentHeight) / 2;
+    XPLMSetWindowGeometry(window, newLeft, newBottom + currentHeight, newLeft + currentWidth, newBottom);
+}
+
+// ---- Mouse and keys ----
+
+VR_box_struct *widgetVR_class::FocusedBox() {
+    for (VR_box_struct &box : boxes)
+        if (box.focused && box.page == page) return &box;
+    return nullptr;
+}
+
+void widgetVR_class::LoseFocus() {
+    for (VR_box_struct &box : boxes) box.focused = 0;
+}
+
+// A click elsewhere on the panel gives the keyboard back to the simulator.
+void widgetVR_class::FocusBoxAt(int x, int y) {
+    LoseFocus();
+    for (VR_box_struct &box : boxes) {
+        if (box.page != page || !isHit(box, x, y)) continue;
+        box.focused = 1;
+        XPLMTakeKeyboardFocus(window);
+        redraw = 1;
+        return;
+    }
+    if (XPLMHasKeyboardFocus(window)) XPLMTakeKeyboardFocus(nullptr);
+}
+
+void widgetVR_class::Click(int x, int y) {
+    const auto hit = std::find_if(buttons.begin(), buttons.end(), [&](const VR_btn_struct &button) {
+        return button.visible == 1 && button.enabled && isHit(button, x, y);
+    });
+    FocusBoxAt(x, y);
+    clickedButton = hit == buttons.end() ? -1 : static_cast<int>(hit - buttons.begin());
+    if (clickedButton >= 0)
+        redraw = 1;
+    else if (padFunction)
+        padFunction(x, y);
+    if (mouseHandler) mouseHandler();
+}
+
+int widgetVR_class::MouseL_handler(XPLMWindowID, int x, int y, XPLMMouseStatus status, void *refcon) {
+    widgetVR_class &panel = *static_cast<widgetVR_class *>(refcon);
+    const Geometry place = GeometryOf(panel.window);
+    const int width = place.right - place.left, height = place.top - place.bottom;
+    if (status != xplm_MouseDown || width <= 0 || height <= 0) return 1;
+    panel.Click((x - place.left) * panel.referenceWidth / width,
+                panel.referenceHeight - (y - place.bottom) * panel.referenceHeight / height);
+    return 1;
+}
+
+int widgetVR_class::MouseR_handler(XPLMWindowID, int, int, XPLMMouseStatus, void *) {
+    return 1;
+}
+
+int widgetVR_class::MouseW_handler(XPLMWindowID, int, int, int, int clicks, void *refcon) {
+    widgetVR_class &panel = *static_cast<widgetVR_class *>(refcon);
+    if (clicks == 0) return 1;
+    if (!panel.wheelFunction || !panel.wheelFunction(clicks)) panel.Scale(clicks);
+    return 1;
+}
+
+// A key together with a modifier is none of the panel's. Return and escape end the typing.
+void widgetVR_class::Keyboard_handler(XPLMWindowID, char key, XPLMKeyFlags flags, char, void *refcon,
+                                      int isLosingFocus) {
+    widgetVR_class &panel = *static_cast<widgetVR_class *>(refcon);
+    if (isLosingFocus) {
+        panel.LoseFocus();
+        panel.redraw = 1;
+    }
+    VR_box_struct *box = panel.FocusedBox();
+    if (!box || flags != xplm_DownFlag) return;
+    panel.redraw = 1;
+    if (key != XPLM_KEY_RETURN && key != XPLM_KEY_ESCAPE) {
+        PressKey(*box, key);
+        return;
+    }
+    panel.LoseFocus();
+    XPLMTakeKeyboardFocus(nullptr);
+}
+
+XPLMCursorStatus widgetVR_class::CursorStatus_handler(XPLMWindowID, int, int, void *) {
+    return xplm_CursorDefault;
+}
+
+int widgetVR_class::CommandShowHideHandler(XPLMCommandRef, XPLMCommandPhase phase, void *refcon) {
+    widgetVR_class &panel = *static_cast<widgetVR_class *>(refcon);
+    if (phase != xplm_CommandEnd || !panel.isShow()) return 1;
+    XPLMDestroyWindow(panel.window);
+    panel.window = nullptr;
+    return 1;
+}
+
+// ---- Drawing ----
+
+void widgetVR_class::Draw(XPLMWindowID, void *refcon) {
+    widgetVR_class &panel = *static_cast<widgetVR_class *>(refcon);
+    const int isVrNow = XPLMGetDatai(panel.vrDataref);
+    if (isVrNow != panel.isVr) {
+        panel.isVr = isVrNow;
+        panel.FollowVr();
+        return;
+    }
+    const Geometry place = GeometryOf(panel.window);
+    const int width = place.right - place.left, height = place.top - place.bottom;
+    if (!panel.isVr) { // the user can also drag the window's edges
+        panel.currentWidth = width;
+        panel.currentHeight = height;
+    }
+    DrawTextureBufferIdXYWHCT(panel.bufferTexture, place.left, place.bottom, width, height, ColourWhite, 1.0);
+}

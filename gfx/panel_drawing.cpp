@@ -1,0 +1,80 @@
+// What a panel shows, rendered into its buffer in a draw callback of its own. Items are placed from the top
+// down, OpenGL counts from the bottom up: an item's lower edge lies at referenceHeight - y.
+#include "gfx/panel.h"
+
+#include <string_view>
+
+#include "gfx/drawing.h"
+#include "gfx/fonts.h"
+#include "gfx/palette.h"
+#include "gfx/textures.h"
+
+namespace {
+
+const double FrameWidth = 1.0;
+const int SelectedFrameMargin = 2; // around a selected button
+
+// The shade is drawn with the frame's colour at half its strength.
+const double ShadeAlpha = 0.5;
+
+} // namespace
+
+void widgetVR_class::DrawBox(const VR_box_struct &box) const {
+    const int bottom = referenceHeight - box.y;
+    FillRestangleCT(box.x, bottom, box.x + box.width, bottom + box.height, box.background, 1.0);
+    DrawRestangleCT(box.x, bottom, box.x + box.width, bottom + box.height, ColourBlack, FrameWidth, 1.0);
+
+    const int textX = box.x + BoxTextMargin;
+    const int textY = bottom + (box.height - LineHeightOfFontId(box.font)) / 2;
+    const int widest = box.width - 2 * BoxTextMargin + 1; // a text ends before what would reach this
+    const std::string_view shown = std::string_view(box.text).substr(static_cast<size_t>(box.scroll));
+    DrawFontIdSXYC(box.font, shown, textX, textY, box.textColour, widest);
+    if (!box.focused) return;
+    const std::string_view before = shown.substr(0, static_cast<size_t>(box.cursor - box.scroll));
+    const int cursorX = textX + LenFontIdS(box.font, before) - LenFontIdS(box.font, "|") / 2;
+    DrawFontIdSXYC(box.font, "|", cursorX, textY, box.textColour);
+}
+
+void widgetVR_class::DrawButton(const VR_btn_struct &button) const {
+    const int bottom = referenceHeight - button.y;
+    const bool hasOwnPicture = button.style == 1;
+    const int picture = button.selected && hasOwnPicture ? button.selectedTexture : button.normalTexture;
+    const bool isMarked = button.selected && !hasOwnPicture;
+    DrawTextureIdXYCT(picture, button.x, bottom, isMarked ? ColourYellow : ColourWhite,
+                      static_cast<double>(button.alpha));
+    if (!isMarked) return;
+    DrawRestangleCT(button.x - SelectedFrameMargin, bottom - SelectedFrameMargin,
+                    button.x + button.width + SelectedFrameMargin,
+                    bottom + button.height + SelectedFrameMargin, ColourYellow, FrameWidth, 1.0);
+}
+
+void widgetVR_class::RenderIntoBuffer() {
+    if (drawFunction) drawFunction();
+    for (const VR_texture_struct &picture : textures)
+        if (picture.visible)
+            DrawTextureIdXYCT(picture.texture, picture.x, referenceHeight - picture.y, ColourWhite,
+                              static_cast<double>(picture.alpha));
+    for (const VR_box_struct &box : boxes)
+        if (box.page == page) DrawBox(box);
+    for (const VR_rectangle_struct &rectangle : rectangles) {
+        const int x = rectangle.x, bottom = referenceHeight - rectangle.y;
+        const int x2 = x + rectangle.width, top = bottom + rectangle.height;
+        DrawRestangleCT(x, bottom, x2, top, ColourBlack, FrameWidth, 1.0);
+        FillRestangleCT(x, bottom, x2, top, ColourBlack, ShadeAlpha);
+    }
+    for (const VR_btn_struct &button : buttons)
+        if (button.visible) DrawButton(button);
+    for (const VR_text_struct &text : texts)
+        DrawFontIdSXYC(text.font, text.text, text.x, referenceHeight - text.y, text.colour);
+}
+
+// Every frame while the window is open: the redraw flag, once set, stays. While it is closed a frame costs
+// the question whether it is.
+int widgetVR_class::DrawFBO(XPLMDrawingPhase, int, void *refcon) {
+    widgetVR_class &panel = *static_cast<widgetVR_class *>(refcon);
+    if (panel.redraw != 1 || !panel.isShow() || !panel.buffer.Bind()) return 1;
+    panel.RenderIntoBuffer();
+    panel.buffer.Unbind();
+    panel.redraw = 1;
+    return 1;
+}

@@ -1,0 +1,198 @@
+// Makes the pictures of the position creator under data/png/: body, hand_l, hand_r and btn_8px. The joints are
+// where the panel has its buttons. Shapes are signed distances in pixels, negative inside, which gives smooth
+// edges and lets limbs grow into each other. With the sources of LodePNG in build/lodepng, at the root:
+//
+//     g++ -std=c++20 -O2 -I. -Ibuild/lodepng tools/make_panel_pictures.cpp build/lodepng/lodepng.cpp -o make
+//     ./make data/png/
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "figure/position_creator_places.h"
+#include "lodepng.h"
+
+namespace {
+
+struct Point {
+    double x, y;
+};
+
+struct Colour {
+    double r, g, b;
+};
+constexpr Colour Card = {27, 33, 41}, Skin = {70, 84, 100}, Cloth = {46, 57, 71}, Line = {196, 212, 228},
+                 Ring = {134, 152, 170}, Gold = {214, 178, 94};
+
+// A picture that covers a part of the panel and is drawn in the panel's coordinates.
+struct Picture {
+    int left, top, width, height;
+    std::vector<unsigned char> pixels;
+
+    Picture(int left, int top, int width, int height)
+        : left(left), top(top), width(width), height(height), pixels(4 * width * height) {}
+
+    // Lays a colour over the picture where coverage(point) is above 0, up to 1.
+    template <typename Coverage> void Paint(const Colour &colour, Coverage coverage) {
+        for (int i = 0; i < width * height; i++) {
+            const double alpha =
+                std::clamp(coverage(Point{left + i % width + 0.5, top + i / width + 0.5}), 0.0, 1.0);
+            if (alpha == 0) continue;
+            unsigned char *pixel = &pixels[4 * i];
+            const double below = pixel[3] / 255.0 * (1 - alpha), sum = alpha + below;
+            const double values[] = {colour.r, colour.g, colour.b};
+            for (int c = 0; c < 3; c++)
+                pixel[c] = static_cast<unsigned char>(std::lround((values[c] * alpha + pixel[c] * below) / sum));
+            pixel[3] = static_cast<unsigned char>(std::lround(255 * sum));
+        }
+    }
+
+    template <typename Shape> void Fill(const Colour &colour, Shape shape) {
+        Paint(colour, [&](Point p) { return 0.5 - shape(p); });
+    }
+
+    template <typename Shape> void Outline(const Colour &colour, Shape shape, double lineWidth) {
+        Paint(colour, [&](Point p) { return 0.5 + lineWidth / 2 - std::abs(shape(p)); });
+    }
+
+    void Save(const std::string &path) const {
+        if (const unsigned error = lodepng::encode(path, pixels, width, height))
+            std::fprintf(stderr, "%s: %s\n", path.c_str(), lodepng_error_text(error));
+    }
+};
+
+Point Joint(int channel) {
+    return {ButtonPlaces[channel].x + ButtonSize / 2.0, ButtonPlaces[channel].y - ButtonSize / 2.0};
+}
+
+Point Moved(Point p, double x, double y) {
+    return {p.x + x, p.y + y};
+}
+
+double Circle(Point p, Point centre, double radius) {
+    return std::hypot(p.x - centre.x, p.y - centre.y) - radius;
+}
+
+// A limb between two joints, of different thickness at its ends.
+double Limb(Point p, Point a, double radiusA, Point b, double radiusB) {
+    const double dx = b.x - a.x, dy = b.y - a.y;
+    const double t = std::clamp(((p.x - a.x) * dx + (p.y - a.y) * dy) / (dx * dx + dy * dy), 0.0, 1.0);
+    return Circle(p, {a.x + t * dx, a.y + t * dy}, radiusA + t * (radiusB - radiusA));
+}
+
+// Both shapes, with the corner between them rounded.
+double Joined(double a, double b, double rounding) {
+    const double h = std::max(rounding - std::abs(a - b), 0.0) / rounding;
+    return std::min(a, b) - h * h * rounding / 4;
+}
+
+void DrawRings(Picture &picture, int first, int last) {
+    for (int channel = first; channel <= last; channel++)
+        picture.Outline(Ring, [&](Point p) { return Circle(p, Joint(channel), ButtonSize / 2.0 + 2.5); }, 1);
+}
+
+// A finger from its first joint to its tip, which lies as far beyond the last joint as that from the middle one.
+double Finger(Point p, int firstJoint, double rootRadius, double tipRadius) {
+    const Point a = Joint(firstJoint), b = Joint(firstJoint + 1), c = Joint(firstJoint + 2);
+    const Point tip = {c.x + 0.8 * (c.x - b.x), c.y + 0.8 * (c.y - b.y)};
+    const double middle = (rootRadius + tipRadius) / 2;
+    return std::min({Limb(p, a, rootRadius, b, middle), Limb(p, b, middle, c, tipRadius),
+                     Limb(p, c, tipRadius, tip, tipRadius - 1)});
+}
+
+// The back of a hand and its sleeve. side is 1 for the left hand, whose thumb is on the right.
+Picture Hand(PanelPlace place, int thumb, double side) {
+    Picture picture(place.x, place.y - PictureHeight, PictureWidth, PictureHeight);
+    picture.Fill(Card, [](Point) { return -1.0; });
+    const int index = thumb + 3, middle = thumb + 6, ring = thumb + 9, little = thumb + 12;
+    const Point wrist = {Joint(middle).x - side * 2, 216};
+    const auto hand = [&](Point p) {
+        const double fingers =
+            std::min({Finger(p, index, 10, 8), Finger(p, middle, 10, 8.5), Finger(p, ring, 10, 8),
+                      Finger(p, little, 8.5, 6.5)});
+        double palm = Limb(p, Moved(Joint(index), 0, 8), 10, Moved(wrist, side * 14, 0), 14);
+        for (int knuckle : {middle, ring})
+            palm = Joined(palm, Limb(p, Moved(Joint(knuckle), 0, 10), 12, wrist, 16), 8);
+        palm = Joined(palm, Limb(p, Moved(Joint(little), side * 2, 4), 9, Moved(wrist, -side * 14, 0), 14), 8);
+        palm = Joined(palm, Limb(p, Joint(thumb), 13, Moved(wrist, side * 8, -4), 17), 10);
+        return Joined(Joined(palm, fingers, 5), Finger(p, thumb, 12, 8), 8);
+    };
+    const auto sleeve = [&](Point p) {
+        return std::max(std::abs(p.x - wrist.x) - 36 - (p.y - 224) * 0.1, 224 - p.y);
+    };
+    picture.Fill(Skin, hand);
+    picture.Outline(Line, hand, 1.6);
+    picture.Fill(Cloth, sleeve);
+    for (double y : {233.5, 240.5, 247.5}) // a first officer's
+        picture.Fill(Gold, [&](Point p) { return std::max(sleeve(p) + 1, std::abs(p.y - y) - 1.5); });
+    picture.Outline(Line, sleeve, 1.6);
+    DrawRings(picture, thumb, thumb + 14);
+    return picture;
+}
+
+Picture Body() {
+    Picture picture(BodyPlace.x, BodyPlace.y - PictureHeight, PictureWidth, PictureHeight);
+    picture.Fill(Card, [](Point) { return -1.0; });
+    const double middle = Joint(btn_XYZ).x;
+    const auto head = [&](Point p) { return Limb(p, {middle, 14}, 11.5, {middle, 21}, 9.5); };
+    const auto neck = [&](Point p) { return Limb(p, {middle, 28}, 6, {middle, 42}, 8); };
+    const auto hand = [&](Point p, int arm, double side) {
+        const Point wrist = Joint(arm + 2);
+        const double thumb = Limb(p, Moved(wrist, 2 * side, 6), 3, Moved(wrist, 7 * side, 15), 2.5);
+        return Joined(Limb(p, wrist, 5.5, Moved(wrist, 0, 12), 6), thumb, 3);
+    };
+    const auto hands = [&](Point p) { return std::min(hand(p, btn_HAND1_r, 1), hand(p, btn_HAND1_l, -1)); };
+    const auto limb = [](Point p, int first, double thickness) { // through three joints
+        return std::min(Limb(p, Joint(first), thickness + 3, Joint(first + 1), thickness + 1),
+                        Limb(p, Joint(first + 1), thickness + 1, Joint(first + 2), thickness - 0.5));
+    };
+    const auto arms = [&](Point p) { return std::min(limb(p, btn_HAND1_r, 7), limb(p, btn_HAND1_l, 7)); };
+    const auto legs = [&](Point p) { return std::min(limb(p, btn_LEG1_r, 7.5), limb(p, btn_LEG1_l, 7.5)); };
+    const auto feet = [&](Point p) {
+        const Point right = Joint(btn_LEG3_r), left = Joint(btn_LEG3_l);
+        return std::min(Limb(p, right, 6, Moved(right, -5, 7), 6), Limb(p, left, 6, Moved(left, 5, 7), 6));
+    };
+    const auto trunk = [&](Point unmirrored) {
+        const Point p = {middle - std::abs(unmirrored.x - middle), unmirrored.y}; // both halves are alike
+        double shape = Limb(p, {middle - 5, 47}, 8, Moved(Joint(btn_HAND1_r), 3, -6), 11);
+        shape = Joined(shape, Limb(p, {middle - 7, 66}, 16, {middle - 3, 110}, 13), 12);
+        return Joined(shape, Limb(p, {middle - 3, 118}, 15, {middle - 8, 146}, 14), 12);
+    };
+    const auto suit = [&](Point p) { return Joined(Joined(trunk(p), arms(p), 5), legs(p), 5); };
+    const auto draw = [&](const Colour &colour, const auto &shape) {
+        picture.Fill(colour, shape);
+        picture.Outline(Line, shape, 1.6);
+    };
+    draw(Cloth, feet);
+    draw(Skin, hands);
+    draw(Skin, neck);
+    draw(Cloth, suit);
+    draw(Skin, head);
+    for (int channel = 0; channel < ButtonCount; channel++)
+        if (channel < btn_F11_L || (channel > btn_F53_L && channel < btn_F11_R) || channel > btn_F53_R)
+            DrawRings(picture, channel, channel);
+    return picture;
+}
+
+Picture Button() {
+    Picture picture(0, 0, ButtonSize, ButtonSize);
+    const Point centre = {ButtonSize / 2.0, ButtonSize / 2.0};
+    picture.Fill({20, 26, 34}, [&](Point p) { return Circle(p, centre, ButtonSize / 2.0); });
+    picture.Fill({255, 255, 255}, [&](Point p) { return Circle(p, centre, ButtonSize / 2.0 - 1); });
+    return picture;
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: make_panel_pictures FOLDER/\n");
+        return 2;
+    }
+    const std::string folder = argv[1];
+    Hand(LeftHandPlace, btn_F11_L, 1).Save(folder + "hand_l.png");
+    Body().Save(folder + "body.png");
+    Hand(RightHandPlace, btn_F11_R, -1).Save(folder + "hand_r.png");
+    Button().Save(folder + "btn_8px.png");
+}
