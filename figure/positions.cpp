@@ -184,8 +184,7 @@ void LoadPresetFromFile(const std::string &fileName) {
     }
 }
 
-void SavePositionToFile() {
-    const std::string name = GetCurrentPositionName();
+void SavePosition(const std::string &name) {
     if (!isSafeFileName(name)) {
         string2debugString("Position not saved, this is no file name: ", name, 1);
         return;
@@ -201,10 +200,3 @@ void SavePresetLeftToFile() {
 void SavePresetRghtToFile() {
     SavePose(PresetFolder() + globalGender + "r_new.txt");
 }
-
-// There is no position creator, and so no box, yet.
-std::string GetCurrentPositionName() {
-    return "new";
-}
-
-void SetCurrentPositionName(const std::string &) {}

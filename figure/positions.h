@@ -40,14 +40,10 @@ void ExecutePosFast(const std::string &name);
 // when no gender is chosen.
 void LoadPresetFromFile(const std::string &fileName);
 
-// Writes the pose that the datarefs show: all channels, to the file of the position named in the position
-// creator (in its subfolder if it has one), or to the new preset of a hand. Lists are not scanned again.
-void SavePositionToFile();
+// Writes the pose that the datarefs show, all channels, to the file of this position (in its subfolder if it
+// has one). A name that is no file name is refused, with a line in the log. Lists are not scanned again.
+void SavePosition(const std::string &name);
+
+// The same, as the new preset of a hand.
 void SavePresetLeftToFile();
 void SavePresetRghtToFile();
-
-// The name in the position creator's edit box; "new" while there is no box.
-std::string GetCurrentPositionName();
-
-// Puts the name, without its first ".txt", into that box, if there is one.
-void SetCurrentPositionName(const std::string &name);

@@ -6,6 +6,7 @@
 #include "figure/channels.h"
 #include "figure/flight_computations.h"
 #include "figure/installation.h"
+#include "figure/position_creator.h"
 #include "figure/positions.h"
 #include "frame/aircraft.h"
 #include "frame/menus.h"
@@ -71,7 +72,7 @@ void MoveFigure() {
         Animation();
     } else {
         isPrevExecuteCompleted = 1;
-        if (executeFlow.empty()) LiveAnimation();
+        if (executeFlow.empty() && !EditorPanel.isShow()) LiveAnimation();
     }
     EyesAnimation();
     FaceAnimation();
@@ -115,6 +116,7 @@ float Main(float, float, int, void *) {
 
 void ReInitVariables() {
     ReInitFigureVariables();
+    ReInitPositionCreator();
     ReInitSpeechLink();
     waitUntil = 0.0F;
     answerstimer.clear(); // their times are those of the flight before

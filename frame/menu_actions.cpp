@@ -6,6 +6,7 @@
 #include <string>
 
 #include "XPLMDataAccess.h"
+#include "figure/position_creator.h"
 #include "figure/positions.h"
 #include "frame/settings.h"
 #include "util/log.h"
@@ -76,7 +77,7 @@ const MenuAction Actions[] = {
     {"Save Position", SavePositionToFile},
     {"SavePresetL", SavePresetLeftToFile},
     {"SavePresetR", SavePresetRghtToFile},
-    {"Editor", [] { SayNotYet("The position creator"); }},
+    {"Editor", EditorPanel_Create},
     {"Reload Scripts", ReadPositionFolder},
     {"DataRef List", [] { SayNotYet("The list of the aircraft's datarefs"); }},
     {"LogPhrases", LogAllPhrases},

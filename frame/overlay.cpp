@@ -8,6 +8,7 @@
 
 #include "XPLMDataAccess.h"
 #include "XPLMGraphics.h"
+#include "figure/position_creator.h"
 #include "frame/commands.h"
 #include "frame/main_loop.h"
 #include "frame/settings.h"
@@ -164,11 +165,16 @@ void FoldWhenIdle() {
 } // namespace
 
 int DrawScreen(XPLMDrawingPhase, int, void *) {
-    if (!isFennicKillDrfWasReaded || isKilled() || !ShowWidget) {
+    if (!isFennicKillDrfWasReaded || isKilled()) {
         CloseOverlay();
         return 1;
     }
     FoldWhenIdle();
+    DrawPositionCreator();
+    if (!ShowWidget) {
+        CloseOverlay();
+        return 1;
+    }
     KeepOnScreen();
     DrawList();
     return 1;

@@ -6,6 +6,7 @@
 #include "XPLMProcessing.h"
 #include "figure/channels.h"
 #include "figure/installation.h"
+#include "figure/position_creator.h"
 #include "figure/positions.h"
 #include "frame/aircraft.h"
 #include "frame/commands.h"
@@ -71,6 +72,7 @@ PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc) {
 PLUGIN_API void XPluginStop(void) {
     SaveSettings();
     UnregisterDrfs();
+    EditorPanel.Delete();
     CloseOverlay();
     DestroyMenu();
     CustCommExit();

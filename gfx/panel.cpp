@@ -1,5 +1,6 @@
 // The panel's window: its place, its size, mouse and keys. What it shows is in panel_drawing.cpp. In VR the
-// size belongs to the headset's geometry, on the monitor to the window's; each is kept while the other counts.
+// size belongs to the headset's geometry, on the monitor to the window's; each is kept while the other
+// counts.
 #include "gfx/panel.h"
 
 #include <algorithm>
@@ -140,8 +141,8 @@ int widgetVR_class::AddButton(int style, int x, int y, int normalTexture, int se
                               int enabled, int selected, float alpha, int c, int d) {
     const textures_class &picture = TextureOfId(normalTexture);
     buttons.push_back({style, x, y, alpha, static_cast<int>(picture.width), static_cast<int>(picture.height),
-                       normalTexture, style == 1 ? selectedTexture : normalTexture, visible, enabled, selected,
-                       c, d});
+                       normalTexture, style == 1 ? selectedTexture : normalTexture, visible, enabled,
+                       selected, c, d});
     return static_cast<int>(buttons.size()) - 1;
 }
 

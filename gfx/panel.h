@@ -80,7 +80,7 @@ public:
     int clickedButton = -1; // the one that the last click hit
     FBO_class buffer;
     int redraw = 0;
-    int page = 0; // whose boxes are shown
+    int page = 0;                             // whose boxes are shown
     XPLMCommandRef showHideCommand = nullptr; // its end closes the window; to be set before Create
 
     // Opens the window and makes the buffer, width × height being the reference size. Not twice without a

@@ -17,6 +17,11 @@ const int SelectedFrameMargin = 2; // around a selected button
 // The shade is drawn with the frame's colour at half its strength.
 const double ShadeAlpha = 0.5;
 
+int LineHeight(int font) {
+    const bool isFont = font >= 0 && static_cast<size_t>(font) < fonts.size();
+    return isFont ? fonts[static_cast<size_t>(font)].charset.lineHeight : 0;
+}
+
 } // namespace
 
 void widgetVR_class::DrawBox(const VR_box_struct &box) const {
@@ -25,7 +30,7 @@ void widgetVR_class::DrawBox(const VR_box_struct &box) const {
     DrawRestangleCT(box.x, bottom, box.x + box.width, bottom + box.height, ColourBlack, FrameWidth, 1.0);
 
     const int textX = box.x + BoxTextMargin;
-    const int textY = bottom + (box.height - LineHeightOfFontId(box.font)) / 2;
+    const int textY = bottom + (box.height - LineHeight(box.font)) / 2;
     const int widest = box.width - 2 * BoxTextMargin + 1; // a text ends before what would reach this
     const std::string_view shown = std::string_view(box.text).substr(static_cast<size_t>(box.scroll));
     DrawFontIdSXYC(box.font, shown, textX, textY, box.textColour, widest);

@@ -1,6 +1,7 @@
-// Makes the pictures of the position creator under data/png/: body, hand_l, hand_r and btn_8px. The joints are
-// where the panel has its buttons. Shapes are signed distances in pixels, negative inside, which gives smooth
-// edges and lets limbs grow into each other. With the sources of LodePNG in build/lodepng, at the root:
+// Makes the pictures of the position creator under data/png/: body, hand_l, hand_r and btn_8px. The joints
+// are where the panel has its buttons. Shapes are signed distances in pixels, negative inside, which gives
+// smooth edges and lets limbs grow into each other. With the sources of LodePNG in build/lodepng, at the
+// root:
 //
 //     g++ -std=c++20 -O2 -I. -Ibuild/lodepng tools/make_panel_pictures.cpp build/lodepng/lodepng.cpp -o make
 //     ./make data/png/
@@ -43,7 +44,8 @@ struct Picture {
             const double below = pixel[3] / 255.0 * (1 - alpha), sum = alpha + below;
             const double values[] = {colour.r, colour.g, colour.b};
             for (int c = 0; c < 3; c++)
-                pixel[c] = static_cast<unsigned char>(std::lround((values[c] * alpha + pixel[c] * below) / sum));
+                pixel[c] =
+                    static_cast<unsigned char>(std::lround((values[c] * alpha + pixel[c] * below) / sum));
             pixel[3] = static_cast<unsigned char>(std::lround(255 * sum));
         }
     }
@@ -89,10 +91,12 @@ double Joined(double a, double b, double rounding) {
 
 void DrawRings(Picture &picture, int first, int last) {
     for (int channel = first; channel <= last; channel++)
-        picture.Outline(Ring, [&](Point p) { return Circle(p, Joint(channel), ButtonSize / 2.0 + 2.5); }, 1);
+        picture.Outline(
+            Ring, [&](Point p) { return Circle(p, Joint(channel), ButtonSize / 2.0 + 2.5); }, 1);
 }
 
-// A finger from its first joint to its tip, which lies as far beyond the last joint as that from the middle one.
+// A finger from its first joint to its tip, which lies as far beyond the last joint as that from the middle
+// one.
 double Finger(Point p, int firstJoint, double rootRadius, double tipRadius) {
     const Point a = Joint(firstJoint), b = Joint(firstJoint + 1), c = Joint(firstJoint + 2);
     const Point tip = {c.x + 0.8 * (c.x - b.x), c.y + 0.8 * (c.y - b.y)};
@@ -108,13 +112,13 @@ Picture Hand(PanelPlace place, int thumb, double side) {
     const int index = thumb + 3, middle = thumb + 6, ring = thumb + 9, little = thumb + 12;
     const Point wrist = {Joint(middle).x - side * 2, 216};
     const auto hand = [&](Point p) {
-        const double fingers =
-            std::min({Finger(p, index, 10, 8), Finger(p, middle, 10, 8.5), Finger(p, ring, 10, 8),
-                      Finger(p, little, 8.5, 6.5)});
+        const double fingers = std::min({Finger(p, index, 10, 8), Finger(p, middle, 10, 8.5),
+                                         Finger(p, ring, 10, 8), Finger(p, little, 8.5, 6.5)});
         double palm = Limb(p, Moved(Joint(index), 0, 8), 10, Moved(wrist, side * 14, 0), 14);
         for (int knuckle : {middle, ring})
             palm = Joined(palm, Limb(p, Moved(Joint(knuckle), 0, 10), 12, wrist, 16), 8);
-        palm = Joined(palm, Limb(p, Moved(Joint(little), side * 2, 4), 9, Moved(wrist, -side * 14, 0), 14), 8);
+        palm =
+            Joined(palm, Limb(p, Moved(Joint(little), side * 2, 4), 9, Moved(wrist, -side * 14, 0), 14), 8);
         palm = Joined(palm, Limb(p, Joint(thumb), 13, Moved(wrist, side * 8, -4), 17), 10);
         return Joined(Joined(palm, fingers, 5), Finger(p, thumb, 12, 8), 8);
     };

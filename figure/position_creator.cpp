@@ -1,0 +1,200 @@
+// The position creator. It moves channels past the running animation, which leaves axes without a speed
+// alone; while the panel is open the main loop does not run the idle motion.
+#include "figure/position_creator.h"
+
+#include <cstdlib>
+
+#include "XPLMDisplay.h"
+#include "XPLMGraphics.h"
+#include "figure/channels.h"
+#include "figure/positions.h"
+#include "gfx/drawing.h"
+#include "gfx/fonts.h"
+#include "gfx/textures.h"
+#include "util/numbers.h"
+#include "util/text.h"
+
+widgetVR_class EditorPanel;
+int b[ButtonCount];
+int box_PositionName = -1;
+int anim_selected = -1;
+int isSelectedAnimStart = -1;
+int MouseInitX = 0, MouseInitY = 0;
+int CursorXnow = 0, CursorYnow = 0;
+float AnimInitXdrfValue = 0.0F, AnimInitYdrfValue = 0.0F, AnimInitZdrfValue = 0.0F;
+
+namespace {
+
+const int PanelSide = 512;
+const int StripWidth = 1020, StripHeight = 260, StripPlace = 50;
+const int PadX = 256, PadY = 390, PadReach = 128; // panel coordinates
+const int LongestName = 32;
+const float PerPixel = 1.0F, PerPixelOfOffset = 0.01F; // the figure's offset is in metres
+const int CursorTextAway = 5;
+const PanelPlace BoxPlace = {0, 300}, BoxLabelPlace = {2, 278}, ChannelLabelPlace = {2, 330};
+const int BoxWidth = 120, BoxHeight = 20;
+enum { BoxLabel, ChannelLabel }; // among the panel's texts
+
+enum { AxisX, AxisY, AxisZ };
+
+bool isChannel(int index) {
+    return index >= 0 && static_cast<size_t>(index) < anim.size();
+}
+
+float UnitsPerPixel(const structAnim &channel) {
+    return channel.name == FigureOffsetName ? PerPixelOfOffset : PerPixel;
+}
+
+void SetAxis(structAnim &channel, int axis, float value) {
+    channel.current[axis] = value;
+    XPLMSetDataf(channel.dataref[axis], value);
+}
+
+void StartDrag() {
+    const structAnim &channel = anim[static_cast<size_t>(anim_selected)];
+    isSelectedAnimStart = anim_selected;
+    XPLMGetMouseLocationGlobal(&MouseInitX, &MouseInitY);
+    AnimInitXdrfValue = XPLMGetDataf(channel.dataref[AxisX]);
+    AnimInitYdrfValue = XPLMGetDataf(channel.dataref[AxisY]);
+    AnimInitZdrfValue = XPLMGetDataf(channel.dataref[AxisZ]);
+}
+
+// A click beside all buttons: one on the pad starts a drag, the next one, wherever it is, ends it.
+void ClickPad(int x, int y) {
+    const bool isOnPad = std::abs(x - PadX) <= PadReach && std::abs(y - PadY) <= PadReach;
+    if (isSelectedAnimStart >= 0)
+        isSelectedAnimStart = -1;
+    else if (isOnPad && isChannel(anim_selected))
+        StartDrag();
+}
+
+int TurnWheel(int clicks) {
+    if (!isChannel(isSelectedAnimStart)) return 0;
+    structAnim &channel = anim[static_cast<size_t>(isSelectedAnimStart)];
+    AnimInitYdrfValue += static_cast<float>(clicks) * UnitsPerPixel(channel);
+    SetAxis(channel, AxisY, AnimInitYdrfValue);
+    return 1;
+}
+
+void BuildPanel() {
+    EditorPanel.Create("Velmora Fennic Position Creator", PanelSide, PanelSide);
+    EditorPanel.AddTexture(LeftHandPlace.x, LeftHandPlace.y, png_btn_hand_l, 1, 1.0F, 0);
+    EditorPanel.AddTexture(BodyPlace.x, BodyPlace.y, png_btn_body, 1, 1.0F, 0);
+    EditorPanel.AddTexture(RightHandPlace.x, RightHandPlace.y, png_btn_hand_r, 1, 1.0F, 0);
+    EditorPanel.SetDrawFunction(EditorPanel_ExternalDraw);
+    EditorPanel.SetMouseHandlerFunction(EditorPanel_ExternalMouseHandler);
+    EditorPanel.SetPadFunction(ClickPad);
+    EditorPanel.SetWheelFunction(TurnWheel);
+    for (int channel = 0; channel < ButtonCount; channel++)
+        b[channel] = EditorPanel.AddButton(0, ButtonPlaces[channel].x, ButtonPlaces[channel].y, png_btn_8px,
+                                           png_btn_8px, 1, 1, 0, 1.0F, 0, 0);
+    box_PositionName = EditorPanel.AddBox(BoxPlace.x, BoxPlace.y, BoxWidth, BoxHeight, "new", fnt_Main,
+                                          ColourWhite, ColourBlack, LongestName, 0);
+    EditorPanel.texts.push_back({BoxLabelPlace.x, BoxLabelPlace.y, "Name", fnt_Main, ColourWhite});
+    EditorPanel.texts.push_back({ChannelLabelPlace.x, ChannelLabelPlace.y, "", fnt_Main, ColourYellow});
+}
+
+// The channel's name tells the user more than a dot among 47.
+void ShowSelectedName() {
+    if (EditorPanel.texts.empty()) return;
+    EditorPanel.texts[ChannelLabel].text =
+        isChannel(anim_selected) ? anim[static_cast<size_t>(anim_selected)].name : "";
+}
+
+void Drag() {
+    structAnim &channel = anim[static_cast<size_t>(isSelectedAnimStart)];
+    const float k = UnitsPerPixel(channel);
+    SetAxis(channel, AxisZ, static_cast<float>(MouseInitX - CursorXnow) * k + AnimInitZdrfValue);
+    SetAxis(channel, AxisX, static_cast<float>(MouseInitY - CursorYnow) * k + AnimInitXdrfValue);
+}
+
+void DrawCursorPlace() {
+    int left = 0;
+    XPLMGetWindowGeometry(EditorPanel.window, &left, nullptr, nullptr, nullptr);
+    std::string text = int2string(CursorXnow - left);
+    float white[] = {1.0F, 1.0F, 1.0F};
+    XPLMDrawString(white, CursorXnow + CursorTextAway, CursorYnow + CursorTextAway, text.data(), nullptr,
+                   xplmFont_Basic);
+}
+
+} // namespace
+
+void EditorPanel_Create() {
+    if (!EditorPanel.window) {
+        EditorPanel.Delete();
+        BuildPanel();
+    } else if (!EditorPanel.isShow()) {
+        XPLMSetWindowIsVisible(EditorPanel.window, 1);
+        EditorPanel.redraw = 1;
+    }
+}
+
+void EditorPanel_ExternalDraw() {
+    const double lineWidth = 1.0, opaque = 1.0;
+    DrawLineCT(128, 128, 384, 128, ColourGreen, lineWidth, opaque);
+    DrawLineCT(256, 0, 256, 256, ColourGreen, lineWidth, opaque);
+    DrawRestangleCT(128, 0, 384, 256, ColourGreen, lineWidth, opaque);
+    DrawRestangleCT(192, 64, 320, 192, ColourGreen, lineWidth, opaque);
+}
+
+void EditorPanel_ExternalMouseHandler() {
+    if (EditorPanel.clickedButton < 0) return;
+    EditorPanel.UnselectButtons();
+    for (int channel = 0; channel < ButtonCount; channel++) {
+        if (b[channel] != EditorPanel.clickedButton) continue;
+        EditorPanel.buttons[static_cast<size_t>(b[channel])].selected = 1;
+        anim_selected = channel;
+        ShowSelectedName();
+        break;
+    }
+    EditorPanel.redraw = 1;
+}
+
+void EditorPanel_Reposition() {
+    widgetVR_class &panel = EditorPanel;
+    if (!panel.window) return;
+    panel.ChangeOrigSize(StripWidth, StripHeight);
+    XPLMSetWindowPositioningMode(panel.window, panel.isVr ? xplm_WindowVR : xplm_WindowPositionFree, -1);
+    if (!panel.isVr)
+        XPLMSetWindowGeometry(panel.window, StripPlace, StripPlace + panel.currentHeight,
+                              StripPlace + panel.currentWidth, StripPlace);
+    panel.ChangeOrigSize(StripWidth, StripHeight);
+    panel.redraw = 1;
+}
+
+void DrawPositionCreator() {
+    if (!EditorPanel.isShow()) {
+        isSelectedAnimStart = -1; // closed in the middle of a drag: the mouse is free again
+        return;
+    }
+    XPLMGetMouseLocationGlobal(&CursorXnow, &CursorYnow);
+    if (isChannel(isSelectedAnimStart))
+        Drag();
+    else
+        DrawCursorPlace();
+}
+
+void ReInitPositionCreator() {
+    anim_selected = -1;
+    isSelectedAnimStart = -1;
+    MouseInitX = MouseInitY = 0;
+    CursorXnow = CursorYnow = 0;
+    AnimInitXdrfValue = AnimInitYdrfValue = AnimInitZdrfValue = 0.0F;
+    EditorPanel.UnselectButtons();
+    ShowSelectedName();
+}
+
+void SavePositionToFile() {
+    SavePosition(GetCurrentPositionName());
+}
+
+std::string GetCurrentPositionName() {
+    if (box_PositionName < 0 || static_cast<size_t>(box_PositionName) >= EditorPanel.boxes.size())
+        return "new";
+    return EditorPanel.boxes[static_cast<size_t>(box_PositionName)].text;
+}
+
+void SetCurrentPositionName(const std::string &name) {
+    EditorPanel.SetBoxText(box_PositionName, ReplaceString(name, ".txt", ""));
+    EditorPanel.redraw = 1;
+}
