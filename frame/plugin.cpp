@@ -16,6 +16,8 @@
 #include "frame/overlay.h"
 #include "frame/settings.h"
 #include "frame/simulator_datarefs.h"
+#include "gfx/fonts.h"
+#include "gfx/textures.h"
 #include "systems/cycle.h"
 #include "systems/model.h"
 #include "util/log.h"
@@ -59,6 +61,8 @@ PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc) {
     ReadSettings();
     LoadAnimationFile(WhatPluginPath() + "data/obj/fennic.txt");
     ReadPositionFolder();
+    LoadTextures();
+    LoadFonts();
     CustCommInit();
     CreateSpeechDatarefs();
     ReadDRF_descr();
@@ -83,6 +87,8 @@ PLUGIN_API void XPluginStop(void) {
     UnregisterDrfs();
     if (wasCallbacksRegistred) XPLMUnregisterFlightLoopCallback(CalculateSystemsCycle, nullptr);
     DeleteSystems();
+    UnLoadFonts();
+    UnLoadTextures();
 }
 
 PLUGIN_API int XPluginEnable(void) {

@@ -14,8 +14,8 @@ namespace {
 
 enum Paint { cloth, shell, floorPaint, wall, frame, panel, paintCount };
 
-constexpr unsigned char paints[paintCount][3] = {{72, 78, 88},    {120, 122, 124}, {62, 60, 58},
-                                                 {150, 148, 142}, {104, 104, 102}, {58, 60, 64}};
+constexpr unsigned char paints[paintCount][3] = {{104, 113, 130}, {150, 150, 150}, {104, 100, 96},
+                                                 {196, 194, 188}, {150, 150, 148}, {84, 86, 92}};
 
 ObjectPicture PaintPicture() {
     ObjectPicture picture{paintCount, 1, {}};
@@ -114,6 +114,8 @@ DrawnObject MakeCockpitRoom() {
                        Box{{0.62F, 0.62F, 0.34F}, {0.03F, 0.40F, 0.06F}, 0.02F, frame},
                        Box{{0.60F, 0.98F, 0}, {0.09F, 0.07F, 2}, 0.05F, wall},
                        Box{{0.62F, 0.62F, 1.2F}, {0.05F, 0.40F, 0.84F}, 0.03F, wall},
+                       // the wall behind
+                       Box{{-1.1F, 0.30F, 1.3F}, {1.8F, 0.75F, 0.03F}, 0.02F, wall},
                        // the panel and its glareshield
                        Box{{-0.3F, 0.0F, -1.02F}, {0.98F, 0.34F, 0.10F}, 0.03F, panel, -8},
                        Box{{-0.3F, 0.35F, -1.02F}, {0.98F, 0.03F, 0.20F}, 0.03F, panel}});

@@ -28,7 +28,7 @@ struct Viewpoint {
     Camera camera;
 };
 constexpr Viewpoint viewpoints[] = {
-    {"cockpit", {{-0.98F, 0.80F, 0.02F}, {0, 0.30F, -0.20F}, 62}}, // the pilot's eyes
+    {"cockpit", {{-0.98F, 0.80F, -0.12F}, {0, 0.34F, -0.18F}, 62}}, // the pilot's eyes
     {"front", {{-0.10F, 0.66F, -1.25F}, {0, 0.32F, 0}, 52}},       // from over the glareshield
     {"side", {{-1.85F, 0.35F, -0.20F}, {0, 0.22F, -0.20F}, 45}}};
 

@@ -6,7 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 
 namespace simhost {
 
@@ -366,14 +366,15 @@ bool ReadObject(std::string_view text, const std::string &path, ObjectFile &obje
 
 bool ReadObjectFile(const std::string &path, ObjectFile &object) {
     std::ifstream file(path, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (file.bad() || !file.is_open()) {
+    std::ostringstream text;
+    text << file.rdbuf(); // unlike iterators, does not throw when it is a folder
+    if (!file.is_open()) {
         object = {};
         object.path = path;
         object.problems.push_back(path + ": cannot be read");
         return false;
     }
-    return ReadObject(text, path, object);
+    return ReadObject(text.str(), path, object);
 }
 
 } // namespace simhost
