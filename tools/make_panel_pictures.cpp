@@ -1,10 +1,10 @@
 // Makes the pictures of the position creator under data/png/: body, hand_l, hand_r and btn_8px. The joints
 // are where the panel has its buttons. Shapes are signed distances in pixels, negative inside, which gives
-// smooth edges and lets limbs grow into each other. With the sources of LodePNG in build/lodepng, at the
+// smooth edges and lets limbs grow into each other. At the
 // root:
 //
-//     g++ -std=c++20 -O2 -I. -Ibuild/lodepng tools/make_panel_pictures.cpp build/lodepng/lodepng.cpp -o make
-//     ./make data/png/
+//     cmake --preset release && ninja -C build/release make_panel_pictures
+//     build/release/tools/make_panel_pictures data/png/
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
