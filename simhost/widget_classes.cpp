@@ -16,9 +16,10 @@ const XPMouseState_t &MouseOf(intptr_t first) {
     return *reinterpret_cast<const XPMouseState_t *>(first);
 }
 
-std::string TextOf(XPWidgetID id) {
+const std::string &TextOf(XPWidgetID id) {
+    static const std::string none;
     const Widget *widget = FindWidget(id);
-    return widget != nullptr ? widget->descriptor : std::string();
+    return widget != nullptr ? widget->descriptor : none;
 }
 
 void PressMainWindow(XPWidgetID widget, const XPMouseState_t &mouse) {

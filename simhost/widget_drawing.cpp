@@ -1,6 +1,7 @@
 // How the standard classes look: light grey windows with raised and sunken edges. Their texts are among those
 // that a flight sees on the screen.
 #include <algorithm>
+#include <cmath>
 
 #include "XPStandardWidgets.h"
 #include "simhost/screen.h"
@@ -87,13 +88,13 @@ void DrawCloseBox(const Rectangle &box, bool isPressed) {
     }
 }
 
-// Rows of a disc of toggleSize boxels: how far each begins from the left.
-constexpr int discStart[toggleSize] = {4, 2, 1, 1, 0, 0, 0, 1, 1, 2, 4};
-
-void DrawDisc(const Rectangle &box, int smallerBy, const Tint &tint) {
-    for (int row = smallerBy; row < toggleSize - smallerBy; row++) {
-        const int start = std::max(discStart[row], smallerBy)
-                          + (row == smallerBy || row == toggleSize - 1 - smallerBy ? smallerBy / 3 : 0);
+// Within the square of a toggle; the radius in boxels.
+void DrawDisc(const Rectangle &box, double radius, const Tint &tint) {
+    constexpr double middle = toggleSize / 2.0;
+    for (int row = 0; row < toggleSize; row++) {
+        const double up = row + 0.5 - middle;
+        if (std::fabs(up) >= radius) continue;
+        const int start = static_cast<int>(std::lround(middle - std::sqrt(radius * radius - up * up)));
         FillRectangle(box.left + start, box.top - row, box.right - start, box.top - row - 1, tint);
     }
 }
@@ -153,9 +154,9 @@ void DrawToggle(const Rectangle &place, const std::string &caption, bool isRound
     const Tint &ground = isPressed ? pressedGround : fieldGround;
     const Tint &line = isEnabled ? edge : dim;
     if (isRound) {
-        DrawDisc(box, 0, line);
-        DrawDisc(box, 1, ground);
-        if (isOn) DrawDisc(box, 3, line);
+        DrawDisc(box, 5.5, line);
+        DrawDisc(box, 4.5, ground);
+        if (isOn) DrawDisc(box, 2.5, line);
     } else {
         Fill(box, ground);
         Outline(box, line);

@@ -35,8 +35,8 @@ Bar BarOf(XPWidgetID widget) {
     Bar bar;
     bar.place = PlaceOf(widget);
     bar.isVertical = bar.place.Height() > bar.place.Width();
-    bar.least = PropertyOf(widget, xpProperty_ScrollBarMin, 0);
-    bar.most = std::max(PropertyOf(widget, xpProperty_ScrollBarMax, 100), bar.least);
+    bar.least = PropertyOf(widget, xpProperty_ScrollBarMin);
+    bar.most = std::max(PropertyOf(widget, xpProperty_ScrollBarMax), bar.least);
     bar.page = std::max(PropertyOf(widget, xpProperty_ScrollBarPageAmount, 1), intptr_t{1});
     bar.position = std::clamp(PropertyOf(widget, xpProperty_ScrollBarSliderPosition), bar.least, bar.most);
     const intptr_t length = std::max(bar.isVertical ? bar.place.Height() : bar.place.Width(), 0);

@@ -86,6 +86,7 @@ __attribute__((visibility("default"))) int XPluginStart(char *name, char *signat
                     {xpProperty_ButtonState, radio - 6}});
     Set(8, {{xpProperty_MaxCharacters, 30}});
     Set(9, {{xpProperty_PasswordMode, 1}});
+    for (int bar : {11, 12}) Set(bar, {{xpProperty_ScrollBarMax, 100}});
     Set(11, {{xpProperty_ScrollBarSliderPosition, 100}, {xpProperty_ScrollBarPageAmount, 25}});
     Set(12, {{xpProperty_ScrollBarSliderPosition, 40}, {xpProperty_ScrollBarType, xpScrollBarTypeSlider}});
     Set(13, {{xpProperty_ProgressMax, 10}, {xpProperty_ProgressPosition, 7}});
