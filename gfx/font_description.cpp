@@ -40,8 +40,12 @@ bool TakeWord(std::string_view &rest, Word &word) {
     SkipBlanks(ahead);
     if (ahead.empty() || ahead.front() != '=') return true;
     ahead.remove_prefix(1);
+    rest = ahead;
     SkipBlanks(ahead);
-    word.value = TakeUntil(ahead, Blanks);
+    const bool isApart = ahead.size() < rest.size();
+    const std::string_view value = TakeUntil(ahead, Blanks);
+    if (isApart && value.find('=') != std::string_view::npos) return true; // the next word: this one is empty
+    word.value = value;
     rest = ahead;
     return true;
 }
