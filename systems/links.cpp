@@ -53,18 +53,8 @@ out_parameter_struct &ParameterAt(int sys, int dev, int out) {
     return DeviceAt(sys, dev).outs[static_cast<size_t>(out)];
 }
 
-// Calls visit for every link that a device's parameters hold: operands of comparisons and calculations.
 template <typename Visit> void ForEachLink(device_struct &device, Visit visit) {
-    for (out_parameter_struct &parameter : device.outs) {
-        for (logicblock_struct &block : parameter.logic) {
-            for (compare_block_class &comparison : block.compares) {
-                visit(comparison.a);
-                visit(comparison.b);
-            }
-            for (calcBlock_struct &calculation : block.calcs)
-                for (calcStack_class &element : calculation.stack) visit(element.link);
-        }
-    }
+    for (out_parameter_struct &parameter : device.outs) ForEachLinkOf(parameter, visit);
 }
 
 template <typename Visit> void ForEachLink(Visit visit) {

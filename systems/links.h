@@ -47,3 +47,15 @@ void SysLinkPlace();
 // the device's own inputs and are turned to the new device.
 extern device_struct DeviceCopy;
 void DeviceTemplatePreparation(const std::string &newDeviceName);
+
+// Calls visit for every link that a parameter holds: operands of comparisons and calculations.
+template <typename Parameter, typename Visit> void ForEachLinkOf(Parameter &parameter, Visit visit) {
+    for (auto &block : parameter.logic) {
+        for (auto &comparison : block.compares) {
+            visit(comparison.a);
+            visit(comparison.b);
+        }
+        for (auto &calculation : block.calcs)
+            for (auto &element : calculation.stack) visit(element.link);
+    }
+}

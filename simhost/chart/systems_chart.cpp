@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "simhost/chart/chart.h"
+#include "systems/links.h"
 
 namespace simhost {
 
@@ -24,16 +25,8 @@ std::map<std::pair<DeviceIndex, DeviceIndex>, int> CountLinks() {
                 const DeviceIndex read(link.sys, link.dev);
                 if (link.sys >= 0 && read != reader) links[{read, reader}]++;
             };
-            for (const out_parameter_struct &parameter : systems_vector[sys].devices[dev].outs) {
-                for (const logicblock_struct &block : parameter.logic) {
-                    for (const compare_block_class &comparison : block.compares) {
-                        count(comparison.a);
-                        count(comparison.b);
-                    }
-                    for (const calcBlock_struct &calculation : block.calcs)
-                        for (const calcStack_class &element : calculation.stack) count(element.link);
-                }
-            }
+            for (const out_parameter_struct &parameter : systems_vector[sys].devices[dev].outs)
+                ForEachLinkOf(parameter, count);
         }
     }
     return links;

@@ -9,6 +9,7 @@
 
 #include "simhost/check/checks.h"
 #include "simhost/check/findings.h"
+#include "systems/links.h"
 #include "util/numbers.h"
 
 namespace simhost {
@@ -36,19 +37,11 @@ void CollectNodes() {
                 numbers.emplace(std::tuple(sys, dev, out), static_cast<int>(numbers.size()));
     ForEachParameter([](const ParameterPlace &place) { nodes.push_back({.place = place, .reads = {}}); });
     for (size_t i = 0; i < nodes.size(); i++) {
-        const auto read = [&](const sysLink_struct &link) {
+        ForEachLinkOf(nodes[i].place.parameter, [&](const sysLink_struct &link) {
             const auto found = numbers.find({link.sys, link.dev, link.out});
             if (found != numbers.end() && found->second != static_cast<int>(i))
                 nodes[i].reads.push_back(found->second);
-        };
-        for (const logicblock_struct &block : nodes[i].place.parameter.logic) {
-            for (const compare_block_class &comparison : block.compares) {
-                read(comparison.a);
-                read(comparison.b);
-            }
-            for (const calcBlock_struct &calculation : block.calcs)
-                for (const calcStack_class &element : calculation.stack) read(element.link);
-        }
+        });
     }
 }
 
