@@ -19,8 +19,8 @@ XPLMPluginID LoadPlugin(const std::string &libraryPath, std::string &error);
 void UnloadPlugin(XPLMPluginID plugin);
 
 // What a stopped plug-in left registered that the simulator would still call (flight loops, draw callbacks,
-// key sniffers, data accessors: errors) or drops itself (command handlers, windows, menus: notes), as found
-// by the last UnloadPlugin.
+// key sniffers, data accessors: errors) or drops itself (command handlers, widgets, windows, menus: notes),
+// as found by the last UnloadPlugin.
 struct LeftBehind {
     std::vector<std::string> errors;
     std::vector<std::string> notes;

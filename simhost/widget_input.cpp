@@ -141,6 +141,7 @@ void FollowWindow(XPWidgetID root) {
 }
 
 bool ClickWidget(XPWidgetID widget) {
+    FollowWindow(XPFindRootWidget(widget));
     const Rectangle exposed = ExposedPlace(widget);
     const int x = exposed.left + exposed.Width() / 2, y = exposed.bottom + exposed.Height() / 2;
     MoveMouse(x, y);

@@ -61,7 +61,7 @@ intptr_t PropertyOf(XPWidgetID id, XPWidgetPropertyID property, intptr_t otherwi
 using namespace simhost;
 
 void XPGetWidgetGeometry(XPWidgetID inWidget, int *outLeft, int *outTop, int *outRight, int *outBottom) {
-    FollowWindow(inWidget);
+    FollowWindow(XPFindRootWidget(inWidget));
     SetCorners(PlaceOf(inWidget), outLeft, outTop, outRight, outBottom);
 }
 

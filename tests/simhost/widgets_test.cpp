@@ -136,7 +136,8 @@ TEST_F(Widgets, GeometryIsClippedByWhatAWidgetLiesIn) {
     EXPECT_EQ(XPGetWidgetForLocation(id["root"], 250, 400, 1, 0), id["leaf"]);
 
     XPLMSetWindowGeometry(XPGetWidgetUnderlyingWindow(id["leaf"]), 0, 50, 60, 10);
-    EXPECT_EQ(Exposed(id["root"]), (Corners{0, 50, 60, 10})) << "a root follows its window";
+    EXPECT_EQ(Exposed(id["leaf"]), (Corners{205, 50, 205, 50})) << "outside the root";
+    EXPECT_EQ(Exposed(id["root"]), (Corners{0, 50, 60, 10}));
 }
 
 TEST_F(Widgets, DestroyingTellsAndIsSafeInsideCallbacks) {
