@@ -105,7 +105,8 @@ public:
     // Replaces a box's text; the cursor goes behind it. Nothing for an index without a box.
     void SetBoxText(int index, const std::string &text);
 
-    // Called first whenever the panel is rendered: one unit per pixel, (0, 0) at the lower left.
+    // Called first whenever the panel is rendered: one unit per pixel, y up, (0, 0) in the middle of the
+    // lower left pixel, which is right for lines.
     void SetDrawFunction(void (*function)());
     // Called after each click, with clickedButton set.
     void SetMouseHandlerFunction(void (*function)());

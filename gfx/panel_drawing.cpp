@@ -6,6 +6,7 @@
 
 #include "gfx/drawing.h"
 #include "gfx/fonts.h"
+#include "gfx/opengl.h"
 #include "gfx/palette.h"
 #include "gfx/textures.h"
 
@@ -17,6 +18,20 @@ const int SelectedFrameMargin = 2; // around a selected button
 // The shade is drawn with the frame's colour at half its strength.
 const double ShadeAlpha = 0.5;
 
+// What is drawn along the middles of pixels lies on the same pixels everywhere; a line along an edge is
+// inside.
+template <typename Drawing> void DrawOnPixels(Drawing draw) {
+    glPushMatrix();
+    glTranslated(0.5, 0.5, 0.0);
+    draw();
+    glPopMatrix();
+}
+
+// The outermost pixels of a rectangle.
+void DrawFrame(int x, int y, int width, int height, int colour) {
+    DrawOnPixels([&] { DrawRestangleCT(x, y, x + width - 1, y + height - 1, colour, FrameWidth, 1.0); });
+}
+
 int LineHeight(int font) {
     const bool isFont = font >= 0 && static_cast<size_t>(font) < fonts.size();
     return isFont ? fonts[static_cast<size_t>(font)].charset.lineHeight : 0;
@@ -27,7 +42,7 @@ int LineHeight(int font) {
 void widgetVR_class::DrawBox(const VR_box_struct &box) const {
     const int bottom = referenceHeight - box.y;
     FillRestangleCT(box.x, bottom, box.x + box.width, bottom + box.height, box.background, 1.0);
-    DrawRestangleCT(box.x, bottom, box.x + box.width, bottom + box.height, ColourBlack, FrameWidth, 1.0);
+    DrawFrame(box.x, bottom, box.width, box.height, ColourBlack);
 
     const int textX = box.x + BoxTextMargin;
     const int textY = bottom + (box.height - LineHeight(box.font)) / 2;
@@ -48,13 +63,12 @@ void widgetVR_class::DrawButton(const VR_btn_struct &button) const {
     DrawTextureIdXYCT(picture, button.x, bottom, isMarked ? ColourYellow : ColourWhite,
                       static_cast<double>(button.alpha));
     if (!isMarked) return;
-    DrawRestangleCT(button.x - SelectedFrameMargin, bottom - SelectedFrameMargin,
-                    button.x + button.width + SelectedFrameMargin,
-                    bottom + button.height + SelectedFrameMargin, ColourYellow, FrameWidth, 1.0);
+    DrawFrame(button.x - SelectedFrameMargin, bottom - SelectedFrameMargin,
+              button.width + 2 * SelectedFrameMargin, button.height + 2 * SelectedFrameMargin, ColourYellow);
 }
 
 void widgetVR_class::RenderIntoBuffer() {
-    if (drawFunction) drawFunction();
+    if (drawFunction) DrawOnPixels(drawFunction);
     for (const VR_texture_struct &picture : textures)
         if (picture.visible)
             DrawTextureIdXYCT(picture.texture, picture.x, referenceHeight - picture.y, ColourWhite,
@@ -63,9 +77,8 @@ void widgetVR_class::RenderIntoBuffer() {
         if (box.page == page) DrawBox(box);
     for (const VR_rectangle_struct &rectangle : rectangles) {
         const int x = rectangle.x, bottom = referenceHeight - rectangle.y;
-        const int x2 = x + rectangle.width, top = bottom + rectangle.height;
-        DrawRestangleCT(x, bottom, x2, top, ColourBlack, FrameWidth, 1.0);
-        FillRestangleCT(x, bottom, x2, top, ColourBlack, ShadeAlpha);
+        DrawFrame(x, bottom, rectangle.width, rectangle.height, ColourBlack);
+        FillRestangleCT(x, bottom, x + rectangle.width, bottom + rectangle.height, ColourBlack, ShadeAlpha);
     }
     for (const VR_btn_struct &button : buttons)
         if (button.visible) DrawButton(button);

@@ -89,6 +89,11 @@ double Joined(double a, double b, double rounding) {
     return std::min(a, b) - h * h * rounding / 4;
 }
 
+// The last row is left to the pad below, whose upper edge lies there.
+double AboveLastRow(Point p) {
+    return p.y - (LeftHandPlace.y - 1);
+}
+
 void DrawRings(Picture &picture, int first, int last) {
     for (int channel = first; channel <= last; channel++)
         picture.Outline(
@@ -108,7 +113,7 @@ double Finger(Point p, int firstJoint, double rootRadius, double tipRadius) {
 // The back of a hand and its sleeve. side is 1 for the left hand, whose thumb is on the right.
 Picture Hand(PanelPlace place, int thumb, double side) {
     Picture picture(place.x, place.y - PictureHeight, PictureWidth, PictureHeight);
-    picture.Fill(Card, [](Point) { return -1.0; });
+    picture.Fill(Card, AboveLastRow);
     const int index = thumb + 3, middle = thumb + 6, ring = thumb + 9, little = thumb + 12;
     const Point wrist = {Joint(middle).x - side * 2, 216};
     const auto hand = [&](Point p) {
@@ -123,12 +128,12 @@ Picture Hand(PanelPlace place, int thumb, double side) {
         return Joined(Joined(palm, fingers, 5), Finger(p, thumb, 12, 8), 8);
     };
     const auto sleeve = [&](Point p) {
-        return std::max(std::abs(p.x - wrist.x) - 36 - (p.y - 224) * 0.1, 224 - p.y);
+        return std::max({std::abs(p.x - wrist.x) - 36 - (p.y - 224) * 0.1, 224 - p.y, p.y - 254});
     };
     picture.Fill(Skin, hand);
     picture.Outline(Line, hand, 1.6);
     picture.Fill(Cloth, sleeve);
-    for (double y : {233.5, 240.5, 247.5}) // a first officer's
+    for (double y : {231.5, 238.5, 245.5}) // a first officer's
         picture.Fill(Gold, [&](Point p) { return std::max(sleeve(p) + 1, std::abs(p.y - y) - 1.5); });
     picture.Outline(Line, sleeve, 1.6);
     DrawRings(picture, thumb, thumb + 14);
@@ -137,7 +142,7 @@ Picture Hand(PanelPlace place, int thumb, double side) {
 
 Picture Body() {
     Picture picture(BodyPlace.x, BodyPlace.y - PictureHeight, PictureWidth, PictureHeight);
-    picture.Fill(Card, [](Point) { return -1.0; });
+    picture.Fill(Card, AboveLastRow);
     const double middle = Joint(btn_XYZ).x;
     const auto head = [&](Point p) { return Limb(p, {middle, 14}, 11.5, {middle, 21}, 9.5); };
     const auto neck = [&](Point p) { return Limb(p, {middle, 28}, 6, {middle, 42}, 8); };
