@@ -309,7 +309,7 @@ check.near(strike(), 60, 3, "a position that is listed")
 -- ---- For authors ----
 
 clear()
-for _, item in ipairs {"Editor", "Log ACF DataRefs", "UnInstall Fennic"} do
+for _, item in ipairs {"Log ACF DataRefs", "UnInstall Fennic"} do
     choose(item)
     local log = check.log()
     check.equal(#log, 1, item)

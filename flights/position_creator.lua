@@ -1,0 +1,252 @@
+-- Posing the figure by hand: the panel of the position creator, what is saved from it, and what is loaded again.
+local check = require "lib.check"
+
+local plugin = sim.dir("plugin")
+local TITLE = "Velmora Fennic Position Creator"
+local SIDE = 512
+check.write(plugin .. "data/developer.txt", "editor=1\r\n")
+check.settings {gender = "w", installation = "2"}
+
+local channels = {}
+for line in check.read(plugin .. "data/obj/fennic.txt"):gmatch("[^\r\n]+") do
+    channels[#channels + 1] = line:match("^%d+,([^,]+)")
+end
+local function axes(channel)
+    local name = "kv/fo/" .. channel
+    return sim.get(name .. "_x"), sim.get(name .. "_y"), sim.get(name .. "_z")
+end
+local function pose()
+    local values = {}
+    for _, channel in ipairs(channels) do
+        for _, value in ipairs {axes(channel)} do values[#values + 1] = value end
+    end
+    return values
+end
+local function check_pose(expected, what)
+    for i, value in ipairs(pose()) do
+        check.near(value, expected[i], math.abs(expected[i]) * 1e-5, what .. ", value " .. i)
+    end
+end
+
+local function window()
+    for _, candidate in ipairs(sim.windows()) do
+        if candidate.title == TITLE then return candidate end
+    end
+end
+local function place()
+    local w = window()
+    return {w.left, w.bottom, w.right, w.top}
+end
+
+-- From the panel's coordinates to the screen's, whatever size the window has.
+local function at(x, y)
+    local w = window()
+    return math.ceil(w.left + x * (w.right - w.left) / SIDE), math.ceil(w.bottom + (SIDE - y) * (w.top - w.bottom) / SIDE)
+end
+local function click(x, y)
+    sim.click(at(x, y))
+    sim.frames(1)
+end
+-- The button whose lower left corner is there.
+local function press_button(x, y) click(x + 4, y - 4) end
+local PAD_X, PAD_Y = 256, 390
+
+-- Chooses a channel, drags it by so many boxels to the right and up, turns the wheel, and lets it go.
+local function drag(button, right, up, clicks)
+    press_button(button[1], button[2])
+    click(PAD_X, PAD_Y)
+    local x, y = at(PAD_X, PAD_Y)
+    sim.mouse(x + right, y + up)
+    sim.frames(1)
+    if clicks ~= 0 then sim.wheel(x + right, y + up, clicks) end
+    sim.frames(1)
+    click(PAD_X + 100, PAD_Y - 100)
+end
+
+-- ---- Opening ----
+
+sim.screen(1920, 1700)
+sim.start()
+sim.run(6)
+local before = pose()
+sim.run(5)
+local after = pose()
+local moved = 0
+for i = 1, #before do moved = moved + (before[i] ~= after[i] and 1 or 0) end
+check.that(moved > 0, "she moves by herself")
+sim.choose("Editor")
+check.list(place(), {50, 50, 50 + SIDE, 50 + SIDE}, "where it opens")
+sim.run(1) -- for a move that is under way
+before = pose()
+sim.run(15)
+check.list(pose(), before, "she holds still for who poses her")
+sim.choose("Editor")
+check.equal(#sim.windows(), 2, "opened once, beside the selection window")
+
+-- ---- Dragging ----
+
+click(PAD_X, PAD_Y)
+sim.mouse(at(PAD_X - 50, PAD_Y))
+sim.frames(2)
+check.list(pose(), before, "nothing is chosen")
+local shown = {}
+for _, text in ipairs(sim.screen_text()) do shown[text.text] = text end
+check.list({shown["206"].x, shown["206"].y}, {50 + 206 + 5, 50 + SIDE - PAD_Y + 5}, "the cursor's place in the panel")
+
+-- Left raises z, down raises x, the wheel y; by one, or by a hundredth for the whole figure.
+local BUTTONS = {
+    {"head", 187, 20}, {"body_mid", 187, 80}, {"l_f11", 91, 174}, {"l_f21", 79, 106}, {"l_f33", 57, 54},
+    {"l_f53", 10, 89}, {"r_f53", 366, 89}, {"r_f12", 272, 145}, {"l_arm1", 216, 83}, {"r_arm3", 155, 140},
+    {"l_leg2", 204, 207}, {"r_leg3", 170, 245}, {"xyz", 187, 130},
+}
+for i, button in ipairs(BUTTONS) do
+    local name, k = button[1], button[1] == "xyz" and 0.01 or 1
+    local x, y, z = axes(name)
+    local right, up, clicks = -10 - i, 5 * i - 20, i - 6
+    drag({button[2], button[3]}, right, up, clicks)
+    local newX, newY, newZ = axes(name)
+    check.near(newX, x - up * k, 1e-4, name .. " x")
+    check.near(newY, y + clicks * k, 1e-4, name .. " y")
+    check.near(newZ, z - right * k, 1e-4, name .. " z")
+end
+check.list(place(), {50, 50, 50 + SIDE, 50 + SIDE}, "the wheel turned for the channels only")
+local posed = pose()
+sim.mouse(at(10, 500))
+sim.frames(2)
+check.list(pose(), posed, "let go")
+
+-- A second channel can be chosen during a drag without changing what is dragged; a click beside the pad ends it.
+press_button(187, 35)
+click(PAD_X, PAD_Y)
+press_button(187, 20)
+local neckX = axes("neck")
+click(500, 20)
+sim.mouse(at(PAD_X, PAD_Y))
+sim.frames(1)
+check.equal(axes("neck"), neckX, "no drag")
+check.near(neckX, posed[7] - (PAD_Y - 16), 1e-4, "the neck followed the mouse to the head's button")
+posed = pose()
+
+-- ---- The name ----
+
+local function keys(key, count)
+    for _ = 1, count do sim.key(key) end
+end
+local function save(name)
+    os.remove(plugin .. "custom/positions-w/" .. name .. ".txt")
+    sim.choose("Save Position")
+    local saved = check.read(plugin .. "custom/positions-w/" .. name .. ".txt")
+    check.that(saved, "saved as " .. name)
+    check.equal(select(2, saved:gsub("\r\n", "")), 47, name)
+end
+sim.type("unheard")
+save("new")
+click(60, 290)
+check.that(window().focus, "the box has the keyboard")
+keys("backspace", 4)
+sim.type("My Hand") -- capitals take shift, which a box does not hear
+keys("left", 9)
+sim.type("a")
+keys("right", 20)
+sim.type("2")
+save("ay_and2")
+keys("left", 1)
+keys("backspace", 1)
+save("ay_an2")
+sim.type(("0123456789"):rep(4))
+save("ay_an" .. ("0123456789"):rep(4):sub(1, 26) .. "2")
+keys("left", 40)
+sim.type("x") -- it is full
+keys("right", 40)
+keys("backspace", 40)
+sim.log()
+sim.choose("Save Position")
+sim.type("../x")
+sim.choose("Save Position")
+check.equal(check.count(check.log(), "Position not saved, this is no file name: "), 2, "no name, no file's name")
+check.that(not check.read(plugin .. "custom/x.txt"), "outside")
+keys("backspace", 4)
+sim.type("my fist")
+sim.key("return")
+check.that(not window().focus, "return gives the keyboard back")
+sim.type("unheard")
+save("my_fist")
+click(60, 290)
+click(PAD_X, 500)
+sim.frames(1)
+check.that(not window().focus, "so does a click elsewhere")
+click(PAD_X, 500)
+
+-- ---- Size ----
+
+posed = pose() -- the pad had a channel
+save("my_fist")
+press_button(187, 20) -- no drag runs
+sim.wheel(300, 300, 1)
+check.list(place(), {24, 24, 587, 587}, "a tenth larger about the middle, cut to whole boxels")
+for _ = 1, 20 do sim.wheel(300, 300, 1) end
+local w = window()
+check.list({w.right - w.left, w.top - w.bottom}, {3 * SIDE, 3 * SIDE}, "the largest")
+local x, y, z = axes("l_f53")
+drag({10, 89}, -30, 0, 0)
+check.list({axes("l_f53")}, {x, y, z + 30}, "pixels of the screen count, whatever the size")
+drag({10, 89}, 30, 0, 0)
+for _ = 1, 40 do sim.wheel(300, 300, -1) end
+sim.wheel(300, 300, -30)
+w = window()
+check.list({w.right - w.left, w.top - w.bottom}, {SIDE / 2, SIDE / 2}, "the smallest")
+drag({366, 89}, -7, 0, 0)
+check.equal(select(3, axes("r_f53")), posed[3 * 40] + 7, "the button of another finger, half as large")
+drag({366, 89}, 7, 0, 0)
+check_pose(posed, "there and back")
+
+-- ---- In the headset, and closed ----
+
+sim.vr(true)
+sim.frames(2)
+check.that(window().vr, "in the headset")
+sim.vr(false)
+sim.frames(2)
+check.list(place(), {50, 50, 50 + SIDE / 2, 50 + SIDE / 2}, "back on the monitor, as large as before")
+
+-- Time going back forgets what was chosen.
+press_button(187, 20)
+sim.new_flight()
+sim.frames(2)
+click(PAD_X, PAD_Y)
+sim.mouse(at(PAD_X, PAD_Y - 50))
+sim.frames(1)
+check_pose(posed, "nothing is chosen")
+
+-- The figure moves by itself again when the panel is closed, but not in the first 5 s of a flight.
+press_button(187, 20)
+click(PAD_X, PAD_Y)
+sim.click(window().left + 6, window().top + 8)
+check.that(not window().visible, "closed by its box")
+sim.mouse(10, 10)
+sim.frames(1)
+check_pose(posed, "the drag ended with it")
+sim.choose("Editor")
+check.that(window().visible, "shown again")
+sim.frames(2)
+check_pose(posed, "the drag is over")
+
+-- ---- What was saved ----
+
+local left = sim.stop()
+check.equal(#left, 0, "left behind: " .. tostring(left[1]))
+sim.start()
+sim.run(1)
+for i, value in ipairs(pose()) do check.equal(value, 0, "upright, value " .. i) end
+sim.choose("Editor")
+sim.choose("Positions/my_fist")
+sim.run(1)
+check_pose(posed, "loaded")
+local old = check.read(plugin .. "custom/positions-w/my_fist.txt")
+drag({187, 20}, 10, 10, 0)
+sim.choose("Save Position") -- its name is in the box
+check.that(check.read(plugin .. "custom/positions-w/my_fist.txt") ~= old, "saved back")
+sim.choose("Positions/look/look_left")
+sim.run(1)
+sim.choose("Save Position")
+check.equal(select(2, check.read(plugin .. "custom/positions-w/look/look_left.txt"):gsub("\r\n", "")), 47, "in its group")
