@@ -28,11 +28,16 @@ void SetWidth(double width) {
     if (width > 0) glLineWidth(static_cast<GLfloat>(width));
 }
 
+// Between glBegin and glEnd.
+void AddSegment(double x1, double y1, double x2, double y2) {
+    glVertex2i(TruncateToInt(x1), TruncateToInt(y1));
+    glVertex2i(TruncateToInt(x2), TruncateToInt(y2));
+}
+
 void DrawSegment(double x1, double y1, double x2, double y2, double width) {
     SetWidth(width);
     glBegin(GL_LINES);
-    glVertex2i(TruncateToInt(x1), TruncateToInt(y1));
-    glVertex2i(TruncateToInt(x2), TruncateToInt(y2));
+    AddSegment(x1, y1, x2, y2);
     glEnd();
     glLineWidth(1.0F);
 }
@@ -61,10 +66,15 @@ void DrawLineStrippedCT(double x1, double y1, double x2, double y2, int C, doubl
 }
 
 void DrawRestangleCT(double x1, double y1, double x2, double y2, int C, double width, double t) {
-    DrawLineCT(x1, y1, x1, y2, C, width, t);
-    DrawLineCT(x2, y1, x2, y2, C, width, t);
-    DrawLineCT(x1, y1, x2, y1, C, width, t);
-    DrawLineCT(x1, y2, x2, y2, C, width, t);
+    SetColour(C, t);
+    SetWidth(width);
+    glBegin(GL_LINES);
+    AddSegment(x1, y1, x1, y2);
+    AddSegment(x2, y1, x2, y2);
+    AddSegment(x1, y1, x2, y1);
+    AddSegment(x1, y2, x2, y2);
+    glEnd();
+    glLineWidth(1.0F);
 }
 
 void FillRestangleCT(double x1, double y1, double x2, double y2, int C, double t) {

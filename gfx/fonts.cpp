@@ -75,7 +75,7 @@ int font_class::Draw(std::string_view text, double x, double y, int maxWidth, fl
     b = blue;
     a = alpha;
     const double left = TruncateToInt(x + offsetX); // whole boxels keep the letters sharp
-    const double lineTop = TruncateToInt(y + offsetY) + static_cast<double>(charset.lineHeight);
+    const float lineTop = static_cast<float>(TruncateToInt(y + offsetY)) + charset.lineHeight;
     const bool isVisible = BeginTexturedDrawing(atlas);
     if (isVisible) {
         glColor4f(r, g, b, a);
@@ -88,32 +88,29 @@ int font_class::Draw(std::string_view text, double x, double y, int maxWidth, fl
         const CharDescriptor &glyph = charset.chars[code];
         const double next = pen + static_cast<double>(glyph.xadvance);
         if (maxWidth != -1 && next >= left + maxWidth) break;
-        if (isVisible) AddGlyph(glyph, pen, lineTop);
+        if (isVisible) AddGlyph(glyph, static_cast<float>(pen), lineTop);
         pen = TruncateToInt(next);
     }
-    if (isVisible) {
-        glEnd();
-        EndTexturedDrawing();
-    }
+    if (isVisible) glEnd(); // the atlas stays bound: unbinding between texts doubles what they cost
     return pen;
 }
 
 // Between glBegin and glEnd.
-void font_class::AddGlyph(const CharDescriptor &glyph, double pen, double lineTop) const {
+void font_class::AddGlyph(const CharDescriptor &glyph, float pen, float lineTop) const {
     if (glyph.width == 0 || glyph.height == 0) return;
-    const double left = pen + static_cast<double>(glyph.xoffset), right = left + glyph.width;
-    const double top = lineTop - static_cast<double>(glyph.yoffset), bottom = top - glyph.height;
-    const double textureLeft = glyph.x / atlas.width, textureRight = (glyph.x + glyph.width) / atlas.width;
-    const double textureTop = glyph.y / atlas.height;
-    const double textureBottom = (glyph.y + glyph.height) / atlas.height;
-    glTexCoord2d(textureLeft, textureTop);
-    glVertex2d(left, top);
-    glTexCoord2d(textureRight, textureTop);
-    glVertex2d(right, top);
-    glTexCoord2d(textureRight, textureBottom);
-    glVertex2d(right, bottom);
-    glTexCoord2d(textureLeft, textureBottom);
-    glVertex2d(left, bottom);
+    const float left = pen + glyph.xoffset, right = left + glyph.width;
+    const float top = lineTop - glyph.yoffset, bottom = top - glyph.height;
+    const float columns = static_cast<float>(atlas.width), rows = static_cast<float>(atlas.height);
+    const float textureLeft = glyph.x / columns, textureRight = (glyph.x + glyph.width) / columns;
+    const float textureTop = glyph.y / rows, textureBottom = (glyph.y + glyph.height) / rows;
+    glTexCoord2f(textureLeft, textureTop);
+    glVertex2f(left, top);
+    glTexCoord2f(textureRight, textureTop);
+    glVertex2f(right, top);
+    glTexCoord2f(textureRight, textureBottom);
+    glVertex2f(right, bottom);
+    glTexCoord2f(textureLeft, textureBottom);
+    glVertex2f(left, bottom);
 }
 
 int font_class::MeasureString(std::string_view text) const {

@@ -46,7 +46,7 @@ struct font_class {
 
 private:
     void DropGlyphsOutsideAtlas();
-    void AddGlyph(const CharDescriptor &glyph, double pen, double lineTop) const;
+    void AddGlyph(const CharDescriptor &glyph, float pen, float lineTop) const;
 };
 
 extern std::vector<font_class> fonts; // the id is the index

@@ -110,7 +110,7 @@ void DrawRotated(int id, double x, double y, double w, double h, double angle, c
     if (!BeginTexturedDrawing(TextureOfId(id))) return;
     glColor4d(colour.r, colour.g, colour.b, t);
     DrawRotatedQuad(x, y, w, h, angle);
-    EndTexturedDrawing();
+    XPLMBindTexture2d(0, 0);
 }
 
 } // namespace
@@ -143,7 +143,10 @@ int textures_class::LoadPNGTexture(const std::string &path) {
 
 void textures_class::Delete() {
     const GLuint name = static_cast<GLuint>(number);
-    if (number != 0) glDeleteTextures(1, &name);
+    if (number != 0) {
+        XPLMBindTexture2d(0, 0); // the simulator may still have it for bound
+        glDeleteTextures(1, &name);
+    }
     number = 0;
     width = height = 0.0;
 }
@@ -183,10 +186,6 @@ bool BeginTexturedDrawing(const textures_class &texture) {
     return true;
 }
 
-void EndTexturedDrawing() {
-    XPLMBindTexture2d(0, 0);
-}
-
 void DrawTextureIdXYRGBT(int id, double x, double y, double r, double g, double b, double t) {
     const textures_class &texture = TextureOfId(id);
     DrawTextureIdXYWHRGBT(id, x, y, texture.width, texture.height, r, g, b, t);
@@ -208,7 +207,7 @@ void DrawTextureIdXYWHRGBT(int id, double x, double y, double w, double h, doubl
     if (!BeginTexturedDrawing(TextureOfId(id))) return;
     glColor4d(r, g, b, t);
     DrawQuad(x, y, w, h, 0);
-    EndTexturedDrawing();
+    XPLMBindTexture2d(0, 0);
 }
 
 void DrawTextureIdXYWHCT(int id, double x, double y, double w, double h, int C, double t) {
@@ -225,7 +224,7 @@ void DrawTextureBufferIdXYWHCT(int id, double x, double y, double w, double h, i
     glColor4d(colour.r * t, colour.g * t, colour.b * t, t);
     DrawQuad(x, y, w, h, 1);
     glPopAttrib();
-    EndTexturedDrawing();
+    XPLMBindTexture2d(0, 0);
 }
 
 void DrawRotTextureIdXYA(int id, double x, double y, double angle) {

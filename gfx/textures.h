@@ -41,7 +41,6 @@ const textures_class &TextureOfId(int id);
 // For drawing parts of a texture: sets the simulator's graphics state and binds. False, and nothing is to be
 // drawn, when there is no picture.
 bool BeginTexturedDrawing(const textures_class &texture);
-void EndTexturedDrawing();
 
 // Drawing by id. An id that there is not draws nothing. The first row of a picture is drawn at the top.
 // Suffixes: XY the lower left corner, WH the size (else the picture's own), RGB a tint, C a tint from the

@@ -75,9 +75,9 @@ std::vector<double> OpenGLState() {
           GL_MODELVIEW_STACK_DEPTH, GL_TEXTURE_STACK_DEPTH,  GL_ATTRIB_STACK_DEPTH, GL_VIEWPORT,
           GL_SCISSOR_TEST,          GL_SCISSOR_BOX,          GL_BLEND_SRC_RGB,      GL_BLEND_DST_RGB,
           GL_BLEND_SRC_ALPHA,       GL_BLEND_DST_ALPHA,      GL_LINE_WIDTH,         GL_LINE_SMOOTH,
-          GL_LINE_STIPPLE,          GL_LINE_STIPPLE_PATTERN, GL_LINE_SMOOTH_HINT,   GL_TEXTURE_BINDING_2D,
-          GL_FRAMEBUFFER_BINDING,   GL_COLOR_CLEAR_VALUE,    GL_COLOR_WRITEMASK,    GL_DEPTH_FUNC,
-          GL_UNPACK_ALIGNMENT,      GL_UNPACK_ROW_LENGTH}) {
+          GL_LINE_STIPPLE,          GL_LINE_STIPPLE_PATTERN, GL_LINE_SMOOTH_HINT,   GL_FRAMEBUFFER_BINDING,
+          GL_COLOR_CLEAR_VALUE,     GL_COLOR_WRITEMASK,      GL_DEPTH_FUNC,         GL_UNPACK_ALIGNMENT,
+          GL_UNPACK_ROW_LENGTH}) {
         double values[16] = {};
         glGetDoublev(what, values);
         state.insert(state.end(), values, values + 16);
