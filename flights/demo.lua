@@ -10,9 +10,15 @@ local ref, move, fly = skyhawk.ref, skyhawk.move, skyhawk.fly
 local captain, hears, answers, silence = skyhawk.captain, skyhawk.hears, skyhawk.answers, skyhawk.silence
 local is, fired = skyhawk.is, skyhawk.fired
 
--- Pictures of the screen go into the folder that the first argument names, if one is named.
+-- Pictures of the screen go into the folder that the first argument names, if one is named, and those of a
+-- film of the checklist, ten for a second, into its folder "film".
 local function picture(name)
     if arg[1] then sim.screenshot(arg[1] .. name .. ".png") end
+end
+local filmed = 0
+local function film()
+    filmed = filmed + 1
+    if filmed % 6 == 0 then picture(("film/%03d"):format(filmed // 6)) end
 end
 
 -- ---- On the apron ----
@@ -21,11 +27,21 @@ skyhawk.park()
 sim.set(ref.fuel_selector, 1)
 sim.set(ref.parking_brake, 0)
 sim.set(ref.altimeter, 29.92)
+if arg[1] then
+    sim.screen(640, 400)
+    sim.show("cockpit")
+end
 
 sim.note("A cold and dark Cessna 172. The captain climbs in; the first officer sits on the right already.")
 sim.start()
 sim.set("kv/fennic/comments", 1) -- she tells what she does
 fly(1)
+if arg[1] then -- the list makes room for her
+    sim.mouse_down(360, 20)
+    sim.mouse_drag(138, 20)
+    sim.frames(2)
+    sim.mouse_up(138, 20)
+end
 captain("prepare the cockpit")
 hears("Good day, Captain. Nora here, for flight number 1.")
 hears("Master on.")
@@ -40,6 +56,7 @@ hears("The parking brake is off. No start like this, Sir.")
 fired(skyhawk.starter, 0)
 sim.tap("sim/flight_controls/park_brake_set")
 captain("yes")
+skyhawk.watch = film
 
 answers("Seats and belts?", "checked")
 sim.note("That is not what the list says. She keeps waiting.")
@@ -49,6 +66,7 @@ captain("adjusted and locked")
 is(ref.tablet, 1)
 answers("Brakes?", "set")
 answers("Circuit breakers?", "in")
+skyhawk.watch = nil
 answers("Avionics?", "off")
 answers("Fuel selector?", "both")
 hears("I do not see it on both, Sir.")

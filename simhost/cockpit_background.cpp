@@ -92,16 +92,16 @@ struct Shade {
     float red, green, blue;
 };
 
-constexpr Shade shades[] = {{-3.00F, 0.30F, 0.34F, 0.30F}, {-0.30F, 0.46F, 0.50F, 0.46F},
-                            {-0.02F, 0.70F, 0.74F, 0.76F}, {0.02F, 0.86F, 0.89F, 0.92F},
-                            {0.40F, 0.58F, 0.73F, 0.90F},  {3.00F, 0.24F, 0.42F, 0.70F}};
+constexpr Shade shades[] = {{-3.00F, 0.36F, 0.44F, 0.36F}, {-0.30F, 0.52F, 0.60F, 0.52F},
+                            {-0.02F, 0.76F, 0.82F, 0.82F}, {0.02F, 0.88F, 0.92F, 0.95F},
+                            {0.40F, 0.58F, 0.74F, 0.92F},  {3.00F, 0.24F, 0.42F, 0.70F}};
 
 } // namespace
 
 DrawnObject MakeSeat() {
-    return MakeObject({Box{{0, -0.06F, -0.02F}, {0.25F, 0.06F, 0.26F}, 0.05F, cloth},
-                       Box{{0, 0.30F, 0.31F}, {0.24F, 0.36F, 0.06F}, 0.055F, cloth, 12},
-                       Box{{0, 0.77F, 0.41F}, {0.13F, 0.09F, 0.045F}, 0.04F, cloth, 12},
+    return MakeObject({Box{{0, -0.06F, -0.06F}, {0.25F, 0.06F, 0.27F}, 0.05F, cloth},
+                       Box{{0, 0.29F, 0.235F}, {0.24F, 0.36F, 0.06F}, 0.055F, cloth, 7},
+                       Box{{0, 0.77F, 0.29F}, {0.13F, 0.09F, 0.045F}, 0.04F, cloth, 7},
                        Box{{0, -0.15F, -0.01F}, {0.23F, 0.03F, 0.24F}, 0.02F, shell},
                        Box{{0, -0.29F, 0.02F}, {0.14F, 0.13F, 0.16F}, 0.02F, shell}});
 }

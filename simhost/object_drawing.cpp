@@ -57,9 +57,9 @@ void main() {
     vec3 n = normalize(outward) * (gl_FrontFacing ? 1.0 : -1.0);
     if (hasNormalMap) n = bumped(n);
     vec3 toEye = normalize(eye - point);
-    vec3 toSun = normalize(vec3(0.45, 0.75, -0.65));
-    vec3 light = mix(vec3(0.20, 0.19, 0.18), vec3(0.42, 0.45, 0.50), 0.5 + 0.5 * n.y);
-    light += vec3(0.62, 0.58, 0.52) * max(dot(n, toSun), 0.0);
+    vec3 toSun = normalize(vec3(-0.25, 0.70, -0.70)); // through the windscreen
+    vec3 light = mix(vec3(0.27, 0.25, 0.23), vec3(0.42, 0.45, 0.49), 0.5 + 0.5 * n.y);
+    light += vec3(0.50, 0.47, 0.43) * max(dot(n, toSun), 0.0);
     light += vec3(0.20) * max(dot(n, toEye), 0.0);
     float shine = pow(max(dot(n, normalize(toSun + toEye)), 0.0), 24.0);
     gl_FragColor = vec4(colour.rgb * light + vec3(0.07) * shine, colour.a);

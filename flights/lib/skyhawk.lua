@@ -100,10 +100,13 @@ skyhawk.starter = "sim/starters/engage_starter_1"
 skyhawk.has_spark = true
 skyhawk.has_oil = true
 
+skyhawk.watch = nil -- a function that is called after each frame
+
 function skyhawk.step()
     moveValues(sim.time())
     runEngine(sim.time())
     sim.frames(1)
+    if skyhawk.watch then skyhawk.watch() end
     for _, text in ipairs(sim.said()) do
         said[#said + 1] = text
         quietAt = math.max(quietAt, sim.time()) + 1 + #text / 10
