@@ -28,19 +28,20 @@ sim.set(ref.fuel_selector, 1)
 sim.set(ref.parking_brake, 0)
 sim.set(ref.altimeter, 29.92)
 if arg[1] then
-    sim.screen(640, 400)
-    sim.show("cockpit")
+    sim.screen(720, 400)
+    sim.show("front")
 end
 
 sim.note("A cold and dark Cessna 172. The captain climbs in; the first officer sits on the right already.")
 sim.start()
 sim.set("kv/fennic/comments", 1) -- she tells what she does
 fly(1)
-if arg[1] then -- the list makes room for her
+if arg[1] then -- the list moves aside, and she takes her sunglasses off
     sim.mouse_down(360, 20)
-    sim.mouse_drag(138, 20)
+    sim.mouse_drag(405, 20)
     sim.frames(2)
-    sim.mouse_up(138, 20)
+    sim.mouse_up(405, 20)
+    sim.set("kv/fo/_glass", 0)
 end
 captain("prepare the cockpit")
 hears("Good day, Captain. Nora here, for flight number 1.")
@@ -56,17 +57,18 @@ hears("The parking brake is off. No start like this, Sir.")
 fired(skyhawk.starter, 0)
 sim.tap("sim/flight_controls/park_brake_set")
 captain("yes")
-skyhawk.watch = film
 
-answers("Seats and belts?", "checked")
+hears("Seats and belts?")
+skyhawk.watch = arg[1] and film
+captain("checked")
 sim.note("That is not what the list says. She keeps waiting.")
 silence(1.5)
 picture("checklist")
 captain("adjusted and locked")
 is(ref.tablet, 1)
 answers("Brakes?", "set")
-answers("Circuit breakers?", "in")
 skyhawk.watch = nil
+answers("Circuit breakers?", "in")
 answers("Avionics?", "off")
 answers("Fuel selector?", "both")
 hears("I do not see it on both, Sir.")
@@ -76,7 +78,10 @@ hears("Before start checklist complete.")
 
 -- ---- Starting up ----
 
+skyhawk.watch = arg[1] and film
 captain("start the engine")
+hears("Throttle")
+skyhawk.watch = nil
 hears("Primed. Propeller area?")
 is(ref.tablet, 0)
 is(ref.fuel_pump, 0, 0)

@@ -3,6 +3,7 @@
 // are placed from there, since all aircraft have their seats somewhere else.
 #include "simhost/cockpit_view.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 
@@ -29,7 +30,7 @@ struct Viewpoint {
 };
 constexpr Viewpoint viewpoints[] = {
     {"cockpit", {{-0.98F, 0.80F, -0.12F}, {0, 0.34F, -0.18F}, 62}}, // the pilot's eyes
-    {"front", {{-0.10F, 0.66F, -1.25F}, {0, 0.32F, 0}, 52}},       // from over the glareshield
+    {"front", {{-0.50F, 0.66F, -1.15F}, {-0.22F, 0.37F, 0}, 50}},   // from over the glareshield
     {"side", {{-1.85F, 0.35F, -0.20F}, {0, 0.22F, -0.20F}, 45}}};
 
 struct Scene {
