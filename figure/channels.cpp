@@ -23,6 +23,14 @@ XPLMDataRef DRFi_BaroCheck = nullptr;
 
 namespace {
 
+void AddChannel(const std::string &name) {
+    structAnim &channel = anim.emplace_back();
+    channel.name = name;
+    const char *const axisNames[AxisCount] = {"_x", "_y", "_z"};
+    for (int axis = 0; axis < AxisCount; axis++)
+        channel.dataref[axis] = CreateDrf_Float("kv/fo/" + name + axisNames[axis], 0.0F);
+}
+
 void AddChannels(const std::string &path) {
     for (const FileLine &line : ReadFileLines(path)) {
         std::string text = line.text;
@@ -32,11 +40,7 @@ void AddChannels(const std::string &path) {
             LogDroppedLine(path, line.number, "no channel name", line.text);
             continue;
         }
-        structAnim &channel = anim.emplace_back();
-        channel.name = fields[1];
-        const char *const axisNames[AxisCount] = {"_x", "_y", "_z"};
-        for (int axis = 0; axis < AxisCount; axis++)
-            channel.dataref[axis] = CreateDrf_Float("kv/fo/" + channel.name + axisNames[axis], 0.0F);
+        AddChannel(fields[1]);
     }
 }
 
@@ -58,6 +62,23 @@ void LoadAnimationFile(const std::string &path) {
     DRFi_ShowFennic = CreateDrf_Int("kv/fo/_show", 1);
     DRFi_Baro100 = CreateDrf_Int("kv/fo/baro100", 0);
     DRFi_BaroCheck = CreateDrf_Int("kv/fo/baro_check", 0);
+}
+
+void ReadObjFileForDatarefs(const std::string &path) {
+    anim.clear();
+    if (!isFileExistString(path)) {
+        string2debugString("!!! Error: Cant read file ", path, 1);
+        return;
+    }
+    const std::string prefix = "kv/fo/", axis = "_x";
+    for (const FileLine &line : ReadFileLines(path)) {
+        if (!line.text.starts_with("ANIM_")) continue;
+        const std::string dataref = StringToWordsArray(line.text, ' ').back();
+        if (!dataref.starts_with("kv/") || dataref.size() <= prefix.size() + axis.size()) continue;
+        const std::string name =
+            dataref.substr(prefix.size(), dataref.size() - prefix.size() - axis.size());
+        if (anim.empty() || anim.back().name != name) AddChannel(name);
+    }
 }
 
 void SaveAnimationFile() {

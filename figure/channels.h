@@ -46,5 +46,10 @@ extern XPLMDataRef DRFi_BaroCheck;    // "kv/fo/baro_check": 1 when the setting 
 // line in the log; the single datarefs are published all the same. Called once, at start.
 void LoadAnimationFile(const std::string &path);
 
+// Fills the table from the animations of a figure object instead: a channel for each run of lines that end
+// in the same dataref but for its axis. A file that cannot be read leaves the table empty, with one line in
+// the log. For developers of figures, with SaveAnimationFile; nothing in the menu leads here.
+void ReadObjFileForDatarefs(const std::string &path);
+
 // Writes the table back to "data/obj/fennic.txt" in the plug-in's folder. For developers of figures.
 void SaveAnimationFile();

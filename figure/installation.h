@@ -1,8 +1,28 @@
-// The figure in the aircraft's files.
+// The figure in the aircraft's files: putting it in, and taking it out again. Every file is replaced whole or
+// not at all, and one that has a backup is replaced only once the backup is there: after a failure at any
+// point each file is the old one or the new one, and setting up again completes the work.
+//
+// The aircraft must be reloaded before the simulator sees a change. What the setup has come to is
+// InstallationState, in frame/settings.h; the dialogs change it.
 #pragma once
 
-// 1 when the aircraft's .acf names the figure's object: type 767 is set up.
+// Puts the figure into an aircraft: its object and textures and, in the types 319 and 321, the seats that
+// make room for her. Types other than 319, 321, 737 and 739 need nothing.
+void SetupAcf();
+
+// The same in a 767, where the figure must also be attached in the aircraft's file (.acf).
+void Setup_767();
+
+// The one of the two that the loaded aircraft needs.
+void SetUpThisAircraft();
+
+// Brings back what the first setup found: from its backups, or, in the 737 and 739, from the figure files
+// that those come with, which ship with the plug-in. Backups stay.
+void UninstallFromAcf();
+
+// 1 when the aircraft's .acf names the figure's object: type 767 is set up. Only the .acf decides, not the
+// files that it names.
 int isSetupCompleted_767();
 
-// Asks the pilot for the setup of the figure. Until the dialogs are there: says so in the log.
-void OpenSetupPrompt();
+// The same, telling the log. For developers.
+bool isAcfSetupDone();

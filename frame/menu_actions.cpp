@@ -6,8 +6,10 @@
 #include <string>
 
 #include "XPLMDataAccess.h"
+#include "figure/dataref_list.h"
 #include "figure/position_creator.h"
 #include "figure/positions.h"
+#include "figure/setup_dialogs.h"
 #include "frame/settings.h"
 #include "util/log.h"
 #include "util/numbers.h"
@@ -52,10 +54,6 @@ void ToggleStepByStep() {
     lockStep = isNeedStep;
 }
 
-void SayNotYet(const char *what) {
-    string2debugString(what, " comes with a later version", 1);
-}
-
 bool isListed(const std::vector<std::string> &list, const std::string &name) {
     return std::find(list.begin(), list.end(), name) != list.end();
 }
@@ -79,7 +77,7 @@ const MenuAction Actions[] = {
     {"SavePresetR", SavePresetRghtToFile},
     {"Editor", EditorPanel_Create},
     {"Reload Scripts", ReadPositionFolder},
-    {"DataRef List", [] { SayNotYet("The list of the aircraft's datarefs"); }},
+    {"DataRef List", ReadDrfListFromCockpitAndAcf},
     {"LogPhrases", LogAllPhrases},
     {"Step", ToggleStepByStep},
     {"IncreaseVolume", [] { SetVolume(StepUp(globalVolume, VolumeStep)); }},
@@ -87,8 +85,8 @@ const MenuAction Actions[] = {
     {"IncreaseRate", [] { SetRate(StepUp(globalRate, RateStep)); }},
     {"DecreaseRate", [] { SetRate(StepDown(globalRate, RateStep)); }},
     {"Restart", [] { SendMSG("restart>"); }},
-    {"Uninstall", [] { SayNotYet("Taking the figure out of the aircraft"); }},
-    {"Setup", [] { SayNotYet("Setting the figure up in the aircraft"); }},
+    {"Uninstall", OpenUninstallPrompt},
+    {"Setup", SetUpAndTell},
 };
 
 // An option writes the aircraft's dataref and says so; without the dataref it does neither.

@@ -8,6 +8,7 @@
 #include "figure/installation.h"
 #include "figure/position_creator.h"
 #include "figure/positions.h"
+#include "figure/setup_dialogs.h"
 #include "frame/aircraft.h"
 #include "frame/commands.h"
 #include "frame/datarefs.h"
@@ -78,6 +79,7 @@ PLUGIN_API void XPluginStop(void) {
     UnregisterDrfs();
     EditorPanel.Delete();
     CloseOverlay();
+    CloseSetupDialogs();
     DestroyMenu();
     CustCommExit();
     if (wasCallbacksRegistred) {

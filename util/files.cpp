@@ -10,6 +10,7 @@
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
+#include <functional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -56,40 +57,84 @@ bool WriteAll(int file, std::string_view content) {
     return true;
 }
 
-// The file that a path finally names, so that renaming replaces a link's target and not the link.
-std::string FollowLinks(const std::string &path) {
+// Puts the content of a new file into it; false, with errno set, when that fails.
+using Fill = std::function<bool(int file)>;
+
+// The file that a path finally names, so that renaming replaces a link's target and not the link. False for
+// a link to nowhere: replacing it would lose the link, and its target is not there to be replaced.
+bool FollowLinks(const std::string &path, std::string &target) {
     char resolved[PATH_MAX];
-    return realpath(path.c_str(), resolved) ? std::string(resolved) : path;
+    struct stat status = {};
+    if (realpath(path.c_str(), resolved)) {
+        target = resolved;
+        return true;
+    }
+    if (errno != ENOENT || lstat(path.c_str(), &status) == 0) return false;
+    target = path;
+    return errno == ENOENT;
 }
 
-// Writes content to a new neighbour of path, on disk when it returns. Empty when that fails.
-std::string WriteNeighbour(const std::string &path, std::string_view content) {
-    std::string neighbour = path + NewFileSuffix;
-    struct stat old = {};
-    const bool isReplacing = stat(path.c_str(), &old) == 0;
-    if (isReplacing && access(path.c_str(), W_OK) != 0) return "";
-    const int file = open(neighbour.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (file < 0) return "";
-    bool isWritten = WriteAll(file, content);
-    if (isWritten && isReplacing) isWritten = fchmod(file, old.st_mode & 07777) == 0;
-    if (isWritten) isWritten = fsync(file) == 0;
-    if (close(file) != 0) isWritten = false;
-    if (isWritten) return neighbour;
-    const int reason = errno;
-    unlink(neighbour.c_str());
-    errno = reason;
-    return "";
-}
-
-bool ReplaceFile(const std::string &path, std::string_view content) {
-    const std::string target = FollowLinks(path);
-    const std::string neighbour = WriteNeighbour(target, content);
-    if (neighbour.empty()) return false;
-    if (rename(neighbour.c_str(), target.c_str()) == 0) return true;
+// Removes a file after a failure, whose reason stays in errno.
+bool GiveUp(const std::string &neighbour) {
     const int reason = errno;
     unlink(neighbour.c_str());
     errno = reason;
     return false;
+}
+
+// Writes a new neighbour of path, with the permissions of the file at path, on disk when it returns.
+bool WriteNeighbour(const std::string &path, const std::string &neighbour, const Fill &fill) {
+    struct stat old = {};
+    const bool isReplacing = stat(path.c_str(), &old) == 0;
+    if (!isReplacing && errno != ENOENT) return false;
+    if (isReplacing && access(path.c_str(), W_OK) != 0) return false;
+    const int file = open(neighbour.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (file < 0) return false;
+    bool isWritten = fill(file);
+    if (isWritten && isReplacing) isWritten = fchmod(file, old.st_mode & 07777) == 0;
+    if (isWritten) isWritten = fsync(file) == 0;
+    const int reason = errno;
+    const bool isClosed = close(file) == 0;
+    if (isWritten) return isClosed || GiveUp(neighbour);
+    errno = reason;
+    return GiveUp(neighbour);
+}
+
+// Makes a renaming last through a loss of power, so that a backup is on disk before what it is a backup of
+// is replaced. Some file systems cannot do this; the files are whole all the same.
+void SyncFolderOf(const std::string &path) {
+    const size_t separator = path.rfind('/');
+    const std::string folder = separator == std::string::npos ? "." : path.substr(0, separator + 1);
+    const int handle = open(folder.c_str(), O_RDONLY | O_CLOEXEC);
+    if (handle < 0) return;
+    fsync(handle);
+    close(handle);
+}
+
+bool ReplaceFile(const std::string &path, const Fill &fill) {
+    std::string target;
+    if (!FollowLinks(path, target)) return false;
+    const std::string neighbour = target + NewFileSuffix;
+    if (!WriteNeighbour(target, neighbour, fill)) return false;
+    if (rename(neighbour.c_str(), target.c_str()) != 0) return GiveUp(neighbour);
+    SyncFolderOf(target);
+    return true;
+}
+
+// Copies what is left of one open file into another, a piece at a time.
+bool CopyAll(int from, int to) {
+    char buffer[65536];
+    while (true) {
+        const ssize_t count = read(from, buffer, sizeof buffer);
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return count == 0;
+        if (!WriteAll(to, std::string_view(buffer, static_cast<size_t>(count)))) return false;
+    }
+}
+
+// The reason is in errno.
+void LogCantWrite(const std::string &path) {
+    string2debugString("FileIO:Cant write file " + path + ": ", std::strerror(errno), 1);
 }
 
 std::vector<std::string> SortedNames(const std::string &folder) {
@@ -113,6 +158,13 @@ int isFileExistString(const std::string &path) {
 
 int isFileExistChar(const char *path) {
     return path ? isFileExistString(path) : 0;
+}
+
+Presence WhatIsAt(const std::string &path) {
+    struct stat status = {};
+    if (stat(path.c_str(), &status) == 0)
+        return S_ISREG(status.st_mode) ? Presence::Present : Presence::Unknown;
+    return errno == ENOENT || errno == ENOTDIR ? Presence::Absent : Presence::Unknown;
 }
 
 std::vector<FileLine> ReadFileLines(const std::string &path) {
@@ -161,19 +213,21 @@ int FileLineSize(const std::string &path) {
 }
 
 bool WriteWholeFile(const std::string &path, std::string_view content) {
-    if (ReplaceFile(path, content)) return true;
-    string2debugString("FileIO:Cant write file " + path + ": ", std::strerror(errno), 1);
+    if (ReplaceFile(path, [&](int file) { return WriteAll(file, content); })) return true;
+    LogCantWrite(path);
     return false;
 }
 
 int copyFile(const std::string &from, const std::string &to) {
-    std::string content;
-    if (!ReadAll(from, content) || !ReplaceFile(to, content)) {
+    const int source = OpenForReading(from);
+    const bool isCopied = source >= 0 && ReplaceFile(to, [&](int file) { return CopyAll(source, file); });
+    if (!isCopied && source >= 0) LogCantWrite(to);
+    if (source >= 0) close(source);
+    if (isCopied)
+        string2debugString("copyFile from: " + from, " to: " + to, 1);
+    else
         string2debugString("copyFile Error:", from, 1);
-        return 0;
-    }
-    string2debugString("copyFile from: " + from, " to: " + to, 1);
-    return 1;
+    return isCopied ? 1 : 0;
 }
 
 std::vector<std::string> ReadFileListFromFolder(const std::string &folder) {

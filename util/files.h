@@ -24,12 +24,17 @@ std::vector<std::string> ReadFileToVector(const std::string &path);
 // The whole file; empty, with one line in the log, when it cannot be opened.
 std::string ReadFileToString(const std::string &path);
 
+// Whether a file is at the path. Unknown when something else is, or when the system does not say, which is
+// not the same as Absent where a file must not be lost.
+enum class Presence { Absent, Present, Unknown };
+Presence WhatIsAt(const std::string &path);
+
 // The number of non-empty lines.
 int FileLineSize(const std::string &path);
 
 // Puts content in the place of the file at path: written beside it, flushed, renamed over it, with the old
-// file's permissions; a symbolic link stays and its target is replaced. False, with one line in the log
-// and the old file untouched, when anything fails.
+// file's permissions; a symbolic link stays and its target is replaced, one to nowhere is refused. False,
+// with one line in the log and the old file untouched, when anything fails.
 bool WriteWholeFile(const std::string &path, std::string_view content);
 
 // Copies all bytes with the same promise. 1, logging "copyFile from: …", or 0, logging "copyFile Error:…".
