@@ -1,5 +1,6 @@
 // An aircraft file as text. It can be hundreds of megabytes long, so it is walked in place, line by line, and
-// never split into a list. Whatever looks wrong is refused: a pilot rather misses the figure than his aircraft.
+// never split into a list. Whatever looks wrong is refused: a pilot rather misses the figure than his
+// aircraft.
 #include "figure/acf_file.h"
 
 #include "util/numbers.h"
@@ -71,8 +72,7 @@ bool AttachObject(std::string_view acf, const std::vector<FileLine> &properties,
             reason = "line " + int2string(property.number) + " of the object has no index";
             return false;
         }
-        object +=
-            ReplaceString(property.text, "/" + parts[1] + "/", "/" + int2string(count) + "/") + "\r\n";
+        object += ReplaceString(property.text, "/" + parts[1] + "/", "/" + int2string(count) + "/") + "\r\n";
     }
 
     std::string text;

@@ -75,8 +75,7 @@ void ReadObjFileForDatarefs(const std::string &path) {
         if (!line.text.starts_with("ANIM_")) continue;
         const std::string dataref = StringToWordsArray(line.text, ' ').back();
         if (!dataref.starts_with("kv/") || dataref.size() <= prefix.size() + axis.size()) continue;
-        const std::string name =
-            dataref.substr(prefix.size(), dataref.size() - prefix.size() - axis.size());
+        const std::string name = dataref.substr(prefix.size(), dataref.size() - prefix.size() - axis.size());
         if (anim.empty() || anim.back().name != name) AddChannel(name);
     }
 }

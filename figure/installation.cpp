@@ -50,7 +50,8 @@ bool CopyFigure() {
 
 // Said last, so that whoever looks at the end of the log finds it.
 void LogSteps(bool areComplete, const char *what) {
-    if (!areComplete) string2debugString(what, " was not complete - the lines above say which files failed", 1);
+    if (!areComplete)
+        string2debugString(what, " was not complete - the lines above say which files failed", 1);
 }
 
 bool RestoreBackup(const std::string &path) {
@@ -62,6 +63,7 @@ bool RestoreBackup(const std::string &path) {
 bool AttachFigure() {
     const std::string acf = WhatThisAircraftAcfPath();
     const std::string properties = WhatPluginPath() + "/data/obj/acf.txt";
+    RemoveUnfinished(acf);
     const std::string text = ReadFileToString(acf);
     if (const int lines = CountFigureLines(text)) {
         for (int i = 0; i < lines; i++)

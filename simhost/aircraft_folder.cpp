@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <system_error>
 
 #include <stdlib.h>
@@ -43,6 +44,18 @@ void CopyFolder(const fs::path &from, const fs::path &to, int depth) {
             fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::add);
         }
     }
+}
+
+// A first officer who was never set up would ask for it in every flight, and do nothing until the aircraft is
+// loaded again. In the copy she counts as set up.
+void MarkAsSetUp(const fs::path &settings) {
+    const std::string asked = "installation=0", setUp = "installation=2";
+    std::ifstream in(settings, std::ios::binary);
+    std::string text{std::istreambuf_iterator<char>(in), {}};
+    const size_t place = text.find(asked);
+    if (place == std::string::npos) return;
+    text.replace(place, asked.size(), setUp);
+    std::ofstream(settings, std::ios::binary) << text;
 }
 
 std::vector<fs::path> SortedEntries(const fs::path &folder) {
@@ -94,6 +107,8 @@ bool MakeScratchAircraft(const std::string &aircraftFolder, ScratchAircraft &scr
              {"Resources/plugins", "Output/preferences", "Custom Data", "Custom Scenery"})
             fs::create_directories(root / folder);
         CopyFolder(source, scratch.aircraft, 0);
+        for (const std::string &library : FindPluginLibraries(scratch.aircraft))
+            MarkAsSetUp(fs::path(library).parent_path() / "data" / "settings_mac.txt");
     } catch (const fs::filesystem_error &failure) {
         error = failure.what();
         return false;

@@ -21,8 +21,9 @@ std::string ProgramFolder();
 std::string FindAircraft(const std::string &nameOrPath, const std::string &programFolder);
 
 // Copies the aircraft to <temporary folder>/fennic-sim-XXXXXX/Aircraft/<folder>/ and makes the folders of
-// a simulator root. The copy may be written to even where the original may not. False with the reason in
-// error; what was made by then is named in scratch and is to be removed.
+// a simulator root. The copy may be written to even where the original may not, and in it the first officer
+// counts as set up when the pilot was not asked yet. False with the reason in error; what was made by then is
+// named in scratch and is to be removed.
 bool MakeScratchAircraft(const std::string &aircraftFolder, ScratchAircraft &scratch, std::string &error);
 void RemoveScratchAircraft(ScratchAircraft &scratch);
 

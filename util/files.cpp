@@ -230,6 +230,11 @@ int copyFile(const std::string &from, const std::string &to) {
     return isCopied ? 1 : 0;
 }
 
+void RemoveUnfinished(const std::string &path) {
+    std::string target;
+    if (FollowLinks(path, target)) unlink((target + NewFileSuffix).c_str());
+}
+
 std::vector<std::string> ReadFileListFromFolder(const std::string &folder) {
     std::vector<std::string> names = SortedNames(folder);
     std::erase_if(names,

@@ -40,6 +40,9 @@ bool WriteWholeFile(const std::string &path, std::string_view content);
 // Copies all bytes with the same promise. 1, logging "copyFile from: …", or 0, logging "copyFile Error:…".
 int copyFile(const std::string &from, const std::string &to);
 
+// Removes what a crash in the middle of a write left beside the file at path. The next write does so too.
+void RemoveUnfinished(const std::string &path);
+
 // Bare names of the entries whose name contains "." and not ".."; sorted by bytes. Empty when the folder
 // cannot be read.
 std::vector<std::string> ReadFileListFromFolder(const std::string &folder);

@@ -1,0 +1,219 @@
+// The setup and its undoing, in aircraft of every type: what they leave behind, also when they are broken off
+// at any point.
+#include "figure/installation.h"
+
+#include <map>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "figure/acf_file.h"
+#include "frame/aircraft.h"
+#include "tests/figure/interrupted_calls.h"
+#include "tests/log_lines.h"
+#include "tests/plugin_folder.h"
+#include "util/files.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using Tree = std::map<std::string, std::string>; // relative path -> bytes
+
+const std::string Acf =
+    "I\r\n1200 Version\r\n\r\nP _obja/0/_v10_att_file_stl seat.obj\r\nP _obja/count 1\r\n";
+const char *const Object = "P _obja/0/_obj_flags 0\n\nP _obja/0/_v10_att_file_stl kvfennic.obj\n";
+const std::string AcfWithFigure =
+    "I\r\n1200 Version\r\n\r\nP _obja/0/_v10_att_file_stl seat.obj\r\nP _obja/1/_obj_flags 0\r\n"
+    "P _obja/1/_v10_att_file_stl kvfennic.obj\r\nP _obja/count 2\r\n";
+
+class Installation : public PluginFolder {
+protected:
+    Tree first; // the aircraft before the first setup
+
+    void ShipAndBuild(int type) {
+        acfType = type;
+        simhost::SetFolders(root, aircraft, "test.acf");
+        for (const char *name : {"kvfennic.obj", "kvfennic.png", "kvfennic_nml.png", "seats.obj"})
+            write(std::string("data/obj/") + name, std::string("the plug-in's ") + name);
+        for (const char *name : {"kvfennic.obj", "kvfennic.png"})
+            write(std::string("data/obj/original/") + name, std::string("original ") + name);
+        write("data/obj/acf.txt", Object);
+        first = {{"test.acf", Acf}};
+        if (type != 767) first["objects/kvfennic.obj"] = "original kvfennic.obj";
+        if (type != 767) first["objects/kvfennic.png"] = "original kvfennic.png";
+        if (type < 400)
+            for (const char *name : {"objects/seats.obj", "objects/seats_Std.obj"})
+                first[name] = std::string("the aircraft's ") + name;
+        Restore(first);
+    }
+
+    Tree Files() const {
+        Tree tree;
+        for (const auto &entry : fs::recursive_directory_iterator(aircraft)) {
+            const std::string name = fs::relative(entry.path(), aircraft);
+            if (!entry.is_regular_file() || name.starts_with("plugins")) continue;
+            std::ifstream file(entry.path(), std::ios::binary);
+            tree[name] = {std::istreambuf_iterator<char>(file), {}};
+        }
+        return tree;
+    }
+
+    void Restore(const Tree &tree) const {
+        fs::create_directories(aircraft + "objects");
+        const Tree now = Files();
+        for (const auto &[name, bytes] : now)
+            if (!tree.contains(name)) fs::remove(aircraft + name);
+        for (const auto &[name, bytes] : tree)
+            if (!now.contains(name) || now.at(name) != bytes)
+                std::ofstream(aircraft + name, std::ios::binary) << bytes;
+    }
+
+    // Runs a step with the call interrupted; the tree may hold files of before, or as they should be, alone.
+    void Interrupt(void (*step)(), const Tree &before, const Tree &after, Interruption how, int call) {
+        SCOPED_TRACE("type " + std::to_string(acfType) + ", interruption " + std::to_string(int(how))
+                     + " of call " + std::to_string(call));
+        Restore(before);
+        simhost::TakeLogLines();
+        const pid_t child = how == Interruption::Kill ? fork() : -1;
+        if (child <= 0) {
+            InterruptCalls(how, call);
+            step();
+            InterruptCalls(Interruption::None, 0);
+            if (child == 0) _exit(1); // not killed
+        } else {
+            int status = 0;
+            ASSERT_EQ(waitpid(child, &status, 0), child);
+            EXPECT_EQ(status, 0);
+        }
+        const Tree left = Files();
+        for (const auto &[name, bytes] : left) {
+            const bool isOld = before.contains(name) && before.at(name) == bytes;
+            const bool isNew = after.contains(name) && after.at(name) == bytes;
+            const bool isLeftOver = how == Interruption::Kill && name.ends_with(".fennic-new");
+            EXPECT_TRUE(isOld || isNew || isLeftOver) << name << ": " << bytes;
+        }
+        for (const auto &[name, bytes] : before) EXPECT_TRUE(left.contains(name)) << name;
+        if (how == Interruption::Kill) return;
+        EXPECT_TRUE(left == after || CountNewLines({"was not complete"}) > 0) << "nothing in the log";
+    }
+};
+
+class InstallationOfType : public Installation, public testing::WithParamInterface<int> {};
+INSTANTIATE_TEST_SUITE_P(, InstallationOfType, testing::Values(319, 321, 737, 739, 767));
+
+TEST_P(InstallationOfType, IsCompletedAndUndoneAfterBeingBrokenOffAnywhere) {
+    const int type = GetParam();
+    ShipAndBuild(type);
+    SetUpThisAircraft();
+    const Tree setUp = Files();
+    SetUpThisAircraft();
+    EXPECT_EQ(Files(), setUp) << "set up twice, type " << type;
+    UninstallFromAcf();
+    const Tree uninstalled = Files();
+
+    // What the aircraft had of its own is back; textures that it did not have stay.
+    for (const auto &[name, bytes] : first)
+        EXPECT_TRUE(uninstalled.at(name) == bytes || (type < 400 && name.ends_with(".png"))) << name;
+    EXPECT_EQ(setUp.at("objects/kvfennic.obj"), "the plug-in's kvfennic.obj");
+    EXPECT_EQ(setUp.at("objects/kvfennic_nml.png"), "the plug-in's kvfennic_nml.png");
+    EXPECT_EQ(setUp.contains("objects/seats_Std.obj"), type < 400);
+    EXPECT_EQ(setUp.at("test.acf"), type == 767 ? AcfWithFigure : Acf);
+
+    // An aircraft that has its backups must not lose them to a call that fails.
+    using enum Interruption;
+    const struct {
+        void (*run)();
+        const Tree &before, &after;
+        std::vector<Interruption> interruptions;
+    } steps[] = {{SetUpThisAircraft, first, setUp, {FailOnce, FailOn, Kill}},
+                 {SetUpThisAircraft, setUp, setUp, {FailOnce}},
+                 {UninstallFromAcf, setUp, uninstalled, {FailOnce, FailOn, Kill}}};
+    for (const auto &step : steps) {
+        Restore(step.before);
+        InterruptCalls(None, 0);
+        step.run();
+        const int calls = CallsSoFar();
+        EXPECT_GT(calls, 10) << "no calls are counted";
+        for (int call = 1; call <= calls; call++) {
+            for (const Interruption how : step.interruptions) {
+                Interrupt(step.run, step.before, step.after, how, call);
+                SetUpThisAircraft();
+                EXPECT_EQ(Files(), setUp) << "set up after call " << call;
+                UninstallFromAcf();
+                EXPECT_EQ(Files(), uninstalled) << "undone after call " << call;
+                if (HasFailure()) return; // one is enough to read
+            }
+        }
+        Interrupt(step.run, step.before, step.after, ReadOnly, 0);
+        EXPECT_EQ(Files(), step.before) << "read-only";
+    }
+}
+
+TEST_F(Installation, KeepsLinksPermissionsAndWhatNeedsNoFigure) {
+    ShipAndBuild(172);
+    SetUpThisAircraft();
+    UninstallFromAcf();
+    EXPECT_EQ(Files(), first);
+
+    ShipAndBuild(319);
+    fs::rename(aircraft + "objects/seats.obj", aircraft + "elsewhere.obj");
+    fs::permissions(aircraft + "elsewhere.obj", fs::perms(0640));
+    fs::create_symlink("../elsewhere.obj", aircraft + "objects/seats.obj");
+    fs::create_symlink("gone/kvfennic.png", aircraft + "objects/kvfennic_nml.png");
+    simhost::TakeLogLines();
+    SetupAcf();
+    EXPECT_TRUE(fs::is_symlink(aircraft + "objects/seats.obj"));
+    EXPECT_EQ(Files().at("elsewhere.obj"), "the plug-in's seats.obj");
+    EXPECT_EQ(fs::status(aircraft + "elsewhere.obj").permissions(), fs::perms(0640));
+    EXPECT_TRUE(fs::is_symlink(aircraft + "objects/kvfennic_nml.png")) << "a link to nowhere is not lost";
+    EXPECT_EQ(CountNewLines({"Cant write file", "kvfennic_nml.png"}), 1);
+    UninstallFromAcf();
+    EXPECT_EQ(Files().at("elsewhere.obj"), "the aircraft's objects/seats.obj");
+    EXPECT_TRUE(fs::is_symlink(aircraft + "objects/seats.obj"));
+}
+
+TEST_F(Installation, AttachesTheFigureToAnyAircraftFileThatStatesItsObjectsOnce) {
+    ShipAndBuild(767);
+    const std::string figure = "P _obja/1/_obj_flags 0\r\nP _obja/1/_v10_att_file_stl kvfennic.obj\r\n";
+    for (const auto &[acf, expected] :
+         Tree{{"a\nP _obja/count 1\n\n b\t\n", "a\r\n" + figure + "P _obja/count 2\r\n\r\n b\t\r\n"},
+              {"\r\nP _obja/count 1 ", "\r\n" + figure + "P _obja/count 2\r\n"}}) {
+        std::string changed, reason;
+        EXPECT_TRUE(AttachObject(acf, ReadFileLines(plugin + "data/obj/acf.txt"), changed, reason)) << reason;
+        EXPECT_EQ(changed, expected);
+    }
+    const std::string count = "P _obja/count ";
+    for (const auto &[acf, reason] : Tree{{"I\n", "no line \"P _obja/count\""},
+                                          {"I\n" + count + "1\nP _obja/0/x 1\n" + count + "2\n",
+                                           "line 4 states the number of objects again"},
+                                          {count + "many\n", "line 1 states no number"},
+                                          {count + "-1\n", "line 1 states no number"},
+                                          {count + "2147483647\n", "line 1 states no number"},
+                                          {count + "99999999999999999999\n", "line 1 states no number"},
+                                          {count + "1.5\n", "line 1 states no number"},
+                                          {count + "\n", "line 1 states no number"},
+                                          {count + "1 2\n", "line 1 states no number"},
+                                          {"P a\rP _obja/count 1\rP b\r", "line 1 states no number"},
+                                          {"", "file not found: " + aircraft + "test.acf"}}) {
+        std::ofstream(aircraft + "test.acf", std::ios::binary) << acf;
+        simhost::TakeLogLines();
+        Setup_767();
+        EXPECT_EQ(CountNewLines({"Setup was not complete - ", aircraft + "test.acf", reason}), 1) << acf;
+        EXPECT_EQ(Files().at("test.acf"), acf);
+        EXPECT_FALSE(fs::exists(aircraft + "test.acf.backup")) << acf;
+        EXPECT_EQ(isSetupCompleted_767(), 0);
+    }
+    Restore(first);
+    write("data/obj/acf.txt", "P _obja/0/a 1\nP kvfennic.obj\n");
+    Setup_767();
+    EXPECT_EQ(CountNewLines({"line 2 of the object has no index"}), 1);
+    EXPECT_EQ(Files().at("test.acf"), Acf);
+    write("data/obj/acf.txt", Object);
+    Setup_767();
+    EXPECT_EQ(Files().at("test.acf"), AcfWithFigure);
+    EXPECT_TRUE(isAcfSetupDone());
+    Setup_767();
+    EXPECT_EQ(CountNewLines({".acf file was not changed - it already contain kvfennic.obj"}), 1);
+}
+
+} // namespace
