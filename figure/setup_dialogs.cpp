@@ -5,10 +5,12 @@
 #include <string>
 
 #include "XPLMDisplay.h"
+#include "XPLMGraphics.h"
 #include "XPStandardWidgets.h"
 #include "XPWidgets.h"
 #include "figure/installation.h"
 #include "frame/settings.h"
+#include "util/numbers.h"
 
 namespace {
 
@@ -18,7 +20,7 @@ struct DialogButton {
 };
 
 struct Dialog {
-    const char *lines[2]; // the blanks in front centre them
+    const char *lines[2];
     DialogButton buttons[2];
 };
 
@@ -75,6 +77,16 @@ XPWidgetID AddWidget(XPWidgetClass widgetClass, const char *text, int left, int 
                           windowTop - top - height, 1, text, 0, window, widgetClass);
 }
 
+// Where a line begins so that its words stand in the middle. The blanks in front do that in one font alone.
+int CaptionLeft(const std::string &line) {
+    const size_t blanks = line.find_first_not_of(' ');
+    const auto width = [](const std::string &text) {
+        return TruncateToInt(
+            XPLMMeasureString(xplmFont_Proportional, text.c_str(), static_cast<int>(text.size())));
+    };
+    return (DialogWidth - width(line.substr(blanks))) / 2 - width(line.substr(0, blanks));
+}
+
 XPWidgetID AddButton(const char *caption, int left) {
     const XPWidgetID button =
         AddWidget(xpWidgetClass_Button, caption, left, ButtonTop, ButtonWidth, ButtonHeight);
@@ -95,8 +107,8 @@ void Open(const Dialog &dialog) {
     XPSetWidgetProperty(window, xpProperty_MainWindowHasCloseBoxes, 0); // a question wants an answer
     XPAddWidgetCallback(window, HandleMessage);
     for (int i = 0; i < 2; i++)
-        AddWidget(xpWidgetClass_Caption, dialog.lines[i], 0, CaptionTop + i * LineHeight, DialogWidth,
-                  LineHeight);
+        AddWidget(xpWidgetClass_Caption, dialog.lines[i], CaptionLeft(dialog.lines[i]),
+                  CaptionTop + i * LineHeight, DialogWidth, LineHeight);
     const bool isOneButton = !dialog.buttons[1].caption;
     const int margin = (DialogWidth / 2 - ButtonWidth) / 2;
     buttons[0] = AddButton(dialog.buttons[0].caption, isOneButton ? (DialogWidth - ButtonWidth) / 2 : margin);

@@ -309,12 +309,15 @@ check.near(strike(), 60, 3, "a position that is listed")
 -- ---- For authors ----
 
 clear()
-for _, item in ipairs {"Log ACF DataRefs", "UnInstall Fennic"} do
-    choose(item)
-    local log = check.log()
-    check.equal(#log, 1, item)
-    check.that(log[1]:find(" comes with a later version$"), log[1])
-end
+check.write(aircraft .. "b.obj", "I\n800\nOBJ\n\tANIM_rotate  1 0 0\t-20 20 sim/one\r\nANIM_show 0 1 sim/one\n"
+    .. "ATTR_manip_toggle hand 1 0 sim/two[3] tip/top\nTRIS 0 3 not/this\nATTR_light_level 0 1 sim/one\n")
+check.write(aircraft .. "c.acf~", "P DATAREF not/this\n")
+os.rename(aircraft .. "Cessna_172SP.acf", aircraft .. "c.acf")
+check.write(aircraft .. "c.acf", acf .. "P _obja/0/_obj_hide_DATAREF sim/hidden\n")
+choose("Log ACF DataRefs")
+check.list(check.log(), {("-"):rep(59), "DRF List from: " .. aircraft .. "b.obj", "DRF: sim/one", "DRF: sim/two[3]",
+                         "DRF: tip/top", ("-"):rep(59), "DRF List from: " .. aircraft .. "c.acf",
+                         "DRF: _obja/0/_obj_hide_DATAREF", "DRF: sim/hidden"}, "the aircraft's datarefs")
 choose("Log all phrases")
 check.list(sim.log(), {
     "", "************* Fennic Phrases List: *************",
