@@ -2,6 +2,7 @@
 // what is saved is what was shown.
 #include <clocale>
 
+#include "figure/position_creator.h"
 #include "tests/figure/figure_folder.h"
 
 using Names = std::vector<std::string>;
