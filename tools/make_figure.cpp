@@ -3,8 +3,6 @@
 //     make_figure FOLDER
 //
 // writes what stands in data/obj under the folder. Made again from unchanged sources, the files are the same.
-#include <lodepng.h>
-
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -23,20 +21,51 @@ bool WriteText(const std::string &path, const std::string &text) {
     return static_cast<bool>(file);
 }
 
-bool MakeFigure(const std::string &folder) {
-    std::vector<Surface> surfaces;
-    AddHead(surfaces);
-    AddFace(surfaces);
-    AddHair(surfaces);
-    AddTorso(surfaces);
-    AddArms(surfaces);
-    AddHands(surfaces);
-    AddLegs(surfaces);
-    AddTablet(surfaces);
-    const Atlas atlas = PaintAtlas(surfaces, 2048, 2048);
+// The seats share the figure's picture: an installation copies no other.
+bool MakeFigureAndSeats(const std::string &folder) {
+    std::vector<Surface> figure, seats;
+    AddHead(figure);
+    AddFace(figure);
+    AddHair(figure);
+    AddTorso(figure);
+    AddArms(figure);
+    AddHands(figure);
+    AddLegs(figure);
+    AddTablet(figure);
+    AddSeats(seats);
+    std::vector<Surface> both = figure;
+    both.insert(both.end(), seats.begin(), seats.end());
+    const Atlas atlas = PaintAtlas(both, 2048, 2048);
     return atlas.width > 0 && WritePictures(atlas, folder + "kvfennic.png", folder + "kvfennic_nml.png")
            && WriteText(folder + "kvfennic.obj",
-                        ObjectText(surfaces, atlas, "kvfennic.png", "kvfennic_nml.png", true));
+                        ObjectText(figure, atlas, "kvfennic.png", "kvfennic_nml.png", true))
+           && WriteText(folder + "seats.obj",
+                        ObjectText(seats, atlas, "kvfennic.png", "kvfennic_nml.png", false));
+}
+
+// What stands in for the figure that an aircraft came with: a plain torso and head in one grey.
+bool MakeOriginal(const std::string &folder) {
+    std::vector<Surface> surfaces(2);
+    for (Surface &surface : surfaces) {
+        surface.chart = "plain";
+        surface.width = surface.height = 24;
+        surface.paint = [](const SkinPoint &point) {
+            return Texel{Vec{0.55, 0.56, 0.58} * (0.8 + 0.2 * point.normal.y), 0, 0};
+        };
+    }
+    surfaces[0].grid = BallSkin(
+        [](Vec p) {
+            return Ellipsoid(p, {0, 0.32, 0.13}, {0.19, 0.29, 0.12});
+        },
+        {{0, 0.32, 0.13}}, 13, 9);
+    surfaces[1].grid = BallSkin(
+        [](Vec p) {
+            return Ellipsoid(p, {0, 0.75, 0.13}, {0.08, 0.12, 0.10});
+        },
+        {{0, 0.75, 0.13}}, 11, 9);
+    const Atlas atlas = PaintAtlas(surfaces, 32, 32);
+    return atlas.width > 0 && WritePictures(atlas, folder + "kvfennic.png", "")
+           && WriteText(folder + "kvfennic.obj", ObjectText(surfaces, atlas, "kvfennic.png", "", false));
 }
 
 } // namespace
@@ -48,5 +77,5 @@ int main(int argc, char **argv) {
     }
     const std::string folder = std::string(argv[1]) + "/";
     std::filesystem::create_directories(folder + "original");
-    return MakeFigure(folder) ? 0 : 1;
+    return MakeFigureAndSeats(folder) && MakeOriginal(folder + "original/") ? 0 : 1;
 }

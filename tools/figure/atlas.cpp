@@ -91,26 +91,25 @@ Atlas PaintAtlas(const std::vector<Surface> &surfaces, int width, int height) {
     std::vector<const Surface *> first;
     for (const Surface &surface : surfaces)
         if (atlas.charts.emplace(surface.chart, Chart{}).second) first.push_back(&surface);
-    // Shelves from the top, the tallest charts first.
+    // The tallest charts first, each where it stands highest in the picture.
     std::stable_sort(first.begin(), first.end(),
                      [](const Surface *a, const Surface *b) { return a->height > b->height; });
-    int x = 0, y = 0, shelf = 0;
+    std::vector<int> filled(static_cast<size_t>(width), 0); // down to which row, for each column
     for (const Surface *surface : first) {
         const int needed = surface->width + 2 * Margin, tall = surface->height + 2 * Margin;
-        if (x + needed > width) {
-            x = 0;
-            y += shelf;
-            shelf = 0;
+        int left = 0, top = height;
+        for (int x = 0; x + needed <= width; x++) {
+            const int floor = *std::max_element(filled.begin() + x, filled.begin() + x + needed);
+            if (floor < top) left = x, top = floor;
         }
-        shelf = std::max(shelf, tall);
-        if (x + needed > width || y + tall > height) {
+        if (top + tall > height) {
             std::cerr << "no room for the chart " << surface->chart << "\n";
             return {};
         }
-        const Chart chart = {x + Margin, y + Margin, surface->width, surface->height};
+        std::fill(filled.begin() + left, filled.begin() + left + needed, top + tall);
+        const Chart chart = {left + Margin, top + Margin, surface->width, surface->height};
         atlas.charts[surface->chart] = chart;
         PaintChart(atlas, chart, *surface);
-        x += needed;
     }
     return atlas;
 }

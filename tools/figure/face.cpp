@@ -7,9 +7,9 @@ namespace figure_maker {
 
 namespace {
 
-const double EyeRadius = 12.3; // millimetres
+const double EyeRadius = 13.4; // millimetres
 Vec EyeCentre() {
-    return OnHead(31.5, 4, 73.5);
+    return OnHead(31.5, 4, 72.3);
 }
 
 // A direction from the eye: degrees outwards and upwards, forward at 0, 0. For the right eye.
@@ -51,9 +51,9 @@ double LidEdge(double across, bool isUpper, bool isOpen) {
 }
 
 Texel PaintLid(const SkinPoint &point, bool isUpper) {
-    Texel texel = Skin(point, 0.28);
+    Texel texel = Skin(point, 0.2);
     const double edge = isUpper ? point.v : point.v; // 1 at the free edge
-    texel.color = Mix(texel.color, Color(160, 98, 80), isUpper ? 0.30 : 0.15);
+    texel.color = Mix(texel.color, Color(160, 98, 80), isUpper ? 0.30 : 0.05);
     if (isUpper)
         texel.color = Mix(texel.color, Color(24, 15, 12), SmoothStep(0.84, 0.93, edge));
     else
@@ -63,7 +63,7 @@ Texel PaintLid(const SkinPoint &point, bool isUpper) {
 }
 
 Grid LidSkin(bool isUpper, bool isOpen) {
-    const double reach = 60; // degrees to both corners
+    const double reach = 66; // degrees to both corners
     const auto at = [=](double u, double v) {
         const double across = u * 2 - 1;
         const double root = isUpper ? 78 : -72;
@@ -111,12 +111,12 @@ void AddEyes(std::vector<Surface> &surfaces) {
 
 // ---- Mouth ----
 
-const double MouthHalf = 23.5, MouthUp = -57.5; // millimetres
+const double MouthHalf = 22.5, MouthUp = -57.5; // millimetres
 
 // The line between the lips at -1 to 1, moved down by so many millimetres in the middle.
 Vec OnMouthLine(double across, double down) {
     const double side = across * MouthHalf;
-    const double up = MouthUp + 1.2 * across * across - 0.9 * std::exp(-std::pow(across / 0.28, 2))
+    const double up = MouthUp + 2.4 * across * across - 0.9 * std::exp(-std::pow(across / 0.28, 2))
                       - down * (1 - across * across);
     return OnHead(side, up, 0);
 }
@@ -131,7 +131,7 @@ Vec OnFace(Vec p, double lift) {
 Texel PaintLip(const SkinPoint &point) {
     Texel texel;
     const double lines = Noise({point.u * 46, point.v * 1.5, 0});
-    const Vec color = Color(184, 92, 88) * (1 + 0.05 * lines);
+    const Vec color = Color(190, 103, 96) * (1 + 0.05 * lines);
     const double rim =
         SmoothStep(0.0, 0.22, point.v) * SmoothStep(0, 0.04, point.u) * SmoothStep(0, 0.04, 1 - point.u);
     texel.color = Mix(SkinTone * 0.93, color, rim);

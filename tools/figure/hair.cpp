@@ -57,7 +57,7 @@ double HairSolid(Vec p) {
     double hair = Ellipsoid(q, {0, 42, -8}, {82.5, 86, 99});
     hair = Join(hair, Ellipsoid(q, {0, -8, -56}, {58, 52, 46}), 26); // nape
     // The hairline: up over the forehead, down at the temple, behind the ear.
-    hair = Join(hair, RoundCone(q, {30, 92, 58}, {62, 62, 40}, 20, 19), 20);
+    hair = Join(hair, RoundCone(q, {0, 89, 64}, {62, 50, 34}, 15, 12), 26);
     const double face = Ellipsoid(q, {0, 16, 104}, {63, 66, 66});
     hair = Cut(hair, face, 10);
     hair = Cut(hair, Ellipsoid(q, {74, -40, 22}, {40, 50, 33}), 12);
@@ -71,7 +71,7 @@ void AddHair(std::vector<Surface> &surfaces) {
     hair.width = 700;
     hair.height = 520;
     hair.paint = PaintHair;
-    hair.grid = BallSkin(HairSolid, {OnHead(0, 34, -22)}, 39, 27);
+    hair.grid = BallSkin(HairSolid, {OnHead(0, 34, -22)}, 43, 31);
     Shade(
         hair.grid, [](Vec p) { return std::min(HairSolid(p), KnotSolid(p)); }, 0.03);
     surfaces.push_back(hair);

@@ -25,12 +25,12 @@ double Spot(Vec p, double right, double up, double forward, double size) {
 }
 
 // How much of a brow is at a place: an arch of hairs over each eye.
-double Brow(double side, double up, Vec p) {
+double Brow(double side, double up) {
     const double along = (side - 11) / 37; // 0 at the nose
     if (along < 0 || along > 1) return 0;
-    const double arch = 22.5 + 5.5 * std::sin(along * 2.3) - 3.5 * along * along;
+    const double arch = 19.5 + 5.5 * std::sin(along * 2.3) - 3.5 * along * along;
     const double width = 3.3 * (1 - 0.75 * along) * SmoothStep(0, 0.12, along) + 0.4;
-    const double hairs = 0.75 + 0.45 * Noise({p.x * 1300 - side * 0.5, p.y * 500, 0});
+    const double hairs = 0.85 + 0.25 * Noise({(side - up * 0.6) * 0.9, 0, 0});
     return (1 - SmoothStep(width * 0.55, width, std::abs(up - arch))) * hairs
            * (1 - 0.5 * SmoothStep(0.8, 1, along));
 }
@@ -39,7 +39,7 @@ Texel PaintFace(const SkinPoint &point) {
     const Vec p = point.position;
     const Vec d = (p - HeadCentre) * 1000;
     const double side = std::abs(d.x), up = d.y, forward = -d.z;
-    double redness = 0.55 * Spot(p, side == d.x ? 44 : -44, -22, 72, 26) + 0.5 * Spot(p, 0, -30, 108, 13)
+    double redness = 0.34 * Spot(p, d.x > 0 ? 44 : -44, -20, 72, 26) + 0.5 * Spot(p, 0, -30, 108, 13)
                      + 0.22 * Spot(p, 0, -84, 88, 20) + 0.3 * Spot(p, d.x > 0 ? 31 : -31, 4, 80, 16);
     Texel texel = Skin(point, redness);
     if (forward > 20) {
@@ -48,7 +48,7 @@ Texel PaintFace(const SkinPoint &point) {
         texel.color = Mix(texel.color, Color(170, 112, 92), 0.38 * socket);
         const double nostril = std::exp(-(std::pow((side - 6.8) / 3.6, 2) + std::pow((up + 37.5) / 2.2, 2)));
         if (forward > 85) texel.color = Mix(texel.color, Color(70, 32, 26), std::min(1.0, nostril * 1.1));
-        const double brow = std::clamp(Brow(side, up, p), 0.0, 1.0);
+        const double brow = std::clamp(Brow(side, up), 0.0, 1.0);
         texel.color = Mix(texel.color, HairBrown * 1.05, 0.85 * brow);
         texel.height += 0.0004 * brow;
         // A shadow under the lower lip and between the lips' ends.
@@ -56,28 +56,42 @@ Texel PaintFace(const SkinPoint &point) {
     }
     // Short hairs where the hair begins.
     const double hair = HairSolid(p);
-    const double fringe = 1 - SmoothStep(0.0005, 0.0055, hair + 0.0022 * Noise(p * 700));
+    const double strand = Turbulence({std::atan2(d.x, d.y - 10) * 45, d.z * 0.04, 0}, 2);
+    const double fringe = 1 - SmoothStep(-0.0005, 0.0042, hair + 0.0016 * strand);
     if (up > -60 && forward < 100) texel.color = Mix(texel.color, HairBrown, 0.8 * fringe);
     return texel;
 }
 
-double EarSolid(Vec p) {
-    // In millimetres about the ear: x outwards, y up, z back.
-    const Vec d = (p - OnHead(75, -2, -8)) * 1000;
-    const Vec turned = Turn(Turn(d, {0, 1, 0}, -20), {1, 0, 0}, 12);
-    const Vec q = turned;
-    double shell = Ellipsoid(q, {0, 2, 0}, {7, 31, 18});
-    shell = Join(shell, Ellipsoid(q, {0, -22, -4}, {5, 11, 9}), 6); // lobe
-    const double bowl = Ellipsoid(q, {8.5, -2, -5}, {9.5, 13, 9.5});
-    const double groove = Ellipsoid(q, {8.5, 12, 0}, {7, 13, 9.5});
-    shell = Cut(shell, bowl, 4);
-    shell = Cut(shell, groove, 4);
-    shell = Join(shell, RoundCone(q, {1.5, -6, -15}, {2.5, -2, -10}, 3.5, 3), 3); // in front of the canal
-    return shell * 0.001;
+// The ear in its own plane: a hollow, folds round it, the rim, and the way back to the head behind. Polar: u
+// round, from behind; v from the hollow to the rim (at 0.75) and behind.
+Vec OnEar(double u, double v) {
+    const double a = u * 360 * Degree; // 0 behind, 90 degrees above
+    const double c = std::cos(a), s = std::sin(a);
+    const double front = std::max(0.0, -c), low = std::max(0.0, -s);
+    const double outline = 1 - 0.16 * front - 0.13 * low * std::abs(c);
+    double radius = v / 0.75, out = 0;
+    if (v <= 0.75) {
+        out = -4.5 * (1 - SmoothStep(0.18, 0.42, radius))
+              + 1.6 * std::exp(-std::pow((radius - 0.52) / 0.10, 2))
+              + 3.4 * std::exp(-std::pow((radius - 0.90) / 0.11, 2)) * (1 - 0.75 * front) * (1 - 0.6 * low);
+        out += 2.6 * std::exp(-std::pow((radius - 0.42) / 0.2, 2)) * std::pow(front, 4); // before the canal
+    } else {
+        const double back = (v - 0.75) / 0.25;
+        radius = 1 - 0.34 * back * back + 0.03 * std::sin(back * 180 * Degree);
+        out = 2.2 - 17 * back;
+    }
+    const Vec flat = {out, 31 * s * radius * outline, 17.5 * c * radius * outline};
+    // Stands off behind, leans back above.
+    const Vec placed = Turn(Turn(flat, {0, 1, 0}, 24), {1, 0, 0}, 10);
+    return OnHead(76.5 + placed.x, -2 + placed.y, -7 - placed.z);
 }
 
 Texel PaintEar(const SkinPoint &point) {
-    return Skin(point, 0.32);
+    Texel texel = Skin(point, 0.30);
+    const double depth = std::exp(-std::pow((point.v - 0.13) / 0.10, 2))
+                         + 0.4 * std::exp(-std::pow((point.v - 0.50) / 0.05, 2));
+    texel.color = texel.color * (1 - 0.28 * depth);
+    return texel;
 }
 
 Texel PaintNeck(const SkinPoint &point) {
@@ -93,25 +107,25 @@ double HeadSolid(Vec p) {
     double skin = Ellipsoid(q, {0, 40, -4}, {74, 77, 94});
     skin = Join(skin, Ellipsoid(q, {0, 46, 40}, {60, 56, 54}), 22);            // forehead
     skin = Join(skin, Ellipsoid(q, {0, -14, 28}, {60, 70, 60}), 26);           // face
-    skin = Join(skin, RoundCone(q, {46, -30, 6}, {14, -80, 66}, 19, 13), 26);  // jaw
+    skin = Join(skin, RoundCone(q, {45, -34, 8}, {15, -80, 66}, 20, 14), 28);  // jaw
     skin = Join(skin, Ellipsoid(q, {0, -80, 76}, {17, 15, 14}), 18);           // chin
     skin = Join(skin, Ellipsoid(q, {0, -56, 70}, {29, 24, 25}), 20);           // round the mouth
     skin = Join(skin, Ellipsoid(q, {41, -13, 60}, {22, 18, 22}), 24);          // cheekbone
     skin = Join(skin, RoundCone(q, {8, 20, 85}, {44, 23, 68}, 8, 8), 16);      // brow
     skin = Cut(skin, Ellipsoid(q, {32, 4, 99}, {19, 13.5, 18}), 14);           // socket
     skin = Join(skin, RoundCone(q, {0, 12, 82}, {0, -24, 102}, 6.5, 7.5), 13); // nose
-    skin = Join(skin, Ellipsoid(q, {0, -28, 104}, {9, 8, 9}), 7);
-    skin = Join(skin, Ellipsoid(q, {10.5, -32, 94}, {7, 6.5, 9}), 5);            // wing
+    skin = Join(skin, Ellipsoid(q, {0, -28, 104}, {8, 7.5, 9}), 7);
+    skin = Join(skin, Ellipsoid(q, {9.6, -32, 94.5}, {6, 5.6, 8.5}), 5);         // wing
     skin = Cut(skin, RoundCone(q, {0, -44, 100.5}, {0, -50, 100}, 2.6, 3.2), 5); // below the nose
     skin = Cut(skin, Ellipsoid(q, {0, -75, 100}, {16, 4.5, 8}), 8);              // below the lips
     return skin * 0.001;
 }
 
 double NeckSolid(Vec p) {
-    double skin = RoundCone(p, {0, 0.560, 0.172}, {0, 0.700, 0.148}, 0.055, 0.051);
+    double skin = RoundCone(p, {0, 0.560, 0.172}, {0, 0.700, 0.148}, 0.051, 0.046);
     const Vec q = {std::abs(p.x), p.y, p.z};
     skin =
-        Join(skin, RoundCone(q, {0.016, 0.565, 0.118}, {0.056, 0.715, 0.158}, 0.011, 0.012), 0.022); // muscle
+        Join(skin, RoundCone(q, {0.014, 0.568, 0.122}, {0.046, 0.700, 0.150}, 0.008, 0.008), 0.02); // muscle
     return Join(skin, Ellipsoid(p, {0, 0.652, 0.108}, {0.012, 0.02, 0.012}), 0.02);
 }
 
@@ -125,7 +139,7 @@ void AddHead(std::vector<Surface> &surfaces) {
     head.paint = PaintFace;
     const Frame centre = {OnHead(0, -6, 20)};
     head.grid = BallSkin(HeadSolid, centre, 55, 51, FaceColumns, FaceRows);
-    Shade(head.grid, around, 0.03);
+    Shade(head.grid, around, 0.016);
     surfaces.push_back(head);
 
     Surface ear;
@@ -134,10 +148,10 @@ void AddHead(std::vector<Surface> &surfaces) {
     ear.width = 190;
     ear.height = 150;
     ear.paint = PaintEar;
-    // Rays leave from inside the flap.
-    const Frame inside = {OnHead(73, -8, -14)};
-    ear.grid = BallSkin(EarSolid, inside, 17, 13);
-    Shade(ear.grid, EarSolid, 0.02);
+    ear.grid = Sheet(21, 15, OnEar, [](Vec p) {
+        const Vec out = p - OnHead(70, -2, -12);
+        return Vec{out.x * 2, out.y * 0.3, out.z * 0.3};
+    });
     surfaces.push_back(ear);
     surfaces.push_back(Mirror(ear, Head));
 
@@ -147,7 +161,7 @@ void AddHead(std::vector<Surface> &surfaces) {
     neck.width = 300;
     neck.height = 150;
     neck.paint = PaintNeck;
-    neck.grid = LimbSkin(NeckSolid, {0, 0.585, 0.165}, {0, 0.690, 0.150}, {0, 0, 1}, 21, 7, 0.1, 0.1);
+    neck.grid = LimbSkin(NeckSolid, {0, 0.585, 0.165}, {0, 0.690, 0.150}, {0, 0, 1}, 27, 9, 0.1, 0.1);
     Shade(neck.grid, around, 0.06);
     surfaces.push_back(neck);
 }

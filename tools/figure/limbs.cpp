@@ -19,15 +19,15 @@ void AddBoth(std::vector<Surface> &surfaces, Surface surface, int rightJoint, in
 
 double UpperArmSolid(Vec p) {
     const Vec shoulder = Right(RightArm).pivot, elbow = Right(RightArm).end;
-    double skin = RoundCone(p, shoulder, elbow, 0.058, 0.042);
-    return Join(skin, RoundCone(p, Mix(shoulder, elbow, 0.2), Mix(shoulder, elbow, 0.65), 0.055, 0.052),
+    double skin = RoundCone(p, shoulder, elbow, 0.055, 0.038);
+    return Join(skin, RoundCone(p, Mix(shoulder, elbow, 0.2), Mix(shoulder, elbow, 0.65), 0.051, 0.046),
                 0.02);
 }
 
 double ForearmSolid(Vec p) {
     const Vec elbow = Right(RightArm + 1).pivot, wrist = Right(RightArm + 1).end;
-    double skin = RoundCone(p, elbow, Mix(elbow, wrist, 0.8), 0.0425, 0.031);
-    skin = Join(skin, RoundCone(p, Mix(elbow, wrist, 0.1), Mix(elbow, wrist, 0.5), 0.043, 0.037), 0.02);
+    double skin = RoundCone(p, elbow, Mix(elbow, wrist, 0.8), 0.0385, 0.031);
+    skin = Join(skin, RoundCone(p, Mix(elbow, wrist, 0.1), Mix(elbow, wrist, 0.5), 0.0395, 0.036), 0.02);
     return skin;
 }
 

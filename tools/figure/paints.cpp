@@ -17,7 +17,7 @@ Texel Skin(const SkinPoint &point, double redness) {
     Texel texel;
     const double blotch = Turbulence(point.position * 60, 3);
     Vec color = SkinTone * (1 + 0.05 * blotch);
-    color = Mix(color, Color(205, 120, 102), std::clamp(redness + 0.08 * blotch, 0.0, 1.0) * 0.6);
+    color = Mix(color, Color(219, 136, 116), std::clamp(redness + 0.08 * blotch, 0.0, 1.0) * 0.6);
     texel.color = Shaded(color, point.openness);
     texel.height = 0.00004 * Turbulence(point.position * 900, 2);
     texel.gloss = 0.28;

@@ -61,8 +61,8 @@ Vec OnCollar(double around, double out, double up) {
     const double a = around * 180 * Degree;
     // Higher behind than in front.
     const double rise = Mix(0.5835, 0.632, SmoothStep(0, 1, std::abs(around)));
-    return Vec{std::sin(a) * (0.0600 + out), rise + up,
-               0.166 - std::cos(a) * (0.0600 + out) + 0.010 * std::cos(a)};
+    return Vec{std::sin(a) * (0.0570 + out), rise + up,
+               0.166 - std::cos(a) * (0.0570 + out) + 0.010 * std::cos(a)};
 }
 
 // On the shirt in front of the chest, at a height.
@@ -100,19 +100,19 @@ void AddCollar(std::vector<Surface> &surfaces, const Solid &around) {
     collar.grid = Sheet(
         49, 9,
         [](double u, double v) {
-            const double turn = (u * 2 - 1), side = std::abs(turn);
-            const double point =
-                std::exp(-std::pow((side - 0.17) / 0.13, 2)); // how far the points reach down
-            const double gap = 0.055 + 0.0 * v;
-            const double around =
-                (turn < 0 ? -1 : 1) * Mix(gap + 0.035 * v, 1, std::max(0.0, (side - 0) / 1.0));
-            const double drop = Mix(0.034, 0.030, side) + 0.026 * point;
-            const double roll = std::sin(std::min(1.0, v * 6) * 90 * Degree);
-            Vec p = OnCollar(around, Mix(-0.0035, 0.0045, roll) + 0.016 * v * (1 - 0.55 * side),
-                             0.0045 + 0.002 * std::sin(std::min(1.0, v * 6) * 180 * Degree) - drop * v);
+            const double turn = u * 2 - 1, side = std::abs(turn);
+            // Its front edges part below the knot, and the corners are its points.
+            const double around = (turn < 0 ? -1 : 1) * Mix(0.035 + 0.14 * v, 1, side);
+            const double drop = Mix(0.070, 0.033, SmoothStep(0, 0.30, side));
+            const double roll = std::min(1.0, v * 6);
+            Vec p = OnCollar(
+                around, Mix(-0.0035, 0.0045, std::sin(roll * 90 * Degree)) + 0.014 * v * (1 - 0.5 * side),
+                0.0045 + 0.002 * std::sin(roll * 180 * Degree) - drop * v);
             // Lies on the shirt.
-            const double depth = ChestSolid(p) - 0.004;
-            if (depth < 0) p = p + OutOf(ChestSolid, p) * -depth;
+            for (int round = 0; round < 2; round++) {
+                const double depth = ChestSolid(p) - 0.0045;
+                if (depth < 0) p = p + OutOf(ChestSolid, p) * -depth;
+            }
             return p;
         },
         outwards);

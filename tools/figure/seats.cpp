@@ -1,0 +1,149 @@
+// A pair of pilots' seats, hers at the origin and the captain's at her left: cushion, back with side
+// bolsters, headrest, armrests and a base. They share a cut of cloth, so one seat's charts serve both.
+#include "tools/figure/paints.h"
+#include "tools/figure/parts.h"
+
+namespace figure_maker {
+
+namespace {
+
+const double CaptainsSide = -1.06; // metres from seat to seat
+const double FloorHeight = -0.34;
+
+// A box with rounded edges.
+double Padding(Vec p, Vec half, double edge) {
+    const Vec d = {std::abs(p.x) - half.x + edge, std::abs(p.y) - half.y + edge,
+                   std::abs(p.z) - half.z + edge};
+    const Vec out = {std::max(d.x, 0.0), std::max(d.y, 0.0), std::max(d.z, 0.0)};
+    return Length(out) + std::min(0.0, std::max({d.x, d.y, d.z})) - edge;
+}
+
+// Along the back's recline: y up the back, z behind it.
+Frame BackFrame() {
+    return FrameAlong({0, 0.36, 0.315}, {0, 0.16, -1}, {0, 1, 0.16});
+}
+
+double CushionSolid(Vec p) {
+    const double dip = 0.018 * std::exp(-std::pow(p.x / 0.15, 4)) * SmoothStep(-0.24, -0.05, p.z);
+    double pad =
+        Padding(p - Vec{0, -0.062, 0.01}, {0.245, 0.068, 0.25}, 0.05) + dip * SmoothStep(-0.06, 0, p.y);
+    return Join(pad,
+                Padding(Vec{std::abs(p.x), p.y, p.z} - Vec{0.215, -0.035, 0.03}, {0.036, 0.06, 0.22}, 0.032),
+                0.03);
+}
+
+double BackSolid(Vec p) {
+    const Vec q = ToLocal(BackFrame(), p);
+    const double narrow = 1 + 0.16 * SmoothStep(0, 0.33, q.y);
+    const Vec w = {q.x * narrow, q.y, q.z};
+    double pad = Padding(w, {0.24, 0.355, 0.055}, 0.045);
+    pad = Join(pad,
+               Padding(Vec{std::abs(w.x), w.y, w.z} - Vec{0.205, -0.05, -0.045}, {0.036, 0.25, 0.055}, 0.034),
+               0.035);
+    return Join(pad, Padding(w - Vec{0, -0.16, -0.045}, {0.14, 0.10, 0.03}, 0.028), 0.05); // lumbar
+}
+
+double HeadrestSolid(Vec p) {
+    const Vec q = ToLocal(BackFrame(), p) - Vec{0, 0.455, -0.01};
+    return Padding({q.x, q.y, q.z - 1.2 * q.x * q.x}, {0.135, 0.085, 0.048}, 0.042);
+}
+
+Texel PaintUpholstery(const SkinPoint &point) {
+    const Vec p = point.position;
+    Texel texel = Cloth(point, Color(78, 84, 94), {0, 1, 0}, 0.0005);
+    // Pipes across the middle, leather at the sides.
+    const bool isSide = std::abs(p.x) > 0.165;
+    if (isSide) {
+        texel.color = Shaded(Color(52, 55, 60) * (1 + 0.05 * Turbulence(p * 40, 2)), point.openness);
+        texel.gloss = 0.25;
+    } else {
+        const double along = p.y > 0.02 ? p.y : p.z;
+        const double pipe = std::abs(std::fmod(along + 2, 0.065) - 0.0325) / 0.0325;
+        texel.height -= 0.004 * SmoothStep(0.8, 1, pipe);
+        texel.color = texel.color * (1 - 0.28 * SmoothStep(0.86, 1, pipe));
+    }
+    const double seam = std::abs(std::abs(p.x) - 0.165);
+    if (seam < 0.003) texel.color = texel.color * 0.6;
+    texel.height -= 0.003 * (1 - SmoothStep(0, 0.005, seam));
+    return texel;
+}
+
+Texel PaintMetal(const SkinPoint &point) {
+    Texel texel;
+    texel.color = Color(96, 98, 102) * (0.55 + 0.4 * point.openness + 0.1 * point.normal.y);
+    texel.gloss = 0.5;
+    return texel;
+}
+
+Texel PaintArmrest(const SkinPoint &point) {
+    Texel texel;
+    texel.color = Shaded(Color(44, 46, 50) * (1 + 0.06 * Turbulence(point.position * 40, 2)), point.openness);
+    texel.gloss = 0.25;
+    return texel;
+}
+
+void AddPart(std::vector<Surface> &parts, const std::string &chart, int width, int height, const Paint &paint,
+             Grid grid, const Solid &around) {
+    Surface part;
+    part.chart = chart;
+    part.width = width;
+    part.height = height;
+    part.paint = paint;
+    part.grid = std::move(grid);
+    Shade(part.grid, around, 0.08);
+    parts.push_back(part);
+}
+
+} // namespace
+
+void AddSeats(std::vector<Surface> &surfaces) {
+    const Solid whole = [](Vec p) { return std::min({CushionSolid(p), BackSolid(p), HeadrestSolid(p)}); };
+    std::vector<Surface> parts;
+    const Frame back = BackFrame();
+    AddPart(parts, "cushion", 380, 260, PaintUpholstery, BallSkin(CushionSolid, {{0, -0.06, 0.01}}, 41, 25),
+            whole);
+    AddPart(parts, "back", 380, 380, PaintUpholstery,
+            LimbSkin(BackSolid, ToWorld(back, {0, -0.25, 0}), ToWorld(back, {0, 0.25, 0}), {0, 0, 1}, 41, 31,
+                     0.22, 0.22),
+            whole);
+    AddPart(parts, "headrest", 200, 120, PaintArmrest,
+            BallSkin(HeadrestSolid, {ToWorld(back, {0, 0.455, 0})}, 29, 15), whole);
+    for (double side : {-1.0, 1.0}) {
+        const Solid armrest = [=](Vec p) {
+            return Padding(p - Vec{side * 0.285, 0.235, 0.10}, {0.030, 0.020, 0.165}, 0.018);
+        };
+        AddPart(parts, "armrest", 160, 60, PaintArmrest,
+                LimbSkin(armrest, {side * 0.285, 0.235, 0.24}, {side * 0.285, 0.235, -0.04}, {0, -1, 0}, 17,
+                         11, 0.25, 0.25),
+                armrest);
+        const Solid post = [=](Vec p) {
+            return RoundCone(p, {side * 0.285, 0.225, 0.22}, {side * 0.255, 0.16, 0.30}, 0.013, 0.015);
+        };
+        AddPart(parts, "metal", 40, 40, PaintMetal,
+                LimbSkin(post, {side * 0.285, 0.225, 0.22}, {side * 0.255, 0.16, 0.30}, {0, 0, 1}, 11, 7),
+                post);
+        const Solid rail = [=](Vec p) {
+            return Padding(p - Vec{side * 0.15, FloorHeight + 0.012, 0.02}, {0.028, 0.014, 0.34}, 0.008);
+        };
+        AddPart(parts, "metal", 40, 40, PaintMetal,
+                LimbSkin(rail, {side * 0.15, FloorHeight + 0.012, 0.30},
+                         {side * 0.15, FloorHeight + 0.012, -0.26}, {0, -1, 0}, 13, 9, 0.2, 0.2),
+                rail);
+    }
+    const Solid base = [](Vec p) {
+        const double slope = std::clamp((p.y - FloorHeight) / (-0.12 - FloorHeight), 0.0, 1.0);
+        return Padding(p - Vec{0, (FloorHeight - 0.11) / 2, 0.04},
+                       {Mix(0.20, 0.13, slope), (-0.11 - FloorHeight) / 2, Mix(0.19, 0.14, slope)}, 0.02)
+               * 0.8;
+    };
+    AddPart(parts, "base", 120, 120, PaintMetal,
+            LimbSkin(base, {0, FloorHeight + 0.06, 0.04}, {0, -0.16, 0.04}, {0, 0, 1}, 25, 15, 0.2, 0.2),
+            whole);
+    for (double x : {0.0, CaptainsSide})
+        for (Surface part : parts) {
+            for (Vec &position : part.grid.positions) position.x += x;
+            surfaces.push_back(part);
+        }
+}
+
+} // namespace figure_maker
