@@ -64,20 +64,6 @@ std::string_view WithoutBrackets(std::string_view text, std::string &buffer) {
     return buffer;
 }
 
-// Whether what an action names is missing. What comes into existence later is found when it is used.
-bool isMissing(const structExecute &action) {
-    switch (action.type) {
-    case ScriptPosition:
-        return std::find(positionList.begin(), positionList.end(), action.text) == positionList.end();
-    case ScriptCommandOnce:
-    case ScriptCommandBegin:
-    case ScriptCommandEnd:
-    case ScriptCommandEndNow: return !XPLMFindCommand(action.text.c_str());
-    case ScriptSet: return !XPLMFindDataRef(action.text.substr(0, action.text.find('[')).c_str());
-    default: return false;
-    }
-}
-
 // Offers a phrase to the menu, under the name of the device. Of a checklist only the first step's phrases
 // are offered, which start it.
 void OfferToMenu(const system_class &system, const device_struct &device, int out,
@@ -218,6 +204,19 @@ void BodyParser::ParseComparison() {
 }
 
 } // namespace
+
+bool isMissing(const structExecute &action) {
+    switch (action.type) {
+    case ScriptPosition:
+        return std::find(positionList.begin(), positionList.end(), action.text) == positionList.end();
+    case ScriptCommandOnce:
+    case ScriptCommandBegin:
+    case ScriptCommandEnd:
+    case ScriptCommandEndNow: return !XPLMFindCommand(action.text.c_str());
+    case ScriptSet: return !XPLMFindDataRef(action.text.substr(0, action.text.find('[')).c_str());
+    default: return false;
+    }
+}
 
 void LogicAndCalcForOutputParce() {
     for (size_t sys = 0; sys < systems_vector.size(); sys++)

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "systems/model.h"
+
 // A group of the commands menu.
 struct commandsMenuStruct {
     std::string title;
@@ -15,3 +17,7 @@ extern std::vector<commandsMenuStruct> commandsMenuVector;
 // Parses the stored body lines of every parameter of the model. All parameters exist by then, so links may
 // name parameters that stand further down.
 void LogicAndCalcForOutputParce();
+
+// Whether what an action names is missing: a position of the figure, a command or a dataref. What comes into
+// existence later is found when it is used.
+bool isMissing(const structExecute &action);

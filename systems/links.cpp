@@ -41,29 +41,9 @@ bool Resolve(std::string_view text, sysLink_struct &link) {
     link.dev = dev;
     link.out = out;
     link.name = text;
-    link.kind = device.outs[static_cast<size_t>(out)].deleted ? LinkDeleted : LinkLive;
+    const bool isDeleted = system.deleted || device.deleted || device.outs[static_cast<size_t>(out)].deleted;
+    link.kind = isDeleted ? LinkDeleted : LinkLive;
     return true;
-}
-
-device_struct &DeviceAt(int sys, int dev) {
-    return systems_vector[static_cast<size_t>(sys)].devices[static_cast<size_t>(dev)];
-}
-
-out_parameter_struct &ParameterAt(int sys, int dev, int out) {
-    return DeviceAt(sys, dev).outs[static_cast<size_t>(out)];
-}
-
-template <typename Visit> void ForEachLink(device_struct &device, Visit visit) {
-    for (out_parameter_struct &parameter : device.outs) ForEachLinkOf(parameter, visit);
-}
-
-template <typename Visit> void ForEachLink(Visit visit) {
-    for (system_class &system : systems_vector)
-        for (device_struct &device : system.devices) ForEachLink(device, visit);
-}
-
-bool isLink(const sysLink_struct &link) {
-    return link.kind == LinkLive || link.kind == LinkDeleted || link.kind == LinkUnresolved;
 }
 
 // Resolves the text again; one that names nothing any more stays as an unresolved link with its text.
@@ -74,6 +54,22 @@ void ResolveAgain(sysLink_struct &link, const std::string &text) {
         found.name = text;
     }
     link = found;
+}
+
+void MarkErrors() {
+    for (system_class &system : systems_vector) {
+        system.hasError = false;
+        for (device_struct &device : system.devices) {
+            device.hasError = false;
+            for (out_parameter_struct &parameter : device.outs) {
+                parameter.hasError = false;
+                ForEachLinkOf(parameter, [&](const sysLink_struct &link) {
+                    if (link.kind == LinkUnresolved) parameter.hasError = true;
+                });
+                if (parameter.hasError) device.hasError = system.hasError = true;
+            }
+        }
+    }
 }
 
 } // namespace
@@ -109,15 +105,24 @@ std::string SysDevOut2name(int sys, int dev, int out) {
            + ParameterAt(sys, dev, out).name;
 }
 
+bool isSystem(int sys) {
+    return isIndex(systems_vector, sys);
+}
+
+bool isDevice(int sys, int dev) {
+    return isSystem(sys) && isIndex(systems_vector[static_cast<size_t>(sys)].devices, dev);
+}
+
 bool isParameter(int sys, int dev, int out) {
-    return isIndex(systems_vector, sys) && isIndex(systems_vector[static_cast<size_t>(sys)].devices, dev)
-           && isIndex(DeviceAt(sys, dev).outs, out);
+    return isDevice(sys, dev) && isIndex(DeviceAt(sys, dev).outs, out);
 }
 
 void RemapAll() {
     const auto refill = [](NameIndex &index, const auto &records) {
         index.clear();
-        for (size_t i = 0; i < records.size(); i++) index.emplace(records[i].name, static_cast<int>(i));
+        for (bool isDeleted : {false, true})
+            for (size_t i = 0; i < records.size(); i++)
+                if (records[i].deleted == isDeleted) index.emplace(records[i].name, static_cast<int>(i));
     };
     refill(mapSystemName, systems_vector);
     for (system_class &system : systems_vector) {
@@ -143,6 +148,7 @@ void SysLinkRefresh(int mode) {
         else
             ResolveAgain(link, std::string(link.name));
     });
+    MarkErrors();
 }
 
 void SysLinkExchange(const std::string &oldName, int sys, int dev, int out) {
@@ -162,10 +168,11 @@ void SysLinkPlace() {
 }
 
 void DeviceTemplatePreparation(const std::string &newDeviceName) {
-    ForEachLink(DeviceCopy, [&](sysLink_struct &link) {
+    const auto turn = [&](sysLink_struct &link) {
         if (link.kind != LinkLive) return;
         const std::vector<std::string> names = StringToWordsArray(link.name, '.');
         if (names.size() < 3 || !names[2].starts_with("in_")) return;
         ResolveAgain(link, names[0] + "." + newDeviceName + "." + names[2]);
-    });
+    };
+    for (out_parameter_struct &parameter : DeviceCopy.outs) ForEachLinkOf(parameter, turn);
 }

@@ -21,17 +21,52 @@ double GetValueFromSysLink(const sysLink_struct &link);
 // The link text of an index triple; empty when there is no such parameter.
 std::string SysDevOut2name(int sys, int dev, int out);
 
-// True when the indices name a parameter of the model.
+// True when the indices name a system, device or parameter of the model.
+bool isSystem(int sys);
+bool isDevice(int sys, int dev);
 bool isParameter(int sys, int dev, int out);
 
-// Fills the name maps again; to be called after inserting, renaming or reordering.
+// The records at valid indices.
+inline device_struct &DeviceAt(int sys, int dev) {
+    return systems_vector[static_cast<size_t>(sys)].devices[static_cast<size_t>(dev)];
+}
+inline out_parameter_struct &ParameterAt(int sys, int dev, int out) {
+    return DeviceAt(sys, dev).outs[static_cast<size_t>(out)];
+}
+
+// Calls visit for every link that a parameter holds: operands of comparisons and calculations.
+template <typename Parameter, typename Visit> void ForEachLinkOf(Parameter &parameter, Visit visit) {
+    for (auto &block : parameter.logic) {
+        for (auto &comparison : block.compares) {
+            visit(comparison.a);
+            visit(comparison.b);
+        }
+        for (auto &calculation : block.calcs)
+            for (auto &element : calculation.stack) visit(element.link);
+    }
+}
+
+// The same for every link of the model, in its order.
+template <typename Visit> void ForEachLink(Visit visit) {
+    for (system_class &system : systems_vector)
+        for (device_struct &device : system.devices)
+            for (out_parameter_struct &parameter : device.outs) ForEachLinkOf(parameter, visit);
+}
+
+// True for what is written as the name of a parameter, whether or not there is one.
+inline bool isLink(const sysLink_struct &link) {
+    return link.kind == LinkLive || link.kind == LinkDeleted || link.kind == LinkUnresolved;
+}
+
+// Fills the name maps again; to be called after inserting, renaming or reordering. What is deleted gives its
+// name to a live one of the same name, which is the one that the files will know.
 void RemapAll();
 
 // The link resolved again under the present names of what its indices point at.
 sysLink_struct RefreshSysLinkName(const sysLink_struct &link);
 
-// Resolves every link of the model again. Mode 1: the link follows the object, under its present name; any
-// other mode: the link follows the name it holds.
+// Resolves every link of the model again and marks what holds an unresolved one. Mode 1: the link follows the
+// object, under its present name; any other mode: the link follows the name it holds.
 void SysLinkRefresh(int mode);
 
 // The parameter that links know as oldName stands at another place now: these links follow it there.
@@ -47,15 +82,3 @@ void SysLinkPlace();
 // the device's own inputs and are turned to the new device.
 extern device_struct DeviceCopy;
 void DeviceTemplatePreparation(const std::string &newDeviceName);
-
-// Calls visit for every link that a parameter holds: operands of comparisons and calculations.
-template <typename Parameter, typename Visit> void ForEachLinkOf(Parameter &parameter, Visit visit) {
-    for (auto &block : parameter.logic) {
-        for (auto &comparison : block.compares) {
-            visit(comparison.a);
-            visit(comparison.b);
-        }
-        for (auto &calculation : block.calcs)
-            for (auto &element : calculation.stack) visit(element.link);
-    }
-}

@@ -8,11 +8,14 @@
 #include "frame/aircraft.h"
 #include "systems/links.h"
 #include "systems/model.h"
+#include "util/file_set.h"
 #include "util/files.h"
 #include "util/log.h"
 #include "util/numbers.h"
 #include "util/paths.h"
 #include "util/text.h"
+
+std::string saveFailure;
 
 namespace {
 
@@ -75,11 +78,12 @@ void WriteComparisons(const logicblock_struct &block, std::string &text) {
     }
 }
 
-// A calculation without elements stands for the block's constant.
+// A calculation without elements stands for the block's constant, which only the last one can give.
 void WriteCalculations(const logicblock_struct &block, std::string &text) {
     for (const calcBlock_struct &calculation : block.calcs) {
         text += "calc=";
-        if (calculation.stack.empty()) text += float2string(block.constant);
+        if (calculation.stack.empty())
+            text += float2string(&calculation == &block.calcs.back() ? block.constant : 0.0);
         for (const calcStack_class &element : calculation.stack) {
             text += element.oper + "[";
             if (element.blockIndex != -1)
@@ -118,31 +122,38 @@ std::string SystemText(const system_class &system) {
 }
 
 // A system's file is named after it and must neither leave the folder nor replace the other files there.
-bool isSaved(const system_class &system) {
-    if (system.deleted) return false;
+bool hasFileName(const system_class &system) {
     if (isSafeFileName(system.name) && system.name != "_systems" && system.name != "_save") return true;
-    string2debugString("Error - system not saved, no file can have its name: ", system.name, 1);
+    saveFailure = "no file can have the name of the system " + system.name;
+    string2debugString("Error - systems not saved: ", saveFailure, 1);
     return false;
 }
 
 } // namespace
 
+// The list stands behind the files that it names: a program that ends in between leaves a list of what there
+// is.
 bool SaveSysToTxtFile() {
     SysLinkRefresh(0);
+    saveFailure.clear();
     const std::string folder = WhatPluginPath() + "systems/";
-    std::vector<std::string> names; // in order; systems that share a name share its file
-    std::map<std::string, std::string> texts;
+    std::vector<FileOfSet> files; // in order; systems that share a name share its file
+    std::map<std::string, size_t> fileOfName;
     std::string list;
     for (const system_class &system : systems_vector) {
-        if (!isSaved(system)) continue;
-        const auto [entry, isNew] = texts.try_emplace(system.name);
-        if (isNew && names.empty() && isVAdraw == 1) entry->second = std::string("draw=1") + LineEnd;
-        if (isNew) names.push_back(system.name);
-        if (isNew) list += system.name + LineEnd;
-        entry->second += SystemText(system);
+        if (system.deleted) continue;
+        if (!hasFileName(system)) return false;
+        const auto [entry, isNew] = fileOfName.emplace(system.name, files.size());
+        if (isNew) {
+            const bool hasMark = files.empty() && isVAdraw == 1;
+            files.push_back({folder + system.name + ".txt", hasMark ? std::string("draw=1") + LineEnd : ""});
+            list += system.name + LineEnd;
+        }
+        files[entry->second].content += SystemText(system);
     }
-    if (!WriteWholeFile(folder + "_systems.txt", list)) return false;
-    for (const std::string &name : names)
-        if (!WriteWholeFile(folder + name + ".txt", texts[name])) return false;
-    return true;
+    files.push_back({folder + "_systems.txt", list});
+    std::string failed;
+    if (WriteFileSet(files, failed)) return true;
+    saveFailure = "cannot write " + failed.substr(folder.size());
+    return false;
 }

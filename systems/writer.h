@@ -1,7 +1,12 @@
 // Writes the model back into systems files.
 #pragma once
 
-// Writes "systems/_systems.txt" and one file per system; what is flagged deleted is left out, and so is,
-// with a line in the log, a system whose name cannot name a file there. False when a file could not be
-// written, which is logged; the files after it are then not written.
+#include <string>
+
+// Writes "systems/_systems.txt" and one file per system; what is flagged deleted is left out. All files are
+// replaced or none: false when one cannot be written, or when no file can have a system's name, which is
+// logged and told in saveFailure.
 bool SaveSysToTxtFile();
+
+// Why the last call saved nothing; empty when it saved.
+extern std::string saveFailure;

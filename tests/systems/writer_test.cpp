@@ -62,22 +62,41 @@ TEST_F(Writer, WhatIsDeletedIsLeftOut) {
 
 TEST_F(Writer, NoSystemIsWrittenOutsideTheFolderOrOverTheLists) {
     write("systems/_save.txt", "A.D.P=1\r\n");
-    Load("sys=../escape\nsys=_systems\nsys=_save\nsys=A\n");
-    simhost::TakeLogLines();
-    SaveSysToTxtFile();
-    EXPECT_EQ(read("systems/_systems.txt"), "A\r\n");
-    EXPECT_EQ(read("systems/_save.txt"), "A.D.P=1\r\n");
+    for (const std::string name : {"../escape", "_systems", "_save"}) {
+        Forget();
+        Load("sys=A\nsys=" + name + "\n");
+        simhost::TakeLogLines();
+        EXPECT_FALSE(SaveSysToTxtFile());
+        EXPECT_EQ(saveFailure, "no file can have the name of the system " + name);
+        EXPECT_EQ(CountNewLines({"systems not saved"}), 1);
+    }
+    EXPECT_EQ(Files(), (std::map<std::string, std::string>{{"_save.txt", "A.D.P=1\r\n"}}));
     EXPECT_FALSE(exists("escape.txt"));
-    EXPECT_EQ(CountNewLines({"system not saved"}), 3);
 }
 
-TEST_F(Writer, AFailureStopsAndIsLogged) {
+// What cannot be written leaves all files as they were: here B is swapped in before C turns out to be a
+// folder.
+TEST_F(Writer, AllFilesAreReplacedOrNone) {
     Load("sys=A\nsys=B\n");
-    std::filesystem::create_directory(plugin + "systems/A.txt"); // in the way
+    ASSERT_TRUE(SaveSysToTxtFile());
+    auto before = Files();
+    systems_vector[1].devices.emplace_back().name = "NEW";
+    systems_vector.emplace_back().name = "NEW";
+    systems_vector.emplace_back().name = "C";
+    std::filesystem::create_directory(plugin + "systems/C.txt"); // in the way
     simhost::TakeLogLines();
     EXPECT_FALSE(SaveSysToTxtFile());
-    EXPECT_EQ(CountNewLines({"Cant write file", "A.txt"}), 1);
-    EXPECT_FALSE(exists("systems/B.txt"));
+    EXPECT_EQ(saveFailure, "cannot write C.txt");
+    EXPECT_EQ(CountNewLines({"Cant write file", "C.txt"}), 1);
+    std::filesystem::remove(plugin + "systems/C.txt");
+    EXPECT_EQ(Files(), before) << "with nothing left beside them";
+    EXPECT_TRUE(SaveSysToTxtFile());
+    EXPECT_TRUE(saveFailure.empty());
+    EXPECT_EQ(Files().size(), 5U);
+    std::filesystem::remove_all(plugin + "systems");
+    write("systems", "a file");
+    EXPECT_FALSE(SaveSysToTxtFile());
+    EXPECT_EQ(saveFailure, "cannot write A.txt");
 }
 
 TEST_F(Writer, RandomModelsComeBackEqual) {
