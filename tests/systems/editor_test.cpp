@@ -1,0 +1,334 @@
+// Editing the model: that links end where they should, that what is refused changes nothing, and that random
+// editing keeps everything whole and can be taken back to the first byte.
+#include "systems/editor_fields.h"
+#include "systems/editor_model.h"
+#include "systems/editor_undo.h"
+#include "systems/editor_usage.h"
+#include "systems/writer.h"
+
+#include "frame/datarefs.h"
+#include "tests/systems/model_folder.h"
+#include "tests/systems/random_model.h"
+#include "util/files.h"
+
+namespace {
+
+class Editor : public ModelFolder {
+protected:
+    // All that is written, as the list names it.
+    std::string Saved() {
+        EXPECT_TRUE(SaveSysToTxtFile()) << saveFailure;
+        std::string all = read("systems/_systems.txt");
+        for (const std::string &name : ReadFileToVector(plugin + "systems/_systems.txt"))
+            all += read("systems/" + name + ".txt");
+        return all;
+    }
+
+    // What a reader of the files would have: written, read and written again it is the same.
+    void ExpectFilesHoldTheModel() {
+        const std::string first = Saved();
+        ModelChanges();
+        const std::vector<system_class> model = systems_vector;
+        systems_vector.clear();
+        mapSystemName.clear();
+        simhost::TakeLogLines();
+        CreateSystemsFromFile();
+        EXPECT_EQ(CountNewLines({"dropped"}), 0);
+        EXPECT_TRUE(Saved() == first) << "not read back as it was written";
+        ModelChanges();
+        systems_vector = model;
+        RemapAll();
+    }
+
+    template <typename Records> static void ExpectMapped(const NameIndex &index, const Records &records) {
+        NameIndex expected;
+        for (const auto &record : records) {
+            const int place = static_cast<int>(&record - records.data());
+            const auto [entry, isNew] = expected.emplace(record.name, place);
+            const bool wasDeleted = !isNew && records[static_cast<size_t>(entry->second)].deleted;
+            if (wasDeleted && !record.deleted) entry->second = place;
+        }
+        EXPECT_EQ(index, expected);
+    }
+
+    // Maps equal the vectors; links name what they point at, or are marked.
+    static void ExpectWhole() {
+        ExpectMapped(mapSystemName, systems_vector);
+        for (const system_class &system : systems_vector) {
+            ExpectMapped(system.deviceIndex, system.devices);
+            for (const device_struct &device : system.devices) ExpectMapped(device.outIndex, device.outs);
+        }
+        for (system_class &system : systems_vector)
+            for (device_struct &device : system.devices)
+                for (out_parameter_struct &parameter : device.outs)
+                    ForEachLink(parameter, [&](const sysLink_struct &link) {
+                        if (!isLink(link)) return;
+                        const sysLink_struct found = String2sysLink(link.name);
+                        if (link.kind == LinkUnresolved) {
+                            EXPECT_EQ(found.sys, -1) << link.name;
+                            EXPECT_TRUE(parameter.hasError && device.hasError && system.hasError);
+                            return;
+                        }
+                        EXPECT_TRUE(found.sys == link.sys && found.dev == link.dev && found.out == link.out
+                                    && found.kind == link.kind)
+                            << link.name;
+                        EXPECT_TRUE(link.name.starts_with(SysDevOut2name(link.sys, link.dev, link.out)));
+                    });
+    }
+
+    static std::string Type(int field, const std::string &text, int item = 0, int element = 0) {
+        return SetField({field, {0, 0, 0, 0}, item, element}, text);
+    }
+};
+
+TEST_F(Editor, LinksFollowWhatIsRenamedAndMoved) {
+    Load("sys=S\ndev=D\n" + Out("P", "5") + Out("in_X") + "dev=E\n" + Out("Q")
+         + "logic:\n[S.D.P]==[S.F.P]\ncalc=[S.D.P]+[T.D.in_X]\nsys=T\ndev=D\n" + Out("in_X", "7")
+         + "logic:\ncalc=[T.D.in_X]\n" + Out("P"));
+    compare_block_class &comparison = systems_vector[0].devices[1].outs[0].logic[0].compares[0];
+    const auto left = [&] { return systems_vector[0].devices[1].outs[0].logic[0].compares[0].a.name; };
+    const std::string first = Saved();
+    EXPECT_EQ(RenameOut(0, 0, 0, "VOLT"), "");
+    EXPECT_EQ(left(), "S.D.VOLT");
+    EXPECT_EQ(RenameDevice(0, 0, "F"), "");
+    EXPECT_EQ(RenameOut(0, 0, 0, "P"), "") << "the name that an unresolved link waits for";
+    EXPECT_EQ(comparison.b.kind, LinkLive);
+    EXPECT_EQ(RenameSystem(0, "BUS"), "");
+    EXPECT_EQ(left(), "BUS.F.P");
+    Frame();
+    EXPECT_EQ(Value("BUS.E.Q"), 12);
+
+    // Over to where the name is taken.
+    CopyOut(0, 0, 0);
+    EXPECT_EQ(MoveOut(1, 0, 0), 1);
+    EXPECT_EQ(left(), "T.D.P2");
+    EXPECT_EQ(Value("T.D.P2"), 5) << "at work as before";
+    CopyDevice(1, 0);
+    EXPECT_EQ(MoveDevice(0, -1), 2);
+    EXPECT_EQ(left(), "BUS.D.P2");
+    ExpectWhole();
+
+    // A clone reads its own inputs, also in another system.
+    EXPECT_EQ(CloneDevice(0, 2), 3);
+    EXPECT_EQ(Parameter("BUS.D2.in_X").logic[0].calcs[0].stack[0].link.name, "BUS.D2.in_X");
+    EXPECT_EQ(PasteDevice(1, -1), 0);
+    EXPECT_EQ(Parameter("T.D.in_X").logic[0].calcs[0].stack[0].link.name, "T.D.in_X");
+
+    UsageVectorRebuild(0, 2, 2);
+    ASSERT_EQ(usageVector.size(), 0U);
+    const sysLink_struct moved = String2sysLink("BUS.D.P2");
+    UsageVectorRebuild(moved.sys, moved.dev, moved.out);
+    ASSERT_EQ(usageVector.size(), 2U);
+    EXPECT_EQ(usageVector[1].element, 0);
+
+    DeleteDevice(moved.sys, moved.dev);
+    EXPECT_EQ(Parameter("BUS.E.Q").logic[0].compares[0].a.kind, LinkDeleted);
+    EXPECT_EQ(Value("BUS.D.P2"), 5) << "readable until the next load";
+    ExpectFilesHoldTheModel();
+    while (UndoEditStep()) {
+    }
+    EXPECT_EQ(Saved(), first);
+    ExpectWhole();
+}
+
+TEST_F(Editor, WhatIsRefusedChangesNothing) {
+    Load("sys=S\ndev=D\nout=P,double,,1,,5,,,,,,0\nlogic:\n[S.D.P]==[1]\ninstring=go\ncalc=[S.D.P]\n"
+         "execute=4,cmd,0\ngraf=0,0\n"
+         + Out("Q"));
+    const std::string first = Saved();
+    const struct {
+        int field;
+        const char *text;
+        int item;
+    } refused[] = {
+        {FieldSystemName, "", 0},
+        {FieldSystemName, "_save", 0},
+        {FieldDeviceName, "A=B", 0},
+        {FieldName, "a.b", 0},
+        {FieldName, "Q", 0},
+        {FieldName, "a/b", 0},
+        {FieldName, "12", 0},
+        {FieldName, "[x]", 0},
+        {FieldInit, "1,5", 0},
+        {FieldInit, "", 0},
+        {FieldInit, "1e999", 0},
+        {FieldInit, "0.0000001", 0},
+        {FieldMin, "6", 0},
+        {FieldUnit, "a,b", 0},
+        {FieldFreeText, "a sys=b", 0},
+        {FieldInDataref, "a[16]", 0},
+        {FieldInDataref, "a[x]", 0},
+        {FieldOutDataref, "a,b", 0},
+        {FieldLeft, "S.D", 0},
+        {FieldLeft, "two words", 0},
+        {FieldRight, "1;x", 0},
+        {FieldRight, ";", 0},
+        {FieldLeft, "", 1},
+        {FieldLeft, "say calc=", 1},
+        {FieldOperand, "CBLOCKx", 0},
+        {FieldOperand, "", 0},
+        {FieldCalculation, "[1]+2]", 0},
+        {FieldCalculation, "[1]%[2]", 0},
+        {FieldCalculation, "[1", 0},
+        {FieldActionText, "a;b", 0},
+        {FieldActionValue, "x", 0},
+        {FieldPointX, "-", 0},
+        {FieldPointY, "1", 7},
+    };
+    for (const auto &row : refused)
+        EXPECT_NE(Type(row.field, row.text, row.item), "") << row.field << " " << row.text;
+    EXPECT_EQ(CountUndoSteps(), 0U);
+    EXPECT_EQ(Saved(), first);
+    ExpectWhole();
+    // Marked, not refused.
+    EXPECT_EQ(Type(FieldInDataref, "t/nowhere[3]"), "");
+    EXPECT_TRUE(isDatarefMissing(Parameter("S.D.P").inDataref));
+    EXPECT_EQ(Type(FieldActionText, "no/command, at all"), "");
+    EXPECT_EQ(Parameter("S.D.P").logic[0].executes[0].notFound, 1);
+    EXPECT_EQ(Type(FieldRight, "NO.SUCH.THING"), "");
+    EXPECT_TRUE(Parameter("S.D.P").hasError);
+    EXPECT_EQ(Type(FieldCalculation, "[S.D.Q]+[2]flr[0]"), "");
+    EXPECT_EQ(Type(FieldMax, "non"), "");
+    ExpectFilesHoldTheModel();
+}
+
+// Datarefs are published, taken back and published again as their parameters come and go.
+TEST_F(Editor, PublishedDatarefsFollowUndo) {
+    Load("sys=S\ndev=D\nout=P,double,,1,,,,,t/out,new,,0\n");
+    const auto isPublished = [](const char *name) { return XPLMIsDataRefGood(XPLMFindDataRef(name)) == 1; };
+    EXPECT_EQ(Type(FieldOutDataref, "t/other"), "");
+    EXPECT_TRUE(isPublished("t/other") && !isPublished("t/out"));
+    SwitchType({0, 0, 0, -1});
+    EXPECT_EQ(XPLMGetDataRefTypes(Parameter("S.D.P").outDataref.handle), xplmType_Int);
+    CopyOut(0, 0, 0);
+    PasteOut(0, 0, 0);
+    EXPECT_TRUE(isDatarefMissing(Parameter("S.D.P2").outDataref)) << "the name is taken";
+    SetField({FieldOutDataref, {0, 0, 1, -1}, -1, -1}, "t/third");
+    EXPECT_TRUE(isPublished("t/third"));
+    while (UndoEditStep()) {
+    }
+    EXPECT_TRUE(isPublished("t/out") && !isPublished("t/other") && !isPublished("t/third"));
+}
+
+class RandomEditing : public Editor {
+protected:
+    RandomModel random{7};
+
+    int Index(size_t count) {
+        if (count == 0 || random.Chance(5)) return random.Chance(50) ? -1 : 100;
+        return static_cast<int>(random.Below(static_cast<unsigned>(count)));
+    }
+
+    BlockPlace Place() {
+        BlockPlace place;
+        place.sys = Index(systems_vector.size());
+        if (!isSystem(place.sys)) return place;
+        place.dev = Index(systems_vector[static_cast<size_t>(place.sys)].devices.size());
+        if (!isDevice(place.sys, place.dev)) return place;
+        place.out = Index(DeviceAt(place.sys, place.dev).outs.size());
+        if (isParameter(place.sys, place.dev, place.out))
+            place.block = Index(ParameterAt(place.sys, place.dev, place.out).logic.size());
+        return place;
+    }
+
+    std::string Text() {
+        return random.OneOf({"P0",        "NEW",
+                             "D1",        "S0.D0.P0",
+                             "S1.D1.P1",  "NewSystem.NewDevice.NewOut",
+                             "5",         "-2.5",
+                             "1;2;3",     "t/int",
+                             "t/ints[3]", "t/fresh",
+                             "kv/cmd",    "[S0.D0.P0]*[2]",
+                             "[CBLOCK0]", "CBLOCK1",
+                             "go now",    "a=b",
+                             "",          "sys=x",
+                             "a;b",       "a,b",
+                             "non"});
+    }
+
+    void EditTree(const BlockPlace &at) {
+        const bool isRoomy = systems_vector.size() < 5; // the model is kept small, so that links meet
+        const bool hasRoom =
+            isSystem(at.sys) && systems_vector[static_cast<size_t>(at.sys)].devices.size() < 5;
+        const bool isShort = isDevice(at.sys, at.dev) && DeviceAt(at.sys, at.dev).outs.size() < 8;
+        switch (random.Below(14)) {
+        case 0: isRoomy ? void(NewSystem(at.sys)) : DeleteOut(at.sys, at.dev, at.out); break;
+        case 1: hasRoom ? void(NewDevice(at.sys, at.dev)) : SwitchSerial(at.sys, at.dev); break;
+        case 2: isShort ? void(NewOut(at.sys, at.dev, at.out)) : DeleteOut(at.sys, at.dev, at.out); break;
+        case 3: random.Chance(5) ? DeleteSystem(at.sys) : SwitchSerial(at.sys, at.dev); break;
+        case 4: random.Chance(10) ? DeleteDevice(at.sys, at.dev) : CopyDevice(at.sys, at.dev); break;
+        case 5: CopyOut(at.sys, at.dev, at.out); break;
+        case 6: isShort ? PasteOut(at.sys, at.dev, at.out) : MoveOut(at.sys, at.dev, at.out); break;
+        case 7: hasRoom ? PasteDevice(at.sys, at.dev) : MoveDevice(at.sys, at.dev); break;
+        case 8: hasRoom ? CloneDevice(at.sys, at.dev) : MoveDevice(at.sys, at.dev); break;
+        case 9: MoveDevice(at.sys, at.dev); break;
+        default: MoveOut(at.sys, at.dev, at.out); break;
+        }
+    }
+
+    void EditBlocks(const BlockPlace &at, int i, int k) {
+        switch (random.Below(19)) {
+        case 0: AddBlock(at); break;
+        case 1: DeleteBlock(at); break;
+        case 2: AddComparison(at, i); break;
+        case 3: DeleteComparison(at, i); break;
+        case 4: SwitchJoin(at, i); break;
+        case 5: SwitchComparator(at, i); break;
+        case 6: SwitchSpeech(at, i); break;
+        case 7: AddCalculation(at, i); break;
+        case 8: AddElement(at, i, k); break;
+        case 9: DeleteElement(at, i, k); break;
+        case 10: SetOperator(at, i, k, Index(7)); break;
+        case 11: AddAction(at, i); break;
+        case 12: DeleteAction(at, i); break;
+        case 13: SetActionType(at, i, Index(14)); break;
+        case 14: CopyAction(at, i); break;
+        case 15: PasteAction(at, i); break;
+        case 16: AddPoint(at, i); break;
+        case 17: DeletePoint(at, i); break;
+        default:
+            SwitchType(at);
+            SwitchSaveOnExit(at);
+            SwitchDatarefMode(at, random.Chance(50));
+            break;
+        }
+    }
+};
+
+TEST_F(RandomEditing, KeepsTheModelWholeAndIsUndoneToTheFirstByte) {
+    for (const ModelDataref &dataref : ModelDatarefs)
+        simhost::PublishDataref(dataref.name, dataref.type, dataref.elements);
+    Load(RandomModel(3).Text() + RandomModel(11).Text());
+    const std::string first = Saved();
+    int done = 0;
+    for (int i = 0; done < 10000 && i < 100000 && !HasFailure(); i++) {
+        SCOPED_TRACE(i);
+        const BlockPlace at = Place();
+        const unsigned changes = modelChangeCount;
+        const int item = Index(2), element = Index(2);
+        const unsigned kind = random.Below(10);
+        if (kind < 2)
+            EditTree(at);
+        else if (kind < 6)
+            EditBlocks(at, item, element);
+        else
+            SetField({static_cast<int>(random.Below(FieldPointY + 1)), at, item, element}, Text());
+        if (random.Chance(2)) UndoEditStep();
+        if (modelChangeCount != changes) done++;
+        if (random.Chance(10)) Frame(random.Chance(20) ? "go now" : "");
+        if (i % 50 == 0) ExpectWhole();
+        if (i % 2000 == 0) ExpectFilesHoldTheModel();
+        executeFlow.clear();
+    }
+    EXPECT_EQ(done, 10000) << "too few operations found something to change";
+    EXPECT_GT(CountUndoSteps(), 5000U);
+    std::printf("%d operations changed the model, %zu steps to undo in %zu bytes\n", done, CountUndoSteps(),
+                UndoBytes());
+    while (UndoEditStep()) {
+    }
+    ExpectWhole();
+    EXPECT_EQ(UndoBytes(), 0U);
+    EXPECT_TRUE(Saved() == first);
+}
+
+} // namespace
