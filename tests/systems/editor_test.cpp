@@ -61,7 +61,7 @@ protected:
         for (system_class &system : systems_vector)
             for (device_struct &device : system.devices)
                 for (out_parameter_struct &parameter : device.outs)
-                    ForEachLink(parameter, [&](const sysLink_struct &link) {
+                    ForEachLinkOf(parameter, [&](const sysLink_struct &link) {
                         if (!isLink(link)) return;
                         const sysLink_struct found = String2sysLink(link.name);
                         if (link.kind == LinkUnresolved) {
@@ -232,18 +232,39 @@ protected:
     }
 
     std::string Text() {
-        return random.OneOf({"P0",        "NEW",
-                             "D1",        "S0.D0.P0",
-                             "S1.D1.P1",  "NewSystem.NewDevice.NewOut",
-                             "5",         "-2.5",
-                             "1;2;3",     "t/int",
-                             "t/ints[3]", "t/fresh",
-                             "kv/cmd",    "[S0.D0.P0]*[2]",
-                             "[CBLOCK0]", "CBLOCK1",
-                             "go now",    "a=b",
-                             "",          "sys=x",
-                             "a;b",       "a,b",
+        const BlockPlace at = Place();
+        const std::string link = SysDevOut2name(at.sys, at.dev, at.out);
+        if (random.Chance(70) && !link.empty()) return link;
+        return random.OneOf({"P0",
+                             "NEW",
+                             "D1",
+                             "S0",
+                             "S0.D0.P0",
+                             "S1.D1.P1",
+                             "NewSystem.NewDevice.NewOut",
+                             "5",
+                             "-2.5",
+                             "1;2;3",
+                             "t/int",
+                             "t/ints[3]",
+                             "t/fresh",
+                             "kv/cmd",
+                             "[S0.D0.P0]*[2]",
+                             "[CBLOCK0]",
+                             "CBLOCK1",
+                             "go now",
+                             "a=b",
+                             "",
+                             "sys=x",
+                             "a;b",
+                             "a,b",
                              "non"});
+    }
+
+    // Names are few, so that what is renamed meets links that wait for its name.
+    void Rename(const BlockPlace &at) {
+        const int field = FieldSystemName + static_cast<int>(random.Below(3));
+        SetField({field, at, 0, 0}, random.OneOf({"P0", "P1", "S0", "S1", "D0", "D1", "in_X", "S2", "D2"}));
     }
 
     void EditTree(const BlockPlace &at) {
@@ -309,8 +330,10 @@ TEST_F(RandomEditing, KeepsTheModelWholeAndIsUndoneToTheFirstByte) {
         const unsigned kind = random.Below(10);
         if (kind < 2)
             EditTree(at);
-        else if (kind < 6)
+        else if (kind < 5)
             EditBlocks(at, item, element);
+        else if (kind < 6)
+            Rename(at);
         else
             SetField({static_cast<int>(random.Below(FieldPointY + 1)), at, item, element}, Text());
         if (random.Chance(2)) UndoEditStep();
