@@ -13,6 +13,7 @@
 #include "simhost/graphics_state.h"
 #include "simhost/object_drawing.h"
 #include "simhost/screen.h"
+#include "simhost/watchdog.h"
 
 namespace simhost {
 
@@ -136,6 +137,8 @@ void DrawCockpit() {
     RestoreGraphicsState();
     if (!BeginScene()) return;
     Scene &scene = TheScene();
+    for (DrawnObject &object : scene.objects) ReadDatarefs(object);
+    UnwatchedWork drawing;
     glDepthMask(GL_TRUE);
     glClearColor(0, 0, 0, 1);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);

@@ -227,12 +227,8 @@ float Distance(const DrawnObject &object, const Camera &camera) {
 }
 
 void DrawObject(DrawnObject &object, const Program &program, const Camera &camera) {
-    static std::vector<double> values; // kept for their memory
-    static std::vector<PosedTriangles> posed;
-    values.clear();
-    for (const DrawnObject::Value &value : object.values)
-        values.push_back(NumberIn(*value.dataref, value.index));
-    PoseObject(object.file, values, Distance(object, camera), posed);
+    static std::vector<PosedTriangles> posed; // kept for its memory
+    PoseObject(object.file, object.values, Distance(object, camera), posed);
 
     glBindBuffer(GL_ARRAY_BUFFER, object.vertexBuffer);
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, object.indexBuffer);
@@ -273,11 +269,17 @@ int TakeIndex(std::string &name) {
 } // namespace
 
 void BindDatarefs(DrawnObject &object) {
-    object.values.clear();
+    object.datarefs.clear();
     for (std::string name : object.file.datarefs) {
         const int index = TakeIndex(name);
-        object.values.push_back({&RecordOf(name), index});
+        object.datarefs.push_back({&RecordOf(name), index});
     }
+}
+
+void ReadDatarefs(DrawnObject &object) {
+    object.values.clear();
+    for (const DrawnObject::Element &element : object.datarefs)
+        object.values.push_back(NumberIn(*element.dataref, element.index));
 }
 
 void DrawObjects(std::vector<DrawnObject> &objects, const Camera &camera, int width, int height) {

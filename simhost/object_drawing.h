@@ -24,11 +24,12 @@ struct DrawnObject {
     ObjectPicture picture;     // used instead of the file's texture unless empty
 
     // object_drawing.cpp's own.
-    struct Value {
+    struct Element {
         Dataref *dataref;
         int index;
     };
-    std::vector<Value> values; // one for each dataref of the file
+    std::vector<Element> datarefs; // one for each of the file
+    std::vector<double> values;
     bool isLoaded = false;
     unsigned vertexBuffer = 0, indexBuffer = 0, texture = 0, normalTexture = 0;
 };
@@ -42,8 +43,11 @@ struct Camera {
 // To be called with a DrawnObject whose file has been read: looks up its datarefs.
 void BindDatarefs(DrawnObject &object);
 
-// Draws objects onto the bound surface, whose size is given, with their animation at this moment. Whatever
-// cannot be loaded for them is told once on stderr.
+// Reads the datarefs, for the next time it is drawn.
+void ReadDatarefs(DrawnObject &object);
+
+// Draws objects onto the bound surface, whose size is given. Whatever cannot be loaded for them is told once
+// on stderr.
 void DrawObjects(std::vector<DrawnObject> &objects, const Camera &camera, int width, int height);
 
 // Frees what lies on the graphics card.

@@ -11,6 +11,7 @@
 #include "simhost/graphics_state.h"
 #include "simhost/modules.h"
 #include "simhost/screen_font.h"
+#include "simhost/watchdog.h"
 #include "simhost/windows.h"
 
 namespace simhost {
@@ -202,6 +203,7 @@ bool WriteScreenshot(const std::string &path, std::string &error) {
             HasContext() ? "the screen is larger than OpenGL can draw" : "no OpenGL here: " + WhyNoContext();
         return false;
     }
+    UnwatchedWork encoding;
     const unsigned failed = lodepng::encode(path, ReadScreenPixels(), static_cast<unsigned>(ScreenWidth()),
                                             static_cast<unsigned>(ScreenHeight()));
     if (failed != 0) error = path + ": " + lodepng_error_text(failed);

@@ -42,4 +42,19 @@ public:
     static inline volatile std::sig_atomic_t inside = 0;
 };
 
+// Around slow work of the simulator's own, inside a watched call or not: it may take what it takes.
+class UnwatchedWork {
+public:
+    UnwatchedWork() : wasInside(WatchedCall::inside) { WatchedCall::inside = 0; }
+    ~UnwatchedWork() {
+        WatchedCall::entered = WatchedCall::entered + 1;
+        WatchedCall::inside = wasInside;
+    }
+    UnwatchedWork(const UnwatchedWork &) = delete;
+    UnwatchedWork &operator=(const UnwatchedWork &) = delete;
+
+private:
+    const std::sig_atomic_t wasInside;
+};
+
 } // namespace simhost
