@@ -22,6 +22,8 @@ constexpr Switch switches[] = {
     {"sim/electrical/battery_2", "_toggle", "sim/cockpit2/electrical/battery_on", 1},
     {"sim/electrical/generator_1", "_toggle", "sim/cockpit2/electrical/generator_on", 0},
     {"sim/electrical/generator_2", "_toggle", "sim/cockpit2/electrical/generator_on", 1},
+    {"sim/electrical/generator_3", "_toggle", "sim/cockpit2/electrical/generator_on", 2},
+    {"sim/electrical/generator_4", "_toggle", "sim/cockpit2/electrical/generator_on", 3},
     {"sim/electrical/GPU", "_toggle", "sim/cockpit2/electrical/GPU_generator_on"},
     {"sim/electrical/cross_tie", "_toggle", "sim/cockpit2/electrical/cross_tie"},
     {"sim/electrical/inverter_1", "_toggle", "sim/cockpit2/electrical/inverter_on", 0},
@@ -42,6 +44,11 @@ constexpr Switch switches[] = {
     {"sim/ice/pitot_heat1", "_tog", "sim/cockpit2/ice/ice_pitot_heat_on_copilot"},
     {"sim/ice/static_heat0", "_tog", "sim/cockpit2/ice/ice_static_heat_on_pilot"},
     {"sim/ice/window_heat", "_tog", "sim/cockpit2/ice/ice_window_heat_on"},
+    {"sim/ice/inlet_heat", "_tog", "sim/cockpit2/ice/ice_inlet_heat_on"},
+    {"sim/bleed_air/apu", "_toggle", "sim/cockpit2/bleedair/actuators/apu_bleed"},
+    {"sim/bleed_air/pack_left", "_toggle", "sim/cockpit2/bleedair/actuators/pack_left"},
+    {"sim/bleed_air/pack_right", "_toggle", "sim/cockpit2/bleedair/actuators/pack_right"},
+    {"sim/flight_controls/hydraulic", "_tog", "sim/cockpit2/hydraulics/actuators/engine_pump", 0},
     {"sim/engines/carb_heat", "_toggle", "sim/cockpit2/engine/actuators/carb_heat_ratio", 0},
 };
 
@@ -60,6 +67,11 @@ constexpr const char *flaps = "sim/cockpit2/controls/flap_handle_request_ratio";
 constexpr const char *flapRatio = "sim/cockpit2/controls/flap_ratio";
 constexpr const char *parkingBrake = "sim/cockpit2/controls/parking_brake_ratio";
 constexpr const char *gearHandle = "sim/cockpit2/controls/gear_handle_down";
+constexpr const char *speedBrakes = "sim/cockpit2/controls/speedbrake_ratio";
+constexpr const char *autobrake = "sim/cockpit2/switches/auto_brake_level";
+constexpr const char *apuSwitch = "sim/cockpit2/electrical/APU_starter_switch";
+constexpr const char *apuGenerator = "sim/cockpit2/electrical/APU_generator_on";
+constexpr const char *engineMode = "sim/cockpit2/engine/actuators/eng_mode_selector";
 constexpr const char *throttle = "sim/cockpit2/engine/actuators/throttle_ratio_all";
 constexpr const char *mixture = "sim/cockpit2/engine/actuators/mixture_ratio_all";
 constexpr const char *altimeter = "sim/cockpit2/gauges/actuators/barometer_setting_in_hg_pilot";
@@ -71,6 +83,13 @@ constexpr double flapNotch = 1.0 / 3; // 10, 20 and 30 degrees
 constexpr Single singles[] = {
     {"sim/electrical/batteries_toggle", "sim/cockpit2/electrical/battery_on", 0, Move::Toggle, 0},
     {"sim/electrical/generators_toggle", "sim/cockpit2/electrical/generator_on", 0, Move::Toggle, 0},
+    {"sim/electrical/APU_off", apuSwitch, 0, Move::Set, 0},
+    {"sim/electrical/APU_on", apuSwitch, 0, Move::Set, 1},
+    {"sim/electrical/APU_start", apuSwitch, 0, Move::Set, 2},
+    {"sim/electrical/APU_generator_on", apuGenerator, 0, Move::Set, 1},
+    {"sim/electrical/APU_generator_off", apuGenerator, 0, Move::Set, 0},
+    {"sim/starters/eng_mode_norm", engineMode, 0, Move::Set, 0},
+    {"sim/starters/eng_mode_start", engineMode, 0, Move::Set, 1},
     {"sim/magnetos/magnetos_off", magnetos, 0, Move::Set, 0},
     {"sim/magnetos/magnetos_off", ignitionKey, 0, Move::Set, 0},
     {"sim/magnetos/magnetos_both", magnetos, 0, Move::Set, 3},
@@ -94,6 +113,8 @@ constexpr Single singles[] = {
     {"sim/transponder/transponder_alt", transponder, 0, Move::Set, 3},
     {"sim/transponder/transponder_test", transponder, 0, Move::Set, 4},
     {"sim/transponder/transponder_ground", transponder, 0, Move::Set, 5},
+    {"sim/transponder/transponder_ta_only", transponder, 0, Move::Set, 6},
+    {"sim/transponder/transponder_ta_ra", transponder, 0, Move::Set, 7},
     {"sim/flight_controls/flaps_up", flaps, 0, Move::Step, -flapNotch},
     {"sim/flight_controls/flaps_up", flapRatio, 0, Move::Step, -flapNotch},
     {"sim/flight_controls/flaps_down", flaps, 0, Move::Step, flapNotch},
@@ -106,6 +127,14 @@ constexpr Single singles[] = {
     {"sim/flight_controls/park_brake_release", parkingBrake, 0, Move::Set, 0},
     {"sim/flight_controls/park_brake_toggle", parkingBrake, 0, Move::Toggle, 0},
     {"sim/flight_controls/brakes_toggle_max", parkingBrake, 0, Move::Toggle, 0},
+    {"sim/flight_controls/brakes_rto_auto", autobrake, 0, Move::Set, 0},
+    {"sim/flight_controls/brakes_off_auto", autobrake, 0, Move::Set, 1},
+    {"sim/flight_controls/brakes_1_auto", autobrake, 0, Move::Set, 2},
+    {"sim/flight_controls/brakes_2_auto", autobrake, 0, Move::Set, 3},
+    {"sim/flight_controls/brakes_3_auto", autobrake, 0, Move::Set, 4},
+    {"sim/flight_controls/brakes_max_auto", autobrake, 0, Move::Set, 5},
+    {"sim/flight_controls/speed_brakes_up_all", speedBrakes, 0, Move::Set, 0},
+    {"sim/flight_controls/speed_brakes_down_all", speedBrakes, 0, Move::Set, 1},
     {"sim/flight_controls/landing_gear_down", gearHandle, 0, Move::Set, 1},
     {"sim/flight_controls/landing_gear_up", gearHandle, 0, Move::Set, 0},
     {"sim/flight_controls/landing_gear_toggle", gearHandle, 0, Move::Toggle, 0},
@@ -141,6 +170,7 @@ constexpr const char *others[] = {
     "sim/autopilot/fdir_toggle",
     "sim/autopilot/heading",
     "sim/autopilot/servos_toggle",
+    "sim/autopilot/take_off_go_around",
     "sim/engines/engage_starters",
     "sim/engines/mixture_down",
     "sim/engines/mixture_up",
@@ -184,6 +214,9 @@ constexpr const char *others[] = {
     "sim/radios/nav1_standy_flip",
     "sim/radios/nav2_standy_flip",
     "sim/starters/engage_starter_1",
+    "sim/starters/engage_starter_2",
+    "sim/starters/engage_starter_3",
+    "sim/starters/engage_starter_4",
     "sim/starters/shut_down",
     "sim/transponder/transponder_ident",
 };

@@ -168,6 +168,7 @@ constexpr BuiltinDataref builtinDatarefs[] = {
     {"sim/cockpit2/electrical/inverter_on", xplmType_IntArray, 2, true, 0},
     {"sim/cockpit2/electrical/APU_starter_switch", xplmType_Int, 1, true, 0},
     {"sim/cockpit2/electrical/APU_generator_on", xplmType_Int, 1, true, 0},
+    {"sim/cockpit2/electrical/APU_running", xplmType_Int, 1, false, 0},
     {"sim/cockpit2/electrical/bus_volts", xplmType_FloatArray, 6, true, 0},
     {"sim/cockpit2/electrical/bus_load_amps", xplmType_FloatArray, 6, true, 0},
     {"sim/cockpit2/switches/avionics_power_on", xplmType_Int, 1, true, 0},
@@ -243,6 +244,7 @@ constexpr BuiltinDataref builtinDatarefs[] = {
     {"sim/cockpit2/engine/actuators/starter_hit", xplmType_IntArray, 16, false, 0},
     {"sim/cockpit2/engine/actuators/fuel_pump_on", xplmType_IntArray, 16, true, 0},
     {"sim/cockpit2/engine/actuators/idle_speed", xplmType_IntArray, 16, true, 0},
+    {"sim/cockpit2/engine/actuators/eng_mode_selector", xplmType_Int, 1, true, 0},
     {"sim/cockpit2/engine/indicators/engine_speed_rpm", xplmType_FloatArray, 16, false, 0},
     {"sim/cockpit2/engine/indicators/prop_speed_rpm", xplmType_FloatArray, 16, false, 0},
     {"sim/cockpit2/engine/indicators/N1_percent", xplmType_FloatArray, 16, true, 0},
@@ -267,6 +269,7 @@ constexpr BuiltinDataref builtinDatarefs[] = {
     {"sim/flightmodel/engine/ENGN_heat", xplmType_FloatArray, 16, true, 0},
     {"sim/flightmodel2/engines/engine_rotation_speed_rad_sec", xplmType_FloatArray, 16, false, 0},
     {"sim/flightmodel2/engines/engine_is_burning_fuel", xplmType_IntArray, 16, false, 0},
+    {"sim/flightmodel2/engines/thrust_reverser_deploy_ratio", xplmType_FloatArray, 16, false, 0},
 
     // Controls
     {"sim/cockpit2/controls/flap_ratio", xplmType_Float, 1, true, 0},
@@ -301,6 +304,14 @@ constexpr BuiltinDataref builtinDatarefs[] = {
     {"sim/cockpit2/ice/ice_pitot_heat_on_copilot", xplmType_Int, 1, true, 0},
     {"sim/cockpit2/ice/ice_static_heat_on_pilot", xplmType_Int, 1, true, 0},
     {"sim/cockpit2/ice/ice_window_heat_on", xplmType_Int, 1, true, 0},
+    {"sim/cockpit2/ice/ice_inlet_heat_on", xplmType_Int, 1, true, 0},
+
+    // Air and hydraulics
+    {"sim/cockpit2/bleedair/actuators/apu_bleed", xplmType_Int, 1, true, 0},
+    {"sim/cockpit2/bleedair/actuators/pack_left", xplmType_Int, 1, true, 0},
+    {"sim/cockpit2/bleedair/actuators/pack_right", xplmType_Int, 1, true, 0},
+    {"sim/cockpit2/pressurization/indicators/cabin_altitude_ft", xplmType_Float, 1, false, 0},
+    {"sim/cockpit2/hydraulics/actuators/engine_pump", xplmType_IntArray, 16, true, 0},
 
     // Radios
     {"sim/cockpit/radios/transponder_code", xplmType_Int, 1, true, 1200},

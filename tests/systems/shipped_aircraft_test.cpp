@@ -22,7 +22,7 @@
 
 namespace {
 
-const std::filesystem::path Sources = std::filesystem::path(__FILE__).parent_path() / "../..";
+const std::filesystem::path Staged = STAGED_AIRCRAFT; // the folders as the build puts them together
 
 // The plug-in's folder as it ships with one aircraft, loaded as at start.
 class ShippedAircraft : public ModelFolder, public ::testing::WithParamInterface<std::filesystem::path> {
@@ -32,9 +32,8 @@ protected:
     ShippedAircraft() {
         const auto whole =
             std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing;
-        std::filesystem::copy(GetParam() / "systems", plugin + "systems", whole);
-        for (const char *folder : {"data", "custom"})
-            std::filesystem::copy(Sources / folder, plugin + folder, whole);
+        for (const char *folder : {"systems", "data", "custom"})
+            std::filesystem::copy(GetParam() / folder, plugin + folder, whole);
         ReadSettings();
         LoadAnimationFile(plugin + "data/obj/fennic.txt");
         ReadPositionFolder();
@@ -75,13 +74,18 @@ protected:
 
 std::vector<std::filesystem::path> AircraftFolders() {
     std::vector<std::filesystem::path> folders;
-    for (const auto &entry : std::filesystem::directory_iterator(Sources / "aircraft"))
-        if (std::filesystem::exists(entry.path() / "systems/_systems.txt")) folders.push_back(entry.path());
+    for (const auto &entry : std::filesystem::directory_iterator(Staged))
+        folders.push_back(entry.path() / "plugins/fennic/64");
+    std::sort(folders.begin(), folders.end());
     return folders;
 }
 
 INSTANTIATE_TEST_SUITE_P(Aircraft, ShippedAircraft, ::testing::ValuesIn(AircraftFolders()),
-                         [](const auto &info) { return info.param.filename().string(); });
+                         [](const auto &info) {
+                             std::string name = std::filesystem::relative(info.param, Staged).begin()->string();
+                             std::replace(name.begin(), name.end(), '-', '_');
+                             return name;
+                         });
 
 bool isCommandAction(int type) {
     return type == ScriptCommandOnce || type == ScriptCommandBegin || type == ScriptCommandEnd

@@ -36,7 +36,7 @@ protected:
 
 TEST_F(SteadyFrame, TheCessnaAsShipped) {
     const std::filesystem::path shipped =
-        std::filesystem::path(__FILE__).parent_path() / "../../aircraft/Cessna_172SP/systems";
+        std::filesystem::path(STAGED_AIRCRAFT) / "Cessna_172SP/plugins/fennic/64/systems";
     std::filesystem::copy(shipped, plugin + "systems", std::filesystem::copy_options::recursive);
     CreateSystemsFromFile();
     ASSERT_GT(systems_vector.size(), 2U);
