@@ -1,8 +1,5 @@
--- The air around a Cessna 172, its engine, and a captain who talks to the first officer: what the flights
--- in that aircraft share. They step the simulator through this module only, so that it hears all she says.
-local check = require "lib.check"
-
-local skyhawk = {}
+-- The air around a Cessna 172 and its engine: what the flights in that aircraft share.
+local skyhawk = require "lib.crew" -- to which it adds what is the Cessna's
 
 skyhawk.ref = {
     airspeed = "sim/cockpit2/gauges/indicators/airspeed_kts_pilot",
@@ -42,10 +39,6 @@ local ref = skyhawk.ref
 
 skyhawk.field_feet = 80 -- elevation of the aerodrome
 
-local ramps = {}  -- dataref -> {from, to, begin, finish}: values on their way
-local said = {}   -- all she has said, in order
-local cursor = 0  -- how far the flight has followed it
-local quietAt = 0 -- when she will have finished speaking
 local crankedSince
 local lastTime = 0
 
@@ -61,20 +54,6 @@ function skyhawk.park()
     sim.set(ref.transponder, 1)
     sim.set(ref.sea_level_pressure, 30.02)
     sim.set(ref.station_pressure, 30.02)
-end
-
--- Takes a dataref to a value, evenly, while time passes.
-function skyhawk.move(dataref, to, seconds)
-    ramps[dataref] = {from = sim.get(dataref), to = to, begin = sim.time(), finish = sim.time() + seconds}
-end
-
-local function moveValues(now)
-    for dataref, ramp in pairs(ramps) do
-        local part = (now - ramp.begin) / (ramp.finish - ramp.begin)
-        sim.set(dataref, part < 1 and ramp.from + (ramp.to - ramp.from) * part or ramp.to)
-        if part >= 1 then ramps[dataref] = nil end
-    end
-    sim.set(ref.height_metres, (sim.get(ref.altitude) - skyhawk.field_feet) * 0.3048)
 end
 
 -- Fires after two seconds on the starter, and stops without fuel.
@@ -100,73 +79,9 @@ skyhawk.starter = "sim/starters/engage_starter_1"
 skyhawk.has_spark = true
 skyhawk.has_oil = true
 
-skyhawk.watch = nil -- a function that is called after each frame
-
-function skyhawk.step()
-    moveValues(sim.time())
-    runEngine(sim.time())
-    sim.frames(1)
-    if skyhawk.watch then skyhawk.watch() end
-    for _, text in ipairs(sim.said()) do
-        said[#said + 1] = text
-        quietAt = math.max(quietAt, sim.time()) + 1 + #text / 10
-    end
-end
-
-function skyhawk.fly(seconds)
-    local finish = sim.time() + seconds
-    while sim.time() < finish do skyhawk.step() end
-end
-
--- ---- The conversation ----
-
--- Waits until she says something that contains the text, at most 40 s. Gives all she said there.
-function skyhawk.hears(text)
-    local latest = sim.time() + 40
-    while true do
-        while cursor < #said do
-            cursor = cursor + 1
-            if said[cursor]:find(text, 1, true) then return said[cursor] end
-        end
-        check.that(sim.time() < latest, 'she never said "' .. text .. '", but last: ' .. tostring(said[#said]))
-        skyhawk.step()
-    end
-end
-
--- The captain lets her finish, thinks, and speaks.
-function skyhawk.captain(text)
-    while sim.time() < quietAt do skyhawk.step() end
-    skyhawk.fly(0.3)
-    sim.hear(text)
-end
-
-function skyhawk.answers(challenge, answer)
-    skyhawk.hears(challenge)
-    skyhawk.captain(answer)
-end
-
--- She finishes, and says nothing more for so long.
-function skyhawk.silence(seconds)
-    while sim.time() < quietAt do skyhawk.step() end
-    local before = #said
-    skyhawk.fly(seconds)
-    check.that(#said == before, "she said: " .. tostring(said[#said]))
-end
-
--- ---- Checks ----
-
-function skyhawk.is(dataref, wanted, index)
-    check.near(sim.get(dataref, index), wanted, 0.01, dataref)
-end
-
--- A command was begun so many times, and ended as often unless said otherwise.
-function skyhawk.fired(command, begun, ended)
-    check.equal(sim.fired(command).begun, begun, command .. " begun")
-    check.equal(sim.fired(command).ended, ended or begun, command .. " ended")
-end
-
-function skyhawk.said()
-    return said
+function skyhawk.step_world(now)
+    sim.set(ref.height_metres, (sim.get(ref.altitude) - skyhawk.field_feet) * 0.3048)
+    runEngine(now)
 end
 
 return skyhawk

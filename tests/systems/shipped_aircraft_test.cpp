@@ -82,7 +82,8 @@ std::vector<std::filesystem::path> AircraftFolders() {
 
 INSTANTIATE_TEST_SUITE_P(Aircraft, ShippedAircraft, ::testing::ValuesIn(AircraftFolders()),
                          [](const auto &info) {
-                             std::string name = std::filesystem::relative(info.param, Staged).begin()->string();
+                             std::string name =
+                                 std::filesystem::relative(info.param, Staged).begin()->string();
                              std::replace(name.begin(), name.end(), '-', '_');
                              return name;
                          });

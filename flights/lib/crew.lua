@@ -1,0 +1,95 @@
+-- A captain who talks to the first officer, and a world that moves while they do: what the flights in all
+-- aircraft share. They step the simulator through this module only, so that it hears all she says.
+local check = require "lib.check"
+
+local crew = {}
+
+crew.step_world = nil -- a function that is called before each frame, with the flight time
+crew.watch = nil      -- one that is called after it, or nil
+
+local ramps = {}  -- dataref -> {from, to, begin, finish}: values on their way
+local said = {}   -- all she has said, in order
+local cursor = 0  -- how far the flight has followed it
+local quietAt = 0 -- when she will have finished speaking
+
+-- Takes a dataref to a value, evenly, while time passes.
+function crew.move(dataref, to, seconds)
+    ramps[dataref] = {from = sim.get(dataref), to = to, begin = sim.time(), finish = sim.time() + seconds}
+end
+
+local function moveValues(now)
+    for dataref, ramp in pairs(ramps) do
+        local part = (now - ramp.begin) / (ramp.finish - ramp.begin)
+        sim.set(dataref, part < 1 and ramp.from + (ramp.to - ramp.from) * part or ramp.to)
+        if part >= 1 then ramps[dataref] = nil end
+    end
+end
+
+function crew.step()
+    moveValues(sim.time())
+    crew.step_world(sim.time())
+    sim.frames(1)
+    if crew.watch then crew.watch() end
+    for _, text in ipairs(sim.said()) do
+        said[#said + 1] = text
+        quietAt = math.max(quietAt, sim.time()) + 1 + #text / 10
+    end
+end
+
+function crew.fly(seconds)
+    local finish = sim.time() + seconds
+    while sim.time() < finish do crew.step() end
+end
+
+-- ---- The conversation ----
+
+-- Waits until she says something that contains the text, at most 40 s. Gives all she said there.
+function crew.hears(text)
+    local latest = sim.time() + 40
+    while true do
+        while cursor < #said do
+            cursor = cursor + 1
+            if said[cursor]:find(text, 1, true) then return said[cursor] end
+        end
+        check.that(sim.time() < latest, 'she never said "' .. text .. '", but last: ' .. tostring(said[#said]))
+        crew.step()
+    end
+end
+
+-- The captain lets her finish, thinks, and speaks.
+function crew.captain(text)
+    while sim.time() < quietAt do crew.step() end
+    crew.fly(0.3)
+    sim.hear(text)
+end
+
+function crew.answers(challenge, answer)
+    crew.hears(challenge)
+    crew.captain(answer)
+end
+
+-- She finishes, and says nothing more for so long.
+function crew.silence(seconds)
+    while sim.time() < quietAt do crew.step() end
+    local before = #said
+    crew.fly(seconds)
+    check.that(#said == before, "she said: " .. tostring(said[#said]))
+end
+
+-- ---- Checks ----
+
+function crew.is(dataref, wanted, index)
+    check.near(sim.get(dataref, index), wanted, 0.01, dataref)
+end
+
+-- A command was begun so many times, and ended as often unless said otherwise.
+function crew.fired(command, begun, ended)
+    check.equal(sim.fired(command).begun, begun, command .. " begun")
+    check.equal(sim.fired(command).ended, ended or begun, command .. " ended")
+end
+
+function crew.said()
+    return said
+end
+
+return crew
