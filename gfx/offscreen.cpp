@@ -25,7 +25,7 @@ bool isBound = false;
 
 GLuint BoundFramebuffer() {
     GLint framebuffer = 0;
-    glGetIntegerv(GL_FRAMEBUFFER_BINDING, &framebuffer);
+    glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &framebuffer);
     return static_cast<GLuint>(framebuffer);
 }
 
@@ -71,7 +71,7 @@ void RestoreState() {
     glPopAttrib();
     glBlendFuncSeparate(static_cast<GLenum>(saved.blend[0]), static_cast<GLenum>(saved.blend[1]),
                         static_cast<GLenum>(saved.blend[2]), static_cast<GLenum>(saved.blend[3]));
-    glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(saved.framebuffer));
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, static_cast<GLuint>(saved.framebuffer));
 }
 
 // The texture gets an empty picture; false when OpenGL cannot make one of that size.
@@ -102,13 +102,13 @@ void FBO_class::MakeFBO(int textureNumber, int newWidth, int newHeight) {
     height = newHeight;
     const GLuint before = BoundFramebuffer();
     glGenFramebuffers(1, &framebuffer);
-    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
-    glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, static_cast<GLuint>(texture),
-                           0);
-    const GLenum status = glCheckFramebufferStatus(GL_FRAMEBUFFER);
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, framebuffer);
+    glFramebufferTexture2D(GL_DRAW_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D,
+                           static_cast<GLuint>(texture), 0);
+    const GLenum status = glCheckFramebufferStatus(GL_DRAW_FRAMEBUFFER);
     const bool isComplete = status == GL_FRAMEBUFFER_COMPLETE;
     if (isComplete) Clear(1.0F);
-    glBindFramebuffer(GL_FRAMEBUFFER, before);
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, before);
     if (isComplete) return;
     int2debugString("fboStatus=", static_cast<int>(status), 1);
     DeleteFBO();
@@ -123,7 +123,7 @@ bool FBO_class::Bind() {
     if (framebuffer == 0 || isBound) return false;
     SaveState();
     isBound = true;
-    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, framebuffer);
     glDisable(GL_SCISSOR_TEST);
     glViewport(0, 0, width, height);
     SetProjection(width, height);

@@ -70,14 +70,32 @@ TEST_F(Drawing, NeedlesPointClockwiseFromUp) {
 // What the simulator's own graphics state does not cover.
 std::vector<double> OpenGLState() {
     std::vector<double> state;
-    for (GLenum what :
-         {GL_MATRIX_MODE,           GL_MODELVIEW_MATRIX,     GL_PROJECTION_MATRIX,  GL_TEXTURE_MATRIX,
-          GL_MODELVIEW_STACK_DEPTH, GL_TEXTURE_STACK_DEPTH,  GL_ATTRIB_STACK_DEPTH, GL_VIEWPORT,
-          GL_SCISSOR_TEST,          GL_SCISSOR_BOX,          GL_BLEND_SRC_RGB,      GL_BLEND_DST_RGB,
-          GL_BLEND_SRC_ALPHA,       GL_BLEND_DST_ALPHA,      GL_LINE_WIDTH,         GL_LINE_SMOOTH,
-          GL_LINE_STIPPLE,          GL_LINE_STIPPLE_PATTERN, GL_LINE_SMOOTH_HINT,   GL_FRAMEBUFFER_BINDING,
-          GL_COLOR_CLEAR_VALUE,     GL_COLOR_WRITEMASK,      GL_DEPTH_FUNC,         GL_UNPACK_ALIGNMENT,
-          GL_UNPACK_ROW_LENGTH}) {
+    for (GLenum what : {GL_MATRIX_MODE,
+                        GL_MODELVIEW_MATRIX,
+                        GL_PROJECTION_MATRIX,
+                        GL_TEXTURE_MATRIX,
+                        GL_MODELVIEW_STACK_DEPTH,
+                        GL_TEXTURE_STACK_DEPTH,
+                        GL_ATTRIB_STACK_DEPTH,
+                        GL_VIEWPORT,
+                        GL_SCISSOR_TEST,
+                        GL_SCISSOR_BOX,
+                        GL_BLEND_SRC_RGB,
+                        GL_BLEND_DST_RGB,
+                        GL_BLEND_SRC_ALPHA,
+                        GL_BLEND_DST_ALPHA,
+                        GL_LINE_WIDTH,
+                        GL_LINE_SMOOTH,
+                        GL_LINE_STIPPLE,
+                        GL_LINE_STIPPLE_PATTERN,
+                        GL_LINE_SMOOTH_HINT,
+                        GL_DRAW_FRAMEBUFFER_BINDING,
+                        GL_READ_FRAMEBUFFER_BINDING,
+                        GL_COLOR_CLEAR_VALUE,
+                        GL_COLOR_WRITEMASK,
+                        GL_DEPTH_FUNC,
+                        GL_UNPACK_ALIGNMENT,
+                        GL_UNPACK_ROW_LENGTH}) {
         double values[16] = {};
         glGetDoublev(what, values);
         state.insert(state.end(), values, values + 16);

@@ -12,9 +12,10 @@ const std::string Description =
     "info face=\"Two words\" size=10\r\n"
     "common lineHeight=10 base=8 scaleW=16 scaleH=16 pages=1 packed=0\r\n"
     "page id=0 file=\"atlas.png\"\r\n"
-    "chars count=2\r\n"
+    "chars count=3\r\n"
     "char id=65 x=4 y=4 width=6 height=7 xoffset=1 yoffset=2 xadvance=8 page=0 chnl=15\r\n"
     "char id=66 x=12 y=4 width=6 height=7 xoffset=1 yoffset=2 xadvance=7.6 page=0\r\n"
+    "char id=195 xadvance=3\r\n"
     "kernings count=1\r\n"
     "kerning first=65 second=66 amount=-1\r\n";
 
@@ -112,6 +113,7 @@ TEST_F(Fonts, EndBeforeTheWidthTheyMayHave) {
     const Screen screen = Draw([&] { pen = DrawFontIdSXYC(id, "AAAAA", 10, 10, ColourRed, 20); });
     EXPECT_EQ(screen.Covered().right, 24) << "two letters";
     EXPECT_EQ(pen, 26);
+    Draw([&] { EXPECT_EQ(DrawFontIdSXYC(id, "AA", 10, 10, ColourRed, 16), 18) << "reaching it is too far"; });
     std::string hostile(100000, 'A');
     for (size_t i = 0; i < hostile.size(); i += 3) hostile[i] = static_cast<char>(i);
     Draw([&] {

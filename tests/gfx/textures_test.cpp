@@ -153,9 +153,12 @@ protected:
 
     // Paints through the buffer, shown at its own scale.
     static void Through(void (*paint)()) {
+        glEnable(GL_SCISSOR_TEST);
+        glScissor(0, 0, 35, 35); // of the window that shows it, which must not cut it
         ASSERT_TRUE(FBOcontrol.Bind());
         paint();
         FBOcontrol.Unbind();
+        glDisable(GL_SCISSOR_TEST);
         DrawTextureBufferIdXYWHCT(tex_fbo, 0, 0, fboSizePX, fboSizePX, ColourWhite, 1);
     }
 };
