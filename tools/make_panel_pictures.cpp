@@ -1,7 +1,6 @@
-// Makes the pictures of the position creator under data/png/: body, hand_l, hand_r and btn_8px. The joints
-// are where the panel has its buttons. Shapes are signed distances in pixels, negative inside, which gives
-// smooth edges and lets limbs grow into each other. At the
-// root:
+// Makes the pictures of the position creator under data/png/: body, hand_l, hand_r, btn_8px and fbo. The
+// joints are where the panel has its buttons. Shapes are signed distances in pixels, negative inside, which
+// gives smooth edges and lets limbs grow into each other. At the root:
 //
 //     cmake --preset release && ninja -C build/release make_panel_pictures
 //     build/release/tools/make_panel_pictures data/png/
@@ -204,4 +203,5 @@ int main(int argc, char **argv) {
     Body().Save(folder + "body.png");
     Hand(RightHandPlace, btn_F11_R, -1).Save(folder + "hand_r.png");
     Button().Save(folder + "btn_8px.png");
+    Picture(0, 0, 16, 16).Save(folder + "fbo.png"); // nothing: offscreen buffers take its place
 }
