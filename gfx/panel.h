@@ -141,7 +141,7 @@ private:
     void LoseFocus();
     void RenderIntoBuffer();
     void DrawBox(const VR_box_struct &box) const;
-    void DrawButton(const VR_btn_struct &button) const;
+    void DrawButtons() const;
 
     static void Draw(XPLMWindowID window, void *panel);
     static int MouseL_handler(XPLMWindowID window, int x, int y, XPLMMouseStatus status, void *panel);

@@ -3,6 +3,7 @@
 #include "gfx/panel.h"
 
 #include <string_view>
+#include <vector>
 
 #include "gfx/drawing.h"
 #include "gfx/fonts.h"
@@ -32,6 +33,11 @@ void DrawFrame(int x, int y, int width, int height, int colour) {
     DrawOnPixels([&] { DrawRestangleCT(x, y, x + width - 1, y + height - 1, colour, FrameWidth, 1.0); });
 }
 
+// A button without a picture of its own for the selected state.
+bool isMarked(const VR_btn_struct &button) {
+    return button.selected && button.style != 1;
+}
+
 int LineHeight(int font) {
     const bool isFont = font >= 0 && static_cast<size_t>(font) < fonts.size();
     return isFont ? fonts[static_cast<size_t>(font)].charset.lineHeight : 0;
@@ -55,16 +61,28 @@ void widgetVR_class::DrawBox(const VR_box_struct &box) const {
     DrawFontIdSXYC(box.font, "|", cursorX, textY, box.textColour);
 }
 
-void widgetVR_class::DrawButton(const VR_btn_struct &button) const {
-    const int bottom = referenceHeight - button.y;
-    const bool hasOwnPicture = button.style == 1;
-    const int picture = button.selected && hasOwnPicture ? button.selectedTexture : button.normalTexture;
-    const bool isMarked = button.selected && !hasOwnPicture;
-    DrawTextureIdXYCT(picture, button.x, bottom, isMarked ? ColourYellow : ColourWhite,
-                      static_cast<double>(button.alpha));
-    if (!isMarked) return;
-    DrawFrame(button.x - SelectedFrameMargin, bottom - SelectedFrameMargin,
-              button.width + 2 * SelectedFrameMargin, button.height + 2 * SelectedFrameMargin, ColourYellow);
+// Neighbours with the same picture are drawn at once; the frames of selected ones come last.
+void widgetVR_class::DrawButtons() const {
+    static std::vector<TextureCopy> copies; // kept for its memory
+    int picture = -1;
+    const auto flush = [&] {
+        DrawTextureIdCopies(picture, copies);
+        copies.clear();
+    };
+    for (const VR_btn_struct &button : buttons) {
+        if (!button.visible) continue;
+        const int texture = button.selected ? button.selectedTexture : button.normalTexture;
+        if (texture != picture) flush();
+        picture = texture;
+        copies.push_back({static_cast<double>(button.x), static_cast<double>(referenceHeight - button.y),
+                          isMarked(button) ? ColourYellow : ColourWhite, static_cast<double>(button.alpha)});
+    }
+    flush();
+    for (const VR_btn_struct &button : buttons)
+        if (button.visible && isMarked(button))
+            DrawFrame(button.x - SelectedFrameMargin, referenceHeight - button.y - SelectedFrameMargin,
+                      button.width + 2 * SelectedFrameMargin, button.height + 2 * SelectedFrameMargin,
+                      ColourYellow);
 }
 
 void widgetVR_class::RenderIntoBuffer() {
@@ -80,8 +98,7 @@ void widgetVR_class::RenderIntoBuffer() {
         DrawFrame(x, bottom, rectangle.width, rectangle.height, ColourBlack);
         FillRestangleCT(x, bottom, x + rectangle.width, bottom + rectangle.height, ColourBlack, ShadeAlpha);
     }
-    for (const VR_btn_struct &button : buttons)
-        if (button.visible) DrawButton(button);
+    DrawButtons();
     for (const VR_text_struct &text : texts)
         DrawFontIdSXYC(text.font, text.text, text.x, referenceHeight - text.y, text.colour);
 }

@@ -76,10 +76,10 @@ void ClampToEdge() {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
 }
 
-// The picture's upper edge has the texture coordinate upper, its lower edge the other one of 0 and 1.
-void DrawQuad(double x, double y, double w, double h, double upper) {
+// Between glBegin and glEnd. The picture's upper edge has the texture coordinate upper, its lower edge the
+// other one of 0 and 1.
+void AddQuad(double x, double y, double w, double h, double upper) {
     const double lower = 1.0 - upper;
-    glBegin(GL_QUADS);
     glTexCoord2d(0, upper);
     glVertex2d(x, y + h);
     glTexCoord2d(1, upper);
@@ -88,6 +88,11 @@ void DrawQuad(double x, double y, double w, double h, double upper) {
     glVertex2d(x + w, y);
     glTexCoord2d(0, lower);
     glVertex2d(x, y);
+}
+
+void DrawQuad(double x, double y, double w, double h, double upper) {
+    glBegin(GL_QUADS);
+    AddQuad(x, y, w, h, upper);
     glEnd();
 }
 
@@ -213,6 +218,19 @@ void DrawTextureIdXYWHRGBT(int id, double x, double y, double w, double h, doubl
 void DrawTextureIdXYWHCT(int id, double x, double y, double w, double h, int C, double t) {
     const RGB_Col &colour = PaletteColour(C);
     DrawTextureIdXYWHRGBT(id, x, y, w, h, colour.r, colour.g, colour.b, t);
+}
+
+void DrawTextureIdCopies(int id, const std::vector<TextureCopy> &copies) {
+    const textures_class &texture = TextureOfId(id);
+    if (copies.empty() || !BeginTexturedDrawing(texture)) return;
+    glBegin(GL_QUADS);
+    for (const TextureCopy &copy : copies) {
+        const RGB_Col &colour = PaletteColour(copy.C);
+        glColor4d(colour.r, colour.g, colour.b, copy.t);
+        AddQuad(copy.x, copy.y, texture.width, texture.height, 0);
+    }
+    glEnd();
+    EndTexturedDrawing();
 }
 
 // What was blended in an offscreen buffer has its alpha in its colours already.

@@ -54,6 +54,15 @@ void DrawTextureIdXYWHRGBT(int id, double x, double y, double w, double h, doubl
                            double t);
 void DrawTextureIdXYWHCT(int id, double x, double y, double w, double h, int C, double t);
 
+// Many copies of one picture at its own size, far cheaper than one by one: what a drawing costs is the state
+// that goes with it.
+struct TextureCopy {
+    double x, y;
+    int C;    // tint from the palette
+    double t; // alpha
+};
+void DrawTextureIdCopies(int id, const std::vector<TextureCopy> &copies);
+
 // For a texture that an offscreen buffer rendered into, whose first row is the lowest and whose colours are
 // already weighted with their alpha.
 void DrawTextureBufferIdXYWHCT(int id, double x, double y, double w, double h, int C, double t);

@@ -1,0 +1,48 @@
+// A frame with the position creator: never opened, open, and closed again. Its panel is rendered and its
+// window drawn in every frame while it is open; the overlay draws too. The one allocation is the simulator's, for the
+// window's title.
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+
+#include "bench/allocations.h"
+#include "bench/made_model.h"
+#include "figure/position_creator.h"
+#include "frame/main_loop.h"
+#include "frame/overlay.h"
+#include "gfx/fonts.h"
+#include "gfx/opengl.h"
+#include "gfx/textures.h"
+#include "simhost/screen.h"
+
+namespace {
+
+enum { NeverOpened, Open, Closed };
+
+void BM_PositionCreator(benchmark::State &state) {
+    BenchFolder folder;
+    for (const char *kind : {"fnt", "png"})
+        std::filesystem::copy(std::filesystem::path(SHIPPED_DATA) / kind, folder.plugin + "data/" + kind);
+    LoadTextures();
+    LoadFonts();
+    isFennicKillDrfWasReaded = true;
+    XPLMRegisterDrawCallback(DrawScreen, xplm_Phase_Window, 0, nullptr);
+    if (state.range(0) != NeverOpened) EditorPanel_Create();
+    if (state.range(0) == Closed) XPLMSetWindowIsVisible(EditorPanel.window, 0);
+    for (int frame = 0; frame < 3; frame++) simhost::DrawFrame(false);
+    const size_t before = AllocationCount();
+    for (auto _ : state) {
+        simhost::DrawFrame(false);
+        glFinish();
+    }
+    state.counters["allocs/frame"] =
+        static_cast<double>(AllocationCount() - before) / static_cast<double>(state.iterations());
+    EditorPanel.Delete();
+    XPLMUnregisterDrawCallback(DrawScreen, xplm_Phase_Window, 0, nullptr);
+    CloseOverlay();
+    UnLoadFonts();
+    UnLoadTextures();
+}
+BENCHMARK(BM_PositionCreator)->Arg(NeverOpened)->Arg(Open)->Arg(Closed)->Unit(benchmark::kMicrosecond);
+
+} // namespace
