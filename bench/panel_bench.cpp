@@ -1,6 +1,6 @@
 // A frame with the position creator: never opened, open, and closed again. Its panel is rendered and its
-// window drawn in every frame while it is open; the overlay draws too. The one allocation is the simulator's, for the
-// window's title.
+// window drawn in every frame while it is open; the overlay draws too. The one allocation is the simulator's,
+// for the window's title.
 #include <benchmark/benchmark.h>
 
 #include <filesystem>
