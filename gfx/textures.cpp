@@ -230,7 +230,6 @@ void DrawTextureIdCopies(int id, const std::vector<TextureCopy> &copies) {
         AddQuad(copy.x, copy.y, texture.width, texture.height, 0);
     }
     glEnd();
-    EndTexturedDrawing();
 }
 
 // What was blended in an offscreen buffer has its alpha in its colours already.
