@@ -187,16 +187,16 @@ check.list(place(), {24, 24, 587, 587}, "a tenth larger about the middle, cut to
 for _ = 1, 20 do sim.wheel(300, 300, 1) end
 local w = window()
 check.list({w.right - w.left, w.top - w.bottom}, {3 * SIDE, 3 * SIDE}, "the largest")
-local x, y, z = axes("l_f53")
+local _, _, z = axes("l_f53")
 drag({10, 89}, -30, 0, 0)
-check.list({axes("l_f53")}, {x, y, z + 30}, "pixels of the screen count, whatever the size")
+check.near(select(3, axes("l_f53")), z + 30, 1e-4, "pixels of the screen count, whatever the size")
 drag({10, 89}, 30, 0, 0)
 for _ = 1, 40 do sim.wheel(300, 300, -1) end
 sim.wheel(300, 300, -30)
 w = window()
 check.list({w.right - w.left, w.top - w.bottom}, {SIDE / 2, SIDE / 2}, "the smallest")
 drag({366, 89}, -7, 0, 0)
-check.equal(select(3, axes("r_f53")), posed[3 * 40] + 7, "the button of another finger, half as large")
+check.near(select(3, axes("r_f53")), posed[3 * 40] + 7, 1e-4, "the button of another finger, half as large")
 drag({366, 89}, 7, 0, 0)
 check_pose(posed, "there and back")
 
