@@ -29,9 +29,10 @@ constinit const Surface *surface = &pixelSurface;
 
 // Empty when the context is made and current, or what went wrong.
 const char *MakeContext() {
-    // One thread of our own is enough, and there is no graphics card to look for. What the user has set
-    // stands.
+    // One thread of our own is enough, also for a cache on disk, and there is no graphics card to look for.
+    // What the user has set stands.
     setenv("LP_NUM_THREADS", "0", 0);
+    setenv("MESA_SHADER_CACHE_DISABLE", "true", 0);
     setenv("LIBGL_ALWAYS_SOFTWARE", "1", 0);
     const EGLDisplay display = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA,
                                                      reinterpret_cast<void *>(EGL_DEFAULT_DISPLAY), nullptr);
