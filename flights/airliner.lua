@@ -156,9 +156,13 @@ hears("I do not see three green, Sir.")
 captain("abort")
 converse("gear down", "Three green.")
 converse("landing checklist", "Landing checklist complete.")
+move(ref.altitude, airliner.field_feet + 2000, 5)
+hears("Radio altimeter alive.")
+silence(2)
 
 -- ---- Parked again ----
 
+check.equal(check.count(airliner.said(), "Landing checklist, Sir?"), 0, "offers of what was read already")
 sim.set(ref.altitude, airliner.field_feet)
 sim.set(ref.on_ground, 1)
 sim.set(ref.vertical_speed, 0)
