@@ -154,6 +154,7 @@ fly(1.5)
 move(ref.airspeed, 72, 13)
 hears("Power set, gauges green.")
 hears("Airspeed alive.")
+if arg[1] then sim.show("cockpit") end
 picture("take_off")
 check.near(sim.get(ref.airspeed), 41.5, 1.5, "airspeed alive")
 hears("Rotate.")

@@ -89,7 +89,7 @@ void MakeScene(const Viewpoint &viewpoint, const std::string &objects, const std
     for (const AttachedObject &attached : ReadAttachedObjects(aircraftFile)) {
         if (IsFigure(attached.file)) seat = attached.place;
         if (!Exists(objects + attached.file)) {
-            notes.push_back("The aircraft attaches " + attached.file + ", which is not in its objects.");
+            notes.emplace_back("The aircraft attaches " + attached.file + ", which is not in its objects.");
             continue;
         }
         const bool isShown = AddFile(objects + attached.file, attached.place);
@@ -106,9 +106,9 @@ void MakeScene(const Viewpoint &viewpoint, const std::string &objects, const std
     if (!hasFigure && Exists(objects + figureFile)) hasFigure = AddFile(objects + figureFile, seat);
     if (!hasFigure && Exists(otherFigure)) {
         hasFigure = AddFile(otherFigure, seat);
-        notes.push_back("The figure is not in the aircraft's objects; the plug-in's own files are shown.");
+        notes.emplace_back("The figure is not in the aircraft's objects; the plug-in's own files are shown.");
     }
-    if (!hasFigure) notes.push_back("There is no figure to be shown; the seat is empty.");
+    if (!hasFigure) notes.emplace_back("There is no figure to be shown; the seat is empty.");
     TheScene().camera = Placed(viewpoint.camera, seat);
 }
 

@@ -58,8 +58,8 @@ void main() {
     if (hasNormalMap) n = bumped(n);
     vec3 toEye = normalize(eye - point);
     vec3 toSun = normalize(vec3(-0.25, 0.70, -0.70)); // through the windscreen
-    vec3 light = mix(vec3(0.27, 0.25, 0.23), vec3(0.42, 0.45, 0.49), 0.5 + 0.5 * n.y);
-    light += vec3(0.50, 0.47, 0.43) * max(dot(n, toSun), 0.0);
+    vec3 light = mix(vec3(0.25, 0.24, 0.22), vec3(0.37, 0.40, 0.44), 0.5 + 0.5 * n.y);
+    light += vec3(0.50, 0.47, 0.43) * max((dot(n, toSun) + 0.35) / 1.35, 0.0); // softened by the windows
     light += vec3(0.20) * max(dot(n, toEye), 0.0);
     float shine = pow(max(dot(n, normalize(toSun + toEye)), 0.0), 24.0);
     gl_FragColor = vec4(colour.rgb * light + vec3(0.07) * shine, colour.a);
@@ -215,10 +215,14 @@ Matrix ViewMatrix(const Camera &camera, float aspect) {
     return projection * turned * Translation(-camera.eye[0], -camera.eye[1], -camera.eye[2]);
 }
 
+// OpenGL takes the distance from a buffer's beginning as a pointer.
+const void *InBuffer(std::size_t bytes) {
+    return reinterpret_cast<const void *>(bytes); // NOLINT(performance-no-int-to-ptr)
+}
+
 void PointAt(Attribute attribute, int size, std::size_t offset) {
     glEnableVertexAttribArray(attribute);
-    glVertexAttribPointer(attribute, size, GL_FLOAT, GL_FALSE, sizeof(ObjectVertex),
-                          reinterpret_cast<const void *>(offset));
+    glVertexAttribPointer(attribute, size, GL_FLOAT, GL_FALSE, sizeof(ObjectVertex), InBuffer(offset));
 }
 
 float Distance(const DrawnObject &object, const Camera &camera) {
@@ -247,9 +251,8 @@ void DrawObject(DrawnObject &object, const Program &program, const Camera &camer
             glEnable(GL_CULL_FACE);
         else
             glDisable(GL_CULL_FACE);
-        glDrawElements(
-            GL_TRIANGLES, triangles.count, GL_UNSIGNED_INT,
-            reinterpret_cast<const void *>(static_cast<std::size_t>(triangles.first) * sizeof(int)));
+        glDrawElements(GL_TRIANGLES, triangles.count, GL_UNSIGNED_INT,
+                       InBuffer(static_cast<std::size_t>(triangles.first) * sizeof(int)));
     }
 }
 

@@ -24,7 +24,7 @@ struct Reader {
     std::string_view rest; // of the text
     int line = 0;
     std::string_view words = {}; // what is left of the line
-    int openAnimation = -1; // the Translate or Rotate whose keys follow
+    int openAnimation = -1;      // the Translate or Rotate whose keys follow
     int pointCounts[4] = {-1, -1, -1, -1};
 
     void Report(int where, const std::string &what) {
