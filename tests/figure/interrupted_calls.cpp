@@ -1,4 +1,4 @@
-// Calls are counted from 1. Nothing is really flushed: that would only make the tests slow.
+// Nothing is really flushed: that would only make the tests slow.
 #include "tests/figure/interrupted_calls.h"
 
 #include <cerrno>
@@ -13,12 +13,14 @@ namespace {
 Interruption interruption = Interruption::None;
 int chosen = 0, calls = 0;
 
+bool IsDead() {
+    return interruption == Interruption::Die && calls >= chosen;
+}
+
 // Whether this call fails.
 bool IsFailing(int error) {
     calls++;
-    if (interruption == Interruption::Kill && calls == chosen) _exit(0);
-    const bool isFailing = (interruption == Interruption::FailOnce && calls == chosen)
-                           || (interruption == Interruption::FailOn && calls >= chosen);
+    const bool isFailing = IsDead() || (interruption == Interruption::FailOnce && calls == chosen);
     if (isFailing) errno = error;
     return isFailing;
 }
@@ -83,6 +85,10 @@ REAL(int, stat, (const char *path, struct stat *status)) {
 
 REAL(int, fchmod, (int file, mode_t mode)) {
     return IsFailing(EPERM) ? -1 : __real_fchmod(file, mode);
+}
+
+REAL(int, unlink, (const char *path)) {
+    return IsDead() ? -1 : __real_unlink(path);
 }
 
 int __wrap_fsync(int file);
