@@ -47,7 +47,7 @@ double LidEdge(double across, bool isUpper, bool isOpen) {
     const double arch = std::sqrt(std::max(0.0, 1 - std::pow(std::abs(across), 2.2)));
     const double corner = UpperCorner + 3 * across; // the outer corner stands higher
     if (!isUpper) return corner - 21 * arch * (1 + 0.1 * across);
-    return isOpen ? corner + 25 * arch * (1 - 0.12 * across) : corner - 19 * arch * (1 + 0.1 * across);
+    return isOpen ? corner + 20.5 * arch * (1 - 0.12 * across) : corner - 19 * arch * (1 + 0.1 * across);
 }
 
 Texel PaintLid(const SkinPoint &point, bool isUpper) {
@@ -55,7 +55,7 @@ Texel PaintLid(const SkinPoint &point, bool isUpper) {
     const double edge = isUpper ? point.v : point.v; // 1 at the free edge
     texel.color = Mix(texel.color, Color(160, 98, 80), isUpper ? 0.30 : 0.05);
     if (isUpper)
-        texel.color = Mix(texel.color, Color(24, 15, 12), SmoothStep(0.84, 0.93, edge));
+        texel.color = Mix(texel.color, Color(24, 15, 12), SmoothStep(0.91, 0.965, edge));
     else
         texel.color = Mix(texel.color, Color(86, 48, 40), 0.7 * SmoothStep(0.86, 0.98, edge));
     texel.color = texel.color * (1 - 0.2 * SmoothStep(0.25, 0.0, edge));
@@ -155,7 +155,7 @@ Grid LipSkin(bool isUpper, double opening) {
         const Vec place = line + Vec{0, (isUpper ? 1 : -1) * tall * (1 - v) * 0.001, 0};
         const double round = std::sin(std::min(1.0, v * 1.12) * 2.5);
         const double lift =
-            -0.5 + (isUpper ? 3.0 : 3.8) * taper * std::max(0.0, round) - 1.6 * SmoothStep(0.85, 1, v);
+            -0.5 + (isUpper ? 2.1 : 2.9) * taper * std::max(0.0, round) - 1.6 * SmoothStep(0.85, 1, v);
         return OnFace(place, lift);
     };
     return Sheet(19, 7, at, [isUpper](Vec) { return Vec{0, isUpper ? -0.15 : 0.15, -1}; });
@@ -229,7 +229,7 @@ Vec OnRim(double turn) {
     const double x = std::cos(a), y = std::sin(a);
     const double side = 33 + 26 * x + (y < 0 ? 3.5 * y * x : 0),
                  up = 1 + (y > 0 ? 15 : 24) * y - 2 * x * (y < 0 ? -y : 0);
-    return OnHead(side, up, 99 - 0.0085 * side * side + 0.06 * up);
+    return OnHead(side, up, 100 - 0.0066 * side * side + 0.06 * up);
 }
 
 void AddGlasses(std::vector<Surface> &surfaces) {
@@ -245,13 +245,13 @@ void AddGlasses(std::vector<Surface> &surfaces) {
     surfaces.push_back(Mirror(frame, Head));
     const auto temple = [](double v) {
         const double hook = SmoothStep(0.75, 1, v);
-        return OnHead(Mix(59, 79, std::min(1.0, v * 2.2)), 9 - 26 * hook * hook, Mix(71, -14, v));
+        return OnHead(Mix(59, 79, std::min(1.0, v * 2.2)), 9 - 26 * hook * hook, Mix(77, -14, v));
     };
     frame.grid = Tube(temple, 0.0011, 6, 12, {0, 1, 0.1});
     surfaces.push_back(frame);
     surfaces.push_back(Mirror(frame, Head));
     frame.grid =
-        Tube([](double v) { return OnHead((v - 0.5) * 17, 9 + 2 * std::sin(v * 180 * Degree), 101); }, 0.001,
+        Tube([](double v) { return OnHead((v - 0.5) * 17, 9 + 2 * std::sin(v * 180 * Degree), 102); }, 0.001,
              6, 6, {0, 1, 0});
     surfaces.push_back(frame);
     Surface lens = frame;
@@ -266,7 +266,7 @@ void AddGlasses(std::vector<Surface> &surfaces) {
     lens.grid = Sheet(
         25, 4,
         [](double u, double v) {
-            const Vec middle = OnHead(33, -2, 91.5);
+            const Vec middle = OnHead(33, -2, 93.5);
             return Mix(middle, OnRim(u), v) + Vec{0, 0, -0.0012 * (1 - v * v)};
         },
         [](Vec p) { return p - OnHead(33, 0, 0); });

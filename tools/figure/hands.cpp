@@ -75,11 +75,11 @@ Texel PaintPalm(const SkinPoint &point) {
 // u = 0.5 on the nail's side.
 Texel PaintSegment(const SkinPoint &point, bool isTip) {
     const double back = std::exp(-std::pow((point.u - 0.5) / 0.2, 2));
-    const double fold = std::exp(-std::pow((point.v - 0.16) / 0.09, 2));
-    Texel texel = Skin(point, 0.12 + 0.22 * fold + (isTip ? 0.25 * SmoothStep(0.5, 1, point.v) : 0));
-    const double wrinkle = std::sin(point.v * 120) * fold;
-    texel.height += 0.00018 * wrinkle * back;
-    texel.color = texel.color * (1 - 0.05 * fold * back - 0.05 * fold * (1 - back));
+    // Over both joints the skin is redder and creased.
+    const double fold = std::exp(-std::pow((point.v - 0.26) / 0.10, 2))
+                        + (isTip ? 0 : std::exp(-std::pow((point.v - 0.74) / 0.10, 2)));
+    Texel texel = Skin(point, 0.10 + 0.16 * fold + (isTip ? 0.2 * SmoothStep(0.5, 1, point.v) : 0));
+    texel.height += 0.00012 * std::sin(point.v * 110) * fold * back;
     if (isTip) {
         const double x = std::abs(point.u - 0.5) / 0.135, y = (point.v - 0.66) / 0.25;
         const double nail = std::pow(x, 3) + std::pow(std::abs(y), 3.5);
@@ -104,7 +104,7 @@ void AddHands(std::vector<Surface> &surfaces) {
     palm.paint = PaintPalm;
     const Frame hand = HandFrame(true);
     palm.grid = LimbSkin(PalmSolid, ToWorld(hand, {0, 0, 0.004}), ToWorld(hand, {0.001, -0.001, -0.066}),
-                         hand.y * -1, 23, 15, 0.2, 0.32);
+                         hand.y * -1, 29, 19, 0.2, 0.32);
     Shade(palm.grid, PalmSolid, 0.02);
     palm.joint = RightArm + 2;
     surfaces.push_back(palm);

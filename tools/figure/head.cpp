@@ -110,7 +110,8 @@ double HeadSolid(Vec p) {
     skin = Join(skin, RoundCone(q, {45, -34, 8}, {15, -80, 66}, 20, 14), 28);  // jaw
     skin = Join(skin, Ellipsoid(q, {0, -80, 76}, {17, 15, 14}), 18);           // chin
     skin = Join(skin, Ellipsoid(q, {0, -56, 70}, {29, 24, 25}), 20);           // round the mouth
-    skin = Join(skin, Ellipsoid(q, {41, -13, 60}, {22, 18, 22}), 24);          // cheekbone
+    skin = Join(skin, Ellipsoid(q, {32, -38, 52}, {24, 32, 26}), 28);          // cheek
+    skin = Join(skin, Ellipsoid(q, {38, -10, 57}, {20, 15, 18}), 28);          // cheekbone
     skin = Join(skin, RoundCone(q, {8, 20, 85}, {44, 23, 68}, 8, 8), 16);      // brow
     skin = Cut(skin, Ellipsoid(q, {32, 4, 99}, {19, 13.5, 18}), 14);           // socket
     skin = Join(skin, RoundCone(q, {0, 12, 82}, {0, -24, 102}, 6.5, 7.5), 13); // nose

@@ -117,9 +117,11 @@ double Held(const Variable &variable, double value) {
 
 void SolveReach(Pose &pose, const Reach &reach, bool isRight, bool movesBack, Vec lean) {
     std::vector<Variable> variables = ArmVariables(isRight);
+    // The back moves unwillingly: only as far as the arm is too short.
     if (movesBack)
         for (int channel : {BodyMiddle, BodyTop})
-            for (int axis = 0; axis < 3; axis++) variables.push_back({channel, axis, axis == 0 ? 2.0 : 3.0});
+            for (int axis = 0; axis < 3; axis++)
+                variables.push_back({channel, axis, axis == 0 ? 25.0 : 60.0});
     Random random;
     Pose best = pose;
     double least = Fault(pose, reach, isRight, variables, lean);

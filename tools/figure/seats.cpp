@@ -110,17 +110,17 @@ void AddSeats(std::vector<Surface> &surfaces) {
             BallSkin(HeadrestSolid, {ToWorld(back, {0, 0.455, 0})}, 29, 15), whole);
     for (double side : {-1.0, 1.0}) {
         const Solid armrest = [=](Vec p) {
-            return Padding(p - Vec{side * 0.285, 0.235, 0.10}, {0.030, 0.020, 0.165}, 0.018);
+            return Padding(p - Vec{side * 0.315, 0.235, 0.10}, {0.030, 0.020, 0.165}, 0.018);
         };
         AddPart(parts, "armrest", 160, 60, PaintArmrest,
-                LimbSkin(armrest, {side * 0.285, 0.235, 0.24}, {side * 0.285, 0.235, -0.04}, {0, -1, 0}, 17,
+                LimbSkin(armrest, {side * 0.315, 0.235, 0.24}, {side * 0.315, 0.235, -0.04}, {0, -1, 0}, 17,
                          11, 0.25, 0.25),
                 armrest);
         const Solid post = [=](Vec p) {
-            return RoundCone(p, {side * 0.285, 0.225, 0.22}, {side * 0.255, 0.16, 0.30}, 0.013, 0.015);
+            return RoundCone(p, {side * 0.315, 0.225, 0.22}, {side * 0.255, 0.16, 0.30}, 0.013, 0.015);
         };
         AddPart(parts, "metal", 40, 40, PaintMetal,
-                LimbSkin(post, {side * 0.285, 0.225, 0.22}, {side * 0.255, 0.16, 0.30}, {0, 0, 1}, 11, 7),
+                LimbSkin(post, {side * 0.315, 0.225, 0.22}, {side * 0.255, 0.16, 0.30}, {0, 0, 1}, 11, 7),
                 post);
         const Solid rail = [=](Vec p) {
             return Padding(p - Vec{side * 0.15, FloorHeight + 0.012, 0.02}, {0.028, 0.014, 0.34}, 0.008);

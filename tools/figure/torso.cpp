@@ -271,7 +271,7 @@ void AddBelt(std::vector<Surface> &surfaces) {
             const Vec skin =
                 Leave([](Vec p) { return std::min(HipsSolid(p), WaistSolid(p)); }, from, out, 0.3);
             const bool isRim = v < 0.001 || v > 0.999;
-            return skin + out * (isRim ? -0.001 : 0.004);
+            return skin + out * (isRim ? 0.001 : 0.006);
         },
         [](Vec p) {
             return Vec{p.x, 0, p.z - 0.11};
