@@ -74,7 +74,7 @@ TEST(Objects, LeaveOutWhatIsWrongAndSayWhere) {
 }
 
 // The corners of what is drawn for given values, as "x,y,z " rounded to hundredths.
-std::string Pose(const std::string &commands, std::vector<double> values = {}, float distance = 1) {
+std::string Pose(const std::string &commands, const std::vector<double> &values = {}, float distance = 1) {
     const ObjectFile object = Read(head + triangle + commands);
     std::vector<PosedTriangles> posed;
     PoseObject(object, values, distance, posed);
@@ -115,8 +115,9 @@ TEST(Objects, MoveWithDatarefs) {
 }
 
 TEST(Objects, HideAndShow) {
-    const auto isShown = [](const std::string &commands, std::vector<double> values, float distance = 1) {
-        return !Pose(commands + "TRIS 0 3\n", std::move(values), distance).empty();
+    const auto isShown = [](const std::string &commands, const std::vector<double> &values,
+                            float distance = 1) {
+        return !Pose(commands + "TRIS 0 3\n", values, distance).empty();
     };
     const std::string both = "ANIM_hide 0 1 a\nANIM_show 1 2 b\n";
     EXPECT_TRUE(isShown(both, {2, 0}));
@@ -214,7 +215,7 @@ protected:
             if (!is(0, red) || !is(1, green) || !is(2, blue)) continue;
             patch.count++;
             patch.x += static_cast<double>(i / 4 % 400);
-            patch.y += static_cast<double>(i / 4 / 400);
+            patch.y += static_cast<double>(i / 1600); // NOLINT(bugprone-integer-division): rows
         }
         patch.x /= patch.count;
         patch.y /= patch.count;
