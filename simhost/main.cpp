@@ -10,6 +10,7 @@
 #include "simhost/chart/chart.h"
 #include "simhost/check/check.h"
 #include "simhost/flight.h"
+#include "simhost/phrases/phrases.h"
 
 namespace {
 
@@ -18,6 +19,7 @@ constexpr const char *USAGE =
     "                  [--xplane DIR] FLIGHT.lua [ARG...]\n"
     "       fennic-sim check [--xplane DIR] FOLDER\n"
     "       fennic-sim graph [--dot] FOLDER [DEVICE]\n"
+    "       fennic-sim phrases FOLDER...\n"
     "\n"
     "  --aircraft DIR  the aircraft to fly: a path, or a name in the folder \"aircraft\" beside this\n"
     "                  program (Cessna_172SP when not given); it is copied, never written to\n"
@@ -34,6 +36,8 @@ constexpr const char *USAGE =
     "\n"
     "\"graph\" prints a picture (SVG, made by Graphviz): systems, devices and who reads whom, or one checklist\n"
     "as a flow. --dot prints what Graphviz is given instead.\n"
+    "\n"
+    "\"phrases\" prints what can be said in some aircraft and what is answered, as a page in Markdown.\n"
     "\n"
     "Exit status: 0 the flight went well; 1 the script failed or a plug-in left something behind;\n"
     "2 wrong usage; 3 a plug-in crashed or hung.\n";
@@ -87,11 +91,18 @@ int Chart(int count, char **words) {
     return options.folder.empty() ? Refuse("graph needs a folder") : simhost::ChartFolder(options);
 }
 
+// "fennic-sim phrases FOLDER..."
+int Phrases(int count, char **words) {
+    if (count == 0 || words[0][0] == '-') return Refuse("phrases needs a folder");
+    return simhost::PrintPhrases({words, words + count});
+}
+
 } // namespace
 
 int main(int count, char **words) {
     if (count > 1 && std::strcmp(words[1], "check") == 0) return Check(count - 2, words + 2);
     if (count > 1 && std::strcmp(words[1], "graph") == 0) return Chart(count - 2, words + 2);
+    if (count > 1 && std::strcmp(words[1], "phrases") == 0) return Phrases(count - 2, words + 2);
     simhost::FlightOptions options;
     std::string aircraft = STANDARD_AIRCRAFT;
     int place = 1;
