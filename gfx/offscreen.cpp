@@ -12,12 +12,13 @@ FBO_class FBOcontrol;
 
 namespace {
 
-// What Bind changes besides the attributes on OpenGL's stack. Those that the simulator's graphics state
-// covers are not put on the stack: the simulator remembers them itself and would be wrong after they came
-// back.
+// What Bind changes. OpenGL's attribute stack is not held open for it: between Bind and Unbind others change
+// the graphics state, which the simulator remembers itself, and Mesa then lost what lay below on the stack.
 struct SavedState {
     GLint framebuffer = 0;
     GLint blend[4] = {}; // source and destination for the colours, the same for alpha
+    GLint viewport[4] = {}, matrixMode = GL_MODELVIEW;
+    GLboolean isScissored = GL_FALSE;
     GLdouble projection[16], modelView[16];
 };
 SavedState saved;
@@ -62,13 +63,17 @@ void SaveState() {
     glGetIntegerv(GL_BLEND_DST_ALPHA, &saved.blend[3]);
     glGetDoublev(GL_PROJECTION_MATRIX, saved.projection);
     glGetDoublev(GL_MODELVIEW_MATRIX, saved.modelView);
-    glPushAttrib(GL_SCISSOR_BIT | GL_TRANSFORM_BIT | GL_VIEWPORT_BIT);
+    glGetIntegerv(GL_VIEWPORT, saved.viewport);
+    glGetIntegerv(GL_MATRIX_MODE, &saved.matrixMode);
+    saved.isScissored = glIsEnabled(GL_SCISSOR_TEST);
 }
 
 void RestoreState() {
     SetMatrix(GL_PROJECTION, saved.projection);
     SetMatrix(GL_MODELVIEW, saved.modelView);
-    glPopAttrib();
+    glMatrixMode(static_cast<GLenum>(saved.matrixMode));
+    glViewport(saved.viewport[0], saved.viewport[1], saved.viewport[2], saved.viewport[3]);
+    if (saved.isScissored) glEnable(GL_SCISSOR_TEST);
     glBlendFuncSeparate(static_cast<GLenum>(saved.blend[0]), static_cast<GLenum>(saved.blend[1]),
                         static_cast<GLenum>(saved.blend[2]), static_cast<GLenum>(saved.blend[3]));
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, static_cast<GLuint>(saved.framebuffer));
