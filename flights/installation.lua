@@ -5,219 +5,179 @@
 local check = require "lib.check"
 
 local folder, plugin = sim.dir("aircraft"), sim.dir("plugin")
-os.remove(folder .. "Cessna_172SP.acf")
-check.folder(plugin .. "data/obj/original")
-for _, name in ipairs {"kvfennic.obj", "kvfennic.png", "kvfennic_nml.png", "seats.obj", "original/kvfennic.obj",
-                       "original/kvfennic.png"} do
-    check.write(plugin .. "data/obj/" .. name, "I\n800\nOBJ\n\n# shipped " .. name .. "\n")
-end
-local function shipped(name) return check.read(plugin .. "data/obj/" .. name) end
+local PROPERTIES = check.read(plugin .. "data/obj/acf.txt")
 
 -- ---- The types ----
 
 local function acf(description, objects)
-    return "I\n1200 Version\nACF\n\nPROPERTIES_BEGIN\nP acf/_descrip " .. description .. "\n" .. (objects or "")
-        .. "PROPERTIES_END\n"
+    return "I\n1200 Version\nACF\n\nPROPERTIES_BEGIN\nP acf/_descrip " .. description .. "\n" .. objects .. "PROPERTIES_END\n"
 end
+local function own(name) return "A\n800\nOBJ\n# the aircraft's " .. name .. "\n" end
+local function shipped(name) return check.read(plugin .. "data/obj/" .. name) end
 
-local OBJECTS = "objects/"
-local function own(name) return "A\n800\nOBJ\n# the aircraft's " .. name .. "\n\n# more\n" end
-local figure = {[OBJECTS .. "kvfennic.obj"] = shipped("kvfennic.obj"), [OBJECTS .. "kvfennic.png"] = shipped("kvfennic.png"),
-                [OBJECTS .. "kvfennic_nml.png"] = shipped("kvfennic_nml.png")}
-
--- One table over another, as a new one; false removes.
+-- One table of files over another, as a new one.
 local function with(files, changes)
     local result = {}
-    for name, bytes in pairs(files) do result[name] = bytes end
-    for name, bytes in pairs(changes) do result[name] = bytes or nil end
+    for _, list in ipairs {files, changes} do
+        for name, bytes in pairs(list) do result[name] = bytes end
+    end
     return result
 end
 
-local airbus = {[OBJECTS .. "kvfennic.obj"] = own("figure"), [OBJECTS .. "seats.obj"] = own("seats"),
-                [OBJECTS .. "seats_Std.obj"] = own("other seats")}
-local boeing = {[OBJECTS .. "kvfennic.obj"] = shipped("original/kvfennic.obj"),
-                [OBJECTS .. "kvfennic.png"] = shipped("original/kvfennic.png")}
-local function backups(files)
-    local result = {}
-    for name, bytes in pairs(files) do result[name .. ".backup"] = bytes end
-    return result
-end
-local seats = {[OBJECTS .. "seats.obj"] = shipped("seats.obj"), [OBJECTS .. "seats_Std.obj"] = shipped("seats.obj")}
-local airbusSetUp = with(with(figure, seats), backups(airbus))
-local boeingOut = {[OBJECTS .. "kvfennic.obj"] = boeing[OBJECTS .. "kvfennic.obj"],
-                   [OBJECTS .. "kvfennic.png"] = boeing[OBJECTS .. "kvfennic.png"]}
+local FIGURE = {["objects/kvfennic.obj"] = shipped("kvfennic.obj"), ["objects/kvfennic.png"] = shipped("kvfennic.png"),
+                ["objects/kvfennic_nml.png"] = shipped("kvfennic_nml.png")}
+local UPDATE = {["objects/kvfennic.obj"] = own("new figure")}
 
-local A767 = "767-300ER_xp11.acf"
-local attached = check.read(plugin .. "data/obj/acf.txt"):gsub("_obja/0/", "_obja/2/")
-local acf767 = acf("Boeing 767 300ER", "P _obja/1/_v10_att_file_stl seats.obj\nP _obja/count 2\n")
-local acf767SetUp = acf("Boeing 767 300ER",
-    "P _obja/1/_v10_att_file_stl seats.obj\n" .. attached .. "P _obja/count 3\n"):gsub("\n", "\r\n")
-
--- first: what the aircraft has beside its .acf; setUp, out: what the setup changes, and taking it out again;
+-- first: what the aircraft has beside its .acf; setUp, out: what the setup and taking it out leave;
 -- update: what an update of the aircraft puts there.
-local updated = {[OBJECTS .. "kvfennic.obj"] = own("figure") .. "# new\n"}
+local airbus = {first = {}, setUp = with(FIGURE, {}), update = UPDATE}
+for _, name in ipairs {"kvfennic", "seats", "seats_Std"} do
+    local path = "objects/" .. name .. ".obj"
+    airbus.first[path], airbus.setUp[path .. ".backup"] = own(name), own(name)
+    airbus.setUp[path] = shipped(name == "kvfennic" and "kvfennic.obj" or "seats.obj")
+end
+airbus.out = airbus.first
+local original = {["objects/kvfennic.obj"] = shipped("original/kvfennic.obj"),
+                  ["objects/kvfennic.png"] = shipped("original/kvfennic.png")}
+local boeing = {first = original, setUp = FIGURE, update = UPDATE, out = original}
+local file767, empty767 = "767-300ER_xp11.acf", acf("Boeing 767 300ER", "P _obja/count 2\n")
+local full767 = acf("Boeing 767 300ER", PROPERTIES:gsub("_obja/0/", "_obja/2/") .. "P _obja/count 3\n"):gsub("\n", "\r\n")
+local b767 = {first = {[file767] = empty767}, setUp = with(FIGURE, {[file767] = full767, [file767 .. ".backup"] = empty767}),
+              update = {[file767] = empty767}, out = {[file767] = empty767}}
+
 local types = {
-    {type = 172, file = "Cessna_172SP.acf", description = "Cessna 172 SP Skyhawk - 180HP", first = {}, setUp = {}, out = {}},
-    {type = 319, file = "a319.acf", description = "A319 with high fidelity system modelling",
-     first = airbus, setUp = airbusSetUp, update = updated, out = airbus},
-    {type = 321, file = "a321.acf", description = "A321 with high fidelity system modelling",
-     first = airbus, setUp = airbusSetUp, update = updated, out = airbus},
-    {type = 737, file = "b738_4k.acf", description = "Boeing 737-800X",
-     first = boeing, setUp = figure, update = updated, out = boeingOut},
-    {type = 739, file = "737_80NG.acf", description = "Boeing 737-900ER",
-     first = boeing, setUp = figure, update = updated, out = boeingOut},
-    {type = 767, file = A767, description = "Boeing 767 300ER", acf = acf767, first = {},
-     setUp = with(figure, {[A767] = acf767SetUp, [A767 .. ".backup"] = acf767}), update = {[A767] = acf767},
-     out = {[A767] = acf767}},
+    {172, "Cessna_172SP.acf", "Cessna 172 SP Skyhawk - 180HP", {first = {}, setUp = {}, out = {}}},
+    {319, "a319.acf", "A319 with high fidelity system modelling", airbus},
+    {321, "a321.acf", "A321 with high fidelity system modelling", airbus},
+    {737, "b738_4k.acf", "Boeing 737-800X", boeing},
+    {739, "737_80NG.acf", "Boeing 737-900ER", boeing},
+    {767, file767, "Boeing 767 300ER", b767},
 }
 
 -- ---- What a pilot sees ----
-
--- The texts of the dialog on the screen, its buttons in brackets; nil when there is none.
-local function dialog()
-    local texts, frame = {}, nil
-    for _, widget in ipairs(sim.widgets()) do
-        if widget.visible and widget.class == "main_window" then
-            check.that(not frame, "two dialogs")
-            frame = widget
-        elseif widget.visible then
-            texts[#texts + 1] = widget.class == "button" and "[" .. widget.caption .. "]" or widget.caption
-        end
-    end
-    if not frame then return nil end
-    check.list({frame.left, frame.bottom, frame.right, frame.top}, {860, 465, 1060, 615}, "the dialog's place")
-    return table.concat(texts, "|")
-end
 
 local QUESTION = "    Fennic plugin ready for|               for setup.|[Setup]|[Later]"
 local SET_UP = "    Fennic plugin was set up|       Please reload aircraft|[OK]"
 local UNINSTALL = "    Do you want to uninstall|       Fennic plugin now?|[Yes]|[No]"
 local GONE = "    Plugin was deactivated|     Please reload aircraft.|[OK]"
-local names = {[QUESTION] = "setup_question", [SET_UP] = "set_up", [UNINSTALL] = "uninstall_question", [GONE] = "deactivated"}
+local pictures = {[QUESTION] = "setup_question", [SET_UP] = "set_up", [UNINSTALL] = "uninstall_question", [GONE] = "deactivated"}
+local step
 
-local function sees(expected, what)
+-- The one dialog on the screen, or none for nil: its lines, and its buttons in brackets.
+local function sees(expected)
     sim.frames(1)
-    check.equal(dialog(), expected, what)
-    if expected and arg[1] then sim.screenshot(arg[1] .. names[expected] .. ".png") end
+    local texts = {}
+    for _, widget in ipairs(sim.widgets()) do
+        if widget.visible and widget.class == "main_window" then
+            check.list({widget.left, widget.bottom, widget.right, widget.top}, {860, 465, 1060, 615}, step .. ": its place")
+        elseif widget.visible then
+            texts[#texts + 1] = widget.class == "button" and "[" .. widget.caption .. "]" or widget.caption
+        end
+    end
+    check.equal(table.concat(texts, "|"), expected or "", step .. ": dialog")
+    if expected and arg[1] then sim.screenshot(arg[1] .. pictures[expected] .. ".png") end
 end
 
 -- Whether she answers, and the state in the settings file, which is written at once.
-local function is(works, state, what)
+local function is(works, state)
     sim.sent()
     sim.run(1)
     sim.hear("abort")
-    check.equal(#check.messages() > 0, works, what .. ": works")
-    check.equal(check.read(plugin .. "data/settings_mac.txt"):match("installation=(%-?%d+)"), tostring(state),
-                what .. ": state")
+    check.equal(#check.messages() > 0, works, step .. ": works")
+    check.equal(check.read(plugin .. "data/settings_mac.txt"):match("installation=(%-?%d+)"), tostring(state), step)
 end
 
+local FILES = "cd '" .. folder .. "' && find . -name plugins -prune -o -type f "
+
 -- Every file of the aircraft but the plug-in's, byte for byte.
-local function holds(expected, what)
-    local count = 0
-    local list = io.popen("cd '" .. folder .. "' && find . -name plugins -prune -o -type f -print")
-    for path in list:lines() do
-        local name = path:sub(3)
-        check.equal(check.read(folder .. name), expected[name], what .. ": " .. name)
-        count = count + 1
-    end
+local function holds(expected)
+    local list, found = io.popen(FILES .. "-print"), {}
+    for path in list:lines() do found[path:sub(3)] = check.read(folder .. path) end
     list:close()
-    for _ in pairs(expected) do count = count - 1 end
-    check.equal(count, 0, what .. ": files missing")
+    for name in pairs(with(found, expected)) do check.equal(found[name], expected[name], step .. ": " .. name) end
 end
 
 local function put(files)
-    os.execute("cd '" .. folder .. "' && find . -name plugins -prune -o -type f -exec rm {} +")
+    os.execute(FILES .. "-exec rm {} +")
     for name, bytes in pairs(files) do check.write(folder .. name, bytes) end
 end
 
 -- ---- The life of an installation ----
 
-local function live(aircraft)
-    local function name(what) return aircraft.type .. ", " .. what end
-    local first = with(aircraft.first, {[aircraft.file] = aircraft.acf or acf(aircraft.description, "P _obja/count 0\n")})
-    local setUp, out = with(first, aircraft.setUp), with(with(first, aircraft.setUp), aircraft.out)
+for _, aircraft in ipairs(types) do
+    local type, file, description, files = table.unpack(aircraft)
+    local first = with({[file] = acf(description, "P _obja/count 0\n")}, files.first)
+    local setUp = with(first, files.setUp)
+    local function at(what) step = type .. ", " .. what end
     put(first)
     check.settings {installation = "0"}
 
+    at "a new aircraft"
     sim.start()
-    sees(QUESTION, name "a new aircraft")
-    is(false, 0, name "a new aircraft")
+    sees(QUESTION)
+    is(false, 0)
+    at "later"
     sim.push("Later")
-    sees(nil, name "later")
-    is(false, 1, name "later")
+    sees(nil)
+    is(false, 1)
     sim.restart()
-    sees(nil, name "started after later")
-    is(false, 1, name "started after later")
-    holds(first, name "later")
+    sees(nil)
+    is(false, 1)
+    holds(first)
 
+    at "set up"
     sim.choose("Fennic/Setup Fennic")
-    sees(SET_UP, name "set up")
-    is(false, 2, name "set up")
+    sees(SET_UP)
+    is(false, 2) -- not before the aircraft is loaded again
     sim.push("OK")
-    sees(nil, name "read that it is set up")
-    holds(setUp, name "set up")
-    check.equal(check.count(check.log(), "was not complete"), 0, name "no file failed")
+    sees(nil)
+    holds(setUp)
+    check.equal(check.count(check.log(), "was not complete"), 0, step)
     sim.restart()
-    sees(nil, name "reloaded")
-    is(true, 2, name "reloaded")
+    sees(nil)
+    is(true, 2)
 
-    if aircraft.update then
+    if files.update then
+        at "an update of the aircraft"
         sim.stop()
-        put(with(setUp, aircraft.update))
+        put(with(setUp, files.update))
         sim.start()
-        sees(QUESTION, name "an update of the aircraft")
-        is(false, 2, name "an update of the aircraft")
+        sees(QUESTION)
+        is(false, 2)
         sim.push("Setup")
-        sees(SET_UP, name "set up again")
-        is(false, 2, name "set up again")
+        sees(SET_UP)
         sim.push("OK")
-        holds(setUp, name "set up again")
+        holds(setUp)
         sim.restart()
-        is(true, 2, name "reloaded again")
+        is(true, 2)
     end
 
+    at "not out"
     sim.choose("Fennic/UnInstall Fennic")
-    sees(UNINSTALL, name "out?")
+    sees(UNINSTALL)
     sim.push("No")
-    sees(nil, name "not out")
-    is(true, 2, name "not out")
-    holds(setUp, name "not out")
+    sees(nil)
+    is(true, 2)
+    holds(setUp)
+    at "out"
     sim.choose("Fennic/UnInstall Fennic")
     sim.push("Yes")
-    sees(GONE, name "out")
-    is(true, -1, name "out") -- until the aircraft is loaded again
+    sees(GONE)
+    is(true, -1)
     sim.push("OK")
-    sees(nil, name "read that it is out")
-    holds(out, name "out")
+    holds(with(setUp, files.out))
     sim.restart()
-    sees(nil, name "gone")
-    is(false, -1, name "gone")
-    check.that(pcall(sim.choose, "Fennic/Setup Fennic"), name "the menu offers the setup again")
+    sees(nil)
+    is(false, -1)
+    check.equal(sim.menu()[1].items[1].text, "Setup Fennic", step)
     sim.stop()
 end
 
-for _, aircraft in ipairs(types) do live(aircraft) end
-
 -- The aircraft that carries the figure itself is never asked about.
-put {["a340.acf"] = acf("KV340-500")}
+step = "345"
+put {["a340.acf"] = acf("KV340-500", "")}
 check.settings {installation = "0"}
 sim.start()
-sees(nil, "345")
-sim.run(1)
-for _, item in ipairs {"Setup Fennic", "UnInstall Fennic"} do check.that(not pcall(sim.choose, item), "345: " .. item) end
-is(true, 0, "345")
-sim.stop()
-
--- A setup that fails says which files, and what is not copied stays.
-put(with(airbus, {["a319.acf"] = acf(types[2].description)}))
-os.remove(folder .. "objects/kvfennic.obj")
-check.folder(folder .. "objects/kvfennic.obj.backup")
-check.write(folder .. "objects/kvfennic.obj", own("figure"))
-check.settings {installation = "0"}
-sim.start()
-sim.log()
-sim.push("Setup")
-local log = check.log()
-check.equal(check.count(log, "No backup, so this file is not replaced: " .. folder .. "objects/kvfennic.obj"), 1, "log")
-check.equal(check.count(log, "Setup was not complete - the lines above say which files failed"), 1, "log")
-check.equal(check.read(folder .. "objects/kvfennic.obj"), own("figure"), "not replaced")
+sees(nil)
+is(true, 0)
+for _, item in ipairs(sim.menu()[1].items) do check.that(not item.text:find("Fennic$"), item.text) end

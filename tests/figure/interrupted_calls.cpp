@@ -37,11 +37,19 @@ int CallsSoFar() {
     return calls;
 }
 
-#define REAL(result, name, parameters)                                                                       \
+// A call that fails, or goes through.
+#define CALL(result, name, error, parameters, arguments)                                                     \
     result __real_##name parameters;                                                                         \
-    result __wrap_##name parameters
+    result __wrap_##name parameters {                                                                        \
+        return IsFailing(error) ? -1 : __real_##name arguments;                                              \
+    }
 
 extern "C" {
+
+CALL(ssize_t, read, EIO, (int file, void *buffer, size_t size), (file, buffer, size))
+CALL(int, rename, EACCES, (const char *from, const char *to), (from, to))
+CALL(int, stat, EIO, (const char *path, struct stat *status), (path, status))
+CALL(int, fchmod, EPERM, (int file, mode_t mode), (file, mode))
 
 int __real_open(const char *path, int flags, ...);
 int __wrap_open(const char *path, int flags, ...) {
@@ -50,44 +58,28 @@ int __wrap_open(const char *path, int flags, ...) {
     const mode_t mode = (flags & O_CREAT) ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
     if (IsFailing(EACCES)) return -1;
-    if (interruption == Interruption::ReadOnly && (flags & O_ACCMODE) != O_RDONLY) {
-        errno = EROFS;
-        return -1;
-    }
-    return __real_open(path, flags, mode);
+    const bool isRefused = interruption == Interruption::ReadOnly && (flags & O_ACCMODE) != O_RDONLY;
+    if (isRefused) errno = EROFS;
+    return isRefused ? -1 : __real_open(path, flags, mode);
 }
 
-REAL(ssize_t, read, (int file, void *buffer, size_t size)) {
-    return IsFailing(EIO) ? -1 : __real_read(file, buffer, size);
-}
-
-REAL(ssize_t, write, (int file, const void *buffer, size_t size)) {
+ssize_t __real_write(int file, const void *buffer, size_t size);
+ssize_t __wrap_write(int file, const void *buffer, size_t size) {
     const bool isLast = calls + 1 == chosen && interruption != Interruption::None;
     if (isLast && __real_write(file, buffer, size / 2) < 0) std::perror("write");
     return IsFailing(ENOSPC) ? -1 : __real_write(file, buffer, size);
 }
 
-REAL(int, close, (int file)) {
+int __real_close(int file);
+int __wrap_close(int file) {
     const bool isFailing = IsFailing(EIO);
     const int result = __real_close(file); // what fails to close is closed all the same
-    if (!isFailing) return result;
-    errno = EIO;
-    return -1;
+    if (isFailing) errno = EIO;
+    return isFailing ? -1 : result;
 }
 
-REAL(int, rename, (const char *from, const char *to)) {
-    return IsFailing(EACCES) ? -1 : __real_rename(from, to);
-}
-
-REAL(int, stat, (const char *path, struct stat *status)) {
-    return IsFailing(EIO) ? -1 : __real_stat(path, status);
-}
-
-REAL(int, fchmod, (int file, mode_t mode)) {
-    return IsFailing(EPERM) ? -1 : __real_fchmod(file, mode);
-}
-
-REAL(int, unlink, (const char *path)) {
+int __real_unlink(const char *path);
+int __wrap_unlink(const char *path) {
     return IsDead() ? -1 : __real_unlink(path);
 }
 
