@@ -1,6 +1,7 @@
 // The model's globals and its end.
 #include "systems/model.h"
 
+#include "systems/editor_window.h"
 #include "systems/program.h"
 #include "systems/saved_values.h"
 
@@ -21,4 +22,5 @@ void DeleteSystems() {
     ModelChanges();
     systems_vector.clear();
     mapSystemName.clear();
+    SysWindowDestroy();
 }

@@ -215,3 +215,15 @@ double LiveValue(int sys, int dev, int out) {
         .outs[static_cast<size_t>(out)]
         .value;
 }
+
+int FiredBlock(int sys, int dev, int out) {
+    if (isProgramCurrent) {
+        const uint16_t fired = systemsProgram.firedBlocks[ValueIndex(sys, dev, out)];
+        return fired & InactiveBlock ? -1 : fired;
+    }
+    const out_parameter_struct &parameter = systems_vector[static_cast<size_t>(sys)]
+                                                .devices[static_cast<size_t>(dev)]
+                                                .outs[static_cast<size_t>(out)];
+    const auto block = static_cast<size_t>(parameter.activeBlock);
+    return block < parameter.logic.size() && parameter.logic[block].active ? parameter.activeBlock : -1;
+}

@@ -97,3 +97,6 @@ void RefreshRecords();
 
 // The live value of the parameter at valid indices.
 double LiveValue(int sys, int dev, int out);
+
+// The logic block of the parameter at valid indices that fired in the last frame; -1: none.
+int FiredBlock(int sys, int dev, int out);

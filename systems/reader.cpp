@@ -2,7 +2,9 @@
 // every parameter that a link may name exists. Keys are found anywhere in a line.
 #include "systems/reader.h"
 
+#include "frame/aircraft.h"
 #include "systems/body_parser.h"
+#include "systems/editor_window.h"
 #include "systems/links.h"
 #include "systems/model.h"
 #include "systems/program.h"
@@ -185,4 +187,5 @@ void CreateSystemsFromFile() {
     }
     ForgetSavedValues();
     LogicAndCalcForOutputParce();
+    if (isVAdraw == 1) SysWindowCreate();
 }

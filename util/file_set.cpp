@@ -26,7 +26,13 @@ bool isUpToDate(const FileOfSet &file) {
     return isFileExistString(file.path) && ReadFileToString(file.path) == file.content;
 }
 
+void MakeFolderOf(const std::string &path) {
+    const size_t separator = path.rfind('/');
+    if (separator != std::string::npos) mkdir(path.substr(0, separator).c_str(), 0777);
+}
+
 bool Prepare(const FileOfSet &file, Member &member) {
+    MakeFolderOf(file.path);
     char resolved[PATH_MAX];
     struct stat status = {};
     if (realpath(file.path.c_str(), resolved))

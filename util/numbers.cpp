@@ -2,6 +2,7 @@
 // inside a scope that switches this thread's locale for writing.
 #include "util/numbers.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cmath>
 #include <cstdio>
@@ -121,8 +122,9 @@ std::string double2string(double x) {
     return FormatPlain("%f", x);
 }
 
-std::string SignificantDigits(double x) {
-    return FormatPlain("%g", x);
+std::string SignificantDigits(double x, int digits) {
+    const char *const formats[] = {"%.1g", "%.2g", "%.3g", "%.4g", "%.5g", "%.6g"};
+    return FormatPlain(formats[std::clamp(digits, 1, 6) - 1], x);
 }
 
 std::string FormatFloat2String(double x, int intDigits, int fracDigits) {

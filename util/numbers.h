@@ -30,8 +30,8 @@ std::string int2string(int n);
 std::string float2string(double x);
 std::string double2string(double x);
 
-// Six significant digits, as the format "%g" gives them.
-std::string SignificantDigits(double x);
+// One to six significant digits, as the format "%g" gives them.
+std::string SignificantDigits(double x, int digits = 6);
 
 // float2string split at the point: the integer part is padded with as many zeros as digits are missing,
 // less the digits it has (5 with intDigits 3 gives "05"), the fraction is cut, not rounded, to fracDigits.

@@ -1,0 +1,203 @@
+-- An author writes a checklist in the simulator: from an empty model, with mouse and keyboard alone, saved, and
+-- read by the first officer after a restart. Then he renames, moves, clones and deletes, and every link follows.
+local check = require "lib.check"
+local editor = require "lib.editor"
+
+local plugin = sim.dir("plugin")
+local systems = plugin .. "systems/"
+
+local function read(name)
+    local file = io.open(systems .. name, "rb")
+    if not file then return nil end
+    local text = file:read("a")
+    file:close()
+    return (text:gsub("\r\n", "\n"))
+end
+
+local function holds(name, text, what)
+    local whole = read(name) or ""
+    check.that(whole:find(text, 1, true), what .. ": no " .. text .. " in\n" .. whole)
+end
+
+check.write(systems .. "_systems.txt", "")
+sim.publish("test/brake", "int", 0)
+editor.start(1280, 800)
+
+-- ---- A checklist of two steps, and the brake that it asks for ----
+
+editor.column(1, "New..")
+editor.rename(1, 1, "CHECKLIST")
+editor.column(2, "New..")
+editor.rename(2, 1, "TEST")
+editor.switch("serial")
+editor.column(3, "New..")
+editor.rename(3, 1, "CALL")
+editor.add_block()
+editor.logic_end(1, "ADD")
+editor.comparison(2, "kind")
+editor.comparison(2, "left", "test checklist")
+editor.logic_end(2, "ADD")
+editor.comparison(3, "kind")
+editor.comparison(3, "left", "test list please")
+editor.comparison(3, "join")
+editor.panel("EXECECUTE")
+editor.execute("ADD")
+editor.action_type("SAY&WAIT")
+editor.action(1, "text", "Parking brake?")
+
+editor.column(3, "New..")
+editor.rename(3, 2, "BRAKE")
+editor.add_block()
+editor.logic_end(1, "ADD")
+editor.comparison(2, "kind")
+editor.comparison(2, "left", "set")
+editor.logic_end(2, "ADD")
+editor.comparison(3, "left", "CHECKLIST.COCKPIT.BRAKE") -- not there yet
+editor.comparison(3, "right", "1")
+editor.panel("EXECECUTE")
+editor.execute("ADD")
+editor.action(1, "text", "Test checklist complete")
+
+editor.column(2, "New..")
+editor.rename(2, 2, "COCKPIT")
+editor.column(3, "New..")
+editor.rename(3, 1, "BRAKE")
+editor.detail("input", "test/brake")
+editor.detail("unit", "off or on")
+
+-- ---- What is refused says why and stays in the box ----
+
+local function refused(change, typed, message)
+    local x, y = 0, 0
+    change(typed)
+    check.equal(editor.box(), typed, message .. ": what was typed")
+    sim.key(27)
+    sim.frames(2)
+    check.equal(editor.box(), nil, "escape closes the box")
+end
+refused(function(text) editor.rename(3, 1, text) end, "A=B", "a sign that names cannot have")
+refused(function(text) editor.detail("init", text) end, "1,5", "no number")
+
+editor.title("SAVE")
+check.equal(read("_systems.txt"), "CHECKLIST\n", "the list of systems")
+check.equal(read("CHECKLIST.txt"), [[
+draw=1
+sys=CHECKLIST
+devstack=TEST
+out=CALL,integer,,0.000000,,,,,,,,0
+logic:
+instring=test checklist
+||
+instring=test list please
+execute=1,Parking brake?,0.000000
+out=BRAKE,integer,,0.000000,,,,,,,,0
+logic:
+instring=set
+&&
+[CHECKLIST.COCKPIT.BRAKE]==[1.000000]
+execute=0,Test checklist complete,0.000000
+dev=COCKPIT
+out=BRAKE,integer,off or on,0.000000,,,test/brake,exist,,,,0
+]], "the saved checklist")
+
+-- ---- The first officer reads it ----
+
+sim.restart()
+sim.run(4)
+sim.said()
+sim.hear("test list please")
+sim.run(4)
+sim.hear("set")
+sim.run(2)
+check.list(sim.said(), {"Parking brake?"}, "the brake is not set")
+sim.set("test/brake", 1)
+sim.frames(1)
+sim.hear("set")
+sim.run(2)
+check.list(sim.said(), {"Test checklist complete"}, "the brake is set")
+
+-- ---- Renaming, moving, cloning, deleting: links follow ----
+
+editor.show()
+editor.select(2, 2)
+editor.rename(3, 1, "LEVER")
+editor.rename(2, 2, "PEDESTAL")
+editor.title("SAVE")
+holds("CHECKLIST.txt", "[CHECKLIST.PEDESTAL.LEVER]==", "renamed")
+
+editor.column(1, "New..")
+editor.rename(1, 2, "PANEL")
+editor.select(1, 1)
+editor.select(2, 2)
+editor.column(2, "COPY")
+editor.select(1, 2)
+editor.column(2, "MOVE")
+editor.title("SAVE")
+holds("CHECKLIST.txt", "[PANEL.PEDESTAL.LEVER]==", "the device was moved")
+holds("PANEL.txt", "dev=PEDESTAL\nout=LEVER,", "the device was moved")
+
+editor.column(2, "CLONE")
+editor.rename(2, 2, "OTHER")
+editor.select(2, 1)
+editor.column(3, "COPY")
+editor.select(2, 2)
+editor.column(3, "MOVE") -- where its name is taken
+editor.title("SAVE")
+holds("CHECKLIST.txt", "[PANEL.OTHER.LEVER2]==", "the parameter was moved")
+
+editor.rename(1, 2, "PEDESTAL")
+editor.title("SAVE")
+check.equal(read("_systems.txt"), "CHECKLIST\nPEDESTAL\n", "the list after renaming a system")
+holds("CHECKLIST.txt", "[PEDESTAL.OTHER.LEVER2]==", "the system was renamed")
+
+-- Back to before the clone, one step at a time: rename, move, rename, clone.
+local before = read("CHECKLIST.txt")
+for _ = 1, 4 do editor.title("UNDO") end
+editor.title("SAVE")
+holds("CHECKLIST.txt", "[PANEL.PEDESTAL.LEVER]==", "undone")
+check.that(read("CHECKLIST.txt") ~= before, "nothing was undone")
+
+-- With AUTO every change is in the files.
+editor.title("AUTO")
+editor.select(1, 2)
+editor.column(1, "DEL")
+check.equal(read("_systems.txt"), "CHECKLIST\n", "a deleted system is not listed")
+editor.title("UNDO")
+check.equal(read("_systems.txt"), "CHECKLIST\nPANEL\n", "an undone deletion is saved too")
+
+-- ---- Saving that fails leaves everything as it was ----
+
+editor.title("AUTO")
+local list, checklist, panel = read("_systems.txt"), read("CHECKLIST.txt"), read("PANEL.txt")
+local function fails(what, break_it, mend)
+    assert(os.execute(break_it))
+    sim.log()
+    editor.title("SAVE")
+    local told = table.concat(sim.log(), "\n")
+    check.that(told:find("Cant write file", 1, true), what .. " was not told: " .. told)
+    assert(os.execute(mend))
+    check.equal(read("_systems.txt"), list, what .. ": the list")
+    check.equal(read("CHECKLIST.txt"), checklist, what .. ": the first file")
+    check.equal(read("PANEL.txt"), panel, what .. ": the second file")
+end
+editor.select(1, 1)
+editor.select(3, 1)
+editor.detail("text", "changed")
+editor.select(1, 2)
+editor.column(1, "New..")
+local folder = "'" .. systems
+fails("a folder in a file's place", "mkdir " .. folder .. "NewSystem.txt'", "rmdir " .. folder .. "NewSystem.txt'")
+local place, away = "'" .. systems:sub(1, -2) .. "'", "'" .. plugin .. "away'"
+fails("a file in the folder's place", "mv " .. place .. " " .. away .. " && touch " .. place,
+      "rm " .. place .. " && mv " .. away .. " " .. place)
+fails("a link to nowhere", "ln -s nowhere/at/all " .. folder .. "NewSystem.txt'",
+      "rm " .. folder .. "NewSystem.txt'")
+editor.title("SAVE")
+check.equal(read("_systems.txt"), "CHECKLIST\nPANEL\nNewSystem\n", "saved after all")
+holds("CHECKLIST.txt", "changed", "saved after all")
+
+-- Hidden, the mouse reaches the simulator again.
+editor.title("HIDE")
+sim.click(640, 300)
+sim.double_click(300, 650)
+check.equal(editor.box(), nil, "nothing opens while the editor is hidden")

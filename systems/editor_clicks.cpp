@@ -1,0 +1,241 @@
+// The table from a zone's action to the operation on the model. What was deleted is looked at, not edited.
+#include "systems/editor_clicks.h"
+
+#include <algorithm>
+
+#include "systems/editor_edit_box.h"
+#include "systems/editor_model.h"
+#include "systems/editor_panels.h"
+#include "systems/editor_state.h"
+#include "systems/editor_undo.h"
+#include "systems/editor_usage.h"
+#include "systems/links.h"
+
+namespace {
+
+BlockPlace PlaceOf(const click_zone_class &zone) {
+    return {zone.context[ZoneSys], zone.context[ZoneDev], zone.context[ZoneOut], zone.context[ZoneBlock]};
+}
+
+FieldPlace FieldOf(const click_zone_class &zone) {
+    return {zone.context[ZoneField], PlaceOf(zone), zone.context[ZoneItem], zone.context[ZoneElement]};
+}
+
+bool isDeletedPlace() {
+    if (!isSystem(selSys)) return false;
+    if (systems_vector[static_cast<size_t>(selSys)].deleted) return true;
+    if (isDevice(selSys, selDev) && DeviceAt(selSys, selDev).deleted) return true;
+    return isParameter(selSys, selDev, selOut) && ParameterAt(selSys, selDev, selOut).deleted;
+}
+
+// ---- The table ----
+
+void New(int list) {
+    if (list == ListSys) {
+        SelectPlace(NewSystem(selSys), -1, -1);
+    } else if (list == ListDev) {
+        const int dev = NewDevice(selSys, selDev);
+        dev < 0 ? Say("a device needs a system", true) : SelectPlace(selSys, dev, -1);
+    } else {
+        const int out = NewOut(selSys, selDev, selOut);
+        out < 0 ? Say("a parameter needs a device", true) : SelectPlace(selSys, selDev, out);
+    }
+}
+
+void Delete(int list) {
+    if (list == ListSys) DeleteSystem(selSys);
+    if (list == ListDev) DeleteDevice(selSys, selDev);
+    if (list == ListOut) DeleteOut(selSys, selDev, selOut);
+}
+
+void Copy(int list) {
+    if (list == ListDev && isDevice(selSys, selDev)) {
+        CopyDevice(selSys, selDev);
+        Say("COPIED " + CopiedDeviceName());
+    }
+    if (list == ListOut && isParameter(selSys, selDev, selOut)) {
+        CopyOut(selSys, selDev, selOut);
+        Say("COPIED " + OutParameterSysLinkCopy.name);
+    }
+}
+
+// After pasting and moving the new place is selected.
+void GoToNew(int list, int index, const char *refusal) {
+    if (index < 0)
+        Say(refusal, true);
+    else
+        list == ListDev ? SelectPlace(selSys, index, -1) : SelectPlace(selSys, selDev, index);
+}
+
+void Paste(int list) {
+    const int index = list == ListDev ? PasteDevice(selSys, selDev) : PasteOut(selSys, selDev, selOut);
+    GoToNew(list, index, "nothing was copied, or there is no place for it");
+}
+
+void Move(int list) {
+    const int index = list == ListDev ? MoveDevice(selSys, selDev) : MoveOut(selSys, selDev, selOut);
+    GoToNew(list, index, "first COPY what is to be moved; then select what it is to stand behind");
+}
+
+void Undo() {
+    const char *name = UndoEditStep();
+    if (name)
+        Say(std::string("UNDONE: ") + name);
+    else
+        Say("nothing to undo");
+    KeepSelectionValid();
+}
+
+// ---- Panels ----
+
+void GoToUsage(int index) {
+    if (index < 0 || static_cast<size_t>(index) >= usageVector.size()) return;
+    const out_usage_struct usage = usageVector[static_cast<size_t>(index)];
+    SelectPlace(usage.place.sys, usage.place.dev, usage.place.out);
+    selDrawStack = usage.place.block;
+    if (usage.element < 0) return;
+    showCalc = 1;
+    selCalc = usage.item;
+    selDraw = usage.element;
+}
+
+void ShowPanel(int isCalc, int block) {
+    showCalc = isCalc;
+    if (block >= 0) selDrawStack = block;
+    selDraw = selCalc = -1;
+}
+
+void SelectItem(const click_zone_class &zone) {
+    if (zone.context[ZoneItem] < 0) {
+        selPoint = zone.context[ZoneValue];
+    } else if (showCalc) {
+        selCalc = zone.context[ZoneItem];
+        selDraw = zone.context[ZoneElement];
+    } else {
+        selDraw = zone.context[ZoneItem];
+    }
+}
+
+// One click selects what the field belongs to, two open it.
+void Edit(const click_zone_class &zone, bool isDouble) {
+    const FieldPlace field = FieldOf(zone);
+    if (field.field <= FieldName) SelectPlace(field.place.sys, field.place.dev, field.place.out);
+    if (field.place.block >= 0) selDrawStack = field.place.block;
+    if (field.field == FieldOperand || field.field == FieldCalculation || field.field == FieldActionText
+        || field.field == FieldActionValue)
+        SelectItem(zone);
+    if (field.field == FieldPointX || field.field == FieldPointY) selPoint = field.item;
+    if (!isDouble) return;
+    if (isDeletedPlace())
+        Say("this was deleted", true);
+    else
+        EditWidgetCreate(field, zone.area);
+}
+
+void ChangePage(const click_zone_class &zone) {
+    int &first = firstRow[zone.context[ZoneList]];
+    first = std::max(0, first + zone.context[ZoneValue] * zone.context[ZoneItem]);
+}
+
+// Clicks that show something; false when the action is none of them.
+bool Show(const click_zone_class &zone, bool isDouble) {
+    const int block = zone.context[ZoneBlock];
+    switch (zone.context[ZoneAction]) {
+    case ActionEdit: Edit(zone, isDouble); return true;
+    case ActionSelectBlock: selDrawStack = block; return true;
+    case ActionSelectItem: SelectItem(zone); return true;
+    case ActionPage: ChangePage(zone); return true;
+    case ActionShow: isEditorShown = true; return true;
+    case ActionHide: isEditorShown = false; return true;
+    case ActionBack: GoBack(); return true;
+    case ActionForward: GoForward(); return true;
+    case ActionShowUsage: showUsage = !showUsage; return true;
+    case ActionShowGraph: showGraph = !showGraph; return true;
+    case ActionShowCalc: ShowPanel(1, block); return true;
+    case ActionShowExecute: ShowPanel(0, block); return true;
+    case ActionGoToUsage: GoToUsage(zone.context[ZoneItem]); return true;
+    case ActionCopy: Copy(zone.context[ZoneList]); return true;
+    case ActionSave: SaveModel(); return true;
+    case ActionUndo: Undo(); return true;
+    case ActionAuto:
+        isAUTO = !isAUTO;
+        Say(isAUTO ? "every change is saved" : "changes wait for SAVE");
+        return true;
+    default: return false;
+    }
+}
+
+// Clicks that change the tree.
+bool ChangeTree(const click_zone_class &zone) {
+    const int list = zone.context[ZoneList];
+    switch (zone.context[ZoneAction]) {
+    case ActionNew: New(list); return true;
+    case ActionDelete: Delete(list); return true;
+    case ActionPaste: Paste(list); return true;
+    case ActionMove: Move(list); return true;
+    case ActionClone:
+        GoToNew(ListDev, CloneDevice(selSys, selDev), "there is no device to clone");
+        return true;
+    default: return false;
+    }
+}
+
+// Clicks that change the selected parameter.
+void ChangeParameter(const click_zone_class &zone) {
+    const BlockPlace place = PlaceOf(zone);
+    const int item = zone.context[ZoneItem], element = zone.context[ZoneElement];
+    const int value = zone.context[ZoneValue];
+    switch (zone.context[ZoneAction]) {
+    case ActionSwitchType: SwitchType(place); break;
+    case ActionSwitchSaveOnExit: SwitchSaveOnExit(place); break;
+    case ActionSwitchSerial: SwitchSerial(place.sys, place.dev); break;
+    case ActionSwitchInMode: SwitchDatarefMode(place, false); break;
+    case ActionSwitchOutMode: SwitchDatarefMode(place, true); break;
+    case ActionAddBlock: selDrawStack = AddBlock(place); break;
+    case ActionDeleteBlock: DeleteBlock(place); break;
+    case ActionAddComparison: AddComparison(place, item); break;
+    case ActionDeleteComparison: DeleteComparison(place, item); break;
+    case ActionSwitchJoin: SwitchJoin(place, item); break;
+    case ActionSwitchComparator: SwitchComparator(place, item); break;
+    case ActionSwitchSpeech: SwitchSpeech(place, item); break;
+    case ActionAddCalculation:
+        selCalc = AddCalculation(place, item);
+        selDraw = 0;
+        break;
+    case ActionAddElement:
+        selCalc = item;
+        selDraw = AddElement(place, item, element);
+        break;
+    case ActionDeleteElement: DeleteElement(place, item, element); break;
+    case ActionSetOperator:
+        if (item < 0 || element < 0) Say("first click the operator that is to change", true);
+        SetOperator(place, item, element, value);
+        break;
+    case ActionAddAction: selDraw = AddAction(place, item); break;
+    case ActionDeleteAction: DeleteAction(place, item); break;
+    case ActionCopyAction: CopyAction(place, item); break;
+    case ActionPasteAction: selDraw = PasteAction(place, item); break;
+    case ActionSetActionType:
+        if (item < 0) Say("first click the action that is to change", true);
+        SetActionType(place, item, value);
+        break;
+    case ActionAddPoint: selPoint = AddPoint(place, item); break;
+    case ActionDeletePoint: DeletePoint(place, item); break;
+    default: break;
+    }
+}
+
+} // namespace
+
+void ClickZone(const click_zone_class &zone, bool isDouble) {
+    Say("");
+    KeepSelectionValid();
+    if (Show(zone, isDouble)) return;
+    if (!ChangeTree(zone)) {
+        if (isDeletedPlace())
+            Say("this was deleted", true);
+        else
+            ChangeParameter(zone);
+    }
+    KeepSelectionValid();
+}

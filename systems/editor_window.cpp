@@ -1,0 +1,210 @@
+// The window: where its panels stand, and which zone a click meets. Clicks go to the zones of the last
+// drawing, which are what the author saw.
+#include "systems/editor_window.h"
+
+#include <algorithm>
+
+#include "XPLMProcessing.h"
+#include "gfx/fonts.h"
+#include "systems/editor_clicks.h"
+#include "systems/editor_edit_box.h"
+#include "systems/editor_panels.h"
+#include "systems/editor_state.h"
+#include "systems/editor_undo.h"
+#include "systems/links.h"
+
+XPLMWindowID SysWindow = nullptr;
+int sW = 0, sH = 0;
+
+namespace {
+
+const int LeastWidth = 1280, LeastHeight = 800; // what the panels need
+const int Margin = 8;
+const int LowerHeight = 13 * RowHeight; // usage and value graph
+const double TableShare = 0.41;         // of the width
+const double LogicShare = 0.46;         // of the height of the two stacks
+const double DoubleClickSec = 0.5;
+const double Darkness = 0.93;
+
+click_zone_class pressed; // the zone of the last mouse-down, and when that was
+double pressedTime = -10.0;
+int pressedY = 0, pressedRow = 0;
+int keyList = ListOut; // the column that the arrow keys walk through
+
+// The one button that stands for the hidden editor.
+void DrawHidden() {
+    click_zone_class zone = Zone(ActionShow, "EDITOR");
+    AddBoard(parZones, zone, sW - BoardWidth(zone.name) - Margin, sH - 3 * RowHeight);
+}
+
+void DrawLeft(const Area &area) {
+    const int boards = area.bottom + RowHeight;
+    int x = AddBoard(parZones, Zone(ActionShowUsage, "USAGE"), area.left, boards, showUsage);
+    AddBoard(parZones, Zone(ActionShowGraph, "GRAPH"), x, boards, showGraph);
+    const bool hasLower = showUsage || showGraph;
+    const Area lower = {area.left, boards + LowerHeight, area.right, boards + 4};
+    const int middle = (area.left + area.right) / 2;
+    if (showUsage) DrawUsage({lower.left, lower.top, showGraph ? middle - 3 : lower.right, lower.bottom});
+    if (showGraph)
+        DrawValueGraph({showUsage ? middle + 3 : lower.left, lower.top, lower.right, lower.bottom});
+    DrawTable({area.left, area.top, area.right, (hasLower ? lower.top : boards) + 4});
+}
+
+void DrawRight(const Area &area) {
+    DrawDetails({area.left, area.top, area.right, area.top - DetailsHeight});
+    const Area stacks = {area.left, area.top - DetailsHeight, area.right, area.bottom};
+    const int logicHeight = static_cast<int>((stacks.top - stacks.bottom) * LogicShare);
+    DrawLogicStack({stacks.left, stacks.top, stacks.right, stacks.top - logicHeight});
+    const int boards = stacks.top - logicHeight - 2;
+    click_zone_class calculate = Zone(ActionShowCalc, "CALCULATE"),
+                     execute = Zone(ActionShowExecute, "EXECECUTE");
+    calculate.context[ZoneBlock] = execute.context[ZoneBlock] = -1;
+    const int x = AddBoard(parZones, calculate, stacks.left, boards, showCalc);
+    AddBoard(parZones, execute, x, boards, !showCalc);
+    const Area panel = {stacks.left, boards - RowHeight - 4, stacks.right, stacks.bottom};
+    if (!showCalc) {
+        DrawExecuteStack(panel);
+        return;
+    }
+    const int graphWidth = std::max(210, (panel.right - panel.left) / 4);
+    ColumnX_Logic = panel.left;
+    ColumnX_Calc = panel.right - graphWidth;
+    DrawCalculationStack({panel.left, panel.top, panel.right - graphWidth - 6, panel.bottom});
+    DrawLimitsAndGraph({panel.right - graphWidth, panel.top, panel.right, panel.bottom});
+}
+
+void DrawShown() {
+    const int width = std::max(sW, LeastWidth), height = std::max(sH, LeastHeight);
+    const Area all = {0, sH, width, sH - height}; // a smaller screen shows its upper left part
+    FillArea(all, ColourBlack, Darkness);
+    const int titleTop = all.top - 24; // below the simulator's menu bar
+    DrawTitle({Margin, titleTop, width - Margin, titleTop - 2 * RowHeight});
+    const int top = titleTop - 2 * RowHeight - 6, bottom = all.bottom + Margin;
+    ColumnX_Par = static_cast<int>(width * TableShare);
+    DrawLeft({Margin, top, ColumnX_Par - Margin, bottom});
+    DrawRight({ColumnX_Par, top, width - Margin, bottom});
+}
+
+void FollowScreen() {
+    int width = 0, height = 0;
+    XPLMGetScreenSize(&width, &height);
+    if (width == sW && height == sH) return;
+    sW = width;
+    sH = height;
+    XPLMSetWindowGeometry(SysWindow, 0, sH, sW, 0);
+    EditWidgetDestroy();
+}
+
+void ScrollTo(int list, int row) {
+    firstRow[list] = std::max(0, row); // drawing brings it into its range
+}
+
+// The bar follows the mouse: as far as that is down its height.
+void DragScrollBar(int y) {
+    const int height = pressed.area.top - pressed.area.bottom;
+    const int count = pressed.context[ZoneValue], rows = pressed.context[ZoneItem];
+    const double share = static_cast<double>(pressed.area.top - y) / std::max(1, height);
+    ScrollTo(pressed.context[ZoneList], static_cast<int>(share * count) - rows / 2);
+}
+
+} // namespace
+
+void SysWindowCreate() {
+    SysWindowDestroy();
+    ResetEditorState();
+    XPLMGetScreenSize(&sW, &sH);
+    SysWindow =
+        XPLMCreateWindow(0, sH, sW, 0, 1, SysWindowCallback, SysKeyCallback, SysMouseClickCallback, nullptr);
+}
+
+void SysWindowDestroy() {
+    EditWidgetDestroy();
+    if (SysWindow) XPLMDestroyWindow(SysWindow);
+    SysWindow = nullptr;
+    ForgetUndo();
+}
+
+void SysWindowCallback(XPLMWindowID, void *) {
+    FollowScreen();
+    int x = 0, y = 0;
+    XPLMGetMouseLocation(&x, &y);
+    BeginZones(x, y);
+    BeginCanvas();
+    KeepSelectionValid();
+    TakeGraphValue();
+    if (isEditorShown)
+        DrawShown();
+    else
+        DrawHidden();
+    EndCanvas();
+    BeginCanvas();
+    DrawEditWidget(); // over the texts
+    EndCanvas();
+}
+
+// Arrows choose in the column that was clicked last.
+void SysKeyCallback(XPLMWindowID, char, XPLMKeyFlags flags, char virtualKey, void *, int losingFocus) {
+    if (losingFocus || (flags & xplm_UpFlag) || !isEditorShown) return;
+    const int step = virtualKey == XPLM_VK_DOWN ? 1 : virtualKey == XPLM_VK_UP ? -1 : 0;
+    if (virtualKey == XPLM_VK_LEFT) keyList = std::max<int>(keyList - 1, ListSys);
+    if (virtualKey == XPLM_VK_RIGHT) keyList = std::min<int>(keyList + 1, ListOut);
+    if (step == 0) return;
+    if (keyList == ListSys && isSystem(selSys + step)) SelectPlace(selSys + step, -1, -1);
+    if (keyList == ListDev && isDevice(selSys, selDev + step)) SelectPlace(selSys, selDev + step, -1);
+    if (keyList == ListOut && isParameter(selSys, selDev, selOut + step))
+        SelectPlace(selSys, selDev, selOut + step);
+    const int selected = keyList == ListSys ? selSys : keyList == ListDev ? selDev : selOut;
+    const int rowsKept = 5; // in view around it
+    firstRow[keyList] =
+        std::clamp(firstRow[keyList], std::max(0, selected - rowsKept), std::max(0, selected));
+}
+
+int SysMouseClickCallback(XPLMWindowID, int x, int y, XPLMMouseStatus mouse, void *) {
+    if (mouse == xplm_MouseDown) {
+        if (!ZoneAt(x, y)) {
+            if (XPLMHasKeyboardFocus(SysWindow)) XPLMTakeKeyboardFocus(nullptr);
+            pressed = {};
+            return 0;
+        }
+        MouseDown(x, y);
+    } else if (mouse == xplm_MouseDrag) {
+        MouseDrag(x, y);
+    } else {
+        MouseUp(x, y);
+    }
+    return 1;
+}
+
+// A text that is being edited is stored first; while it is refused nothing else can be clicked.
+void MouseDown(int x, int y) {
+    const click_zone_class *hit = ZoneAt(x, y);
+    if (!hit) return;
+    const click_zone_class zone = *hit;
+    const bool isTable = hit >= vectorZones.data() && hit < vectorZones.data() + vectorZones.size();
+    if (isEditWidgetOpen() && !EditWidgetStore()) return;
+    const double now = static_cast<double>(XPLMGetElapsedTime());
+    const bool isDouble = zone.isSame(pressed) && now - pressedTime <= DoubleClickSec;
+    pressed = zone;
+    pressedTime = isDouble ? -10.0 : now;
+    pressedY = y;
+    const int list = zone.context[ZoneList];
+    pressedRow = list >= 0 ? firstRow[list] : 0;
+    XPLMTakeKeyboardFocus(SysWindow);
+    if (isTable && zone.context[ZoneAction] == ActionEdit) keyList = list;
+    if (zone.context[ZoneAction] == ActionScroll)
+        DragScrollBar(y);
+    else
+        ClickZone(zone, isDouble);
+    if (!isEditorShown) XPLMTakeKeyboardFocus(nullptr);
+}
+
+// Lists follow the mouse, and so do scroll bars.
+void MouseDrag(int, int y) {
+    if (pressed.context[ZoneAction] == ActionScroll) {
+        DragScrollBar(y);
+    } else if (pressed.context[ZoneAction] == ActionEdit && pressed.context[ZoneList] >= 0) {
+        ScrollTo(pressed.context[ZoneList], pressedRow + (y - pressedY) / RowHeight);
+    }
+}
+
+void MouseUp(int, int) {}
