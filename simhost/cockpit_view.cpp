@@ -56,13 +56,15 @@ void AddToScene(DrawnObject object, const Matrix &place) {
     TheScene().objects.push_back(std::move(object));
 }
 
+// False when nothing of it can be seen.
 bool AddFile(const std::string &path, const Matrix &place) {
     DrawnObject object;
-    const bool isObject = ReadObjectFile(path, object.file);
+    ReadObjectFile(path, object.file);
     for (const std::string &problem : object.file.problems)
         std::fprintf(stderr, "fennic-sim: %s\n", problem.c_str());
-    if (isObject) AddToScene(std::move(object), place);
-    return isObject;
+    if (object.file.indices.empty()) return false;
+    AddToScene(std::move(object), place);
+    return true;
 }
 
 bool Exists(const std::string &path) {
@@ -70,8 +72,22 @@ bool Exists(const std::string &path) {
     return std::filesystem::is_regular_file(path, failed);
 }
 
-bool IsFigure(const std::string &file) {
-    return std::filesystem::path(file).filename() == figureFile;
+bool IsNamed(const std::string &file, const char *name) {
+    return std::filesystem::path(file).filename() == name;
+}
+
+// Does the seat lie between an object's outermost points?
+bool Surrounds(const DrawnObject &object, const Matrix &seat) {
+    bool isBelow[3] = {}, isAbove[3] = {};
+    for (const ObjectVertex &vertex : object.file.vertices) {
+        const auto point = Transformed(object.place, vertex.position);
+        for (std::size_t i = 0; i < 3; i++) {
+            isBelow[i] = isBelow[i] || point[i] <= seat[12 + i];
+            isAbove[i] = isAbove[i] || point[i] >= seat[12 + i];
+        }
+    }
+    const auto isTrue = [](bool is) { return is; };
+    return std::all_of(isBelow, isBelow + 3, isTrue) && std::all_of(isAbove, isAbove + 3, isTrue);
 }
 
 Camera Placed(const Camera &camera, const Matrix &seat) {
@@ -84,25 +100,30 @@ Camera Placed(const Camera &camera, const Matrix &seat) {
 
 void MakeScene(const Viewpoint &viewpoint, const std::string &objects, const std::string &aircraftFile,
                const std::string &otherFigure, std::vector<std::string> &notes) {
+    const std::vector<AttachedObject> allAttached = ReadAttachedObjects(aircraftFile);
     Matrix seat = unitMatrix;
-    bool hasFigure = false, hasSeat = false;
-    for (const AttachedObject &attached : ReadAttachedObjects(aircraftFile)) {
-        if (IsFigure(attached.file)) seat = attached.place;
+    for (const AttachedObject &attached : allAttached)
+        if (IsNamed(attached.file, figureFile)) seat = attached.place;
+    bool hasFigure = false, hasSeat = false, hasRoom = false, isSeatAttached = false;
+    for (const AttachedObject &attached : allAttached) {
+        isSeatAttached = isSeatAttached || IsNamed(attached.file, seatFile);
         if (!Exists(objects + attached.file)) {
             notes.emplace_back("The aircraft attaches " + attached.file + ", which is not in its objects.");
             continue;
         }
-        const bool isShown = AddFile(objects + attached.file, attached.place);
-        if (IsFigure(attached.file))
-            hasFigure = isShown;
+        if (!AddFile(objects + attached.file, attached.place)) continue;
+        if (IsNamed(attached.file, figureFile))
+            hasFigure = true;
+        else if (!Surrounds(TheScene().objects.back(), seat))
+            continue;
+        else if (IsNamed(attached.file, seatFile))
+            hasSeat = true;
         else
-            hasSeat = hasSeat || isShown; // there is a cockpit of some kind
+            hasRoom = true;
     }
-    if (!hasFigure && Exists(objects + seatFile)) hasSeat = AddFile(objects + seatFile, seat) || hasSeat;
-    if (!hasSeat) {
-        AddToScene(MakeCockpitRoom(), seat);
-        AddToScene(MakeSeat(), seat);
-    }
+    if (!isSeatAttached && Exists(objects + seatFile)) hasSeat = AddFile(objects + seatFile, seat);
+    if (!hasRoom) AddToScene(MakeCockpitRoom(), seat);
+    if (!hasRoom && !hasSeat) AddToScene(MakeSeat(), seat);
     if (!hasFigure && Exists(objects + figureFile)) hasFigure = AddFile(objects + figureFile, seat);
     if (!hasFigure && Exists(otherFigure)) {
         hasFigure = AddFile(otherFigure, seat);

@@ -178,9 +178,11 @@ protected:
                + "0 0 -1 0 0 1 0\n";
     }
 
-    // Attached beside an object without triangles, so that no plain cockpit is drawn.
+    // Attached beside an object around the seat, so that no plain cockpit is drawn; it is out of sight.
     void Attach(const std::string &object) {
-        Write("objects/empty.obj", head);
+        Write("objects/around.obj", head
+                                        + "VT -9 -9 -9 0 1 0 0 0\nVT 9 9 9 0 1 0 0 0\nVT 9 9 9 0 1 0 0 0\n"
+                                          "IDX 0\nIDX 1\nIDX 2\n");
         Write("objects/kvfennic.obj", head + "TEXTURE four.png\n" + object);
         std::vector<unsigned char> pixels; // 16 x 16, from the upper left
         for (unsigned i = 0; i < 256; i++) {
@@ -189,7 +191,7 @@ protected:
             for (bool on : {isLeft != isAbove, !isLeft, isAbove, true}) pixels.push_back(part(on));
         }
         lodepng::encode(folder + "objects/four.png", pixels, 16, 16);
-        Write("a.acf", "P _obja/0/_v10_att_file_stl empty.obj\nP _obja/1/_v10_att_file_stl kvfennic.obj\n"
+        Write("a.acf", "P _obja/0/_v10_att_file_stl around.obj\nP _obja/1/_v10_att_file_stl kvfennic.obj\n"
                        "P _obja/count 2\n");
         Show("side");
     }
@@ -287,7 +289,7 @@ TEST_F(CockpitView, FindsTheFigure) {
 
     Show("cockpit");
     ASSERT_EQ(notes.size(), 2u) << "the seat is missing, and so is she";
-    Write("objects/kvfennic.obj", head);
+    Write("objects/kvfennic.obj", head + triangle);
     Show("front");
     EXPECT_EQ(notes.size(), 1u);
     std::filesystem::rename(folder + "objects/kvfennic.obj", folder + "other.obj");
