@@ -114,7 +114,7 @@ TEST_F(Panels, DrawsItsItemsWhereTheyAre) {
     EXPECT_EQ(screen.At(68, 85), (Pixel{255, 255, 0})) << "its frame";
     EXPECT_GT(screen.At(105, 85).blue, 40) << "the simulator's background: no state is left behind";
     EXPECT_EQ(screen.At(15, 5), (Pixel{0, 255, 0}));
-    EXPECT_EQ(screen.At(45, 5), screen.At(105, 85));
+    EXPECT_GT(screen.At(45, 5).blue, 40);
     EXPECT_EQ(screen.At(160, 5), (Pixel{0, 204, 0}));
     EXPECT_EQ(screen.At(140, 5), (Pixel{0, 102, 0})) << "in the rectangle's shade";
     EXPECT_EQ(screen.At(130, 5), Black) << "its frame";
