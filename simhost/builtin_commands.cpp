@@ -46,6 +46,7 @@ constexpr Switch switches[] = {
     {"sim/ice/window_heat", "_tog", "sim/cockpit2/ice/ice_window_heat_on"},
     {"sim/ice/inlet_heat", "_tog", "sim/cockpit2/ice/ice_inlet_heat_on"},
     {"sim/bleed_air/apu", "_toggle", "sim/cockpit2/bleedair/actuators/apu_bleed"},
+    {"sim/bleed_air/gpu", "_toggle", "sim/cockpit2/bleedair/actuators/gpu_bleed"},
     {"sim/bleed_air/pack_left", "_toggle", "sim/cockpit2/bleedair/actuators/pack_left"},
     {"sim/bleed_air/pack_right", "_toggle", "sim/cockpit2/bleedair/actuators/pack_right"},
     {"sim/flight_controls/hydraulic", "_tog", "sim/cockpit2/hydraulics/actuators/engine_pump", 0},

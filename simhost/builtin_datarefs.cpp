@@ -308,6 +308,7 @@ constexpr BuiltinDataref builtinDatarefs[] = {
 
     // Air and hydraulics
     {"sim/cockpit2/bleedair/actuators/apu_bleed", xplmType_Int, 1, true, 0},
+    {"sim/cockpit2/bleedair/actuators/gpu_bleed", xplmType_Int, 1, true, 0},
     {"sim/cockpit2/bleedair/actuators/pack_left", xplmType_Int, 1, true, 0},
     {"sim/cockpit2/bleedair/actuators/pack_right", xplmType_Int, 1, true, 0},
     {"sim/cockpit2/pressurization/indicators/cabin_altitude_ft", xplmType_Float, 1, false, 0},

@@ -23,7 +23,8 @@ airliner.ref = {
     reverser = "sim/flightmodel2/engines/thrust_reverser_deploy_ratio",
     apu_switch = "sim/cockpit2/electrical/APU_starter_switch",
     apu = "sim/cockpit2/electrical/APU_running",
-    bleed = "sim/cockpit2/bleedair/actuators/apu_bleed",
+    apu_bleed = "sim/cockpit2/bleedair/actuators/apu_bleed",
+    ground_bleed = "sim/cockpit2/bleedair/actuators/gpu_bleed",
     gear = "sim/flightmodel2/gear/deploy_ratio",
     gear_lever = "sim/cockpit2/controls/gear_handle_down",
     flaps = "sim/cockpit2/controls/flap_handle_request_ratio",
@@ -77,7 +78,7 @@ local lastTime, apuSince = 0, nil
 
 local function runEngine(i, seconds)
     local starter = sim.fired("sim/starters/engage_starter_" .. i + 1)
-    local isCranked = starter.begun > starter.ended and sim.get(ref.bleed) == 1
+    local isCranked = starter.begun > starter.ended and sim.get(ref.apu_bleed) + sim.get(ref.ground_bleed) > 0
     local isFuelled = sim.get(ref.fuel_levers, i) > 0.5
     if isCranked and isFuelled and sim.get(ref.n2, i) > 18 and airliner.has_light then sim.set(ref.running, 1, i) end
     if not isFuelled then sim.set(ref.running, 0, i) end
@@ -111,9 +112,9 @@ end
 -- ---- The captain ----
 
 -- The uppermost answer on the screen, which a step of a checklist waits for when one does: what she merely
--- proposes to call next stands below. nil when there is none.
+-- proposes to call next stands below. Not "continue", which overrules her. nil when there is none.
 local function expected()
-    local answer = overlay.picture():match("EXPECTED ANSWERS:\n  ([^\n]+)\n")
+    local answer = overlay.picture():gsub("  continue\n", ""):match("EXPECTED ANSWERS:\n  ([^\n]+)\n")
     return answer ~= "..." and answer or nil
 end
 

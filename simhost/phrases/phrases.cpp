@@ -160,8 +160,10 @@ int PrintPhrases(const std::vector<std::string> &folders) {
     }
     std::cout
         << "# What you can say, and what she says\n\n"
-           "Made from the systems files by `fennic-sim phrases`; do not edit. **Bold** is what the first\n"
-           "officer listens for, \"…\" stands for a value or a name. **abort** breaks everything off, always.\n";
+           "Made from the systems files by `fennic-sim phrases`; do not edit. **Bold** is what the first "
+           "officer listens for, \"…\" stands for a value or a name. **abort** breaks everything off, "
+           "always. Where **continue** is an answer, it overrules her: she goes on although what she sees "
+           "is not as it should be.\n";
     for (const Section &section : sections)
         std::cout << ReplaceString(section.text, "%", "\nIn " + Joined(section.aircraft, ", ") + ".");
     return 0;
