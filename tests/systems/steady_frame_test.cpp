@@ -34,10 +34,14 @@ protected:
     }
 };
 
-TEST_F(SteadyFrame, TheCessnaAsShipped) {
-    const std::filesystem::path shipped =
-        std::filesystem::path(STAGED_AIRCRAFT) / "Cessna_172SP/plugins/fennic/64/systems";
-    std::filesystem::copy(shipped, plugin + "systems", std::filesystem::copy_options::recursive);
+class SteadyFrameAsShipped : public SteadyFrame, public ::testing::WithParamInterface<const char *> {};
+
+INSTANTIATE_TEST_SUITE_P(Aircraft, SteadyFrameAsShipped, ::testing::Values("Cessna_172SP", "737_Level_Up"));
+
+TEST_P(SteadyFrameAsShipped, AllocatesNothing) {
+    const std::filesystem::path shipped = std::filesystem::path(STAGED_AIRCRAFT) / GetParam();
+    std::filesystem::copy(shipped / "plugins/fennic/64/systems", plugin + "systems",
+                          std::filesystem::copy_options::recursive);
     CreateSystemsFromFile();
     ASSERT_GT(systems_vector.size(), 2U);
     ASSERT_GT(AllocationCount(), 1000U) << "nothing counts";
