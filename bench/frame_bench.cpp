@@ -16,6 +16,7 @@
 #include "simhost/plugins.h"
 #include "simhost/simulator.h"
 #include "systems/cycle.h"
+#include "util/clock.h"
 
 PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc);
 PLUGIN_API void XPluginStop(void);
@@ -96,8 +97,8 @@ int MovingAxes() {
     return count;
 }
 
-void BM_MainDuringMove(benchmark::State &state) {
-    RunningPlugin plugin;
+// Starts the move that has most to do, and lets it last.
+void StartLongMove() {
     std::string position = positionList.at(0);
     int axes = 0;
     for (const std::string &candidate : positionList) {
@@ -107,11 +108,42 @@ void BM_MainDuringMove(benchmark::State &state) {
     }
     LoadPositionFromFile(position);
     TargetTimeSEC = Never;
+}
+
+void BM_MainDuringMove(benchmark::State &state) {
+    RunningPlugin plugin;
+    StartLongMove();
     TimeFrames(state, [] { Main(0, 0, 0, nullptr); });
     state.counters["axes"] = MovingAxes();
     TargetTimeSEC = -1.0;
 }
 BENCHMARK(BM_MainDuringMove)->Unit(benchmark::kMicrosecond);
+
+// The figure alone: moving to a position, then at rest; eyes and face with both.
+void BM_FigureDuringMove(benchmark::State &state) {
+    RunningPlugin plugin;
+    StartLongMove();
+    TimeFrames(state, [] {
+        FlightTimeSEC += FrpSEC;
+        Animation();
+        EyesAnimation();
+        FaceAnimation();
+    });
+    state.counters["axes"] = MovingAxes();
+    TargetTimeSEC = -1.0;
+}
+BENCHMARK(BM_FigureDuringMove)->Unit(benchmark::kMicrosecond);
+
+void BM_FigureAtRest(benchmark::State &state) {
+    RunningPlugin plugin;
+    TimeFrames(state, [] {
+        FlightTimeSEC += FrpSEC;
+        LiveAnimation();
+        EyesAnimation();
+        FaceAnimation();
+    });
+}
+BENCHMARK(BM_FigureAtRest)->Unit(benchmark::kMicrosecond);
 
 void BM_SystemsCycleCessna(benchmark::State &state) {
     RunningPlugin plugin;

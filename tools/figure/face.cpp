@@ -223,13 +223,12 @@ Grid Tube(const std::function<Vec(double)> &line, double radius, int columns, in
     return grid;
 }
 
-// The rim of the right lens, drop-shaped.
+// The rim of the right lens. The lenses themselves are clear and not modelled: her eyes stay in sight.
 Vec OnRim(double turn) {
     const double a = turn * 360 * Degree;
     const double x = std::cos(a), y = std::sin(a);
-    const double side = 33 + 26 * x + (y < 0 ? 3.5 * y * x : 0),
-                 up = 1 + (y > 0 ? 15 : 24) * y - 2 * x * (y < 0 ? -y : 0);
-    return OnHead(side, up, 100 - 0.0066 * side * side + 0.06 * up);
+    const double side = 33 + 24.5 * x, up = 2 + (y > 0 ? 15 : 18) * y;
+    return OnHead(side, up, 101 - 0.0066 * side * side + 0.05 * up);
 }
 
 void AddGlasses(std::vector<Surface> &surfaces) {
@@ -239,39 +238,20 @@ void AddGlasses(std::vector<Surface> &surfaces) {
     frame.chart = "glasses frame";
     frame.width = 32;
     frame.height = 32;
-    frame.paint = [](const SkinPoint &) { return Texel{Gold * 0.75, 0, 0.9}; };
-    frame.grid = Tube(OnRim, 0.0011, 6, 33, {0, 0, 1});
+    frame.paint = [](const SkinPoint &) { return Texel{Color(92, 66, 44), 0, 0.8}; };
+    frame.grid = Tube(OnRim, 0.00095, 6, 33, {0, 0, 1});
     surfaces.push_back(frame);
     surfaces.push_back(Mirror(frame, Head));
     const auto temple = [](double v) {
-        const double hook = SmoothStep(0.75, 1, v);
-        return OnHead(Mix(59, 79, std::min(1.0, v * 2.2)), 9 - 26 * hook * hook, Mix(77, -14, v));
+        return OnHead(Mix(57.5, 78, std::min(1.0, v * 2)), Mix(8, 12, v), Mix(80, 1, v));
     };
-    frame.grid = Tube(temple, 0.0011, 6, 12, {0, 1, 0.1});
+    frame.grid = Tube(temple, 0.00095, 6, 12, {0, 1, 0.1});
     surfaces.push_back(frame);
     surfaces.push_back(Mirror(frame, Head));
     frame.grid =
         Tube([](double v) { return OnHead((v - 0.5) * 17, 9 + 2 * std::sin(v * 180 * Degree), 102); }, 0.001,
              6, 6, {0, 1, 0});
     surfaces.push_back(frame);
-    Surface lens = frame;
-    lens.chart = "lens";
-    lens.width = 64;
-    lens.height = 64;
-    lens.paint = [](const SkinPoint &point) {
-        return Texel{Mix(Color(62, 54, 42), Color(20, 20, 22),
-                         SmoothStep(-0.01, 0.02, point.position.y - HeadCentre.y)),
-                     0, 1};
-    };
-    lens.grid = Sheet(
-        25, 4,
-        [](double u, double v) {
-            const Vec middle = OnHead(33, -2, 93.5);
-            return Mix(middle, OnRim(u), v) + Vec{0, 0, -0.0012 * (1 - v * v)};
-        },
-        [](Vec p) { return p - OnHead(33, 0, 0); });
-    surfaces.push_back(lens);
-    surfaces.push_back(Mirror(lens, Head));
 }
 
 } // namespace
