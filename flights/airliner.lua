@@ -6,7 +6,13 @@ local ref, move, fly = airliner.ref, airliner.move, airliner.fly
 local captain, hears, silence, converse = airliner.captain, airliner.hears, airliner.silence, airliner.converse
 local is, fired = airliner.is, airliner.fired
 
+local HIS_BARO = "sim/cockpit2/gauges/actuators/barometer_setting_in_hg_pilot"
+local HER_BARO = "sim/cockpit2/gauges/actuators/barometer_setting_in_hg_copilot"
+
 airliner.park()
+sim.set(HIS_BARO, 30.02)
+fly(0.1)
+is(HER_BARO, 30.02)
 
 -- ---- At the gate ----
 
@@ -68,10 +74,13 @@ is(ref.apu, 0)
 check.that(sim.get(ref.flaps) > 0.2, "flaps set for take-off")
 converse("yes", "After start checklist complete.")
 sim.set(ref.parking_brake, 0)
+converse("flaps up", "Flaps up.")
+converse("flaps one", "Flaps one.")
 converse("taxi checklist", "Taxi checklist complete.")
 converse("before take off checklist", "Before take-off checklist complete.")
 captain("gear up")
 hears("We are on the ground, Sir.")
+check.equal(check.count(airliner.said(), "Speed checks."), 0, "speeds checked on the ground")
 converse("line up", "Ready, Sir.")
 is("sim/cockpit2/radios/actuators/transponder_mode", 7)
 
@@ -96,6 +105,7 @@ move(ref.altitude, 10200, 12)
 hears("Transition altitude. Set standard.")
 hears("Ten thousand.")
 converse("go ahead", "Climb checklist complete.")
+is(HER_BARO, 29.92)
 sim.set(ref.selected_altitude, 34000)
 move(ref.altitude, 33950, 10)
 hears("One thousand to go.")
@@ -124,6 +134,7 @@ move(ref.altitude, 9000, 12)
 hears("Ten thousand.")
 move(ref.altitude, 5900, 4)
 hears("Transition level. Set Q N H.")
+is(HER_BARO, 30.02)
 captain("altimeter check")
 hears("Cross-checked, 2 9 9 2")
 move(ref.altitude, 4900, 2)
