@@ -6,9 +6,9 @@ local check = require "lib.check"
 
 check.write(sim.dir("plugin") .. "data/developer.txt", "editor=1\r\n")
 check.settings {installation = "2"}
-sim.screen(580, 600) -- little more than the panel
+sim.screen(650, 600) -- little more than the panel
+sim.publish("kv/fennic_kill", "int", 0)
 sim.start()
-sim.tap("kv/fennic/widget") -- the overlay would shine through
 sim.frames(2)
 sim.choose("Editor")
 local function click(x, y)
@@ -19,6 +19,6 @@ click(83, 102) -- the left index finger
 click(60, 290) -- the name's box
 for _ = 1, 3 do sim.key("backspace") end
 sim.type("point ahead")
-sim.mouse(0, -50) -- its place would be written there
+sim.set("kv/fennic_kill", 1) -- what else is on the screen would shine through
 sim.frames(1)
 sim.screenshot("docs/pictures/position_creator.png")
