@@ -13,11 +13,6 @@ namespace {
 
 const int Margin = 3; // texels painted beyond a chart's edge, for smaller copies of the picture
 
-struct Painted {
-    std::vector<Texel> texels;
-    std::vector<Vec> positions;
-};
-
 SkinPoint PointAt(const Grid &grid, double u, double v) {
     const double x = std::clamp(u, 0.0, 1.0) * (grid.columns - 1),
                  y = std::clamp(v, 0.0, 1.0) * (grid.rows - 1);

@@ -52,7 +52,7 @@ double LidEdge(double across, bool isUpper, bool isOpen) {
 
 Texel PaintLid(const SkinPoint &point, bool isUpper) {
     Texel texel = Skin(point, 0.2);
-    const double edge = isUpper ? point.v : point.v; // 1 at the free edge
+    const double edge = point.v; // 1 at the free edge
     texel.color = Mix(texel.color, Color(160, 98, 80), isUpper ? 0.30 : 0.05);
     if (isUpper)
         texel.color = Mix(texel.color, Color(24, 15, 12), SmoothStep(0.91, 0.965, edge));
@@ -67,7 +67,7 @@ Grid LidSkin(bool isUpper, bool isOpen) {
     const auto at = [=](double u, double v) {
         const double across = u * 2 - 1;
         const double root = isUpper ? 78 : -72;
-        const double edge = LidEdge(across * 1.02 > 1 ? 1 : across, isUpper, isOpen);
+        const double edge = LidEdge(across, isUpper, isOpen);
         const double up = Mix(root, edge, v);
         // Thicker towards the free edge, and lashes reach out of the upper lid.
         const double radius = EyeRadius + 0.9 + (isUpper ? 2.6 * SmoothStep(0.9, 1.0, v) : 0.3 * v);
@@ -111,7 +111,7 @@ void AddEyes(std::vector<Surface> &surfaces) {
 
 // ---- Mouth ----
 
-const double MouthHalf = 22.5, MouthUp = -57.5; // millimetres
+const double MouthHalf = 25.0, MouthUp = -57.5; // millimetres
 
 // The line between the lips at -1 to 1, moved down by so many millimetres in the middle.
 Vec OnMouthLine(double across, double down) {
@@ -149,13 +149,13 @@ Grid LipSkin(bool isUpper, double opening) {
         const double bow = isUpper ? 0.8 * std::exp(-std::pow((std::abs(across) - 0.24) / 0.2, 2))
                                          - 0.9 * std::exp(-std::pow(across / 0.12, 2))
                                    : 0;
-        const double tall = (isUpper ? 6.0 + bow : 8.0) * taper;
+        const double tall = (isUpper ? 5.4 + bow : 7.2) * taper;
         const double shift = isUpper ? -opening * 0.25 : opening * 0.75;
         const Vec line = OnMouthLine(across, shift);
         const Vec place = line + Vec{0, (isUpper ? 1 : -1) * tall * (1 - v) * 0.001, 0};
         const double round = std::sin(std::min(1.0, v * 1.12) * 2.5);
         const double lift =
-            -0.5 + (isUpper ? 2.1 : 2.9) * taper * std::max(0.0, round) - 1.6 * SmoothStep(0.85, 1, v);
+            -0.5 + (isUpper ? 1.8 : 2.4) * taper * std::max(0.0, round) - 0.3 * SmoothStep(0.85, 1, v);
         return OnFace(place, lift);
     };
     return Sheet(19, 7, at, [isUpper](Vec) { return Vec{0, isUpper ? -0.15 : 0.15, -1}; });
