@@ -182,7 +182,7 @@ void DeleteDevice(int sys, int dev) {
 void DeleteOut(int sys, int dev, int out) {
     if (!isParameter(sys, dev, out) || ParameterAt(sys, dev, out).deleted) return;
     EditStep step("DELETE PARAMETER");
-    KeepParameter(sys, dev, out);
+    KeepNamedParameter(sys, dev, out);
     ParameterAt(sys, dev, out).deleted = true;
 }
 
@@ -228,7 +228,7 @@ std::string RenameOut(int sys, int dev, int out, const std::string &name) {
     std::string refusal = RenameRefusal(DeviceAt(sys, dev).outs, out, name);
     if (!refusal.empty() || ParameterAt(sys, dev, out).name == name) return refusal;
     EditStep step("RENAME PARAMETER");
-    KeepParameter(sys, dev, out);
+    KeepNamedParameter(sys, dev, out);
     ParameterAt(sys, dev, out).name = name;
     FollowObjects();
     return "";

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "XPLMDataAccess.h"
+#include "systems/editor_blocks.h"
 #include "systems/links.h"
 #include "systems/program.h"
 
@@ -21,6 +22,8 @@ struct Step {
     const char *name;
     std::vector<std::function<void()>> opposites;
     size_t bytes = 0;
+    bool changesTree = false;
+    std::vector<BlockPlace> parameters; // that are changed
 };
 
 std::deque<Step> steps;
@@ -34,8 +37,13 @@ void DropOldSteps() {
     }
 }
 
-void EndChanges() {
-    SysLinkRefresh(0);
+void EndChanges(const Step &step) {
+    if (step.changesTree)
+        SysLinkRefresh(0);
+    else
+        for (const BlockPlace &place : step.parameters)
+            ResolveLinksOf(ParameterAt(place.sys, place.dev, place.out));
+    MarkLinkErrors();
     modelChangeCount++;
     if (afterEdit) afterEdit();
 }
@@ -98,12 +106,19 @@ struct KeptTexts {
     }
 };
 
+void AddOpposite(std::function<void()> opposite, size_t bytes) {
+    bytes += sizeof opposite;
+    steps.back().opposites.push_back(std::move(opposite));
+    steps.back().bytes += bytes;
+    stepBytes += bytes;
+}
+
 } // namespace
 
 EditStep::EditStep(const char *name) {
     if (openSteps++ > 0) return;
     ModelChanges();
-    steps.push_back({name, {}, 0});
+    steps.push_back({name, {}, 0, false, {}});
 }
 
 EditStep::~EditStep() {
@@ -113,19 +128,23 @@ EditStep::~EditStep() {
         return;
     }
     DropOldSteps();
-    EndChanges();
+    EndChanges(steps.back());
 }
 
 void OnUndo(std::function<void()> opposite, size_t bytes) {
-    bytes += sizeof opposite;
-    steps.back().opposites.push_back(std::move(opposite));
-    steps.back().bytes += bytes;
-    stepBytes += bytes;
+    AddOpposite(std::move(opposite), bytes);
+    steps.back().changesTree = true;
 }
 
 void KeepParameter(int sys, int dev, int out) {
     const auto saved = std::make_shared<const out_parameter_struct>(ParameterAt(sys, dev, out));
-    OnUndo([=] { RestoreParameter(ParameterAt(sys, dev, out), *saved); }, ApproximateBytes(*saved));
+    AddOpposite([=] { RestoreParameter(ParameterAt(sys, dev, out), *saved); }, ApproximateBytes(*saved));
+    steps.back().parameters.push_back({sys, dev, out, -1});
+}
+
+void KeepNamedParameter(int sys, int dev, int out) {
+    KeepParameter(sys, dev, out);
+    steps.back().changesTree = true;
 }
 
 void KeepDeviceHead(int sys, int dev) {
@@ -178,7 +197,7 @@ const char *UndoEditStep() {
     stepBytes -= step.bytes;
     for (auto opposite = step.opposites.rbegin(); opposite != step.opposites.rend(); ++opposite)
         (*opposite)();
-    EndChanges();
+    EndChanges(step);
     return step.name;
 }
 

@@ -2,7 +2,7 @@
 //
 // A step is all that one click changes. What changes the model opens an EditStep and leaves, before each
 // change, the opposite of it with OnUndo; undoing a step runs these from the last to the first. At the end of
-// a step all links are resolved again and the program is compiled afresh before the next frame.
+// a step links are resolved again and the program is compiled afresh before the next frame.
 #pragma once
 
 #include <cstddef>
@@ -21,9 +21,11 @@ public:
 // bytes: about how much memory the opposite keeps.
 void OnUndo(std::function<void()> opposite, size_t bytes);
 
-// Have the record come back as it is now, apart from its live values.
+// Have the record come back as it is now, apart from its live values. In a step that changes no name and no
+// flag, but only what parameters hold, the links of all others need not be resolved again.
 void KeepParameter(int sys, int dev, int out);
-void KeepDeviceHead(int sys, int dev); // name and flags, not the parameters
+void KeepNamedParameter(int sys, int dev, int out); // its name or flag will change
+void KeepDeviceHead(int sys, int dev);              // name and flags, not the parameters
 void KeepSystemHead(int sys);
 
 // Have the texts come back of all links for which willChange is true.

@@ -56,22 +56,6 @@ void ResolveAgain(sysLink_struct &link, const std::string &text) {
     link = found;
 }
 
-void MarkErrors() {
-    for (system_class &system : systems_vector) {
-        system.hasError = false;
-        for (device_struct &device : system.devices) {
-            device.hasError = false;
-            for (out_parameter_struct &parameter : device.outs) {
-                parameter.hasError = false;
-                ForEachLinkOf(parameter, [&](const sysLink_struct &link) {
-                    if (link.kind == LinkUnresolved) parameter.hasError = true;
-                });
-                if (parameter.hasError) device.hasError = system.hasError = true;
-            }
-        }
-    }
-}
-
 } // namespace
 
 sysLink_struct String2sysLinkSDO(int sys, int dev, int out, std::string_view text) {
@@ -148,7 +132,29 @@ void SysLinkRefresh(int mode) {
         else
             ResolveAgain(link, std::string(link.name));
     });
-    MarkErrors();
+    MarkLinkErrors();
+}
+
+void MarkLinkErrors() {
+    for (system_class &system : systems_vector) {
+        system.hasError = false;
+        for (device_struct &device : system.devices) {
+            device.hasError = false;
+            for (out_parameter_struct &parameter : device.outs) {
+                parameter.hasError = false;
+                ForEachLinkOf(parameter, [&](const sysLink_struct &link) {
+                    if (link.kind == LinkUnresolved) parameter.hasError = true;
+                });
+                if (parameter.hasError) device.hasError = system.hasError = true;
+            }
+        }
+    }
+}
+
+void ResolveLinksOf(out_parameter_struct &parameter) {
+    ForEachLinkOf(parameter, [](sysLink_struct &link) {
+        if (isLink(link)) ResolveAgain(link, std::string(link.name));
+    });
 }
 
 void SysLinkExchange(const std::string &oldName, int sys, int dev, int out) {

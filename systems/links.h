@@ -69,6 +69,10 @@ sysLink_struct RefreshSysLinkName(const sysLink_struct &link);
 // object, under its present name; any other mode: the link follows the name it holds.
 void SysLinkRefresh(int mode);
 
+// The same for the links of one parameter, by the names they hold; and the marks alone.
+void ResolveLinksOf(out_parameter_struct &parameter);
+void MarkLinkErrors();
+
 // The parameter that links know as oldName stands at another place now: these links follow it there.
 void SysLinkExchange(const std::string &oldName, int sys, int dev, int out);
 
