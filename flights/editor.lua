@@ -116,10 +116,21 @@ sim.hear("set")
 sim.run(2)
 check.list(sim.said(), {"Test checklist complete"}, "the brake is set")
 
--- ---- Renaming, moving, cloning, deleting: links follow ----
+-- ---- A value that is calculated ----
 
 editor.show()
 editor.select(2, 2)
+editor.column(3, "New..")
+editor.add_block()
+editor.add_calculation()
+editor.operand(1, "CHECKLIST.COCKPIT.BRAKE")
+editor.detail("output", "test/brake")
+editor.title("SAVE")
+holds("CHECKLIST.txt", "out=NewOut,integer,,0.000000,,,,,test/brake,exist,,0\nlogic:\ncalc=[CHECKLIST.COCKPIT.BRAKE]\n",
+      "a calculation")
+
+-- ---- Renaming, moving, cloning, deleting: links follow ----
+
 editor.rename(3, 1, "LEVER")
 editor.rename(2, 2, "PEDESTAL")
 editor.title("SAVE")

@@ -39,6 +39,11 @@ double GraphValue(int age) {
     return graph.value[(graph.next - 1 - age + 2 * GraphValues) % GraphValues];
 }
 
+void ForgetGraphValues() {
+    graph.count = graph.next = 0;
+    graph.lastTime = -1.0;
+}
+
 // ---- Details ----
 
 // A label and, right of it, a field that a double click edits.
@@ -178,11 +183,6 @@ void DrawUsage(const Area &area) {
         DrawCut(name, area.left + 3, top, zone.area.right - area.left - kindWidth - Gap, ColourWhite);
         DrawCut(KindOfUse(usage), zone.area.right - kindWidth, top, kindWidth, ColourGrey);
     }
-}
-
-void ForgetGraphValues() {
-    graph.count = graph.next = 0;
-    graph.lastTime = -1.0;
 }
 
 void TakeGraphValue() {

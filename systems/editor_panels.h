@@ -24,7 +24,6 @@ const int DetailsHeight = 10 * (RowHeight + 2);
 // The value of the selected parameter over the last seconds, taken once a frame.
 extern double actualGraphValue;
 void TakeGraphValue();
-void ForgetGraphValues();
 
 // A zone of an action on the selection or on a record of it.
 click_zone_class Zone(int action, const char *name = "");

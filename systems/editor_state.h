@@ -22,7 +22,6 @@ enum EditorList {
 
 enum EditorAction {
     ActionNone,
-    ActionSelect,      // sys, dev, out; what is below the level that was clicked is -1
     ActionSelectBlock, // block
     ActionSelectItem,  // block, item, element: of the panel that is open
     ActionEdit,        // field; on a double click, and what the click selects

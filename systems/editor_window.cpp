@@ -207,4 +207,7 @@ void MouseDrag(int, int y) {
     }
 }
 
-void MouseUp(int, int) {}
+// Zones act on the press, so that dragging can begin there.
+void MouseUp(int, int) {
+    pressedRow = 0;
+}

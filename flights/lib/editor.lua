@@ -80,6 +80,38 @@ function editor.select(column, row)
     sim.run(0.6) -- the next click is not a double one
 end
 
+local function list_place(column)
+    local list_top = top() - 2 * (ROW + 2) - 2
+    local bottom = MARGIN + ROW + 13 * ROW + 4 -- above usage and value graph
+    local rows = (list_top - bottom - ROW - 4) // ROW
+    local left, width = column_left(column)
+    return list_top, list_top - rows * ROW, left, left + width, rows
+end
+
+-- How many rows of a column are seen at once.
+function editor.rows() return select(5, list_place(1)) end
+
+function editor.page(column, name)
+    local _, bottom, left, right = list_place(column)
+    sim.click(name == "< PAGE" and left + 10 or right - 10, bottom - 2 - 9)
+    sim.frames(2)
+end
+
+-- Drags the scroll bar of a column from its upper end to its lower one.
+function editor.drag_bar(column)
+    local list_top, bottom, _, right = list_place(column)
+    sim.mouse_down(right - 5, list_top - 3)
+    sim.mouse_drag(right - 5, bottom + 3)
+    sim.mouse_up(right - 5, bottom + 3)
+    sim.frames(2)
+end
+
+-- The first row of the usage list.
+function editor.first_use()
+    sim.click(MARGIN + 20, MARGIN + ROW + 13 * ROW - ROW - 9)
+    sim.frames(2)
+end
+
 -- Types into the box that a double click has opened.
 function editor.type_into(x, y, text)
     sim.double_click(x, y)

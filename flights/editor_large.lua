@@ -1,0 +1,59 @@
+-- A model of 50 systems, 500 devices and 10,000 parameters in the editor: scroll bars, pages, arrow keys and the
+-- usage list reach the last of everything. What is changed there is seen in the saved file.
+local check = require "lib.check"
+local editor = require "lib.editor"
+
+local files, order = {}, {}
+for s = 1, 50 do
+    local lines = {"sys=S" .. s}
+    for d = 1, 10 do
+        lines[#lines + 1] = "dev=D" .. d
+        for p = 1, d == 10 and 110 or 10 do -- the last device holds the most
+            lines[#lines + 1] = ("out=P%d,double,,%d,,,,,,,,0\nlogic:\n[S%d.D%d.P1]>[%d]\ncalc=[S50.D10.P110]+[%d]")
+                                    :format(p, p, s, d, p, p)
+        end
+    end
+    order[s] = "S" .. s
+    files["S" .. s] = table.concat(lines, "\n") .. "\n"
+end
+check.systems(files, order)
+
+local function file(name)
+    local handle = assert(io.open(sim.dir("plugin") .. "systems/" .. name .. ".txt", "rb"))
+    local text = handle:read("a")
+    handle:close()
+    return text
+end
+
+local function saved(name, text, what)
+    editor.title("SAVE")
+    check.that(file(name):find(text, 1, true), what .. ": " .. text .. " is not in " .. name)
+end
+
+editor.start(1280, 800)
+editor.drag_bar(1)
+editor.select(1, editor.rows())
+editor.rename(1, editor.rows(), "LAST")
+editor.select(2, 10)
+for _ = 1, 10 do editor.page(3, "PAGE >") end
+editor.rename(3, editor.rows(), "END")
+saved("LAST", "out=END,", "the last parameter was renamed")
+saved("S1", "calc=[LAST.D10.END]+[1.000000]", "the first link to it followed")
+
+-- Back by a page, down by an arrow key.
+editor.page(3, "< PAGE")
+editor.select(3, 1)
+sim.key(0x28)
+sim.frames(2)
+editor.detail("unit", "one below")
+saved("LAST", "out=P68,double,one below,", "the arrow key")
+
+-- The first use of the last parameter, and back again.
+editor.page(3, "PAGE >")
+editor.select(3, editor.rows())
+editor.first_use()
+editor.detail("unit", "a user")
+saved("S1", "out=P1,double,a user,", "the usage list")
+editor.title("<---")
+editor.detail("unit", "looked at before")
+saved("LAST", "out=END,double,looked at before,", "one step back")
