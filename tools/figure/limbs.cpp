@@ -19,14 +19,14 @@ void AddBoth(std::vector<Surface> &surfaces, Surface surface, int rightJoint, in
 
 double UpperArmSolid(Vec p) {
     const Vec shoulder = Right(RightArm).pivot, elbow = Right(RightArm).end;
-    double skin = RoundCone(p, shoulder, elbow, 0.055, 0.038);
+    double skin = RoundCone(p, shoulder, elbow, 0.055, 0.0355);
     return Join(skin, RoundCone(p, Mix(shoulder, elbow, 0.2), Mix(shoulder, elbow, 0.65), 0.051, 0.046),
                 0.02);
 }
 
 double ForearmSolid(Vec p) {
     const Vec elbow = Right(RightArm + 1).pivot, wrist = Right(RightArm + 1).end;
-    double skin = RoundCone(p, elbow, Mix(elbow, wrist, 0.8), 0.0385, 0.031);
+    double skin = RoundCone(p, elbow, Mix(elbow, wrist, 0.8), 0.0395, 0.031);
     skin = Join(skin, RoundCone(p, Mix(elbow, wrist, 0.1), Mix(elbow, wrist, 0.5), 0.0395, 0.036), 0.02);
     return skin;
 }
@@ -63,7 +63,7 @@ Texel PaintCuff(const SkinPoint &point) {
 
 double ThighSolid(Vec p) {
     const Vec hip = Right(RightLeg).pivot, knee = Right(RightLeg).end;
-    double skin = RoundCone(p, hip, knee, 0.086, 0.060);
+    double skin = RoundCone(p, hip, knee, 0.086, 0.0575);
     return Join(skin, RoundCone(p, Mix(hip, knee, 0.1), Mix(hip, knee, 0.6), 0.085, 0.072), 0.03);
 }
 
