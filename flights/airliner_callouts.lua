@@ -5,8 +5,8 @@ local airliner = require "lib.airliner"
 local ref, move, fly = airliner.ref, airliner.move, airliner.fly
 local captain, hears, silence = airliner.captain, airliner.hears, airliner.silence
 
-local isAirbus = not airliner.name:find("7%d7") -- which compare and call other speeds
-local CHECKED, ROLLING = isAirbus and "100 knots." or "80 knots.", isAirbus and "70 knots." or "60 knots."
+local hasFlapDetents = not airliner.name:find("7%d7") -- which compare and call other speeds
+local CHECKED, ROLLING = hasFlapDetents and "100 knots." or "80 knots.", hasFlapDetents and "70 knots." or "60 knots."
 
 -- steps: {seconds, {value = where it is taken}, what is heard ...}
 local function go(steps)

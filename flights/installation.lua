@@ -30,13 +30,13 @@ local UPDATE = {["objects/kvfennic.obj"] = own("new figure")}
 
 -- first: what the aircraft has beside its .acf; setUp, out: what the setup and taking it out leave;
 -- update: what an update of the aircraft puts there.
-local airbus = {first = {}, setUp = with(FIGURE, {}), update = UPDATE}
+local seated = {first = {}, setUp = with(FIGURE, {}), update = UPDATE}
 for _, name in ipairs {"kvfennic", "seats", "seats_Std"} do
     local path = "objects/" .. name .. ".obj"
-    airbus.first[path], airbus.setUp[path .. ".backup"] = own(name), own(name)
-    airbus.setUp[path] = shipped(name == "kvfennic" and "kvfennic.obj" or "seats.obj")
+    seated.first[path], seated.setUp[path .. ".backup"] = own(name), own(name)
+    seated.setUp[path] = shipped(name == "kvfennic" and "kvfennic.obj" or "seats.obj")
 end
-airbus.out = airbus.first
+seated.out = seated.first
 local original = {["objects/kvfennic.obj"] = shipped("original/kvfennic.obj"),
                   ["objects/kvfennic.png"] = shipped("original/kvfennic.png")}
 local boeing = {first = original, setUp = FIGURE, update = UPDATE, out = original}
@@ -47,8 +47,8 @@ local b767 = {first = {[file767] = empty767}, setUp = with(FIGURE, {[file767] = 
 
 local types = {
     {172, "Cessna_172SP.acf", "Cessna 172 SP Skyhawk - 180HP", {first = {}, setUp = {}, out = {}}},
-    {319, "a319.acf", "A319 with high fidelity system modelling", airbus},
-    {321, "a321.acf", "A321 with high fidelity system modelling", airbus},
+    {319, "a319.acf", "A319 with high fidelity system modelling", seated},
+    {321, "a321.acf", "A321 with high fidelity system modelling", seated},
     {737, "b738_4k.acf", "Boeing 737-800X", boeing},
     {739, "737_80NG.acf", "Boeing 737-900ER", boeing},
     {767, file767, "Boeing 767 300ER", b767},
