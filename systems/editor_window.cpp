@@ -24,7 +24,7 @@ const int LowerHeight = 13 * RowHeight; // usage and value graph
 const double TableShare = 0.41;         // of the width
 const double LogicShare = 0.46;         // of the height of the two stacks
 const double DoubleClickSec = 0.5;
-const double Darkness = 0.93;
+const double Darkness = 0.97;
 
 click_zone_class pressed; // the zone of the last mouse-down, and when that was
 double pressedTime = -10.0;
