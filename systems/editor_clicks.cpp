@@ -79,10 +79,10 @@ void Move(int list) {
 
 void Undo() {
     const char *name = UndoEditStep();
-    if (name)
-        Say(std::string("UNDONE: ") + name);
-    else
+    if (!name)
         Say("nothing to undo");
+    else if (!isEditorMessageBad) // which would be that it could not be saved
+        Say(std::string("UNDONE: ") + name);
     KeepSelectionValid();
 }
 
@@ -133,7 +133,7 @@ void Edit(const click_zone_class &zone, bool isDouble) {
 }
 
 void ChangePage(const click_zone_class &zone) {
-    int &first = firstRow[zone.context[ZoneList]];
+    int &first = scroll[zone.context[ZoneList]];
     first = std::max(0, first + zone.context[ZoneValue] * zone.context[ZoneItem]);
 }
 
@@ -165,10 +165,24 @@ bool Show(const click_zone_class &zone, bool isDouble) {
     }
 }
 
+// Whether what a new record of the list would stand in was deleted.
+bool isDeletedAbove(int list) {
+    if (list == ListSys || !isSystem(selSys)) return false;
+    if (systems_vector[static_cast<size_t>(selSys)].deleted) return true;
+    return list == ListOut && isDevice(selSys, selDev) && DeviceAt(selSys, selDev).deleted;
+}
+
 // Clicks that change the tree.
 bool ChangeTree(const click_zone_class &zone) {
     const int list = zone.context[ZoneList];
-    switch (zone.context[ZoneAction]) {
+    const int action = zone.context[ZoneAction];
+    const bool adds =
+        action == ActionNew || action == ActionPaste || action == ActionMove || action == ActionClone;
+    if (adds && isDeletedAbove(list)) {
+        Say("what this would stand in was deleted", true);
+        return true;
+    }
+    switch (action) {
     case ActionNew: New(list); return true;
     case ActionDelete: Delete(list); return true;
     case ActionPaste: Paste(list); return true;
@@ -185,6 +199,7 @@ void ChangeParameter(const click_zone_class &zone) {
     const BlockPlace place = PlaceOf(zone);
     const int item = zone.context[ZoneItem], element = zone.context[ZoneElement];
     const int value = zone.context[ZoneValue];
+    if (place.block >= 0) selDrawStack = place.block;
     switch (zone.context[ZoneAction]) {
     case ActionSwitchType: SwitchType(place); break;
     case ActionSwitchSaveOnExit: SwitchSaveOnExit(place); break;

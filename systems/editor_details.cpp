@@ -165,16 +165,16 @@ void DrawUsage(const Area &area) {
     const int count = static_cast<int>(usageVector.size());
     const Area list = {area.left, listTop, area.right, listTop - rows * RowHeight};
     FillArea(list, ColourBlack, 0.5);
-    const int scroll = AddScroll(parZones, list, ListUsage, rows, count, firstRow[ListUsage]);
+    const int barWidth = AddScroll(parZones, list, ListUsage, rows, count, scroll[ListUsage]);
     static std::string name; // kept for its memory
-    for (int i = firstRow[ListUsage]; i < std::min(count, firstRow[ListUsage] + rows); i++) {
+    for (int i = scroll[ListUsage]; i < std::min(count, scroll[ListUsage] + rows); i++) {
         const out_usage_struct &usage = usageVector[static_cast<size_t>(i)];
         const BlockPlace &place = usage.place;
         if (!isParameter(place.sys, place.dev, place.out)) continue;
         click_zone_class zone = Zone(ActionGoToUsage);
         zone.context[ZoneItem] = i;
-        const int top = listTop - (i - firstRow[ListUsage]) * RowHeight;
-        zone.area = {area.left, top, area.right - scroll, top - RowHeight};
+        const int top = listTop - (i - scroll[ListUsage]) * RowHeight;
+        zone.area = {area.left, top, area.right - barWidth, top - RowHeight};
         AddClickZone(parZones, zone);
         const int kindWidth = 76;
         name.assign(systems_vector[static_cast<size_t>(place.sys)].name).append(".");

@@ -13,7 +13,7 @@
 namespace {
 
 const char *const Placeholder = "input text";
-const int LongestText = 500;
+const int LongestText = 2000;
 const int NarrowestBox = 220, BoxHeight = 22, Margin = 6;
 
 XPWidgetID box = nullptr;
@@ -42,6 +42,10 @@ void EditWidgetCreate(const FieldPlace &field, const Area &area) {
     edited = field;
     refusal.clear();
     const std::string text = FieldText(field);
+    if (text.size() > LongestText) {
+        Say("this text is too long to be edited here", true);
+        return;
+    }
     int screenWidth = 0, screenHeight = 0;
     XPLMGetScreenSize(&screenWidth, &screenHeight);
     const int width = std::max(area.right - area.left, NarrowestBox);

@@ -169,9 +169,9 @@ void DrawLogicStack(const Area &area) {
     const int rows = std::max(1, (listTop - area.bottom) / RowHeight);
     const Area list = {area.left, listTop, area.right, listTop - rows * RowHeight};
     FrameArea(list, ColourBoard, 1.0);
-    const int scroll = AddScroll(parZones, list, ListLogic, rows, count, firstRow[ListLogic]);
+    const int barWidth = AddScroll(parZones, list, ListLogic, rows, count, scroll[ListLogic]);
     const int fired = FiredBlock(selSys, selDev, selOut);
-    const int first = firstRow[ListLogic], end = first + rows;
+    const int first = scroll[ListLogic], end = first + rows;
     int row = 0;
     for (size_t b = 0; b < logic.size() && row < end; b++) {
         logicblock_struct &block = logic[b];
@@ -183,7 +183,7 @@ void DrawLogicStack(const Area &area) {
         const bool chain = EvaluateChain(block);
         const auto place = [&] {
             const int top = listTop - (row - first) * RowHeight;
-            return Area{area.left + 2, top, area.right - scroll, top - RowHeight};
+            return Area{area.left + 2, top, area.right - barWidth, top - RowHeight};
         };
         if (row >= first) DrawBlockHead(place(), index, block, StateOf(block, chain, fired == index));
         row++;

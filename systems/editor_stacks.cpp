@@ -44,8 +44,8 @@ Rows BeginRows(const Area &area, int list, int count) {
     const int rows = std::max(1, (area.top - area.bottom) / RowHeight);
     const Area frame = {area.left, area.top, area.right, area.top - rows * RowHeight};
     FrameArea(frame, ColourBoard, 1.0);
-    const int scroll = AddScroll(parZones, frame, list, rows, count, firstRow[list]);
-    return {frame, firstRow[list], std::min(count, firstRow[list] + rows), area.right - scroll - 2};
+    const int barWidth = AddScroll(parZones, frame, list, rows, count, scroll[list]);
+    return {frame, scroll[list], std::min(count, scroll[list] + rows), area.right - barWidth - 2};
 }
 
 // Text with no memory of its own.

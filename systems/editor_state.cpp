@@ -13,7 +13,7 @@
 int selSys = -1, selDev = -1, selOut = -1;
 int selDrawStack = -1, selCalc = -1, selDraw = -1, selPoint = -1;
 int SysTablePage = 0;
-int firstRow[EditorLists] = {};
+int scroll[EditorLists] = {};
 int showCalc = 1, showGraph = 1, showUsage = 1;
 bool isEditorShown = false;
 int isAUTO = 0;
@@ -37,7 +37,7 @@ void SetSelection(int sys, int dev, int out) {
     selDev = dev;
     selOut = out;
     selDrawStack = selCalc = selDraw = selPoint = -1;
-    for (int list : {ListUsage, ListLogic, ListCalc, ListExecute, ListGraph}) firstRow[list] = 0;
+    for (int list : {ListUsage, ListLogic, ListCalc, ListExecute, ListGraph}) scroll[list] = 0;
 }
 
 void GoTo(size_t index) {
@@ -55,7 +55,7 @@ template <typename Records> void Clamp(int &index, const Records &records) {
 
 void ResetEditorState() {
     SetSelection(-1, -1, -1);
-    for (int &first : firstRow) first = 0;
+    for (int &first : scroll) first = 0;
     showCalc = showGraph = showUsage = 1;
     isEditorShown = false;
     isAUTO = 0;
@@ -70,8 +70,8 @@ void ResetEditorState() {
 void SelectPlace(int sys, int dev, int out) {
     const bool isSelected = sys == selSys && (dev < 0 || (dev == selDev && (out < 0 || out == selOut)));
     if (isSelected) return;
-    if (sys != selSys) firstRow[ListDev] = 0;
-    if (sys != selSys || dev != selDev) firstRow[ListOut] = 0;
+    if (sys != selSys) scroll[ListDev] = 0;
+    if (sys != selSys || dev != selDev) scroll[ListOut] = 0;
     SetSelection(sys, dev, out);
     KeepSelectionValid();
     if (selOut < 0) return;

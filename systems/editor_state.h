@@ -76,7 +76,7 @@ extern int selCalc;                // the calculation
 extern int selDraw;                // its element, or the action
 extern int selPoint;               // of the graph
 extern int SysTablePage;           // of the parameters, from 0
-extern int firstRow[EditorLists];  // the first that is seen
+extern int scroll[EditorLists];    // the first that is seen
 
 extern int showCalc;              // 1 calculations, 0 actions
 extern int showGraph, showUsage;  // panels below the table

@@ -67,7 +67,7 @@ void DrawPages(const Area &area, int list, int rows, int count) {
     zone.context[ZoneValue] = 1;
     const int right = area.right - BoardWidth(zone.name);
     AddBoard(vectorZones, zone, right, area.top);
-    const int page = (firstRow[list] + rows - 1) / rows;
+    const int page = (scroll[list] + rows - 1) / rows;
     if (list == ListOut) SysTablePage = page;
     char text[32];
     char *end = std::to_chars(text, text + 12, page + 1).ptr;
@@ -85,10 +85,10 @@ template <typename Records> void DrawColumn(const Area &area, const Column<Recor
     const Area list = {area.left, listTop, area.right, listTop - rows * RowHeight};
     FillArea(list, ColourBlack, 0.5);
     FrameArea(list, ColourBoard, 1.0);
-    const int scroll = AddScroll(vectorZones, list, column.level, rows, count, firstRow[column.level]);
-    for (int i = firstRow[column.level]; i < std::min(count, firstRow[column.level] + rows); i++) {
+    const int barWidth = AddScroll(vectorZones, list, column.level, rows, count, scroll[column.level]);
+    for (int i = scroll[column.level]; i < std::min(count, scroll[column.level] + rows); i++) {
         const auto &record = column.records[static_cast<size_t>(i)];
-        const int top = listTop - (i - firstRow[column.level]) * RowHeight;
+        const int top = listTop - (i - scroll[column.level]) * RowHeight;
         click_zone_class zone;
         zone.context[ZoneAction] = ActionEdit;
         zone.context[ZoneField] = column.field;
@@ -97,7 +97,7 @@ template <typename Records> void DrawColumn(const Area &area, const Column<Recor
         zone.context[ZoneOut] = column.level == ListOut ? i : -1;
         zone.context[ZoneBlock] = zone.context[ZoneItem] = zone.context[ZoneElement] = -1;
         zone.context[ZoneList] = column.level;
-        zone.area = {area.left, top, area.right - scroll, top - RowHeight};
+        zone.area = {area.left, top, area.right - barWidth, top - RowHeight};
         if (i == column.selected) FillArea(zone.area, ColourGreen, 0.3);
         AddClickZone(vectorZones, zone);
         int width = zone.area.right - zone.area.left - Gap;

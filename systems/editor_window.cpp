@@ -96,7 +96,7 @@ void FollowScreen() {
 }
 
 void ScrollTo(int list, int row) {
-    firstRow[list] = std::max(0, row); // drawing brings it into its range
+    scroll[list] = std::max(0, row); // drawing brings it into its range
 }
 
 // The bar follows the mouse: as far as that is down its height.
@@ -155,8 +155,7 @@ void SysKeyCallback(XPLMWindowID, char, XPLMKeyFlags flags, char virtualKey, voi
         SelectPlace(selSys, selDev, selOut + step);
     const int selected = keyList == ListSys ? selSys : keyList == ListDev ? selDev : selOut;
     const int rowsKept = 5; // in view around it
-    firstRow[keyList] =
-        std::clamp(firstRow[keyList], std::max(0, selected - rowsKept), std::max(0, selected));
+    scroll[keyList] = std::clamp(scroll[keyList], std::max(0, selected - rowsKept), std::max(0, selected));
 }
 
 int SysMouseClickCallback(XPLMWindowID, int x, int y, XPLMMouseStatus mouse, void *) {
@@ -188,7 +187,7 @@ void MouseDown(int x, int y) {
     pressedTime = isDouble ? -10.0 : now;
     pressedY = y;
     const int list = zone.context[ZoneList];
-    pressedRow = list >= 0 ? firstRow[list] : 0;
+    pressedRow = list >= 0 ? scroll[list] : 0;
     XPLMTakeKeyboardFocus(SysWindow);
     if (isTable && zone.context[ZoneAction] == ActionEdit) keyList = list;
     if (zone.context[ZoneAction] == ActionScroll)
