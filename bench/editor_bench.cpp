@@ -20,6 +20,7 @@
 #include "systems/editor_undo.h"
 #include "systems/editor_window.h"
 #include "systems/reader.h"
+#include "util/clock.h"
 
 namespace {
 
@@ -44,9 +45,17 @@ void BM_EditorFrame(benchmark::State &state) {
     LoadModel(folder);
     isEditorShown = state.range(2) != 0;
     SelectPlace(3, 5, 7);
-    for (int frame = 0; frame < 5; frame++) simhost::DrawFrame(false);
+    const auto nextFrame = [] {
+        FlightTimeSEC += 0.11;
+        CalculateSystemsCycle(0, 0, 0, nullptr);
+    };
+    for (int frame = 0; frame < 300; frame++) { // until the value graph is full
+        nextFrame();
+        simhost::DrawFrame(false);
+    }
     size_t allocations = 0;
     for (auto _ : state) {
+        nextFrame();
         const size_t before = AllocationCount();
         const auto start = std::chrono::steady_clock::now();
         SysWindowCallback(SysWindow, nullptr);

@@ -19,6 +19,15 @@ local function holds(name, text, what)
     check.that(whole:find(text, 1, true), what .. ": no " .. text .. " in\n" .. whole)
 end
 
+-- Without developer mode there is no window over the screen.
+sim.screen(1280, 800)
+sim.start()
+sim.run(1)
+for _, window in ipairs(sim.windows()) do
+    check.that(window.right - window.left < 1280, "a window as wide as the screen")
+end
+sim.stop()
+
 check.write(systems .. "_systems.txt", "")
 sim.publish("test/brake", "int", 0)
 editor.start(1280, 800)
