@@ -11,6 +11,7 @@
 #include "systems/calculation.h"
 #include "systems/links.h"
 #include "systems/model.h"
+#include "systems/operators.h"
 #include "util/log.h"
 #include "util/numbers.h"
 #include "util/text.h"
@@ -19,8 +20,7 @@ std::vector<commandsMenuStruct> commandsMenuVector;
 
 namespace {
 
-const char *const ComparisonTexts[] = {"==", "!=", ">", "<", ">=", "<="}; // by operator code
-const int SearchOrder[] = {0, 4, 5, 1, 2, 3};                             // longer texts first
+const int SearchOrder[] = {0, 4, 5, 1, 2, 3}; // longer texts first
 
 class BodyParser {
 public:

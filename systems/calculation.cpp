@@ -9,7 +9,6 @@
 
 namespace {
 
-const char *const OperatorTexts[CalculationOperators] = {"", "+", "-", "*", "/", "b2i", "flr"};
 const std::string_view BlockWord = "CBLOCK";
 
 bool ParseOperand(int sys, int dev, int out, std::string_view text, calcStack_class &element) {

@@ -16,8 +16,6 @@ namespace {
 
 const char *const ExampleText = "Example Text!";
 const char *const NotDefined = "not_define";
-const char *const ComparatorTexts[ComparisonOperators] = {"==", "!=", ">", "<", ">=", "<="};
-const char *const OperatorTexts[CalculationOperators] = {"", "+", "-", "*", "/", "b2i", "flr"};
 
 template <typename Record> bool isIndex(const std::vector<Record> &records, int index) {
     return index >= 0 && static_cast<size_t>(index) < records.size();
@@ -169,7 +167,7 @@ void SwitchComparator(const BlockPlace &place, int index) {
                  [](compare_block_class &comparison) {
                      if (comparison.a.kind == LinkSpeech) return; // the files know no other than "=="
                      comparison.cmpOp = (comparison.cmpOp + 1) % ComparisonOperators;
-                     comparison.cmpText = ComparatorTexts[comparison.cmpOp];
+                     comparison.cmpText = ComparisonTexts[comparison.cmpOp];
                  });
 }
 

@@ -25,6 +25,9 @@ const Comparator Comparators[] = {
 };
 const int ComparisonOperators = 6;
 
+const char *const ComparisonTexts[ComparisonOperators] = {"==", "!=", ">",
+                                                          "<",  ">=", "<="}; // by operator code
+
 // 0 or 1, for operands already swapped. Without a branch: the outcome changes from parameter to parameter.
 inline unsigned CompareNumbers(double a, double b, unsigned greater, unsigned equal, unsigned negated) {
     return ((static_cast<unsigned>(a > b) & greater) | (static_cast<unsigned>(a == b) & equal)) ^ negated;
@@ -42,6 +45,7 @@ enum CalculationOperator {
     OperatorFloor = 6,           // "flr"
 };
 const int CalculationOperators = 7;
+const char *const OperatorTexts[CalculationOperators] = {"", "+", "-", "*", "/", "b2i", "flr"};
 
 // The decimal digits of the integer part read as a base-2 number (1100 gives 12), up to the first digit
 // that is neither 0 nor 1.

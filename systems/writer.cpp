@@ -21,17 +21,13 @@ namespace {
 
 const char *const LineEnd = "\r\n";
 
-bool isWrittenAsLink(const sysLink_struct &link) {
-    return link.kind == LinkLive || link.kind == LinkDeleted || link.kind == LinkUnresolved;
-}
-
 const char *ModeWord(const dataref_class &dataref) {
     if (dataref.mode == BindingExist) return "exist";
     return dataref.mode == BindingNew ? "new" : "";
 }
 
 std::string Operand(const sysLink_struct &link, double number) {
-    return isWrittenAsLink(link) ? link.name : float2string(number);
+    return isLink(link) ? link.name : float2string(number);
 }
 
 std::string RightOperand(const compare_block_class &comparison) {
