@@ -97,7 +97,7 @@ std::string SetLeft(const std::string &text, compare_block_class &comparison) {
     std::string refusal = TextRefusal(text, "");
     if (!refusal.empty()) return refusal;
     comparison.phrase = text;
-    comparison.phraseStroka = MakeStrokaFromText(text, AddToContext);
+    comparison.phraseStroka = MakeStrokaFromText(text, AddAndTellServer);
     return "";
 }
 
