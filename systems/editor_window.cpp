@@ -77,8 +77,8 @@ void DrawShown() {
     const int width = std::max(sW, LeastWidth), height = std::max(sH, LeastHeight);
     const Area all = {0, sH, width, sH - height}; // a smaller screen shows its upper left part
     FillArea(all, ColourBlack, Darkness);
-    const int titleTop = all.top - 24; // below the simulator's menu bar
-    DrawTitle({Margin, titleTop, width - Margin, titleTop - 2 * RowHeight});
+    const int titleTop = all.top - 24;                                    // below the simulator's menu bar
+    DrawTitle({Margin, titleTop, sW - Margin, titleTop - 2 * RowHeight}); // with the way out, on any screen
     const int top = titleTop - 2 * RowHeight - 6, bottom = all.bottom + Margin;
     ColumnX_Par = static_cast<int>(width * TableShare);
     DrawLeft({Margin, top, ColumnX_Par - Margin, bottom});

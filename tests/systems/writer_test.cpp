@@ -1,6 +1,9 @@
 // What the editor saves: read back it is the same model, and saved again the same bytes.
 #include "systems/writer.h"
 
+#include <csignal>
+#include <sys/resource.h>
+
 #include "frame/aircraft.h"
 #include "frame/datarefs.h"
 #include "tests/systems/model_folder.h"
@@ -90,6 +93,17 @@ TEST_F(Writer, AllFilesAreReplacedOrNone) {
     EXPECT_EQ(CountNewLines({"Cant write file", "C.txt"}), 1);
     std::filesystem::remove(plugin + "systems/C.txt");
     EXPECT_EQ(Files(), before) << "with nothing left beside them";
+
+    // A full disk: what is longer than the limit cannot be written.
+    rlimit limit = {};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit full = {15, limit.rlim_max};
+    std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &full);
+    EXPECT_FALSE(SaveSysToTxtFile());
+    setrlimit(RLIMIT_FSIZE, &limit);
+    EXPECT_EQ(saveFailure, "cannot write B.txt");
+    EXPECT_EQ(Files(), before);
     EXPECT_TRUE(SaveSysToTxtFile());
     EXPECT_TRUE(saveFailure.empty());
     EXPECT_EQ(Files().size(), 5U);
