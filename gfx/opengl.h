@@ -2,6 +2,7 @@
 #pragma once
 
 #if APL
+#define GL_SILENCE_DEPRECATION // deprecated there, and what the simulator offers
 #include <OpenGL/gl.h>
 #include <OpenGL/glext.h>
 #else
