@@ -131,8 +131,6 @@ void font_class::ParseFont(std::istream &stream) {
         ReadPage(rest, atlasFile);
         pageLines++;
     }
-    if (pageLines < 2) return;
-    string2debugString("Font " + name, " has several pages; the last one alone is drawn", 1);
-    for (CharDescriptor &glyph : charset.chars)
-        if (glyph.page != pageLines - 1) glyph.width = glyph.height = 0;
+    if (pageLines > 1)
+        string2debugString("Font " + name, " has several pages; all is drawn from the last one", 1);
 }

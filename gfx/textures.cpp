@@ -134,6 +134,8 @@ int textures_class::LoadPNGTexture(const std::string &path) {
         XPLMDebugString("PNG texture failed to load\n");
         string2debugString(path + ": ", std::string(failure), 1);
     }
+    XPLMSetGraphicsState(0, 1, 0, 1, 1, 1, 1);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA); // what all drawing of pictures counts on
     width = picture.width;
     height = picture.height;
     if (number == 0 || picture.pixels.empty()) return 1;
@@ -230,6 +232,7 @@ void DrawTextureIdCopies(int id, const std::vector<TextureCopy> &copies) {
         AddQuad(copy.x, copy.y, texture.width, texture.height, 0);
     }
     glEnd();
+    XPLMBindTexture2d(0, 0);
 }
 
 // What was blended in an offscreen buffer has its alpha in its colours already.

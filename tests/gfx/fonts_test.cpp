@@ -71,14 +71,14 @@ TEST_F(Fonts, AreReadFromWhatToolsWrite) {
     EXPECT_EQ(CountNewLines({"line 1", "cannot be"}), 6);
 }
 
-TEST_F(Fonts, UseTheLastOfSeveralPages) {
-    const font_class font = Parsed("page id=0 file=a.png\npage id=1 file=\"b.png\"\n"
-                                   "char id=65 width=5 height=5 xadvance=6 page=0\n"
-                                   "char id=66 width=5 height=5 xadvance=6 page=1\n");
-    EXPECT_EQ(font.atlasFile, "b.png");
-    EXPECT_EQ(font.charset.chars[65].width, 0) << "its picture is not loaded";
-    EXPECT_EQ(font.charset.chars[66].width, 5);
-    EXPECT_EQ(font.MeasureString("AB"), 12);
+TEST_F(Fonts, DrawFromTheLastOfSeveralPages) {
+    write("data/fnt/pages.fnt", "page id=0 file=a.png\npage id=1 file=\"b.png\"\n"
+                                "char id=65 width=5 height=5 xadvance=6 page=0\n"
+                                "char id=66 width=5 height=5 xadvance=6 page=1\n");
+    WritePicture("data/fnt/b.png", std::vector<unsigned char>(8 * 8 * 4, 255), 8, 8);
+    const int id = LoadFont("pages", 0, 0);
+    EXPECT_EQ(CountNewLines({"several pages"}), 1);
+    EXPECT_EQ(Draw([&] { DrawFontIdSXYC(id, "AB", 10, 20, ColourRed); }).Covered(), (Extent{10, 15, 20, 19}));
 }
 
 TEST_F(Fonts, StandOnTheLowerEdgeOfTheirLine) {
