@@ -59,28 +59,40 @@ bool RestoreBackup(const std::string &path) {
     return backup == Presence::Absent || copyFile(BackupOf(path), path);
 }
 
+// The text of the .acf, which can be too long for a list of lines; empty when it cannot be read.
+std::string ReadAircraftFile() {
+    const std::string acf = WhatThisAircraftAcfPath();
+    if (isFileExistString(acf)) return ReadFileToString(acf);
+    string2debugString("FileIO:Cant open file ", acf, 1);
+    return "";
+}
+
 // The .acf of the 767: read once, checked, backed up, written. True when it names the figure afterwards.
 bool AttachFigure() {
     const std::string acf = WhatThisAircraftAcfPath();
     const std::string properties = WhatPluginPath() + "/data/obj/acf.txt";
     RemoveUnfinished(acf);
-    const std::string text = ReadFileToString(acf);
+    const std::string text = ReadAircraftFile();
     if (const int lines = CountFigureLines(text)) {
         for (int i = 0; i < lines; i++)
             string2debugString(".acf file was not changed - it already contain kvfennic.obj", "", 1);
         return true;
     }
+    const bool hasLines = text.find_first_not_of("\r\n") != std::string::npos;
     const std::vector<FileLine> object = ReadFileLines(properties);
-    if (text.empty() || object.empty()) {
+    std::string changed, reason;
+    const bool isSound = AttachObject(text, object, changed, reason);
+    // A file that is refused gets no backup, which would come back over a sound one some day.
+    if (isSound && !BackUp(acf)) return false;
+    if (!hasLines || object.empty()) {
         string2debugString("Setup was not complete - file not found: ", acf + " OR " + properties, 1);
         return false;
     }
-    std::string changed, reason;
-    if (!AttachObject(text, object, changed, reason)) {
+    if (!isSound) {
         string2debugString("Setup was not complete - .acf file was not changed: " + acf + ": ", reason, 1);
         return false;
     }
-    return BackUp(acf) && WriteWholeFile(acf, changed);
+    return WriteWholeFile(acf, changed);
 }
 
 } // namespace
@@ -127,7 +139,7 @@ void UninstallFromAcf() {
 }
 
 int isSetupCompleted_767() {
-    return CountFigureLines(ReadFileToString(WhatThisAircraftAcfPath())) > 0 ? 1 : 0;
+    return CountFigureLines(ReadAircraftFile()) > 0 ? 1 : 0;
 }
 
 bool isAcfSetupDone() {

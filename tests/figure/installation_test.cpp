@@ -186,7 +186,8 @@ TEST_F(Installation, AttachesTheFigureToAnyAircraftFileThatStatesItsObjectsOnce)
                                           {count + "\n", "line 1 states no number"},
                                           {count + "1 2\n", "line 1 states no number"},
                                           {"P a\rP _obja/count 1\rP b\r", "line 1 states no number"},
-                                          {"", "file not found: " + aircraft + "test.acf"}}) {
+                                          {"", "file not found: " + aircraft + "test.acf"},
+                                          {"\r\n\n", "file not found: " + aircraft + "test.acf"}}) {
         std::ofstream(aircraft + "test.acf", std::ios::binary) << acf;
         simhost::TakeLogLines();
         Setup_767();
@@ -200,6 +201,11 @@ TEST_F(Installation, AttachesTheFigureToAnyAircraftFileThatStatesItsObjectsOnce)
     Setup_767();
     EXPECT_EQ(CountNewLines({"line 2 of the object has no index"}), 1);
     EXPECT_EQ(Files().at("test.acf"), Acf);
+    write("data/obj/acf.txt", "\n");
+    Setup_767();
+    EXPECT_EQ(CountNewLines({"file not found: ", "test.acf OR ", "acf.txt"}), 1);
+    EXPECT_EQ(Files().at("test.acf"), Acf);
+    EXPECT_EQ(Files().at("test.acf.backup"), Acf) << "made before the object is looked for";
     write("data/obj/acf.txt", Object);
     Setup_767();
     EXPECT_EQ(Files().at("test.acf"), AcfWithFigure);
