@@ -47,15 +47,12 @@ void CopyFolder(const fs::path &from, const fs::path &to, int depth) {
 }
 
 // A first officer who was never set up would ask for it in every flight, and do nothing until the aircraft is
-// loaded again. In the copy she counts as set up.
+// loaded again. Settings that say nothing about it, as they ship, count as set up in the copy.
 void MarkAsSetUp(const fs::path &settings) {
-    const std::string asked = "installation=0", setUp = "installation=2";
     std::ifstream in(settings, std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(in), {}};
-    const size_t place = text.find(asked);
-    if (place == std::string::npos) return;
-    text.replace(place, asked.size(), setUp);
-    std::ofstream(settings, std::ios::binary) << text;
+    const std::string text{std::istreambuf_iterator<char>(in), {}};
+    if (!in.is_open() || text.find("installation=") != std::string::npos) return;
+    std::ofstream(settings, std::ios::binary | std::ios::app) << "\r\ninstallation=2\r\n";
 }
 
 std::vector<fs::path> SortedEntries(const fs::path &folder) {
