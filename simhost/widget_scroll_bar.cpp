@@ -2,6 +2,7 @@
 // slider is one without arrows at its ends.
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "XPStandardWidgets.h"
 #include "XPWidgets.h"
@@ -31,14 +32,20 @@ struct Bar {
     }
 };
 
+// What a plug-in may set to anything, so small that a few of them can be added.
+intptr_t Limited(XPWidgetID widget, XPWidgetPropertyID property, intptr_t otherwise = 0) {
+    constexpr intptr_t most = INT32_MAX;
+    return std::clamp(PropertyOf(widget, property, otherwise), -most, most);
+}
+
 Bar BarOf(XPWidgetID widget) {
     Bar bar;
     bar.place = PlaceOf(widget);
     bar.isVertical = bar.place.Height() > bar.place.Width();
-    bar.least = PropertyOf(widget, xpProperty_ScrollBarMin);
-    bar.most = std::max(PropertyOf(widget, xpProperty_ScrollBarMax), bar.least);
-    bar.page = std::max(PropertyOf(widget, xpProperty_ScrollBarPageAmount, 1), intptr_t{1});
-    bar.position = std::clamp(PropertyOf(widget, xpProperty_ScrollBarSliderPosition), bar.least, bar.most);
+    bar.least = Limited(widget, xpProperty_ScrollBarMin);
+    bar.most = std::max(Limited(widget, xpProperty_ScrollBarMax), bar.least);
+    bar.page = std::max(Limited(widget, xpProperty_ScrollBarPageAmount, 1), intptr_t{1});
+    bar.position = std::clamp(Limited(widget, xpProperty_ScrollBarSliderPosition), bar.least, bar.most);
     const intptr_t length = std::max(bar.isVertical ? bar.place.Height() : bar.place.Width(), 0);
     const intptr_t thickness = std::max(bar.isVertical ? bar.place.Width() : bar.place.Height(), 0);
     if (PropertyOf(widget, xpProperty_ScrollBarType) != xpScrollBarTypeSlider)
@@ -83,7 +90,7 @@ void Press(XPWidgetID widget, const XPMouseState_t &mouse) {
 void Drag(XPWidgetID widget, const XPMouseState_t &mouse) {
     const Bar bar = BarOf(widget);
     if (PropertyOf(widget, xpProperty_Dragging) == 0 || bar.track <= bar.thumb) return;
-    const intptr_t start = bar.Along(mouse) - PropertyOf(widget, xpProperty_ScrollBarSlop);
+    const intptr_t start = bar.Along(mouse) - Limited(widget, xpProperty_ScrollBarSlop);
     const double share =
         std::clamp(static_cast<double>(start) / static_cast<double>(bar.track - bar.thumb), 0.0, 1.0);
     MoveTo(widget, bar, bar.least + std::lround(static_cast<double>(bar.most - bar.least) * share));
