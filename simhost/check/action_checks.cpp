@@ -33,7 +33,11 @@ void ReportMissing(const char *what, const std::string &name, const std::string 
         AddFinding(Severity::Note, file, line,
                    std::string("this ") + what + " must come from the aircraft or another plug-in: " + name);
     else if (hasSimulatorLists)
-        AddFinding(Severity::Error, file, line, std::string("the simulator has no ") + what + " " + name);
+        AddFinding(Severity::Error, file, line,
+                   std::string("the simulator has no ") + what + " " + name
+                       + (XPLMFindDataRef(name.c_str())   ? "; it is a dataref"
+                          : XPLMFindCommand(name.c_str()) ? "; it is a command"
+                                                          : ""));
     else
         uncheckedNames++;
 }
@@ -47,6 +51,10 @@ int ElementsOf(XPLMDataRef dataref) {
 
 void CheckElement(const std::string &fullName, XPLMDataRef dataref, const std::string &file, int line) {
     const size_t bracket = fullName.find('[');
+    if (dataref && XPLMGetDataRefTypes(dataref) == xplmType_Data) {
+        AddFinding(Severity::Error, file, line, "the dataref is a text, not a number: " + fullName);
+        return;
+    }
     if (bracket == std::string::npos) {
         if (ElementsOf(dataref) > 0)
             AddFinding(Severity::Error, file, line, "an array needs an index, such as [0]: " + fullName);
@@ -54,7 +62,9 @@ void CheckElement(const std::string &fullName, XPLMDataRef dataref, const std::s
     }
     int index = -1;
     const std::string digits = fullName.substr(bracket + 1, fullName.find(']') - bracket - 1);
-    if (!ParseInt(digits, index) || index < 0 || index >= MOST_ELEMENTS)
+    if (!fullName.ends_with(']'))
+        AddFinding(Severity::Error, file, line, "\"[\" without \"]\": " + fullName);
+    else if (!ParseInt(digits, index) || index < 0 || index >= MOST_ELEMENTS)
         AddFinding(Severity::Error, file, line,
                    "the index of an array is a number from 0 to 15: " + fullName);
     else if (dataref && ElementsOf(dataref) == 0)
@@ -91,10 +101,11 @@ void CheckBinding(const dataref_class &binding, Use use, const ParameterPlace &p
 }
 
 void CheckPosition(const std::string &name, const std::string &file, int line) {
-    if (positionsOf.empty()) return;
+    std::string folders;
     for (const auto &[folder, names] : positionsOf)
-        if (!names.contains(name))
-            AddFinding(Severity::Error, file, line, "there is no position " + name + " in custom/" + folder);
+        if (!names.contains(name)) folders += (folders.empty() ? "custom/" : " and custom/") + folder;
+    if (!folders.empty())
+        AddFinding(Severity::Error, file, line, "there is no position " + name + " in " + folders);
 }
 
 // Placeholders: links between "<" and ">", and words between brackets.

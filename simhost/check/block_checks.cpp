@@ -43,13 +43,17 @@ bool FinishesStep(const logicblock_struct &block) {
 
 void CheckStep(const ParameterPlace &place, const std::vector<Alternatives> &conditions) {
     const out_parameter_struct &step = place.parameter;
-    bool canFinish = false;
-    for (size_t i = 0; i < step.logic.size(); i++)
-        canFinish = canFinish
-                    || (!conditions[i].list.empty() && BlockInTheWay(conditions, i) == -1
-                        && FinishesStep(step.logic[i]));
-    if (!canFinish)
+    bool canFinish = false, isOtherFound = false; // blocks that never fire are told themselves
+    for (size_t i = 0; i < step.logic.size(); i++) {
+        const bool canFire = !conditions[i].list.empty() && BlockInTheWay(conditions, i) == -1;
+        canFinish = canFinish || (canFire && FinishesStep(step.logic[i]));
+        isOtherFound = isOtherFound || (!canFire && FinishesStep(step.logic[i]));
+    }
+    if ((step.hasMin && step.minLimit > 0.0) || (step.hasMax && step.maxLimit < 1.0))
         AddFinding(Severity::Error, step.fileName, step.line,
+                   "the value of a step is 0, 1 or 2; the limits do not allow it");
+    if (!canFinish && !isOtherFound)
+        AddSymptom(Severity::Error, step.fileName, step.line, place.LastLine(),
                    "this step is never done: no block of it that can fire has an action");
     if (step.initValue != 0.0)
         AddFinding(Severity::Error, step.fileName, step.line,
@@ -59,6 +63,18 @@ void CheckStep(const ParameterPlace &place, const std::vector<Alternatives> &con
         }))
         AddFinding(Severity::Warning, step.fileName, step.line,
                    "this sequence starts by itself, again and again: its first step waits for nothing");
+}
+
+// A numeric comparison right under the phrases of an answer, joined by the "||" that joined those.
+void CheckInheritedJoin(const logicblock_struct &block, const std::string &file) {
+    for (size_t i = 1; i < block.compares.size(); i++) {
+        const compare_block_class &before = block.compares[i - 1], &one = block.compares[i];
+        if (one.joinOp == 1 && before.joinOp == 1 && before.a.kind == LinkSpeech && one.a.kind != LinkSpeech
+            && one.line == before.line + 1)
+            AddFinding(Severity::Warning, file, one.line,
+                       "joined by the \"||\" above, so no answer is needed when it holds; write \"&&\" or "
+                       "\"||\" before it");
+    }
 }
 
 bool isRepeatedEachFrame(const structExecute &action) {
@@ -75,6 +91,11 @@ void CheckParameter(const ParameterPlace &place) {
         if (block.compares.size() > 0 && block.compares[0].joinOp == 1)
             AddFinding(Severity::Warning, parameter.fileName, block.compares[0].line,
                        "the first comparison after \"||\" always holds: the chain starts from true");
+        CheckInheritedJoin(block, parameter.fileName);
+        if (!place.device.serialStack && i + 1 == parameter.logic.size() && block.executes.empty()
+            && block.calcs.empty() && block.graph.empty())
+            AddSymptom(Severity::Warning, parameter.fileName, block.line, place.LastLine(),
+                       "this block does nothing");
         if (conditions[i].list.empty()) {
             AddFinding(Severity::Error, parameter.fileName, block.line,
                        "this block can never fire: its comparisons contradict each other");

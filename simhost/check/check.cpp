@@ -13,13 +13,14 @@
 #include "util/files.h"
 #include "util/numbers.h"
 #include "util/paths.h"
+#include "util/text.h"
 
 namespace simhost {
 
 namespace {
 
 // "KV FENNIC Plugin: 0 SEC TFT <file> line <n>: <reason> - line dropped: <text>"
-bool AddDroppedLine(const std::string &message) {
+bool AddDroppedLine(const std::string &message, const std::string &nameless) {
     constexpr std::string_view LINE = " line ", BEFORE_FILE = " SEC TFT ";
     const size_t file = message.find(BEFORE_FILE), place = message.find(LINE),
                  colon = message.find(": ", place);
@@ -27,8 +28,20 @@ bool AddDroppedLine(const std::string &message) {
     int line = 0;
     if (!ParseInt(message.substr(place + LINE.size(), colon - place - LINE.size()), line)) return false;
     const size_t fileStart = file + BEFORE_FILE.size();
-    AddFinding(Severity::Error, message.substr(fileStart, place - fileStart), line,
-               message.substr(colon + 2));
+    const std::string name = nameless.empty() ? message.substr(fileStart, place - fileStart) : nameless;
+    const std::string text = message.substr(colon + 2);
+
+    // A missing beginning costs all lines that need it: the first of them is told.
+    static std::string lastFile;
+    static int lastLine = 0;
+    const bool needsBeginning = text.starts_with("stands before") || Contains(text, " needs a ");
+    const bool isTold = needsBeginning && name == lastFile && line == lastLine + 1;
+    lastFile = needsBeginning ? name : "";
+    lastLine = line;
+    if (!isTold && needsBeginning)
+        AddSymptom(Severity::Error, name, line, line, text);
+    else if (!isTold)
+        AddFinding(Severity::Error, name, line, text);
     return true;
 }
 
@@ -42,25 +55,29 @@ bool isReportedElsewhere(const std::string &message) {
 void ReadSystems(const std::string &pluginFolder) {
     CreateSystemsFromFile();
     CollectReaderMessages();
-    if (isSeparateSysSaving == 1) CheckFileList(pluginFolder);
-    std::string last;
-    for (const system_class &system : systems_vector)
-        if (system.fileName != last) CheckRawLines(pluginFolder + (last = system.fileName));
+    CheckSystemsFiles(pluginFolder);
 }
 
 } // namespace
 
-void CollectReaderMessages() {
+bool CollectReaderMessages(const std::string &file) {
+    bool isAny = false;
     for (const std::string &message : TakeLogLines()) {
-        if (AddDroppedLine(message) || isReportedElsewhere(message)) continue;
+        if (AddDroppedLine(message, file)) {
+            isAny = true;
+            continue;
+        }
+        if (isReportedElsewhere(message)) continue;
         for (std::string_view sign : {"rror", "ERROR", "ailed", "not found"}) {
             if (message.find(sign) == std::string::npos) continue;
             const size_t text = message.find(" SEC TFT ");
-            AddFinding(Severity::Error, WhatPluginPath(), 0,
+            AddFinding(Severity::Error, file.empty() ? WhatPluginPath() : file, 0,
                        text == std::string::npos ? message : message.substr(text + 9));
+            isAny = true;
             break;
         }
     }
+    return isAny;
 }
 
 int CheckFolder(const CheckOptions &options) {

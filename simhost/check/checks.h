@@ -8,11 +8,9 @@
 
 namespace simhost {
 
-// Lines of a systems file that the reader takes for something else than they look like, or ignores.
-void CheckRawLines(const std::string &file);
-
-// The list of systems files against the files in the folder.
-void CheckFileList(const std::string &pluginFolder);
+// The lines of each systems file: those that the reader takes for something else than they look like, or
+// ignores, and what it drops inside them; the list of files against the folder.
+void CheckSystemsFiles(const std::string &pluginFolder);
 
 // Names of systems, devices and parameters; links; numbers; graphs.
 void CheckNames();
@@ -37,8 +35,9 @@ void CheckFigureFiles(const std::string &pluginFolder);
 void CheckSettings(const std::string &pluginFolder);
 void CheckFonts(const std::string &pluginFolder);
 
-// Turns what the plug-in's readers have written into the log since the last call into findings.
-void CollectReaderMessages();
+// Turns what the plug-in's readers have written into the log since the last call into findings, of the
+// given file where the messages name none. True when there was anything.
+bool CollectReaderMessages(const std::string &file = "");
 
 // ---- Shared by the checks of the model ----
 
@@ -49,15 +48,19 @@ struct ParameterPlace {
     const out_parameter_struct &parameter;
     int out = 0; // its index in the device
 
+    int LastLine() const; // of its blocks, or a little behind
     bool isFirstStep() const { return device.serialStack && out == 0; }
     std::string Name() const { return system.name + "." + device.name + "." + parameter.name; }
     std::string Place(int line) const; // "systems/CREW.txt:12"
 };
 
+// Whether a file that is listed twice has brought the system a second time: its mistakes are told once.
+bool isRepeated(const system_class &system);
+
 template <typename Visit> void ForEachParameter(Visit visit) {
     for (const system_class &system : systems_vector)
         for (const device_struct &device : system.devices)
-            for (size_t out = 0; out < device.outs.size(); out++)
+            for (size_t out = 0; out < device.outs.size() && !isRepeated(system); out++)
                 visit(ParameterPlace{system, device, device.outs[out], static_cast<int>(out)});
 }
 

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <set>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace simhost {
@@ -15,6 +17,8 @@ struct Finding {
     int line = 0;
     Severity severity = Severity::Error;
     std::string text;
+    bool isCause = false;
+    int lastLine = 0; // of a symptom: where its cause may be
     auto Key() const { return std::tie(file, line, severity, text); }
 };
 
@@ -28,10 +32,41 @@ void PrintCount(size_t count, const char *what, const char *separator) {
     std::printf("%zu %s%s%s", count, what, count == 1 ? "" : "s", separator);
 }
 
+// Of what stands in a line with a cause, or in a file with one, only the first cause is kept.
+void DropConsequences() {
+    std::set<std::pair<std::string, int>> explained;
+    for (const Finding &finding : findings)
+        if (finding.isCause) explained.emplace(finding.file, finding.line);
+    std::set<std::pair<std::string, int>> others;
+    for (const Finding &finding : findings)
+        if (finding.lastLine == 0) others.emplace(finding.file, finding.line);
+    std::set<std::pair<std::string, int>> told;
+    std::erase_if(findings, [&](const Finding &finding) {
+        if (finding.lastLine > 0) {
+            const auto other = others.lower_bound({finding.file, finding.line - 1});
+            if (other != others.end() && *other <= std::pair(finding.file, finding.lastLine)) return true;
+        }
+        const bool isInFile = explained.contains({finding.file, 0});
+        if (!isInFile && !explained.contains({finding.file, finding.line})) return false;
+        return !finding.isCause || (isInFile && finding.line != 0)
+               || !told.emplace(finding.file, finding.line).second;
+    });
+}
+
 } // namespace
 
 void AddFinding(Severity severity, const std::string &file, int line, const std::string &text) {
-    findings.push_back({file, line, severity, text});
+    findings.push_back({.file = file, .line = line, .severity = severity, .text = text});
+}
+
+void AddSymptom(Severity severity, const std::string &file, int line, int lastLine, const std::string &text) {
+    AddFinding(severity, file, line, text);
+    findings.back().lastLine = lastLine;
+}
+
+void AddCause(const std::string &file, int line, const std::string &text) {
+    AddFinding(Severity::Error, file, line, text);
+    findings.back().isCause = true;
 }
 
 bool PrintFindings(const std::string &pluginFolder, const std::string &folder,
@@ -40,6 +75,7 @@ bool PrintFindings(const std::string &pluginFolder, const std::string &folder,
         if (!finding.file.starts_with('/')) finding.file.insert(0, pluginFolder);
         if (finding.file.starts_with(folder)) finding.file.replace(0, folder.size(), shownFolder);
     }
+    DropConsequences();
     std::stable_sort(findings.begin(), findings.end(),
                      [](const Finding &a, const Finding &b) { return a.Key() < b.Key(); });
     const auto isSame = [](const Finding &a, const Finding &b) { return a.Key() == b.Key(); };

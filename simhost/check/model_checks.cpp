@@ -3,10 +3,12 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "simhost/check/checks.h"
 #include "simhost/check/findings.h"
 #include "util/numbers.h"
+#include "util/text.h"
 
 namespace simhost {
 
@@ -29,21 +31,54 @@ void CheckName(const char *what, const std::string &name, const std::string &fil
 }
 
 // The first of that name is the one that links reach.
-void CheckUnique(std::map<std::string, int> &lines, const char *what, const std::string &name,
-                 const std::string &file, int line) {
-    const auto [entry, isNew] = lines.emplace(name, line);
-    if (!isNew)
+void CheckUnique(std::map<std::string, std::pair<std::string, int>> &places, const char *what,
+                 const std::string &name, const std::string &file, int line) {
+    const auto [entry, isNew] = places.emplace(name, std::pair(file, line));
+    if (!isNew && entry->second != std::pair(file, line))
         AddFinding(Severity::Error, file, line,
-                   std::string("a second ") + what + " with this name; no link reaches it (the first: line "
-                       + int2string(entry->second) + "): " + name);
+                   std::string("a second ") + what + " with this name; no link reaches it (the first: "
+                       + (entry->second.first == file ? "line " : entry->second.first + ":")
+                       + int2string(entry->second.second) + "): " + name);
 }
 
+// Two texts are alike when they differ in blanks, tabs, dots or case only.
+std::string Simplified(std::string name) {
+    std::erase_if(name, [](char c) { return c == ' ' || c == '\t' || c == '.'; });
+    return UpperToLowerCase(std::move(name));
+}
+
+// "; is A.B.C meant?", or nothing.
+std::string Suggestion(const std::string &link) {
+    const std::string wanted = Simplified(link);
+    std::string suggestion;
+    ForEachParameter([&](const ParameterPlace &place) {
+        if (suggestion.empty() && Simplified(place.Name()) == wanted)
+            suggestion = "; is " + place.Name() + " meant?";
+    });
+    return suggestion;
+}
+
+constexpr int MOST_SUGGESTIONS = 20; // each looks at all parameters
+int suggestions = 0;
+
 void CheckLink(const sysLink_struct &link, const ParameterPlace &place, int line) {
-    if (link.kind == LinkUnresolved)
-        AddFinding(Severity::Error, place.parameter.fileName, line,
-                   link.name.find('.') == std::string::npos
-                       ? "neither a number nor a link (SYSTEM.DEVICE.PARAMETER): " + link.name
-                       : "there is no parameter " + link.name);
+    const std::string &file = place.parameter.fileName;
+    if (link.kind != LinkUnresolved) {
+        if (std::count(link.name.begin(), link.name.end(), '.') > 2)
+            AddFinding(Severity::Error, file, line,
+                       "what follows the third name of a link is ignored: " + link.name);
+    } else if (link.name.find_first_of("=!<>&|[]") != std::string::npos) {
+        AddFinding(Severity::Error, file, line,
+                   "no comparison; one stands in a line, as [a]==[b], with ==, !=, >, <, >= or <=: "
+                       + link.name);
+    } else if (link.name.find('.') == std::string::npos) {
+        AddFinding(Severity::Error, file, line,
+                   "neither a number nor a link (SYSTEM.DEVICE.PARAMETER): " + link.name);
+    } else {
+        AddFinding(Severity::Error, file, line,
+                   "there is no parameter " + link.name
+                       + (suggestions++ < MOST_SUGGESTIONS ? Suggestion(link.name) : ""));
+    }
 }
 
 void CheckLinksOf(const logicblock_struct &block, const ParameterPlace &place) {
@@ -64,10 +99,15 @@ void CheckLinksOf(const logicblock_struct &block, const ParameterPlace &place) {
 
 void CheckOperators(const logicblock_struct &block, const ParameterPlace &place) {
     for (const calcBlock_struct &calculation : block.calcs)
-        for (const calcStack_class &element : calculation.stack)
+        for (const calcStack_class &element : calculation.stack) {
             if (element.operType == 0 && !element.oper.empty())
                 AddFinding(Severity::Error, place.parameter.fileName, calculation.line,
                            "no operator: \"" + element.oper + "\"");
+            if (element.oper == "/" && element.link.kind == LinkNone && element.blockIndex == -1
+                && element.constant == 0.0)
+                AddFinding(Severity::Warning, place.parameter.fileName, calculation.line,
+                           "a division by 0 gives 0");
+        }
 }
 
 void CheckGraph(const logicblock_struct &block, const ParameterPlace &place) {
@@ -88,28 +128,45 @@ void CheckGraph(const logicblock_struct &block, const ParameterPlace &place) {
 
 } // namespace
 
+bool isRepeated(const system_class &system) {
+    const auto entry = mapSystemName.find(system.name);
+    if (entry == mapSystemName.end()) return false;
+    const system_class &first = systems_vector[static_cast<size_t>(entry->second)];
+    return &first != &system && first.line == system.line && first.fileName == system.fileName;
+}
+
+int ParameterPlace::LastLine() const {
+    const size_t next = static_cast<size_t>(out) + 1;
+    constexpr int MOST_LINES = 50; // of the last parameter
+    return next < device.outs.size() ? device.outs[next].line - 1 : parameter.line + MOST_LINES;
+}
+
 std::string ParameterPlace::Place(int line) const {
     return parameter.fileName + ":" + int2string(line);
 }
 
 void CheckNames() {
-    std::map<std::string, int> systems;
+    std::map<std::string, std::pair<std::string, int>> systems;
     for (const system_class &system : systems_vector) {
         CheckName("system", system.name, system.fileName, system.line);
         CheckUnique(systems, "system", system.name, system.fileName, system.line);
-        std::map<std::string, int> devices;
+        std::map<std::string, std::pair<std::string, int>> devices;
         for (const device_struct &device : system.devices) {
             CheckName("device", device.name, system.fileName, device.line);
             CheckUnique(devices, "device", device.name, system.fileName, device.line);
             if (device.outs.empty())
                 AddFinding(Severity::Warning, system.fileName, device.line, "a device without parameters");
-            std::map<std::string, int> parameters;
+            std::map<std::string, std::pair<std::string, int>> parameters;
             for (const out_parameter_struct &parameter : device.outs) {
                 CheckName("parameter", parameter.name, parameter.fileName, parameter.line);
                 CheckUnique(parameters, "parameter", parameter.name, parameter.fileName, parameter.line);
                 if (parameter.hasMin && parameter.hasMax && parameter.minLimit > parameter.maxLimit)
                     AddFinding(Severity::Error, parameter.fileName, parameter.line,
                                "the minimum is greater than the maximum");
+                else if ((parameter.hasMin && parameter.initValue < parameter.minLimit)
+                         || (parameter.hasMax && parameter.initValue > parameter.maxLimit))
+                    AddFinding(Severity::Warning, parameter.fileName, parameter.line,
+                               "the initial value is outside the limits");
             }
         }
     }

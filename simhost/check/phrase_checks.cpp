@@ -29,12 +29,14 @@ std::set<std::string> awaited;                       // by any block
 std::map<std::string, std::vector<Listener>> claims; // by phrase
 
 std::string AsHeard(const std::string &phrase) {
-    return UpperToLowerCase(MakeStrokaFromText(phrase, NormaliseOnly).text);
+    const std::string text = UpperToLowerCase(MakeStrokaFromText(phrase, NormaliseOnly).text);
+    const size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 void CheckPhrase(const std::string &phrase, const std::string &file, int line) {
     const std::string heard = AsHeard(phrase);
-    if (heard.find_first_not_of(' ') == std::string::npos)
+    if (heard.empty())
         AddFinding(Severity::Error, file, line,
                    "nothing is left of this phrase without punctuation: " + phrase);
     else if (heard != phrase)
@@ -60,6 +62,11 @@ bool CanBothHold(const logicblock_struct &first, const logicblock_struct &second
     return false;
 }
 
+// Waits for a phrase and for nothing else.
+bool isAlone(const logicblock_struct &block) {
+    return block.compares.size() == 1;
+}
+
 void CollectListeners() {
     ForEachParameter([](const ParameterPlace &place) {
         for (const logicblock_struct &block : place.parameter.logic) {
@@ -67,6 +74,10 @@ void CollectListeners() {
                 if (comparison.a.kind != LinkSpeech) continue;
                 CheckPhrase(comparison.phrase, place.parameter.fileName, comparison.line);
                 awaited.insert(comparison.phrase);
+                if (comparison.phrase == ANY && isAlone(block)
+                    && (!place.device.serialStack || place.isFirstStep()))
+                    AddSymptom(Severity::Warning, place.parameter.fileName, comparison.line, place.LastLine(),
+                               "uses up whatever the pilot says, so no later block hears it");
                 if (comparison.phrase != ANY && (!place.device.serialStack || place.isFirstStep()))
                     claims[comparison.phrase].push_back({place, &block, comparison.line});
             }

@@ -94,6 +94,20 @@ const Mistake Mistakes[] = {
      "5: error: the index of an array"},
     {"HeldForGood", "logic:\ninstring=go\nexecute=5,sim/none/such,0\n",
      "7: warning: held, and nothing lets go"},
+    {"KeyInCapitals", "Logic:\n[A.D.X]==[1]\ncalc=[1]\n", "5: error: keys are written in lower case"},
+    {"Tab", "logic:\n\t[A.D.X]==[1]\ncalc=[1]\n", "6: error: a tab at the beginning"},
+    {"CommaInComparison", "logic:\n[A.D.X]==[1,5]\ncalc=[1]\n", "6: error: what follows the comma"},
+    {"CommaInText", "logic:\ninstring=go\nexecute=1,well, then,0\n", "7: error: an action has three fields"},
+    {"ListOfFractions", "logic:\n[A.D.X]==[1;2.5]\ncalc=[1]\n", "6: error: a list holds whole numbers"},
+    {"OpenBracket", "logic:\ncalc=[A.D.X]+[3\n", "6: error: each operand stands between"},
+    {"FourNames", "logic:\n[A.D.X.Y]==[1]\ncalc=[1]\n", "6: error: what follows the third name"},
+    {"OtherCase", "logic:\n[A.d.X]==[1]\ncalc=[1]\n",
+     "6: error: there is no parameter A.d.X; is A.D.X meant?"},
+    {"ThirteenFields", "out=Z,int,,0,,,,,,,left, right,1\n", "5: error: more than twelve fields"},
+    {"UnknownType", "out=Z,float,,3,,,,,,,,0\n", "5: error: the type is"},
+    {"NoUtf8", "logic:\ninstring=go\nexecute=1,f\xFCr Sie,0\n", "7: error: letters that are not UTF-8"},
+    {"InheritedOr", "logic:\ninstring=set\n||\ninstring=checked\n[A.D.X]==[1]\ncalc=[1]\n",
+     "9: warning: joined by the \"||\" above"},
     {"Circle", "logic:\ncalc=[A.D.Z]\nout=Z,int,,0,,,,,,,,0\nlogic:\ncalc=[A.D.W]\n",
      "4: note: A.D.W depends on itself through A.D.Z"},
 };
@@ -104,7 +118,7 @@ INSTANTIATE_TEST_SUITE_P(All, CheckFinds, testing::ValuesIn(Mistakes),
 // The rows above would pass with a checker that finds fault with everything.
 TEST_F(Check, LeavesGoodFilesAlone) {
     EXPECT_EQ(
-        Run(Head
+        Run("draw=1\n" + std::string(Head)
             + std::string("logic:\n[A.D.X]>=[1]\n[A.D.X]<=[3]\ncalc=[A.D.X]*[2]\ngraf=0,0\ngraf=6,1\n"
                           "logic:\n[A.D.X]==[0;5]\ncalc=[1]\nlogic:\n[A.D.X]==[3.5]\ncalc=[1]\n")
             + Step + "out=ANSWER,int,,0,,,,,,,,0\nlogic:\ninstring=set\n||\ninstring=checked\n&&\n"
@@ -135,15 +149,17 @@ TEST_F(Check, TheListNamesTheFiles) {
 }
 
 TEST_F(Check, PositionsByTheirNamesAndChannels) {
-    write("data/obj/fennic.txt", "0,spine\n1,neck\n");
-    write("custom/positions-w/rest.txt", "0,spine,1,2,3\n1,nose,1,2,3\n7,far,1,2,3\n0,spine,1,2,x\n");
+    std::string channels = "0,spine\n1,neck\n";
+    for (int i = 2; i < 47; i++)
+        channels += std::to_string(i) + (i == 46 ? ",xyz\n" : ",c" + std::to_string(i) + "\n");
+    write("data/obj/fennic.txt", channels);
+    write("custom/positions-w/rest.txt", "0,spine,1,2,3\n1,nose,1,2,3\n47,far,1,2,3\n0,spine,1,2,x\n");
     EXPECT_EQ(Run(Head + std::string("logic:\ninstring=go\nexecute=2,reach,1\n")), 1);
     for (const char *finding : {"custom/positions-w/rest.txt:2: warning: channel 1 is neck, not nose",
-                                "custom/positions-w/rest.txt:3: error: no channel 7",
+                                "custom/positions-w/rest.txt:3: error: no channel 47",
                                 "custom/positions-w/rest.txt:4: error: z \"x\" is no number",
                                 "custom/positions-w/rest.txt:4: warning: a second line for channel spine",
-                                "systems/A.txt:7: error: there is no position reach in custom/positions-w/",
-                                "data/obj/fennic.txt: error: the figure has 47 channels, and here are 2"})
+                                "systems/A.txt:7: error: there is no position reach in custom/positions-w/"})
         EXPECT_NE(output.find(finding), std::string::npos) << finding << " in\n" << output;
 }
 
