@@ -69,10 +69,10 @@ void DrawRestangleCT(double x1, double y1, double x2, double y2, int C, double w
     SetColour(C, t);
     SetWidth(width);
     glBegin(GL_LINES);
-    AddSegment(x1, y1, x1, y2);
+    AddSegment(x1, y2, x1, y1); // once around: OpenGL leaves a segment's last pixel to the next one
     AddSegment(x2, y1, x2, y2);
     AddSegment(x1, y1, x2, y1);
-    AddSegment(x1, y2, x2, y2);
+    AddSegment(x2, y2, x1, y2);
     glEnd();
     glLineWidth(1.0F);
 }

@@ -54,18 +54,19 @@ void font_class::Load(const std::string &path) {
         string2debugString("Texture failed to load: ", atlasPath, 1);
         return;
     }
-    DropGlyphsOutsideAtlas();
+    TellOfGlyphsOutsideAtlas();
 }
 
-// They keep their advance, so that texts keep their widths.
-void font_class::DropGlyphsOutsideAtlas() {
-    int dropped = 0;
-    for (CharDescriptor &glyph : charset.chars) {
-        if (glyph.x + glyph.width <= atlas.width && glyph.y + glyph.height <= atlas.height) continue;
-        glyph.width = glyph.height = 0;
-        dropped++;
-    }
-    if (dropped > 0) int2debugString("Characters outside the atlas of font " + name + ": ", dropped, 1);
+bool font_class::isInAtlas(const CharDescriptor &glyph) const {
+    return glyph.x + glyph.width <= atlas.width && glyph.y + glyph.height <= atlas.height;
+}
+
+// They are not drawn, but keep their advance, so that texts keep their widths.
+void font_class::TellOfGlyphsOutsideAtlas() const {
+    const auto outside = std::count_if(std::begin(charset.chars), std::end(charset.chars),
+                                       [this](const CharDescriptor &glyph) { return !isInAtlas(glyph); });
+    if (outside > 0)
+        int2debugString("Characters outside the atlas of font " + name + ": ", static_cast<int>(outside), 1);
 }
 
 int font_class::Draw(std::string_view text, double x, double y, int maxWidth, float red, float green,
@@ -97,7 +98,7 @@ int font_class::Draw(std::string_view text, double x, double y, int maxWidth, fl
 
 // Between glBegin and glEnd.
 void font_class::AddGlyph(const CharDescriptor &glyph, float pen, float lineTop) const {
-    if (glyph.width == 0 || glyph.height == 0) return;
+    if (glyph.width == 0 || glyph.height == 0 || !isInAtlas(glyph)) return;
     const float left = pen + glyph.xoffset, right = left + glyph.width;
     const float top = lineTop - glyph.yoffset, bottom = top - glyph.height;
     const float columns = static_cast<float>(atlas.width), rows = static_cast<float>(atlas.height);

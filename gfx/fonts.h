@@ -45,7 +45,8 @@ struct font_class {
     int MeasureString(std::string_view text) const;
 
 private:
-    void DropGlyphsOutsideAtlas();
+    bool isInAtlas(const CharDescriptor &glyph) const;
+    void TellOfGlyphsOutsideAtlas() const;
     void AddGlyph(const CharDescriptor &glyph, float pen, float lineTop) const;
 };
 

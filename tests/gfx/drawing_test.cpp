@@ -52,6 +52,12 @@ TEST_F(Drawing, RectanglesAreOutlinedOrFilled) {
     EXPECT_EQ(outline.At(35, 35), Black);
     for (const auto &[x, y] : {std::pair{10, 35}, {60, 35}, {35, 20}, {35, 50}})
         EXPECT_EQ(outline.At(x, y), Red);
+    const Screen corners = Draw([] {
+        glTranslated(0.5, 0.5, 0);
+        DrawRestangleCT(10, 20, 60, 50, ColourWhite, 1, 0.5);
+    });
+    for (const auto &[x, y] : {std::pair{10, 20}, {60, 20}, {10, 50}, {60, 50}})
+        EXPECT_NEAR(corners.At(x, y).red, 128, 1) << "each drawn once: " << x << ", " << y;
     EXPECT_EQ(Draw([] { FillRestangleCT(10, 20, 60, 50, ColourRed, 1); }).Covered(),
               (Extent{10, 20, 59, 49}));
 }
