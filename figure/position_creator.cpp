@@ -12,6 +12,7 @@
 #include "gfx/fonts.h"
 #include "gfx/textures.h"
 #include "util/numbers.h"
+#include "util/screen.h"
 #include "util/text.h"
 
 widgetVR_class EditorPanel;
@@ -50,10 +51,16 @@ void SetAxis(structAnim &channel, int axis, float value) {
     XPLMSetDataf(channel.dataref[axis], value);
 }
 
+void ReadMousePlace(int &x, int &y) {
+    XPLMGetMouseLocationGlobal(&x, &y);
+    x = PlaceOnScreen(x);
+    y = PlaceOnScreen(y);
+}
+
 void StartDrag() {
     const structAnim &channel = anim[static_cast<size_t>(anim_selected)];
     isSelectedAnimStart = anim_selected;
-    XPLMGetMouseLocationGlobal(&MouseInitX, &MouseInitY);
+    ReadMousePlace(MouseInitX, MouseInitY);
     AnimInitXdrfValue = XPLMGetDataf(channel.dataref[AxisX]);
     AnimInitYdrfValue = XPLMGetDataf(channel.dataref[AxisY]);
     AnimInitZdrfValue = XPLMGetDataf(channel.dataref[AxisZ]);
@@ -111,7 +118,7 @@ void Drag() {
 void DrawCursorPlace() {
     int left = 0;
     XPLMGetWindowGeometry(EditorPanel.window, &left, nullptr, nullptr, nullptr);
-    std::string text = int2string(CursorXnow - left);
+    std::string text = int2string(CursorXnow - PlaceOnScreen(left));
     float white[] = {1.0F, 1.0F, 1.0F};
     XPLMDrawString(white, CursorXnow + CursorTextAway, CursorYnow + CursorTextAway, text.data(), nullptr,
                    xplmFont_Basic);
@@ -167,7 +174,7 @@ void DrawPositionCreator() {
         isSelectedAnimStart = -1; // closed in the middle of a drag: the mouse is free again
         return;
     }
-    XPLMGetMouseLocationGlobal(&CursorXnow, &CursorYnow);
+    ReadMousePlace(CursorXnow, CursorYnow);
     if (isChannel(isSelectedAnimStart))
         Drag();
     else

@@ -4,13 +4,13 @@
 
 #include <string>
 
-#include "XPLMDisplay.h"
 #include "XPLMGraphics.h"
 #include "XPStandardWidgets.h"
 #include "XPWidgets.h"
 #include "figure/installation.h"
 #include "frame/settings.h"
 #include "util/numbers.h"
+#include "util/screen.h"
 
 namespace {
 
@@ -81,8 +81,8 @@ XPWidgetID AddWidget(XPWidgetClass widgetClass, const char *text, int left, int 
 int CaptionLeft(const std::string &line) {
     const size_t blanks = line.find_first_not_of(' ');
     const auto width = [](const std::string &text) {
-        return TruncateToInt(
-            XPLMMeasureString(xplmFont_Proportional, text.c_str(), static_cast<int>(text.size())));
+        return PlaceOnScreen(TruncateToInt(
+            XPLMMeasureString(xplmFont_Proportional, text.c_str(), static_cast<int>(text.size()))));
     };
     return (DialogWidth - width(line.substr(blanks))) / 2 - width(line.substr(0, blanks));
 }
@@ -100,7 +100,7 @@ void Open(const Dialog &dialog) {
     Destroy(closed);
     closed = window;
     int screenWidth = 0, screenHeight = 0;
-    XPLMGetScreenSize(&screenWidth, &screenHeight);
+    ReadScreenSize(screenWidth, screenHeight);
     const int left = (screenWidth - DialogWidth) / 2, top = (screenHeight + DialogHeight) / 2;
     window = XPCreateWidget(left, top, left + DialogWidth, top - DialogHeight, 1, "Fennic", 1, nullptr,
                             xpWidgetClass_MainWindow);

@@ -13,6 +13,7 @@
 #include "frame/main_loop.h"
 #include "frame/settings.h"
 #include "util/clock.h"
+#include "util/screen.h"
 #include "voice/executer.h"
 #include "voice/recognition.h"
 #include "voice/selection.h"
@@ -148,7 +149,7 @@ int PlaceY(int y, int height) {
 
 void KeepOnScreen() {
     int width = 0, height = 0;
-    XPLMGetScreenSize(&width, &height);
+    ReadScreenSize(width, height);
     screenTop = height;
     const int x = PlaceX(widgetOffsetX, width), y = PlaceY(widgetOffsetY, height);
     if (x == widgetOffsetX && y == widgetOffsetY) return;

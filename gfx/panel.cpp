@@ -9,6 +9,7 @@
 #include "gfx/fonts.h"
 #include "gfx/palette.h"
 #include "gfx/textures.h"
+#include "util/screen.h"
 
 namespace {
 
@@ -24,7 +25,8 @@ struct Geometry {
 Geometry GeometryOf(XPLMWindowID window) {
     Geometry place;
     XPLMGetWindowGeometry(window, &place.left, &place.top, &place.right, &place.bottom);
-    return place;
+    return {PlaceOnScreen(place.left), PlaceOnScreen(place.top), PlaceOnScreen(place.right),
+            PlaceOnScreen(place.bottom)};
 }
 
 // Buttons and boxes, whose place is their lower left corner.
@@ -69,8 +71,8 @@ void PressKey(VR_box_struct &box, char key) {
 void widgetVR_class::get_default_window_pos() {
     int screenLeft = 0, screenBottom = 0;
     XPLMGetScreenBoundsGlobal(&screenLeft, nullptr, nullptr, &screenBottom);
-    left = screenLeft + offsetX;
-    bottom = screenBottom + offsetY;
+    left = PlaceOnScreen(screenLeft) + offsetX;
+    bottom = PlaceOnScreen(screenBottom) + offsetY;
     right = left + (isVr ? vrWidth : referenceWidth);
     top = bottom + (isVr ? vrHeight : referenceHeight);
 }
@@ -226,7 +228,7 @@ void widgetVR_class::ChangeOrigSize(int width, int height) {
     referenceHeight = height;
     SetResizingLimits();
     if (isVr) {
-        XPLMGetWindowGeometryVR(window, &vrWidth, nullptr);
+        ReadVrWidth();
         vrHeight = HeightOfWidth(vrWidth);
         XPLMSetWindowGeometryVR(window, vrWidth, vrHeight);
         return;
@@ -235,6 +237,11 @@ void widgetVR_class::ChangeOrigSize(int width, int height) {
     const Geometry place = GeometryOf(window);
     XPLMSetWindowGeometry(window, place.left, place.top, place.left + currentWidth,
                           place.top - currentHeight);
+}
+
+void widgetVR_class::ReadVrWidth() {
+    XPLMGetWindowGeometryVR(window, &vrWidth, nullptr);
+    vrWidth = PlaceOnScreen(vrWidth);
 }
 
 // The pilot put the headset on or took it off.
@@ -249,7 +256,7 @@ void widgetVR_class::FollowVr() {
 void widgetVR_class::Scale(int clicks) {
     const float factor = 1.0F + ScalePerClick * static_cast<float>(clicks);
     if (isVr) {
-        XPLMGetWindowGeometryVR(window, &vrWidth, nullptr);
+        ReadVrWidth();
         vrWidth = WidthWithinLimits(factor * static_cast<float>(vrWidth));
         vrHeight = HeightOfWidth(vrWidth);
         XPLMSetWindowGeometryVR(window, vrWidth, vrHeight);
@@ -306,8 +313,8 @@ int widgetVR_class::MouseL_handler(XPLMWindowID, int x, int y, XPLMMouseStatus s
     const Geometry place = GeometryOf(panel.window);
     const int width = place.right - place.left, height = place.top - place.bottom;
     if (status != xplm_MouseDown || width <= 0 || height <= 0) return 1;
-    panel.Click((x - place.left) * panel.referenceWidth / width,
-                panel.referenceHeight - (y - place.bottom) * panel.referenceHeight / height);
+    panel.Click((PlaceOnScreen(x) - place.left) * panel.referenceWidth / width,
+                panel.referenceHeight - (PlaceOnScreen(y) - place.bottom) * panel.referenceHeight / height);
     return 1;
 }
 

@@ -131,6 +131,7 @@ private:
     void OpenWindow();
     void SetResizingLimits();
     void SetPositioningMode();
+    void ReadVrWidth();
     int WidthWithinLimits(float width) const;
     int HeightOfWidth(int width) const;
     void FollowVr();

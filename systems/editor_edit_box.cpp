@@ -4,11 +4,11 @@
 
 #include <algorithm>
 
-#include "XPLMDisplay.h"
 #include "XPStandardWidgets.h"
 #include "XPWidgets.h"
 #include "gfx/fonts.h"
 #include "systems/editor_state.h"
+#include "util/screen.h"
 
 namespace {
 
@@ -47,7 +47,7 @@ void EditWidgetCreate(const FieldPlace &field, const Area &area) {
         return;
     }
     int screenWidth = 0, screenHeight = 0;
-    XPLMGetScreenSize(&screenWidth, &screenHeight);
+    ReadScreenSize(screenWidth, screenHeight);
     const int width = std::max(area.right - area.left, NarrowestBox);
     const int left = std::max(0, std::min(area.left, screenWidth - width));
     const int top = std::max(area.top + 2, BoxHeight);
@@ -109,7 +109,7 @@ void DrawEditWidget() {
     const int above = bottom < RowHeight + 2 ? top + RowHeight + 2 : bottom - 2;
     const int width = LenFontIdS(fnt_Main, refusal) + 2 * Margin;
     int screenWidth = 0, screenHeight = 0;
-    XPLMGetScreenSize(&screenWidth, &screenHeight);
+    ReadScreenSize(screenWidth, screenHeight);
     left = std::max(0, std::min(left, screenWidth - width));
     const Area area = {left, above, left + width, above - RowHeight - 2};
     FillArea(area, ColourBlack, 1.0);

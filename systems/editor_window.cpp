@@ -12,6 +12,7 @@
 #include "systems/editor_state.h"
 #include "systems/editor_undo.h"
 #include "systems/links.h"
+#include "util/screen.h"
 
 XPLMWindowID SysWindow = nullptr;
 int sW = 0, sH = 0;
@@ -87,7 +88,7 @@ void DrawShown() {
 
 void FollowScreen() {
     int width = 0, height = 0;
-    XPLMGetScreenSize(&width, &height);
+    ReadScreenSize(width, height);
     if (width == sW && height == sH) return;
     sW = width;
     sH = height;
@@ -112,7 +113,7 @@ void DragScrollBar(int y) {
 void SysWindowCreate() {
     SysWindowDestroy();
     ResetEditorState();
-    XPLMGetScreenSize(&sW, &sH);
+    ReadScreenSize(sW, sH);
     SysWindow =
         XPLMCreateWindow(0, sH, sW, 0, 1, SysWindowCallback, SysKeyCallback, SysMouseClickCallback, nullptr);
 }
@@ -128,7 +129,7 @@ void SysWindowCallback(XPLMWindowID, void *) {
     FollowScreen();
     int x = 0, y = 0;
     XPLMGetMouseLocation(&x, &y);
-    BeginZones(x, y);
+    BeginZones(PlaceOnScreen(x), PlaceOnScreen(y));
     BeginCanvas();
     KeepSelectionValid();
     TakeGraphValue();
@@ -158,7 +159,8 @@ void SysKeyCallback(XPLMWindowID, char, XPLMKeyFlags flags, char virtualKey, voi
     scroll[keyList] = std::clamp(scroll[keyList], std::max(0, selected - rowsKept), std::max(0, selected));
 }
 
-int SysMouseClickCallback(XPLMWindowID, int x, int y, XPLMMouseStatus mouse, void *) {
+int SysMouseClickCallback(XPLMWindowID, int mouseX, int mouseY, XPLMMouseStatus mouse, void *) {
+    const int x = PlaceOnScreen(mouseX), y = PlaceOnScreen(mouseY);
     if (mouse == xplm_MouseDown) {
         if (!ZoneAt(x, y)) {
             if (XPLMHasKeyboardFocus(SysWindow)) XPLMTakeKeyboardFocus(nullptr);

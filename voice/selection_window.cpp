@@ -5,6 +5,7 @@
 #include "XPLMDisplay.h"
 #include "frame/settings.h"
 #include "util/clock.h"
+#include "util/screen.h"
 #include "voice/executer.h"
 #include "voice/recognition.h"
 
@@ -61,7 +62,7 @@ void MouseDown(int y) {
 // On another screen the window is made afresh, in the list's place there.
 void SelWindowDraw(XPLMWindowID, void *) {
     int width = 0, height = 0;
-    XPLMGetScreenSize(&width, &height);
+    ReadScreenSize(width, height);
     const bool hasChanged = width != screenWidth || height != screenHeight;
     screenWidth = width;
     screenHeight = height;
@@ -70,7 +71,8 @@ void SelWindowDraw(XPLMWindowID, void *) {
 
 void SelWindowKey(XPLMWindowID, char, XPLMKeyFlags, char, void *, int) {}
 
-int SelWindowMouse(XPLMWindowID, int x, int y, XPLMMouseStatus status, void *) {
+int SelWindowMouse(XPLMWindowID, int mouseNowX, int mouseNowY, XPLMMouseStatus status, void *) {
+    const int x = PlaceOnScreen(mouseNowX), y = PlaceOnScreen(mouseNowY);
     const int movedX = x - mouseX, movedY = y - mouseY;
     mouseX = x;
     mouseY = y;
