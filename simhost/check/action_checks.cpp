@@ -194,6 +194,7 @@ void ReadPositionNames() {
 
 void CheckActions(bool hasLists) {
     hasSimulatorLists = hasLists;
+    positionsOf.clear();
     ReadPositionNames();
     ForEachParameter([](const ParameterPlace &place) {
         CheckBinding(place.parameter.inDataref, Use::Read, place);

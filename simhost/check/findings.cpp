@@ -91,6 +91,7 @@ bool PrintFindings(const std::string &pluginFolder, const std::string &folder,
     PrintCount(counts[0], "error", ", ");
     PrintCount(counts[1], "warning", ", ");
     PrintCount(counts[2], "note", "\n");
+    findings.clear();
     return counts[0] == 0 && counts[1] == 0;
 }
 

@@ -104,6 +104,7 @@ void FindCirclesFrom(int start) {
 } // namespace
 
 void CheckLinkCycles() {
+    nodes.clear();
     CollectNodes();
     for (size_t i = 0; i < nodes.size(); i++)
         if (nodes[i].order == UNSEEN) FindCirclesFrom(static_cast<int>(i));

@@ -116,6 +116,8 @@ void CheckOffers() {
 } // namespace
 
 void CheckPhrases() {
+    awaited.clear();
+    claims.clear();
     CollectListeners();
     CheckClaims();
     CheckOffers();
