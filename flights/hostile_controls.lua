@@ -163,7 +163,6 @@ for _, disturb in ipairs {
     sim.mouse_down(x, 15)
     sim.mouse_drag(x + 5, 20)
     disturb()
-    sim.mouse_drag(2147483647, -2147483648) -- farther than any screen
     sim.mouse_drag(x + 10, 30)
     sim.frames(2)
     sim.mouse_up(x + 10, 30)
