@@ -34,15 +34,18 @@ template <typename Item> bool isHit(const Item &item, int x, int y) {
     return item.x < x && x < item.x + item.width && item.y - item.height < y && y < item.y;
 }
 
-// Scrolls so that the cursor is inside the box.
+// Scrolls so that the cursor is inside the box, and what was erased leaves no room behind the text.
 void ShowCursor(VR_box_struct &box) {
     const std::string_view text = box.text;
-    box.scroll = std::min(box.scroll, box.cursor);
-    const auto widthToCursor = [&] {
-        return LenFontIdS(box.font, text.substr(static_cast<size_t>(box.scroll),
-                                                static_cast<size_t>(box.cursor - box.scroll)));
+    const auto isWide = [&](int first, int end) {
+        const std::string_view part =
+            text.substr(static_cast<size_t>(first), static_cast<size_t>(end - first));
+        return LenFontIdS(box.font, part) > box.width - 2 * BoxTextMargin;
     };
-    while (box.scroll < box.cursor && widthToCursor() > box.width - 2 * BoxTextMargin) box.scroll++;
+    const int length = static_cast<int>(text.size());
+    box.scroll = std::min(box.scroll, box.cursor);
+    while (box.scroll < box.cursor && isWide(box.scroll, box.cursor)) box.scroll++;
+    while (box.scroll > 0 && !isWide(box.scroll - 1, length)) box.scroll--;
 }
 
 // A blank becomes an underscore: boxes hold names, and in the files that use them blanks do not count.

@@ -87,6 +87,9 @@ TEST_F(Panels, ALongTextScrollsWithItsCursor) {
     const int shown = box.cursor - box.scroll;
     EXPECT_EQ(box.cursor, 50);
     EXPECT_TRUE(shown > 1 && shown < 10) << shown;
+    for (int i = 0; i < 10; i++) simhost::SendKey(XPLM_KEY_DELETE, xplm_DownFlag, 0);
+    EXPECT_EQ(box.cursor - box.scroll, shown) << "what is left of the text is seen while it is erased";
+    for (int i = 0; i < 10; i++) simhost::SendKey(i % 2 ? 'm' : 'i', xplm_DownFlag, 0);
     for (int i = 0; i < 60; i++) simhost::SendKey(XPLM_KEY_LEFT, xplm_DownFlag, 0);
     EXPECT_EQ(box.cursor, 0);
     EXPECT_EQ(box.scroll, 0);
