@@ -1,5 +1,8 @@
 // The standard classes without keyboard: main window, sub-window, button, caption, progress. Each is a widget
 // function like a plug-in's own, so that plug-ins can call it and put theirs in front.
+#include <algorithm>
+#include <cstdint>
+
 #include "XPStandardWidgets.h"
 #include "XPWidgetUtils.h"
 #include "XPWidgets.h"
@@ -38,11 +41,13 @@ void PressMainWindow(XPWidgetID widget, const XPMouseState_t &mouse) {
 void DragMainWindow(XPWidgetID widget, const XPMouseState_t &mouse) {
     if (PropertyOf(widget, xpProperty_Dragging) == 0) return;
     const Rectangle place = PlaceOf(widget);
-    const auto offset = [&](XPWidgetPropertyID property) {
-        return static_cast<int>(PropertyOf(widget, property));
+    const auto distance = [&](int from, int to, XPWidgetPropertyID offset) {
+        constexpr intptr_t most = INT32_MAX;
+        const intptr_t held = std::clamp(PropertyOf(widget, offset), -most, most);
+        return static_cast<int>(std::clamp(intptr_t{to} - from - held, -most, most));
     };
-    XPUMoveWidgetBy(widget, mouse.x - place.left - offset(xpProperty_DragXOff),
-                    mouse.y - place.bottom - offset(xpProperty_DragYOff));
+    XPUMoveWidgetBy(widget, distance(place.left, mouse.x, xpProperty_DragXOff),
+                    distance(place.bottom, mouse.y, xpProperty_DragYOff));
 }
 
 void ReleaseMainWindow(XPWidgetID widget, const XPMouseState_t &mouse) {

@@ -69,7 +69,7 @@ void XPGetWidgetGeometry(XPWidgetID inWidget, int *outLeft, int *outTop, int *ou
 // is, unless the widget moves it: main and sub-windows do.
 void XPSetWidgetGeometry(XPWidgetID inWidget, int inLeft, int inTop, int inRight, int inBottom) {
     Widget *widget = FindWidget(inWidget);
-    const Rectangle place = {inLeft, inTop, inRight, inBottom};
+    const Rectangle place = LimitedPlace(inLeft, inTop, inRight, inBottom);
     if (widget == nullptr || widget->place == place) return;
     ExposureWatch watch(inWidget);
     XPWidgetGeometryChange_t change = {place.left - widget->place.left, place.bottom - widget->place.bottom,

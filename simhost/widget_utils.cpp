@@ -31,9 +31,11 @@ void XPUCreateWidgets(const XPWidgetCreate_t *inWidgetDefs, int inCount, XPWidge
 }
 
 void XPUMoveWidgetBy(XPWidgetID inWidget, int inDeltaX, int inDeltaY) {
-    const Rectangle place = PlaceOf(inWidget);
-    XPSetWidgetGeometry(inWidget, place.left + inDeltaX, place.top + inDeltaY, place.right + inDeltaX,
-                        place.bottom + inDeltaY);
+    const Rectangle before = PlaceOf(inWidget);
+    const std::int64_t right = inDeltaX, up = inDeltaY;
+    const Rectangle place =
+        LimitedPlace(before.left + right, before.top + up, before.right + right, before.bottom + up);
+    XPSetWidgetGeometry(inWidget, place.left, place.top, place.right, place.bottom);
 }
 
 // Moves what lies in the widget along with its lower left corner. It takes no message, so that it can be

@@ -72,7 +72,7 @@ XPWidgetID Create(const Rectangle &place, bool isVisible, const char *descriptor
     const XPWidgetID id = reinterpret_cast<XPWidgetID>(++lastSerial);
     made->id = id;
     made->owner = currentRunning.plugin;
-    made->place = place;
+    made->place = LimitedPlace(place);
     made->descriptor = descriptor != nullptr ? descriptor : "";
     made->isVisible = isVisible;
     made->isRoot = isRoot;

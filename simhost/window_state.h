@@ -5,6 +5,8 @@
 // call: one keeps its handle, and looks for it again. Handles are never used twice.
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -22,6 +24,19 @@ struct Rectangle {
     int Height() const { return top - bottom; }
     bool operator==(const Rectangle &) const = default;
 };
+
+// Plug-ins may give any numbers. Kept so near that places can be added and taken from each other.
+constexpr Rectangle LimitedPlace(std::int64_t left, std::int64_t top, std::int64_t right,
+                                 std::int64_t bottom) {
+    constexpr auto limited = [](std::int64_t corner) {
+        constexpr std::int64_t most = 500'000'000;
+        return static_cast<int>(std::clamp(corner, -most, most));
+    };
+    return {limited(left), limited(top), limited(right), limited(bottom)};
+}
+constexpr Rectangle LimitedPlace(const Rectangle &place) {
+    return LimitedPlace(place.left, place.top, place.right, place.bottom);
+}
 
 struct Window {
     XPLMWindowID id = nullptr;
@@ -63,7 +78,7 @@ bool IsOnMonitor(const Window &window); // visible, not in the headset, its plug
 
 // Puts the contents where they are wanted, as far as limits and positioning mode allow. What does not fit is
 // made to fit at the right and the lower edge.
-void PlaceWindow(Window &window, const Rectangle &wanted);
+void PlaceWindow(Window &window, const Rectangle &given);
 void SetWindowMode(Window &window, XPLMWindowPositioningMode mode);
 int LimitedWidth(const Window &window, int width);
 int LimitedHeight(const Window &window, int height);

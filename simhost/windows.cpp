@@ -79,6 +79,7 @@ XPLMWindowID AddWindow(const Window &window) {
     auto added = std::make_unique<Window>(window);
     const XPLMWindowID id = reinterpret_cast<XPLMWindowID>(++lastSerial);
     added->id = id;
+    added->place = LimitedPlace(window.place);
     Windows().push_back(std::move(added));
     RaiseWindow(id);
     return id;
@@ -121,7 +122,8 @@ int LimitedHeight(const Window &window, int height) {
     return std::clamp(height, window.leastHeight, window.mostHeight);
 }
 
-void PlaceWindow(Window &window, const Rectangle &wanted) {
+void PlaceWindow(Window &window, const Rectangle &given) {
+    const Rectangle wanted = LimitedPlace(given);
     if (window.mode == xplm_WindowFullScreenOnMonitor || window.mode == xplm_WindowFullScreenOnAllMonitors) {
         window.place = Screen();
         return;

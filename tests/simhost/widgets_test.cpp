@@ -2,6 +2,8 @@
 // safe inside callbacks.
 #include "simhost/widgets.h"
 
+#include <climits>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -175,6 +177,25 @@ TEST_F(Widgets, DestroyingTellsAndIsSafeInsideCallbacks) {
     }
     EXPECT_EQ(XPCreateWidget(0, 9, 9, 0, 1, "", 1, nullptr, 9), nullptr) << "no such class";
     EXPECT_EQ(XPCreateCustomWidget(0, 9, 9, 0, 1, "", 1, nullptr, nullptr), nullptr);
+}
+
+TEST_F(Widgets, AnyNumbersAreTaken) {
+    for (XPWidgetClass each = xpWidgetClass_MainWindow; each <= xpWidgetClass_Progress; each++) {
+        const XPWidgetID widget = XPCreateWidget(INT_MIN, INT_MAX, INT_MAX, INT_MIN, 1, "", 1, nullptr, each);
+        for (const int property : std::initializer_list<int>{
+                 xpProperty_ScrollBarMax, xpProperty_ScrollBarSliderPosition, xpProperty_EditFieldSelEnd,
+                 xpProperty_ProgressMax, xpProperty_DragXOff})
+            XPSetWidgetProperty(widget, property, INTPTR_MAX);
+        XPSetWidgetProperty(widget, xpProperty_ScrollBarMin, INTPTR_MIN);
+        XPSetWidgetProperty(widget, xpProperty_Dragging, 1);
+        XPMouseState_t mouse = {10, 10, 0, 1};
+        for (XPWidgetMessage message : {xpMsg_MouseWheel, xpMsg_MouseDrag, xpMsg_MouseDown, xpMsg_MouseUp})
+            XPSendMessageToWidget(widget, message, xpMode_Direct, reinterpret_cast<intptr_t>(&mouse), 0);
+        DrawFrame(false);
+        XPUMoveWidgetBy(widget, INT_MAX, INT_MIN);
+        EXPECT_GT(Exposed(widget)[0], 1 << 24) << "class " << each;
+        XPDestroyWidget(widget, 1);
+    }
 }
 
 TEST_F(Widgets, FocusGoesToWhoeverTakesIt) {
