@@ -1,6 +1,7 @@
 // Texts are collected in one buffer, since what they are made of may be gone when they are drawn.
 #include "systems/editor_canvas.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,20 @@ void AddText(std::string_view head, std::string_view tail, int x, int top, int C
     letters.append(head);
     if (!tail.empty()) letters.append(CutMark).append(tail);
     texts.push_back({start, letters.size() - start, x, top, C});
+}
+
+// The font draws plain letters alone: of any other character a question mark is seen.
+std::string_view Drawable(std::string_view text) {
+    const auto isPlain = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+    if (std::all_of(text.begin(), text.end(), isPlain)) return text;
+    static std::string drawable; // kept for its memory
+    drawable.clear();
+    for (const char c : text) {
+        const bool isInside =
+            (static_cast<unsigned char>(c) & 0xC0) == 0x80; // of a character of several bytes
+        if (!isInside) drawable += isPlain(c) ? c : '?';
+    }
+    return drawable;
 }
 
 // How much of a text fits into a width, from its beginning or from its end.
@@ -52,8 +67,9 @@ void EndCanvas() {
                        text.top - RowHeight + 1, text.C);
 }
 
-void DrawCut(std::string_view text, int x, int top, int width, int C) {
+void DrawCut(std::string_view whole, int x, int top, int width, int C) {
     if (width <= 0) return;
+    const std::string_view text = Drawable(whole);
     if (LenFontIdS(fnt_Main, text) <= width) {
         AddText(text, {}, x, top, C);
         return;
