@@ -56,4 +56,5 @@ editor.detail("unit", "a user")
 saved("S1", "out=P1,double,a user,", "the usage list")
 editor.title("<---")
 editor.detail("unit", "looked at before")
-saved("LAST", "out=END,double,looked at before,", "one step back")
+editor.rename(3, editor.rows(), "BACK") -- the column has followed
+saved("LAST", "out=BACK,double,looked at before,", "one step back")

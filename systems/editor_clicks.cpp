@@ -93,6 +93,7 @@ void GoToUsage(int index) {
     const out_usage_struct usage = usageVector[static_cast<size_t>(index)];
     SelectPlace(usage.place.sys, usage.place.dev, usage.place.out);
     selDrawStack = usage.place.block;
+    ScrollToSelection();
     if (usage.element < 0) return;
     showCalc = 1;
     selCalc = usage.item;
@@ -125,7 +126,10 @@ void Edit(const click_zone_class &zone, bool isDouble) {
         || field.field == FieldActionValue)
         SelectItem(zone);
     if (field.field == FieldPointX || field.field == FieldPointY) selPoint = field.item;
-    if (!isDouble) return;
+    if (!isDouble) {
+        if (field.field >= FieldUnit) Say("a double click edits it");
+        return;
+    }
     if (isDeletedPlace())
         Say("this was deleted", true);
     else
@@ -147,8 +151,18 @@ bool Show(const click_zone_class &zone, bool isDouble) {
     case ActionPage: ChangePage(zone); return true;
     case ActionShow: isEditorShown = true; return true;
     case ActionHide: isEditorShown = false; return true;
-    case ActionBack: GoBack(); return true;
-    case ActionForward: GoForward(); return true;
+    case ActionGoToBlock:
+        selDrawStack = block;
+        ScrollToSelection();
+        return true;
+    case ActionBack:
+        GoBack();
+        ScrollToSelection();
+        return true;
+    case ActionForward:
+        GoForward();
+        ScrollToSelection();
+        return true;
     case ActionShowUsage: showUsage = !showUsage; return true;
     case ActionShowGraph: showGraph = !showGraph; return true;
     case ActionShowCalc: ShowPanel(1, block); return true;
@@ -183,15 +197,15 @@ bool ChangeTree(const click_zone_class &zone) {
         return true;
     }
     switch (action) {
-    case ActionNew: New(list); return true;
+    case ActionNew: New(list); break;
     case ActionDelete: Delete(list); return true;
-    case ActionPaste: Paste(list); return true;
-    case ActionMove: Move(list); return true;
-    case ActionClone:
-        GoToNew(ListDev, CloneDevice(selSys, selDev), "there is no device to clone");
-        return true;
+    case ActionPaste: Paste(list); break;
+    case ActionMove: Move(list); break;
+    case ActionClone: GoToNew(ListDev, CloneDevice(selSys, selDev), "there is no device to clone"); break;
     default: return false;
     }
+    ScrollToSelection();
+    return true;
 }
 
 // Clicks that change the selected parameter.
@@ -206,7 +220,10 @@ void ChangeParameter(const click_zone_class &zone) {
     case ActionSwitchSerial: SwitchSerial(place.sys, place.dev); break;
     case ActionSwitchInMode: SwitchDatarefMode(place, false); break;
     case ActionSwitchOutMode: SwitchDatarefMode(place, true); break;
-    case ActionAddBlock: selDrawStack = AddBlock(place); break;
+    case ActionAddBlock:
+        selDrawStack = AddBlock(place);
+        ScrollToSelection();
+        break;
     case ActionDeleteBlock: DeleteBlock(place); break;
     case ActionAddComparison: AddComparison(place, item); break;
     case ActionDeleteComparison: DeleteComparison(place, item); break;

@@ -163,6 +163,15 @@ void DrawLogicStack(const Area &area) {
     if (!isParameter(selSys, selDev, selOut)) return;
     AddBoard(parZones, Zone(ActionAddBlock, "ADD"), area.left + 120, area.top);
     std::vector<logicblock_struct> &logic = ParameterAt(selSys, selDev, selOut).logic;
+    const int fired = FiredBlock(selSys, selDev, selOut);
+    if (fired >= 0 && logic.size() > 1) { // which may be far down
+        click_zone_class zone = BlockZone(ActionGoToBlock, "", fired, -1);
+        zone.area = {area.left + 190, area.top, area.left + 350, area.top - RowHeight + 1};
+        FrameArea(zone.area, ColourGrey, 1.0);
+        AddClickZone(parZones, zone);
+        DrawCut(BlockName(fired), zone.area.left + 3, area.top, 90, ColourWhite);
+        DrawState("CALC", zone.area.left + 100, area.top);
+    }
     int count = 0;
     for (const logicblock_struct &block : logic) count += 1 + static_cast<int>(block.compares.size());
     const int listTop = area.top - RowHeight - 2;
@@ -170,7 +179,6 @@ void DrawLogicStack(const Area &area) {
     const Area list = {area.left, listTop, area.right, listTop - rows * RowHeight};
     FrameArea(list, ColourBoard, 1.0);
     const int barWidth = AddScroll(parZones, list, ListLogic, rows, count, scroll[ListLogic]);
-    const int fired = FiredBlock(selSys, selDev, selOut);
     const int first = scroll[ListLogic], end = first + rows;
     int row = 0;
     for (size_t b = 0; b < logic.size() && row < end; b++) {

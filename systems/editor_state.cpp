@@ -14,6 +14,7 @@ int selSys = -1, selDev = -1, selOut = -1;
 int selDrawStack = -1, selCalc = -1, selDraw = -1, selPoint = -1;
 int SysTablePage = 0;
 int scroll[EditorLists] = {};
+int rowsSeen[EditorLists] = {};
 int showCalc = 1, showGraph = 1, showUsage = 1;
 bool isEditorShown = false;
 int isAUTO = 0;
@@ -45,6 +46,11 @@ void GoTo(size_t index) {
     visitedNow = index;
     const BlockPlace &place = visited[index];
     if (isParameter(place.sys, place.dev, place.out)) SetSelection(place.sys, place.dev, place.out);
+}
+
+void ScrollTo(int list, int row) {
+    if (row < 0) return;
+    scroll[list] = std::clamp(scroll[list], std::max(0, row - std::max(1, rowsSeen[list]) + 1), row);
 }
 
 template <typename Records> void Clamp(int &index, const Records &records) {
@@ -79,6 +85,19 @@ void SelectPlace(int sys, int dev, int out) {
     if (visited.size() >= MostVisited) visited.erase(visited.begin());
     visited.push_back(SelectedParameter());
     visitedNow = visited.size() - 1;
+}
+
+void ScrollToSelection() {
+    ScrollTo(ListSys, selSys);
+    ScrollTo(ListDev, selDev);
+    ScrollTo(ListOut, selOut);
+    if (!BlockAt(SelectedBlock())) return;
+    int row = selDrawStack; // blocks and comparisons stand below each other
+    for (int block = 0; block < selDrawStack; block++)
+        row += static_cast<int>(BlockAt({selSys, selDev, selOut, block})->compares.size());
+    const size_t comparisons = BlockAt(SelectedBlock())->compares.size();
+    ScrollTo(ListLogic, row + static_cast<int>(comparisons));
+    ScrollTo(ListLogic, row);
 }
 
 void GoBack() {

@@ -23,6 +23,7 @@ enum EditorList {
 enum EditorAction {
     ActionNone,
     ActionSelectBlock, // block
+    ActionGoToBlock,   // and scroll to it
     ActionSelectItem,  // block, item, element: of the panel that is open
     ActionEdit,        // field; on a double click, and what the click selects
     ActionScroll,
@@ -77,6 +78,7 @@ extern int selDraw;                // its element, or the action
 extern int selPoint;               // of the graph
 extern int SysTablePage;           // of the parameters, from 0
 extern int scroll[EditorLists];    // the first that is seen
+extern int rowsSeen[EditorLists];  // in the last drawing
 
 extern int showCalc;              // 1 calculations, 0 actions
 extern int showGraph, showUsage;  // panels below the table
@@ -89,6 +91,9 @@ void ResetEditorState();
 
 // Selects a place, as a click would; what is deeper than it is given becomes the first there is.
 void SelectPlace(int sys, int dev, int out);
+
+// Scrolls the columns and the logic stack to where the selection is seen.
+void ScrollToSelection();
 void GoBack();
 void GoForward();
 

@@ -154,9 +154,7 @@ void SysKeyCallback(XPLMWindowID, char, XPLMKeyFlags flags, char virtualKey, voi
     if (keyList == ListDev && isDevice(selSys, selDev + step)) SelectPlace(selSys, selDev + step, -1);
     if (keyList == ListOut && isParameter(selSys, selDev, selOut + step))
         SelectPlace(selSys, selDev, selOut + step);
-    const int selected = keyList == ListSys ? selSys : keyList == ListDev ? selDev : selOut;
-    const int rowsKept = 5; // in view around it
-    scroll[keyList] = std::clamp(scroll[keyList], std::max(0, selected - rowsKept), std::max(0, selected));
+    ScrollToSelection();
 }
 
 int SysMouseClickCallback(XPLMWindowID, int mouseX, int mouseY, XPLMMouseStatus mouse, void *) {

@@ -53,6 +53,7 @@ int AddBoard(std::vector<click_zone_class> &zones, click_zone_class zone, int x,
 
 int AddScroll(std::vector<click_zone_class> &zones, const Area &area, int list, int rows, int count,
               int &first) {
+    rowsSeen[list] = rows;
     first = std::clamp(first, 0, std::max(0, count - rows));
     if (count <= rows) return 0;
     click_zone_class zone;
