@@ -30,6 +30,7 @@ sim.stop()
 
 check.write(systems .. "_systems.txt", "")
 sim.publish("test/brake", "int", 0)
+sim.publish("kv/fennic_kill", "int", 0)
 editor.start(1280, 800)
 
 -- ---- A checklist of two steps, and the brake that it asks for ----
@@ -217,6 +218,23 @@ fails("a link to nowhere", "ln -s nowhere/at/all " .. folder .. "NewSystem.txt'"
 editor.title("SAVE")
 check.equal(read("_systems.txt"), "CHECKLIST\nPANEL\nNewSystem\n", "saved after all")
 holds("CHECKLIST.txt", "changed", "saved after all")
+
+-- What is being typed outlives a change of the screen's size; the kill switch leaves nothing to see or click.
+editor.select(1, 1)
+sim.double_click(700, 705)
+sim.type("half typed")
+sim.screen(1600, 800)
+sim.frames(2)
+check.equal(editor.box(), "half typed", "the screen has grown")
+sim.screen(1280, 800)
+sim.set("kv/fennic_kill", 1)
+sim.frames(2)
+check.equal(editor.box(), nil, "the kill switch closes the box")
+sim.double_click(700, 705)
+sim.frames(2)
+check.equal(editor.box(), nil, "the kill switch")
+sim.set("kv/fennic_kill", 0)
+sim.frames(2)
 
 -- Hidden, the mouse reaches the simulator again.
 editor.title("HIDE")

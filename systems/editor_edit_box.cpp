@@ -14,7 +14,8 @@ namespace {
 
 const char *const Placeholder = "input text";
 const int LongestText = 2000;
-const int NarrowestBox = 220, BoxHeight = 22, Margin = 6;
+const int NarrowestBox = 220, WidestBox = 700, BoxHeight = 22, Margin = 6;
+const int LetterWidth = 8; // about that of the box's letters
 
 XPWidgetID box = nullptr;
 bool isDone = false;
@@ -35,6 +36,15 @@ void Close() {
     XPHideWidget(box);
 }
 
+// Left and top as they are asked for, moved as far as the screen needs.
+Area PlaceOnScreen(int left, int top, int width) {
+    int screenWidth = 0, screenHeight = 0;
+    ReadScreenSize(screenWidth, screenHeight);
+    left = std::max(0, std::min(left, screenWidth - width));
+    top = std::max(std::min(top, screenHeight), BoxHeight);
+    return {left, top, left + width, top - BoxHeight};
+}
+
 } // namespace
 
 void EditWidgetCreate(const FieldPlace &field, const Area &area) {
@@ -46,12 +56,10 @@ void EditWidgetCreate(const FieldPlace &field, const Area &area) {
         Say("this text is too long to be edited here", true);
         return;
     }
-    int screenWidth = 0, screenHeight = 0;
-    ReadScreenSize(screenWidth, screenHeight);
-    const int width = std::max(area.right - area.left, NarrowestBox);
-    const int left = std::max(0, std::min(area.left, screenWidth - width));
-    const int top = std::max(area.top + 2, BoxHeight);
-    box = XPCreateWidget(left, top, left + width, top - BoxHeight, 1,
+    const int textWidth =
+        std::clamp(static_cast<int>(text.size() + 4) * LetterWidth, NarrowestBox, WidestBox);
+    const Area place = PlaceOnScreen(area.left, area.top + 2, std::max(area.right - area.left, textWidth));
+    box = XPCreateWidget(place.left, place.top, place.right, place.bottom, 1,
                          text.empty() ? Placeholder : text.c_str(), 1, nullptr, xpWidgetClass_TextField);
     XPSetWidgetProperty(box, xpProperty_TextFieldType, xpTextEntryField);
     XPSetWidgetProperty(box, xpProperty_MaxCharacters, LongestText);
@@ -72,6 +80,14 @@ bool isEditWidgetOpen() {
     return box && !isDone;
 }
 
+void KeepEditWidgetOnScreen() {
+    if (!box) return;
+    int left = 0, top = 0, right = 0, bottom = 0;
+    XPGetWidgetGeometry(box, &left, &top, &right, &bottom);
+    const Area place = PlaceOnScreen(left, top, right - left);
+    XPSetWidgetGeometry(box, place.left, place.top, place.right, place.bottom);
+}
+
 int EditWidgetHandler(XPWidgetMessage message, XPWidgetID widget, intptr_t first, intptr_t) {
     if (widget != box || isDone) return 0;
     if (message == xpMsg_TextFieldChanged) refusal.clear();
@@ -80,10 +96,12 @@ int EditWidgetHandler(XPWidgetMessage message, XPWidgetID widget, intptr_t first
     const bool isReturn = key.key == XPLM_KEY_RETURN, isEscape = key.key == XPLM_KEY_ESCAPE;
     if (!isReturn && !isEscape) return 0;
     if (key.flags & xplm_UpFlag) return 1;
-    if (isReturn)
+    if (isReturn) {
         EditWidgetStore();
-    else
+    } else {
+        Say(""); // a refusal is settled
         Close();
+    }
     return 1;
 }
 

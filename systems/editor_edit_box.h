@@ -12,6 +12,9 @@ void EditWidgetCreate(const FieldPlace &field, const Area &area);
 void EditWidgetDestroy();
 bool isEditWidgetOpen();
 
+// To be called when the screen's size has changed: the box stays where all of it is seen.
+void KeepEditWidgetOnScreen();
+
 // The box's callback: return stores the text in the field, escape leaves it as it was. What is refused stays
 // in the box, with the reason.
 int EditWidgetHandler(XPWidgetMessage message, XPWidgetID widget, intptr_t first, intptr_t second);

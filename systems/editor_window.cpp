@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "XPLMProcessing.h"
+#include "frame/main_loop.h"
 #include "gfx/fonts.h"
 #include "systems/editor_clicks.h"
 #include "systems/editor_edit_box.h"
@@ -93,7 +94,15 @@ void FollowScreen() {
     sW = width;
     sH = height;
     XPLMSetWindowGeometry(SysWindow, 0, sH, sW, 0);
+    KeepEditWidgetOnScreen();
+}
+
+// The aircraft's kill switch: nothing is seen, nothing can be clicked, and no key is taken.
+void DrawNothing() {
+    BeginZones(-1, -1);
     EditWidgetDestroy();
+    pressed = {};
+    if (XPLMHasKeyboardFocus(SysWindow)) XPLMTakeKeyboardFocus(nullptr);
 }
 
 void ScrollTo(int list, int row) {
@@ -126,6 +135,10 @@ void SysWindowDestroy() {
 }
 
 void SysWindowCallback(XPLMWindowID, void *) {
+    if (!isFennicKillDrfWasReaded || isKilled()) {
+        DrawNothing();
+        return;
+    }
     FollowScreen();
     int x = 0, y = 0;
     XPLMGetMouseLocation(&x, &y);
