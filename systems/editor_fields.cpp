@@ -315,9 +315,9 @@ std::string SetField(const FieldPlace &field, const std::string &typed) {
     EditStep step(StepName(field.field));
     out_parameter_struct changed = parameter;
     logicblock_struct *block = field.field < FieldLeft ? nullptr : Item(changed.logic, place.block);
-    const std::string refusal = field.field < FieldLeft ? SetParameterField(field.field, text, changed)
-                                : block                 ? SetBlockField(field, text, *block)
-                                                        : NothingThere;
+    std::string refusal = field.field < FieldLeft ? SetParameterField(field.field, text, changed)
+                          : block                 ? SetBlockField(field, text, *block)
+                                                  : NothingThere;
     if (!refusal.empty()) return refusal;
     KeepParameter(place.sys, place.dev, place.out);
     parameter = std::move(changed);

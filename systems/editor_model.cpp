@@ -321,7 +321,7 @@ int MoveOut(int sys, int dev, int after) {
             back.name = oldName;
             Insert(DeviceAt(from.sys, from.dev).outs, from.out, std::move(back));
         },
-        sizeof oldName);
+        sizeof(std::string));
     OutParameterSysLinkPlace.sys = sys;
     OutParameterSysLinkPlace.dev = dev;
     OutParameterSysLinkPlace.out = out;
@@ -360,7 +360,7 @@ int MoveDevice(int sys, int after) {
             back.name = oldName;
             Insert(At(systems_vector, fromSys).devices, fromDev, std::move(back));
         },
-        sizeof oldName);
+        sizeof(std::string));
     CopyDevice(sys, dev);
     return dev;
 }

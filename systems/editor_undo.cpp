@@ -49,7 +49,7 @@ void EndChanges(const Step &step) {
 }
 
 size_t TextBytes(const std::string &text) {
-    return sizeof text + (text.capacity() > 15 ? text.capacity() : 0);
+    return sizeof(std::string) + (text.capacity() > 15 ? text.capacity() : 0);
 }
 
 size_t ApproximateBytes(const out_parameter_struct &parameter) {

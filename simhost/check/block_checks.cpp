@@ -88,7 +88,7 @@ void CheckParameter(const ParameterPlace &place) {
 
     for (size_t i = 0; i < parameter.logic.size(); i++) {
         const logicblock_struct &block = parameter.logic[i];
-        if (block.compares.size() > 0 && block.compares[0].joinOp == 1)
+        if (!block.compares.empty() && block.compares[0].joinOp == 1)
             AddFinding(Severity::Warning, parameter.fileName, block.compares[0].line,
                        "the first comparison after \"||\" always holds: the chain starts from true");
         CheckInheritedJoin(block, parameter.fileName);

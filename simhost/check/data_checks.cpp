@@ -199,8 +199,8 @@ void CheckFonts(const std::string &pluginFolder) {
         if (!isFileExistString(folder + font.atlasFile))
             AddFinding(Severity::Error, folder + file, 0, "there is no picture " + font.atlasFile);
         std::string missing;
-        for (char c = ' '; c <= '~'; c++)
-            if (font.charset.chars[static_cast<size_t>(c)].xadvance == 0.0F) missing += c;
+        for (unsigned char c = ' '; c <= '~'; c++)
+            if (font.charset.chars[c].xadvance == 0.0F) missing += static_cast<char>(c);
         if (!missing.empty())
             AddFinding(Severity::Note, folder + file, 0, "no glyphs for these characters: " + missing);
     }

@@ -34,7 +34,7 @@ std::string FindPluginFolder(const std::string &folder) {
 } // namespace
 
 std::string EnterFolder(const std::string &folder, const std::string &xplaneFolder) {
-    const std::string pluginFolder = FindPluginFolder(folder);
+    std::string pluginFolder = FindPluginFolder(folder);
     if (pluginFolder.empty()) {
         std::fprintf(stderr, "fennic-sim: no systems files in %s\n", folder.c_str());
         return "";
