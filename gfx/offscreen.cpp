@@ -98,11 +98,8 @@ bool MakeEmptyPicture(int texture, int width, int height) {
 
 void FBO_class::MakeFBO(int textureNumber, int newWidth, int newHeight) {
     DeleteFBO();
-    if (!MakeEmptyPicture(textureNumber, newWidth, newHeight)) {
-        string2debugString("No offscreen buffer: there is no texture, or its size cannot be", "", 1);
-        return;
-    }
-    texture = textureNumber;
+    const bool hasPicture = MakeEmptyPicture(textureNumber, newWidth, newHeight);
+    texture = hasPicture ? textureNumber : 0; // without a picture the framebuffer is incomplete
     width = newWidth;
     height = newHeight;
     const GLuint before = BoundFramebuffer();
