@@ -45,7 +45,7 @@ std::string EnterFolder(const std::string &folder, const std::string &xplaneFold
         std::fprintf(stderr, "fennic-sim: %s\n", error.c_str());
         return "";
     }
-    SetFolders(pluginFolder, pluginFolder, "");
+    SetFolders("", pluginFolder, ""); // no simulator, so that no log is written
     ActAsPlugin(pluginFolder + "lin.xpl");
     FindSimulatorDatarefs();
     CreateSpeechDatarefs();

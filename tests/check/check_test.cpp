@@ -126,6 +126,7 @@ TEST_F(Check, LeavesGoodFilesAlone) {
         0)
         << output;
     EXPECT_EQ(output.find("A.txt"), std::string::npos) << output;
+    EXPECT_FALSE(std::filesystem::exists(plugin + "Log.txt"));
 }
 
 TEST_F(Check, TextsThatTheReaderTakesForStructure) {
