@@ -4,6 +4,8 @@
 
 #include <lodepng.h>
 
+#include <cstdlib>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -25,9 +27,17 @@ namespace {
 const unsigned LargestSide = 8192;      // pixels; the plug-in's own pictures are far smaller
 const size_t HighestCompression = 1032; // of deflate, times
 
+// LodePNG's interface in C: as a shared library it may have another C++ runtime than the plug-in.
 struct Picture {
-    std::vector<unsigned char> pixels; // RGBA, the first row is the upper one
+    std::unique_ptr<unsigned char, decltype(&std::free)> pixels{nullptr, std::free}; // RGBA, upper row first
     unsigned width = 0, height = 0;
+};
+
+struct DecoderState : LodePNGState {
+    DecoderState() { lodepng_state_init(this); }
+    ~DecoderState() { lodepng_state_cleanup(this); }
+    DecoderState(const DecoderState &) = delete;
+    DecoderState &operator=(const DecoderState &) = delete;
 };
 
 unsigned LargestTextureSide() {
@@ -40,7 +50,7 @@ unsigned LargestTextureSide() {
 // Empty, or why the file gives no picture.
 std::string_view DecodePNG(const std::string &file, Picture &picture) {
     const auto *bytes = reinterpret_cast<const unsigned char *>(file.data());
-    lodepng::State state;
+    DecoderState state;
     unsigned width = 0, height = 0;
     unsigned failed = lodepng_inspect(&width, &height, &state, bytes, file.size());
     if (failed != 0) return lodepng_error_text(failed);
@@ -51,11 +61,12 @@ std::string_view DecodePNG(const std::string &file, Picture &picture) {
     const size_t filterBytes = 16 * static_cast<size_t>(height + 1); // more than all passes of rows have
     state.decoder.zlibsettings.max_output_size = size + filterBytes;
     state.decoder.read_text_chunks = 0;
-    failed = lodepng::decode(picture.pixels, picture.width, picture.height, state, bytes, file.size());
-    if (failed != 0) {
-        picture = {};
-        return lodepng_error_text(failed);
-    }
+    unsigned char *pixels = nullptr;
+    failed = lodepng_decode(&pixels, &width, &height, &state, bytes, file.size());
+    picture.pixels.reset(pixels);
+    if (failed != 0) return lodepng_error_text(failed);
+    picture.width = width;
+    picture.height = height;
     return "";
 }
 
@@ -67,7 +78,7 @@ void Upload(const Picture &picture) {
     glPixelStorei(GL_UNPACK_SKIP_ROWS, 0);
     glPixelStorei(GL_UNPACK_SKIP_PIXELS, 0);
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, static_cast<GLsizei>(picture.width),
-                 static_cast<GLsizei>(picture.height), 0, GL_RGBA, GL_UNSIGNED_BYTE, picture.pixels.data());
+                 static_cast<GLsizei>(picture.height), 0, GL_RGBA, GL_UNSIGNED_BYTE, picture.pixels.get());
     glPopClientAttrib();
 }
 
@@ -138,7 +149,7 @@ int textures_class::LoadPNGTexture(const std::string &path) {
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA); // what all drawing of pictures counts on
     width = picture.width;
     height = picture.height;
-    if (number == 0 || picture.pixels.empty()) return 1;
+    if (number == 0 || picture.width == 0) return 1;
     XPLMBindTexture2d(number, 0);
     Upload(picture);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
