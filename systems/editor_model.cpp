@@ -107,6 +107,29 @@ void FollowObjects() {
     SysLinkRefresh(1);
 }
 
+// What was copied links to names, which change behind it. from and to are "SYSTEM.", "SYSTEM.DEVICE." or
+// "SYSTEM.DEVICE.PARAMETER.".
+void RenameInCopies(const std::string &from, const std::string &to) {
+    const auto rename = [&](std::string &name) {
+        const std::string whole = name + ".";
+        if (!whole.starts_with(from)) return;
+        name = to + whole.substr(from.size());
+        name.pop_back();
+    };
+    const auto renameLink = [&](sysLink_struct &link) {
+        if (isLink(link)) rename(link.name);
+    };
+    ForEachLinkOf(OutParameterCopy, renameLink);
+    for (out_parameter_struct &parameter : DeviceCopy.outs) ForEachLinkOf(parameter, renameLink);
+    rename(OutParameterSysLinkCopy.name);
+    rename(copiedDeviceName);
+}
+
+void FollowInCopies(const std::string &from, const std::string &to) {
+    RenameInCopies(from, to);
+    OnUndo([=] { RenameInCopies(to, from); }, from.size() + to.size());
+}
+
 template <typename Record>
 std::string RenameRefusal(const std::vector<Record> &records, int index, const std::string &name) {
     std::string refusal = NameRefusal(name);
@@ -207,6 +230,7 @@ std::string RenameSystem(int sys, const std::string &name) {
     if (!refusal.empty() || At(systems_vector, sys).name == name) return refusal;
     EditStep step("RENAME SYSTEM");
     KeepSystemHead(sys);
+    FollowInCopies(At(systems_vector, sys).name + ".", name + ".");
     At(systems_vector, sys).name = name;
     FollowObjects();
     return "";
@@ -218,6 +242,8 @@ std::string RenameDevice(int sys, int dev, const std::string &name) {
     if (!refusal.empty() || DeviceAt(sys, dev).name == name) return refusal;
     EditStep step("RENAME DEVICE");
     KeepDeviceHead(sys, dev);
+    const std::string system = At(systems_vector, sys).name + ".";
+    FollowInCopies(system + DeviceAt(sys, dev).name + ".", system + name + ".");
     DeviceAt(sys, dev).name = name;
     FollowObjects();
     return "";
@@ -229,7 +255,9 @@ std::string RenameOut(int sys, int dev, int out, const std::string &name) {
     if (!refusal.empty() || ParameterAt(sys, dev, out).name == name) return refusal;
     EditStep step("RENAME PARAMETER");
     KeepNamedParameter(sys, dev, out);
+    const std::string oldName = SysDevOut2name(sys, dev, out);
     ParameterAt(sys, dev, out).name = name;
+    FollowInCopies(oldName + ".", SysDevOut2name(sys, dev, out) + ".");
     FollowObjects();
     return "";
 }
@@ -326,6 +354,7 @@ int MoveOut(int sys, int dev, int after) {
     OutParameterSysLinkPlace.dev = dev;
     OutParameterSysLinkPlace.out = out;
     SysLinkPlace();
+    FollowInCopies(from.name + ".", SysDevOut2name(sys, dev, out) + ".");
     CopyOut(sys, dev, out);
     return out;
 }
@@ -338,6 +367,8 @@ int MoveDevice(int sys, int after) {
     EditStep step("MOVE DEVICE");
     const std::string oldName = DeviceAt(fromSys, fromDev).name;
     const std::string newName = isSameSystem ? oldName : FreeName(At(systems_vector, sys).devices, oldName);
+    const std::string from = At(systems_vector, fromSys).name + "." + oldName + ".";
+    const std::string to = At(systems_vector, sys).name + "." + newName + ".";
     const auto isMoved = [=](const sysLink_struct &link) {
         return (link.kind == LinkLive || link.kind == LinkDeleted) && link.sys == fromSys
                && link.dev == fromDev;
@@ -345,9 +376,9 @@ int MoveDevice(int sys, int after) {
     KeepLinkTexts(isMoved);
     ForEachLink([&](sysLink_struct &link) {
         if (!isMoved(link)) return;
-        link.name =
-            At(systems_vector, sys).name + "." + newName + "." + ParameterAt(fromSys, fromDev, link.out).name;
+        link.name = to + ParameterAt(fromSys, fromDev, link.out).name;
     });
+    FollowInCopies(from, to);
     device_struct moved = TakeOut(At(systems_vector, fromSys).devices, fromDev);
     moved.name = newName;
     std::vector<device_struct> &devices = At(systems_vector, sys).devices;

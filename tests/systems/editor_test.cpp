@@ -88,6 +88,7 @@ TEST_F(Editor, LinksFollowWhatIsRenamedAndMoved) {
     compare_block_class &comparison = systems_vector[0].devices[1].outs[0].logic[0].compares[0];
     const auto left = [&] { return systems_vector[0].devices[1].outs[0].logic[0].compares[0].a.name; };
     const std::string first = Saved();
+    CopyOut(0, 1, 0);
     EXPECT_EQ(RenameOut(0, 0, 0, "VOLT"), "");
     EXPECT_EQ(left(), "S.D.VOLT");
     EXPECT_EQ(RenameDevice(0, 0, "F"), "");
@@ -95,6 +96,10 @@ TEST_F(Editor, LinksFollowWhatIsRenamedAndMoved) {
     EXPECT_EQ(comparison.b.kind, LinkLive);
     EXPECT_EQ(RenameSystem(0, "BUS"), "");
     EXPECT_EQ(left(), "BUS.F.P");
+    EXPECT_EQ(PasteOut(0, 1, -1), 1);
+    EXPECT_EQ(Parameter("BUS.E.Q2").logic[0].compares[0].a.name, "BUS.F.P") << "copied before";
+    EXPECT_EQ(OutParameterSysLinkCopy.name, "BUS.E.Q");
+    UndoEditStep();
     Frame();
     EXPECT_EQ(Value("BUS.E.Q"), 12);
 
