@@ -1,6 +1,6 @@
-// Runs every benchmark and prints one table. Where OpenGL draws by software it does so on a thread of its own,
-// as a graphics card would: the CPU column is the simulator's thread, with the driver's part in it but without
-// the pixels; those show in the Time column.
+// Runs every benchmark and prints one table. Where OpenGL draws by software it does so on a thread of its
+// own, as a graphics card would: the CPU column is the simulator's thread, with the driver's part in it but
+// without the pixels; those show in the Time column.
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>

@@ -128,7 +128,7 @@ TEST_P(InstallationOfType, IsCompletedAndUndoneAfterBeingBrokenOffAnywhere) {
         for (int call = 1; call <= calls; call++) {
             for (const Interruption how : step.interruptions) {
                 Interrupt(step.run, step.before, step.after, how, call);
-                if (HasFailure()) return; // one is enough to read
+                if (HasFailure()) return;                         // one is enough to read
                 if (!leftBehind.insert(Files()).second) continue; // completed from there before
                 SetUpThisAircraft();
                 EXPECT_EQ(Files(), setUp) << "set up after call " << call;
