@@ -18,7 +18,7 @@ constexpr const char *USAGE =
     "usage: fennic-sim [--aircraft DIR] [--fps N] [--screen WxH] [--window] [--quiet] [--keep]\n"
     "                  [--xplane DIR] FLIGHT.lua [ARG...]\n"
     "       fennic-sim check [--xplane DIR] FOLDER\n"
-    "       fennic-sim graph [--dot] FOLDER [DEVICE]\n"
+    "       fennic-sim graph [--dot] FOLDER [SYSTEM|DEVICE]\n"
     "       fennic-sim phrases FOLDER...\n"
     "\n"
     "  --aircraft DIR  the aircraft to fly: a path, or a name in the folder \"aircraft\" beside this\n"
@@ -76,7 +76,7 @@ int Check(int count, char **words) {
     return options.folder.empty() ? Refuse("check needs a folder") : simhost::CheckFolder(options);
 }
 
-// "fennic-sim graph [--dot] FOLDER [DEVICE]"
+// "fennic-sim graph [--dot] FOLDER [SYSTEM|DEVICE]"
 int Chart(int count, char **words) {
     simhost::ChartOptions options;
     for (int place = 0; place < count; ++place) {

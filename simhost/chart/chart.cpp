@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iostream>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 #include "simhost/check/folder.h"
@@ -30,8 +31,17 @@ std::vector<FoundDevice> FindSequences(const std::string &name) {
     return found;
 }
 
+constexpr size_t MOST_DEVICES = 30; // that can be drawn with an arrow for each pair
+
+size_t CountDevices() {
+    size_t count = 0;
+    for (const system_class &system : systems_vector) count += system.devices.size();
+    return count;
+}
+
 int ReportDevice(const std::string &name) {
-    std::fprintf(stderr, "fennic-sim: there is no single sequence %s; there are:\n", name.c_str());
+    std::fprintf(stderr, "fennic-sim: there is no system and no single sequence %s; sequences are:\n",
+                 name.c_str());
     for (const system_class &system : systems_vector)
         for (const device_struct &device : system.devices)
             if (device.serialStack)
@@ -57,12 +67,21 @@ std::string Quoted(const std::string &text) {
     return "\"" + ReplaceStringAll(ReplaceStringAll(text, "\\", "\\\\"), "\"", "\\\"") + "\"";
 }
 
+std::string Escaped(std::string text) {
+    for (const auto &[from, to] : {std::pair("&", "&amp;"), std::pair("<", "&lt;"), std::pair(">", "&gt;")})
+        text = ReplaceStringAll(std::move(text), from, to);
+    return text;
+}
+
 int ChartFolder(const ChartOptions &options) {
     if (EnterFolder(options.folder).empty()) return 2;
     CreateSystemsFromFile();
     std::ostringstream dot;
-    if (options.device.empty()) {
+    const auto system = mapSystemName.find(options.device);
+    if (options.device.empty() && CountDevices() > MOST_DEVICES) {
         DescribeSystems(dot);
+    } else if (options.device.empty() || system != mapSystemName.end()) {
+        DescribeDevices(dot, options.device.empty() ? -1 : system->second);
     } else {
         const std::vector<FoundDevice> found = FindSequences(options.device);
         if (found.size() != 1) return ReportDevice(options.device);

@@ -10,7 +10,8 @@ namespace simhost {
 
 struct ChartOptions {
     std::string folder; // an aircraft's, or the plug-in's inside it
-    std::string device; // a sequence to draw as a flow, "SYSTEM.DEVICE" or "DEVICE"; empty: all systems
+    std::string
+        device; // a sequence to draw as a flow, "SYSTEM.DEVICE" or "DEVICE"; or one system; empty: all
     bool isDot = false; // the description for Graphviz instead of the picture
 };
 
@@ -18,13 +19,16 @@ struct ChartOptions {
 // folder or device.
 int ChartFolder(const ChartOptions &options);
 
-// The systems with their devices, and who reads whom, in Graphviz's language.
+// In Graphviz's language: the systems and which of them reads which; the devices of all systems (-1), or of
+// one with those of others that it reads or that read it.
 void DescribeSystems(std::ostream &dot);
+void DescribeDevices(std::ostream &dot, int system);
 
 // The steps of a sequence: what each waits for and does.
 void DescribeFlow(const system_class &system, const device_struct &device, std::ostream &dot);
 
-// A text between double quotes in Graphviz's language.
+// A text between double quotes in Graphviz's language, and one inside its tables.
 std::string Quoted(const std::string &text);
+std::string Escaped(std::string text);
 
 } // namespace simhost

@@ -10,12 +10,6 @@ namespace simhost {
 
 namespace {
 
-std::string Escaped(std::string text) {
-    for (const auto &[from, to] : {std::pair("&", "&amp;"), std::pair("<", "&lt;"), std::pair(">", "&gt;")})
-        text = ReplaceStringAll(std::move(text), from, to);
-    return text;
-}
-
 std::string Side(const sysLink_struct &link, double constant) {
     return link.kind == LinkNone ? SignificantDigits(constant) : link.name;
 }
