@@ -2,9 +2,8 @@
 // east (right) and +z is south (aft), as in the simulator's local frame.
 #pragma once
 
-// Ten decimals of pi, on purpose: more would change the last digits of every result.
-const double deg2rad = 3.1415926535 / 180;
-const double rad2deg = 180 / 3.1415926535;
+#include "util/angles.h"
+
 const float ft2m = 0.3048F;
 const float m2ft = 3.28084F;
 const float knot2ms = 0.514444F;

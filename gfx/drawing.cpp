@@ -6,12 +6,12 @@
 
 #include "XPLMGraphics.h"
 #include "gfx/opengl.h"
+#include "util/angles.h"
 #include "util/numbers.h"
 
 namespace {
 
-const double deg2rad = 3.1415926535 / 180; // cut to ten decimals, as everywhere in the plug-in
-const GLushort Dashes = 0x3F3F;            // 6 pixels on, 2 off
+const GLushort Dashes = 0x3F3F; // 6 pixels on, 2 off
 
 void SetColour(double r, double g, double b, double t) {
     XPLMSetGraphicsState(0, 0, 0, 0, 1, 0, 0);
