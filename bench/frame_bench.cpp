@@ -7,7 +7,7 @@
 #include <iostream>
 
 #include "XPLMDefs.h"
-#include "bench/allocations.h"
+#include "bench/frames.h"
 #include "figure/animation.h"
 #include "figure/channels.h"
 #include "figure/positions.h"
@@ -75,13 +75,10 @@ private:
 // Times a frame's work while flight time goes on.
 template <typename Work> void TimeFrames(benchmark::State &state, Work work) {
     double time = simhost::FlightTimeSeconds();
-    const size_t before = AllocationCount();
-    for (auto _ : state) {
+    TimeEachFrame(state, [&] {
         simhost::SetFlightTimeSeconds(time += FrameSeconds);
         work();
-    }
-    state.counters["allocs/frame"] =
-        static_cast<double>(AllocationCount() - before) / static_cast<double>(state.iterations());
+    });
 }
 
 void BM_MainIdle(benchmark::State &state) {

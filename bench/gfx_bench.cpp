@@ -6,7 +6,7 @@
 #include <string>
 
 #include "XPLMDisplay.h"
-#include "bench/allocations.h"
+#include "bench/frames.h"
 #include "bench/made_model.h"
 #include "gfx/drawing.h"
 #include "gfx/fonts.h"
@@ -25,14 +25,10 @@ void DrawFrames(benchmark::State &state, XPLMDrawCallback_f draw) {
     wanted = state.range(0);
     simhost::SetScreenSize(1920, 1080);
     XPLMRegisterDrawCallback(draw, xplm_Phase_Window, 0, nullptr);
-    for (int frame = 0; frame < 3; frame++) simhost::DrawFrame(false);
-    const size_t before = AllocationCount();
-    for (auto _ : state) {
+    TimeEachFrame(state, [] {
         simhost::DrawFrame(false);
         glFinish();
-    }
-    state.counters["allocs/frame"] =
-        static_cast<double>(AllocationCount() - before) / static_cast<double>(state.iterations());
+    });
     XPLMUnregisterDrawCallback(draw, xplm_Phase_Window, 0, nullptr);
     UnLoadFonts();
     UnLoadTextures();

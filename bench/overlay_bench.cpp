@@ -4,7 +4,7 @@
 #include <string>
 
 #include "XPLMDisplay.h"
-#include "bench/allocations.h"
+#include "bench/frames.h"
 #include "bench/made_model.h"
 #include "frame/main_loop.h"
 #include "frame/overlay.h"
@@ -25,11 +25,7 @@ void BM_DrawOverlay(benchmark::State &state) {
     fennicsay = {"Brakes?", "Seats and belts?", "Before start checklist."};
     for (int64_t i = 0; i < state.range(0); i++) answers.push_back("answer number " + std::to_string(i));
     XPLMRegisterDrawCallback(DrawScreen, xplm_Phase_Window, 0, nullptr);
-    for (int frame = 0; frame < 3; frame++) simhost::DrawFrame(false);
-    const size_t before = AllocationCount();
-    for (auto _ : state) simhost::DrawFrame(false);
-    state.counters["allocs/frame"] =
-        static_cast<double>(AllocationCount() - before) / static_cast<double>(state.iterations());
+    TimeEachFrame(state, [] { simhost::DrawFrame(false); });
     state.counters["strings"] = static_cast<double>(simhost::ScreenTexts().size());
     XPLMUnregisterDrawCallback(DrawScreen, xplm_Phase_Window, 0, nullptr);
     CloseOverlay();

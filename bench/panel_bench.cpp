@@ -5,7 +5,7 @@
 
 #include <filesystem>
 
-#include "bench/allocations.h"
+#include "bench/frames.h"
 #include "bench/made_model.h"
 #include "figure/position_creator.h"
 #include "frame/main_loop.h"
@@ -29,14 +29,10 @@ void BM_PositionCreator(benchmark::State &state) {
     XPLMRegisterDrawCallback(DrawScreen, xplm_Phase_Window, 0, nullptr);
     if (state.range(0) != NeverOpened) EditorPanel_Create();
     if (state.range(0) == Closed) XPLMSetWindowIsVisible(EditorPanel.window, 0);
-    for (int frame = 0; frame < 3; frame++) simhost::DrawFrame(false);
-    const size_t before = AllocationCount();
-    for (auto _ : state) {
+    TimeEachFrame(state, [] {
         simhost::DrawFrame(false);
         glFinish();
-    }
-    state.counters["allocs/frame"] =
-        static_cast<double>(AllocationCount() - before) / static_cast<double>(state.iterations());
+    });
     EditorPanel.Delete();
     XPLMUnregisterDrawCallback(DrawScreen, xplm_Phase_Window, 0, nullptr);
     CloseOverlay();

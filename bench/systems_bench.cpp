@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <benchmark/benchmark.h>
 
-#include "bench/allocations.h"
+#include "bench/frames.h"
 #include "bench/made_model.h"
 #include "frame/main_loop.h"
 #include "simhost/simulator.h"
@@ -20,11 +20,7 @@ void BM_SystemsCycle(benchmark::State &state) {
     folder.Write("sys.txt", MadeModel(parameters));
     CreateSystemsFromFile();
     isFennicKillDrfWasReaded = true;
-    for (int frame = 0; frame < 10; frame++) CalculateSystemsCycle(0, 0, 0, nullptr);
-    const size_t before = AllocationCount();
-    for (auto _ : state) CalculateSystemsCycle(0, 0, 0, nullptr);
-    const double iterations = static_cast<double>(state.iterations());
-    state.counters["allocs/frame"] = static_cast<double>(AllocationCount() - before) / iterations;
+    TimeEachFrame(state, [] { CalculateSystemsCycle(0, 0, 0, nullptr); });
     state.counters["per_param"] = benchmark::Counter(parameters, benchmark::Counter::kIsIterationInvariantRate
                                                                      | benchmark::Counter::kInvert);
     DeleteSystems();
