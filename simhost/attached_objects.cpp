@@ -1,11 +1,12 @@
 // Lines such as "P _obja/7/_v10_att_file_stl seats.obj". Their order in the file says nothing.
 #include "simhost/attached_objects.h"
 
-#include <charconv>
 #include <fstream>
 #include <iterator>
 #include <map>
 #include <string_view>
+
+#include "simhost/number_text.h"
 
 namespace simhost {
 
@@ -26,24 +27,19 @@ constexpr struct {
                {"_v10_att_z_acf_prt_ref", &Entry::z}, {"_v10_att_phi_ref", &Entry::roll},
                {"_v10_att_psi_ref", &Entry::heading}, {"_v10_att_the_ref", &Entry::pitch}};
 
-template <typename Number> bool Parse(std::string_view text, Number &number) {
-    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
-    return parsed.ec == std::errc() && parsed.ptr == text.data() + text.size();
-}
-
 void ReadProperty(std::string_view key, std::string_view value, std::map<int, Entry> &entries, int &count) {
     if (key == "count") {
-        Parse(value, count);
+        ReadWholeNumber(value, count);
         return;
     }
     const std::size_t slash = key.find('/');
     int index = 0;
-    if (slash == std::string_view::npos || !Parse(key.substr(0, slash), index)) return;
+    if (slash == std::string_view::npos || !ReadWholeNumber(key.substr(0, slash), index)) return;
     key.remove_prefix(slash + 1);
     Entry &entry = entries[index];
     if (key == "_v10_att_file_stl") entry.file = value;
     for (const auto &number : numbers)
-        if (key == number.key) Parse(value, entry.*number.field);
+        if (key == number.key) ReadWholeNumber(value, entry.*number.field);
 }
 
 Matrix PlaceOf(const Entry &entry) {

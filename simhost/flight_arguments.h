@@ -46,6 +46,16 @@ void SetField(lua_State *lua, const char *name, const std::string &text);
 void SetField(lua_State *lua, const char *name, int number);
 void SetField(lua_State *lua, const char *name, bool value);
 
+// The fields that windows and widgets share; view tells what it looks like from outside.
+template <typename View> void SetPlaceFields(lua_State *lua, const View &view) {
+    SetField(lua, "left", view.left);
+    SetField(lua, "top", view.top);
+    SetField(lua, "right", view.right);
+    SetField(lua, "bottom", view.bottom);
+    SetField(lua, "visible", view.isVisible);
+    SetField(lua, "focus", view.hasFocus);
+}
+
 // A Lua function of a call; the call's name is its upvalue. No C++ object may be alive when Lua raises the
 // error, since Lua leaves by longjmp.
 template <int (*function)(Call &)> int Bridge(lua_State *lua) {

@@ -53,14 +53,9 @@ int ListWidgets(Call &call) {
         SetField(call.lua, "class", std::string(classNames[widget.widgetClass]));
         SetField(call.lua, "caption", widget.caption);
         SetField(call.lua, "plugin", PluginName(widget.owner));
-        SetField(call.lua, "left", widget.left);
-        SetField(call.lua, "top", widget.top);
-        SetField(call.lua, "right", widget.right);
-        SetField(call.lua, "bottom", widget.bottom);
-        SetField(call.lua, "visible", widget.isVisible);
+        SetPlaceFields(call.lua, widget);
         SetField(call.lua, "root", widget.isRoot);
         SetField(call.lua, "enabled", widget.isEnabled);
-        SetField(call.lua, "focus", widget.hasFocus);
         if (widget.parent >= 0) SetField(call.lua, "parent", widget.parent + 1);
         AddStateFields(call.lua, widget);
         lua_rawseti(call.lua, -2, ++place);

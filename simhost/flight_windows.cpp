@@ -22,12 +22,7 @@ int ListWindows(Call &call) {
         lua_newtable(call.lua);
         SetField(call.lua, "title", window.title);
         SetField(call.lua, "plugin", PluginName(window.owner));
-        SetField(call.lua, "left", window.left);
-        SetField(call.lua, "top", window.top);
-        SetField(call.lua, "right", window.right);
-        SetField(call.lua, "bottom", window.bottom);
-        SetField(call.lua, "visible", window.isVisible);
-        SetField(call.lua, "focus", window.hasFocus);
+        SetPlaceFields(call.lua, window);
         SetField(call.lua, "legacy", window.isLegacy);
         SetField(call.lua, "vr", window.isInVr);
         SetField(call.lua, "popped_out", window.isPoppedOut);

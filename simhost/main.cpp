@@ -1,5 +1,4 @@
 // The program fennic-sim: reads the command line and flies the flight.
-#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -10,6 +9,7 @@
 #include "simhost/chart/chart.h"
 #include "simhost/check/check.h"
 #include "simhost/flight.h"
+#include "simhost/number_text.h"
 #include "simhost/phrases/phrases.h"
 
 namespace {
@@ -49,16 +49,11 @@ int Refuse(const std::string &why) {
     return simhost::EXIT_USAGE;
 }
 
-template <typename Number> bool ReadWhole(std::string_view text, Number &number) {
-    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
-    return parsed.ec == std::errc() && parsed.ptr == text.data() + text.size();
-}
-
 bool ReadScreen(std::string_view text, int &width, int &height) {
     const size_t cross = text.find('x');
-    return cross != std::string_view::npos && ReadWhole(text.substr(0, cross), width)
-           && ReadWhole(text.substr(cross + 1), height) && width >= 1 && width <= 16384 && height >= 1
-           && height <= 16384;
+    return cross != std::string_view::npos && simhost::ReadWholeNumber(text.substr(0, cross), width)
+           && simhost::ReadWholeNumber(text.substr(cross + 1), height) && width >= 1 && width <= 16384
+           && height >= 1 && height <= 16384;
 }
 
 // "fennic-sim check [--xplane DIR] FOLDER"
@@ -140,7 +135,7 @@ int main(int count, char **words) {
         } else if (option == "--xplane") {
             options.xplaneFolder = value;
         } else if (option == "--fps") {
-            if (!ReadWhole(value, options.framesPerSecond) || !(options.framesPerSecond >= 1)
+            if (!simhost::ReadWholeNumber(value, options.framesPerSecond) || !(options.framesPerSecond >= 1)
                 || !(options.framesPerSecond <= 1000))
                 return Refuse("--fps must be a number from 1 to 1000, got \"" + value + "\"");
         } else if (!ReadScreen(value, options.screenWidth, options.screenHeight)) {

@@ -1,8 +1,9 @@
-// Numbers as texts, the same under every locale.
+// Numbers as texts and back, the same under every locale.
 #pragma once
 
 #include <charconv>
 #include <string>
+#include <string_view>
 
 namespace simhost {
 
@@ -11,6 +12,15 @@ template <typename Real> std::string NumberText(Real value) {
     char text[40];
     const auto end = std::to_chars(text, text + sizeof text, value).ptr;
     return std::string(text, end);
+}
+
+// Reads a text that is a number and nothing else; false, with number untouched, for any other.
+template <typename Number> bool ReadWholeNumber(std::string_view text, Number &number) {
+    Number read = 0;
+    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), read);
+    if (parsed.ec != std::errc() || parsed.ptr != text.data() + text.size()) return false;
+    number = read;
+    return true;
 }
 
 // Flight time as "mm:ss.t", cut, not rounded. Needs 24 bytes; gives the length. Safe in a signal handler.

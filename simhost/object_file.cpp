@@ -3,10 +3,11 @@
 #include "simhost/object_file.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <fstream>
 #include <sstream>
+
+#include "simhost/number_text.h"
 
 namespace simhost {
 
@@ -66,9 +67,7 @@ struct Reader {
         std::string_view word = Word();
         if (word.size() > 1 && word[0] == '+' && word[1] != '-') word.remove_prefix(1);
         Number read = 0;
-        const auto parsed = std::from_chars(word.data(), word.data() + word.size(), read);
-        if (word.empty() || parsed.ec != std::errc() || parsed.ptr != word.data() + word.size()) return false;
-        if (!std::isfinite(static_cast<float>(read))) return false;
+        if (!ReadWholeNumber(word, read) || !std::isfinite(static_cast<float>(read))) return false;
         number = read;
         return true;
     }
