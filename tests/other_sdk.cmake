@@ -10,6 +10,7 @@ list(REMOVE_ITEM widget_headers ${core_headers})
 file(COPY ${core_headers} DESTINATION ${sdk}/CHeaders/XPLM)
 file(COPY ${widget_headers} DESTINATION ${sdk}/CHeaders/Widgets)
 
+set(ENV{CCACHE_DISABLE} 1) # a compiler cache may name headers by other paths, which are compared below
 set(objects "")
 file(GLOB sources RELATIVE ${SOURCE} ${SOURCE}/util/*.cpp ${SOURCE}/frame/*.cpp ${SOURCE}/voice/*.cpp
      ${SOURCE}/systems/*.cpp ${SOURCE}/figure/*.cpp ${SOURCE}/gfx/*.cpp)
