@@ -8,6 +8,7 @@
 #include "figure/geodesy.h"
 #include "frame/datarefs.h"
 #include "util/clock.h"
+#include "util/find_dataref.h"
 #include "util/numbers.h"
 
 int OrvikOnAir = -1, OrvikLanded = -1;
@@ -59,7 +60,7 @@ XPLMDataRef DRFf_LdgRwyDistM = nullptr, DRFf_LdgRwyDeltaHdgDeg = nullptr;
 void FindOrvikInputs() {
     OrvikLookupTime = FlightTimeSEC;
     for (orvikInput *input : OrvikInputs)
-        if (!input->handle) input->handle = XPLMFindDataRef(input->name);
+        if (!input->handle) input->handle = FindDataref(input->name);
 }
 
 // An aircraft chooses the type of its own datarefs, and a read of the wrong type gives 0.
@@ -190,9 +191,9 @@ void CalcOrvik() {
 }
 
 void CalcBaro() {
-    static const XPLMDataRef setting = XPLMFindDataRef("sim/cockpit/misc/barometer_setting");
-    static const XPLMDataRef current = XPLMFindDataRef("sim/weather/barometer_current_inhg");
-    static const XPLMDataRef seaLevel = XPLMFindDataRef("sim/weather/barometer_sealevel_inhg");
+    static const XPLMDataRef setting = FindDataref("sim/cockpit/misc/barometer_setting");
+    static const XPLMDataRef current = FindDataref("sim/weather/barometer_current_inhg");
+    static const XPLMDataRef seaLevel = FindDataref("sim/weather/barometer_sealevel_inhg");
     const int set = HundredthsOf(setting);
     const auto isNear = [&](XPLMDataRef pressure) {
         return std::abs(static_cast<double>(HundredthsOf(pressure)) - set) < 3;
@@ -203,13 +204,13 @@ void CalcBaro() {
 
 void CalcPilot2FennicHdg() {
     static XPLMDataRef figureX = nullptr, figureZ = nullptr;
-    static const XPLMDataRef headX = XPLMFindDataRef("sim/graphics/view/pilots_head_x");
-    static const XPLMDataRef headZ = XPLMFindDataRef("sim/graphics/view/pilots_head_z");
-    static const XPLMDataRef headHeading = XPLMFindDataRef("sim/graphics/view/pilots_head_psi");
-    static const XPLMDataRef centreOfGravityZ = XPLMFindDataRef("sim/aircraft/weight/acf_cgZ_original");
+    static const XPLMDataRef headX = FindDataref("sim/graphics/view/pilots_head_x");
+    static const XPLMDataRef headZ = FindDataref("sim/graphics/view/pilots_head_z");
+    static const XPLMDataRef headHeading = FindDataref("sim/graphics/view/pilots_head_psi");
+    static const XPLMDataRef centreOfGravityZ = FindDataref("sim/aircraft/weight/acf_cgZ_original");
     if (!figureX) {
-        figureX = XPLMFindDataRef("kv/fo/_pos_x");
-        if (figureX) figureZ = XPLMFindDataRef("kv/fo/_pos_z");
+        figureX = FindDataref("kv/fo/_pos_x");
+        if (figureX) figureZ = FindDataref("kv/fo/_pos_z");
         return;
     }
     const float direction =

@@ -47,11 +47,13 @@ sim.set("kv/fo/head_x", 12.5)
 sim.set("test/out", 7)
 check.list({sim.get("kv/fo/_glass"), sim.get("kv/fo/head_x")}, {0, 12.5}, "others may write them")
 
+-- The aircraft is loaded again: the simulator still knows the names, but nobody publishes them.
 sim.dataref_browser(false)
 sim.stop()
 expect_gone()
 sim.start()
 expect_published()
+check.equal(check.count(check.log(), "already exist"), 0, "no name was taken")
 check.list(sim.dataref_browser_names(), {}, "nobody to tell")
 sim.stop()
 

@@ -6,6 +6,7 @@
 #include "frame/datarefs.h"
 #include "systems/reader.h"
 #include "util/files.h"
+#include "util/find_dataref.h"
 #include "util/log.h"
 #include "util/paths.h"
 
@@ -56,7 +57,7 @@ const AircraftRow *FindAircraft() {
 } // namespace
 
 std::string ReadDRF_descrString() {
-    return GetDRFs(XPLMFindDataRef("sim/aircraft/view/acf_descrip"));
+    return GetDRFs(FindDataref("sim/aircraft/view/acf_descrip"));
 }
 
 int ReadDRF_descr() {

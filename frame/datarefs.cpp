@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "XPLMPlugin.h"
+#include "util/find_dataref.h"
 #include "util/log.h"
 
 DRFclass DRFs[DrfCapacity];
@@ -63,7 +64,7 @@ void TellDatarefBrowser(const std::string &name) {
 
 // The next free entry, or null with the reason in the log.
 DRFclass *NextEntry(const std::string &name, const char *type) {
-    if (XPLMFindDataRef(name.c_str())) {
+    if (FindDataref(name.c_str())) {
         string2debugString(std::string("CUSTOM DATAREF (") + type + ") ERROR (already exist): ", name, 1);
         return nullptr;
     }

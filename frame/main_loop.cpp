@@ -14,6 +14,7 @@
 #include "frame/simulator_datarefs.h"
 #include "util/clock.h"
 #include "util/files.h"
+#include "util/find_dataref.h"
 #include "util/paths.h"
 #include "voice/action_queue.h"
 #include "voice/executer.h"
@@ -35,14 +36,14 @@ int drfDone = 0;  // one-time binding done
 int readDone = 0; // voice list, context and menu loaded
 
 void FindKillSwitch() {
-    DRFi_FennicKill = XPLMFindDataRef("kv/fennic_kill");
+    DRFi_FennicKill = FindDataref("kv/fennic_kill");
     FindClickDataref();
     isFennicKillDrfWasReaded = true;
 }
 
 bool FindControlDataref() {
     if (!isControlDrfWasFind)
-        isControlDrfWasFind = globalCheckDrfName.empty() || XPLMFindDataRef(globalCheckDrfName.c_str());
+        isControlDrfWasFind = globalCheckDrfName.empty() || FindDataref(globalCheckDrfName.c_str());
     return isControlDrfWasFind;
 }
 
@@ -63,7 +64,7 @@ void BindOnce() {
     else if (InstallationState == InstallationMissing)
         OpenSetupPrompt();
     FindSpeechDatarefs();
-    XPLMSetDatai(XPLMFindDataRef("kv/fo/kill"), 0);
+    XPLMSetDatai(FindDataref("kv/fo/kill"), 0);
     if (isLegalAcf) drfDone = 1;
 }
 

@@ -11,6 +11,7 @@
 #include "figure/positions.h"
 #include "figure/setup_dialogs.h"
 #include "frame/settings.h"
+#include "util/find_dataref.h"
 #include "util/log.h"
 #include "util/numbers.h"
 #include "util/platform.h"
@@ -156,8 +157,8 @@ void MenuUpdateHandler(void *, void *reference) {
 }
 
 void BindOptions(const OptionItems &items) {
-    DRFi_Comments = XPLMFindDataRef("kv/fennic/comments");
-    DRFi_RealMode = XPLMFindDataRef("kv/fennic/realmode");
+    DRFi_Comments = FindDataref("kv/fennic/comments");
+    DRFi_RealMode = FindDataref("kv/fennic/realmode");
     options = items;
     RefreshCheckMarks();
 }

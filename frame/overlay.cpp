@@ -13,6 +13,7 @@
 #include "frame/main_loop.h"
 #include "frame/settings.h"
 #include "util/clock.h"
+#include "util/find_dataref.h"
 #include "util/screen.h"
 #include "voice/executer.h"
 #include "voice/recognition.h"
@@ -49,7 +50,7 @@ XPLMDataRef DRFf_SinWave; // "sim/graphics/animation/sin_wave_2", -1 to 1
 
 // The highlighted answer swings between yellow and white.
 Colour PulsingColour() {
-    if (!DRFf_SinWave) DRFf_SinWave = XPLMFindDataRef("sim/graphics/animation/sin_wave_2");
+    if (!DRFf_SinWave) DRFf_SinWave = FindDataref("sim/graphics/animation/sin_wave_2");
     const float pulse = std::clamp(XPLMGetDataf(DRFf_SinWave) * 0.5F + 0.5F, 0.0F, 1.0F);
     return {1.0F, 0.85F + 0.15F * pulse, 0.20F + 0.80F * pulse};
 }

@@ -9,6 +9,7 @@
 #include "gfx/fonts.h"
 #include "gfx/palette.h"
 #include "gfx/textures.h"
+#include "util/find_dataref.h"
 #include "util/screen.h"
 
 namespace {
@@ -101,7 +102,7 @@ void widgetVR_class::OpenWindow() {
 }
 
 void widgetVR_class::Create(const std::string &title, int width, int height) {
-    vrDataref = XPLMFindDataRef("sim/graphics/VR/enabled");
+    vrDataref = FindDataref("sim/graphics/VR/enabled");
     isVr = XPLMGetDatai(vrDataref);
     referenceWidth = currentWidth = vrWidth = width;
     referenceHeight = currentHeight = vrHeight = height;

@@ -187,6 +187,11 @@ Dataref *FindRecord(std::string_view name) {
     return found == table.end() ? nullptr : &found->second;
 }
 
+Dataref *FindGoodRecord(std::string_view name) {
+    Dataref *dataref = FindRecord(name);
+    return dataref != nullptr && dataref->isGood ? dataref : nullptr;
+}
+
 Dataref &RecordOf(const std::string &name) {
     const auto [element, isNew] = Datarefs().try_emplace(name);
     Dataref &dataref = element->second;
@@ -201,6 +206,7 @@ void MakeOrphan(Dataref &dataref) {
     Dataref orphan;
     orphan.name = dataref.name;
     orphan.isSpeech = dataref.isSpeech;
+    orphan.wasGood = dataref.isGood || dataref.wasGood;
     dataref = std::move(orphan);
 }
 
@@ -227,7 +233,10 @@ void PublishDataref(const std::string &name, XPLMDataTypeID type, int elements) 
 }
 
 void ResetDatarefs() {
-    for (auto &element : Datarefs()) MakeOrphan(element.second);
+    for (auto &element : Datarefs()) {
+        MakeOrphan(element.second);
+        element.second.wasGood = false;
+    }
     ForgetSharedData();
     PublishBuiltinDatarefs();
     ResetSentMessages();
@@ -252,7 +261,7 @@ using namespace simhost;
 XPLMDataRef XPLMFindDataRef(const char *inDataRefName) {
     if (inDataRefName == nullptr) return nullptr;
     Dataref *dataref = FindRecord(inDataRefName);
-    return dataref != nullptr && dataref->isGood ? dataref : nullptr;
+    return dataref != nullptr && (dataref->isGood || dataref->wasGood) ? dataref : nullptr;
 }
 
 int XPLMCanWriteDataRef(XPLMDataRef inDataRef) {

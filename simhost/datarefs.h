@@ -3,7 +3,8 @@
 //
 // A handle is the address of its record. Records are made on the first mention of a name and live as long as
 // the program, so that a handle is never dangling: an unregistered dataref keeps its record, an orphan
-// without types, until its name is published again.
+// without types, until its name is published again. XPLMFindDataRef gives an orphan's handle, too: the real
+// simulator may, and a plug-in has to ask XPLMIsDataRefGood.
 #pragma once
 
 #include <string>
@@ -25,6 +26,7 @@ struct Dataref {
     // What every access looks at comes first, to lie in one cache line.
     XPLMDataTypeID types = xplmType_Unknown; // Unknown while an orphan
     bool isGood = false;                     // not an orphan
+    bool wasGood = false;                    // an orphan that plug-ins still find by its name
     bool isStored = false;   // the value is kept here; otherwise the owner's functions have it
     bool isWritable = false; // by plug-ins
     bool isSpeech = false;   // "kv/to_speech"
@@ -59,6 +61,9 @@ struct Dataref {
 
 // The record of a name, null if the name was never mentioned. It may be an orphan.
 Dataref *FindRecord(std::string_view name);
+
+// The same, null for an orphan too.
+Dataref *FindGoodRecord(std::string_view name);
 
 // The same, made if needed.
 Dataref &RecordOf(const std::string &name);

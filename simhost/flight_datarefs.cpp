@@ -62,7 +62,7 @@ std::string TypeName(const Target &target) {
 }
 
 void Describe(Target &target) {
-    target.handle = XPLMFindDataRef(target.name.c_str());
+    target.handle = FindGoodRecord(target.name);
     if (target.handle == nullptr) return;
     target.type = LeadingType(XPLMGetDataRefTypes(target.handle));
     if (target.type == xplmType_IntArray) target.elements = XPLMGetDatavi(target.handle, nullptr, 0, 0);
@@ -147,7 +147,7 @@ int Get(Call &call) {
 
 int Exists(Call &call) {
     const std::string name = call.Text(1, "name");
-    lua_pushboolean(call.lua, XPLMFindDataRef(name.c_str()) != nullptr);
+    lua_pushboolean(call.lua, FindGoodRecord(name) != nullptr);
     return 1;
 }
 
@@ -286,7 +286,7 @@ int Publish(Call &call) {
         target.elements = std::max(TEXT_CAPACITY, static_cast<int>(text.size()) + 1);
     SimulatorCall inside;
     PublishDataref(target.name, target.type, target.elements);
-    target.handle = XPLMFindDataRef(target.name.c_str());
+    target.handle = FindGoodRecord(target.name);
     if (target.type == xplmType_Data)
         WriteText(call, target, text);
     else if (isList)

@@ -12,6 +12,7 @@
 #include "systems/links.h"
 #include "systems/model.h"
 #include "systems/operators.h"
+#include "util/find_dataref.h"
 #include "util/log.h"
 #include "util/numbers.h"
 #include "util/text.h"
@@ -213,7 +214,7 @@ bool isMissing(const structExecute &action) {
     case ScriptCommandBegin:
     case ScriptCommandEnd:
     case ScriptCommandEndNow: return !XPLMFindCommand(action.text.c_str());
-    case ScriptSet: return !XPLMFindDataRef(action.text.substr(0, action.text.find('[')).c_str());
+    case ScriptSet: return !FindDataref(action.text.substr(0, action.text.find('[')).c_str());
     default: return false;
     }
 }

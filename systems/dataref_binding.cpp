@@ -2,6 +2,7 @@
 #include "systems/dataref_binding.h"
 
 #include "frame/datarefs.h"
+#include "util/find_dataref.h"
 #include "util/log.h"
 #include "util/numbers.h"
 
@@ -29,7 +30,7 @@ void dataref_class::Init(const std::string &fullNameText, const std::string &mod
         mode = BindingNew;
     } else if (modeText == "exist") {
         mode = BindingExist;
-        handle = XPLMFindDataRef(name.c_str());
+        handle = FindDataref(name.c_str());
         dataType = XPLMGetDataRefTypes(handle);
         if (dataType == FloatAndDouble || dataType == AnyScalar) dataType = xplmType_Double;
     }
@@ -39,7 +40,7 @@ void dataref_class::Init(const std::string &fullNameText, const std::string &mod
 bool dataref_class::Find() {
     if (handle) return true;
     if (mode != BindingExist) return false;
-    handle = XPLMFindDataRef(name.c_str());
+    handle = FindDataref(name.c_str());
     if (!handle) return false;
     dataType = XPLMGetDataRefTypes(handle);
     if (dataType == FloatAndDouble) dataType = xplmType_Double;

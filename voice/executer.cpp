@@ -16,6 +16,7 @@
 #include "frame/settings.h"
 #include "systems/links.h"
 #include "util/clock.h"
+#include "util/find_dataref.h"
 #include "util/log.h"
 #include "util/numbers.h"
 #include "util/text.h"
@@ -50,7 +51,7 @@ const int ActionTypes = sizeof dotypeName / sizeof dotypeName[0];
 XPLMDataRef DRFi_isAnnounceNeed; // "kv/fennic/comments", the aircraft's; looked up while missing
 
 bool AreAllActionsAnnounced() {
-    if (!DRFi_isAnnounceNeed) DRFi_isAnnounceNeed = XPLMFindDataRef("kv/fennic/comments");
+    if (!DRFi_isAnnounceNeed) DRFi_isAnnounceNeed = FindDataref("kv/fennic/comments");
     return XPLMGetDatai(DRFi_isAnnounceNeed) == 1;
 }
 
@@ -224,7 +225,7 @@ void ExecuteDrf(const std::string &text) {
         string2debugString("Error in script - value is no number: ", text, 1);
         return;
     }
-    const XPLMDataRef handle = XPLMFindDataRef(name.c_str());
+    const XPLMDataRef handle = FindDataref(name.c_str());
     if (!handle) {
         string2debugString("Error in script - cant find dataref: ", name, 1);
         return;

@@ -6,6 +6,7 @@
 #include "XPLMDataAccess.h"
 #include "frame/aircraft.h"
 #include "util/clock.h"
+#include "util/find_dataref.h"
 #include "util/log.h"
 #include "util/numbers.h"
 #include "voice/action_queue.h"
@@ -68,7 +69,7 @@ void SelectReleased() {
 }
 
 void FindClickDataref() {
-    DRFi_FennicSnd = XPLMFindDataRef("kv/fennic/click_snd");
+    DRFi_FennicSnd = FindDataref("kv/fennic/click_snd");
 }
 
 void RunSelectionClick() {

@@ -11,6 +11,7 @@
 #include "frame/simulator_datarefs.h"
 #include "util/clock.h"
 #include "util/files.h"
+#include "util/find_dataref.h"
 #include "util/numbers.h"
 #include "util/paths.h"
 #include "util/text.h"
@@ -56,8 +57,8 @@ void CreateSpeechDatarefs() {
 }
 
 void FindSpeechDatarefs() {
-    DRFs_ToSpeech = XPLMFindDataRef(ToSpeechName);
-    DRFs_FrSpeech = XPLMFindDataRef(FrSpeechName);
+    DRFs_ToSpeech = FindDataref(ToSpeechName);
+    DRFs_FrSpeech = FindDataref(FrSpeechName);
 }
 
 void SendMSG(const std::string &message) {

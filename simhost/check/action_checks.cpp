@@ -12,6 +12,7 @@
 #include "simhost/check/checks.h"
 #include "simhost/check/findings.h"
 #include "systems/links.h"
+#include "util/find_dataref.h"
 #include "util/numbers.h"
 #include "util/text.h"
 
@@ -35,7 +36,7 @@ void ReportMissing(const char *what, const std::string &name, const std::string 
     else if (hasSimulatorLists)
         AddFinding(Severity::Error, file, line,
                    std::string("the simulator has no ") + what + " " + name
-                       + (XPLMFindDataRef(name.c_str())   ? "; it is a dataref"
+                       + (FindDataref(name.c_str())       ? "; it is a dataref"
                           : XPLMFindCommand(name.c_str()) ? "; it is a command"
                                                           : ""));
     else
@@ -78,7 +79,7 @@ enum class Use { Read, Write };
 
 void CheckDataref(const std::string &fullName, Use use, const std::string &file, int line) {
     const std::string name = fullName.substr(0, fullName.find('['));
-    const XPLMDataRef dataref = XPLMFindDataRef(name.c_str());
+    const XPLMDataRef dataref = FindDataref(name.c_str());
     if (!dataref) ReportMissing("dataref", name, file, line);
     CheckElement(fullName, dataref, file, line);
     if (dataref && use == Use::Write && hasSimulatorLists && !XPLMCanWriteDataRef(dataref))

@@ -107,7 +107,7 @@ TEST_F(Plugins, ErrorsSayWhatIsWrong) {
     EXPECT_TRUE(Holds(LoadError(guest, refuseStart), "Guest refused to start"));
     // What it had registered before it refused is gone with it.
     StepFrame(0.02);
-    EXPECT_EQ(XPLMFindDataRef("guest/starts"), nullptr);
+    EXPECT_EQ(XPLMIsDataRefGood(XPLMFindDataRef("guest/starts")), 0);
     EXPECT_TRUE(MenuItems().empty());
 }
 
