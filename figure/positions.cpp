@@ -1,5 +1,6 @@
-// Positions and presets. A load only sets targets and speeds; the channels that its file does not name keep
-// theirs from the move before, on purpose, so that one move can overtake another.
+// Positions and presets. A load only sets targets and speeds. While a move runs, the channels that the file
+// does not name keep theirs, on purpose, so that one move can overtake another; the speeds of a move that has
+// ended are left standing, so a load that finds none running puts them to 0 first.
 #include "figure/positions.h"
 
 #include <algorithm>
@@ -90,6 +91,13 @@ void SetTarget(structAnim &channel, int axis, double target) {
     channel.speed[axis] = (target - channel.current[axis]) / AnimTime;
 }
 
+// Before the file is read: also a file that cannot be read starts a move, of nothing.
+void StartMove(double seconds) {
+    if (TargetTimeSEC == -1.0)
+        for (structAnim &channel : anim) std::fill_n(channel.speed, AxisCount, 0.0);
+    TargetTimeSEC = FlightTimeSEC + seconds;
+}
+
 enum class Move { Smooth, AtOnce };
 
 void LoadPosition(const std::string &name, Move move) {
@@ -99,7 +107,7 @@ void LoadPosition(const std::string &name, Move move) {
         return;
     }
     const std::string relative = RelativePath(found->second, name);
-    TargetTimeSEC = move == Move::Smooth ? FlightTimeSEC + AnimTime : FlightTimeSEC;
+    StartMove(move == Move::Smooth ? AnimTime : 0.0);
     std::vector<PositionLine> lines;
     if (!ReadPositionFile(PositionFolder() + relative, name, lines)) return;
     if (move == Move::Smooth) ActualPosition = relative;
@@ -168,7 +176,7 @@ void LoadPresetFromFile(const std::string &fileName) {
         string2debugString("!!! Error: Cant read file ", fileName, 1);
         return;
     }
-    TargetTimeSEC = FlightTimeSEC + AnimTime;
+    StartMove(AnimTime);
     std::vector<PositionLine> lines;
     if (!ReadPositionFile(PresetFolder() + fileName, fileName, lines)) return;
 

@@ -23,9 +23,9 @@ extern double TargetTimeSEC; // flight time at which the running move ends; -1: 
 void ReadPositionFolder();
 
 // Starts a move of AnimTime seconds to the position, from what the datarefs show now. A channel that the
-// file does not name keeps its target and speed, but a file without the figure's offset brings the figure
-// home. Unreadable: one line in the log; a move of nothing runs. A name that no scan found: the line alone.
-// A malformed line is logged and dropped.
+// file does not name stays, or, while another move runs, keeps its target and speed; but a file without the
+// figure's offset brings the figure home. Unreadable: one line in the log; a move of nothing runs, or the
+// other one goes on. A name that no scan found: the line alone. A malformed line is logged and dropped.
 void LoadPositionFromFile(const std::string &name);
 
 // The same, but the figure arrives in the next frame; the start is the stored values, and ActualPosition
@@ -37,7 +37,7 @@ void ExecutePos(const std::string &name);
 void ExecutePosFast(const std::string &name);
 
 // Moves the fingers of one hand: the left for a file name that begins with "l_", else the right; no hand
-// when no gender is chosen.
+// when no gender is chosen. Other channels that the file names are stopped where they are.
 void LoadPresetFromFile(const std::string &fileName);
 
 // Writes the pose that the datarefs show, all channels, to the file of this position (in its subfolder if it

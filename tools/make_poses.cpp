@@ -33,21 +33,21 @@ bool MakePositions(const std::filesystem::path &folder, bool isMan) {
                         Length(PlaceOf(pose, reach.point, isRight) - reach.target) * 1000,
                         Clearance(pose, isRight) * 1000);
         }
-        isWritten &= WriteText(folder / recipe.group / (std::string(recipe.name) + ".txt"),
-                               PositionText(pose, 0, JointCount - 1));
+        isWritten &=
+            WriteText(folder / recipe.group / (std::string(recipe.name) + ".txt"), PositionText(pose));
     }
     return isWritten;
 }
 
+// With all channels, not the hand's alone: the others are then stopped and not left to the move before.
 bool MakePresets(const std::filesystem::path &folder) {
     bool isWritten = true;
     for (const HandShape &shape : HandShapes())
         for (bool isRight : {false, true}) {
             Pose pose{};
             SetHandShape(pose, shape.name, isRight);
-            const int first = isRight ? RightFingers : LeftFingers;
             isWritten &= WriteText(folder / (std::string(isRight ? "r_" : "l_") + shape.name + ".txt"),
-                                   PositionText(pose, first, first + 14));
+                                   PositionText(pose));
         }
     return isWritten;
 }

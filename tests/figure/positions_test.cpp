@@ -85,6 +85,32 @@ TEST_F(Positions, AnAxisThatNeedNotMoveIsLeftToOthers) {
     EXPECT_EQ(Shown(4, 'y'), 33);
 }
 
+TEST_F(Positions, AMoveThatHasEndedDoesNotGoOnInTheNext) {
+    Position("whole", "4,arm,40,0,0\r\n5,arm,-30,0,0\r\n8,finger,60,0,0\r\n");
+    Position("part", "5,arm,10,0,0\r\n");
+    Position("gone", "5,arm,1,1,1\r\n");
+    write("custom/presets/l_fist.txt", "7,finger,50,0,0\r\n"); // not with all channels, as users have them
+    ReadPositionFolder();
+    std::filesystem::remove(plugin + "custom/positions-w/gone.txt");
+    void (*const loads[])() = {[] { LoadPresetFromFile("l_fist.txt"); }, [] { LoadPositionFromFile("part"); },
+                               [] { LoadPositionFromFile("gone"); }, [] { LoadPositionFastFromFile("gone"); },
+                               [] { LoadPresetFromFile("gone.txt"); }};
+    for (const auto &load : loads) {
+        LoadPositionFromFile("whole");
+        Run(1);
+        anim[4].current[0] = 15; // a pose is being made
+        Show(4, 'x', 15);
+        load();
+        double furthest = 0;
+        for (int i = 0; i < 100; i++) {
+            Frame(0.02);
+            furthest = std::max(furthest, std::abs(Shown(4, 'x') - 15));
+        }
+        EXPECT_EQ(furthest, 0) << "load " << &load - loads;
+        EXPECT_EQ(TargetTimeSEC, -1.0);
+    }
+}
+
 TEST_F(Positions, AMoveOvertakesAnother) {
     Position("left", "4,arm,8,0,0\r\n5,arm,8,0,0\r\n");
     Position("right", "4,arm,-8,0,0\r\n");

@@ -242,9 +242,9 @@ Pose Solve(const PoseRecipe &recipe, bool isMan) {
     return pose;
 }
 
-std::string PositionText(const Pose &pose, int first, int last) {
+std::string PositionText(const Pose &pose) {
     std::string text;
-    for (int i = first; i <= last; i++) {
+    for (int i = 0; i < JointCount; i++) {
         const auto &values = pose[At(i)];
         char line[96];
         // "+ 0.0" turns a negative zero into a plain one.

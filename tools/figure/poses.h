@@ -46,7 +46,7 @@ double Clearance(const Pose &pose, bool isRight);
 // A pose in whole degrees and centimetres, as the position creator would make it. Men sit a little wider.
 Pose Solve(const PoseRecipe &recipe, bool isMan);
 
-// A position's or preset's lines, for the channels from first to last.
-std::string PositionText(const Pose &pose, int first, int last);
+// A position's or preset's lines, for all channels.
+std::string PositionText(const Pose &pose);
 
 } // namespace figure_maker
