@@ -90,7 +90,8 @@ float DistLatLonM(float lat1, float lon1, float lat2, float lon2) {
     if (lat1 == lat2 && lon1 == lon2) return 0;
     const LocalPoint a = ToLocal(lat1, lon1);
     const LocalPoint b = ToLocal(lat2, lon2);
-    return static_cast<float>(std::hypot(b.x - a.x, b.z - a.z));
+    const double x = b.x - a.x, z = b.z - a.z;
+    return static_cast<float>(std::sqrt(x * x + z * z)); // std::hypot wants a newer C library
 }
 
 float trueHdgLatLon_ShortDist(float lat1, float lon1, float lat2, float lon2) {

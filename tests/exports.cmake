@@ -1,5 +1,6 @@
 # What the plug-in's library shows the simulator's process: the five entry points and nothing else; and what
-# it wants from it: the simulator's interface and the system's own libraries.
+# it wants from it: the simulator's interface and the system's own libraries, of a C library that is not too
+# new for its users.
 #   cmake -DNM=<nm> -DREADELF=<readelf> -DLIBRARY=<lin.xpl> -P exports.cmake
 cmake_minimum_required(VERSION 3.25)
 
@@ -26,6 +27,21 @@ foreach(line IN LISTS dynamic)
         endif()
     endif()
 endforeach()
+
+# The C library that an Ubuntu 22.04 and the relatives of RHEL 9 have. On a system with a newer one than Debian
+# 12 has, the compiler asks for more; packages are not built there.
+set(newest_wanted 2.34)
+set(newest_built_with 2.36)
+output_lines(built_with getconf GNU_LIBC_VERSION)
+string(REGEX REPLACE ".* " "" built_with "${built_with}")
+if(built_with VERSION_LESS_EQUAL newest_built_with)
+    output_lines(versions ${NM} -D --undefined-only --with-symbol-versions --format=just-symbols ${LIBRARY})
+    foreach(symbol IN LISTS versions)
+        if(symbol MATCHES "@GLIBC_([0-9.]+)$" AND CMAKE_MATCH_1 VERSION_GREATER newest_wanted)
+            message(SEND_ERROR "wants a C library newer than ${newest_wanted}: ${symbol}")
+        endif()
+    endforeach()
+endif()
 
 # What those libraries offer; all else must come from the simulator.
 set(offered "")

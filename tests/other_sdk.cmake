@@ -1,6 +1,8 @@
 # The plug-in's sources also compile against a real SDK, which keeps its headers in two folders. One of that
-# layout is made from sdk/, and everything that includes a header of the interface is compiled against it.
-#   cmake -DSOURCE=<checkout> -DBUILD=<scratch folder> -DNINJA=<ninja> -P other_sdk.cmake
+# layout is made from sdk/, and everything that includes a header of the interface is compiled against it. What
+# comes of it is looked at as well (exports.cmake), since it holds the C++ runtime, which a library with
+# sanitizers does not.
+#   cmake -DSOURCE=<checkout> -DBUILD=<scratch folder> -DNINJA=<ninja> -DNM=<nm> -DREADELF=<readelf> -P other_sdk.cmake
 cmake_minimum_required(VERSION 3.25)
 
 set(sdk ${BUILD}/SDK)
@@ -32,3 +34,8 @@ execute_process(COMMAND ${NINJA} -C ${BUILD} -t deps ${objects} OUTPUT_VARIABLE 
 if(NOT headers MATCHES "${sdk}/CHeaders/XPLM/" OR headers MATCHES "${SOURCE}/sdk/")
     message(FATAL_ERROR "not compiled against ${sdk} alone:\n${headers}")
 endif()
+
+unset(ENV{CCACHE_DISABLE})
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target fennic COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND ${CMAKE_COMMAND} -DNM=${NM} -DREADELF=${READELF} -DLIBRARY=${BUILD}/lin.xpl -P
+                        ${CMAKE_CURRENT_LIST_DIR}/exports.cmake COMMAND_ERROR_IS_FATAL ANY)
