@@ -55,6 +55,7 @@ void RegisterCallbacksIfInstalled() {
 } // namespace
 
 PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc) {
+    UseNativePaths();
     std::strcpy(outName, "Velmora Fennic plugin");
     std::strcpy(outSig, "velmora.fennic");
     std::strcpy(outDesc, "Velmora Fennic plugin");

@@ -1,5 +1,5 @@
 // The calls that let time pass or change the state of the simulator: frames, run, time, new_flight, pause,
-// vr, screen, locale, world.
+// vr, screen, locale, colon_paths, world.
 #include "simhost/flight_state.h"
 
 #include <clocale>
@@ -73,6 +73,13 @@ int Locale(Call &call) {
     return 0;
 }
 
+int ColonPaths(Call &call) {
+    const bool on = call.Boolean(1, "on");
+    UseColonPaths(on);
+    if (on) TranscribeDirection("Paths have colons, as on a Mac, unless a plug-in asks for others.");
+    return 0;
+}
+
 int World(Call &call) {
     const double latitude = call.Number(1, "latitude", -90, 90);
     const double longitude = call.Number(2, "longitude", -180, 180);
@@ -91,6 +98,7 @@ void AddTimeCalls(lua_State *lua) {
                    {"vr", Bridge<VirtualReality>},
                    {"screen", Bridge<Screen>},
                    {"locale", Bridge<Locale>},
+                   {"colon_paths", Bridge<ColonPaths>},
                    {"world", Bridge<World>}});
 }
 

@@ -39,6 +39,9 @@ void FlushLog();
 const std::string &XplaneFolder();   // ends in "/"; "" while none is set
 const std::string &AircraftFolder(); // the same
 const std::string &AircraftFile();   // bare name
+
+// A path in the form that the running plug-in gets.
+std::string PathForPlugin(const std::string &path);
 void ResetUtilities();
 
 // Copies text into an out-string of the C interface: cut to size - 1 bytes and ended by a zero; null:

@@ -14,5 +14,5 @@ void XPLMCountAircraft(int *outTotalAircraft, int *outActiveAircraft, XPLMPlugin
 void XPLMGetNthAircraftModel(int inIndex, char *outFileName, char *outPath) {
     const bool isUserAircraft = inIndex == XPLM_USER_AIRCRAFT && !AircraftFile().empty();
     CopyText(isUserAircraft ? AircraftFile() : "", outFileName, 256);
-    CopyText(isUserAircraft ? AircraftFolder() + AircraftFile() : "", outPath, 512);
+    CopyText(isUserAircraft ? PathForPlugin(AircraftFolder() + AircraftFile()) : "", outPath, 512);
 }

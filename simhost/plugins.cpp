@@ -345,7 +345,7 @@ XPLMPluginID XPLMGetNthPlugin(int inIndex) {
 
 XPLMPluginID XPLMFindPluginByPath(const char *inPath) {
     for (const auto &plugin : Plugins()) {
-        if (inPath != nullptr && plugin->path == inPath) return plugin->id;
+        if (inPath != nullptr && PathForPlugin(plugin->path) == inPath) return plugin->id;
     }
     return XPLM_NO_PLUGIN_ID;
 }
@@ -362,9 +362,9 @@ void XPLMGetPluginInfo(XPLMPluginID inPlugin, char *outName, char *outFilePath, 
     const Plugin *plugin = FindPlugin(inPlugin);
     const bool isSimulator = inPlugin == XPLM_PLUGIN_XPLANE;
     CopyText(plugin != nullptr ? plugin->name : isSimulator ? "X-Plane" : "", outName, pluginInfoSize);
-    CopyText(plugin != nullptr ? plugin->path
-             : isSimulator     ? XplaneFolder()
-                               : "",
+    CopyText(PathForPlugin(plugin != nullptr ? plugin->path
+                           : isSimulator     ? XplaneFolder()
+                                             : ""),
              outFilePath, pluginInfoSize);
     CopyText(plugin != nullptr ? plugin->signature : "", outSignature, pluginInfoSize);
     CopyText(plugin != nullptr ? plugin->description : "", outDescription, pluginInfoSize);

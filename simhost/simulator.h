@@ -25,6 +25,9 @@ void ResetSimulator();
 void SetFolders(const std::string &xplaneFolder, const std::string &aircraftFolder,
                 const std::string &aircraftFile);
 
+// Paths with colons, as on a Mac, for plug-ins that have not asked for native ones.
+void UseColonPaths(bool on);
+
 // Makes the calling program itself the running plug-in, as if its library lay at libraryPath; for unit
 // tests and benchmarks, which link the plug-in's code instead of loading it. Its id is what XPLMGetMyID
 // gives from then on.

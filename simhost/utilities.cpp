@@ -27,6 +27,7 @@ struct Utilities {
     std::deque<std::string> logLines;
     std::string openLine; // what came after the last line end
     bool hasDroppedLogLines = false;
+    bool usesColons = false; // in paths, for plug-ins that did not ask for native ones
     std::FILE *logFile = nullptr;
     std::set<const char *> notOffered; // names, by address, of the functions that the log has named
 };
@@ -67,6 +68,10 @@ void AppendToLog(const char *text) {
     }
 }
 
+char GivenSeparator() {
+    return State().usesColons && !XPLMIsFeatureEnabled("XPLM_USE_NATIVE_PATHS") ? ':' : '/';
+}
+
 std::string WithSlash(std::string folder) {
     if (!folder.empty() && folder.back() != '/') folder += '/';
     return folder;
@@ -95,6 +100,17 @@ const std::string &AircraftFolder() {
 }
 const std::string &AircraftFile() {
     return State().aircraftFile;
+}
+
+void UseColonPaths(bool on) {
+    State().usesColons = on;
+}
+
+std::string PathForPlugin(const std::string &path) {
+    if (GivenSeparator() == '/' || path.empty()) return path;
+    std::string given = (path[0] == '/' ? "Macintosh HD" : "") + path;
+    std::replace(given.begin(), given.end(), '/', ':');
+    return given;
 }
 
 void WriteLog(const std::string &line) {
@@ -149,20 +165,20 @@ std::string DescribeFunction(const void *function) {
 using namespace simhost;
 
 void XPLMGetSystemPath(char *outSystemPath) {
-    CopyText(XplaneFolder(), outSystemPath, 512);
+    CopyText(PathForPlugin(XplaneFolder()), outSystemPath, 512);
 }
 
 void XPLMGetPrefsPath(char *outPrefsPath) {
-    CopyText(XplaneFolder() + "Output/preferences/X-Plane.prf", outPrefsPath, 512);
+    CopyText(PathForPlugin(XplaneFolder() + "Output/preferences/X-Plane.prf"), outPrefsPath, 512);
 }
 
 const char *XPLMGetDirectorySeparator(void) {
-    return "/";
+    return GivenSeparator() == ':' ? ":" : "/";
 }
 
 char *XPLMExtractFileAndPath(char *inFullPath) {
     if (inFullPath == nullptr) return nullptr;
-    char *separator = std::strrchr(inFullPath, '/');
+    char *separator = std::strrchr(inFullPath, GivenSeparator());
     if (separator == nullptr) return inFullPath;
     *separator = '\0';
     return separator + 1;

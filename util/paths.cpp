@@ -1,6 +1,8 @@
-// Paths as the simulator reports them, turned into POSIX form. A call costs a few string operations and is
+// Paths as the simulator reports them, in POSIX form. A call costs a few string operations and is
 // meant for loading and saving, not for a frame.
 #include "util/paths.h"
+
+#include <cstring>
 
 #include "XPLMPlanes.h"
 #include "XPLMPlugin.h"
@@ -12,6 +14,16 @@ namespace {
 
 const size_t PathSize = 2048;       // the simulator asks for 256 and 512
 const size_t LibraryNameLength = 7; // "mac.xpl", "lin.xpl"
+const char *const NativePaths = "XPLM_USE_NATIVE_PATHS";
+
+// False when only a part of the path fits.
+bool CopyPath(const char *in, char *out, size_t size) {
+    const size_t length = strnlen(in, size);
+    const size_t count = length < size ? length : size - 1;
+    std::memcpy(out, in, count);
+    out[count] = '\0';
+    return count == length;
+}
 
 std::string Converted(const char *native) {
     char path[PathSize] = "";
@@ -37,6 +49,17 @@ std::string NavDataFolder(const std::string &folder) {
 }
 
 } // namespace
+
+void UseNativePaths() {
+    if (XPLMHasFeature(NativePaths)) XPLMEnableFeature(NativePaths, 1);
+}
+
+int ConvertPath(const char *in, char *out, size_t size) {
+    if (!in || !out || size == 0) return -1;
+    if (in[0] != '/' && ConvertColonPath(in, out, size) == 0) return 0;
+    const bool isWhole = CopyPath(in, out, size);
+    return in[0] == '/' && isWhole ? 0 : -1;
+}
 
 std::string WhatXplanePath() {
     char native[PathSize] = "";

@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <string>
 
-// Turns a path as the simulator gives it (colon-separated on macOS) into a POSIX path of at most size bytes
-// with its zero byte. 0, or -1 when it cannot be converted; out then holds the path as it came.
-int ConvertPath(const char *in, char *out, size_t size);
+// Turns a colon-separated path, as old macOS programs have them, into a POSIX path of at most size bytes with
+// its zero byte. 0, or -1 when it cannot be converted, as on Linux; what out then holds means nothing.
+int ConvertColonPath(const char *in, char *out, size_t size);
 
 // The system clipboard's text; empty when there is none. Starts a program: for clicks, never in a frame.
 std::string ReadClipboard();

@@ -2,18 +2,13 @@
 // programs that desktops offer.
 #include "util/platform.h"
 
-#include <cstring>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "util/pipes.h"
 
-int ConvertPath(const char *in, char *out, size_t size) {
-    if (!in || !out || size == 0) return -1;
-    const size_t length = strnlen(in, size - 1);
-    std::memcpy(out, in, length);
-    out[length] = '\0';
-    return in[length] == '\0' ? 0 : -1;
+int ConvertColonPath(const char *, char *, size_t) {
+    return -1;
 }
 
 std::string ReadClipboard() {

@@ -1,23 +1,21 @@
-// macOS: paths and web pages through CoreFoundation and Launch Services, the clipboard through the
-// system's command-line tools.
+// macOS: colon-separated paths and web pages through CoreFoundation and Launch Services, the clipboard
+// through the system's command-line tools.
 #include "util/platform.h"
 
 #include <ApplicationServices/ApplicationServices.h>
 #include <CoreFoundation/CoreFoundation.h>
-#include <cstring>
 
 #include "util/pipes.h"
 
-int ConvertPath(const char *in, char *out, size_t size) {
-    if (!in || !out || size == 0) return -1;
-    std::strncpy(out, in, size - 1);
-    out[size - 1] = '\0';
-    if (in[0] == '/') return 0; // the simulator was asked for native paths
+int ConvertColonPath(const char *in, char *out, size_t size) {
     int result = -1;
     const CFStringRef native = CFStringCreateWithCString(kCFAllocatorDefault, in, kCFStringEncodingUTF8);
     if (!native) return result;
-    const CFURLRef url =
-        CFURLCreateWithFileSystemPath(kCFAllocatorDefault, native, kCFURLHFSPathStyle, false);
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations" // like the paths themselves
+    const CFURLPathStyle colons = kCFURLHFSPathStyle;
+#pragma clang diagnostic pop
+    const CFURLRef url = CFURLCreateWithFileSystemPath(kCFAllocatorDefault, native, colons, false);
     if (url) {
         const CFStringRef posix = CFURLCopyFileSystemPath(url, kCFURLPOSIXPathStyle);
         if (posix && CFStringGetCString(posix, out, static_cast<CFIndex>(size), kCFStringEncodingUTF8))

@@ -159,6 +159,15 @@ TEST_F(Files, PathsFollowThePlugin) {
     EXPECT_EQ(WhatNavDataProcPath(), root + "Custom Data/GNS430/navdata/Proc/");
 }
 
+TEST_F(Files, NativePathsPassUntouched) {
+    char out[8];
+    EXPECT_EQ(ConvertPath("/a:b/cd", out, sizeof out), 0);
+    EXPECT_STREQ(out, "/a:b/cd");
+    EXPECT_EQ(ConvertPath("/a/b/c/d", out, sizeof out), -1) << "one byte too long";
+    EXPECT_STREQ(out, "/a/b/c/");
+    EXPECT_EQ(ConvertPath(nullptr, out, sizeof out), -1);
+}
+
 TEST_F(Files, AMessageIsOneLineOfTheLogWhateverItQuotes) {
     LogDroppedLine("a.txt", 3, "no reason", std::string_view("x\0y", 3));
     string2debugString("next", "", 1);
