@@ -1,5 +1,6 @@
 // The calls by which the pilot uses mouse and keyboard: mouse, mouse_down, mouse_drag, mouse_up, click,
-// double_click, wheel, key, type. No frame passes in any of them.
+// double_click, wheel, key, type. No frame passes in any of them. Presses, turns and keys return whether a
+// plug-in took them.
 #include "simhost/flight_arguments.h"
 #include "simhost/flight_state.h"
 #include "simhost/keyboard.h"
@@ -28,11 +29,23 @@ void NeedHeld(const Call &call, bool held) {
                    : "a mouse button is held already; call sim.mouse_up before");
 }
 
+int ReturnTaken(const Call &call, bool isTaken) {
+    lua_pushboolean(call.lua, isTaken);
+    return 1;
+}
+
+constexpr const char *CURSOR_NAMES[] = {"default", "hidden", "arrow", "custom"};
+
 int Move(Call &call) {
     const Point point = PointArgument(call);
-    SimulatorCall inside;
-    MoveMouse(point.x, point.y);
-    return 0;
+    {
+        SimulatorCall inside;
+        MoveMouse(point.x, point.y);
+    }
+    const XPLMCursorStatus cursor = MouseCursor();
+    const bool isKnown = cursor >= xplm_CursorDefault && cursor <= xplm_CursorCustom;
+    lua_pushstring(call.lua, CURSOR_NAMES[isKnown ? cursor : xplm_CursorDefault]);
+    return 1;
 }
 
 int Down(Call &call) {
@@ -44,8 +57,8 @@ int Down(Call &call) {
     TranscribeAct("holds the " + name + " mouse button at " + point.Text());
     SimulatorCall inside;
     MoveMouse(point.x, point.y);
-    PressMouse(point.x, point.y, name == "left" ? MouseButton::Left : MouseButton::Right);
-    return 0;
+    return ReturnTaken(call,
+                       PressMouse(point.x, point.y, name == "left" ? MouseButton::Left : MouseButton::Right));
 }
 
 int Drag(Call &call) {
@@ -65,26 +78,26 @@ int Up(Call &call) {
     return 0;
 }
 
-void ClickTimes(const Call &call, const char *verb, int times) {
+int ClickTimes(const Call &call, const char *verb, int times) {
     const Point point = PointArgument(call);
     NeedHeld(call, false);
     TranscribeAct(verb + point.Text());
     SimulatorCall inside;
     MoveMouse(point.x, point.y);
+    bool isTaken = false;
     for (int i = 0; i < times; i++) {
-        PressMouse(point.x, point.y, MouseButton::Left);
+        isTaken = PressMouse(point.x, point.y, MouseButton::Left);
         ReleaseMouse(point.x, point.y);
     }
+    return ReturnTaken(call, isTaken);
 }
 
 int Click(Call &call) {
-    ClickTimes(call, "clicks at ", 1);
-    return 0;
+    return ClickTimes(call, "clicks at ", 1);
 }
 
 int DoubleClick(Call &call) {
-    ClickTimes(call, "double-clicks at ", 2);
-    return 0;
+    return ClickTimes(call, "double-clicks at ", 2);
 }
 
 int Wheel(Call &call) {
@@ -92,8 +105,7 @@ int Wheel(Call &call) {
     const int clicks = static_cast<int>(call.Integer(3, "clicks", -1000, 1000));
     SimulatorCall inside;
     if (!IsMouseHeld()) MoveMouse(point.x, point.y);
-    TurnWheel(point.x, point.y, clicks);
-    return 0;
+    return ReturnTaken(call, TurnWheel(point.x, point.y, clicks));
 }
 
 XPLMKeyFlags Flags(const Call &call) {
@@ -132,8 +144,7 @@ int StrikeOne(Call &call) {
     const XPLMKeyFlags flags = Flags(call);
     TranscribeAct("presses " + (call.Has(2) ? call.Text(2, "flags") + "+" : std::string()) + told);
     SimulatorCall inside;
-    StrikeKey(key, flags);
-    return 0;
+    return ReturnTaken(call, StrikeKey(key, flags));
 }
 
 int Type(Call &call) {

@@ -86,10 +86,11 @@ Key KeyOfVirtualKey(int virtualKey) {
     return key;
 }
 
-void StrikeKey(const Key &key, XPLMKeyFlags flags) {
+bool StrikeKey(const Key &key, XPLMKeyFlags flags) {
     if (key.isShifted) flags |= xplm_ShiftFlag;
-    SendKey(key.character, flags | xplm_DownFlag, key.virtualKey);
+    const bool isTaken = SendKey(key.character, flags | xplm_DownFlag, key.virtualKey);
     SendKey(key.character, flags | xplm_UpFlag, key.virtualKey);
+    return isTaken;
 }
 
 } // namespace simhost

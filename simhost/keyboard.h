@@ -23,7 +23,8 @@ bool KeyNamed(std::string_view name, Key &key);
 // Of a virtual key, 1 to 255: with the character that it makes alone.
 Key KeyOfVirtualKey(int virtualKey);
 
-// The key goes down and up. flags: shift, option and control; shift is added where the key takes it.
-void StrikeKey(const Key &key, XPLMKeyFlags flags);
+// The key goes down and up. flags: shift, option and control; shift is added where the key takes it. False
+// when it reaches the simulator.
+bool StrikeKey(const Key &key, XPLMKeyFlags flags);
 
 } // namespace simhost

@@ -201,8 +201,8 @@ void MoveMouse(int x, int y) {
     }
 }
 
-void PressMouse(int x, int y, MouseButton button) {
-    if (isHeld) return;
+bool PressMouse(int x, int y, MouseButton button) {
+    if (isHeld) return false;
     SetMouse(x, y);
     isHeld = true;
     held = {};
@@ -215,13 +215,14 @@ void PressMouse(int x, int y, MouseButton button) {
         if (window == nullptr) continue;
         if (part != WindowPart::Contents) {
             if (button == MouseButton::Left) GrabFrame(*window, part);
-            return;
+            return true;
         }
         held.window = id; // at once, so that it is forgotten if the handler destroys it
-        if (CallClick(*window, button, xplm_MouseDown) != 0) return;
+        if (CallClick(*window, button, xplm_MouseDown) != 0) return true;
         held.window = nullptr;
     }
     GiveFocus(nullptr); // pressed in the cockpit
+    return false;
 }
 
 void DragMouse(int x, int y) {
@@ -252,26 +253,29 @@ void ContinueMouse() {
     if (isHeld && held.part == WindowPart::Contents) DragMouse(mouseX, mouseY);
 }
 
-void TurnWheel(int x, int y, int clicks) {
+bool TurnWheel(int x, int y, int clicks) {
     SetMouse(x, y);
     constexpr int verticalWheel = 0;
     for (XPLMWindowID id : WithinReachOfMouse()) {
         WindowPart part = WindowPart::None;
         const Window *window = StillUnderMouse(id, part);
         if (window == nullptr) continue;
-        if (part != WindowPart::Contents) return;
+        if (part != WindowPart::Contents) return true;
         if (window->wheel == nullptr) continue;
         RunningScope scope(window->owner, "window's wheel handler");
-        if (window->wheel(window->id, x, y, verticalWheel, clicks, window->refcon) != 0) return;
+        if (window->wheel(window->id, x, y, verticalWheel, clicks, window->refcon) != 0) return true;
     }
+    return false;
 }
 
-void SendKey(char character, XPLMKeyFlags flags, char virtualKey) {
+bool SendKey(char character, XPLMKeyFlags flags, char virtualKey) {
     keysOnTheWay++;
-    if (AskSniffers(true, character, flags, virtualKey) && !GiveKeyToWindow(character, flags, virtualKey))
-        AskSniffers(false, character, flags, virtualKey);
+    const bool isTaken = !AskSniffers(true, character, flags, virtualKey)
+                         || GiveKeyToWindow(character, flags, virtualKey)
+                         || !AskSniffers(false, character, flags, virtualKey);
     keysOnTheWay--;
     SweepKeySniffers();
+    return isTaken;
 }
 
 } // namespace simhost

@@ -52,7 +52,7 @@ struct Window {
     XPLMHandleCursor_f cursor = nullptr;
     XPLMHandleMouseWheel_f wheel = nullptr;
     XPLMWindowDecoration decoration = xplm_WindowDecorationNone;
-    XPLMWindowLayer layer = xplm_WindowLayerFloatingWindows;
+    XPLMWindowLayer layer = xplm_WindowLayerFloatingWindows; // of a legacy one the flight overlay
     XPLMWindowPositioningMode mode = xplm_WindowPositionFree;
     // How much of the screen's growth each edge follows: by default the window stays at the upper left.
     float leftGravity = 0, topGravity = 1, rightGravity = 0, bottomGravity = 1;

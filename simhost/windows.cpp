@@ -79,6 +79,7 @@ XPLMWindowID AddWindow(const Window &window) {
     auto added = std::make_unique<Window>(window);
     const XPLMWindowID id = reinterpret_cast<XPLMWindowID>(++lastSerial);
     added->id = id;
+    if (added->isLegacy) added->layer = xplm_WindowLayerFlightOverlay;
     added->place = LimitedPlace(window.place);
     Windows().push_back(std::move(added));
     RaiseWindow(id);

@@ -32,20 +32,20 @@ void DrawWindows();
 enum class MouseButton { Left, Right };
 
 // A press goes to the topmost window that takes it, which then gets the drags and the release. Until then
-// other presses do nothing.
+// other presses do nothing. Presses and turns of the wheel that no window takes reach the cockpit: false.
 void MoveMouse(int x, int y); // asks the window below for its cursor; drags while a button is held
-void PressMouse(int x, int y, MouseButton button);
+bool PressMouse(int x, int y, MouseButton button);
 void DragMouse(int x, int y);
 void ReleaseMouse(int x, int y);
-void TurnWheel(int x, int y, int clicks);
+bool TurnWheel(int x, int y, int clicks);
 bool IsMouseHeld();
 
 // What the window below the mouse made of the cursor when it was last asked.
 XPLMCursorStatus MouseCursor();
 
 // A key goes down (flags with xplm_DownFlag) or up: key sniffers before windows, the window with the focus,
-// key sniffers behind.
-void SendKey(char character, XPLMKeyFlags flags, char virtualKey);
+// key sniffers behind. False when it reaches the simulator.
+bool SendKey(char character, XPLMKeyFlags flags, char virtualKey);
 
 // ---- For the simulator's other modules ----
 

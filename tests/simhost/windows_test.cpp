@@ -96,7 +96,7 @@ TEST_F(Windows, FieldsPastTheStructSizeAreAbsent) {
         createSized(fields);
         const WindowView view = WindowsFrontToBack().at(0);
         EXPECT_TRUE(view.isLegacy);
-        EXPECT_EQ(view.layer, xplm_WindowLayerFloatingWindows);
+        EXPECT_EQ(view.layer, xplm_WindowLayerFlightOverlay);
         EXPECT_EQ(view.decoration, xplm_WindowDecorationNone);
         EXPECT_EQ(XPLMGetWindowRefCon(window.id), &window);
         XPLMDestroyWindow(window.id);

@@ -23,8 +23,8 @@ for field, expected in pairs {title = "Probe's window", plugin = "Probe", left =
 end
 
 -- The mouse: every frame of a held button is a drag.
-sim.mouse(500, 500)
-sim.click(150, 250)
+assert(sim.mouse(500, 500) == "default")
+assert(sim.click(150, 250))
 noted("left down at 150, 250", "left up at 150, 250")
 assert(window().focus)
 sim.double_click(100, 200)
@@ -35,7 +35,7 @@ sim.mouse_drag(-20, 900)
 sim.mouse_up(0, 0)
 noted("right down at 150, 250", "right drag at 150, 250", "right drag at 150, 250", "right drag at -20, 900",
       "right up at 0, 0")
-sim.wheel(150, 250, -3)
+assert(sim.wheel(150, 250, -3) and not sim.wheel(700, 500, 1))
 noted("wheel -3")
 -- The title bar is the simulator's.
 sim.mouse_down(200, 410)
@@ -51,9 +51,11 @@ sim.key("left", "shift+control")
 sim.key(0x41)
 sim.key("5", "option")
 noted("key 28 13 37", "key 28 21 37", "key 97 8 65", "key 97 16 65", "key 53 10 53", "key 53 18 53")
-sim.click(700, 500)
+assert(sim.key("f1"))
+sim.log()
+assert(not sim.click(700, 500))
 noted("focus lost")
-sim.type("nobody")
+assert(not sim.key("f1"))
 noted()
 
 -- The headset, another screen, a close box.
