@@ -1,4 +1,4 @@
--- A model of 50 systems, 500 devices and 10,000 parameters in the editor: scroll bars, pages, arrow keys and the
+-- A model of 50 systems, 500 devices and 10,000 parameters in the editor: scroll bars, pages, the wheel and the
 -- usage list reach the last of everything. What is changed there is seen in the saved file.
 local check = require "lib.check"
 local editor = require "lib.editor"
@@ -40,13 +40,17 @@ editor.rename(3, editor.rows(), "END")
 saved("LAST", "out=END,", "the last parameter was renamed")
 saved("S1", "calc=[LAST.D10.END]+[1.000000]", "the first link to it followed")
 
--- Back by a page, down by an arrow key.
+-- Back by a page, down by a click of the wheel.
 editor.page(3, "< PAGE")
+editor.wheel(3, -1)
 editor.select(3, 1)
-sim.key(0x28)
-sim.frames(2)
-editor.detail("unit", "one below")
-saved("LAST", "out=P68,double,one below,", "the arrow key")
+editor.detail("unit", "three below")
+saved("LAST", "out=P70,double,three below,", "the wheel")
+editor.wheel(3, 1000)
+editor.select(3, 1)
+editor.detail("unit", "the first")
+saved("LAST", "out=P1,double,the first,", "the wheel to the top")
+for _ = 1, 9 do editor.page(3, "PAGE >") end
 
 -- The first use of the last parameter, and back again.
 editor.page(3, "PAGE >")

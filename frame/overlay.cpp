@@ -12,6 +12,7 @@
 #include "frame/commands.h"
 #include "frame/main_loop.h"
 #include "frame/settings.h"
+#include "systems/editor_window.h"
 #include "util/clock.h"
 #include "util/find_dataref.h"
 #include "util/screen.h"
@@ -131,6 +132,10 @@ void DrawList() {
     for (const input_struct &group : inputs) y = DrawGroup(group, y);
     listWidth = widestLine;
     const int height = y - widgetOffsetY;
+    if (isEditorOverScreen()) { // which hides the list; it is not clicked through the editor
+        SelWindowDestroy();
+        return;
+    }
     if (height == listHeight && isSelWindowOpen()) return;
     listHeight = height;
     SelWindowCreate(listHeight + WindowAboveList);

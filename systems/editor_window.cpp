@@ -1,5 +1,7 @@
 // The window: where its panels stand, and which zone a click meets. Clicks go to the zones of the last
-// drawing, which are what the author saw.
+// drawing, which are what the author saw. The window is of the simulator's old kind, which hears neither the
+// wheel nor the right button; a transparent window of the new kind lies over it while the editor is shown,
+// takes these, and lets left clicks through.
 #include "systems/editor_window.h"
 
 #include <algorithm>
@@ -27,11 +29,15 @@ const double TableShare = 0.41;         // of the width
 const double LogicShare = 0.46;         // of the height of the two stacks
 const double DoubleClickSec = 0.5;
 const double Darkness = 0.97;
+const int RowsPerClick = 3;           // of the wheel
+const int MostClicks = FarthestBoxel; // that a wheel can be turned at once
+
+XPLMWindowID cover = nullptr; // over the editor's window
+bool isCovering = false;
 
 click_zone_class pressed; // the zone of the last mouse-down, and when that was
 double pressedTime = -10.0;
 int pressedY = 0, pressedRow = 0;
-int keyList = ListOut; // the column that the arrow keys walk through
 
 // The one button that stands for the hidden editor.
 void DrawHidden() {
@@ -97,12 +103,17 @@ void FollowScreen() {
     KeepEditWidgetOnScreen();
 }
 
+void CoverScreen(bool covers) {
+    if (covers != isCovering) XPLMSetWindowIsVisible(cover, covers ? 1 : 0);
+    isCovering = covers;
+}
+
 // The aircraft's kill switch: nothing is seen, nothing can be clicked, and no key is taken.
 void DrawNothing() {
     BeginZones(-1, -1);
     EditWidgetDestroy();
     pressed = {};
-    if (XPLMHasKeyboardFocus(SysWindow)) XPLMTakeKeyboardFocus(nullptr);
+    CoverScreen(false);
 }
 
 void ScrollTo(int list, int row) {
@@ -117,6 +128,53 @@ void DragScrollBar(int y) {
     ScrollTo(pressed.context[ZoneList], static_cast<int>(share * count) - rows / 2);
 }
 
+// The list under the mouse scrolls; not while a field is being typed in, which would be left behind.
+int TurnWheel(XPLMWindowID, int, int, int, int clicks, void *) {
+    int x = 0, y = 0;
+    XPLMGetMouseLocation(&x, &y);
+    const int list = ListAt(PlaceOnScreen(x), PlaceOnScreen(y));
+    if (list >= 0 && !isEditWidgetOpen())
+        ScrollTo(list, scroll[list] - RowsPerClick * std::clamp(clicks, -MostClicks, MostClicks));
+    return 1;
+}
+
+void DrawCover(XPLMWindowID, void *) {}
+
+int PassLeftClickOn(XPLMWindowID, int, int, XPLMMouseStatus, void *) {
+    return 0;
+}
+
+int TakeRightClick(XPLMWindowID, int, int, XPLMMouseStatus, void *) {
+    return 1;
+}
+
+XPLMCursorStatus ShowArrow(XPLMWindowID, int, int, void *) {
+    return xplm_CursorArrow; // not that of a switch behind
+}
+
+XPLMWindowID CreateCover() {
+    XPLMCreateWindow_t wanted{};
+    wanted.structSize = sizeof wanted;
+    wanted.top = sH;
+    wanted.right = sW;
+    wanted.drawWindowFunc = DrawCover;
+    wanted.handleMouseClickFunc = PassLeftClickOn;
+    wanted.handleRightClickFunc = TakeRightClick;
+    wanted.handleKeyFunc = SysKeyCallback;
+    wanted.handleCursorFunc = ShowArrow;
+    wanted.handleMouseWheelFunc = TurnWheel;
+    wanted.layer = xplm_WindowLayerFlightOverlay; // as the editor's window, and not over what floats
+    const XPLMWindowID window = XPLMCreateWindowEx(&wanted);
+    const int mainMonitor = -1;
+    XPLMSetWindowPositioningMode(window, xplm_WindowFullScreenOnMonitor, mainMonitor);
+    return window;
+}
+
+void DestroyWindow(XPLMWindowID &window) {
+    if (window) XPLMDestroyWindow(window);
+    window = nullptr;
+}
+
 } // namespace
 
 void SysWindowCreate() {
@@ -125,13 +183,19 @@ void SysWindowCreate() {
     ReadScreenSize(sW, sH);
     SysWindow =
         XPLMCreateWindow(0, sH, sW, 0, 1, SysWindowCallback, SysKeyCallback, SysMouseClickCallback, nullptr);
+    cover = CreateCover();
 }
 
 void SysWindowDestroy() {
     EditWidgetDestroy();
-    if (SysWindow) XPLMDestroyWindow(SysWindow);
-    SysWindow = nullptr;
+    DestroyWindow(cover);
+    DestroyWindow(SysWindow);
+    isCovering = false;
     ForgetUndo();
+}
+
+bool isEditorOverScreen() {
+    return isCovering;
 }
 
 void SysWindowCallback(XPLMWindowID, void *) {
@@ -140,6 +204,7 @@ void SysWindowCallback(XPLMWindowID, void *) {
         return;
     }
     FollowScreen();
+    CoverScreen(isEditorShown);
     int x = 0, y = 0;
     XPLMGetMouseLocation(&x, &y);
     BeginZones(PlaceOnScreen(x), PlaceOnScreen(y));
@@ -156,28 +221,13 @@ void SysWindowCallback(XPLMWindowID, void *) {
     EndCanvas();
 }
 
-// Arrows choose in the column that was clicked last.
-void SysKeyCallback(XPLMWindowID, char, XPLMKeyFlags flags, char virtualKey, void *, int losingFocus) {
-    if (losingFocus || (flags & xplm_UpFlag) || !isEditorShown) return;
-    const int step = virtualKey == XPLM_VK_DOWN ? 1 : virtualKey == XPLM_VK_UP ? -1 : 0;
-    if (virtualKey == XPLM_VK_LEFT) keyList = std::max<int>(keyList - 1, ListSys);
-    if (virtualKey == XPLM_VK_RIGHT) keyList = std::min<int>(keyList + 1, ListOut);
-    if (step == 0) return;
-    if (keyList == ListSys && isSystem(selSys + step)) SelectPlace(selSys + step, -1, -1);
-    if (keyList == ListDev && isDevice(selSys, selDev + step)) SelectPlace(selSys, selDev + step, -1);
-    if (keyList == ListOut && isParameter(selSys, selDev, selOut + step))
-        SelectPlace(selSys, selDev, selOut + step);
-    ScrollToSelection();
-}
+// Never called: the window does not ask for the keyboard.
+void SysKeyCallback(XPLMWindowID, char, XPLMKeyFlags, char, void *, int) {}
 
 int SysMouseClickCallback(XPLMWindowID, int mouseX, int mouseY, XPLMMouseStatus mouse, void *) {
     const int x = PlaceOnScreen(mouseX), y = PlaceOnScreen(mouseY);
     if (mouse == xplm_MouseDown) {
-        if (!ZoneAt(x, y)) {
-            if (XPLMHasKeyboardFocus(SysWindow)) XPLMTakeKeyboardFocus(nullptr);
-            pressed = {};
-            return 0;
-        }
+        if (!isCovering && !ZoneAt(x, y)) return 0;
         MouseDown(x, y);
     } else if (mouse == xplm_MouseDrag) {
         MouseDrag(x, y);
@@ -187,12 +237,11 @@ int SysMouseClickCallback(XPLMWindowID, int mouseX, int mouseY, XPLMMouseStatus 
     return 1;
 }
 
-// A text that is being edited is stored first; while it is refused nothing else can be clicked.
+// A text that is being edited is stored first, wherever the click is; while it is refused nothing else can be
+// clicked.
 void MouseDown(int x, int y) {
     const click_zone_class *hit = ZoneAt(x, y);
-    if (!hit) return;
-    const click_zone_class zone = *hit;
-    const bool isTable = hit >= vectorZones.data() && hit < vectorZones.data() + vectorZones.size();
+    const click_zone_class zone = hit ? *hit : click_zone_class();
     if (isEditWidgetOpen() && !EditWidgetStore()) return;
     const double now = static_cast<double>(XPLMGetElapsedTime());
     const bool isDouble = zone.isSame(pressed) && now - pressedTime <= DoubleClickSec;
@@ -201,13 +250,11 @@ void MouseDown(int x, int y) {
     pressedY = y;
     const int list = zone.context[ZoneList];
     pressedRow = list >= 0 ? scroll[list] : 0;
-    XPLMTakeKeyboardFocus(SysWindow);
-    if (isTable && zone.context[ZoneAction] == ActionEdit) keyList = list;
     if (zone.context[ZoneAction] == ActionScroll)
         DragScrollBar(y);
-    else
+    else if (hit)
         ClickZone(zone, isDouble);
-    if (!isEditorShown) XPLMTakeKeyboardFocus(nullptr);
+    CoverScreen(isEditorShown);
 }
 
 // Lists follow the mouse, and so do scroll bars.

@@ -1,5 +1,7 @@
-// The systems editor's window, which exists in developer mode alone. It covers the whole screen; where there
-// is nothing to click the mouse goes on to the simulator.
+// The systems editor's window, which exists in developer mode alone. It covers the whole screen. While the
+// editor is shown all clicks and the wheel end there, as the picture does not let the cockpit be seen; while
+// it is folded it takes nothing but its button. Keys are the simulator's, apart from those typed into a
+// field.
 #pragma once
 
 #include "XPLMDisplay.h"
@@ -9,6 +11,9 @@ extern int sW, sH; // the screen's size
 
 void SysWindowCreate();
 void SysWindowDestroy();
+
+// True while the editor hides what is behind it: our other windows there are not to be clicked.
+bool isEditorOverScreen();
 
 // The window's callbacks.
 void SysWindowCallback(XPLMWindowID window, void *refcon);

@@ -15,6 +15,7 @@ namespace {
 const int BoardMargin = 4, BoardGap = 4;
 const int ScrollWidth = 12;
 int mouseX = 0, mouseY = 0;
+Area listAreas[EditorLists];
 
 } // namespace
 
@@ -25,6 +26,7 @@ bool click_zone_class::isSame(const click_zone_class &other) const {
 void BeginZones(int x, int y) {
     parZones.clear();
     vectorZones.clear();
+    std::fill(std::begin(listAreas), std::end(listAreas), Area());
     activeZone = activeVectorZone = -1;
     mouseX = x;
     mouseY = y;
@@ -54,6 +56,7 @@ int AddBoard(std::vector<click_zone_class> &zones, click_zone_class zone, int x,
 int AddScroll(std::vector<click_zone_class> &zones, const Area &area, int list, int rows, int count,
               int &first) {
     rowsSeen[list] = rows;
+    listAreas[list] = area;
     first = std::clamp(first, 0, std::max(0, count - rows));
     if (count <= rows) return 0;
     click_zone_class zone;
@@ -70,6 +73,12 @@ int AddScroll(std::vector<click_zone_class> &zones, const Area &area, int list, 
              ColourGrey, 1.0);
     AddClickZone(zones, zone);
     return ScrollWidth + 2;
+}
+
+int ListAt(int x, int y) {
+    for (int list = 0; list < EditorLists; list++)
+        if (listAreas[list].isHit(x, y)) return list;
+    return -1;
 }
 
 const click_zone_class *ZoneUnderMouse() {

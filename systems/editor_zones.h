@@ -47,10 +47,13 @@ void AddClickZone(std::vector<click_zone_class> &zones, const click_zone_class &
 int AddBoard(std::vector<click_zone_class> &zones, click_zone_class zone, int x, int top, bool isOn = false);
 int BoardWidth(std::string_view name);
 
-// A scroll bar at the area's right edge, when count is more than the rows that are seen. Brings first into
-// its range, 0 to count - rows. Returns the width that it takes.
+// A list's area, and a scroll bar at its right edge, when count is more than the rows that are seen. Brings
+// first into its range, 0 to count - rows. Returns the width that it takes.
 int AddScroll(std::vector<click_zone_class> &zones, const Area &area, int list, int rows, int count,
               int &first);
+
+// The list drawn with AddScroll at a place, an EditorList; -1 where none is.
+int ListAt(int x, int y);
 
 // The zone under the mouse, or null.
 const click_zone_class *ZoneUnderMouse();

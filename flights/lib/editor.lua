@@ -106,17 +106,31 @@ function editor.drag_bar(column)
     sim.frames(2)
 end
 
+-- Turns the wheel over a column.
+function editor.wheel(column, clicks)
+    local x, y = row_place(column, 2)
+    sim.wheel(x, y, clicks)
+    sim.frames(2)
+end
+
 -- The first row of the usage list.
 function editor.first_use()
     sim.click(MARGIN + 20, MARGIN + ROW + 13 * ROW - ROW - 9)
     sim.frames(2)
 end
 
--- Types into the box that a double click has opened.
-function editor.type_into(x, y, text)
+local function open_box(x, y)
     sim.double_click(x, y)
     sim.frames(2)
-    if not editor.box() then error("no edit box opened", 2) end
+    if not editor.box() then error("no edit box opened", 3) end
+end
+
+-- Opens the box of a row of a column.
+function editor.open(column, row) open_box(row_place(column, row)) end
+
+-- Types into the box that a double click has opened.
+function editor.type_into(x, y, text)
+    open_box(x, y)
     sim.type(text)
     sim.key(13)
     sim.frames(2)
