@@ -1,5 +1,5 @@
 // The scratch copy of an aircraft. Links are followed, so that nothing that a flight writes can reach the
-// original; the copy is removed whatever happens (here, or by the watchdog).
+// original; who watches over the flight removes the copy whatever happens.
 #include "simhost/aircraft_folder.h"
 
 #include <algorithm>
@@ -88,17 +88,22 @@ std::string FindAircraft(const std::string &nameOrPath, const std::string &progr
     return bare && fs::is_directory(staged, failed) ? staged.string() : "";
 }
 
+std::string MakeScratchRoot(std::string &error) {
+    try {
+        std::string pattern = (fs::canonical(fs::temp_directory_path()) / "fennic-sim-XXXXXX").string();
+        if (mkdtemp(pattern.data()) != nullptr) return pattern + "/";
+        error = "cannot make a folder " + pattern;
+    } catch (const fs::filesystem_error &failure) {
+        error = failure.what();
+    }
+    return "";
+}
+
 bool MakeScratchAircraft(const std::string &aircraftFolder, ScratchAircraft &scratch, std::string &error) {
     try {
         const fs::path source = fs::canonical(aircraftFolder);
-        std::string pattern = (fs::canonical(fs::temp_directory_path()) / "fennic-sim-XXXXXX").string();
-        if (mkdtemp(pattern.data()) == nullptr) {
-            error = "cannot make a folder " + pattern;
-            return false;
-        }
-        scratch.root = pattern + "/";
         scratch.folder = source.filename().string();
-        const fs::path root = pattern;
+        const fs::path root = scratch.root;
         scratch.aircraft = (root / "Aircraft" / scratch.folder).string() + "/";
         for (const char *folder :
              {"Resources/plugins", "Output/preferences", "Custom Data", "Custom Scenery"})
@@ -111,13 +116,6 @@ bool MakeScratchAircraft(const std::string &aircraftFolder, ScratchAircraft &scr
         return false;
     }
     return true;
-}
-
-void RemoveScratchAircraft(ScratchAircraft &scratch) {
-    if (scratch.root.empty()) return;
-    std::error_code failed;
-    fs::remove_all(scratch.root, failed);
-    scratch = {};
 }
 
 std::vector<std::string> FindPluginLibraries(const std::string &aircraftFolder) {

@@ -8,7 +8,7 @@
 namespace simhost {
 
 struct ScratchAircraft {
-    std::string root;     // the simulator's folder, ending in "/"
+    std::string root;     // the simulator's folder, ending in "/"; empty: none made
     std::string aircraft; // <root>Aircraft/<folder>/
     std::string folder;   // the aircraft folder's bare name
 };
@@ -20,12 +20,13 @@ std::string ProgramFolder();
 // there is no such folder.
 std::string FindAircraft(const std::string &nameOrPath, const std::string &programFolder);
 
-// Copies the aircraft to <temporary folder>/fennic-sim-XXXXXX/Aircraft/<folder>/ and makes the folders of
-// a simulator root. The copy may be written to even where the original may not, and in it the first officer
-// counts as set up when the pilot was not asked yet. False with the reason in error; what was made by then is
-// named in scratch and is to be removed.
+// Makes <temporary folder>/fennic-sim-XXXXXX/. Empty, with the reason in error, when that fails.
+std::string MakeScratchRoot(std::string &error);
+
+// Copies the aircraft to <scratch.root>Aircraft/<folder>/ and makes the folders of a simulator root. The copy
+// may be written to even where the original may not, and in it the first officer counts as set up when the
+// pilot was not asked yet. False with the reason in error.
 bool MakeScratchAircraft(const std::string &aircraftFolder, ScratchAircraft &scratch, std::string &error);
-void RemoveScratchAircraft(ScratchAircraft &scratch);
 
 // The plug-ins of an aircraft folder, plugins/*/64/lin.xpl (mac.xpl on macOS), in alphabetical order.
 std::vector<std::string> FindPluginLibraries(const std::string &aircraftFolder);

@@ -65,7 +65,19 @@ int ExplainError(lua_State *lua) {
     return 1;
 }
 
-// Stops what still runs, ends the transcript, removes the scratch folder.
+// The flight's own end, with its exit status.
+int Leave(int status) {
+    EndFlight(status);
+    if (flight.options.alone) TidyScratch(flight.scratch.root, flight.options.keep, status);
+    return status;
+}
+
+int RefuseToFly(const std::string &why) {
+    std::fprintf(stderr, "fennic-sim: %s\n", why.c_str());
+    return Leave(EXIT_USAGE);
+}
+
+// Stops what still runs and ends the transcript.
 int FinishFlight(int status) {
     StopPlugins();
     if (flight.options.window) CloseFrontend();
@@ -73,12 +85,7 @@ int FinishFlight(int status) {
     CloseTranscript(static_cast<double>(flight.frames) * flight.frameSeconds, took.count());
     std::fflush(stdout);
     SetEventListener(nullptr);
-    if (flight.options.keep)
-        std::fprintf(stderr, "fennic-sim: kept %s\n", flight.scratch.root.c_str());
-    else
-        RemoveScratchAircraft(flight.scratch);
-    NameScratchFolder("", false);
-    return status == EXIT_FLOWN && flight.wasAnythingLeftBehind ? EXIT_FAILED : status;
+    return Leave(status == EXIT_FLOWN && flight.wasAnythingLeftBehind ? EXIT_FAILED : status);
 }
 
 // os.exit of a flight: the same end as that of the script.
@@ -88,7 +95,7 @@ int Exit(lua_State *lua) {
         status = lua_toboolean(lua, 1) != 0 ? EXIT_FLOWN : EXIT_FAILED;
     else
         status = static_cast<int>(luaL_optinteger(lua, 1, EXIT_FLOWN));
-    NameFlightState(lua);
+    RememberCaller(lua);
     std::exit(FinishFlight(status));
 }
 
@@ -173,16 +180,14 @@ int RunScript() {
         const char *message = lua_tostring(lua, -1);
         std::fprintf(stderr, "%s\n", WithWholeName(lua, message != nullptr ? message : "error").c_str());
     }
-    NameFlightState(nullptr);
+    RememberCaller(nullptr);
     lua_close(lua);
     return failed == LUA_OK ? EXIT_FLOWN : EXIT_FAILED;
 }
 
 bool PrepareSimulator(std::string &error) {
     const FlightOptions &options = flight.options;
-    const bool made = MakeScratchAircraft(options.aircraftFolder, flight.scratch, error);
-    NameScratchFolder(flight.scratch.root.c_str(), options.keep);
-    if (!made) return false;
+    if (!MakeScratchAircraft(options.aircraftFolder, flight.scratch, error)) return false;
     ResetSimulator();
     if (!options.xplaneFolder.empty() && !ReadSimulatorLists(options.xplaneFolder, error)) return false;
     SetScreenSize(options.screenWidth, options.screenHeight);
@@ -221,16 +226,15 @@ int FlyFlight(const FlightOptions &options) {
     startOfFlight = std::chrono::steady_clock::now();
     flight.options = options;
     std::string error;
-    if (options.window && !OpenFrontend(options.screenWidth, options.screenHeight, error)) {
-        std::fprintf(stderr, "fennic-sim: no window: %s\n", error.c_str());
-        return EXIT_USAGE;
+    flight.scratch.root = MakeScratchRoot(error);
+    if (flight.scratch.root.empty()) return RefuseToFly(error);
+    if (!options.alone && !FlyUnderWatch(flight.scratch.root, options.keep, error)) {
+        flight.options.alone = true; // there is nobody else to remove the folder
+        return RefuseToFly(error);
     }
-    StartWatchdog();
-    if (!PrepareSimulator(error)) {
-        std::fprintf(stderr, "fennic-sim: %s\n", error.c_str());
-        RemoveScratchAircraft(flight.scratch);
-        return EXIT_USAGE;
-    }
+    if (options.window && !OpenFrontend(options.screenWidth, options.screenHeight, error))
+        return RefuseToFly("no window: " + error);
+    if (!PrepareSimulator(error)) return RefuseToFly(error);
     OpenTranscript(!options.quiet, flight.scratch.root);
     const int status = RunScript();
     flight.statusWhenClosed = status;

@@ -18,6 +18,7 @@ struct FlightOptions {
     bool window = false; // show the simulator, in real time
     bool quiet = false;  // no transcript
     bool keep = false;   // leave the scratch folder
+    bool alone = false;  // one process, without one that watches over it
 };
 
 inline constexpr int EXIT_FLOWN = 0;  // the script ended without an error and nothing was left behind

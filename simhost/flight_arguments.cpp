@@ -3,6 +3,7 @@
 #include "simhost/flight_arguments.h"
 
 #include <cmath>
+#include <cstring>
 
 #include "simhost/number_text.h"
 #include "simhost/watchdog.h"
@@ -78,7 +79,16 @@ void SetField(lua_State *lua, const char *name, bool value) {
 }
 
 void RememberCaller(lua_State *lua) {
-    NameFlightState(lua);
+    flightRecord->line = 0;
+    lua_Debug frame;
+    for (int level = 0; lua != nullptr && lua_getstack(lua, level, &frame) != 0; ++level) {
+        lua_getinfo(lua, "Sl", &frame);
+        if (frame.currentline <= 0) continue;
+        static_assert(sizeof flightRecord->script >= sizeof frame.short_src);
+        std::memcpy(flightRecord->script, frame.short_src, sizeof frame.short_src);
+        flightRecord->line = frame.currentline;
+        return;
+    }
 }
 
 } // namespace simhost

@@ -38,7 +38,7 @@ public:
     const char *const name; // "sim.run"
 };
 
-// The innermost line of the flight that is running, kept for the reports of crashes and hangs.
+// The innermost line of the flight that is running, kept for the reports of crashes and hangs; null: none.
 void RememberCaller(lua_State *lua);
 
 // Sets a field of the table on top of the stack.

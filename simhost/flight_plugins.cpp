@@ -115,7 +115,7 @@ bool StartPlugins(std::string &error) {
     }
     for (const std::string &library : libraries) {
         const std::string known = library.substr(flight.scratch.aircraft.size());
-        NameLoadingLibrary(known.c_str());
+        NameLoadingLibrary(known);
         SimulatorCall inside;
         const XPLMPluginID id = LoadPlugin(library, error);
         if (id == XPLM_NO_PLUGIN_ID) {
@@ -126,7 +126,7 @@ bool StartPlugins(std::string &error) {
             break;
         }
         const std::string name = PluginName(id);
-        NamePluginForReports(id, name.c_str());
+        NamePluginForReports(id, name);
         flight.plugins.push_back({id, name});
     }
     NameLoadingLibrary("");

@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char *USAGE =
     "usage: fennic-sim [--aircraft DIR] [--fps N] [--screen WxH] [--window] [--quiet] [--keep]\n"
-    "                  [--xplane DIR] FLIGHT.lua [ARG...]\n"
+    "                  [--alone] [--xplane DIR] FLIGHT.lua [ARG...]\n"
     "       fennic-sim check [--xplane DIR] FOLDER\n"
     "       fennic-sim graph [--dot] FOLDER [SYSTEM|DEVICE]\n"
     "       fennic-sim phrases FOLDER...\n"
@@ -28,6 +28,8 @@ constexpr const char *USAGE =
     "  --window        show the simulator in a window, in real time, until it is closed\n"
     "  --quiet         no transcript\n"
     "  --keep          keep the scratch folder and say where it is\n"
+    "  --alone         fly in one process, for debuggers: nothing reports a crash or a hang, and the scratch\n"
+    "                  folder stays behind then\n"
     "  --xplane DIR    a real simulator's folder, for its lists of datarefs and commands\n"
     "\n"
     "\"check\" reads an aircraft's systems files, positions, settings and fonts as the plug-in does, and\n"
@@ -40,7 +42,7 @@ constexpr const char *USAGE =
     "\"phrases\" prints what can be said in some aircraft and what is answered, as a page in Markdown.\n"
     "\n"
     "Exit status: 0 the flight went well; 1 the script failed or a plug-in left something behind;\n"
-    "2 wrong usage; 3 a plug-in crashed or hung.\n";
+    "2 wrong usage; 3 a plug-in crashed, hung or ended the program.\n";
 
 constexpr const char *STANDARD_AIRCRAFT = "Cessna_172SP";
 
@@ -119,9 +121,13 @@ int main(int count, char **words) {
             std::fputs(USAGE, stdout);
             return simhost::EXIT_FLOWN;
         }
-        if (option == "--quiet" || option == "--keep" || option == "--window") {
+        if (bool *isChosen = option == "--quiet"    ? &options.quiet
+                             : option == "--keep"   ? &options.keep
+                             : option == "--window" ? &options.window
+                             : option == "--alone"  ? &options.alone
+                                                    : nullptr) {
             if (isInOne) return Refuse(option + " takes no value");
-            (option == "--quiet" ? options.quiet : option == "--keep" ? options.keep : options.window) = true;
+            *isChosen = true;
             continue;
         }
         if (option != "--aircraft" && option != "--fps" && option != "--screen" && option != "--xplane")

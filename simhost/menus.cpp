@@ -1,11 +1,14 @@
-// The simulator's plug-ins menu and aircraft menu with what plug-ins hang into them. A handle is the address
-// of a menu, and is looked for among the living ones before it is used, since plug-ins keep handles of menus
-// that have gone.
+// The simulator's plug-ins menu and aircraft menu with what plug-ins hang into them. A handle is a serial
+// number, and is looked for among the living menus before it is used, since plug-ins keep handles of menus
+// that have gone; so does an item that opens one. Nothing but a look-up depends on how many menus there are.
 #include "XPLMMenus.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <deque>
 #include <iterator>
-#include <memory>
+#include <unordered_map>
+#include <utility>
 
 #include "simhost/menus.h"
 #include "simhost/modules.h"
@@ -14,8 +17,6 @@ namespace simhost {
 
 namespace {
 
-struct Menu;
-
 struct Item {
     std::string text;
     void *refcon = nullptr;
@@ -23,7 +24,7 @@ struct Item {
     bool isSeparator = false;
     bool isEnabled = true;
     XPLMMenuCheck check = xplm_Menu_NoCheck;
-    Menu *submenu = nullptr;
+    XPLMMenuID submenu = nullptr;  // may have gone: then the item opens nothing
     bool isOfSubmenuAlone = false; // made for a submenu without a place of its own, and goes with it
     XPLMPluginID owner = XPLM_PLUGIN_XPLANE;
 };
@@ -33,31 +34,39 @@ struct Menu {
     XPLMMenuHandler_f handler = nullptr;
     void *refcon = nullptr;
     XPLMPluginID owner = XPLM_PLUGIN_XPLANE;
-    std::vector<Item> items;
+    std::deque<Item> items; // which plug-ins remove from either end
 };
 
-std::vector<std::unique_ptr<Menu>> &Menus() {
-    static auto &menus = *new std::vector<std::unique_ptr<Menu>>;
+std::unordered_map<XPLMMenuID, Menu> &Menus() {
+    static auto &menus = *new std::unordered_map<XPLMMenuID, Menu>;
     return menus;
 }
 
-// The first two menus are the simulator's and always there.
-Menu *FixedMenu(std::size_t index) {
-    while (Menus().size() < 2) Menus().push_back(std::make_unique<Menu>());
-    return Menus()[index].get();
+XPLMMenuID Handle(std::uintptr_t serial) {
+    return reinterpret_cast<XPLMMenuID>(serial);
 }
-Menu *PluginsMenu() {
-    return FixedMenu(0);
+
+// The simulator's own are always there.
+const XPLMMenuID pluginsMenu = Handle(1), aircraftMenu = Handle(2);
+constinit std::uintptr_t lastSerial = 2; // goes on over resets
+constinit bool isAnyItemDead = false;    // in the plug-ins menu
+
+bool IsFixed(XPLMMenuID handle) {
+    return handle == pluginsMenu || handle == aircraftMenu;
 }
-Menu *AircraftMenu() {
-    return FixedMenu(1);
+
+bool IsDead(const Item &item) {
+    return item.isOfSubmenuAlone && !Menus().contains(item.submenu);
 }
 
 Menu *Living(XPLMMenuID handle) {
-    for (const auto &menu : Menus()) {
-        if (menu.get() == handle) return menu.get();
+    if (IsFixed(handle)) {
+        Menu &menu = Menus()[handle];
+        if (handle == pluginsMenu && std::exchange(isAnyItemDead, false)) std::erase_if(menu.items, IsDead);
+        return &menu;
     }
-    return nullptr;
+    const auto found = Menus().find(handle);
+    return found != Menus().end() ? &found->second : nullptr;
 }
 
 Item *FindItem(XPLMMenuID handle, int index) {
@@ -74,24 +83,17 @@ int Append(XPLMMenuID handle, Item item) {
     return static_cast<int>(menu->items.size()) - 1;
 }
 
-bool IsFixed(const Menu *menu) {
-    return menu == PluginsMenu() || menu == AircraftMenu();
-}
-
-// With the menus that open from its items.
-void Destroy(Menu *destroyed) {
-    for (const auto &menu : Menus()) {
-        std::erase_if(menu->items,
-                      [&](const Item &item) { return item.submenu == destroyed && item.isOfSubmenuAlone; });
-        for (Item &item : menu->items) {
-            if (item.submenu == destroyed) item.submenu = nullptr;
-        }
-    }
-    const std::vector<Item> items = std::move(destroyed->items);
-    std::erase_if(Menus(), [&](const auto &menu) { return menu.get() == destroyed; });
-    for (const Item &item : items) {
-        Menu *submenu = Living(item.submenu);
-        if (submenu != nullptr && !IsFixed(submenu)) Destroy(submenu);
+// With the menus that open from its items, however deep.
+void Destroy(XPLMMenuID handle) {
+    std::vector<XPLMMenuID> doomed{handle};
+    while (!doomed.empty()) {
+        const auto found = Menus().find(doomed.back());
+        doomed.pop_back();
+        if (found == Menus().end() || IsFixed(found->first)) continue;
+        for (const Item &item : found->second.items)
+            if (item.submenu != nullptr) doomed.push_back(item.submenu);
+        Menus().erase(found);
+        isAnyItemDead = true;
     }
 }
 
@@ -105,8 +107,9 @@ std::vector<MenuItemView> ViewOf(const Menu &menu, int depth) {
         view.isSeparator = item.isSeparator;
         view.isEnabled = item.isEnabled;
         view.check = item.check;
-        view.hasSubmenu = item.submenu != nullptr;
-        if (item.submenu != nullptr) view.items = ViewOf(*item.submenu, depth + 1);
+        const Menu *submenu = Living(item.submenu);
+        view.hasSubmenu = submenu != nullptr;
+        if (submenu != nullptr) view.items = ViewOf(*submenu, depth + 1);
         views.push_back(std::move(view));
     }
     return views;
@@ -115,27 +118,27 @@ std::vector<MenuItemView> ViewOf(const Menu &menu, int depth) {
 } // namespace
 
 std::vector<MenuItemView> MenuItems() {
-    std::vector<MenuItemView> items = ViewOf(*AircraftMenu(), 0);
-    std::vector<MenuItemView> ofPluginsMenu = ViewOf(*PluginsMenu(), 0);
+    std::vector<MenuItemView> items = ViewOf(*Living(aircraftMenu), 0);
+    std::vector<MenuItemView> ofPluginsMenu = ViewOf(*Living(pluginsMenu), 0);
     std::move(ofPluginsMenu.begin(), ofPluginsMenu.end(), std::back_inserter(items));
     return items;
 }
 
 bool ChooseMenuItem(const MenuPlace &place) {
-    const Menu *menu = AircraftMenu();
+    const Menu *menu = Living(aircraftMenu);
     const Item *item = nullptr;
     for (std::size_t index : place) {
         if (item == nullptr && index >= menu->items.size()) {
             index -= menu->items.size();
-            menu = PluginsMenu();
+            menu = Living(pluginsMenu);
         } else if (item != nullptr) {
-            menu = item->submenu;
+            menu = Living(item->submenu);
         }
         if (menu == nullptr || index >= menu->items.size()) return false;
         item = &menu->items[index];
         if (item->isSeparator || !item->isEnabled) return false;
     }
-    if (item == nullptr || item->submenu != nullptr) return false;
+    if (item == nullptr || Living(item->submenu) != nullptr) return false;
     if (item->command != nullptr) {
         RunningScope scope(XPLM_PLUGIN_XPLANE, "menu");
         XPLMCommandOnce(item->command);
@@ -148,25 +151,28 @@ bool ChooseMenuItem(const MenuPlace &place) {
 
 void DropMenus(XPLMPluginID plugin, LeftBehind &leftBehind) {
     const auto isOwned = [&](const auto &owned) { return owned.owner == plugin; };
-    for (Menu *fixed : {PluginsMenu(), AircraftMenu()}) {
+    for (Menu *fixed : {Living(pluginsMenu), Living(aircraftMenu)}) {
         for (const Item &item : fixed->items) {
             if (isOwned(item)) leftBehind.notes.push_back("menu item \"" + item.text + "\"");
         }
         std::erase_if(fixed->items, isOwned);
     }
-    std::vector<Menu *> owned;
-    for (const auto &menu : Menus()) {
-        if (!IsFixed(menu.get()) && isOwned(*menu)) owned.push_back(menu.get());
+    std::vector<XPLMMenuID> owned;
+    for (const auto &[handle, menu] : Menus()) {
+        if (!IsFixed(handle) && isOwned(menu)) owned.push_back(handle);
     }
-    for (Menu *menu : owned) {
-        if (Living(menu) == nullptr) continue; // gone with the one above it
+    std::sort(owned.begin(), owned.end());
+    for (const XPLMMenuID handle : owned) {
+        const Menu *menu = Living(handle);
+        if (menu == nullptr) continue; // gone with the one above it
         leftBehind.notes.push_back("menu \"" + menu->name + "\"");
-        Destroy(menu);
+        Destroy(handle);
     }
 }
 
 void ResetMenus() {
     Menus().clear();
+    isAnyItemDead = false;
 }
 
 } // namespace simhost
@@ -174,14 +180,14 @@ void ResetMenus() {
 using namespace simhost;
 
 XPLMMenuID XPLMFindPluginsMenu(void) {
-    return PluginsMenu();
+    return pluginsMenu;
 }
 
 XPLMMenuID XPLMFindAircraftMenu(void) {
     const std::string folder = AircraftFolder() + "plugins/";
     const bool isFromAircraft =
         !AircraftFolder().empty() && PluginPath(currentRunning.plugin).compare(0, folder.size(), folder) == 0;
-    return isFromAircraft ? AircraftMenu() : nullptr;
+    return isFromAircraft ? aircraftMenu : nullptr;
 }
 
 XPLMMenuID XPLMCreateMenu(const char *inName, XPLMMenuID inParentMenu, int inParentItem,
@@ -194,36 +200,34 @@ XPLMMenuID XPLMCreateMenu(const char *inName, XPLMMenuID inParentMenu, int inPar
             return nullptr;
         }
     }
-    FixedMenu(0); // the simulator's come first
-    auto created = std::make_unique<Menu>();
-    Menu *menu = created.get();
-    menu->name = inName != nullptr ? inName : "";
-    menu->handler = inHandler;
-    menu->refcon = inMenuRef;
-    menu->owner = currentRunning.plugin;
+    const XPLMMenuID handle = Handle(++lastSerial);
+    Menu menu;
+    menu.name = inName != nullptr ? inName : "";
+    menu.handler = inHandler;
+    menu.refcon = inMenuRef;
+    menu.owner = currentRunning.plugin;
     if (parentItem != nullptr) {
-        parentItem->submenu = menu;
+        parentItem->submenu = handle;
     } else {
         Item item;
-        item.text = menu->name;
-        item.submenu = menu;
+        item.text = menu.name;
+        item.submenu = handle;
         item.isOfSubmenuAlone = true;
-        Append(PluginsMenu(), std::move(item));
+        Append(pluginsMenu, std::move(item));
     }
-    Menus().push_back(std::move(created));
-    return menu;
+    Menus().emplace(handle, std::move(menu));
+    return handle;
 }
 
 void XPLMDestroyMenu(XPLMMenuID inMenuID) {
-    Menu *menu = Living(inMenuID);
-    if (menu != nullptr && !IsFixed(menu)) Destroy(menu);
+    Destroy(inMenuID);
 }
 
 void XPLMClearAllMenuItems(XPLMMenuID inMenuID) {
     Menu *menu = Living(inMenuID);
     if (menu == nullptr) return;
     // In the menus that all share, only one's own.
-    const bool isFixed = IsFixed(menu);
+    const bool isFixed = IsFixed(inMenuID);
     std::erase_if(menu->items,
                   [&](const Item &item) { return !isFixed || item.owner == currentRunning.plugin; });
 }

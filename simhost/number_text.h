@@ -23,7 +23,7 @@ template <typename Number> bool ReadWholeNumber(std::string_view text, Number &n
     return true;
 }
 
-// Flight time as "mm:ss.t", cut, not rounded. Needs 24 bytes; gives the length. Safe in a signal handler.
+// Flight time as "mm:ss.t", cut, not rounded. Needs 24 bytes; gives the length.
 inline int FormatFlightTime(double seconds, char *text) {
     const long long tenths = seconds > 0 && seconds < 1e12 ? static_cast<long long>(seconds * 10 + 1e-6) : 0;
     const long long minutes = tenths / 600;

@@ -13,6 +13,7 @@
 
 #include "simhost/modules.h"
 #include "simhost/simulator.h"
+#include "simhost/watchdog.h"
 #include "simhost/widgets.h"
 #include "simhost/windows.h"
 
@@ -190,10 +191,13 @@ void DeliverToAll(XPLMPluginID from, int message, void *parameter) {
 
 RunningScope::RunningScope(XPLMPluginID plugin, const char *doing) : before(currentRunning) {
     currentRunning = {plugin, doing};
+    flightRecord->running = currentRunning;
+    if (plugin != XPLM_PLUGIN_XPLANE) flightRecord->lastOfPlugin = currentRunning;
 }
 
 RunningScope::~RunningScope() {
     currentRunning = before;
+    flightRecord->running = before;
 }
 
 Running CurrentlyRunning() {

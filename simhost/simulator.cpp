@@ -6,6 +6,7 @@
 #include "XPLMProcessing.h"
 #include "simhost/datarefs.h"
 #include "simhost/screen.h"
+#include "simhost/watchdog.h"
 #include "simhost/widgets.h"
 #include "simhost/windows.h"
 
@@ -40,6 +41,7 @@ void TakeWrittenFlightTime() {
 void PublishFlightTime() {
     publishedFlightSeconds = static_cast<float>(flightSeconds);
     StoreFloat(Clock().flightTime, publishedFlightSeconds);
+    flightRecord->flightSeconds = flightSeconds;
 }
 
 void PublishClock(double frameSeconds) {

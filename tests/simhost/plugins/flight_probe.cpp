@@ -7,6 +7,10 @@
 #include <cstring>
 #include <stdexcept>
 #include <string>
+#include <vector>
+
+#include <pthread.h>
+#include <unistd.h>
 
 #include "XPLMDataAccess.h"
 #include "XPLMDisplay.h"
@@ -116,16 +120,38 @@ void Answer(const std::string &text) {
     }
 }
 
+void Hang() {
+    for (volatile bool forever = true; forever;) {
+    }
+}
+
+// Half of the menus go again, the others stay behind for the simulator to drop.
+void HangMenus(int count) {
+    std::vector<XPLMMenuID> menus;
+    for (int i = 0; i < count; ++i) menus.push_back(XPLMCreateMenu("Many", nullptr, 0, nullptr, nullptr));
+    for (int i = 0; i < count; i += 2) XPLMDestroyMenu(menus[static_cast<size_t>(i)]);
+}
+
 void Misbehave() {
     switch (Number("probe/do")) {
     case 1: *static_cast<volatile int *>(nullptr) = 1; break;
-    case 2:
-        for (volatile bool forever = true; forever;) {
-        }
-        break;
+    case 2: Hang(); break;
     case 3: std::abort();
     case 4: throw std::runtime_error("no oil");
     case 5: std::exit(0);
+    case 6: _exit(0);
+    case 7: std::quick_exit(0);
+    case 8: pthread_exit(nullptr);
+    case 9:
+        sigset_t all;
+        sigfillset(&all);
+        sigprocmask(SIG_BLOCK, &all, nullptr);
+        Hang();
+        break;
+    case 10: std::raise(SIGKILL); break;
+    case 11: std::raise(SIGSTOP); break;
+    case 12: std::raise(SIGTERM); break;
+    case 13: HangMenus(100'000); break;
     default: break;
     }
 }
@@ -253,9 +279,7 @@ ENTRY int XPluginStart(char *name, char *signature, char *description) {
 }
 
 ENTRY void XPluginStop(void) {
-    if (Number("probe/hang_in_stop") != 0)
-        for (volatile bool forever = true; forever;) {
-        }
+    if (Number("probe/hang_in_stop") != 0) Hang();
     XPLMUnregisterCommandHandler(pushToTalk, OnPushToTalk, 1, nullptr);
     if (Number("probe/leave_behind") != 0) return;
     XPLMUnregisterFlightLoopCallback(OnFrame, nullptr);
