@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 
 #include "simhost/modules.h"
 #include "simhost/screen.h"
@@ -28,8 +29,10 @@ int EffectiveLayer(const Window &window) {
 }
 
 std::vector<std::unique_ptr<Window>>::iterator PlaceInList(XPLMWindowID id) {
-    return std::find_if(Windows().begin(), Windows().end(),
-                        [&](const auto &window) { return window->id == id; });
+    // What was made or raised last lies at the end, and is asked for most.
+    const auto found = std::find_if(Windows().rbegin(), Windows().rend(),
+                                    [&](const auto &window) { return window->id == id; });
+    return found != Windows().rend() ? std::prev(found.base()) : Windows().end();
 }
 
 Rectangle Screen() {
@@ -95,9 +98,12 @@ void RemoveWindow(XPLMWindowID id) {
 void RaiseWindow(XPLMWindowID id) {
     const auto found = PlaceInList(id);
     if (found == Windows().end()) return;
-    std::rotate(found, found + 1, Windows().end());
-    std::stable_sort(Windows().begin(), Windows().end(),
-                     [](const auto &a, const auto &b) { return EffectiveLayer(*a) < EffectiveLayer(*b); });
+    std::unique_ptr<Window> window = std::move(*found);
+    Windows().erase(found);
+    const auto above =
+        std::upper_bound(Windows().begin(), Windows().end(), EffectiveLayer(*window),
+                         [](int layer, const auto &other) { return layer < EffectiveLayer(*other); });
+    Windows().insert(above, std::move(window));
 }
 
 void ShowWindow(XPLMWindowID id, bool visible) {
