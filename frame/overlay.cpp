@@ -16,6 +16,7 @@
 #include "util/clock.h"
 #include "util/find_dataref.h"
 #include "util/screen.h"
+#include "util/text.h"
 #include "voice/executer.h"
 #include "voice/recognition.h"
 #include "voice/selection.h"
@@ -26,7 +27,7 @@ namespace {
 const int LineHeight = 15;
 const int HeadingIndent = -30; // headings stand left of their lines
 const size_t SpokenLines = 3;
-const size_t LongestLine = 1000; // characters that the background follows
+const size_t LongestLine = 4000; // bytes of a line that the background follows
 const double FoldAfterSec = 10.0;
 const int WindowAboveList = 30; // the selection window reaches this far above the list
 const int BoxMargin = 10;
@@ -59,7 +60,7 @@ Colour PulsingColour() {
 // Lines above the screen are not worth a call.
 void DrawText(const char *text, int x, int y, const Colour &colour) {
     if (y > screenTop) return;
-    const int length = static_cast<int>(strnlen(text, LongestLine));
+    const int length = static_cast<int>(CountCharacters({text, strnlen(text, LongestLine)}));
     widestLine = std::max(widestLine, x - widgetOffsetX + length * characterWidth);
     float rgb[] = {colour.red, colour.green, colour.blue};
     XPLMDrawString(rgb, x, y, const_cast<char *>(text), nullptr, xplmFont_Basic);
@@ -188,6 +189,7 @@ int DrawScreen(XPLMDrawingPhase, int, void *) {
 }
 
 void CloseOverlay() {
+    DropSelectionRequests();
     vectorSelect.Clear();
     SelWindowDestroy();
 }

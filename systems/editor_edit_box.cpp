@@ -9,11 +9,12 @@
 #include "gfx/fonts.h"
 #include "systems/editor_state.h"
 #include "util/screen.h"
+#include "util/text.h"
 
 namespace {
 
 const char *const Placeholder = "input text";
-const int LongestText = 2000;
+const int LongestText = 2000; // bytes
 const int NarrowestBox = 220, WidestBox = 700, BoxHeight = 22, Margin = 6;
 const int LetterWidth = 8; // about that of the box's letters
 
@@ -57,7 +58,7 @@ void EditWidgetCreate(const FieldPlace &field, const Area &area) {
         return;
     }
     const int textWidth =
-        std::clamp(static_cast<int>(text.size() + 4) * LetterWidth, NarrowestBox, WidestBox);
+        std::clamp(static_cast<int>(CountCharacters(text) + 4) * LetterWidth, NarrowestBox, WidestBox);
     const Area place = PlaceOnScreen(area.left, area.top + 2, std::max(area.right - area.left, textWidth));
     box = XPCreateWidget(place.left, place.top, place.right, place.bottom, 1,
                          text.empty() ? Placeholder : text.c_str(), 1, nullptr, xpWidgetClass_TextField);

@@ -2,11 +2,29 @@
 // characters) are relied on by files in users' hands.
 #include "util/text.h"
 
+#include <algorithm>
+
 namespace {
 
 std::string RemoveCharacters(std::string s, std::string_view characters) {
     std::erase_if(s, [&](char c) { return characters.find(c) != std::string_view::npos; });
     return s;
+}
+
+bool isInsideCharacter(char c) {
+    return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+// How many bytes the character takes that stands first in a text; 1 for a byte that is no part of one. From
+// RFC 3629: 0x80 to 0xC1 and those above 0xF4 begin none.
+size_t FirstCharacterSize(std::string_view text) {
+    const auto first = static_cast<unsigned char>(text.front());
+    if (first < 0xC2 || first > 0xF4) return 1;
+    const size_t size = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+    if (size > text.size()) return 1;
+    return std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(size), isInsideCharacter)
+               ? size
+               : 1;
 }
 
 } // namespace
@@ -101,6 +119,12 @@ void SplitFields(std::string_view text, char delimiter, std::vector<std::string_
         if (end == std::string_view::npos) return;
         start = end + 1;
     }
+}
+
+size_t CountCharacters(std::string_view text) {
+    size_t count = 0;
+    for (; !text.empty(); count++) text.remove_prefix(FirstCharacterSize(text));
+    return count;
 }
 
 bool Contains(std::string_view text, std::string_view part) {

@@ -1,4 +1,5 @@
-// Cleaning and splitting of text. Bytes are bytes: nothing here depends on a locale or an encoding.
+// Cleaning and splitting of text. Bytes are bytes: nothing here depends on a locale, and only the counting of
+// characters on an encoding.
 #pragma once
 
 #include <string>
@@ -42,5 +43,9 @@ std::vector<std::string> StringToWordsArray(const std::string &s, char delimiter
 // The same fields as views into text, which must outlive them and hold no line ends; the form for loading
 // large files. fields is overwritten.
 void SplitFields(std::string_view text, char delimiter, std::vector<std::string_view> &fields);
+
+// How many characters of UTF-8 a text has, which is what is spoken and what takes room. A byte that is no
+// part of one counts as a character of its own.
+size_t CountCharacters(std::string_view text);
 
 bool Contains(std::string_view text, std::string_view part);

@@ -56,7 +56,7 @@ bool AreAllActionsAnnounced() {
 }
 
 float SpeakingTime(const std::string &text) {
-    return static_cast<float>(text.size()) * OneLetterPauseSec + SaySystemPauseSec;
+    return static_cast<float>(CountCharacters(text)) * OneLetterPauseSec + SaySystemPauseSec;
 }
 
 float TimeIn(double seconds) {

@@ -51,6 +51,25 @@ TEST(Text, CaseIsThatOfAsciiAlone) {
     EXPECT_EQ(UpperToLowerCase("AZ@[\xC3\x84"), "az@[\xC3\x84");
 }
 
+TEST(Text, CharactersAreCountedAndNotBytes) {
+    const struct {
+        std::string_view text;
+        size_t count;
+    } rows[] = {
+        {"", 0},
+        {"abc", 3},
+        {"Двигатель запущен, сэр", 22},
+        {"\xE2\x82\xAC\xF0\x9F\x9B\xAB", 2},
+        {"\xD0", 1}, // cut off within a character
+        {"a\xE2\x82", 3},
+        {"\xF0\x9F\x9B", 3},
+        {"\xE4\xE4\xE4", 3}, // another encoding
+        {"\x80\xBF\xFF", 3},
+        {std::string_view("\0\0", 2), 2},
+    };
+    for (const auto &row : rows) EXPECT_EQ(CountCharacters(row.text), row.count) << row.text;
+}
+
 TEST(Text, Alignment) {
     EXPECT_EQ(alignR("ab", 4), "  ab");
     EXPECT_EQ(alignR("abcd", 2), "abcd");
