@@ -38,7 +38,7 @@ int CommandSelectHandler(XPLMCommandRef, XPLMCommandPhase phase, void *) {
 }
 
 void CommandAbort() {
-    LastRecognition = "abort";
+    Recognise("abort");
     NewRecognition_Handler();
 }
 

@@ -119,8 +119,8 @@ void ReInitVariables() {
     ReInitFigureVariables();
     ReInitPositionCreator();
     ReInitSpeechLink();
-    waitUntil = 0.0F;
-    answerstimer.clear(); // their times are those of the flight before
+    DropSelectionRequests();
+    ReInitExecuter();
     FlightTimeSEC = 0.0;
     FlightTimeOld = 0.0;
     FrpSEC = 0.0;

@@ -129,7 +129,7 @@ void MenuHandler(void *, void *reference) {
 }
 
 void MenuCommandHandler(void *, void *reference) {
-    if (reference) LastRecognition = static_cast<const char *>(reference);
+    if (reference) Recognise(static_cast<const char *>(reference));
 }
 
 void MenuOptionsHandler(void *, void *reference) {

@@ -23,6 +23,7 @@
 #include "systems/model.h"
 #include "util/log.h"
 #include "util/paths.h"
+#include "voice/executer.h"
 #include "voice/speech_link.h"
 
 namespace {
@@ -100,6 +101,7 @@ PLUGIN_API int XPluginEnable(void) {
 
 PLUGIN_API void XPluginDisable(void) {
     SendMSG("exit>");
+    EndBegunCommands();
 }
 
 PLUGIN_API void XPluginReceiveMessage(XPLMPluginID, int, void *) {}

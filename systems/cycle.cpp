@@ -293,7 +293,11 @@ float CalculateSystemsCycle(float, float, int, void *) {
         isAnyInputGood = false;
         RunProgram(CurrentProgram());
         // Every running sequence has seen it; one that starts from now on is not to be aborted.
-        if (LastRecognition == "abort") LastRecognition.clear();
+        if (LastRecognition == "abort") {
+            LastRecognition.clear();
+            EndBegunCommands(); // also when the menu or an answer says so
+        }
+        ForgetUnusedRecognition();
     }
     PublishExpectations();
     return NextFrame;

@@ -2,6 +2,7 @@
 // (a move, a sentence) is seen before the next one begins.
 #include "voice/executer.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <set>
 
@@ -48,7 +49,14 @@ const char *const dotypeName[] = {
 };
 const int ActionTypes = sizeof dotypeName / sizeof dotypeName[0];
 
+std::vector<XPLMCommandRef> begunCommands; // and not ended, in this order
+float abortRepeatsUntil = 0.0F;            // FlightTimeSEC before which an abort repeats the last one
+
 XPLMDataRef DRFi_isAnnounceNeed; // "kv/fennic/comments", the aircraft's; looked up while missing
+
+bool isBegun(XPLMCommandRef command) {
+    return std::find(begunCommands.begin(), begunCommands.end(), command) != begunCommands.end();
+}
 
 bool AreAllActionsAnnounced() {
     if (!DRFi_isAnnounceNeed) DRFi_isAnnounceNeed = FindDataref("kv/fennic/comments");
@@ -80,6 +88,15 @@ void Announce(const std::string &text, void (*say)(const std::string &)) {
     }
 }
 
+// What is dropped is not begun any more; but a command that is held already is let go if that was among it.
+void DropQueue() {
+    std::vector<doStruct> dropped;
+    dropped.swap(executeFlow);
+    for (const doStruct &action : dropped)
+        if (action.type == ActionCommandEnd && isBegun(XPLMFindCommand(action.text.c_str())))
+            ExecuteCommand(action.text, "End");
+}
+
 void Perform(const doStruct &action) {
     switch (action.type) {
     case ActionSay:
@@ -103,7 +120,7 @@ void Perform(const doStruct &action) {
         waitUntil = TimeIn(LeadingNumber(action.text));
         break;
     case ActionBreak:
-        executeFlow.clear();
+        DropQueue();
         string2debugString("executeFlow.clear() - ", dotypeName[ActionBreak], 1);
         break;
     case ActionCommandOnce: ExecuteCommand(action.text, "Once"); break;
@@ -188,8 +205,31 @@ void AbortExecution() {
     executeFlow.clear();
     executeFlowActual.clear();
     string2debugString("executeFlow.clear() - ", "ABORT", 1);
-    ExecuteSay("All Commands and Checklists Aborted!");
+    SayAborted();
     XPLMSetDatai(DRFi_ShowPlanshet, 0);
+}
+
+void SayAborted() {
+    EndBegunCommands();
+    const bool isRepetition = FlightTimeSEC < abortRepeatsUntil;
+    abortRepeatsUntil = TimeIn(NextActionAfterSaySec);
+    if (isRepetition)
+        waitUntil = abortRepeatsUntil;
+    else
+        ExecuteSay("All Commands and Checklists Aborted!");
+}
+
+void EndBegunCommands() {
+    std::vector<XPLMCommandRef> held;
+    held.swap(begunCommands); // first: what ends one may abort again
+    for (XPLMCommandRef command : held) XPLMCommandEnd(command);
+}
+
+void ReInitExecuter() {
+    waitUntil = 0.0F;
+    abortRepeatsUntil = 0.0F;
+    answerstimer.clear(); // their times are those of the flight before
+    EndBegunCommands();
 }
 
 void ExecuteSay(const std::string &text) {
@@ -247,8 +287,14 @@ void ExecuteCommand(const std::string &name, const std::string &mode) {
     const XPLMCommandRef command = XPLMFindCommand(name.c_str());
     if (!command) return;
     if (mode == "Once") XPLMCommandOnce(command);
-    if (mode == "Begin") XPLMCommandBegin(command);
-    if (mode == "End") XPLMCommandEnd(command);
+    if (mode == "Begin" && !isBegun(command)) {
+        begunCommands.push_back(command);
+        XPLMCommandBegin(command);
+    }
+    if (mode == "End") {
+        std::erase(begunCommands, command);
+        XPLMCommandEnd(command);
+    }
 }
 
 std::string VarToString(std::string text) {

@@ -16,6 +16,16 @@ void Executer();
 // Empties the queue, says so aloud and puts the tablet away.
 void AbortExecution();
 
+// What every abort does: lets go of the commands that are held, and says so. One that comes within half a
+// second of another is its repetition, and not said again: a recogniser may write it in every frame.
+void SayAborted();
+
+// Ends every command that an action began and none has ended, each once.
+void EndBegunCommands();
+
+// Flight time went back: nothing is waited for, and no command is held.
+void ReInitExecuter();
+
 // Speaks; the next action may start half a second later, while the lips go on for the estimated time.
 void ExecuteSay(const std::string &text);
 
@@ -26,7 +36,8 @@ void ExecuteWaitSay(const std::string &text);
 // written.
 void ExecuteDrf(const std::string &text);
 
-// mode is "Once", "Begin" or "End"; an unknown command or mode does nothing.
+// mode is "Once", "Begin" or "End"; an unknown command or mode does nothing. A command that is held already
+// is not begun again, so that one end lets it go.
 void ExecuteCommand(const std::string &name, const std::string &mode);
 
 // Replaces the placeholders of a spoken text: "[NAME]", "[USER]", "[SIR]", the runways "[TORW]" and

@@ -1,7 +1,9 @@
 // The recognition handler. It decides nothing about phrases: that is the systems cycle's comparison blocks.
 #include "voice/recognition.h"
 
+#include "util/clock.h"
 #include "util/log.h"
+#include "voice/action_queue.h"
 #include "voice/executer.h"
 #include "voice/phrases.h"
 
@@ -14,6 +16,33 @@ int isOnExecuteUntilNextCommand = 0;
 bool onChecklistOrProcedure = false;
 std::vector<std::string> answers;
 std::vector<input_struct> inputs;
+
+namespace {
+
+const double UnusedLifeSec = 15.0;
+
+double unusedSec = 0.0;  // flight time with an empty queue since LastRecognition came
+bool isCounting = false; // false until the first frame that has seen it is over
+
+} // namespace
+
+void Recognise(const std::string &text) {
+    LastRecognition = text;
+    isCounting = false;
+}
+
+void ForgetUnusedRecognition() {
+    if (!isCounting || LastRecognition.empty()) {
+        unusedSec = 0.0;
+        isCounting = !LastRecognition.empty();
+        return;
+    }
+    if (executeFlow.empty()) unusedSec += FrpSEC;
+    if (unusedSec < UnusedLifeSec) return;
+    string2debugString("Forgotten, since nobody waited for it: ", LastRecognition, 1);
+    LastRecognition.clear();
+    LastRecognitionOld.clear();
+}
 
 void NewRecognition_Handler() {
     if (LastRecognition.empty()) {

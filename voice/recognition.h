@@ -21,6 +21,13 @@ struct input_struct {
 extern std::vector<std::string> answers;
 extern std::vector<input_struct> inputs;
 
+// Makes a text the recognition, whoever it comes from: the server, the menu, the list or the select command.
+void Recognise(const std::string &text);
+
+// Once a frame, behind the systems: forgets a recognition that nothing has used while the action queue was
+// empty for 15 s of flight time in all. What came too late must not answer another question.
+void ForgetUnusedRecognition();
+
 // Takes LastRecognition: "abort", however it is written, empties the action queue; anything else stays for
 // the systems cycle.
 void NewRecognition_Handler();

@@ -22,8 +22,9 @@ double SndTimerSec = 0.0;
 
 namespace {
 
-const double HoldSec = 0.3; // a longer press confirms, a shorter one steps
-const double StepSec = 0.5; // from the press to the step
+const double HoldSec = 0.3;    // a longer press confirms, a shorter one steps
+const double StepSec = 0.5;    // from the press to the step
+const double LongAgo = -1.0e9; // a press since when every release ends a hold
 
 XPLMDataRef DRFi_FennicSnd; // "kv/fennic/click_snd", the aircraft's
 
@@ -42,7 +43,7 @@ void ConfirmAnswer(const std::string &answer) {
     selectCommandDoConfirm = 0;
     selectCommandDoSelect = 0;
     selectCommandAnswerIndex = -1;
-    LastRecognition = answer;
+    Recognise(answer);
     LastRecognitionOld.clear();
     string2debugString("LastRecognition=answers[i]=", answer, 1);
     const auto isItsTimer = [&](const answertimer_struct &timer) { return timer.name == answer; };
@@ -66,6 +67,12 @@ void SelectReleased() {
         selectCommandDoSelect = 1;
         selectCommandDoConfirm = 0;
     }
+}
+
+void DropSelectionRequests() {
+    StopTimer();
+    selectCommandDoSelect = selectCommandDoConfirm = 0;
+    selectCommandStartTime = LongAgo;
 }
 
 void FindClickDataref() {

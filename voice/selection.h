@@ -21,5 +21,9 @@ void RunSelectionClick();
 // press; a pending confirmation makes the highlighted answer the recognition.
 void CarryOutSelection();
 
+// Ends pending requests and a press that is under way, which then is neither step nor confirmation: while the
+// list is not drawn, and when flight time went back.
+void DropSelectionRequests();
+
 // Looks the aircraft's click dataref up; once, at the first frame.
 void FindClickDataref();

@@ -123,15 +123,15 @@ void ReadServerMessage(bool wasStoppedNow) {
     if (message == "stop>") {
         Next_lipsAnimTime = static_cast<float>(FlightTimeSEC);
     } else if (message == "abort") {
-        LastRecognition = message;
+        Recognise(message);
         NewRecognition_Handler();
     } else if (!message.empty() && isNewRecognitionMayCome) {
-        LastRecognition = message;
+        Recognise(message);
         if (LastRecognition != LastRecognitionOld) NewRecognition_Handler();
     } else if (message.empty() && isAnyInputGood && wasStoppedNow) {
         needCmdRecStop = 0;
         onAir = 0;
-        LastRecognition = "ANY";
+        Recognise("ANY");
         LastRecognitionOld.clear();
         NewRecognition_Handler();
     }

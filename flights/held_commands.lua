@@ -1,0 +1,143 @@
+-- A command that is begun and held is let go once: by the file, an abort of any kind, a break that drops what
+-- would have let go, a new flight, the end of the plug-in.
+local check = require "lib.check"
+local overlay = require "lib.overlay"
+
+local ABORTED = "All Commands and Checklists Aborted!"
+
+check.systems {CREW = [[
+sys=CREW
+dev=ENGINE
+out=HOLD,execute,,0,,,,,,,,0
+logic:
+instring=crank
+execute=5,test/starter,0
+execute=5,test/starter,0
+execute=7,,300
+execute=6,test/starter,0
+execute=0,Cranked,0
+out=LET_GO,execute,,0,,,,,,,,0
+logic:
+instring=let go
+execute=11,test/starter,0
+out=SHORT,execute,,0,,,,,,,,0
+logic:
+instring=crank twice
+execute=5,test/starter,0
+execute=5,test/starter,0
+execute=6,test/starter,0
+execute=7,,30
+execute=0,Twice,0
+out=BROKEN,execute,,0,,,,,,,,0
+logic:
+instring=crank and break
+execute=5,test/starter,0
+execute=5,test/pump,0
+execute=7,,1
+execute=3,,0
+execute=6,test/starter,0
+dev=LISTS
+out=LIST,integer,,0,,,,,,,,0
+logic:
+execute=9,abort,0
+devstack=MENU
+out=ABORT,execute,,0,,,,,,,,0
+logic:
+instring=abort
+execute=10,,0
+]]}
+sim.add_command("test/starter", "held by hand")
+sim.add_command("test/pump", "held by hand, too")
+sim.publish("kv/fennic_kill", "int", 0)
+sim.start()
+sim.run(4)
+
+local function count(name)
+    local fired = sim.fired(name)
+    return fired.begun .. " " .. fired.ended
+end
+local cranked = 0
+local function crank()
+    sim.hear("crank")
+    sim.run(2)
+    cranked = cranked + 1
+    check.equal(count("test/starter"), cranked .. " " .. cranked - 1, "held")
+    sim.said()
+    sim.log()
+end
+local function is_let_go(what)
+    check.equal(count("test/starter"), cranked .. " " .. cranked, what)
+    sim.run(1)
+    check.equal(count("test/starter"), cranked .. " " .. cranked, what .. ", once")
+end
+
+local aborts = {
+    ["the spoken abort"] = function() sim.reply("abort") end,
+    ["the stop command"] = function() sim.tap("kv/fennic/stop") end,
+    ["a click on abort"] = function()
+        overlay.click("LISTS (1)")
+        overlay.click("abort")
+    end,
+    ["abort from the menu"] = function() sim.choose("Fennic/Commands/MENU/abort") end,
+}
+for what, abort in pairs(aborts) do
+    crank()
+    abort()
+    sim.frames(1)
+    is_let_go(what)
+    check.list(sim.said(), {what ~= "abort from the menu" and ABORTED or nil}, what)
+    sim.reply("abort")
+    sim.run(10)
+end
+
+crank()
+sim.hear("let go")
+is_let_go("let go now")
+sim.reply("abort")
+sim.run(2)
+is_let_go("nothing is held")
+sim.hear("crank twice")
+sim.run(1)
+cranked = cranked + 1
+is_let_go("begun twice, let go once")
+sim.reply("abort")
+sim.run(2)
+
+-- The break drops the end of one, and has nothing to do with the other.
+sim.hear("crank and break")
+sim.run(5)
+cranked = cranked + 1
+is_let_go("a break")
+check.equal(count("test/pump"), "1 0", "still held")
+crank()
+sim.new_flight()
+sim.frames(2)
+is_let_go("a new flight")
+check.equal(count("test/pump"), "1 1", "let go in the new flight")
+sim.reply("abort")
+sim.run(10)
+
+crank()
+sim.set("kv/fennic_kill", 1)
+sim.run(60)
+check.equal(count("test/starter"), cranked .. " " .. cranked - 1, "she does nothing")
+sim.set("kv/fennic_kill", 0)
+sim.frames(1)
+sim.log()
+sim.stop()
+is_let_go("stopped")
+check.equal(check.count(check.log(), "1 command,"), 0, "by herself, and not by the simulator")
+
+-- Whoever writes "abort" in every frame: it is done each time, and said once.
+sim.start()
+sim.run(4)
+crank()
+for _ = 1, 600 do
+    sim.reply("abort")
+    sim.frames(1)
+end
+check.list(sim.said(), {ABORTED}, "said once")
+sim.run(1)
+sim.reply("abort")
+sim.run(1)
+check.list(sim.said(), {ABORTED}, "and when it is said anew")
