@@ -131,19 +131,26 @@ end
 
 -- ---- Dragging ----
 
--- Where it ends beyond an edge, so many lines stand above the screen.
-local function drag(from, to, cut)
-    sim.mouse_down(table.unpack(from))
-    sim.mouse_drag((from[1] + to[1]) // 2, (from[2] + to[2]) // 2)
-    sim.frames(1)
-    sim.mouse_drag(table.unpack(to))
-    sim.frames(1)
-    if cut then overlay.check_window(cut) end -- before the button is let go
-    sim.mouse_up(table.unpack(to))
+-- The list follows the mouse while the button is held, also when its height changes; beyond an edge it waits
+-- for the mouse to come back. By the way it passes 0, which outside a drag stands for the middle.
+local function drag(from, ...)
+    sim.mouse_down(from[1], from[2])
+    sim.frames(2)
+    local x, y = overlay.place()
+    for _, to in ipairs {...} do
+        for step = 1, 20 do
+            sim.mouse_drag(from[1] + (to[1] - from[1]) * step // 20, from[2] + (to[2] - from[2]) * step // 20)
+            sim.frames(1)
+        end
+        x, y = x + to[1] - from[1], y + to[2] - from[2]
+        from = to
+        local atX, atY = math.max(1, math.min(x, 1920 - 10)), math.max(10, math.min(y, 1080 - 100))
+        check.list({overlay.place()}, {atX, atY}, "dragged to " .. to[1] .. ", " .. to[2])
+    end
+    sim.mouse_up(from[1], from[2])
     sim.frames(1)
 end
 drag({900, 15}, {500, 415})
-check.list({overlay.place()}, {x - 400, 410}, "dragged")
 overlay.check_window()
 sim.click(x, title + 5)
 sim.frames(1)
@@ -151,12 +158,17 @@ check.that(not overlay.line("taxi"), "a click where it was")
 overlay.click("CHECKLISTS (1)")
 check.that(overlay.line("taxi"), "a click where it is")
 overlay.click("CHECKLISTS (1)")
-
--- The screen's edges hold it.
-drag({500, 415}, {500, 1079}, 2)
+drag({500, 415}, {-500, 415}, {3000, -200}, {500, 2000}, {500 - x + 400, 415}, {500, 415})
+check.list({overlay.place()}, {x - 400, 410}, "there and back")
+drag({500, 415 + 15 * 6}, {520, 600}, {500, 415 + 15 * 6}) -- by a title, which unfolds
+drag({500, 415}, {500, 1079})
 check.list({overlay.place()}, {x - 400, 1080 - 100}, "the upper edge")
-drag({500, 1000}, {-100, 1000}, 2)
+overlay.check_window(2)
+drag({500, 1000}, {500 - x + 400, 1000})
+check.list({overlay.place()}, {1, 980}, "0 is no place")
+drag({50, 1000}, {-100, 1000})
 check.list({overlay.place()}, {35, 980}, "the left edge")
+overlay.check_window(2)
 
 -- ---- Screens ----
 

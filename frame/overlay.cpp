@@ -31,8 +31,6 @@ const size_t LongestLine = 4000; // bytes of a line that the background follows
 const double FoldAfterSec = 10.0;
 const int WindowAboveList = 30; // the selection window reaches this far above the list
 const int BoxMargin = 10;
-const int FarthestLeft = 35, FarthestRight = 10; // of the list's place, from the screen's edges
-const int Lowest = 10, Highest = 100;            // from the screen's lower and upper edge
 
 struct Colour {
     float red, green, blue;
@@ -123,6 +121,8 @@ void DrawBackground() {
 }
 
 void DrawList() {
+    int screenWidth = 0;
+    ReadScreenSize(screenWidth, screenTop);
     DrawBackground();
     vectorSelect.Clear();
     widestLine = 0;
@@ -140,29 +140,6 @@ void DrawList() {
     if (height == listHeight && isSelWindowOpen()) return;
     listHeight = height;
     SelWindowCreate(listHeight + WindowAboveList);
-}
-
-// The place that is kept: on the screen, and in the middle while none was chosen.
-int PlaceX(int x, int width) {
-    if (x == 0) x = width / 2 - 50;
-    if (x < 0) x = FarthestLeft;
-    return std::min(x, width - FarthestRight);
-}
-
-int PlaceY(int y, int height) {
-    if (y < Lowest) y = Lowest;
-    return std::min(y, height - Highest);
-}
-
-void KeepOnScreen() {
-    int width = 0, height = 0;
-    ReadScreenSize(width, height);
-    screenTop = height;
-    const int x = PlaceX(widgetOffsetX, width), y = PlaceY(widgetOffsetY, height);
-    if (x == widgetOffsetX && y == widgetOffsetY) return;
-    widgetOffsetX = x;
-    widgetOffsetY = y;
-    if (isSelWindowOpen()) SelWindowCreate(listHeight + WindowAboveList);
 }
 
 void FoldWhenIdle() {
@@ -183,7 +160,7 @@ int DrawScreen(XPLMDrawingPhase, int, void *) {
         CloseOverlay();
         return 1;
     }
-    KeepOnScreen();
+    KeepListOnScreen();
     DrawList();
     return 1;
 }

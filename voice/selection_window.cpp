@@ -2,6 +2,8 @@
 // list.
 #include "voice/selection_window.h"
 
+#include <algorithm>
+
 #include "XPLMDisplay.h"
 #include "frame/settings.h"
 #include "util/clock.h"
@@ -22,9 +24,19 @@ namespace {
 const int LeftOfList = 50;               // how far the window reaches left of the list's place
 const int LineBelow = 3, LineAbove = 18; // what belongs to a line, around its baseline
 
+const int FarthestLeft = 35, FarthestRight = 10; // of the list's place, from the screen's edges
+const int Lowest = 10, Highest = 100;            // from the screen's lower and upper edge
+
+// Where mouse and list were when the button was pressed.
+struct PressPlace {
+    int mouseX, mouseY, listX, listY;
+};
+
 XPLMWindowID selectionWindow;
-int mouseX = 0, mouseY = 0; // where the last mouse event was
-int screenWidth = 0, screenHeight = 0;
+bool isPressed = false; // the button, on the window: it stays the same window until then
+PressPlace press;
+int draggedX = 0;                      // where the mouse wants the list
+int screenWidth = 0, screenHeight = 0; // when the window was made or drawn last
 
 const structSelect *LineAt(int y) {
     for (const structSelect &line : vectorSelect)
@@ -41,11 +53,11 @@ void ClickTitle(const std::string &title) {
 void ClickLine(const structSelect &line) {
     secUnfoldTFT = FlightTimeSEC;
     if (!line.isPassive) {
-        LastRecognition = line.text;
+        Recognise(line.text);
         LastCalledChklProcName = line.text;
     }
     if (LastRecognition == "abort") {
-        ExecuteSay("All Commands and Checklists Aborted!");
+        SayAborted();
         LastCalledChklProcName.clear();
     }
 }
@@ -59,32 +71,71 @@ void MouseDown(int y) {
         ClickLine(*line);
 }
 
+void ReadScreen() {
+    ReadScreenSize(screenWidth, screenHeight);
+}
+
+// The same window in the list's present place.
+void MoveWindow() {
+    XPLMSetWindowGeometry(selectionWindow, widgetOffsetX - LeftOfList, selH + widgetOffsetY,
+                          widgetOffsetX + selW, widgetOffsetY);
+}
+
 // On another screen the window is made afresh, in the list's place there.
 void SelWindowDraw(XPLMWindowID, void *) {
-    int width = 0, height = 0;
-    ReadScreenSize(width, height);
-    const bool hasChanged = width != screenWidth || height != screenHeight;
-    screenWidth = width;
-    screenHeight = height;
-    if (hasChanged) SelWindowCreate(selH);
+    const int width = screenWidth, height = screenHeight;
+    ReadScreen();
+    if (width != screenWidth || height != screenHeight) SelWindowCreate(selH);
 }
 
 void SelWindowKey(XPLMWindowID, char, XPLMKeyFlags, char, void *, int) {}
 
-int SelWindowMouse(XPLMWindowID, int mouseNowX, int mouseNowY, XPLMMouseStatus status, void *) {
-    const int x = PlaceOnScreen(mouseNowX), y = PlaceOnScreen(mouseNowY);
-    const int movedX = x - mouseX, movedY = y - mouseY;
-    mouseX = x;
-    mouseY = y;
-    if (status == xplm_MouseDown) {
-        MouseDown(y);
-    } else if (status == xplm_MouseDrag) {
-        widgetOffsetX += movedX;
-        widgetOffsetY += movedY;
-    } else {
-        SelWindowCreate(selH);
-    }
+// The list follows the mouse from where both were at the press, as far as the screen goes, but never to 0,
+// which stands for the middle.
+void Drag(int x, int y) {
+    if (!isPressed) return;
+    ReadScreen();
+    draggedX = press.listX + x - press.mouseX;
+    widgetOffsetX = std::clamp(draggedX, 1, std::max(screenWidth - FarthestRight, 1));
+    widgetOffsetY =
+        std::clamp(press.listY + y - press.mouseY, Lowest, std::max(screenHeight - Highest, Lowest));
+    MoveWindow();
+}
+
+void Press(int x, int y) {
+    isPressed = true;
+    press = {x, y, widgetOffsetX, widgetOffsetY};
+    draggedX = widgetOffsetX;
+    MouseDown(y);
+}
+
+// Let go beyond the left edge, it comes to where its headings can be read.
+void Release() {
+    if (draggedX < 0) widgetOffsetX = FarthestLeft;
+    isPressed = false;
+    SelWindowCreate(selH);
+}
+
+int SelWindowMouse(XPLMWindowID, int mouseX, int mouseY, XPLMMouseStatus status, void *) {
+    const int x = PlaceOnScreen(mouseX), y = PlaceOnScreen(mouseY);
+    if (status == xplm_MouseDown)
+        Press(x, y);
+    else if (status == xplm_MouseDrag)
+        Drag(x, y);
+    else
+        Release();
     return 1;
+}
+
+// The place that is kept: on the screen, and in the middle while none was chosen.
+int PlaceX(int x, int width) {
+    if (x == 0) x = width / 2 - 50;
+    if (x < 0) x = FarthestLeft;
+    return std::min(x, width - FarthestRight);
+}
+
+int PlaceY(int y, int height) {
+    return std::min(std::max(y, Lowest), height - Highest);
 }
 
 } // namespace
@@ -98,8 +149,13 @@ void AddToSelVector(const std::string &text, int posY, bool isTitle, bool isPass
 }
 
 void SelWindowCreate(int height) {
-    SelWindowDestroy();
     selH = height;
+    if (isPressed) {
+        MoveWindow();
+        return;
+    }
+    SelWindowDestroy();
+    ReadScreen();
     selectionWindow =
         XPLMCreateWindow(widgetOffsetX - LeftOfList, selH + widgetOffsetY, widgetOffsetX + selW,
                          widgetOffsetY, 1, SelWindowDraw, SelWindowKey, SelWindowMouse, nullptr);
@@ -108,6 +164,18 @@ void SelWindowCreate(int height) {
 void SelWindowDestroy() {
     if (selectionWindow) XPLMDestroyWindow(selectionWindow);
     selectionWindow = nullptr;
+    isPressed = false;
+}
+
+void KeepListOnScreen() {
+    if (isPressed) return;
+    int width = 0, height = 0;
+    ReadScreenSize(width, height);
+    const int x = PlaceX(widgetOffsetX, width), y = PlaceY(widgetOffsetY, height);
+    if (x == widgetOffsetX && y == widgetOffsetY) return;
+    widgetOffsetX = x;
+    widgetOffsetY = y;
+    if (isSelWindowOpen()) SelWindowCreate(selH);
 }
 
 bool isSelWindowOpen() {

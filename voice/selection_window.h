@@ -23,7 +23,12 @@ extern int selH, selW;                          // height and width of the windo
 
 void AddToSelVector(const std::string &text, int posY, bool isTitle, bool isPassive);
 
-// The window of this height over the list's place. Creating it again moves it.
+// The window of this height over the list's place, made anew; while the button is held on it, it stays the
+// same window and is only moved.
 void SelWindowCreate(int height);
 void SelWindowDestroy();
 bool isSelWindowOpen();
+
+// Once a drawing frame: brings the list's place back onto the screen, and to the middle while none was
+// chosen. A drag keeps itself on the screen.
+void KeepListOnScreen();
