@@ -56,7 +56,7 @@ struct Watch {
     pid_t child = -1;
     std::string scratchRoot;
     bool keepScratch = false;
-    double limitSeconds = 10;
+    double limitSeconds = 60;
     int ticks = 0;        // for which nothing has gone on
     unsigned entered = 0; // as of the last tick
     bool isStopped = false;

@@ -14,7 +14,7 @@ inline constexpr int EXIT_CRASHED = 3;
 
 // Splits the program: the caller goes on in a child process, flies, and ends with EndFlight. The parent does
 // not return; it ends with the flight's exit status after removing the scratch folder, or naming it when it
-// is to be kept. A call into a plug-in may take 10 s of real time; the environment variable
+// is to be kept. A call into a plug-in may take 60 s of real time; the environment variable
 // FENNIC_SIM_HANG_SECONDS sets another limit. False, with the reason in error, when there can be no child.
 bool FlyUnderWatch(const std::string &scratchRoot, bool keepScratch, std::string &error);
 
