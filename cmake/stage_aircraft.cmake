@@ -11,6 +11,7 @@ foreach(folder IN LISTS AIRCRAFT)
     file(MAKE_DIRECTORY ${staged}/objects ${plugin}/systems)
     file(COPY ${LIBRARY} ${SOURCE}/data ${SOURCE}/custom DESTINATION ${plugin})
     file(COPY_FILE ${SOURCE}/VERSION ${plugin}/version.txt)
+    file(COPY_FILE ${SOURCE}/CHANGELOG.md ${plugin}/CHANGELOG.txt)
     # The aircraft that carries the figure itself: its .acf attaches her, and needs no setup.
     if(folder STREQUAL "KV340-500")
         file(GLOB figure ${SOURCE}/data/obj/kvfennic*)

@@ -335,12 +335,17 @@ check.list(sim.log(), {}, "a label")
 local opened = os.getenv("FENNIC_OPENED_PAGE")
 if opened then
     os.remove(opened)
+    local address = "file://" .. plugin .. "CHANGELOG.txt\n"
     choose("Update/Check Update")
-    for _ = 1, 100 do
-        if check.read(opened) == "https://fennic.example.org/\n" then break end
+    for _ = 1, 6000 do
+        if check.read(opened) == address then break end
         os.execute("sleep 0.1")
     end
-    check.equal(check.read(opened), "https://fennic.example.org/\n", "the page that the browser opens")
+    check.equal(check.read(opened), address, "the file that is opened")
+    check.list(check.log(), {"The changes are in " .. plugin .. "CHANGELOG.txt"}, "where the changes are")
+    os.remove(plugin .. "CHANGELOG.txt")
+    choose("Update/Check Update")
+    check.list(check.log(), {"FileIO:Cant open file " .. plugin .. "CHANGELOG.txt"}, "no changes to show")
 end
 
 -- Without a model there are no phrases to log.

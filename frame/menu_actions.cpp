@@ -11,18 +11,19 @@
 #include "figure/positions.h"
 #include "figure/setup_dialogs.h"
 #include "frame/settings.h"
+#include "util/files.h"
 #include "util/find_dataref.h"
 #include "util/log.h"
 #include "util/numbers.h"
+#include "util/paths.h"
 #include "util/platform.h"
+#include "util/text.h"
 #include "voice/action_queue.h"
 #include "voice/phrase_log.h"
 #include "voice/recognition.h"
 #include "voice/speech_link.h"
 
 namespace {
-
-const char *const ProjectPage = "https://fennic.example.org/";
 
 const int LowestPercent = 10, HighestPercent = 100; // of volume and rate
 const int VolumeStep = 10, RateStep = 5;
@@ -53,6 +54,17 @@ void SetRate(int percent) {
 void ToggleStepByStep() {
     isNeedStep = isNeedStep ? 0 : 1;
     lockStep = isNeedStep;
+}
+
+// What each version has brought. The log names the file, for whoever's system opens nothing.
+void ShowChanges() {
+    const std::string file = WhatPluginPath() + "CHANGELOG.txt";
+    if (!isFileExistString(file)) {
+        string2debugString("FileIO:Cant open file ", file, 1);
+        return;
+    }
+    string2debugString("The changes are in ", file, 1);
+    openURL(FileAddress(file));
 }
 
 bool isListed(const std::vector<std::string> &list, const std::string &name) {
@@ -153,7 +165,7 @@ void MenuVoiceHandler(void *, void *reference) {
 }
 
 void MenuUpdateHandler(void *, void *reference) {
-    if (reference && std::string(static_cast<const char *>(reference)) == "CheckUpdate") openURL(ProjectPage);
+    if (reference && std::string(static_cast<const char *>(reference)) == "CheckUpdate") ShowChanges();
 }
 
 void BindOptions(const OptionItems &items) {
