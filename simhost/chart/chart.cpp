@@ -2,6 +2,7 @@
 // the picture.
 #include "simhost/chart/chart.h"
 
+#include <csignal>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
@@ -52,6 +53,7 @@ int ReportDevice(const std::string &name) {
 // The program writes the picture itself, where this program's output goes.
 int Draw(const std::string &description) {
     std::fflush(stdout);
+    std::signal(SIGPIPE, SIG_IGN); // where there is no such program, nobody reads
     FILE *dot = popen("dot -Tsvg", "w");
     if (dot == nullptr) return 1;
     const bool isWritten = std::fwrite(description.data(), 1, description.size(), dot) == description.size();
