@@ -47,8 +47,7 @@ void ReadDeveloperMode() {
         if (line == "editor=1") globalDeveloper = isVAdraw = 1;
 }
 
-const AircraftRow *FindAircraft() {
-    const std::string description = ReadDRF_descrString();
+const AircraftRow *FindAircraft(const std::string &description) {
     for (const AircraftRow &row : Aircraft)
         if (description.starts_with(row.description)) return &row;
     return nullptr;
@@ -56,12 +55,17 @@ const AircraftRow *FindAircraft() {
 
 } // namespace
 
+const char *ServedModelFile(const std::string &description) {
+    const AircraftRow *row = FindAircraft(description);
+    return row ? row->modelFile : nullptr;
+}
+
 std::string ReadDRF_descrString() {
     return GetDRFs(FindDataref("sim/aircraft/view/acf_descrip"));
 }
 
 int ReadDRF_descr() {
-    const AircraftRow *row = FindAircraft();
+    const AircraftRow *row = FindAircraft(ReadDRF_descrString());
     if (!row) return 0;
     isLegalAcf = true;
     acfType = row->type;
@@ -71,7 +75,7 @@ int ReadDRF_descr() {
 
 void ReadAcfTypeAndDeveloperMode() {
     ReadDeveloperMode();
-    const AircraftRow *row = FindAircraft();
+    const AircraftRow *row = FindAircraft(ReadDRF_descrString());
     if (!row || !isFileExistString(WhatThisAircraftPath() + row->modelFile)) return;
     acfType = row->type;
     if (acfType == 737 || acfType == 739) CreateOrvikDatarefs();

@@ -11,6 +11,9 @@ extern int isVAdraw;        // developer mode: the systems editor
 // The aircraft's description as the simulator publishes it.
 std::string ReadDRF_descrString();
 
+// The name that the model file of an aircraft with this description must have; nullptr when it is not served.
+const char *ServedModelFile(const std::string &description);
+
 // First pass: sets acfType from the description and logs what was found. 1 when the aircraft is served.
 int ReadDRF_descr();
 

@@ -3,6 +3,7 @@
 #include "simhost/simulator_lists.h"
 
 #include <charconv>
+#include <filesystem>
 #include <fstream>
 #include <string_view>
 
@@ -108,7 +109,9 @@ std::vector<ListedCommand> ReadCommandList(const std::string &path, std::string 
 
 bool ReadSimulatorLists(const std::string &xplaneFolder, std::string &error) {
     error.clear();
-    const std::string folder = xplaneFolder + "/Resources/plugins/";
+    std::error_code failed;
+    const bool areHere = std::filesystem::exists(xplaneFolder + "/DataRefs.txt", failed);
+    const std::string folder = xplaneFolder + (areHere ? "/" : "/Resources/plugins/");
     const std::vector<ListedDataref> datarefs = ReadDatarefList(folder + "DataRefs.txt", error);
     if (datarefs.empty()) return false;
     const std::vector<ListedCommand> commands = ReadCommandList(folder + "Commands.txt", error);

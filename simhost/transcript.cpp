@@ -14,6 +14,7 @@
 
 #include "XPLMDataAccess.h"
 #include "XPLMUtilities.h"
+#include "simhost/log_problems.h"
 #include "simhost/number_text.h"
 #include "simhost/simulator.h"
 
@@ -230,15 +231,12 @@ std::string WithoutScratchPath(std::string_view text) {
 }
 
 void TellLogLine(std::string_view line) {
-    if (const size_t at = line.find("EXECUTE RUN: "); at != std::string_view::npos)
-        return TellAction(line.substr(at + 13));
-    if (const size_t at = line.find("Expected answers: "); at != std::string_view::npos)
-        return NoteAnswers(line.substr(at + 18));
-    if (line.substr(0, 3) != "!!!" && line.find("rror") == std::string_view::npos) return;
-    // The plug-in's own prefix ends with the flight time, which stands on the left already.
-    if (const size_t prefix = line.find(" SEC TFT "); prefix != std::string_view::npos)
-        line.remove_prefix(prefix + 9);
-    Speaker(PROBLEM_COLOUR, "LOG", WithoutScratchPath(line));
+    line = WithoutLogPrefix(line); // with the flight time, which stands on the left already
+    if (TakePrefix(line, "EXECUTE RUN: ")) return TellAction(line);
+    if (TakePrefix(line, "Expected answers: ")) return NoteAnswers(line);
+    LineProblem ignored;
+    if (TellsOfProblem(line) || ReadLineProblem(line, ignored))
+        Speaker(PROBLEM_COLOUR, "LOG", WithoutScratchPath(line));
 }
 
 void TellSpeech(std::string_view message) {

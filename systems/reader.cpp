@@ -2,6 +2,8 @@
 // every parameter that a link may name exists. Keys are found anywhere in a line.
 #include "systems/reader.h"
 
+#include <algorithm>
+
 #include "frame/aircraft.h"
 #include "systems/body_parser.h"
 #include "systems/editor_window.h"
@@ -40,7 +42,15 @@ private:
 
 void ModelReader::ReadFile(const std::string &file) {
     fileName = file;
-    for (FileLine &line : ReadFileLines(WhatPluginPath() + file)) ReadLine(line);
+    std::vector<FileLine> lines = ReadFileLines(WhatPluginPath() + file);
+    // Of UTF-16, say, no line means anything; all would be taken for lines of the parameter before.
+    const auto isBinary = [](const FileLine &line) { return Contains(line.text, std::string_view("\0", 1)); };
+    const auto binary = std::find_if(lines.begin(), lines.end(), isBinary);
+    if (binary != lines.end()) {
+        LogDroppedLine(file, binary->number, "this is no plain text, so the file is not read", binary->text);
+        return;
+    }
+    for (FileLine &line : lines) ReadLine(line);
 }
 
 void ModelReader::ReadLine(FileLine &line) {

@@ -82,7 +82,7 @@ void CheckDataref(const std::string &fullName, Use use, const std::string &file,
     const XPLMDataRef dataref = FindDataref(name.c_str());
     if (!dataref) ReportMissing("dataref", name, file, line);
     CheckElement(fullName, dataref, file, line);
-    if (dataref && use == Use::Write && hasSimulatorLists && !XPLMCanWriteDataRef(dataref))
+    if (dataref && use == Use::Write && !XPLMCanWriteDataRef(dataref))
         AddFinding(Severity::Error, file, line, "the dataref cannot be written: " + name);
 }
 
@@ -109,6 +109,23 @@ void CheckPosition(const std::string &name, const std::string &file, int line) {
         AddFinding(Severity::Error, file, line, "there is no position " + name + " in " + folders);
 }
 
+constexpr std::string_view PLACEHOLDERS[] = {"[NAME]", "[USER]", "[SIR]", "[TORW]", "[LDRW]"};
+
+// Of each placeholder the first one in a text is replaced; of the runways only one.
+void CheckPlaceholdersOnce(const std::string &text, const std::string &file, int line) {
+    for (const std::string_view word : PLACEHOLDERS) {
+        const size_t first = text.find(word);
+        if (first == std::string::npos) continue;
+        if (text.find(word, first + 1) != std::string::npos)
+            AddFinding(Severity::Error, file, line,
+                       "only the first " + std::string(word)
+                           + " is replaced, the second is spoken as it stands: " + text);
+    }
+    if (Contains(text, "[TORW]") && Contains(text, "[LDRW]"))
+        AddFinding(Severity::Error, file, line,
+                   "beside [TORW] a [LDRW] is not replaced, it is spoken as it stands: " + text);
+}
+
 // Placeholders: links between "<" and ">", and words between brackets.
 void CheckText(const std::string &text, const std::string &file, int line) {
     if (text.empty()) AddFinding(Severity::Warning, file, line, "nothing to say");
@@ -125,10 +142,9 @@ void CheckText(const std::string &text, const std::string &file, int line) {
                        "there is no parameter " + link + "; she says \"UNKNOWN\"");
         done = close + 1;
     }
-    static constexpr std::string_view KNOWN[] = {"[NAME]", "[USER]", "[SIR]", "[TORW]", "[LDRW]"};
     for (size_t open = text.find('['); open != std::string::npos; open = text.find('[', open + 1)) {
         const std::string word = text.substr(open, text.find(']', open) - open + 1);
-        if (std::find(std::begin(KNOWN), std::end(KNOWN), word) == std::end(KNOWN))
+        if (std::find(std::begin(PLACEHOLDERS), std::end(PLACEHOLDERS), word) == std::end(PLACEHOLDERS))
             AddFinding(Severity::Warning, file, line, "unknown placeholder, spoken as it stands: " + word);
     }
 }
@@ -137,7 +153,14 @@ void CheckAction(const structExecute &action, const ParameterPlace &place) {
     const std::string &file = place.parameter.fileName;
     switch (action.type) {
     case ScriptSay:
-    case ScriptSayWait: CheckText(action.text, file, action.line); break;
+        CheckText(action.text, file, action.line);
+        CheckPlaceholdersOnce(action.text, file, action.line);
+        break;
+    case ScriptSayWait:
+        CheckText(action.text, file, action.line);
+        for (const std::string &alternative : StringToWordsArray(action.text, '#'))
+            CheckPlaceholdersOnce(alternative, file, action.line);
+        break;
     case ScriptPosition: CheckPosition(action.text, file, action.line); break;
     case ScriptCommandOnce:
     case ScriptCommandBegin:
@@ -159,6 +182,21 @@ void CheckAction(const structExecute &action, const ParameterPlace &place) {
     case ScriptPass:
     case ScriptAnswer: break;
     default: AddFinding(Severity::Error, file, action.line, "there is no action " + int2string(action.type));
+    }
+}
+
+// A break drops what is queued behind it, also by its own block.
+void CheckBehindBreak(const logicblock_struct &block, const ParameterPlace &place) {
+    bool isBroken = false;
+    for (const structExecute &action : block.executes) {
+        const bool isAtOnce = action.type == ScriptInput || action.type == ScriptPass
+                              || action.type == ScriptCommandEndNow || action.type == ScriptAnswer;
+        if (isBroken && !isAtOnce) {
+            AddFinding(Severity::Error, place.parameter.fileName, action.line,
+                       "never done: the break above drops what stands behind it");
+            return;
+        }
+        isBroken = isBroken || action.type == ScriptBreak;
     }
 }
 
@@ -200,8 +238,10 @@ void CheckActions(bool hasLists) {
     ForEachParameter([](const ParameterPlace &place) {
         CheckBinding(place.parameter.inDataref, Use::Read, place);
         CheckBinding(place.parameter.outDataref, Use::Write, place);
-        for (const logicblock_struct &block : place.parameter.logic)
+        for (const logicblock_struct &block : place.parameter.logic) {
             for (const structExecute &action : block.executes) CheckAction(action, place);
+            CheckBehindBreak(block, place);
+        }
     });
     CheckHeldCommands();
     if (uncheckedNames > 0)

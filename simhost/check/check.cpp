@@ -8,10 +8,10 @@
 #include "simhost/check/checks.h"
 #include "simhost/check/findings.h"
 #include "simhost/check/folder.h"
+#include "simhost/log_problems.h"
 #include "simhost/simulator.h"
 #include "systems/reader.h"
 #include "util/files.h"
-#include "util/numbers.h"
 #include "util/paths.h"
 #include "util/text.h"
 
@@ -19,17 +19,12 @@ namespace simhost {
 
 namespace {
 
-// "KV FENNIC Plugin: 0 SEC TFT <file> line <n>: <reason> - line dropped: <text>"
-bool AddDroppedLine(const std::string &message, const std::string &nameless) {
-    constexpr std::string_view LINE = " line ", BEFORE_FILE = " SEC TFT ";
-    const size_t file = message.find(BEFORE_FILE), place = message.find(LINE),
-                 colon = message.find(": ", place);
-    if (file == std::string::npos || place == std::string::npos || colon == std::string::npos) return false;
-    int line = 0;
-    if (!ParseInt(message.substr(place + LINE.size(), colon - place - LINE.size()), line)) return false;
-    const size_t fileStart = file + BEFORE_FILE.size();
-    const std::string name = nameless.empty() ? message.substr(fileStart, place - fileStart) : nameless;
-    const std::string text = message.substr(colon + 2);
+bool AddLineProblem(std::string_view message, const std::string &nameless) {
+    LineProblem problem;
+    if (!ReadLineProblem(message, problem)) return false;
+    const int line = problem.line;
+    const std::string name = nameless.empty() ? std::string(problem.file) : nameless;
+    const std::string text(problem.reason);
 
     // A missing beginning costs all lines that need it: the first of them is told.
     static std::string lastFile;
@@ -46,7 +41,7 @@ bool AddDroppedLine(const std::string &message, const std::string &nameless) {
 }
 
 // What a check of the model reports better, with file and line.
-bool isReportedElsewhere(const std::string &message) {
+bool isReportedElsewhere(std::string_view message) {
     for (std::string_view text : {"Cant find parameter", "CUSTOM DATAREF", "array index outside"})
         if (message.find(text) != std::string::npos) return true;
     return false;
@@ -62,20 +57,14 @@ void ReadSystems(const std::string &pluginFolder) {
 
 bool CollectReaderMessages(const std::string &file) {
     bool isAny = false;
-    for (const std::string &message : TakeLogLines()) {
-        if (AddDroppedLine(message, file)) {
-            isAny = true;
-            continue;
-        }
+    for (const std::string &logLine : TakeLogLines()) {
+        const std::string_view message = WithoutLogPrefix(logLine);
         if (isReportedElsewhere(message)) continue;
-        for (std::string_view sign : {"rror", "ERROR", "ailed", "not found"}) {
-            if (message.find(sign) == std::string::npos) continue;
-            const size_t text = message.find(" SEC TFT ");
-            AddFinding(Severity::Error, file.empty() ? WhatPluginPath() : file, 0,
-                       text == std::string::npos ? message : message.substr(text + 9));
-            isAny = true;
-            break;
+        if (!AddLineProblem(message, file)) {
+            if (!TellsOfProblem(message)) continue;
+            AddFinding(Severity::Error, file.empty() ? WhatPluginPath() : file, 0, std::string(message));
         }
+        isAny = true;
     }
     return isAny;
 }
@@ -83,6 +72,7 @@ bool CollectReaderMessages(const std::string &file) {
 int CheckFolder(const CheckOptions &options) {
     const std::string pluginFolder = EnterFolder(options.folder, options.xplaneFolder);
     if (pluginFolder.empty()) return 2;
+    CheckAircraft(pluginFolder);
     CheckSettings(pluginFolder);
     CheckFigureFiles(pluginFolder);
     ReadSystems(pluginFolder);
@@ -91,6 +81,8 @@ int CheckFolder(const CheckOptions &options) {
     CheckGraphs();
     CheckActions(!options.xplaneFolder.empty());
     CheckBlocks();
+    CheckRepeats();
+    CheckFractions();
     CheckPhrases();
     CheckLinkCycles();
     CheckFonts(pluginFolder);

@@ -21,6 +21,12 @@ void CheckGraphs();
 // hasLists: the simulator's lists were read, so that its names are known.
 void CheckActions(bool hasLists);
 
+// What is said again and again while a condition holds.
+void CheckRepeats();
+
+// Values with fractions that are compared with == or !=.
+void CheckFractions();
+
 // Blocks that never fire, steps that are never done, actions that never end.
 void CheckBlocks();
 
@@ -30,10 +36,17 @@ void CheckPhrases();
 // Parameters that depend on each other in a circle.
 void CheckLinkCycles();
 
+// Whether she serves the aircraft whose folder the plug-in's folder is in.
+void CheckAircraft(const std::string &pluginFolder);
+
 // The files beside the systems files: channels, positions and presets, settings and voice list, fonts.
 void CheckFigureFiles(const std::string &pluginFolder);
 void CheckSettings(const std::string &pluginFolder);
 void CheckFonts(const std::string &pluginFolder);
+
+// Whether the file is text of single bytes; else, as of a file with a byte order mark, this is told as the
+// cause of whatever is found in it.
+bool isPlainText(const std::string &file);
 
 // Turns what the plug-in's readers have written into the log since the last call into findings, of the
 // given file where the messages name none. True when there was anything.

@@ -24,9 +24,11 @@ namespace simhost {
 namespace {
 
 constexpr size_t CHANNELS = 47;
+constexpr size_t LINE_FIELDS = 5; // of a position: the channel's number and name, x, y and z
 
 // False when the positions, which go by the numbers of channels, cannot be looked at.
 bool CheckChannels(const std::string &file) {
+    if (!isPlainText(file)) return false;
     LoadAnimationFile(file);
     CollectReaderMessages();
     int number = 0;
@@ -54,10 +56,14 @@ bool CheckChannels(const std::string &file) {
 // The loader goes by the index of a line; the name is for the reader, and should be that channel's.
 void CheckChannelNames(const std::string &file) {
     std::set<std::string> seen;
+    if (!isPlainText(file)) return;
     if (FileLineSize(file) == 0) AddFinding(Severity::Warning, file, 0, "no channel in this file");
     for (const FileLine &line : ReadFileLines(file)) {
         const std::vector<std::string> fields = StringToWordsArray(RemoveNRS(line.text), ',');
         int index = -1;
+        if (std::any_of(fields.begin() + static_cast<std::ptrdiff_t>(std::min(fields.size(), LINE_FIELDS)),
+                        fields.end(), [](const std::string &field) { return !field.empty(); }))
+            AddCause(file, line.number, "three numbers, each with a point, not a comma: " + line.text);
         if (fields.size() < 2 || !ParseInt(fields[0], index)) continue; // the reader says so
         if (index < 0 || static_cast<size_t>(index) >= anim.size()) continue;
         const std::string &name = anim[static_cast<size_t>(index)].name;
@@ -162,8 +168,8 @@ void CheckSetting(const std::string &file, const FileLine &line, bool &hasNames)
     else if (key == "installation"
              && std::find(std::begin(STATES), std::end(STATES), value) == std::end(STATES))
         warn("the installation is -1, 0, 1 or 2: " + value);
-    else if ((key == "volume" || key == "rate") && ParseInt(value, number) && (number < 0 || number > 100))
-        warn("a percentage is from 0 to 100: " + value);
+    else if ((key == "volume" || key == "rate") && ParseInt(value, number) && (number < 10 || number > 100))
+        warn("volume and rate are from 10 to 100: " + value);
     else if (key.starts_with("APLvoice-") && !value.empty()
              && std::find(voiceList.begin(), voiceList.end(), value) == voiceList.end())
         warn("this voice is not in voicelist_mac.txt: " + value);
@@ -176,6 +182,7 @@ void CheckSettings(const std::string &pluginFolder) {
         AddFinding(Severity::Error, file, 0, "not read, because there is no settings_win.txt beside it");
         return;
     }
+    isPlainText(file);
     ReadSettings();
     ReadVoiceList();
     CollectReaderMessages();

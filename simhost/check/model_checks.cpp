@@ -1,9 +1,11 @@
 // Names, links and graphs of the model.
 #include <algorithm>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "simhost/check/checks.h"
 #include "simhost/check/findings.h"
@@ -58,6 +60,51 @@ std::string Suggestion(const std::string &link) {
     return suggestion;
 }
 
+// What a system refers to in another that none of the files brings: one mistake, however many links.
+struct MissingSystem {
+    std::string user, file, first; // the system that refers to it, where, and the first parameter
+    int line = 0;
+    std::set<std::string> links;
+};
+std::vector<MissingSystem> missingSystems;
+
+// False when the link's system is there.
+bool NoteMissingSystem(const sysLink_struct &link, const ParameterPlace &place, int line) {
+    const std::string name = link.name.substr(0, link.name.find('.'));
+    if (mapSystemName.contains(name) || std::count(link.name.begin(), link.name.end(), '.') != 2)
+        return false;
+    const auto isSame = [&](const MissingSystem &one) {
+        return one.user == place.system.name && one.first.starts_with(name + ".");
+    };
+    auto missing = std::find_if(missingSystems.begin(), missingSystems.end(), isSame);
+    if (missing == missingSystems.end())
+        missing = missingSystems.insert(missing,
+                                        {place.system.name, place.parameter.fileName, link.name, line, {}});
+    missing->links.insert(link.name);
+    return true;
+}
+
+constexpr size_t MOST_LINKS = 8; // that are named
+
+void ReportMissingSystems() {
+    for (const MissingSystem &missing : missingSystems) {
+        const std::string name = missing.first.substr(0, missing.first.find('.'));
+        if (missing.links.size() == 1) {
+            AddFinding(Severity::Error, missing.file, missing.line,
+                       "there is no parameter " + missing.first + ", nor a system " + name);
+            continue;
+        }
+        std::string list;
+        size_t named = 0;
+        for (const std::string &link : missing.links)
+            if (named++ < MOST_LINKS) list += (list.empty() ? "" : ", ") + link;
+        if (missing.links.size() > MOST_LINKS) list += " and others";
+        AddFinding(Severity::Error, missing.file, missing.line,
+                   missing.user + " needs a system " + name + ", which is not among the files, with " + list);
+    }
+    missingSystems.clear();
+}
+
 constexpr int MOST_SUGGESTIONS = 20; // each looks at all parameters
 int suggestions = 0;
 
@@ -75,9 +122,9 @@ void CheckLink(const sysLink_struct &link, const ParameterPlace &place, int line
         AddFinding(Severity::Error, file, line,
                    "neither a number nor a link (SYSTEM.DEVICE.PARAMETER): " + link.name);
     } else {
-        AddFinding(Severity::Error, file, line,
-                   "there is no parameter " + link.name
-                       + (suggestions++ < MOST_SUGGESTIONS ? Suggestion(link.name) : ""));
+        const std::string suggestion = suggestions++ < MOST_SUGGESTIONS ? Suggestion(link.name) : "";
+        if (suggestion.empty() && NoteMissingSystem(link, place, line)) return;
+        AddFinding(Severity::Error, file, line, "there is no parameter " + link.name + suggestion);
     }
 }
 
@@ -179,6 +226,7 @@ void CheckLinks() {
             CheckOperators(block, place);
         }
     });
+    ReportMissingSystems();
 }
 
 void CheckGraphs() {

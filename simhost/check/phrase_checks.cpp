@@ -16,6 +16,7 @@ namespace simhost {
 namespace {
 
 constexpr const char *ANY = "any";
+constexpr const char *ABORT = "abort";
 
 // Somebody who waits for a phrase whatever else is going on: the first step of a sequence, or a parameter
 // that is none.
@@ -35,6 +36,11 @@ std::string AsHeard(const std::string &phrase) {
 }
 
 void CheckPhrase(const std::string &phrase, const std::string &file, int line) {
+    if (phrase == ABORT)
+        AddFinding(
+            Severity::Error, file, line,
+            "\"abort\" breaks everything off by itself; no step hears it, and a block that does keeps it "
+            "from the checklists behind it");
     const std::string heard = AsHeard(phrase);
     if (heard.empty())
         AddFinding(Severity::Error, file, line,

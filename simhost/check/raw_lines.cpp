@@ -141,10 +141,9 @@ void CheckBodyLine(const std::string &file, const FileLine &line) {
 }
 
 void CheckRawLines(const std::string &file) {
+    if (!isPlainText(file)) return;
     const std::string content = ReadFileToString(file);
-    if (content.find('\0') != std::string::npos)
-        AddCause(file, 0, "this is no plain text; save the file as UTF-8");
-    else if (Contains(content, "\r") && !Contains(content, "\n"))
+    if (Contains(content, "\r") && !Contains(content, "\n"))
         AddCause(file, 0, "a single line to the reader: lines end with LF or CR LF, not with CR alone");
 
     enum { Nothing, System, Device, Parameter, Unknown } level = Nothing;
@@ -188,6 +187,7 @@ std::string MeantFile(const std::vector<std::string> &present, std::string entry
 std::set<std::string> CheckFileList(const std::string &folder) {
     const std::vector<std::string> present = ReadFileListFromFolder(folder);
     const std::string list = folder + "_systems.txt";
+    if (!isPlainText(list)) return {};
     std::set<std::string> listed, read;
     for (const FileLine &line : ReadFileLines(list)) {
         std::string file = line.text + ".txt";
@@ -213,6 +213,16 @@ std::set<std::string> CheckFileList(const std::string &folder) {
 }
 
 } // namespace
+
+bool isPlainText(const std::string &file) {
+    const std::string content = ReadFileToString(file);
+    const bool isPlain = content.find('\0') == std::string::npos;
+    if (!isPlain) AddCause(file, 0, "this is no plain text but UTF-16 or the like; save the file as UTF-8");
+    if (content.starts_with("\xEF\xBB\xBF"))
+        AddCause(file, 1,
+                 "an invisible mark stands before the first letter; save the file as UTF-8 without it");
+    return isPlain;
+}
 
 void CheckSystemsFiles(const std::string &pluginFolder) {
     if (isSeparateSysSaving == 0) CheckRawLines(pluginFolder + "sys.txt");

@@ -2,7 +2,6 @@
 #include "simhost/chart/chart.h"
 #include "simhost/check/check.h"
 
-#include <chrono>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -108,6 +107,22 @@ const Mistake Mistakes[] = {
     {"NoUtf8", "logic:\ninstring=go\nexecute=1,f\xFCr Sie,0\n", "7: error: letters that are not UTF-8"},
     {"InheritedOr", "logic:\ninstring=set\n||\ninstring=checked\n[A.D.X]==[1]\ncalc=[1]\n",
      "9: warning: joined by the \"||\" above"},
+    {"CallOutWithoutMemory", "logic:\n[A.D.X]>[5]\nexecute=0,positive rate,0\n",
+     "5: warning: said again in every frame while this holds"},
+    {"PlaceholderTwice", "logic:\ninstring=go\nexecute=0,[SIR]; yes [SIR],0\n",
+     "7: error: only the first [SIR] is replaced"},
+    {"BothRunways", "logic:\ninstring=go\nexecute=0,from [TORW] to [LDRW],0\n",
+     "7: error: beside [TORW] a [LDRW] is not replaced"},
+    {"Abort", "logic:\ninstring=abort\ncalc=[1]\n", "6: error: \"abort\" breaks everything off by itself"},
+    {"FractionEqual", "logic:\n[A.D.Z]==[3]\ncalc=[1]\nout=Z,double,,0,,,,,,,,0\nlogic:\ncalc=[A.D.X]/[3]\n",
+     "6: warning: A.D.Z has fractions, from a division"},
+    {"BehindBreak", "logic:\ninstring=go\nexecute=3,,0\nexecute=12,go,5\nexecute=0,stopped,0\n",
+     "9: error: never done: the break above drops"},
+    {"ReadOnly", "out=Z,int,,0,,,,,sim/time/paused,exist,,0\n", "5: error: the dataref cannot be written"},
+    {"SetReadOnly", "logic:\ninstring=go\nexecute=8,sim/time/paused,1\n",
+     "7: error: the dataref cannot be written"},
+    {"MissingSystem", "logic:\n[SIM.FLIGHT.TIME]>[1]\n[SIM.FLIGHT.HEIGHT]>[SIM.FLIGHT.TIME]\ncalc=[1]\n",
+     "6: error: A needs a system SIM, which is not among the files, with SIM.FLIGHT.HEIGHT, SIM.FLIGHT.TIME"},
     {"Circle", "logic:\ncalc=[A.D.Z]\nout=Z,int,,0,,,,,,,,0\nlogic:\ncalc=[A.D.W]\n",
      "4: note: A.D.W depends on itself through A.D.Z"},
 };
@@ -149,17 +164,53 @@ TEST_F(Check, TheListNamesTheFiles) {
     EXPECT_NE(output.find("systems/B.txt: warning: not in _systems.txt"), std::string::npos) << output;
 }
 
+// A name of a file must not hide what is found in it, nor may one file answer for another.
+TEST_F(Check, EachFileAnswersForItself) {
+    const std::string name = "base line check";
+    write("systems/" + name + ".txt", "sys=B\ndev=D\nout=X,int,,none,,,,,,,,0\nout=Y,int,,0,,,,,,,,0\n");
+    std::string wide;
+    for (const char letter : std::string("sys=C\n[a]>[b]\n")) wide.append({letter, '\0'});
+    write("systems/WIDE.txt", wide);
+    write("systems/MARK.txt", "\xEF\xBB\xBFsys=M\ndev=D\nout=X,int,,0,,,,,,,,0\n");
+    write("systems/A.txt", Head + std::string("logic:\n[A.D.X]>[1]\ncalc=[1]\n"));
+    write("systems/_systems.txt", "A\n" + name + "\nWIDE\nMARK\n");
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(simhost::CheckFolder({plugin, ""}), 1);
+    output = testing::internal::GetCapturedStdout();
+    for (const char *finding : {"systems/base line check.txt:3: error: initial value \"none\" is no number",
+                                "systems/WIDE.txt: error: this is no plain text",
+                                "systems/MARK.txt:1: error: an invisible mark", "3 errors, 0 warnings"})
+        EXPECT_NE(output.find(finding), std::string::npos) << finding << " in\n" << output;
+}
+
+TEST_F(Check, SettingsAndAnAircraftThatIsNotServed) {
+    write("data/settings_mac.txt", "gender=w\nvolume=5\nrate=10\n");
+    write("data/settings_win.txt", "");
+    write("data/voicelist_mac.txt", "a voice\n");
+    std::ofstream(aircraft + "glider.acf") << "I\n1200 Version\nACF\n\nP acf/_descrip A glider\n";
+    EXPECT_EQ(Run(Head), 1);
+    for (const char *finding : {"data/settings_mac.txt:2: warning: volume and rate are from 10 to 100: 5",
+                                "glider.acf: error: she does not serve this aircraft", "1 error, 1 warning"})
+        EXPECT_NE(output.find(finding), std::string::npos) << finding << " in\n" << output;
+    std::ofstream(aircraft + "glider.acf") << "P acf/_descrip Boeing 737-800X\n";
+    EXPECT_EQ(Run(Head), 1);
+    EXPECT_NE(output.find("the file of this aircraft must be named b738_4k.acf"), std::string::npos)
+        << output;
+}
+
 TEST_F(Check, PositionsByTheirNamesAndChannels) {
     std::string channels = "0,spine\n1,neck\n";
     for (int i = 2; i < 47; i++)
         channels += std::to_string(i) + (i == 46 ? ",xyz\n" : ",c" + std::to_string(i) + "\n");
     write("data/obj/fennic.txt", channels);
-    write("custom/positions-w/rest.txt", "0,spine,1,2,3\n1,nose,1,2,3\n47,far,1,2,3\n0,spine,1,2,x\n");
+    write("custom/positions-w/rest.txt",
+          "0,spine,1,2,3\n1,nose,1,2,3\n47,far,1,2,3\n0,spine,1,2,x\n2,c2,0,5,1,0,2\n");
     EXPECT_EQ(Run(Head + std::string("logic:\ninstring=go\nexecute=2,reach,1\n")), 1);
     for (const char *finding : {"custom/positions-w/rest.txt:2: warning: channel 1 is neck, not nose",
                                 "custom/positions-w/rest.txt:3: error: no channel 47",
                                 "custom/positions-w/rest.txt:4: error: z \"x\" is no number",
                                 "custom/positions-w/rest.txt:4: warning: a second line for channel spine",
+                                "custom/positions-w/rest.txt:5: error: three numbers, each with a point",
                                 "systems/A.txt:7: error: there is no position reach in custom/positions-w/"})
         EXPECT_NE(output.find(finding), std::string::npos) << finding << " in\n" << output;
 }
@@ -213,11 +264,25 @@ TEST_F(Chart, OfASequence) {
         EXPECT_NE(output.find(part), std::string::npos) << part << " in\n" << output;
 }
 
+// A pipe's worth of text and more, that nobody reads.
+TEST_F(Chart, WithoutGraphviz) {
+    std::string steps = Step;
+    for (int step = 0; step < 1000; step++)
+        steps += "out=S" + std::to_string(step) + ",int,,0,,,,,,,,0\nlogic:\nexecute=1,"
+                 + std::string(100, 'a') + ",0\n";
+    write("systems/_systems.txt", "A\n");
+    write("systems/A.txt", Head + steps);
+    setenv("PATH", "/nowhere", 1);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(simhost::ChartFolder({plugin, "LIST", false}), 1);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("Graphviz's program"), std::string::npos);
+}
+
 TEST_F(Chart, OfNoSequence) {
     EXPECT_EQ(Draw("D"), 2);
 }
 
-TEST_F(Check, AHundredThousandLinesInASecond) {
+TEST_F(Check, AHundredThousandLines) {
     std::string text = "sys=A\n";
     for (int device = 0; device < 2500; device++) {
         const std::string name = "D" + std::to_string(device);
@@ -226,11 +291,7 @@ TEST_F(Check, AHundredThousandLinesInASecond) {
             text += "out=P" + std::to_string(parameter) + ",int,,0,0,10,,,,,,0\nlogic:\n[A." + name
                     + ".P0]>[3]\ncalc=[A.D0.P" + std::to_string(parameter) + "]\n";
     }
-    const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(Run(text), 0) << output.substr(0, 1000);
-    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - begin;
-    RecordProperty("seconds", std::to_string(seconds.count()));
-    EXPECT_LT(seconds.count(), 20.0); // the sanitizers take their part
 }
 
 } // namespace

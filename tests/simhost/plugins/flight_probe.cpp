@@ -114,6 +114,8 @@ void Answer(const std::string &text) {
         Log("Expected answers: none");
     } else if (text == "fail") {
         Log("Error in script - cant find dataref: nowhere");
+        Log("systems/base line check.txt line 7: no comparison - line dropped: flaps");
+        Log("Just Get Recognition: mirrors adjusted"); // no problem, whatever is in it
     } else {
         Send("say>" + text);
         Send("volume>80");
