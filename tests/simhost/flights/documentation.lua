@@ -6,6 +6,7 @@
 --   systems           a part of a systems file: the checker must find nothing
 --   check             the errors and warnings that the checker finds in the page's aircraft now
 --   position          a position
+--   sh                commands, run where the page's aircraft are; "aircraft/" is that of the sources
 -- Any other block needs a comment "not run: why" above it.
 local root, program = arg[1], arg[2]
 local scratch = sim.dir("xplane")
@@ -83,6 +84,9 @@ local function run_examples(page, text)
             check_part(page, example)
         elseif kind == "check" then
             expect(page, "the checker finds", findings("mine"), example)
+        elseif kind == "sh" then
+            local complaint, is_well = run((example:gsub("%f[%S]aircraft/", root .. "/aircraft/")))
+            assert(is_well, page .. ": this command fails:\n" .. example .. complaint)
         elseif kind == "position" then
             local folder = fresh_aircraft("part")
             write(folder .. "systems/_systems.txt", "")
