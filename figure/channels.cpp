@@ -51,7 +51,7 @@ void LoadAnimationFile(const std::string &path) {
     if (isFileExistString(path))
         AddChannels(path);
     else
-        string2debugString("!!! Error: Cant read file ", path, 1);
+        LogFile("!!! Error: Cant read file ", path);
 
     DRFf_DeltaHdg2Fo = CreateDrf_Float("kv/fo/delta_hdg2fo", 360.0F);
     DRFf_EyesX = CreateDrf_Float("kv/fo/_eyes_x", 360.0F);
@@ -67,7 +67,7 @@ void LoadAnimationFile(const std::string &path) {
 void ReadObjFileForDatarefs(const std::string &path) {
     anim.clear();
     if (!isFileExistString(path)) {
-        string2debugString("!!! Error: Cant read file ", path, 1);
+        LogFile("!!! Error: Cant read file ", path);
         return;
     }
     const std::string prefix = "kv/fo/", axis = "_x";

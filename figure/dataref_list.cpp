@@ -36,10 +36,10 @@ void LogDatarefsOf(const std::string &name, const Keywords &keywords) {
     if (isFileExistString(path))
         ReadDatarefs(path, keywords);
     else
-        string2debugString("!!! Error: Cant read file ", name, 1);
-    string2debugString(std::string(59, '-'), "", 1);
-    string2debugString("DRF List from: ", path, 1);
-    for (const std::string &dataref : FileDrfList) string2debugString("DRF: ", dataref, 1);
+        LogFile("!!! Error: Cant read file ", name);
+    LogListed(std::string(59, '-'), "");
+    LogListed("DRF List from: ", path);
+    for (const std::string &dataref : FileDrfList) LogListed("DRF: ", dataref);
 }
 
 } // namespace

@@ -23,7 +23,7 @@ bool BackUp(const std::string &path) {
     if (backup == Presence::Present) return true;
     if (backup == Presence::Absent && copyFile(path, BackupOf(path))) return true;
     if (backup == Presence::Absent && WhatIsAt(path) == Presence::Absent) return true; // nothing to lose
-    string2debugString("No backup, so this file is not replaced: ", path, 1);
+    LogFile("No backup, so this file is not replaced: ", path);
     return false;
 }
 
@@ -63,7 +63,7 @@ bool RestoreBackup(const std::string &path) {
 std::string ReadAircraftFile() {
     const std::string acf = WhatThisAircraftAcfPath();
     if (isFileExistString(acf)) return ReadFileToString(acf);
-    string2debugString("FileIO:Cant open file ", acf, 1);
+    LogFile("FileIO:Cant open file ", acf);
     return "";
 }
 

@@ -15,6 +15,7 @@
 #include "util/clock.h"
 #include "util/files.h"
 #include "util/find_dataref.h"
+#include "util/log.h"
 #include "util/paths.h"
 #include "voice/action_queue.h"
 #include "voice/executer.h"
@@ -98,6 +99,7 @@ bool isKilled() {
 }
 
 float Main(float, float, int, void *) {
+    ReportLeftOutLines();
     if (!isFennicKillDrfWasReaded) FindKillSwitch();
     if (isKilled()) return NextFrame;
     if (!FindControlDataref()) return InASecond;

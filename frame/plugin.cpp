@@ -93,6 +93,7 @@ PLUGIN_API void XPluginStop(void) {
     DeleteSystems();
     UnLoadFonts();
     UnLoadTextures();
+    EndLog();
 }
 
 PLUGIN_API int XPluginEnable(void) {

@@ -39,7 +39,7 @@ int DrawFont(int id, std::string_view text, double x, double y, double r, double
 void font_class::Load(const std::string &path) {
     std::ifstream stream(path);
     if (!stream) {
-        string2debugString("Font failed to load: ", path, 1);
+        LogFile("Font failed to load: ", path);
         return;
     }
     ParseFont(stream);
@@ -51,7 +51,7 @@ void font_class::Load(const std::string &path) {
     atlas.name = atlasFile;
     atlas.LoadPNGTexture(atlasPath);
     if (atlas.width == 0.0) {
-        string2debugString("Texture failed to load: ", atlasPath, 1);
+        LogFile("Texture failed to load: ", atlasPath);
         return;
     }
     TellOfGlyphsOutsideAtlas();

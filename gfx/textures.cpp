@@ -132,7 +132,7 @@ void DrawRotated(int id, double x, double y, double w, double h, double angle, c
 } // namespace
 
 void textures_class::Load(const std::string &path) {
-    if (LoadPNGTexture(path) == 0) string2debugString("Texture failed to load: ", path, 1);
+    if (LoadPNGTexture(path) == 0) LogFile("Texture failed to load: ", path);
 }
 
 int textures_class::LoadPNGTexture(const std::string &path) {

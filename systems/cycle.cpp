@@ -4,6 +4,9 @@
 #include "systems/cycle.h"
 
 #include <algorithm>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
 
 #include "XPLMDataAccess.h"
 #include "figure/animation.h"
@@ -34,19 +37,34 @@ struct StepContext {
     bool isBrokenOff = false; // a step of this device broke off in this frame
 };
 
+std::vector<const structExecute *> restartedTimers; // by the actions of this frame, in order
+
 // Expired timers are still expected in the frame in which they go; the one that takes an expired timer's
 // place is looked at in the next frame.
 void ExpectAnswerTimers() {
+    size_t kept = 0;
     for (size_t i = 0; i < answerstimer.size(); i++) {
         ExpectAnswer(answerstimer[i].name);
-        if (answerstimer[i].time < FlightTimeSEC)
-            answerstimer.erase(answerstimer.begin() + static_cast<std::ptrdiff_t>(i));
+        if (answerstimer[i].time < FlightTimeSEC && ++i == answerstimer.size()) break;
+        if (kept != i) std::swap(answerstimer[kept], answerstimer[i]);
+        kept++;
     }
+    answerstimer.resize(kept);
 }
 
-void RestartAnswerTimer(const structExecute &action) {
-    std::erase_if(answerstimer, [&](const answertimer_struct &timer) { return timer.name == action.text; });
-    if (action.value > 0) answerstimer.push_back({action.text, FlightTimeSEC + action.value});
+// A timer that is started again stands behind all others; one without time is taken back. Of several with the
+// same text the last counts.
+void RestartAnswerTimers() {
+    if (restartedTimers.empty()) return;
+    std::unordered_set<std::string_view> texts;
+    const auto isSuperseded = [&](const structExecute *action) { return !texts.insert(action->text).second; };
+    std::reverse(restartedTimers.begin(), restartedTimers.end());
+    std::erase_if(restartedTimers, isSuperseded);
+    std::reverse(restartedTimers.begin(), restartedTimers.end());
+    std::erase_if(answerstimer, [&](const answertimer_struct &timer) { return texts.contains(timer.name); });
+    for (const structExecute *action : restartedTimers)
+        if (action->value > 0) answerstimer.push_back({action->text, FlightTimeSEC + action->value});
+    restartedTimers.clear();
 }
 
 void RunAction(const structExecute &action, const device_struct &device, StepContext &step) {
@@ -67,7 +85,7 @@ void RunAction(const structExecute &action, const device_struct &device, StepCon
     case ScriptSet: QueueAction(ActionDataref, action.text + "=" + double2string(action.value)); break;
     case ScriptInput: ExpectInput(device.name, action.text); break;
     case ScriptCommandEndNow: ExecuteCommand(action.text, "End"); break;
-    case ScriptAnswer: RestartAnswerTimer(action); break;
+    case ScriptAnswer: restartedTimers.push_back(&action); break;
     default: break;
     }
 }
@@ -291,7 +309,9 @@ float CalculateSystemsCycle(float, float, int, void *) {
     ExpectAnswerTimers();
     if (XPLMGetDatai(DRF_paused) != 1) {
         isAnyInputGood = false;
+        restartedTimers.clear();
         RunProgram(CurrentProgram());
+        RestartAnswerTimers();
         // Every running sequence has seen it; one that starts from now on is not to be aborted.
         if (LastRecognition == "abort") {
             LastRecognition.clear();

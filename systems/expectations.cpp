@@ -2,6 +2,8 @@
 #include "systems/expectations.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "util/log.h"
@@ -10,12 +12,36 @@
 
 namespace {
 
+const size_t AnswersLogged = 100;
+
 struct ExpectedInput {
     std::string name;
     RefilledList<std::string> texts;
 };
 
+// The answers of this frame, each once, and a table of hashes over them: slots of index + 1, 0 for an empty
+// one, at least half of them empty.
 RefilledList<std::string> expectedAnswers;
+std::vector<uint32_t> answerSlots(64);
+
+size_t FirstSlot(const std::string &text) {
+    return std::hash<std::string>()(text) & (answerSlots.size() - 1);
+}
+
+// The slot that holds the answer, or the empty one where it belongs.
+size_t SlotOf(const std::string &text) {
+    size_t slot = FirstSlot(text);
+    while (answerSlots[slot] != 0 && expectedAnswers.entries[answerSlots[slot] - 1] != text)
+        slot = (slot + 1) & (answerSlots.size() - 1);
+    return slot;
+}
+
+void GrowAnswerSlots() {
+    answerSlots.assign(answerSlots.size() * 2, 0);
+    for (uint32_t i = 0; i < expectedAnswers.count; i++)
+        answerSlots[SlotOf(expectedAnswers.entries[i])] = i + 1;
+}
+
 RefilledList<ExpectedInput> expectedInputs;
 bool isAnyAnswerExpected = false;
 bool wasAnyAnswerExpected = false;
@@ -28,7 +54,9 @@ bool isEqual(const ExpectedInput &expected, const input_struct &published) {
 
 void LogAnswers() {
     std::string list;
-    for (const std::string &answer : answers) list += (list.empty() ? "" : ", ") + answer;
+    const size_t listed = std::min(answers.size(), AnswersLogged);
+    for (size_t i = 0; i < listed; i++) list += (list.empty() ? "" : ", ") + answers[i];
+    if (listed < answers.size()) list += ", and " + std::to_string(answers.size() - listed) + " more";
     if (isAnyAnswerExpected) list += list.empty() ? "any" : ", any";
     string2debugString("Expected answers: ", list.empty() ? "none" : list, 1);
 }
@@ -53,14 +81,18 @@ void PublishInputs() {
 } // namespace
 
 void BeginExpectations() {
+    if (!expectedAnswers.IsEmpty()) std::fill(answerSlots.begin(), answerSlots.end(), 0);
     expectedAnswers.Clear();
     expectedInputs.Clear();
     isAnyAnswerExpected = false;
 }
 
 void ExpectAnswer(const std::string &text) {
-    if (std::find(expectedAnswers.begin(), expectedAnswers.end(), text) == expectedAnswers.end())
-        expectedAnswers.Add() = text;
+    const size_t slot = SlotOf(text);
+    if (answerSlots[slot] != 0) return;
+    expectedAnswers.Add() = text;
+    answerSlots[slot] = static_cast<uint32_t>(expectedAnswers.count);
+    if (expectedAnswers.count * 2 > answerSlots.size()) GrowAnswerSlots();
 }
 
 void ExpectAnyAnswer() {

@@ -79,7 +79,7 @@ void SwapBack(const Member &member) {
     if (!member.isSwapped) return;
     const int isBack =
         member.wasThere ? rename(member.old.c_str(), member.target.c_str()) : unlink(member.target.c_str());
-    if (isBack != 0) string2debugString("FileIO:Cant restore file ", member.target, 1);
+    if (isBack != 0) LogFile("FileIO:Cant restore file ", member.target);
 }
 
 bool Fail(const FileOfSet &file, std::string &failed) {

@@ -171,7 +171,7 @@ std::vector<FileLine> ReadFileLines(const std::string &path) {
     std::vector<FileLine> lines;
     std::string content;
     if (!ReadAll(path, content)) {
-        string2debugString("FileIO:Cant open file ", path, 1);
+        LogFile("FileIO:Cant open file ", path);
         return lines;
     }
     std::string_view text = content;
@@ -204,7 +204,7 @@ std::vector<std::string> ReadFileToVector(const std::string &path) {
 std::string ReadFileToString(const std::string &path) {
     std::string content;
     if (ReadAll(path, content)) return content;
-    string2debugString("Nimbrel:FileIO:Cant open file ", path, 1);
+    LogFile("Nimbrel:FileIO:Cant open file ", path);
     return "";
 }
 
@@ -226,7 +226,7 @@ int copyFile(const std::string &from, const std::string &to) {
     if (isCopied)
         string2debugString("copyFile from: " + from, " to: " + to, 1);
     else
-        string2debugString("copyFile Error:", from, 1);
+        LogFile("copyFile Error:", from);
     return isCopied ? 1 : 0;
 }
 

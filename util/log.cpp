@@ -1,6 +1,11 @@
-// Every line goes out in one call, so that lines of other plug-ins cannot come in between.
+// Every line goes out in one call, so that lines of other plug-ins cannot come in between. Lines are counted
+// by their kind, over seconds of the simulator's own clock, which goes on while it is paused.
 #include "util/log.h"
 
+#include <functional>
+#include <unordered_map>
+
+#include "XPLMProcessing.h"
 #include "XPLMUtilities.h"
 #include "util/clock.h"
 #include "util/numbers.h"
@@ -8,35 +13,93 @@
 namespace {
 
 const char *const Prefix = "KV FENNIC Plugin: ";
+const long LinesOfAKind = 20; // in a second
+
+struct KindHash {
+    using is_transparent = void;
+    size_t operator()(std::string_view kind) const { return std::hash<std::string_view>()(kind); }
+};
+
+struct LogState {
+    std::unordered_map<std::string, long, KindHash, std::equal_to<>> kinds; // lines of this second
+    float secondEnds = 0.0F;                                                // XPLMGetElapsedTime
+    bool isLeftOut = false;                                                 // lines of some kind
+};
+LogState state;
+
+void Write(std::string line) {
+    std::erase(line, '\0'); // one quoted from a damaged file would cut the line's end off
+    XPLMDebugString((line + "\n").c_str());
+}
+
+std::string TimePrefix() {
+    return Prefix + int2string(TruncateToInt(FlightTimeSEC)) + " SEC TFT ";
+}
+
+void EndSecond() {
+    for (const auto &[kind, count] : state.kinds)
+        if (count > LinesOfAKind)
+            Write(TimePrefix() + int2string(static_cast<int>(count - LinesOfAKind))
+                  + " more left out: " + kind);
+    state.kinds.clear();
+    state.isLeftOut = false;
+}
+
+// Counts a line, and says whether it is to be written.
+bool isWanted(std::string_view kind) {
+    const float now = XPLMGetElapsedTime();
+    if (now >= state.secondEnds || now < state.secondEnds - 1.0F) {
+        EndSecond();
+        state.secondEnds = now + 1.0F;
+    }
+    auto entry = state.kinds.find(kind);
+    if (entry == state.kinds.end()) entry = state.kinds.emplace(kind, 0).first;
+    if (++entry->second <= LinesOfAKind) return true;
+    state.isLeftOut = true;
+    return false;
+}
 
 } // namespace
 
 void string2debugString(const std::string &a, const std::string &b, int level) {
-    if (level != 1) return;
-    std::string line = Prefix + int2string(TruncateToInt(FlightTimeSEC)) + " SEC TFT " + a + b + "\n";
-    std::erase(line, '\0'); // one quoted from a damaged file would cut the line's end off
-    XPLMDebugString(line.c_str());
+    if (level == 1 && isWanted(a)) Write(TimePrefix() + a + b);
 }
 
 void int2debugString(const std::string &a, int n, int level) {
-    if (level != 1) return;
-    XPLMDebugString((Prefix + a + int2string(n) + "\n").c_str());
+    if (level == 1 && isWanted(a)) Write(Prefix + a + int2string(n));
 }
 
 void float2debugString(const std::string &a, double x, int level) {
-    if (level != 1) return;
-    XPLMDebugString((Prefix + a + float2string(x) + "\n").c_str());
+    if (level == 1 && isWanted(a)) Write(Prefix + a + float2string(x));
 }
 
 void Pass(int n) {
-    XPLMDebugString(("PASS - " + int2string(n) + "\n").c_str());
+    if (isWanted("PASS - ")) Write("PASS - " + int2string(n));
+}
+
+void LogFile(const std::string &what, const std::string &path) {
+    if (isWanted(what + path)) Write(TimePrefix() + what + path);
+}
+
+void LogListed(const std::string &a, const std::string &b) {
+    Write(TimePrefix() + a + b);
 }
 
 void LogDroppedLine(std::string_view file, int line, std::string_view reason, std::string_view text) {
-    const std::string place = std::string(file) + " line " + int2string(line) + ": ";
-    string2debugString(place, std::string(reason) + " - line dropped: " + std::string(text), 1);
+    if (!isWanted(file)) return;
+    Write(TimePrefix() + std::string(file) + " line " + int2string(line) + ": " + std::string(reason)
+          + " - line dropped: " + std::string(text));
 }
 
 std::string NoNumber(std::string_view field, std::string_view value) {
     return std::string(field) + " \"" + std::string(value) + "\" is no number";
+}
+
+void ReportLeftOutLines() {
+    if (state.isLeftOut && XPLMGetElapsedTime() >= state.secondEnds) EndSecond();
+}
+
+void EndLog() {
+    EndSecond();
+    state = {};
 }

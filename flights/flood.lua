@@ -1,0 +1,78 @@
+-- Too much of everything: twenty thousand answers at once, ten thousand saved values, a speech server that
+-- writes in every frame. She goes on as ever, and the log stays one that can be read.
+local check = require "lib.check"
+
+local ANSWERS, SAVED, LINES = 20000, 10000, 20
+
+local text = {"sys=CREW", "devstack=QUESTION", "out=ASK,execute,,0,,,,,,,,0", "logic:", "instring=ask me",
+              "execute=0,Well?,0", "out=ANSWER,execute,,0,,,,,,,,0"}
+for i = 1, ANSWERS do
+    text[#text + 1] = ("logic:\ninstring=answer %d\nexecute=0,You said %d,0"):format(i, i)
+end
+text[#text + 1] = "dev=OFFER\nout=START,execute,,0,,,,,,,,0\nlogic:\ninstring=offer all"
+for i = 1, ANSWERS do text[#text + 1] = ("execute=12,offer %d,%d"):format(i % 5000, i % 2 * 60) end
+text[#text + 1] = "dev=KEPT"
+local saved = {}
+for i = 1, SAVED do
+    text[#text + 1] = ("out=P%d,double,,0,,,,,%s,new,,1"):format(i, i % 1000 == 0 and "test/p" .. i or "")
+    saved[i] = ("CREW.KEPT.P%d=%d.5"):format(i, i)
+end
+check.systems {CREW = table.concat(text, "\n")}
+check.write(sim.dir("plugin") .. "systems/_save.txt", table.concat(saved, "\n"))
+
+sim.start()
+sim.run(4)
+for i = 2000, SAVED, 1000 do check.equal(sim.get("test/p" .. i), i + 0.5, "saved value " .. i) end
+-- The rule is the last line that holds the address, and that of P1000 is also a part of P10000's.
+check.equal(sim.get("test/p1000"), SAVED + 0.5, "the last line")
+
+sim.hear("offer all")
+sim.hear("ask me")
+sim.run(1)
+check.list(sim.said(), {"Well?"}, "asked")
+local shown = {}
+for _, line in ipairs(sim.screen_text()) do shown[line.text] = true end
+check.that(shown["offer 1"] and not shown["offer 2"], "those with a time are shown")
+sim.hear("answer " .. ANSWERS)
+sim.run(1)
+check.list(sim.said(), {"You said " .. ANSWERS}, "answered")
+
+-- Every line that is left out is counted.
+local function logged(kind)
+    local lines, written, left = check.log(), 0, 0
+    for _, line in ipairs(lines) do
+        local more, of = line:match("^(%d+) more left out: (.*)")
+        if of == kind then left = left + more elseif line:find(kind, 1, true) == 1 then written = written + 1 end
+    end
+    return written, left
+end
+sim.press("kv/fennic/rec")
+sim.frames(1)
+sim.log()
+for i = 1, 600 do
+    sim.reply(("noise %d "):format(i):rep(10))
+    sim.frames(1)
+end
+sim.run(2)
+local written, left = logged("Just Get Recognition: ")
+check.equal(written + left, 600, "all counted")
+check.that(written <= 11 * LINES and written >= 10 * LINES, written .. " lines in ten seconds")
+
+-- Of many damaged files each is named.
+sim.stop()
+local list = {}
+for i = 1, 50 do
+    list[i] = "BAD" .. i
+    check.write(sim.dir("plugin") .. "systems/BAD" .. i .. ".txt", "sys=BAD\n" .. ("out=\n"):rep(100))
+end
+check.write(sim.dir("plugin") .. "systems/_systems.txt", table.concat(list, "\n"))
+sim.log()
+sim.start()
+sim.run(2)
+local log = table.concat(check.log(), "\n")
+for i = 1, 50 do
+    local file = "systems/BAD" .. i .. ".txt"
+    local _, lines = log:gsub(file:gsub("%.", "%%.") .. " line ", "")
+    check.equal(lines, LINES, file)
+    check.that(log:find(100 - LINES .. " more left out: " .. file, 1, true), file)
+end
