@@ -9,6 +9,7 @@
 #include "figure/channels.h"
 #include "figure/positions.h"
 #include "util/clock.h"
+#include "util/make_fresh.h"
 
 int eyesOpen = 1, lipsOpen = 0;
 int faceAnim = 0;
@@ -182,4 +183,9 @@ void ReInitFigureVariables() {
     newEyePositionAddX = newEyePositionAddY = 0;
     TargetTimeSEC = -1.0;
     AnimTime = 0.8;
+}
+
+void ResetAnimation() {
+    ReInitFigureVariables();
+    MakeFresh(isLiveAnimationBlocked);
 }

@@ -32,3 +32,6 @@ void FaceAnimation();
 
 // The state above, and the running move, as at load; called when flight time falls back.
 void ReInitFigureVariables();
+
+// Everything as when the program starts.
+void ResetAnimation();

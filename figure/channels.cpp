@@ -5,6 +5,7 @@
 #include "frame/datarefs.h"
 #include "util/files.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/paths.h"
 #include "util/text.h"
@@ -85,4 +86,9 @@ void SaveAnimationFile() {
     for (size_t i = 0; i < anim.size(); i++)
         text += int2string(static_cast<int>(i)) + "," + anim[i].name + "\r\n";
     WriteWholeFile(WhatPluginPath() + "/data/obj/fennic.txt", text);
+}
+
+void ResetChannels() {
+    MakeFresh(anim, DRFf_DeltaHdg2Fo, DRFf_EyesX, DRFf_EyesY, DRFi_Glass, DRFi_ShowPlanshet, DRFi_Face);
+    MakeFresh(DRFi_ShowFennic, DRFi_Baro100, DRFi_BaroCheck);
 }

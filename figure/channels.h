@@ -53,3 +53,6 @@ void ReadObjFileForDatarefs(const std::string &path);
 
 // Writes the table back to "data/obj/fennic.txt" in the plug-in's folder. For developers of figures.
 void SaveAnimationFile();
+
+// Everything as when the program starts.
+void ResetChannels();

@@ -9,6 +9,7 @@
 #include "frame/datarefs.h"
 #include "util/clock.h"
 #include "util/find_dataref.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 
 int OrvikOnAir = -1, OrvikLanded = -1;
@@ -56,6 +57,15 @@ double OrvikLookupTime = 0; // of the last look for what was missing
 
 XPLMDataRef DRFf_ToRwyDistM = nullptr, DRFf_ToRwyDeltaHdgDeg = nullptr;
 XPLMDataRef DRFf_LdgRwyDistM = nullptr, DRFf_LdgRwyDeltaHdgDeg = nullptr;
+
+// Looked up once.
+struct {
+    XPLMDataRef setting = nullptr, current = nullptr, seaLevel = nullptr;
+} baro;
+struct {
+    XPLMDataRef headX = nullptr, headZ = nullptr, headHeading = nullptr, centreOfGravityZ = nullptr;
+    XPLMDataRef figureX = nullptr, figureZ = nullptr; // the aircraft's
+} view;
 
 void FindOrvikInputs() {
     OrvikLookupTime = FlightTimeSEC;
@@ -191,33 +201,36 @@ void CalcOrvik() {
 }
 
 void CalcBaro() {
-    static const XPLMDataRef setting = FindDataref("sim/cockpit/misc/barometer_setting");
-    static const XPLMDataRef current = FindDataref("sim/weather/barometer_current_inhg");
-    static const XPLMDataRef seaLevel = FindDataref("sim/weather/barometer_sealevel_inhg");
-    const int set = HundredthsOf(setting);
+    if (!baro.setting) {
+        baro.setting = FindDataref("sim/cockpit/misc/barometer_setting");
+        baro.current = FindDataref("sim/weather/barometer_current_inhg");
+        baro.seaLevel = FindDataref("sim/weather/barometer_sealevel_inhg");
+    }
+    const int set = HundredthsOf(baro.setting);
     const auto isNear = [&](XPLMDataRef pressure) {
         return std::abs(static_cast<double>(HundredthsOf(pressure)) - set) < 3;
     };
-    XPLMSetDatai(DRFi_BaroCheck, isNear(current) || isNear(seaLevel) ? 1 : 0);
+    XPLMSetDatai(DRFi_BaroCheck, isNear(baro.current) || isNear(baro.seaLevel) ? 1 : 0);
     XPLMSetDatai(DRFi_Baro100, set);
 }
 
 void CalcPilot2FennicHdg() {
-    static XPLMDataRef figureX = nullptr, figureZ = nullptr;
-    static const XPLMDataRef headX = FindDataref("sim/graphics/view/pilots_head_x");
-    static const XPLMDataRef headZ = FindDataref("sim/graphics/view/pilots_head_z");
-    static const XPLMDataRef headHeading = FindDataref("sim/graphics/view/pilots_head_psi");
-    static const XPLMDataRef centreOfGravityZ = FindDataref("sim/aircraft/weight/acf_cgZ_original");
-    if (!figureX) {
-        figureX = FindDataref("kv/fo/_pos_x");
-        if (figureX) figureZ = FindDataref("kv/fo/_pos_z");
+    if (!view.headX) {
+        view.headX = FindDataref("sim/graphics/view/pilots_head_x");
+        view.headZ = FindDataref("sim/graphics/view/pilots_head_z");
+        view.headHeading = FindDataref("sim/graphics/view/pilots_head_psi");
+        view.centreOfGravityZ = FindDataref("sim/aircraft/weight/acf_cgZ_original");
+    }
+    if (!view.figureX) {
+        view.figureX = FindDataref("kv/fo/_pos_x");
+        if (view.figureX) view.figureZ = FindDataref("kv/fo/_pos_z");
         return;
     }
-    const float direction =
-        CalcActualHdgFennic(XPLMGetDataf(headX), XPLMGetDataf(headZ) + XPLMGetDataf(centreOfGravityZ) * ft2m,
-                            XPLMGetDataf(figureX), XPLMGetDataf(figureZ));
+    const float direction = CalcActualHdgFennic(
+        XPLMGetDataf(view.headX), XPLMGetDataf(view.headZ) + XPLMGetDataf(view.centreOfGravityZ) * ft2m,
+        XPLMGetDataf(view.figureX), XPLMGetDataf(view.figureZ));
     if (std::isnan(direction)) return; // the head is where the figure sits: there is no direction
-    XPLMSetDataf(DRFf_DeltaHdg2Fo, std::abs(direction - XPLMGetDataf(headHeading)));
+    XPLMSetDataf(DRFf_DeltaHdg2Fo, std::abs(direction - XPLMGetDataf(view.headHeading)));
 }
 
 std::string RunwayName(const std::string &ident) {
@@ -229,4 +242,13 @@ std::string RunwayName(const std::string &ident) {
     case 'C': return spoken + "Center";
     default: return spoken;
     }
+}
+
+void ResetFlightComputations() {
+    MakeFresh(OrvikRaOld, OrvikLandLat, OrvikLandLon, OrvikLandHdg, OrvikToRwyName, OrvikLdgRwyName);
+    OrvikOnAir = OrvikLanded = -1;
+    OrvikToRwyDistM = OrvikLdgRwyDistM = OrvikLdgRwyDeltaHdgDeg = -1.0F;
+    for (orvikInput *input : OrvikInputs) input->handle = nullptr;
+    MakeFresh(wasOrvikLookedUp, OrvikLookupTime, DRFf_ToRwyDistM, DRFf_ToRwyDeltaHdgDeg);
+    MakeFresh(DRFf_LdgRwyDistM, DRFf_LdgRwyDeltaHdgDeg, baro, view);
 }

@@ -32,3 +32,6 @@ void CalcPilot2FennicHdg();
 
 // "27L" as "2 7 Left", "09" as "0 9 "; empty for fewer than two characters.
 std::string RunwayName(const std::string &ident);
+
+// Everything as when the program starts.
+void ResetFlightComputations();

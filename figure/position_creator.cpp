@@ -205,3 +205,10 @@ void SetCurrentPositionName(const std::string &name) {
     EditorPanel.SetBoxText(box_PositionName, ReplaceString(name, ".txt", ""));
     EditorPanel.redraw = 1;
 }
+
+void ResetPositionCreator() {
+    EditorPanel.Delete();
+    ReInitPositionCreator();
+    for (int &button : b) button = 0;
+    box_PositionName = -1;
+}

@@ -43,3 +43,6 @@ std::string GetCurrentPositionName();
 
 // Puts the name, without its first ".txt", into the box, if there is one.
 void SetCurrentPositionName(const std::string &name);
+
+// Everything as when the program starts.
+void ResetPositionCreator();

@@ -10,6 +10,7 @@
 #include "util/clock.h"
 #include "util/files.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/paths.h"
 #include "util/text.h"
@@ -207,4 +208,10 @@ void SavePresetLeftToFile() {
 
 void SavePresetRghtToFile() {
     SavePose(PresetFolder() + globalGender + "r_new.txt");
+}
+
+void ResetPositions() {
+    MakeFresh(positionList, positionRestList, presetList, mapPos, ActualPosition);
+    AnimTime = 0.8;
+    TargetTimeSEC = -1.0;
 }

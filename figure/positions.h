@@ -47,3 +47,6 @@ void SavePosition(const std::string &name);
 // The same, as the new preset of a hand.
 void SavePresetLeftToFile();
 void SavePresetRghtToFile();
+
+// Everything as when the program starts.
+void ResetPositions();

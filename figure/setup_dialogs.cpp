@@ -9,6 +9,7 @@
 #include "XPWidgets.h"
 #include "figure/installation.h"
 #include "frame/settings.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/screen.h"
 
@@ -148,4 +149,8 @@ void CloseSetupDialogs() {
     Close();
     Destroy(window);
     Destroy(closed);
+}
+
+void ResetSetupDialogs() {
+    MakeFresh(current, window, closed, buttons[0], buttons[1]);
 }

@@ -13,3 +13,6 @@ void OpenUninstallPrompt();
 
 // Closes what is open and gives the windows back, before the plug-in stops.
 void CloseSetupDialogs();
+
+// Everything as when the program starts.
+void ResetSetupDialogs();

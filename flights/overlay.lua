@@ -132,7 +132,7 @@ end
 -- ---- Dragging ----
 
 -- The list follows the mouse while the button is held, also when its height changes; beyond an edge it waits
--- for the mouse to come back. By the way it passes 0, which outside a drag stands for the middle.
+-- for the mouse to come back. It does not come to 0, which outside a drag stands for the middle.
 local function drag(from, ...)
     sim.mouse_down(from[1], from[2])
     sim.frames(2)
@@ -144,7 +144,7 @@ local function drag(from, ...)
         end
         x, y = x + to[1] - from[1], y + to[2] - from[2]
         from = to
-        local atX, atY = math.max(1, math.min(x, 1920 - 10)), math.max(10, math.min(y, 1080 - 100))
+        local atX, atY = math.max(35, math.min(x, 1920 - 10)), math.max(10, math.min(y, 1080 - 100))
         check.list({overlay.place()}, {atX, atY}, "dragged to " .. to[1] .. ", " .. to[2])
     end
     sim.mouse_up(from[1], from[2])
@@ -165,8 +165,8 @@ drag({500, 415}, {500, 1079})
 check.list({overlay.place()}, {x - 400, 1080 - 100}, "the upper edge")
 overlay.check_window(2)
 drag({500, 1000}, {500 - x + 400, 1000})
-check.list({overlay.place()}, {1, 980}, "0 is no place")
-drag({50, 1000}, {-100, 1000})
+check.list({overlay.place()}, {35, 980}, "0 is no place")
+drag({60, 1000}, {-100, 1000})
 check.list({overlay.place()}, {35, 980}, "the left edge")
 overlay.check_window(2)
 

@@ -8,6 +8,7 @@
 #include "util/files.h"
 #include "util/find_dataref.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/paths.h"
 
 int acfType = 0;
@@ -81,4 +82,9 @@ void ReadAcfTypeAndDeveloperMode() {
     if (acfType == 737 || acfType == 739) CreateOrvikDatarefs();
     if (acfType == 739) CreateDrf_Int("kv/fnc/lu_mode", row->variant);
     CreateSystemsFromFile();
+}
+
+void ResetAircraft() {
+    MakeFresh(acfType, globalDeveloper, isVAdraw);
+    isLegalAcf = true;
 }

@@ -20,3 +20,6 @@ int ReadDRF_descr();
 // Second pass: developer mode, which a line "editor=1" in "data/developer.txt" switches on; and, when the
 // aircraft's model file is in its folder, the datarefs of its type and its systems.
 void ReadAcfTypeAndDeveloperMode();
+
+// Everything as when the program starts.
+void ResetAircraft();

@@ -3,6 +3,7 @@
 
 #include "XPLMUtilities.h"
 #include "util/clock.h"
+#include "util/make_fresh.h"
 #include "voice/action_queue.h"
 #include "voice/recognition.h"
 #include "voice/selection.h"
@@ -71,4 +72,9 @@ void CustCommExit() {
     XPLMUnregisterCommandHandler(CommandWidget, CommandWidgetHandler, 0, nullptr);
     XPLMUnregisterCommandHandler(CommandSelect, CommandWidgetHandler, 0, nullptr);
     XPLMUnregisterCommandHandler(CommandStop, CommandWidgetHandler, 0, nullptr);
+}
+
+void ResetCommands() {
+    MakeFresh(CommandRec, CommandStep, CommandWidget, CommandSelect, CommandStop);
+    ShowWidget = 1;
 }

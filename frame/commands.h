@@ -5,3 +5,6 @@ extern int ShowWidget; // the text overlay is shown
 
 void CustCommInit(); // creates the commands and registers their handlers
 void CustCommExit();
+
+// Everything as when the program starts.
+void ResetCommands();

@@ -8,6 +8,7 @@
 #include "XPLMPlugin.h"
 #include "util/find_dataref.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 
 DRFclass DRFs[DrfCapacity];
 int DRFcounter = 0;
@@ -193,4 +194,9 @@ std::string GetDRFs(XPLMDataRef handle) {
     const int count = XPLMGetDatab(handle, text.data(), 0, size);
     text.resize(static_cast<size_t>(std::clamp(count, 0, size)));
     return text.substr(0, text.find('\0'));
+}
+
+void ResetPublishedDatarefs() {
+    for (DRFclass &entry : DRFs) MakeFresh(entry);
+    DRFcounter = 0;
 }

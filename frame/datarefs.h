@@ -55,3 +55,6 @@ void SetElementi(XPLMDataRef handle, int index, int value);
 
 // The text of a byte dataref up to its first zero byte; empty for a null handle.
 std::string GetDRFs(XPLMDataRef handle);
+
+// Everything as when the program starts.
+void ResetPublishedDatarefs();

@@ -16,6 +16,7 @@
 #include "util/files.h"
 #include "util/find_dataref.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/paths.h"
 #include "voice/action_queue.h"
 #include "voice/executer.h"
@@ -131,4 +132,9 @@ void ReInitVariables() {
 void SavePathToFile() {
     const std::string folder = WhatPluginPath();
     WriteWholeFile(folder + "path.txt", folder + "\r\n");
+}
+
+void ResetMainLoop() {
+    MakeFresh(isFennicKillDrfWasReaded, DRFi_FennicKill, FlightTimeOld, isControlDrfWasFind, drfDone,
+              readDone);
 }

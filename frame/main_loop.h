@@ -18,3 +18,6 @@ void ReInitVariables();
 
 // Writes the plug-in's folder into "path.txt" there.
 void SavePathToFile();
+
+// Everything as when the program starts.
+void ResetMainLoop();

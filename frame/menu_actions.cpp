@@ -14,6 +14,7 @@
 #include "util/files.h"
 #include "util/find_dataref.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/paths.h"
 #include "util/platform.h"
@@ -173,4 +174,8 @@ void BindOptions(const OptionItems &items) {
     DRFi_RealMode = FindDataref("kv/fennic/realmode");
     options = items;
     RefreshCheckMarks();
+}
+
+void ResetMenuActions() {
+    MakeFresh(DRFi_Comments, DRFi_RealMode, options);
 }

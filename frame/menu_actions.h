@@ -18,3 +18,6 @@ struct OptionItems {
 
 // Looks the aircraft's datarefs up and sets the check marks, now and after every click on an option.
 void BindOptions(const OptionItems &items);
+
+// Everything as when the program starts.
+void ResetMenuActions();

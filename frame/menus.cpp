@@ -13,6 +13,7 @@
 #include "frame/settings.h"
 #include "systems/body_parser.h"
 #include "util/files.h"
+#include "util/make_fresh.h"
 #include "util/paths.h"
 #include "util/text.h"
 #include "voice/speech_link.h"
@@ -147,4 +148,8 @@ void BuildMenu2() {
 
 void DestroyMenu() {
     XPLMDestroyMenu(idFENNIC);
+}
+
+void ResetMenus() {
+    MakeFresh(idAircraft, idFENNIC, OptionsID, idUpdate, references);
 }

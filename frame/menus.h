@@ -9,3 +9,6 @@ void BuildMenu1();
 void BuildMenu2();
 
 void DestroyMenu();
+
+// Everything as when the program starts.
+void ResetMenus();

@@ -15,6 +15,7 @@
 #include "systems/editor_window.h"
 #include "util/clock.h"
 #include "util/find_dataref.h"
+#include "util/make_fresh.h"
 #include "util/screen.h"
 #include "util/text.h"
 #include "voice/executer.h"
@@ -169,4 +170,8 @@ void CloseOverlay() {
     DropSelectionRequests();
     vectorSelect.Clear();
     SelWindowDestroy();
+}
+
+void ResetOverlay() {
+    MakeFresh(listHeight, listWidth, widestLine, characterWidth, screenTop, DRFf_SinWave);
 }

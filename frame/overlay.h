@@ -9,3 +9,6 @@ int DrawScreen(XPLMDrawingPhase phase, int before, void *refcon);
 
 // Takes the overlay's window away; before the plug-in stops.
 void CloseOverlay();
+
+// Everything as when the program starts.
+void ResetOverlay();

@@ -12,6 +12,7 @@
 #include "frame/aircraft.h"
 #include "frame/commands.h"
 #include "frame/datarefs.h"
+#include "frame/fresh_start.h"
 #include "frame/main_loop.h"
 #include "frame/menus.h"
 #include "frame/overlay.h"
@@ -57,6 +58,8 @@ void RegisterCallbacksIfInstalled() {
 
 PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc) {
     UseNativePaths();
+    ResetEverything();
+    wasCallbacksRegistred = false;
     std::strcpy(outName, "Velmora Fennic plugin");
     std::strcpy(outSig, "velmora.fennic");
     std::strcpy(outDesc, "Velmora Fennic plugin");

@@ -7,6 +7,7 @@
 
 #include "util/files.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/paths.h"
 #include "util/text.h"
@@ -165,4 +166,14 @@ void SaveSettings() {
     write("installation=", int2string(InstallationState));
     content += "\r\n";
     WriteWholeFile(WhatPluginPath() + SettingsFile, content);
+}
+
+void ResetSettings() {
+    MakeFresh(globalGender, globalPosFolder, globalIBMVoiceW, globalIBMVoiceM, globalAPLVoiceW);
+    MakeFresh(globalAPLVoiceM, globalVoiceW, globalVoiceM, globalNameW, globalNameM, globalName);
+    MakeFresh(globalSizeW, globalSizeM, globalSir, globalUser, globalCheckDrfName);
+    globalVolume = 100;
+    globalRate = 50;
+    widgetOffsetY = DefaultOffsetY;
+    InstallationState = InstallationMissing;
 }

@@ -35,3 +35,6 @@ void ReadSettings();
 
 // Writes "data/settings_mac.txt" whole.
 void SaveSettings();
+
+// Everything as when the program starts.
+void ResetSettings();

@@ -9,6 +9,7 @@
 #include "gfx/palette.h"
 #include "util/files.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/paths.h"
 
@@ -178,4 +179,8 @@ int DrawRotatedFontIdASXYC(int id, double angle, std::string_view text, double x
 int LenFontIdS(int id, std::string_view text) {
     const font_class *font = FontOfId(id);
     return font == nullptr ? 0 : font->MeasureString(text);
+}
+
+void ResetFonts() {
+    MakeFresh(fonts, fontsMap, fnt_Main, fnt_Led);
 }

@@ -77,3 +77,6 @@ int DrawFontIdSXYRGBT(int id, std::string_view text, double x, double y, double 
 int DrawRotatedFontIdASXYC(int id, double angle, std::string_view text, double x, double y, int C);
 
 int LenFontIdS(int id, std::string_view text);
+
+// Everything as when the program starts.
+void ResetFonts();

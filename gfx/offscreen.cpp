@@ -7,6 +7,7 @@
 #include "gfx/opengl.h"
 #include "gfx/textures.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 
 FBO_class FBOcontrol;
 
@@ -146,4 +147,8 @@ void FBOinit() {
 
 void FBOkill() {
     FBOcontrol.DeleteFBO();
+}
+
+void ResetOffscreen() {
+    MakeFresh(FBOcontrol, saved, isBound);
 }

@@ -23,3 +23,6 @@ const int fboSizePX = 700;
 extern FBO_class FBOcontrol; // the frame's buffer, on the texture "fbo"
 void FBOinit();
 void FBOkill();
+
+// Everything as when the program starts.
+void ResetOffscreen();

@@ -15,6 +15,7 @@
 #include "gfx/palette.h"
 #include "util/files.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/paths.h"
 
 std::vector<textures_class> textures;
@@ -269,4 +270,8 @@ void DrawRotTextureIdXYACT(int id, double x, double y, double angle, int C, doub
 
 void DrawRotTextureIdXYASCT(int id, double x, double y, double angle, double size, int C, double t) {
     DrawRotated(id, x, y, size, size, angle, PaletteColour(C), t);
+}
+
+void ResetTextures() {
+    MakeFresh(textures, texturesMap, png_btn_body, png_btn_hand_l, png_btn_hand_r, png_btn_8px, tex_fbo);
 }

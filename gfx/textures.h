@@ -70,3 +70,6 @@ void DrawTextureBufferIdXYWHCT(int id, double x, double y, double w, double h, i
 void DrawRotTextureIdXYA(int id, double x, double y, double angle);
 void DrawRotTextureIdXYACT(int id, double x, double y, double angle, int C, double t);
 void DrawRotTextureIdXYASCT(int id, double x, double y, double angle, double size, int C, double t);
+
+// Everything as when the program starts.
+void ResetTextures();

@@ -14,12 +14,15 @@
 #include "systems/operators.h"
 #include "util/find_dataref.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/text.h"
 
 std::vector<commandsMenuStruct> commandsMenuVector;
 
 namespace {
+
+std::unordered_set<std::string> offered; // phrases of the last entry of the menu
 
 const int SearchOrder[] = {0, 4, 5, 1, 2, 3}; // longer texts first
 
@@ -69,7 +72,6 @@ std::string_view WithoutBrackets(std::string_view text, std::string &buffer) {
 // are offered, which start it.
 void OfferToMenu(const system_class &system, const device_struct &device, int out,
                  const std::string &phrase) {
-    static std::unordered_set<std::string> offered; // of the last entry
     const bool isSameEntry = !commandsMenuVector.empty() && commandsMenuVector.back().title == device.name;
     if (isSameEntry && system.name == "CHECKLIST" && out != 0) return;
     if (!isSameEntry) {
@@ -224,4 +226,8 @@ void LogicAndCalcForOutputParce() {
         for (size_t dev = 0; dev < systems_vector[sys].devices.size(); dev++)
             for (size_t out = 0; out < systems_vector[sys].devices[dev].outs.size(); out++)
                 BodyParser(static_cast<int>(sys), static_cast<int>(dev), static_cast<int>(out)).Parse();
+}
+
+void ResetBodyParser() {
+    MakeFresh(commandsMenuVector, offered);
 }

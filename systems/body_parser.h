@@ -21,3 +21,6 @@ void LogicAndCalcForOutputParce();
 // Whether what an action names is missing: a position of the figure, a command or a dataref. What comes into
 // existence later is found when it is used.
 bool isMissing(const structExecute &action);
+
+// Everything as when the program starts.
+void ResetBodyParser();

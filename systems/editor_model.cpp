@@ -7,6 +7,7 @@
 #include "systems/editor_undo.h"
 #include "systems/links.h"
 #include "util/files.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/text.h"
 
@@ -401,4 +402,8 @@ int CloneDevice(int sys, int dev) {
     EditStep step("CLONE DEVICE");
     CopyDevice(sys, dev);
     return PasteDevice(sys, dev);
+}
+
+void ForgetCopies() {
+    MakeFresh(OutParameterCopy, DeviceCopy, copiedDeviceName);
 }

@@ -46,3 +46,6 @@ int MoveDevice(int sys, int after);
 
 // Copies a device and pastes it behind itself.
 int CloneDevice(int sys, int dev);
+
+// Nothing is copied any more.
+void ForgetCopies();

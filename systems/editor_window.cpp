@@ -9,12 +9,16 @@
 #include "XPLMProcessing.h"
 #include "frame/main_loop.h"
 #include "gfx/fonts.h"
+#include "systems/editor_blocks.h"
 #include "systems/editor_clicks.h"
 #include "systems/editor_edit_box.h"
+#include "systems/editor_model.h"
 #include "systems/editor_panels.h"
 #include "systems/editor_state.h"
 #include "systems/editor_undo.h"
+#include "systems/editor_usage.h"
 #include "systems/links.h"
+#include "util/make_fresh.h"
 #include "util/screen.h"
 
 XPLMWindowID SysWindow = nullptr;
@@ -269,4 +273,12 @@ void MouseDrag(int, int y) {
 // Zones act on the press, so that dragging can begin there.
 void MouseUp(int, int) {
     pressedRow = 0;
+}
+
+void ResetEditor() {
+    MakeFresh(SysWindow, cover, isCovering, sW, sH, pressed, pressedY, pressedRow, ExecCopy, usageVector);
+    pressedTime = -10.0;
+    ForgetCopies();
+    modelChangeCount++; // what was kept of the model before is not that of this one
+    ResetEditorState();
 }

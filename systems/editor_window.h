@@ -24,3 +24,6 @@ int SysMouseClickCallback(XPLMWindowID window, int x, int y, XPLMMouseStatus mou
 void MouseDown(int x, int y);
 void MouseDrag(int x, int y);
 void MouseUp(int x, int y);
+
+// Everything as when the program starts.
+void ResetEditor();

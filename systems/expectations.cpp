@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/refilled_list.h"
 #include "voice/recognition.h"
 
@@ -22,7 +23,8 @@ struct ExpectedInput {
 // The answers of this frame, each once, and a table of hashes over them: slots of index + 1, 0 for an empty
 // one, at least half of them empty.
 RefilledList<std::string> expectedAnswers;
-std::vector<uint32_t> answerSlots(64);
+const size_t FewestSlots = 64;
+std::vector<uint32_t> answerSlots(FewestSlots);
 
 size_t FirstSlot(const std::string &text) {
     return std::hash<std::string>()(text) & (answerSlots.size() - 1);
@@ -111,4 +113,9 @@ void ExpectInput(const std::string &device, const std::string &text) {
 void PublishExpectations() {
     PublishAnswers();
     PublishInputs();
+}
+
+void ResetExpectations() {
+    MakeFresh(expectedAnswers, expectedInputs, isAnyAnswerExpected, wasAnyAnswerExpected);
+    answerSlots.assign(FewestSlots, 0);
 }

@@ -18,3 +18,6 @@ void ExpectInput(const std::string &device, const std::string &text);
 
 // Brings answers and inputs up to date. A change of the answers is logged: "Expected answers: a, b".
 void PublishExpectations();
+
+// Everything as when the program starts.
+void ResetExpectations();

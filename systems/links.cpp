@@ -3,6 +3,7 @@
 
 #include "systems/program.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/text.h"
 
 sysLink_struct OutParameterSysLinkCopy;
@@ -181,4 +182,8 @@ void DeviceTemplatePreparation(const std::string &newDeviceName) {
         ResolveAgain(link, names[0] + "." + newDeviceName + "." + names[2]);
     };
     for (out_parameter_struct &parameter : DeviceCopy.outs) ForEachLinkOf(parameter, turn);
+}
+
+void ResetLinks() {
+    MakeFresh(OutParameterSysLinkCopy, OutParameterSysLinkPlace, DeviceCopy);
 }

@@ -86,3 +86,6 @@ void SysLinkPlace();
 // the device's own inputs and are turned to the new device.
 extern device_struct DeviceCopy;
 void DeviceTemplatePreparation(const std::string &newDeviceName);
+
+// Everything as when the program starts.
+void ResetLinks();

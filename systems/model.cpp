@@ -4,6 +4,7 @@
 #include "systems/editor_window.h"
 #include "systems/program.h"
 #include "systems/saved_values.h"
+#include "util/make_fresh.h"
 
 std::vector<system_class> systems_vector;
 NameIndex mapSystemName;
@@ -23,4 +24,10 @@ void DeleteSystems() {
     systems_vector.clear();
     mapSystemName.clear();
     SysWindowDestroy();
+}
+
+void ResetModel() {
+    ModelChanges();
+    MakeFresh(systems_vector, mapSystemName);
+    isSeparateSysSaving = -1;
 }

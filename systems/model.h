@@ -192,3 +192,6 @@ extern int isSeparateSysSaving;
 
 // Saves the values flagged for it, takes the model's datarefs back and empties the model.
 void DeleteSystems();
+
+// Everything as when the program starts.
+void ResetModel();

@@ -11,6 +11,7 @@
 #include "util/file_set.h"
 #include "util/files.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/paths.h"
 #include "util/text.h"
@@ -152,4 +153,8 @@ bool SaveSysToTxtFile() {
     if (WriteFileSet(files, failed)) return true;
     saveFailure = "cannot write " + failed.substr(folder.size());
     return false;
+}
+
+void ResetWriter() {
+    MakeFresh(saveFailure);
 }

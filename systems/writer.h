@@ -10,3 +10,6 @@ bool SaveSysToTxtFile();
 
 // Why the last call saved nothing; empty when it saved.
 extern std::string saveFailure;
+
+// Everything as when the program starts.
+void ResetWriter();

@@ -4,3 +4,6 @@
 
 extern double FlightTimeSEC; // total flight time of the simulator, seconds
 extern double FrpSEC;        // length of the last frame, seconds; 0 while the simulator is paused
+
+// Everything as when the program starts.
+void ResetClock();

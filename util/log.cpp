@@ -8,6 +8,7 @@
 #include "XPLMProcessing.h"
 #include "XPLMUtilities.h"
 #include "util/clock.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 
 namespace {
@@ -101,5 +102,8 @@ void ReportLeftOutLines() {
 
 void EndLog() {
     EndSecond();
-    state = {};
+}
+
+void ResetLog() {
+    MakeFresh(state);
 }

@@ -32,5 +32,8 @@ std::string NoNumber(std::string_view field, std::string_view value);
 // Once a frame: tells what was left out in a second that is over.
 void ReportLeftOutLines();
 
-// When the plug-in stops: tells what was left out, and counts anew.
+// When the plug-in stops: tells what was left out.
 void EndLog();
+
+// Counts anew.
+void ResetLog();

@@ -19,6 +19,7 @@
 #include "util/clock.h"
 #include "util/find_dataref.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/text.h"
 #include "voice/action_queue.h"
@@ -51,6 +52,9 @@ const int ActionTypes = sizeof dotypeName / sizeof dotypeName[0];
 
 std::vector<XPLMCommandRef> begunCommands; // and not ended, in this order
 float abortRepeatsUntil = 0.0F;            // FlightTimeSEC before which an abort repeats the last one
+
+std::set<std::string> reportedIndices; // texts whose index cannot be written
+bool wasOverflowLogged = false;
 
 XPLMDataRef DRFi_isAnnounceNeed; // "kv/fennic/comments", the aircraft's; looked up while missing
 
@@ -140,8 +144,7 @@ void Perform(const doStruct &action) {
 
 // Says once per text that its index cannot be written.
 void ReportIndexOnce(const std::string &text) {
-    static std::set<std::string> reported;
-    if (reported.insert(text).second)
+    if (reportedIndices.insert(text).second)
         string2debugString("Error in script - array index outside 0 to 15: ", text, 1);
 }
 
@@ -175,7 +178,6 @@ std::string SpokenLinkValue(std::string linkText) {
 } // namespace
 
 void QueueAction(int type, const std::string &text) {
-    static bool wasOverflowLogged = false;
     if (executeFlow.size() < QueueCapacity) {
         executeFlow.push_back({type, text});
         return;
@@ -318,4 +320,10 @@ std::string VarToString(std::string text) {
         done = close + 1;
     }
     return spoken.append(text, done);
+}
+
+void ResetExecuter() {
+    MakeFresh(fennicsay, executeFlow, executeFlowActual, waitUntil, isNeedStep, lockStep, answerstimer);
+    MakeFresh(begunCommands, abortRepeatsUntil, reportedIndices, wasOverflowLogged, DRFi_isAnnounceNeed);
+    isPrevExecuteCompleted = 1;
 }

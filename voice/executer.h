@@ -44,3 +44,6 @@ void ExecuteCommand(const std::string &name, const std::string &mode);
 // "[LDRW]", and links to parameters, "<SYS.DEV.OUT>" as a number or "<&SYS.DEV.OUT>" spelled digit by digit.
 // A text about a runway that is not known becomes empty; a link that does not resolve becomes "UNKNOWN".
 std::string VarToString(std::string text);
+
+// Everything as when the program starts.
+void ResetExecuter();

@@ -6,6 +6,7 @@
 
 #include "util/files.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/paths.h"
 #include "util/text.h"
 #include "voice/speech_link.h"
@@ -77,4 +78,8 @@ void ReadCommandsFolder() {
         contextDictionary.push_back(std::move(phrase));
     }
     if (WriteContext()) SendMSG("contextpath>" + WhatPluginPath());
+}
+
+void ResetPhrases() {
+    MakeFresh(contextDictionary, contextString, contextIndex);
 }

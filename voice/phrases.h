@@ -33,3 +33,6 @@ float ComparePhrase(const strokaStruct &a, const strokaStruct &b);
 // Adds the default vocabulary, writes the context file and tells the server where it lies. Called once,
 // when the systems files have been loaded. When the file cannot be written the server is not told.
 void ReadCommandsFolder();
+
+// Everything as when the program starts.
+void ResetPhrases();

@@ -3,6 +3,7 @@
 
 #include "util/clock.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "voice/action_queue.h"
 #include "voice/executer.h"
 #include "voice/phrases.h"
@@ -60,4 +61,9 @@ void NewRecognition_Handler() {
         isRecognizeSome = false;
     }
     LastRecognitionOld = LastRecognition;
+}
+
+void ResetRecognition() {
+    MakeFresh(LastRecognition, LastRecognitionOld, isNewRecognitionMayCome, isAnyInputGood, isRecognizeSome);
+    MakeFresh(isOnExecuteUntilNextCommand, onChecklistOrProcedure, answers, inputs, unusedSec, isCounting);
 }

@@ -31,3 +31,6 @@ void ForgetUnusedRecognition();
 // Takes LastRecognition: "abort", however it is written, empties the action queue; anything else stays for
 // the systems cycle.
 void NewRecognition_Handler();
+
+// Everything as when the program starts.
+void ResetRecognition();

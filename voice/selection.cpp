@@ -8,6 +8,7 @@
 #include "util/clock.h"
 #include "util/find_dataref.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "voice/action_queue.h"
 #include "voice/recognition.h"
@@ -109,4 +110,10 @@ void CarryOutSelection() {
     }
     if (selectCommandDoConfirm == 1 && selectCommandAnswerIndex >= 0)
         ConfirmAnswer(answers[static_cast<size_t>(selectCommandAnswerIndex)]);
+}
+
+void ResetSelection() {
+    MakeFresh(selectCommandStartTime, selectCommandHoldLong, selectCommandDoSelect, selectCommandDoConfirm);
+    MakeFresh(SndTimerOn, SndTimerSec, DRFi_FennicSnd);
+    selectCommandAnswerIndex = -1;
 }

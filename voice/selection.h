@@ -27,3 +27,6 @@ void DropSelectionRequests();
 
 // Looks the aircraft's click dataref up; once, at the first frame.
 void FindClickDataref();
+
+// Everything as when the program starts.
+void ResetSelection();

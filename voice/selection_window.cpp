@@ -7,6 +7,7 @@
 #include "XPLMDisplay.h"
 #include "frame/settings.h"
 #include "util/clock.h"
+#include "util/make_fresh.h"
 #include "util/screen.h"
 #include "voice/executer.h"
 #include "voice/recognition.h"
@@ -35,7 +36,6 @@ struct PressPlace {
 XPLMWindowID selectionWindow;
 bool isPressed = false; // the button, on the window: it stays the same window until then
 PressPlace press;
-int draggedX = 0;                      // where the mouse wants the list
 int screenWidth = 0, screenHeight = 0; // when the window was made or drawn last
 
 const structSelect *LineAt(int y) {
@@ -90,13 +90,13 @@ void SelWindowDraw(XPLMWindowID, void *) {
 
 void SelWindowKey(XPLMWindowID, char, XPLMKeyFlags, char, void *, int) {}
 
-// The list follows the mouse from where both were at the press, as far as the screen goes, but never to 0,
-// which stands for the middle.
+// The list follows the mouse from where both were at the press, as far as the screen goes. So it never comes
+// to 0, which stands for the middle.
 void Drag(int x, int y) {
     if (!isPressed) return;
     ReadScreen();
-    draggedX = press.listX + x - press.mouseX;
-    widgetOffsetX = std::clamp(draggedX, 1, std::max(screenWidth - FarthestRight, 1));
+    widgetOffsetX = std::clamp(press.listX + x - press.mouseX, FarthestLeft,
+                               std::max(screenWidth - FarthestRight, FarthestLeft));
     widgetOffsetY =
         std::clamp(press.listY + y - press.mouseY, Lowest, std::max(screenHeight - Highest, Lowest));
     MoveWindow();
@@ -105,13 +105,10 @@ void Drag(int x, int y) {
 void Press(int x, int y) {
     isPressed = true;
     press = {x, y, widgetOffsetX, widgetOffsetY};
-    draggedX = widgetOffsetX;
     MouseDown(y);
 }
 
-// Let go beyond the left edge, it comes to where its headings can be read.
 void Release() {
-    if (draggedX < 0) widgetOffsetX = FarthestLeft;
     isPressed = false;
     SelWindowCreate(selH);
 }
@@ -180,4 +177,10 @@ void KeepListOnScreen() {
 
 bool isSelWindowOpen() {
     return selectionWindow != nullptr;
+}
+
+void ResetSelectionWindow() {
+    MakeFresh(vectorSelect, LastCalledChklProcName, unfoldedTitle, secUnfoldTFT, widgetOffsetX, selH);
+    MakeFresh(selectionWindow, isPressed, press, screenWidth, screenHeight);
+    selW = 200;
 }

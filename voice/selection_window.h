@@ -32,3 +32,6 @@ bool isSelWindowOpen();
 // Once a drawing frame: brings the list's place back onto the screen, and to the middle while none was
 // chosen. A drag keeps itself on the screen.
 void KeepListOnScreen();
+
+// Everything as when the program starts.
+void ResetSelectionWindow();

@@ -12,6 +12,7 @@
 #include "util/clock.h"
 #include "util/files.h"
 #include "util/find_dataref.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/paths.h"
 #include "util/text.h"
@@ -143,4 +144,8 @@ void ReInitSpeechLink() {
     LastRecognition.clear();
     LastRecognitionOld.clear();
     isOnExecuteUntilNextCommand = 0;
+}
+
+void ResetSpeechLink() {
+    MakeFresh(voiceList, setvoiceDone, needCmdRecStart, needCmdRecStop, onAir, DRFs_ToSpeech, DRFs_FrSpeech);
 }

@@ -34,3 +34,6 @@ void ReadServerMessage(bool wasStoppedNow);
 
 // Forgets requests and what was heard: flight time went back.
 void ReInitSpeechLink();
+
+// Everything as when the program starts.
+void ResetSpeechLink();

@@ -11,6 +11,7 @@
 #include "tests/log_lines.h"
 #include "tests/plugin_folder.h"
 #include "util/files.h"
+#include "util/log.h"
 
 namespace {
 
@@ -73,6 +74,7 @@ protected:
                      + " of call " + std::to_string(call));
         Restore(before);
         simhost::TakeLogLines();
+        ResetLog();
         InterruptCalls(how, call);
         step();
         InterruptCalls(Interruption::None, 0);

@@ -11,6 +11,7 @@
 #include "tests/systems/model_folder.h"
 #include "tests/systems/random_model.h"
 #include "tests/systems/reference_cycle.h"
+#include "util/log.h"
 #include "util/numbers.h"
 
 namespace {
@@ -100,6 +101,7 @@ protected:
 
     static void Prepare(const FlightStep &step) {
         FlightTimeSEC += step.seconds;
+        ResetLog(); // every line is compared
         if (!step.heard.empty()) {
             LastRecognition = step.heard;
             isNewRecognitionMayCome = true;

@@ -80,6 +80,11 @@ TEST_F(ExecuterTest, StepModeStartsOneActionAStep) {
     EXPECT_EQ(Run(5), Said{"0.0 say>B"});
 }
 
+TEST_F(ExecuterTest, ASentenceTakesTheTimeOfItsCharacters) {
+    ExecuteWaitSay("Двигатели запущены, сэр!");
+    EXPECT_NEAR(waitUntil, 1000 + 24 * 0.1 + 1.0, 0.01);
+}
+
 TEST_F(ExecuterTest, NothingGrowsWithoutBound) {
     simhost::TakeLogLines();
     for (int i = 0; i < 30000; i++) QueueAction(ActionPause, "1");

@@ -1,0 +1,76 @@
+// A line for each module that has globals. What the simulator was given is not touched: the stop before has
+// taken it back.
+#include "frame/fresh_start.h"
+
+#include "figure/animation.h"
+#include "figure/channels.h"
+#include "figure/flight_computations.h"
+#include "figure/position_creator.h"
+#include "figure/positions.h"
+#include "figure/setup_dialogs.h"
+#include "frame/aircraft.h"
+#include "frame/commands.h"
+#include "frame/datarefs.h"
+#include "frame/main_loop.h"
+#include "frame/menu_actions.h"
+#include "frame/menus.h"
+#include "frame/overlay.h"
+#include "frame/settings.h"
+#include "gfx/fonts.h"
+#include "gfx/offscreen.h"
+#include "gfx/textures.h"
+#include "systems/body_parser.h"
+#include "systems/editor_window.h"
+#include "systems/expectations.h"
+#include "systems/links.h"
+#include "systems/model.h"
+#include "systems/saved_values.h"
+#include "systems/writer.h"
+#include "util/clock.h"
+#include "util/log.h"
+#include "voice/executer.h"
+#include "voice/phrases.h"
+#include "voice/recognition.h"
+#include "voice/selection.h"
+#include "voice/selection_window.h"
+#include "voice/speech_link.h"
+
+void ResetEverything() {
+    ResetLog();
+    ResetClock();
+
+    ResetFonts();
+    ResetTextures();
+    ResetOffscreen();
+
+    ResetAnimation();
+    ResetChannels();
+    ResetFlightComputations();
+    ResetPositions();
+    ResetPositionCreator();
+    ResetSetupDialogs();
+
+    ResetExecuter();
+    ResetPhrases();
+    ResetRecognition();
+    ResetSelection();
+    ResetSelectionWindow();
+    ResetSpeechLink();
+
+    ResetBodyParser();
+    ResetExpectations();
+    ResetLinks();
+    ResetModel();
+    ForgetSavedValues();
+    ResetWriter();
+    ResetEditor();
+
+    ResetAircraft();
+    ResetCommands();
+    ResetPublishedDatarefs();
+    ResetMainLoop();
+    ResetMenuActions();
+    ResetMenus();
+    ResetOverlay();
+    ResetSettings();
+}
