@@ -161,6 +161,7 @@ int DrawScreen(XPLMDrawingPhase, int, void *) {
         CloseOverlay();
         return 1;
     }
+    if (isEditorOverScreen()) DropSelectionRequests(); // nobody sees what they would do
     KeepListOnScreen();
     DrawList();
     return 1;
