@@ -54,7 +54,8 @@ void MoveAxis(structAnim &channel, int axis, double value) {
 }
 
 // A blocked head is not held within its limits. Cut to whole degrees its offsets lean to the negative side
-// (of the z axis -1 and 0 alone are left), so in a long checklist it drifts until the next position.
+// (of the z axis -1 and 0 alone are left), so in a long checklist its channel drifts until the next position;
+// what is seen ends at the neck's limits, which are the object's.
 void ChooseHeadTarget(structAnim &head, int axis, double shown) {
     const HeadRange &range = HeadRanges[axis];
     double offset = Random(range.count) + range.lowest;

@@ -46,6 +46,13 @@ std::string Dataref(int channel, int axis) {
            + static_cast<char>('x' + axis);
 }
 
+// Where each run of triangles is, with one dataref at a value.
+std::vector<Matrix> Places(const ObjectFile &object, const std::string &dataref, double value) {
+    std::vector<Matrix> places;
+    for (const PosedTriangles &run : Posed(object, {{dataref, value}})) places.push_back(run.place);
+    return places;
+}
+
 double Distance(const std::array<float, 3> &a, const std::array<float, 3> &b) {
     return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
 }
@@ -143,6 +150,8 @@ TEST(FigureObject, ShowsFaceGlassesAndTablet) {
     for (int face = 0; face < 4; face++)
         for (const PosedTriangles &run : Posed(figure, {{"kv/fo/_face", face}})) runs[face].insert(run.first);
     for (int face = 1; face < 4; face++) EXPECT_EQ(runs[face].size(), runs[0].size());
+    for (int face : {-1, 4, 5000})
+        EXPECT_EQ(Count(figure, {{"kv/fo/_face", face}}), Count(figure, {})) << face;
     const auto common = [&](int a, int b) {
         return std::count_if(runs[a].begin(), runs[a].end(), [&](int run) { return runs[b].contains(run); });
     };
@@ -153,6 +162,27 @@ TEST(FigureObject, ShowsFaceGlassesAndTablet) {
     EXPECT_EQ(common(1, 3), all - 1);
     EXPECT_EQ(common(0, 3), all - 1) << "the lids differ";
     EXPECT_EQ(common(1, 2), all - 1);
+}
+
+TEST(FigureObject, StaysWithinTheLimitsOfItsJointsWhateverAChannelSays) {
+    const ObjectFile figure = Read("kvfennic.obj");
+    for (int channel = 0; channel < maker::WholeFigure; channel++)
+        for (int axis = 0; axis < 3; axis++) {
+            const maker::Joint &joint = maker::Joints()[static_cast<size_t>(channel)];
+            const std::string dataref = Dataref(channel, axis);
+            for (double value : {joint.low[axis] - 2, -500.0})
+                EXPECT_EQ(Places(figure, dataref, value), Places(figure, dataref, joint.low[axis]))
+                    << dataref;
+            for (double value : {joint.high[axis] + 2, 500.0})
+                EXPECT_EQ(Places(figure, dataref, value), Places(figure, dataref, joint.high[axis]))
+                    << dataref;
+        }
+    for (const auto &[dataref, limit] :
+         {std::pair("kv/fo/_eyes_x", maker::EyesUp), std::pair("kv/fo/_eyes_y", maker::EyesAside)}) {
+        EXPECT_EQ(Places(figure, dataref, 115), Places(figure, dataref, limit));
+        EXPECT_EQ(Places(figure, dataref, -500), Places(figure, dataref, -limit));
+        EXPECT_EQ(Places(figure, dataref, 500), Places(figure, dataref, 0)) << "once round is straight ahead";
+    }
 }
 
 TEST(FigureObject, AgreesWithTheRigThatPosesAreMadeOn) {

@@ -81,23 +81,45 @@ void AddMove(Writer &writer, Vec by) {
     writer.commands += Line("ANIM_trans %.4f %.4f %.4f %.4f %.4f %.4f 0 0 none\n", x, y, z, x, y, z);
 }
 
-void AddTurn(Writer &writer, Vec axis, const std::string &dataref) {
-    writer.commands += Line("ANIM_rotate_begin %.5f %.5f %.5f ", Tidy(axis.x), Tidy(axis.y), Tidy(axis.z))
-                       + dataref + "\nANIM_rotate_key -180 -180\nANIM_rotate_key 180 180\nANIM_rotate_end\n";
+struct TurnKey {
+    double value, degrees;
+};
+
+void AddTurn(Writer &writer, Vec axis, const std::string &dataref, const std::vector<TurnKey> &keys) {
+    writer.commands +=
+        Line("ANIM_rotate_begin %.5f %.5f %.5f ", Tidy(axis.x), Tidy(axis.y), Tidy(axis.z)) + dataref + "\n";
+    for (const TurnKey &key : keys)
+        writer.commands += Line("ANIM_rotate_key %g %g\n", key.value, key.degrees);
+    writer.commands += "ANIM_rotate_end\n";
 }
 
-const char *const Everything = "-1000 1000";
+// Degrees as they are between the limits. Beyond the outer keys a simulator goes on along the last segment,
+// which is level here.
+std::vector<TurnKey> Limited(double low, double high) {
+    return {{low - 1, low}, {low, low}, {high, high}, {high + 1, high}};
+}
 
-// The values of "kv/fo/_face": 0 eyes open, 1 lips open, 2 both open, 3 both closed.
+// The plug-in publishes 360 until the eyes begin to wander, so a whole turn is none.
+std::vector<TurnKey> EyeKeys(double limit) {
+    return {{-limit - 1, -limit}, {-limit, -limit}, {limit, limit}, {359, limit}, {360, 0}, {361, 0}};
+}
+
+const char *const Everything = "-1000000 1000000";
+
+// The values of "kv/fo/_face": 0 eyes open, 1 lips open, 2 both open, 3 both closed. Any other is like 0:
+// lids and lips are shown always.
 struct ShownWhile {
     Shown shown;
     const char *dataref;
     std::vector<const char *> ranges; // shown within, else hidden
 };
 const ShownWhile ShownWhiles[] = {
-    {Shown::EyesOpen, "kv/fo/_face", {"-1 0", "2 2"}}, {Shown::EyesClosed, "kv/fo/_face", {"1 1", "3 3"}},
-    {Shown::LipsOpen, "kv/fo/_face", {"1 2"}},         {Shown::LipsClosed, "kv/fo/_face", {"-1 0", "3 3"}},
-    {Shown::WithGlasses, "kv/fo/_glass", {"1 1"}},     {Shown::WithTablet, "kv/fo/_planshet", {"1 1"}},
+    {Shown::EyesOpen, "kv/fo/_face", {"-1000000 0.5", "1.5 2.5", "3.5 1000000"}},
+    {Shown::EyesClosed, "kv/fo/_face", {"0.5 1.5", "2.5 3.5"}},
+    {Shown::LipsOpen, "kv/fo/_face", {"0.5 2.5"}},
+    {Shown::LipsClosed, "kv/fo/_face", {"-1000000 0.5", "2.5 1000000"}},
+    {Shown::WithGlasses, "kv/fo/_glass", {"1 1"}},
+    {Shown::WithTablet, "kv/fo/_planshet", {"1 1"}},
 };
 
 void AddShow(Writer &writer, const char *dataref, const std::vector<const char *> &ranges) {
@@ -109,8 +131,8 @@ void AddShow(Writer &writer, const char *dataref, const std::vector<const char *
 void AddEye(Writer &writer, int joint, Vec centre) {
     writer.commands += "ANIM_begin\n";
     AddMove(writer, centre);
-    AddTurn(writer, {0, 1, 0}, "kv/fo/_eyes_y");
-    AddTurn(writer, {1, 0, 0}, "kv/fo/_eyes_x");
+    AddTurn(writer, {0, 1, 0}, "kv/fo/_eyes_y", EyeKeys(EyesAside));
+    AddTurn(writer, {1, 0, 0}, "kv/fo/_eyes_x", EyeKeys(EyesUp));
     AddMove(writer, centre * -1);
     AddTriangles(writer, [&](const Surface &s) {
         return s.joint == joint && s.turnsWithEyes && Length(s.eyeCentre - centre) < 1e-6;
@@ -131,8 +153,10 @@ void AddJoint(Writer &writer, int index) {
                                + "\nANIM_trans_end\n";
     } else {
         AddMove(writer, joint.pivot);
-        for (const char *letter = joint.order; *letter; letter++)
-            AddTurn(writer, joint.axes[*letter - 'x'], dataref + *letter);
+        for (const char *letter = joint.order; *letter; letter++) {
+            const int axis = *letter - 'x';
+            AddTurn(writer, joint.axes[axis], dataref + *letter, Limited(joint.low[axis], joint.high[axis]));
+        }
         AddMove(writer, joint.pivot * -1);
     }
     AddTriangles(writer, [&](const Surface &s) {

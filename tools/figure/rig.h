@@ -1,5 +1,7 @@
 // The figure's joints: where they are while she sits with her hands on her thighs, about which axes they
-// turn, and how far. The object and the poses are made from this one table, so that their lengths agree.
+// turn, and how far. The object and the poses are made from this one table, so that their lengths agree. A
+// pose stays within the limits; the object, which must take any value, stays at a limit beyond it. It moves
+// the whole figure as far as it is told.
 //
 // The origin is the top centre of the seat's cushion; she looks forward, along -z. Every value is 0 in the
 // rest position. Angles are degrees, right-handed about the axis; the last channel is the whole figure's
@@ -37,11 +39,14 @@ struct Joint {
     Vec pivot;              // at rest
     Vec axes[3];            // of the channel's x, y and z at rest, unit length
     const char *order;      // which turn comes first, counted from the parent: "yxz"
-    double low[3], high[3]; // what a position may ask for; metres for the whole figure
+    double low[3], high[3]; // how far it goes; metres for the whole figure
     Vec end;                // of the bone that begins at the pivot, at rest
 };
 
 const std::array<Joint, JointCount> &Joints();
+
+// How far the eyes turn up and down, and to each side, degrees: as long as the iris is between the lids.
+const double EyesUp = 15, EyesAside = 30;
 
 // One value per channel and axis.
 using Pose = std::array<std::array<double, 3>, JointCount>;
