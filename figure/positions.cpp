@@ -3,8 +3,6 @@
 // ended are left standing, so a load that finds none running puts them to 0 first.
 #include "figure/positions.h"
 
-#include <algorithm>
-
 #include "figure/channels.h"
 #include "frame/settings.h"
 #include "util/clock.h"
@@ -127,7 +125,7 @@ void LoadPosition(const std::string &name, Move move) {
 }
 
 bool isListedPosition(const std::string &name) {
-    return std::find(positionList.begin(), positionList.end(), name) != positionList.end();
+    return mapPos.contains(name);
 }
 
 // Writes what the datarefs show, not what the table remembers: the position creator moves them too.

@@ -210,8 +210,7 @@ void BodyParser::ParseComparison() {
 
 bool isMissing(const structExecute &action) {
     switch (action.type) {
-    case ScriptPosition:
-        return std::find(positionList.begin(), positionList.end(), action.text) == positionList.end();
+    case ScriptPosition: return !mapPos.contains(action.text);
     case ScriptCommandOnce:
     case ScriptCommandBegin:
     case ScriptCommandEnd:
