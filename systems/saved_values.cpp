@@ -32,8 +32,7 @@ struct Beginning {
     size_t line;
 };
 
-const size_t LongestInOrder =
-    200; // bytes of a line; longer ones, which no plug-in writes, are searched one by one
+const size_t LongestInOrder = 200; // bytes of a line; longer ones, if there are any, are searched one by one
 
 std::vector<SavedLine> savedLines;
 std::vector<size_t> longLines;
