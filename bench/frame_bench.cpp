@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 
 #include "XPLMDefs.h"
@@ -35,7 +36,8 @@ public:
     Cessna() {
         const std::string folder = simhost::FindAircraft("Cessna_172SP", simhost::ProgramFolder());
         std::string error = "no staged Cessna_172SP beside this program";
-        if (folder.empty() || !simhost::MakeScratchAircraft(folder, scratch, error)) {
+        if (!folder.empty()) scratch.root = simhost::MakeScratchRoot(error);
+        if (scratch.root.empty() || !simhost::MakeScratchAircraft(folder, scratch, error)) {
             std::cerr << error << "\n";
             std::exit(1);
         }
@@ -45,7 +47,10 @@ public:
         simhost::SetText("sim/aircraft/view/acf_descrip", file.description);
         library = simhost::FindPluginLibraries(scratch.aircraft).at(0);
     }
-    ~Cessna() { simhost::RemoveScratchAircraft(scratch); }
+    ~Cessna() {
+        std::error_code failed;
+        std::filesystem::remove_all(scratch.root, failed);
+    }
     Cessna(const Cessna &) = delete;
     Cessna &operator=(const Cessna &) = delete;
 

@@ -145,7 +145,7 @@ void CheckFigureFiles(const std::string &pluginFolder) {
 }
 
 // What the reader of the settings ignores.
-void CheckSetting(const std::string &file, const FileLine &line, bool &hasNames) {
+void CheckSetting(const std::string &file, const FileLine &line, bool areVoicesKnown, bool &hasNames) {
     const size_t equals = line.text.find('=');
     const std::string key = line.text.substr(0, equals),
                       value = equals == std::string::npos ? "" : line.text.substr(equals + 1);
@@ -170,7 +170,7 @@ void CheckSetting(const std::string &file, const FileLine &line, bool &hasNames)
         warn("the installation is -1, 0, 1 or 2: " + value);
     else if ((key == "volume" || key == "rate") && ParseInt(value, number) && (number < 10 || number > 100))
         warn("volume and rate are from 10 to 100: " + value);
-    else if (key.starts_with("APLvoice-") && !value.empty()
+    else if (areVoicesKnown && key.starts_with("APLvoice-") && !value.empty()
              && std::find(voiceList.begin(), voiceList.end(), value) == voiceList.end())
         warn("this voice is not in voicelist_mac.txt: " + value);
 }
@@ -183,11 +183,13 @@ void CheckSettings(const std::string &pluginFolder) {
         return;
     }
     isPlainText(file);
+    const std::string voices = pluginFolder + "data/voicelist_mac.txt";
+    const bool areVoicesKnown = isFileExistString(voices) && isPlainText(voices);
     ReadSettings();
     ReadVoiceList();
     CollectReaderMessages();
     bool hasNames = false;
-    for (const FileLine &line : ReadFileLines(file)) CheckSetting(file, line, hasNames);
+    for (const FileLine &line : ReadFileLines(file)) CheckSetting(file, line, areVoicesKnown, hasNames);
 }
 
 void CheckFonts(const std::string &pluginFolder) {
