@@ -25,6 +25,7 @@ struct LogState {
     std::unordered_map<std::string, long, KindHash, std::equal_to<>> kinds; // lines of this second
     float secondEnds = 0.0F;                                                // XPLMGetElapsedTime
     bool isLeftOut = false;                                                 // lines of some kind
+    bool isUnlimited = false;
 };
 LogState state;
 
@@ -48,6 +49,7 @@ void EndSecond() {
 
 // Counts a line, and says whether it is to be written.
 bool isWanted(std::string_view kind) {
+    if (state.isUnlimited) return true;
     const float now = XPLMGetElapsedTime();
     if (now >= state.secondEnds || now < state.secondEnds - 1.0F) {
         EndSecond();
@@ -106,4 +108,8 @@ void EndLog() {
 
 void ResetLog() {
     MakeFresh(state);
+}
+
+void LogEverything() {
+    state.isUnlimited = true;
 }

@@ -183,6 +183,14 @@ TEST_F(Check, EachFileAnswersForItself) {
         EXPECT_NE(output.find(finding), std::string::npos) << finding << " in\n" << output;
 }
 
+// In flight the log leaves lines of a kind out.
+TEST_F(Check, NoMistakeIsLeftOut) {
+    std::string lines = "logic:\n";
+    for (int line = 0; line < 60; line++) lines += "graf=x,1\n";
+    EXPECT_EQ(Run(Head + lines), 1);
+    EXPECT_NE(output.find("60 errors"), std::string::npos) << output;
+}
+
 TEST_F(Check, SettingsAndAnAircraftThatIsNotServed) {
     write("data/settings_mac.txt", "gender=w\nvolume=5\nrate=10\n");
     write("data/settings_win.txt", "");
