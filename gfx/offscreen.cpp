@@ -5,6 +5,7 @@
 
 #include "XPLMGraphics.h"
 #include "gfx/opengl.h"
+#include "gfx/pixel_store.h"
 #include "gfx/textures.h"
 #include "util/log.h"
 #include "util/make_fresh.h"
@@ -90,6 +91,7 @@ bool MakeEmptyPicture(int texture, int width, int height) {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+    const PixelsFromMemory none;
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, width, height, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
     XPLMBindTexture2d(0, 0);
     return true;
@@ -142,7 +144,7 @@ void FBO_class::Unbind() {
 }
 
 void FBOinit() {
-    FBOcontrol.MakeFBO(TextureOfId(tex_fbo).number, fboSizePX, fboSizePX);
+    FBOcontrol.MakeFBO(TextureOfId(tex_fbo).Provide(), fboSizePX, fboSizePX);
 }
 
 void FBOkill() {

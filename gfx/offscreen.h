@@ -7,7 +7,7 @@ struct FBO_class {
     int width = 0, height = 0;
 
     // Gives the texture an empty picture of width × height pixels and a framebuffer. When OpenGL refuses, a
-    // line "fboStatus=…" in the log says so, and the buffer stays empty.
+    // line "fboStatus=…" in the log says so, and the buffer stays empty. For drawing and flight loops.
     void MakeFBO(int texture, int width, int height);
     void DeleteFBO();
 

@@ -109,7 +109,7 @@ void widgetVR_class::Create(const std::string &title, int width, int height) {
     get_default_window_pos();
     OpenWindow();
     bufferTexture = LoadTexture("fbo"); // one for each panel
-    buffer.MakeFBO(TextureOfId(bufferTexture).number, width, height);
+    isBufferWanted = true;
     SetPositioningMode();
     SetResizingLimits();
     XPLMSetWindowTitle(window, title.c_str());
@@ -226,8 +226,7 @@ int widgetVR_class::HeightOfWidth(int width) const {
 
 void widgetVR_class::ChangeOrigSize(int width, int height) {
     if (!window || width <= 0 || height <= 0) return;
-    buffer.DeleteFBO();
-    buffer.MakeFBO(TextureOfId(bufferTexture).number, width, height);
+    isBufferWanted = true;
     referenceWidth = width;
     referenceHeight = height;
     SetResizingLimits();

@@ -83,8 +83,8 @@ public:
     int page = 0;                             // whose boxes are shown
     XPLMCommandRef showHideCommand = nullptr; // its end closes the window; to be set before Create
 
-    // Opens the window and makes the buffer, width × height being the reference size. Not twice without a
-    // Delete in between.
+    // Opens the window, width × height being the reference size. Not twice without a Delete in between. The
+    // buffer follows with the next drawing.
     void Create(const std::string &title, int width, int height);
 
     // Takes everything back from the simulator; the panel is as new, and empty. Does nothing to a panel that
@@ -121,7 +121,8 @@ public:
 
 private:
     bool isCreated = false;
-    int bufferTexture = -1; // id
+    int bufferTexture = -1;      // id
+    bool isBufferWanted = false; // at the next drawing: it is not there yet, or of another size
     void (*drawFunction)() = nullptr;
     void (*mouseHandler)() = nullptr;
     void (*padFunction)(int x, int y) = nullptr;
@@ -140,6 +141,7 @@ private:
     void FocusBoxAt(int x, int y);
     VR_box_struct *FocusedBox();
     void LoseFocus();
+    bool ProvideBuffer();
     void RenderIntoBuffer();
     void DrawBox(const VR_box_struct &box) const;
     void DrawButtons() const;

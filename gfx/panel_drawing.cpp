@@ -85,6 +85,13 @@ void widgetVR_class::DrawButtons() const {
                       ColourYellow);
 }
 
+// Made by a drawing frame, and tried once. False when there is none.
+bool widgetVR_class::ProvideBuffer() {
+    if (isBufferWanted) buffer.MakeFBO(TextureOfId(bufferTexture).Provide(), referenceWidth, referenceHeight);
+    isBufferWanted = false;
+    return buffer.framebuffer != 0;
+}
+
 void widgetVR_class::RenderIntoBuffer() {
     if (drawFunction) DrawOnPixels(drawFunction);
     for (const VR_texture_struct &picture : textures)
@@ -107,7 +114,7 @@ void widgetVR_class::RenderIntoBuffer() {
 // the question whether it is.
 int widgetVR_class::DrawFBO(XPLMDrawingPhase, int, void *refcon) {
     widgetVR_class &panel = *static_cast<widgetVR_class *>(refcon);
-    if (panel.redraw != 1 || !panel.isShow() || !panel.buffer.Bind()) return 1;
+    if (panel.redraw != 1 || !panel.isShow() || !panel.ProvideBuffer() || !panel.buffer.Bind()) return 1;
     panel.RenderIntoBuffer();
     panel.buffer.Unbind();
     panel.redraw = 1;

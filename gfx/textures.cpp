@@ -1,11 +1,10 @@
 // Loading and drawing of pictures. A file is judged by its header before anything is decoded, so that a
-// damaged or hostile one costs no memory; a texture without a picture stays valid and draws nothing.
+// damaged or hostile one costs no memory; a texture without a picture stays valid and draws nothing. The
+// decoded pixels wait in memory for the first drawing and are freed with it.
 #include "gfx/textures.h"
 
 #include <lodepng.h>
 
-#include <cstdlib>
-#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -13,6 +12,7 @@
 #include "XPLMUtilities.h"
 #include "gfx/opengl.h"
 #include "gfx/palette.h"
+#include "gfx/pixel_store.h"
 #include "util/files.h"
 #include "util/log.h"
 #include "util/make_fresh.h"
@@ -27,6 +27,7 @@ namespace {
 
 const unsigned LargestSide = 8192;      // pixels; the plug-in's own pictures are far smaller
 const size_t HighestCompression = 1032; // of deflate, times
+const char *const TooLarge = "the picture is larger than a texture can be";
 
 // LodePNG's interface in C: as a shared library it may have another C++ runtime than the plug-in.
 struct Picture {
@@ -41,13 +42,6 @@ struct DecoderState : LodePNGState {
     DecoderState &operator=(const DecoderState &) = delete;
 };
 
-unsigned LargestTextureSide() {
-    GLint largest = 0;
-    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
-    const unsigned side = largest > 0 ? static_cast<unsigned>(largest) : 0;
-    return side != 0 && side < LargestSide ? side : LargestSide;
-}
-
 // Empty, or why the file gives no picture.
 std::string_view DecodePNG(const std::string &file, Picture &picture) {
     const auto *bytes = reinterpret_cast<const unsigned char *>(file.data());
@@ -55,8 +49,7 @@ std::string_view DecodePNG(const std::string &file, Picture &picture) {
     unsigned width = 0, height = 0;
     unsigned failed = lodepng_inspect(&width, &height, &state, bytes, file.size());
     if (failed != 0) return lodepng_error_text(failed);
-    const unsigned largest = LargestTextureSide();
-    if (width > largest || height > largest) return "the picture is larger than a texture can be";
+    if (width > LargestSide || height > LargestSide) return TooLarge;
     const size_t size = lodepng_get_raw_size(width, height, &state.info_png.color);
     if (size / HighestCompression > file.size()) return "the file is too short for the size it names";
     const size_t filterBytes = 16 * static_cast<size_t>(height + 1); // more than all passes of rows have
@@ -69,18 +62,6 @@ std::string_view DecodePNG(const std::string &file, Picture &picture) {
     picture.width = width;
     picture.height = height;
     return "";
-}
-
-// The texture is bound; rows follow each other without gaps, whatever others have set.
-void Upload(const Picture &picture) {
-    glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
-    glPixelStorei(GL_UNPACK_SKIP_ROWS, 0);
-    glPixelStorei(GL_UNPACK_SKIP_PIXELS, 0);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, static_cast<GLsizei>(picture.width),
-                 static_cast<GLsizei>(picture.height), 0, GL_RGBA, GL_UNSIGNED_BYTE, picture.pixels.get());
-    glPopClientAttrib();
 }
 
 void ClampToEdge() {
@@ -138,7 +119,6 @@ void textures_class::Load(const std::string &path) {
 
 int textures_class::LoadPNGTexture(const std::string &path) {
     string2debugString("Load Texture: ", path, 0);
-    XPLMGenerateTextureNumbers(&number, 1); // the first use of OpenGL, which answers questions from here on
     Picture picture;
     const std::string file = ReadFileToString(path);
     const std::string_view failure = DecodePNG(file, picture);
@@ -150,14 +130,33 @@ int textures_class::LoadPNGTexture(const std::string &path) {
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA); // what all drawing of pictures counts on
     width = picture.width;
     height = picture.height;
-    if (number == 0 || picture.width == 0) return 1;
+    pixels = std::move(picture.pixels);
+    return 1;
+}
+
+int textures_class::Provide() {
+    if (pixels) Upload();
+    return number;
+}
+
+void textures_class::Upload() {
+    const auto waiting = std::move(pixels);
+    XPLMGenerateTextureNumbers(&number, 1); // without OpenGL 0; its answers are good from here on
+    GLint largest = 0;
+    if (number != 0) glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+    if (width > largest || height > largest) {
+        if (number != 0) string2debugString(name + ": ", TooLarge, 1);
+        width = height = 0.0;
+        return;
+    }
     XPLMBindTexture2d(number, 0);
-    Upload(picture);
+    const PixelsFromMemory source;
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, static_cast<GLsizei>(width), static_cast<GLsizei>(height), 0,
+                 GL_RGBA, GL_UNSIGNED_BYTE, waiting.get());
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     ClampToEdge();
     XPLMBindTexture2d(0, 0);
-    return 1;
 }
 
 void textures_class::Delete() {
@@ -168,6 +167,7 @@ void textures_class::Delete() {
     }
     number = 0;
     width = height = 0.0;
+    pixels = nullptr;
 }
 
 void LoadTextures() {
@@ -193,13 +193,13 @@ void UnLoadTextures() {
     texturesMap.clear();
 }
 
-const textures_class &TextureOfId(int id) {
-    static const textures_class none;
+textures_class &TextureOfId(int id) {
+    static textures_class none;
     return id < 0 || static_cast<size_t>(id) >= textures.size() ? none : textures[static_cast<size_t>(id)];
 }
 
-bool BeginTexturedDrawing(const textures_class &texture) {
-    if (texture.number == 0 || texture.width == 0.0) return false;
+bool BeginTexturedDrawing(textures_class &texture) {
+    if (texture.Provide() == 0 || texture.width == 0.0) return false;
     XPLMSetGraphicsState(0, 1, 0, 1, 1, 1, 1);
     XPLMBindTexture2d(texture.number, 0);
     return true;
@@ -235,7 +235,7 @@ void DrawTextureIdXYWHCT(int id, double x, double y, double w, double h, int C, 
 }
 
 void DrawTextureIdCopies(int id, const std::vector<TextureCopy> &copies) {
-    const textures_class &texture = TextureOfId(id);
+    textures_class &texture = TextureOfId(id);
     if (copies.empty() || !BeginTexturedDrawing(texture)) return;
     glBegin(GL_QUADS);
     for (const TextureCopy &copy : copies) {

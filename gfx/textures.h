@@ -1,13 +1,18 @@
 // Pictures: PNG files loaded once as textures and addressed by an integer id, and how they are drawn. All
 // drawing belongs into a draw callback or a window's draw function. x and y are boxels, y up; alpha 0 to 1.
+//
+// A file is read and decoded when it is loaded, which may be anywhere. Its texture is made when it is first
+// drawn, since the simulator promises OpenGL to draw callbacks and flight loops alone.
 #pragma once
 
+#include <cstdlib>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 struct textures_class {
-    int number = 0;                   // the simulator's texture number
+    int number = 0;                   // the simulator's texture number, 0 before it was drawn
     double width = 0.0, height = 0.0; // pixels
     std::string name;
 
@@ -17,8 +22,16 @@ struct textures_class {
     // lines in the log and a texture without a picture, which draws nothing. Returns 1.
     int LoadPNGTexture(const std::string &path);
 
+    // The texture number, made now if it is not yet; 0 without a picture. For drawing and flight loops.
+    int Provide();
+
     // Gives the texture back to OpenGL.
     void Delete();
+
+private:
+    std::unique_ptr<unsigned char, decltype(&std::free)> pixels{nullptr, std::free}; // until it is made
+
+    void Upload();
 };
 
 extern std::vector<textures_class> textures; // the id is the index
@@ -36,11 +49,11 @@ int LoadTexture(const std::string &name);
 void UnLoadTextures();
 
 // The texture of an id; one without a picture for an id that there is not.
-const textures_class &TextureOfId(int id);
+textures_class &TextureOfId(int id);
 
 // For drawing parts of a texture: sets the simulator's graphics state and binds. False, and nothing is to be
 // drawn, when there is no picture.
-bool BeginTexturedDrawing(const textures_class &texture);
+bool BeginTexturedDrawing(textures_class &texture);
 
 // Drawing by id. An id that there is not draws nothing. The first row of a picture is drawn at the top.
 // Suffixes: XY the lower left corner, WH the size (else the picture's own), RGB a tint, C a tint from the

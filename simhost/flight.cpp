@@ -12,6 +12,7 @@
 #include "simhost/events.h"
 #include "simhost/flight_arguments.h"
 #include "simhost/flight_state.h"
+#include "simhost/graphics_state.h"
 #include "simhost/simulator_lists.h"
 #include "simhost/transcript.h"
 #include "simhost/watchdog.h"
@@ -85,7 +86,12 @@ int FinishFlight(int status) {
     CloseTranscript(static_cast<double>(flight.frames) * flight.frameSeconds, took.count());
     std::fflush(stdout);
     SetEventListener(nullptr);
-    return Leave(status == EXIT_FLOWN && flight.wasAnythingLeftBehind ? EXIT_FAILED : status);
+    const bool wasMisplaced = MisplacedOpenGlObjects() > 0;
+    if (wasMisplaced)
+        std::fprintf(stderr,
+                     "fennic-sim: OpenGL objects were made outside draw callbacks and flight loops\n");
+    const bool hasFailed = flight.wasAnythingLeftBehind || wasMisplaced;
+    return Leave(status == EXIT_FLOWN && hasFailed ? EXIT_FAILED : status);
 }
 
 // os.exit of a flight: the same end as that of the script.

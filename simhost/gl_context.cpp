@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "simhost/plugins.h"
 #include "simhost/screen.h"
 
 namespace simhost {
@@ -95,6 +96,7 @@ void CopyPicture(const Surface &from, GLuint framebuffer) {
 
 bool ProvideContext() {
     if (contextState != ContextState::None) return HasContext();
+    const RunningScope scope(XPLM_PLUGIN_XPLANE, "preparing OpenGL"); // whoever asked for it
     whyNoContext = MakeContext();
     contextState = whyNoContext.empty() ? ContextState::Ready : ContextState::Impossible;
     if (HasContext())

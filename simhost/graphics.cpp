@@ -59,6 +59,7 @@ void XPLMBindTexture2d(int inTextureNum, int inTextureUnit) {
 
 void XPLMGenerateTextureNumbers(int *outTextureIDs, int inCount) {
     if (outTextureIDs == nullptr) return;
+    NoteOpenGlObject(__func__);
     const bool hasGraphics = ProvideGraphics();
     for (int i = 0; i < inCount; i++) {
         GLuint texture = 0;
@@ -71,6 +72,7 @@ void XPLMGenerateTextureNumbers(int *outTextureIDs, int inCount) {
 int XPLMGetTexture(XPLMTextureID) {
     static GLuint texture = 0;
     if (texture != 0 || !ProvideGraphics()) return static_cast<int>(texture);
+    const RunningScope scope(XPLM_PLUGIN_XPLANE, "preparing OpenGL");
     const unsigned char grey[] = {200, 200, 200, 255};
     GLint bound = 0;
     glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);

@@ -27,12 +27,6 @@ constinit bool isInDrawingScope = false;
 
 constinit std::set<std::pair<XPLMPluginID, std::string>> *reported = nullptr;
 
-void ReportOnce(const std::string &mistake) {
-    if (reported == nullptr) reported = new std::set<std::pair<XPLMPluginID, std::string>>;
-    if (!reported->insert({currentRunning.plugin, mistake}).second) return;
-    ReportMisuse(std::string(currentRunning.doing) + " " + mistake);
-}
-
 void SetSwitch(GLenum what, bool on) {
     if (on)
         glEnable(what);
@@ -109,6 +103,12 @@ void ReportMistakes() {
 
 } // namespace
 
+void ReportOnce(const std::string &mistake) {
+    if (reported == nullptr) reported = new std::set<std::pair<XPLMPluginID, std::string>>;
+    const std::string what = std::string(currentRunning.doing) + " " + mistake;
+    if (reported->insert({currentRunning.plugin, what}).second) ReportMisuse(what);
+}
+
 bool ProvideGraphics() {
     if (!ProvideContext()) return false;
     if (!isOriginalStateSaved) {
@@ -173,6 +173,7 @@ bool IsInDrawingScope() {
 void ResetGraphicsState() {
     delete reported;
     reported = nullptr;
+    ResetOpenGlObjects();
 }
 
 } // namespace simhost

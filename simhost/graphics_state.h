@@ -2,6 +2,8 @@
 // through XPLMSetGraphicsState and XPLMBindTexture2d, which is cached.
 #pragma once
 
+#include <string>
+
 namespace simhost {
 
 struct GraphicsState {
@@ -38,6 +40,14 @@ public:
 };
 
 bool IsInDrawingScope();
+
+// The running plug-in's mistake with OpenGL: a line in the log, once for each place.
+void ReportOnce(const std::string &mistake);
+
+// A call that makes an object of OpenGL: where the running plug-in may not, it is reported and counted.
+void NoteOpenGlObject(const char *function);
+int MisplacedOpenGlObjects(); // since the reset
+void ResetOpenGlObjects();
 
 void ResetGraphicsState(); // forgets the mistakes
 

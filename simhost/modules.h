@@ -15,6 +15,7 @@ namespace simhost {
 
 // CurrentlyRunning() without the call, for the reads and writes of datarefs.
 extern Running currentRunning;
+inline constexpr const char *programItself = "the program itself"; // what a unit test does
 
 bool IsPluginEnabled(XPLMPluginID plugin); // the simulator itself always is
 std::string PluginPath(XPLMPluginID plugin);

@@ -266,7 +266,7 @@ const LeftBehind &LastLeftBehind() {
 void ActAsPlugin(const std::string &libraryPath) {
     Plugin &plugin = AddPlugin(libraryPath);
     plugin.isEnabled = true;
-    currentRunning = {plugin.id, "the program itself"};
+    currentRunning = {plugin.id, programItself};
 }
 
 void ResetPlugins() {

@@ -137,6 +137,7 @@ TEST_F(Fonts, WithoutFilesDrawNothing) {
     EXPECT_EQ(Draw([&] { DrawFontIdSXYC(away, "A", 10, 10, 0), DrawFontIdSXYC(0, "A", 9, 9, 0); }).Covered(),
               Extent());
     const int id = LoadBlocks();
+    Draw([&] { DrawFontIdSXYC(id, "A", 10, 10, 0); });
     const GLuint atlas = static_cast<GLuint>(fonts[static_cast<size_t>(id)].atlas.number);
     UnLoadFonts();
     EXPECT_FALSE(glIsTexture(atlas));

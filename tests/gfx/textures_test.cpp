@@ -131,8 +131,36 @@ TEST_F(Textures, OfBadFilesDrawNothingAndAreToldInTheLog) {
               Extent());
 }
 
+// Another plug-in has left a buffer bound for pixels, and odd strides.
+TEST_F(Textures, AreReadFromMemoryWhateverOthersHaveSet) {
+    const int id = LoadQuarters();
+    const Screen screen = Draw([&] {
+        GLuint foreign = 0;
+        GLint bound = 0, rowLength = 0;
+        const std::vector<unsigned char> magenta(16 * 16 * 4, 200);
+        glGenBuffers(1, &foreign);
+        glBindBuffer(GL_PIXEL_UNPACK_BUFFER, foreign);
+        glBufferData(GL_PIXEL_UNPACK_BUFFER, 16 * 16 * 4, magenta.data(), GL_STATIC_DRAW);
+        glPixelStorei(GL_UNPACK_ROW_LENGTH, 7);
+        FBOcontrol.MakeFBO(TextureOfId(LoadTexture("quarters")).Provide(), 4, 4);
+        DrawTextureBufferIdXYWHCT(id + 1, 100, 10, 40, 40, ColourWhite, 1);
+        DrawTextureIdXYWHCT(id, 10, 10, 40, 40, ColourWhite, 1);
+        glGetIntegerv(GL_PIXEL_UNPACK_BUFFER_BINDING, &bound);
+        glGetIntegerv(GL_UNPACK_ROW_LENGTH, &rowLength);
+        EXPECT_EQ(static_cast<GLuint>(bound), foreign);
+        EXPECT_EQ(rowLength, 7);
+        glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
+        glDeleteBuffers(1, &foreign);
+        FBOkill();
+    });
+    EXPECT_EQ(Corners(screen, 40), (std::vector{Red, Green, Blue, White}));
+    EXPECT_EQ(screen.Covered(), (Extent{10, 10, 49, 49})) << "the buffer starts out empty";
+}
+
 TEST_F(Textures, GoBackToOpenGL) {
     const int id = LoadQuarters();
+    EXPECT_EQ(TextureOfId(id).number, 0) << "not before it is drawn";
+    Draw([&] { DrawTextureIdXYCT(id, 10, 10, ColourWhite, 1); });
     const GLuint name = static_cast<GLuint>(TextureOfId(id).number);
     EXPECT_TRUE(glIsTexture(name));
     UnLoadTextures();
@@ -185,7 +213,7 @@ TEST_F(Offscreen, RefusesWhatCannotBe) {
     EXPECT_FALSE(none.Bind());
     none.Unbind();
     none.MakeFBO(0, 10, 10);
-    none.MakeFBO(TextureOfId(tex_fbo).number, 1 << 20, 10);
+    none.MakeFBO(TextureOfId(tex_fbo).Provide(), 1 << 20, 10);
     EXPECT_EQ(CountNewLines({"fboStatus="}), 2);
     EXPECT_FALSE(none.Bind());
     const unsigned framebuffer = FBOcontrol.framebuffer;

@@ -170,6 +170,8 @@ float OnFrame(float, float, int, void *) {
 }
 
 int OnPushToTalk(XPLMCommandRef, XPLMCommandPhase phase, void *) {
+    int texture = 0;
+    if (Number("probe/do") == 20) XPLMGenerateTextureNumbers(&texture, 1);
     if (phase == xplm_CommandBegin) Send("CmdRecStart");
     if (phase == xplm_CommandEnd) Send("CmdRecStop");
     return 0;
