@@ -51,7 +51,13 @@ void SetAxis(structAnim &channel, int axis, float value) {
     XPLMSetDataf(channel.dataref[axis], value);
 }
 
+bool wasOnMonitor = true; // in the last frame
+
+// The screen's mouse reaches beyond the panel; what points into a headset or another window does not move it.
 void ReadMousePlace(int &x, int &y) {
+    x = EditorPanel.mouseX;
+    y = EditorPanel.mouseY;
+    if (!EditorPanel.isOnMonitor()) return;
     XPLMGetMouseLocationGlobal(&x, &y);
     x = PlaceOnScreen(x);
     y = PlaceOnScreen(y);
@@ -83,12 +89,21 @@ int TurnWheel(int clicks) {
     return 1;
 }
 
+void DrawCursorPlace() {
+    if (isChannel(isSelectedAnimStart)) return;
+    std::string text = int2string(CursorXnow - EditorPanel.Place().left);
+    float white[] = {1.0F, 1.0F, 1.0F};
+    XPLMDrawString(white, CursorXnow + CursorTextAway, CursorYnow + CursorTextAway, text.data(), nullptr,
+                   xplmFont_Basic);
+}
+
 void BuildPanel() {
     EditorPanel.Create("Velmora Fennic Position Creator", PanelSide, PanelSide);
     EditorPanel.AddTexture(LeftHandPlace.x, LeftHandPlace.y, png_btn_hand_l, 1, 1.0F, 0);
     EditorPanel.AddTexture(BodyPlace.x, BodyPlace.y, png_btn_body, 1, 1.0F, 0);
     EditorPanel.AddTexture(RightHandPlace.x, RightHandPlace.y, png_btn_hand_r, 1, 1.0F, 0);
     EditorPanel.SetDrawFunction(EditorPanel_ExternalDraw);
+    EditorPanel.SetOverlayFunction(DrawCursorPlace);
     EditorPanel.SetMouseHandlerFunction(EditorPanel_ExternalMouseHandler);
     EditorPanel.SetPadFunction(ClickPad);
     EditorPanel.SetWheelFunction(TurnWheel);
@@ -113,15 +128,6 @@ void Drag() {
     const float k = UnitsPerPixel(channel);
     SetAxis(channel, AxisZ, static_cast<float>(MouseInitX - CursorXnow) * k + AnimInitZdrfValue);
     SetAxis(channel, AxisX, static_cast<float>(MouseInitY - CursorYnow) * k + AnimInitXdrfValue);
-}
-
-void DrawCursorPlace() {
-    int left = 0;
-    XPLMGetWindowGeometry(EditorPanel.window, &left, nullptr, nullptr, nullptr);
-    std::string text = int2string(CursorXnow - PlaceOnScreen(left));
-    float white[] = {1.0F, 1.0F, 1.0F};
-    XPLMDrawString(white, CursorXnow + CursorTextAway, CursorYnow + CursorTextAway, text.data(), nullptr,
-                   xplmFont_Basic);
 }
 
 } // namespace
@@ -174,10 +180,13 @@ void DrawPositionCreator() {
         isSelectedAnimStart = -1; // closed in the middle of a drag: the mouse is free again
         return;
     }
+    const bool isOnMonitor = EditorPanel.isOnMonitor();
+    if (isOnMonitor != wasOnMonitor) isSelectedAnimStart = -1; // places mean something else now
+    wasOnMonitor = isOnMonitor;
     ReadMousePlace(CursorXnow, CursorYnow);
     if (isChannel(isSelectedAnimStart))
         Drag();
-    else
+    else if (isOnMonitor)
         DrawCursorPlace();
 }
 

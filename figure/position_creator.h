@@ -9,11 +9,12 @@
 #include "gfx/panel.h"
 
 extern widgetVR_class EditorPanel;
-extern int b[ButtonCount];         // the panel's button of each channel
-extern int box_PositionName;       // the panel's box; -1 before the panel was built
-extern int anim_selected;          // the chosen channel; -1: none
-extern int isSelectedAnimStart;    // the channel that is dragged; -1: no drag runs
-extern int MouseInitX, MouseInitY; // the mouse where the drag began, boxels of the screen
+extern int b[ButtonCount];      // the panel's button of each channel
+extern int box_PositionName;    // the panel's box; -1 before the panel was built
+extern int anim_selected;       // the chosen channel; -1: none
+extern int isSelectedAnimStart; // the channel that is dragged; -1: no drag runs
+extern int MouseInitX,
+    MouseInitY; // the mouse where the drag began, boxels of the screen, or in VR of the panel
 extern int CursorXnow, CursorYnow; // the mouse in the last frame in which it was asked for
 extern float AnimInitXdrfValue, AnimInitYdrfValue, AnimInitZdrfValue; // the channel where the drag began
 

@@ -1,6 +1,6 @@
 // The panel's window: its place, its size, mouse and keys. What it shows is in panel_drawing.cpp. In VR the
 // size belongs to the headset's geometry, on the monitor to the window's; each is kept while the other
-// counts.
+// counts. A window of the system is drawn in boxels like one on the monitor, and placed in pixels.
 #include "gfx/panel.h"
 
 #include <algorithm>
@@ -19,13 +19,9 @@ const float ScalePerClick = 0.1F;
 const int BeforePhase = 1;
 const int AnyMonitor = -1;
 
-struct Geometry {
-    int left = 0, top = 0, right = 0, bottom = 0;
-};
+using Geometry = WindowPlace;
 
-Geometry GeometryOf(XPLMWindowID window) {
-    Geometry place;
-    XPLMGetWindowGeometry(window, &place.left, &place.top, &place.right, &place.bottom);
+Geometry Bounded(const Geometry &place) {
     return {PlaceOnScreen(place.left), PlaceOnScreen(place.top), PlaceOnScreen(place.right),
             PlaceOnScreen(place.bottom)};
 }
@@ -134,6 +130,19 @@ int widgetVR_class::isShow() const {
     return window && XPLMGetWindowIsVisible(window) ? 1 : 0;
 }
 
+bool widgetVR_class::isOnMonitor() const {
+    return !XPLMWindowIsInVR(window) && !XPLMWindowIsPoppedOut(window);
+}
+
+WindowPlace widgetVR_class::Place() const {
+    WindowPlace place;
+    if (XPLMWindowIsInVR(window))
+        XPLMGetWindowGeometryVR(window, &place.right, &place.top);
+    else
+        XPLMGetWindowGeometry(window, &place.left, &place.top, &place.right, &place.bottom);
+    return Bounded(place);
+}
+
 // ---- Contents ----
 
 int widgetVR_class::AddTexture(int x, int y, int textureId, int visible, float alpha, int owner) {
@@ -183,6 +192,10 @@ void widgetVR_class::SetDrawFunction(void (*function)()) {
     drawFunction = function;
 }
 
+void widgetVR_class::SetOverlayFunction(void (*function)()) {
+    overlayFunction = function;
+}
+
 void widgetVR_class::SetMouseHandlerFunction(void (*function)()) {
     mouseHandler = function;
 }
@@ -230,16 +243,41 @@ void widgetVR_class::ChangeOrigSize(int width, int height) {
     referenceWidth = width;
     referenceHeight = height;
     SetResizingLimits();
-    if (isVr) {
+    if (XPLMWindowIsInVR(window)) {
         ReadVrWidth();
-        vrHeight = HeightOfWidth(vrWidth);
-        XPLMSetWindowGeometryVR(window, vrWidth, vrHeight);
+        ResizeInVr();
         return;
     }
     currentHeight = HeightOfWidth(currentWidth);
-    const Geometry place = GeometryOf(window);
-    XPLMSetWindowGeometry(window, place.left, place.top, place.left + currentWidth,
-                          place.top - currentHeight);
+    ResizeOnMonitor(false);
+}
+
+// Gives the window its current size. It keeps its middle, or else its upper left corner. In a window of the
+// system a boxel may be several pixels.
+void widgetVR_class::ResizeOnMonitor(bool keepsMiddle) {
+    const Geometry boxels = Place();
+    Geometry place = boxels;
+    int width = currentWidth, height = currentHeight;
+    const bool isPoppedOut = XPLMWindowIsPoppedOut(window);
+    if (isPoppedOut) {
+        XPLMGetWindowGeometryOS(window, &place.left, &place.top, &place.right, &place.bottom);
+        place = Bounded(place);
+        const auto inPixels = [](int size, int pixels, int of) {
+            const double inAll = static_cast<double>(size) * pixels / std::max(of, 1);
+            return static_cast<int>(std::min<double>(inAll, FarthestBoxel));
+        };
+        width = inPixels(width, place.right - place.left, boxels.right - boxels.left);
+        height = inPixels(height, place.top - place.bottom, boxels.top - boxels.bottom);
+    }
+    const int newLeft = keepsMiddle ? (place.left + place.right - width) / 2 : place.left;
+    const int newBottom = keepsMiddle ? (place.bottom + place.top - height) / 2 : place.top - height;
+    const auto set = isPoppedOut ? XPLMSetWindowGeometryOS : XPLMSetWindowGeometry;
+    set(window, newLeft, newBottom + height, newLeft + width, newBottom);
+}
+
+void widgetVR_class::ResizeInVr() {
+    vrHeight = HeightOfWidth(vrWidth);
+    XPLMSetWindowGeometryVR(window, vrWidth, vrHeight);
 }
 
 void widgetVR_class::ReadVrWidth() {
@@ -258,19 +296,15 @@ void widgetVR_class::FollowVr() {
 // On the monitor the window keeps its middle.
 void widgetVR_class::Scale(int clicks) {
     const float factor = 1.0F + ScalePerClick * static_cast<float>(clicks);
-    if (isVr) {
+    if (XPLMWindowIsInVR(window)) {
         ReadVrWidth();
         vrWidth = WidthWithinLimits(factor * static_cast<float>(vrWidth));
-        vrHeight = HeightOfWidth(vrWidth);
-        XPLMSetWindowGeometryVR(window, vrWidth, vrHeight);
+        ResizeInVr();
         return;
     }
     currentWidth = WidthWithinLimits(factor * static_cast<float>(currentWidth));
     currentHeight = HeightOfWidth(currentWidth);
-    const Geometry place = GeometryOf(window);
-    const int newLeft = (place.left + place.right - currentWidth) / 2;
-    const int newBottom = (place.bottom + place.top - currentHeight) / 2;
-    XPLMSetWindowGeometry(window, newLeft, newBottom + currentHeight, newLeft + currentWidth, newBottom);
+    ResizeOnMonitor(true);
 }
 
 // ---- Mouse and keys ----
@@ -311,9 +345,15 @@ void widgetVR_class::Click(int x, int y) {
     if (mouseHandler) mouseHandler();
 }
 
+void widgetVR_class::FollowMouse(int x, int y) {
+    mouseX = PlaceOnScreen(x);
+    mouseY = PlaceOnScreen(y);
+}
+
 int widgetVR_class::MouseL_handler(XPLMWindowID, int x, int y, XPLMMouseStatus status, void *refcon) {
     widgetVR_class &panel = *static_cast<widgetVR_class *>(refcon);
-    const Geometry place = GeometryOf(panel.window);
+    panel.FollowMouse(x, y);
+    const Geometry place = panel.Place();
     const int width = place.right - place.left, height = place.top - place.bottom;
     if (status != xplm_MouseDown || width <= 0 || height <= 0) return 1;
     panel.Click((PlaceOnScreen(x) - place.left) * panel.referenceWidth / width,
@@ -325,8 +365,9 @@ int widgetVR_class::MouseR_handler(XPLMWindowID, int, int, XPLMMouseStatus, void
     return 1;
 }
 
-int widgetVR_class::MouseW_handler(XPLMWindowID, int, int, int, int clicks, void *refcon) {
+int widgetVR_class::MouseW_handler(XPLMWindowID, int x, int y, int, int clicks, void *refcon) {
     widgetVR_class &panel = *static_cast<widgetVR_class *>(refcon);
+    panel.FollowMouse(x, y);
     if (clicks == 0) return 1;
     if (!panel.wheelFunction || !panel.wheelFunction(clicks)) panel.Scale(clicks);
     return 1;
@@ -351,7 +392,8 @@ void widgetVR_class::Keyboard_handler(XPLMWindowID, char key, XPLMKeyFlags flags
     XPLMTakeKeyboardFocus(nullptr);
 }
 
-XPLMCursorStatus widgetVR_class::CursorStatus_handler(XPLMWindowID, int, int, void *) {
+XPLMCursorStatus widgetVR_class::CursorStatus_handler(XPLMWindowID, int x, int y, void *refcon) {
+    static_cast<widgetVR_class *>(refcon)->FollowMouse(x, y);
     return xplm_CursorDefault;
 }
 
@@ -373,11 +415,12 @@ void widgetVR_class::Draw(XPLMWindowID, void *refcon) {
         panel.FollowVr();
         return;
     }
-    const Geometry place = GeometryOf(panel.window);
+    const Geometry place = panel.Place();
     const int width = place.right - place.left, height = place.top - place.bottom;
-    if (!panel.isVr) { // the user can also drag the window's edges
+    if (!XPLMWindowIsInVR(panel.window)) { // the user can also drag the window's edges
         panel.currentWidth = width;
         panel.currentHeight = height;
     }
     DrawTextureBufferIdXYWHCT(panel.bufferTexture, place.left, place.bottom, width, height, ColourWhite, 1.0);
+    if (panel.overlayFunction && !panel.isOnMonitor()) panel.overlayFunction();
 }

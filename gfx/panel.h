@@ -61,6 +61,11 @@ struct VR_rectangle_struct {
     int x = 0, y = 0, width = 0, height = 0;
 };
 
+// Where a window is drawn and takes its clicks, boxels: of the screen, or in VR of the window itself.
+struct WindowPlace {
+    int left = 0, top = 0, right = 0, bottom = 0;
+};
+
 class widgetVR_class {
 public:
     XPLMWindowID window = nullptr;
@@ -71,6 +76,7 @@ public:
     int vrWidth = 0, vrHeight = 0;
     float minimumScale = 0.5F, maximumScale = 3.0F; // of the window's width, times the reference width
     int isVr = 0;
+    int mouseX = 0, mouseY = 0; // where the window was last told that the mouse is, in its own boxels
     XPLMDataRef vrDataref = nullptr;
     std::vector<VR_text_struct> texts;
     std::vector<VR_box_struct> boxes;
@@ -94,6 +100,12 @@ public:
     // 1 when the window exists and is visible.
     int isShow() const;
 
+    // On the monitor, among the simulator's windows: there the screen's mouse is the window's. In VR and in a
+    // window of the system only mouseX and mouseY tell where it is.
+    bool isOnMonitor() const;
+
+    WindowPlace Place() const;
+
     // Each returns the item's index. visible and enabled are 0 or 1, alpha 0 to 1, owner, c and d the
     // owner's own.
     int AddTexture(int x, int y, int textureId, int visible, float alpha, int owner);
@@ -108,6 +120,9 @@ public:
     // Called first whenever the panel is rendered: one unit per pixel, y up, (0, 0) in the middle of the
     // lower left pixel, which is right for lines.
     void SetDrawFunction(void (*function)());
+    // Called by the window's drawing, over the panel, in the boxels of Place(), while it is not on the
+    // monitor.
+    void SetOverlayFunction(void (*function)());
     // Called after each click, with clickedButton set.
     void SetMouseHandlerFunction(void (*function)());
     // Called with a click that hit no button, in panel coordinates, before the mouse handler.
@@ -124,6 +139,7 @@ private:
     int bufferTexture = -1;      // id
     bool isBufferWanted = false; // at the next drawing: it is not there yet, or of another size
     void (*drawFunction)() = nullptr;
+    void (*overlayFunction)() = nullptr;
     void (*mouseHandler)() = nullptr;
     void (*padFunction)(int x, int y) = nullptr;
     int (*wheelFunction)(int clicks) = nullptr;
@@ -136,7 +152,10 @@ private:
     int WidthWithinLimits(float width) const;
     int HeightOfWidth(int width) const;
     void FollowVr();
+    void ResizeOnMonitor(bool keepsMiddle);
+    void ResizeInVr();
     void Scale(int clicks);
+    void FollowMouse(int x, int y);
     void Click(int x, int y);
     void FocusBoxAt(int x, int y);
     VR_box_struct *FocusedBox();

@@ -36,6 +36,23 @@ int ReturnTaken(const Call &call, bool isTaken) {
 
 constexpr const char *CURSOR_NAMES[] = {"default", "hidden", "arrow", "custom"};
 
+// Names the window that the next places are on; none: the screen.
+int PointAt(Call &call) {
+    NeedHeld(call, false);
+    if (!call.Has(1)) {
+        PointInHeadset(nullptr);
+        return 0;
+    }
+    const std::string title = call.Text(1, "title");
+    for (const WindowView &window : WindowsFrontToBack()) {
+        if (!window.isInVr || !window.isVisible || window.title != title) continue;
+        PointInHeadset(window.id);
+        TranscribeAct("points at \"" + title + "\"");
+        return 0;
+    }
+    call.Refuse("title", "must name a window in the headset, got \"" + title + "\"");
+}
+
 int Move(Call &call) {
     const Point point = PointArgument(call);
     {
@@ -164,7 +181,8 @@ int Type(Call &call) {
 } // namespace
 
 void AddMouseCalls(lua_State *lua) {
-    AddCalls(lua, {{"mouse", Bridge<Move>},
+    AddCalls(lua, {{"point_at", Bridge<PointAt>},
+                   {"mouse", Bridge<Move>},
                    {"mouse_down", Bridge<Down>},
                    {"mouse_drag", Bridge<Drag>},
                    {"mouse_up", Bridge<Up>},

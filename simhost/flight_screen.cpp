@@ -19,7 +19,7 @@ int ScreenText(Call &call) {
     lua_createtable(call.lua, static_cast<int>(texts.size()), 0);
     lua_Integer place = 0;
     for (const DrawnText &drawn : texts) {
-        lua_createtable(call.lua, 0, 6);
+        lua_createtable(call.lua, 0, 7);
         lua_pushlstring(call.lua, drawn.text.data(), drawn.text.size());
         lua_setfield(call.lua, -2, "text");
         lua_pushinteger(call.lua, drawn.x);
@@ -29,6 +29,10 @@ int ScreenText(Call &call) {
         SetField(call.lua, "r", drawn.red);
         SetField(call.lua, "g", drawn.green);
         SetField(call.lua, "b", drawn.blue);
+        if (!drawn.window.empty()) {
+            lua_pushlstring(call.lua, drawn.window.data(), drawn.window.size());
+            lua_setfield(call.lua, -2, "window");
+        }
         lua_rawseti(call.lua, -2, ++place);
     }
     return 1;
@@ -37,11 +41,12 @@ int ScreenText(Call &call) {
 int Screenshot(Call &call) {
     const std::string path = call.Text(1, "path");
     if (path.empty()) call.Refuse("path", "must not be empty");
+    const std::string window = call.Has(2) ? call.Text(2, "window") : "";
     std::string error;
     bool written = false;
     {
         SimulatorCall inside;
-        written = WriteScreenshot(path, error);
+        written = window.empty() ? WriteScreenshot(path, error) : WriteHeadsetPicture(window, path, error);
     }
     if (!written) call.Fail(error);
     return 0;

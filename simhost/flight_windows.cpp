@@ -25,6 +25,8 @@ int ListWindows(Call &call) {
         SetPlaceFields(call.lua, window);
         SetField(call.lua, "legacy", window.isLegacy);
         SetField(call.lua, "vr", window.isInVr);
+        SetField(call.lua, "vr_width", window.vrWidth);
+        SetField(call.lua, "vr_height", window.vrHeight);
         SetField(call.lua, "popped_out", window.isPoppedOut);
         SetField(call.lua, "layer", std::string(layerNames[window.layer]));
         SetField(call.lua, "decoration", std::string(decorationNames[window.decoration]));

@@ -25,8 +25,8 @@ struct Surface {
     GLuint framebuffer = 0, colour = 0, depth = 0;
     int width = 0, height = 0;
 };
-constinit Surface pixelSurface, fullSurface, sceneSurface;
-constinit const Surface *surface = &pixelSurface;
+constinit Surface pixelSurface, fullSurface, sceneSurface, headsetSurface;
+constinit const Surface *surface = &pixelSurface, *surfaceBefore = nullptr;
 
 // Empty when the context is made and current, or what went wrong.
 const char *MakeContext() {
@@ -131,6 +131,17 @@ bool UseFullSurface(int width, int height) {
 void UsePixelSurface() {
     surface = &pixelSurface;
     MakeSurface(pixelSurface, 1, 1);
+}
+
+bool BeginHeadsetSurface(int width, int height) {
+    if (!MakeSurface(headsetSurface, width, height)) return false;
+    surfaceBefore = surface;
+    surface = &headsetSurface;
+    return true;
+}
+
+void EndHeadsetSurface() {
+    surface = surfaceBefore;
 }
 
 void BindSurface() {

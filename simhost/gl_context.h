@@ -22,6 +22,11 @@ const std::string &WhyNoContext();
 bool UseFullSurface(int width, int height);
 void UsePixelSurface();
 
+// A surface for what the headset shows, in place of the chosen one until EndHeadsetSurface. False, and all as
+// it was, when there can be none of that size.
+bool BeginHeadsetSurface(int width, int height);
+void EndHeadsetSurface();
+
 // Makes the chosen surface the one that OpenGL draws on and reads.
 void BindSurface();
 

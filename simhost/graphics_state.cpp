@@ -23,6 +23,15 @@ struct AppliedState {
 constinit AppliedState applied; // what the original state is, at first
 
 constinit bool isOriginalStateSaved = false;
+constinit int drawingWidth = 0, drawingHeight = 0; // 0: the screen's
+
+int DrawingWidth() {
+    return drawingWidth > 0 ? drawingWidth : ScreenWidth();
+}
+int DrawingHeight() {
+    return drawingHeight > 0 ? drawingHeight : ScreenHeight();
+}
+
 constinit bool isInDrawingScope = false;
 
 constinit std::set<std::pair<XPLMPluginID, std::string>> *reported = nullptr;
@@ -61,7 +70,7 @@ void EmptyMatrixStack(GLenum mode, GLenum depth) {
 
 void SetMatrices() {
     EmptyMatrixStack(GL_PROJECTION, GL_PROJECTION_STACK_DEPTH);
-    glOrtho(0, ScreenWidth(), 0, ScreenHeight(), -1, 1);
+    glOrtho(0, DrawingWidth(), 0, DrawingHeight(), -1, 1);
     EmptyMatrixStack(GL_TEXTURE, GL_TEXTURE_STACK_DEPTH);
     EmptyMatrixStack(GL_MODELVIEW, GL_MODELVIEW_STACK_DEPTH);
 }
@@ -123,9 +132,14 @@ void RestoreGraphicsState() {
     BindSurface(); // at first, since the attributes hold which of its buffers is drawn on
     TakeBackAttributes();
     glUseProgram(0);
-    glViewport(0, 0, ScreenWidth(), ScreenHeight());
+    glViewport(0, 0, DrawingWidth(), DrawingHeight());
     SetMatrices();
     applied = {};
+}
+
+void SetDrawingSize(int width, int height) {
+    drawingWidth = width;
+    drawingHeight = height;
 }
 
 void SetGraphicsState(const GraphicsState &state) {

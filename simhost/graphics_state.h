@@ -26,6 +26,9 @@ bool ProvideGraphics();
 // is no context.
 void RestoreGraphicsState();
 
+// The size of what is drawn on from now on, boxels; the screen's for 0, 0.
+void SetDrawingSize(int width, int height);
+
 void SetGraphicsState(const GraphicsState &state);
 void BindTexture(int texture, int unit);
 

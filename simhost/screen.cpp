@@ -32,6 +32,13 @@ void ClearTexts() {
     }
 }
 
+// What the headset shows: the window under way, and the picture of the one that was asked for.
+constinit bool isPictureWanted = false;
+std::string headsetWindow, wantedWindow;
+constinit int headsetWidth = 0, headsetHeight = 0;
+std::vector<unsigned char> headsetPicture;
+constinit int pictureWidth = 0, pictureHeight = 0;
+
 void KeepText(std::string_view text, int x, int y, float red, float green, float blue) {
     if (spareTexts.empty()) {
         texts.emplace_back();
@@ -46,6 +53,7 @@ void KeepText(std::string_view text, int x, int y, float red, float green, float
     kept.red = red;
     kept.green = green;
     kept.blue = blue;
+    kept.window = headsetWindow;
 }
 
 // ---- Letters ----
@@ -140,11 +148,15 @@ constexpr Shade dusk[] = {{0.00F, 0.13F, 0.14F, 0.16F},
                           {0.62F, 0.56F, 0.48F, 0.62F},
                           {1.00F, 0.09F, 0.12F, 0.28F}};
 
-void DrawBackground() {
+void ClearSurface() {
     RestoreGraphicsState();
     glDepthMask(GL_TRUE);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
     RestoreGraphicsState();
+}
+
+void DrawBackground() {
+    ClearSurface();
     const float width = static_cast<float>(ScreenWidth()), height = static_cast<float>(ScreenHeight());
     glBegin(GL_QUAD_STRIP);
     for (const Shade &shade : dusk) {
@@ -181,14 +193,16 @@ const std::vector<DrawnText> &ScreenTexts() {
     return texts;
 }
 
-std::vector<unsigned char> ReadScreenPixels() {
-    if (!hasPixels) return {};
+namespace {
+
+// Of the surface that is drawn on, rows from the top.
+std::vector<unsigned char> ReadPixels(int columns, int rows) {
     RestoreGraphicsState();
-    const std::size_t width = static_cast<std::size_t>(frameWidth);
-    const std::size_t height = static_cast<std::size_t>(frameHeight);
+    const std::size_t width = static_cast<std::size_t>(columns);
+    const std::size_t height = static_cast<std::size_t>(rows);
     const std::size_t rowBytes = width * 4;
     std::vector<unsigned char> upward(height * rowBytes), pixels(height * rowBytes);
-    glReadPixels(0, 0, frameWidth, frameHeight, GL_RGBA, GL_UNSIGNED_BYTE, upward.data());
+    glReadPixels(0, 0, columns, rows, GL_RGBA, GL_UNSIGNED_BYTE, upward.data());
     for (std::size_t row = 0; row < height; row++)
         std::memcpy(&pixels[row * rowBytes], &upward[(height - 1 - row) * rowBytes], rowBytes);
     // A screen is opaque, whatever blending has left in the fourth channel.
@@ -196,18 +210,70 @@ std::vector<unsigned char> ReadScreenPixels() {
     return pixels;
 }
 
-bool WriteScreenshot(const std::string &path, std::string &error) {
+bool DrawFrameForPicture(std::string &error) {
     DrawFrame(true);
-    if (!hasPixels) {
+    if (!hasPixels)
         error =
             HasContext() ? "the screen is larger than OpenGL can draw" : "no OpenGL here: " + WhyNoContext();
-        return false;
-    }
+    return hasPixels;
+}
+
+bool WritePicture(const std::string &path, const std::vector<unsigned char> &pixels, int width, int height,
+                  std::string &error) {
     UnwatchedWork encoding;
-    const unsigned failed = lodepng::encode(path, ReadScreenPixels(), static_cast<unsigned>(ScreenWidth()),
-                                            static_cast<unsigned>(ScreenHeight()));
+    const unsigned failed =
+        lodepng::encode(path, pixels, static_cast<unsigned>(width), static_cast<unsigned>(height));
     if (failed != 0) error = path + ": " + lodepng_error_text(failed);
     return failed == 0;
+}
+
+} // namespace
+
+std::vector<unsigned char> ReadScreenPixels() {
+    return hasPixels ? ReadPixels(frameWidth, frameHeight) : std::vector<unsigned char>();
+}
+
+bool WriteScreenshot(const std::string &path, std::string &error) {
+    return DrawFrameForPicture(error)
+           && WritePicture(path, ReadScreenPixels(), ScreenWidth(), ScreenHeight(), error);
+}
+
+bool WriteHeadsetPicture(const std::string &title, const std::string &path, std::string &error) {
+    wantedWindow = title;
+    isPictureWanted = true;
+    headsetPicture.clear();
+    const bool isDrawn = DrawFrameForPicture(error);
+    isPictureWanted = false;
+    if (!isDrawn) return false;
+    if (headsetPicture.empty()) {
+        error = "no window \"" + title + "\" is in the headset";
+        return false;
+    }
+    return WritePicture(path, headsetPicture, pictureWidth, pictureHeight, error);
+}
+
+// A window hangs before a dark background. Without pixels nothing is to be seen of it anywhere.
+HeadsetScope::HeadsetScope(const std::string &title, int width, int height) {
+    headsetWindow = title;
+    headsetWidth = width;
+    headsetHeight = height;
+    hasSurface = hasPixels && BeginHeadsetSurface(width, height);
+    SetDrawingSize(width, height);
+    if (!hasSurface) return;
+    ClearSurface();
+    FillRectangle(0, height, width, 0, {0.16F, 0.18F, 0.21F, 1});
+}
+
+HeadsetScope::~HeadsetScope() {
+    if (hasSurface && isPictureWanted && headsetWindow == wantedWindow) {
+        headsetPicture = ReadPixels(headsetWidth, headsetHeight);
+        pictureWidth = headsetWidth;
+        pictureHeight = headsetHeight;
+    }
+    if (hasSurface) EndHeadsetSurface();
+    SetDrawingSize(0, 0);
+    headsetWindow.clear();
+    RestoreGraphicsState();
 }
 
 void ShowScreen() {

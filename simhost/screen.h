@@ -14,6 +14,7 @@ struct DrawnText {
     std::string text;
     int x = 0, y = 0; // of the baseline's left end, boxels
     float red = 0, green = 0, blue = 0;
+    std::string window; // in the headset: the window's title; x and y are then the window's own
 };
 
 // Draws a frame: background, draw callbacks by phase, windows from back to front. withPixels false: only
@@ -25,6 +26,9 @@ const std::vector<DrawnText> &ScreenTexts();
 
 // Draws the frame with pixels and writes it as a PNG. False with the reason in error.
 bool WriteScreenshot(const std::string &path, std::string &error);
+
+// The same of a window that is in the headset alone, by its title.
+bool WriteHeadsetPicture(const std::string &title, const std::string &path, std::string &error);
 
 // The frame's pixels after DrawFrame(true): RGBA, rows from the top, width * height * 4 bytes.
 std::vector<unsigned char> ReadScreenPixels();
@@ -42,6 +46,18 @@ void ShowScreen();
 
 struct Tint {
     float red, green, blue, alpha;
+};
+
+// While one exists, drawing goes onto a window in the headset, whose lower left is (0, 0).
+class HeadsetScope {
+public:
+    HeadsetScope(const std::string &title, int width, int height);
+    ~HeadsetScope();
+    HeadsetScope(const HeadsetScope &) = delete;
+    HeadsetScope &operator=(const HeadsetScope &) = delete;
+
+private:
+    bool hasSurface = false;
 };
 void FillRectangle(int left, int top, int right, int bottom, const Tint &tint);
 void OutlineRectangle(int left, int top, int right, int bottom, const Tint &tint);

@@ -106,7 +106,8 @@ void XPLMGetWindowGeometry(XPLMWindowID inWindowID, int *outLeft, int *outTop, i
 
 void XPLMSetWindowGeometry(XPLMWindowID inWindowID, int inLeft, int inTop, int inRight, int inBottom) {
     Window *window = FindWindow(inWindowID);
-    if (window != nullptr && !IsInVr(*window)) PlaceWindow(*window, {inLeft, inTop, inRight, inBottom});
+    const bool isOnMonitor = window != nullptr && !IsInVr(*window) && window->mode != xplm_WindowPopOut;
+    if (isOnMonitor) PlaceWindow(*window, {inLeft, inTop, inRight, inBottom});
 }
 
 // The system's coordinates are the screen's: there is one monitor, with a pixel to a boxel.

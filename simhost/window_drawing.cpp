@@ -74,6 +74,13 @@ void DrawFrame(const Window &window) {
     DrawSimulatorText(title, textLeft, box.bottom + 3, titleText, true);
 }
 
+void DrawContents(const Window &window) {
+    if (window.draw == nullptr) return;
+    RunningScope scope(window.owner, "window's draw function");
+    DrawingScope drawing;
+    window.draw(window.id, window.refcon);
+}
+
 // Kept from frame to frame for its memory.
 constinit std::vector<XPLMWindowID> order;
 
@@ -112,17 +119,17 @@ void DrawWindows() {
     for (XPLMWindowID id : order) {
         const Window *window = FindWindow(id);
         if (window == nullptr || !window->isVisible || !IsPluginEnabled(window->owner)) continue;
-        if (!IsInVr(*window)) {
-            if (window->layer == xplm_WindowLayerModal && !isModalDrawn) {
-                FillRectangle(0, ScreenHeight(), ScreenWidth(), 0, behindModal);
-                isModalDrawn = true;
-            }
-            if (IsFramed(*window)) DrawFrame(*window);
+        if (IsInVr(*window)) {
+            const HeadsetScope headset(window->title, window->vrWidth, window->vrHeight);
+            DrawContents(*window);
+            continue;
         }
-        if (window->draw == nullptr) continue;
-        RunningScope scope(window->owner, "window's draw function");
-        DrawingScope drawing;
-        window->draw(window->id, window->refcon);
+        if (window->layer == xplm_WindowLayerModal && !isModalDrawn) {
+            FillRectangle(0, ScreenHeight(), ScreenWidth(), 0, behindModal);
+            isModalDrawn = true;
+        }
+        if (IsFramed(*window)) DrawFrame(*window);
+        DrawContents(*window);
     }
 }
 

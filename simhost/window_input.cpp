@@ -24,7 +24,9 @@ struct Held {
     int pressX = 0, pressY = 0;
 };
 
-constinit int mouseX = 0, mouseY = 0;
+constinit int mouseX = 0, mouseY = 0; // on the screen, or on the window that is pointed at
+constinit int screenMouseX = 0, screenMouseY = 0;
+constinit XPLMWindowID pointedAt = nullptr; // in the headset
 constinit bool isHeld = false;
 constinit Held held;
 constinit XPLMCursorStatus cursorStatus = xplm_CursorDefault;
@@ -39,9 +41,28 @@ struct KeySniffer {
 constinit std::vector<KeySniffer> keySniffers;
 constinit int keysOnTheWay = 0;
 
+bool IsBeamOn() {
+    const Window *window = FindWindow(pointedAt);
+    return window != nullptr && IsInVr(*window);
+}
+
 void SetMouse(int x, int y) {
     mouseX = x;
     mouseY = y;
+    if (IsBeamOn()) return;
+    screenMouseX = x;
+    screenMouseY = y;
+}
+
+bool IsWithinReach(const Window &window) {
+    if (!IsBeamOn()) return IsOnMonitor(window);
+    return window.id == pointedAt && window.isVisible && IsPluginEnabled(window.owner);
+}
+
+WindowPart PartAtMouse(const Window &window) {
+    if (!IsBeamOn()) return PartAt(window, mouseX, mouseY);
+    const Rectangle contents = {0, window.vrHeight, window.vrWidth, 0};
+    return contents.Contains(mouseX, mouseY) ? WindowPart::Contents : WindowPart::None;
 }
 
 // The handles of what lies under the mouse, from the front down to a modal window, which keeps everything
@@ -51,7 +72,7 @@ std::vector<XPLMWindowID> WithinReachOfMouse() {
     bool isModalOpen = false;
     for (XPLMWindowID id : IdsFrontToBack()) {
         const Window &window = *FindWindow(id);
-        if (!IsOnMonitor(window)) continue;
+        if (!IsWithinReach(window)) continue;
         if (isModalOpen && window.layer < xplm_WindowLayerModal) break;
         if (window.layer == xplm_WindowLayerModal) isModalOpen = true;
         ids.push_back(id);
@@ -62,8 +83,8 @@ std::vector<XPLMWindowID> WithinReachOfMouse() {
 // The window, if it still is there to be asked at the mouse's place, and the part of it.
 Window *StillUnderMouse(XPLMWindowID id, WindowPart &part) {
     Window *window = FindWindow(id);
-    if (window == nullptr || !IsOnMonitor(*window)) return nullptr;
-    part = PartAt(*window, mouseX, mouseY);
+    if (window == nullptr || !IsWithinReach(*window)) return nullptr;
+    part = PartAtMouse(*window);
     return part != WindowPart::None ? window : nullptr;
 }
 
@@ -154,6 +175,11 @@ void GiveFocus(XPLMWindowID id) {
 void ForgetWindow(XPLMWindowID id) {
     if (focused == id) focused = nullptr;
     if (held.window == id) held.window = nullptr;
+    if (pointedAt == id) pointedAt = nullptr;
+}
+
+void PointInHeadset(XPLMWindowID id) {
+    pointedAt = id;
 }
 
 void DropKeySniffers(XPLMPluginID plugin, LeftBehind &leftBehind) {
@@ -167,6 +193,7 @@ void DropKeySniffers(XPLMPluginID plugin, LeftBehind &leftBehind) {
 }
 
 void ResetInput() {
+    pointedAt = nullptr;
     SetMouse(0, 0);
     isHeld = false;
     held = {};
@@ -285,8 +312,8 @@ using namespace simhost;
 namespace {
 
 void TellMouse(int *outX, int *outY) {
-    if (outX != nullptr) *outX = mouseX;
-    if (outY != nullptr) *outY = mouseY;
+    if (outX != nullptr) *outX = screenMouseX;
+    if (outY != nullptr) *outY = screenMouseY;
 }
 
 } // namespace

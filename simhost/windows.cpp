@@ -164,6 +164,7 @@ std::vector<WindowView> WindowsFrontToBack() {
         view.isVisible = window.isVisible;
         view.isLegacy = window.isLegacy;
         view.isInVr = IsInVr(window);
+        XPLMGetWindowGeometryVR(id, &view.vrWidth, &view.vrHeight);
         view.isPoppedOut = window.mode == xplm_WindowPopOut;
         view.hasFocus = FocusedWindow() == id;
         view.layer = window.layer;
@@ -194,6 +195,7 @@ void SetVr(bool isOn) {
     if (isOn == isVrOn) return;
     // Plug-ins are told when the headset is on, and before it comes off.
     if (!isOn) BroadcastMessage(messageExitingVr, nullptr);
+    PointInHeadset(nullptr);
     isVrOn = isOn;
     SetNumber("sim/graphics/VR/enabled", isOn ? 1 : 0);
     if (isOn) BroadcastMessage(messageEnteredVr, nullptr);

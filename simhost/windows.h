@@ -16,6 +16,7 @@ struct WindowView {
     bool isVisible = false;
     bool isLegacy = false;
     bool isInVr = false;
+    int vrWidth = 0, vrHeight = 0; // in VR
     bool isPoppedOut = false;
     bool hasFocus = false;
     XPLMWindowLayer layer = 0;
@@ -39,6 +40,10 @@ void DragMouse(int x, int y);
 void ReleaseMouse(int x, int y);
 bool TurnWheel(int x, int y, int clicks);
 bool IsMouseHeld();
+
+// In the headset the mouse is a beam: until it is null again, or the window goes, places are those of this
+// window, (0, 0) its lower left, and nothing else is met. Where the screen's mouse is does not change.
+void PointInHeadset(XPLMWindowID window);
 
 // What the window below the mouse made of the cursor when it was last asked.
 XPLMCursorStatus MouseCursor();

@@ -127,6 +127,20 @@ TEST_F(Panels, DrawsItsItemsWhereTheyAre) {
     EXPECT_GT(letter, 10);
 }
 
+// The simulator places a window of the system in that system's pixels alone.
+TEST_F(Panels, AreScaledInAWindowOfTheSystemToo) {
+    AddButton(0, 180, 95, 1, 1, 0);
+    XPLMSetWindowPositioningMode(panel.window, xplm_WindowPopOut, -1);
+    XPLMSetWindowGeometryOS(panel.window, 0, 100, 200, 0);
+    EXPECT_FALSE(panel.isOnMonitor());
+    EXPECT_EQ(Clicked(190, 90), 0);
+    EXPECT_EQ(panel.mouseX, 190);
+    simhost::TurnWheel(100, 50, -2);
+    int left = 0, top = 0, right = 0, bottom = 0;
+    XPLMGetWindowGeometryOS(panel.window, &left, &top, &right, &bottom);
+    EXPECT_EQ((Extent{left, bottom, right, top}), (Extent{20, 10, 180, 90})) << "about its middle";
+}
+
 TEST_F(Panels, ANewReferenceSizeGivesTheWindowItsShape) {
     panel.ChangeOrigSize(400, 100);
     EXPECT_EQ(Window().right - Window().left, 200);

@@ -27,6 +27,8 @@ for _, call in ipairs {"dir", "frames", "run", "pause", "vr", "screen", "locale"
     refuses(call, 'argument "', {})
 end
 refuses("dir", '"what"', "home")
+refuses("point_at", '"title"', "no window")
+refuses("screenshot", "in the headset", sim.dir("xplane") .. "none.png", "no window")
 refuses("frames", '"n"', -1)
 refuses("frames", '"n"', 1.5)
 refuses("frames", '"n"', "10")

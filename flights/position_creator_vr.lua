@@ -1,0 +1,118 @@
+-- Posing the figure in VR: the panel hangs in front of the pilot, has no place on the monitor, and is worked with
+-- a beam. The argument is where its pictures go.
+local check = require "lib.check"
+
+local plugin = sim.dir("plugin")
+local pictures = arg[1] or sim.dir("xplane")
+local TITLE = "Velmora Fennic Position Creator"
+local SIDE = 512
+check.write(plugin .. "data/developer.txt", "editor=1\r\n")
+check.settings {gender = "w", installation = "2"}
+
+local function window()
+    for _, candidate in ipairs(sim.windows()) do
+        if candidate.title == TITLE then return candidate end
+    end
+end
+local function axes(channel)
+    local name = "kv/fo/" .. channel
+    return sim.get(name .. "_x"), sim.get(name .. "_y"), sim.get(name .. "_z")
+end
+-- From the panel's coordinates to those of the window in the headset.
+local function at(x, y)
+    local w = window()
+    return math.ceil(x * w.vr_width / SIDE), math.ceil((SIDE - y) * w.vr_height / SIDE)
+end
+local function click(x, y)
+    sim.click(at(x, y))
+    sim.frames(1)
+end
+local function picture(name)
+    sim.screenshot(pictures .. name, TITLE)
+    return check.read(pictures .. name)
+end
+local PAD_X, PAD_Y = 256, 390
+
+sim.start()
+sim.run(6)
+sim.choose("Editor")
+sim.run(2) -- a move that is under way ends
+sim.vr(true)
+sim.frames(3)
+local w = window()
+check.that(w.vr and w.right == 0, "in the headset, and nowhere on the monitor")
+check.list({w.vr_width, w.vr_height}, {SIDE, SIDE}, "as large as on the monitor")
+
+-- The screen's mouse lies where it lay; the beam alone counts.
+sim.mouse(1500, 900)
+sim.point_at(TITLE)
+sim.mouse(at(187 + 4, 20 - 4))
+sim.frames(1)
+local before = picture("vr_panel.png")
+click(187 + 4, 20 - 4)
+check.that(picture("vr_head_chosen.png") ~= before, "the chosen button is seen")
+local x, y, z = axes("head")
+click(PAD_X, PAD_Y)
+local beamX, beamY = at(PAD_X, PAD_Y)
+sim.mouse(beamX - 12, beamY + 7)
+sim.frames(1)
+sim.wheel(beamX - 12, beamY + 7, 3)
+sim.frames(1)
+local newX, newY, newZ = axes("head")
+check.near(newX, x - 7, 1e-4, "up lowers x")
+check.near(newY, y + 3, 1e-4, "the wheel")
+check.near(newZ, z + 12, 1e-4, "left raises z")
+click(PAD_X + 50, PAD_Y)
+sim.mouse(at(300, 300))
+sim.frames(1)
+check.list({axes("head")}, {newX, newY, newZ}, "let go")
+local label
+for _, text in ipairs(sim.screen_text()) do
+    if text.window == TITLE then label = text end
+end
+check.that(label and label.text == "300" and label.x == 305, "the cursor's place is told in the headset")
+
+-- Half as large again, the same buttons; the pose is saved under the name that is typed.
+for _ = 1, 5 do sim.wheel(10, 10, 1) end
+sim.frames(1)
+check.that(window().vr_width > 1.5 * SIDE, "larger")
+click(366 + 4, 89 - 4)
+x, y, z = axes("r_f53")
+click(PAD_X, PAD_Y)
+beamX, beamY = at(PAD_X, PAD_Y)
+sim.mouse(beamX + 9, beamY)
+sim.frames(1)
+check.near(select(3, axes("r_f53")), z - 9, 1e-4, "boxels count, whatever the size")
+click(PAD_X, PAD_Y)
+click(60, 290)
+check.that(window().focus, "the box has the keyboard")
+for _ = 1, 3 do sim.key("backspace") end
+sim.type("in vr\n") -- a blank becomes an underscore
+picture("vr_posed.png")
+sim.choose("Save Position")
+local saved = check.read(plugin .. "custom/positions-w/in_vr.txt")
+check.that(saved, "saved")
+local posed = {axes("head")}
+
+-- The headset comes off in the middle of a drag: it ends, and the mouse is the screen's again.
+click(PAD_X, PAD_Y)
+local finger = select(3, axes("r_f53"))
+sim.vr(false)
+sim.frames(3)
+check.equal(select(3, axes("r_f53")), finger, "she holds still")
+w = window()
+check.list({w.left, w.bottom, w.right - w.left}, {50, 50, SIDE}, "back on the monitor, as large as before")
+sim.click(50 + 187 + 4, 50 + SIDE - 20 + 4)
+sim.click(50 + PAD_X, 50 + SIDE - PAD_Y)
+sim.mouse(50 + PAD_X - 20, 50 + SIDE - PAD_Y)
+sim.frames(1)
+check.near(select(3, axes("head")), posed[3] + 20, 1e-4, "dragged on the monitor")
+sim.click(50 + PAD_X, 50 + SIDE - PAD_Y)
+
+-- What was saved is what was posed.
+sim.restart()
+sim.run(1)
+sim.choose("Editor") -- she holds still
+sim.choose("Positions/in_vr")
+sim.run(1)
+for i, value in ipairs {axes("head")} do check.near(value, posed[i], 1e-3, "loaded, axis " .. i) end
