@@ -13,7 +13,7 @@ const char *const CountKey = "P _obja/count";
 const int MostObjects = 9999; // far above what any simulator takes
 
 // The next line of text without its end, and text behind it.
-std::string_view TakeLine(std::string_view &text) {
+std::string_view NextLine(std::string_view &text) {
     const size_t end = text.find('\n');
     std::string_view line = text.substr(0, end);
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
@@ -34,7 +34,7 @@ int ReadCount(std::string_view line) {
 bool FindCount(std::string_view acf, int &count, std::string &reason) {
     int lines = 0, number = 0;
     while (!acf.empty()) {
-        const std::string_view line = TakeLine(acf);
+        const std::string_view line = NextLine(acf);
         number++;
         if (!Contains(line, CountKey)) continue;
         count = ReadCount(line);
@@ -56,7 +56,7 @@ bool FindCount(std::string_view acf, int &count, std::string &reason) {
 int CountFigureLines(std::string_view acf) {
     int count = 0;
     while (!acf.empty())
-        if (Contains(TakeLine(acf), FigureObject)) count++;
+        if (Contains(NextLine(acf), FigureObject)) count++;
     return count;
 }
 
@@ -78,7 +78,7 @@ bool AttachObject(std::string_view acf, const std::vector<FileLine> &properties,
     std::string text;
     text.reserve(acf.size() + acf.size() / 16 + object.size());
     while (!acf.empty()) {
-        const std::string_view line = TakeLine(acf);
+        const std::string_view line = NextLine(acf);
         if (Contains(line, CountKey)) {
             const std::vector<std::string> words = StringToWordsArray(std::string(line), ' ');
             text += object + words[0] + " " + words[1] + " " + int2string(count + 1);

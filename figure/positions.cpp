@@ -38,6 +38,7 @@ std::string RelativePath(const std::string &group, const std::string &name) {
 }
 
 void AddPositions(const std::string &folder, const std::string &group) {
+    RemoveUnfinishedIn(folder);
     for (const std::string &file : ReadFileListFromFolder(folder)) {
         if (!Contains(file, PositionExtension)) continue;
         const std::string name = ReplaceString(file, PositionExtension, "");
@@ -151,6 +152,7 @@ void ReadPositionFolder() {
         AddPositions(folder + "/", folder.substr(folder.rfind('/') + 1));
     for (const std::string &name : positionList)
         if (Contains(name, "rest")) positionRestList.push_back(name);
+    RemoveUnfinishedIn(PresetFolder());
     presetList = ReadFileListFromFolder(PresetFolder());
 }
 

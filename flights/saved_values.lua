@@ -69,13 +69,50 @@ sim.frames(2)
 check.equal(sim.get("test/hours"), 9.5, "the last line")
 check.equal(sim.get("test/landings"), 3, "the file's value")
 
--- A systems file that is gone for a flight takes no saved values with it.
+-- A systems file that is gone, unreadable or not in the list for a flight takes no saved values with it. The
+-- lines of what is not loaded stand first, where they cannot be taken for those of what is.
 sim.stop()
 local kept = check.read(save)
-os.remove(systems .. "_systems.txt")
-sim.log()
+check.that(kept:find("^x S.D.HOURSGLASS=9.5\r\nUNKNOWN.X.Y=3\r\nS.D.HOURS=9.5"), kept)
+local function flight_without(take, bring_back, said)
+    take()
+    sim.log()
+    sim.start()
+    check.equal(check.count(check.log(), said), 1, said)
+    sim.run(1)
+    sim.stop()
+    bring_back()
+    return check.read(save)
+end
+local function shell(command) return function() assert(os.execute("cd '" .. systems .. "' && " .. command)) end end
+check.equal(flight_without(shell("mv _systems.txt x"), shell("mv x _systems.txt"),
+    "System files not found at " .. sim.dir("plugin")), kept, "no list")
+check.equal(flight_without(shell("mv _systems.txt x && mkfifo _systems.txt"), shell("mv x _systems.txt"),
+    "FileIO:Cant open file " .. systems .. "_systems.txt: "), kept, "a list that cannot be read")
+check.write(systems .. "T.txt", "sys=T\ndev=D\nout=P,double,,1,,,,,,,,1\n")
+check.write(systems .. "_systems.txt", "S\nT\n")
 sim.start()
-check.equal(check.count(check.log(), "System files not found at " .. sim.dir("plugin")), 1, "no systems")
 sim.run(1)
 sim.stop()
-check.equal(check.read(save), kept, "the saved values are still there")
+local both = kept .. "T.D.P=1.000000\r\n"
+check.equal(check.read(save), both, "one more")
+local function sorted(text)
+    local lines = {}
+    for line in text:gmatch("[^\r\n]+") do lines[#lines + 1] = line end
+    table.sort(lines)
+    return table.concat(lines, "\n")
+end
+for _, way in ipairs {{"mv S.txt x", "mv x S.txt", "Version: "}, {"mv S.txt x && mkfifo S.txt", "mv x S.txt",
+    "FileIO:Cant open file " .. systems .. "S.txt: it is no regular file"}} do
+    local saved = flight_without(shell(way[1]), shell(way[2]), way[3])
+    check.equal(sorted(saved), sorted(both), "without a systems file: " .. way[1])
+end
+
+-- A "_save.txt" that cannot be read at the start is not replaced at the stop.
+check.equal(flight_without(shell("mv _save.txt x && mkfifo _save.txt"), shell("mv x _save.txt"),
+    "FileIO:Cant open file " .. save), check.read(save), "unreadable")
+check.write(systems .. "_save.txt", both)
+sim.start()
+sim.frames(2)
+check.equal(sim.get("test/hours"), 9.5, "all there again")
+sim.stop()

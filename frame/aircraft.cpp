@@ -5,6 +5,7 @@
 #include "figure/flight_computations.h"
 #include "frame/datarefs.h"
 #include "systems/reader.h"
+#include "systems/writer.h"
 #include "util/files.h"
 #include "util/find_dataref.h"
 #include "util/log.h"
@@ -81,6 +82,7 @@ void ReadAcfTypeAndDeveloperMode() {
     acfType = row->type;
     if (acfType == 737 || acfType == 739) CreateOrvikDatarefs();
     if (acfType == 739) CreateDrf_Int("kv/fnc/lu_mode", row->variant);
+    FinishInterruptedSave();
     CreateSystemsFromFile();
 }
 

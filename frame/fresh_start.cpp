@@ -27,6 +27,7 @@
 #include "systems/saved_values.h"
 #include "systems/writer.h"
 #include "util/clock.h"
+#include "util/files.h"
 #include "util/log.h"
 #include "voice/executer.h"
 #include "voice/phrases.h"
@@ -38,6 +39,7 @@
 void ResetEverything() {
     ResetLog();
     ResetClock();
+    ResetFiles();
 
     ResetFonts();
     ResetTextures();

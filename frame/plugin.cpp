@@ -22,6 +22,7 @@
 #include "gfx/textures.h"
 #include "systems/cycle.h"
 #include "systems/model.h"
+#include "util/files.h"
 #include "util/log.h"
 #include "util/paths.h"
 #include "voice/executer.h"
@@ -54,6 +55,15 @@ void RegisterCallbacksIfInstalled() {
     if (InstallationState == InstallationMissing) OpenSetupPrompt();
 }
 
+// What an end of the simulator in the middle of a write may have left. Positions and systems files have their
+// own.
+void RemoveLeftovers() {
+    for (const std::string &folder :
+         {WhatPluginPath(), WhatPluginPath() + "data/", WhatPluginPath() + "data/obj/",
+          WhatThisAircraftPath(), WhatThisAircraftPath() + "objects/"})
+        RemoveUnfinishedIn(folder);
+}
+
 } // namespace
 
 PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc) {
@@ -64,6 +74,7 @@ PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc) {
     std::strcpy(outSig, "velmora.fennic");
     std::strcpy(outDesc, "Velmora Fennic plugin");
     FindSimulatorDatarefs();
+    RemoveLeftovers();
     ReadSettings();
     LoadAnimationFile(WhatPluginPath() + "data/obj/fennic.txt");
     ReadPositionFolder();

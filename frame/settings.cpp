@@ -31,7 +31,10 @@ int InstallationState = InstallationMissing;
 namespace {
 
 const char *const SettingsFile = "data/settings_mac.txt";
+const char *const SettingsFileKept = "data/settings_mac.txt.kept";
 const int DefaultOffsetY = 10;
+
+bool isFileOurs = false; // what it holds was read, or written here, so that it may be replaced
 
 // What is being read, for messages.
 struct SettingsLine {
@@ -102,12 +105,17 @@ const SettingsKey Keys[] = {
     {"txtoffset=", SetOffsetY},
 };
 
-// The file to read, relative to the plug-in's folder; empty when no folder has the pair.
+// The file to read, relative to the plug-in's folder; empty when no folder has the pair. While the system
+// does not say whether the partner is there, nobody knows whether the file would have been read.
 std::string FindSettingsFile(const std::string &pluginFolder) {
-    for (const std::string folder : {"data/", "custom/"})
-        if (isFileExistString(pluginFolder + folder + "settings_mac.txt")
-            && isFileExistString(pluginFolder + folder + "settings_win.txt"))
+    for (const std::string folder : {"data/", "custom/"}) {
+        const std::string partner = pluginFolder + folder + "settings_win.txt";
+        const bool hasPartner = isFileExistString(partner) == 1;
+        if (!hasPartner && WhatIsAt(partner) != Presence::Absent)
+            KeepUntilNextStart(pluginFolder + SettingsFile);
+        if (hasPartner && isFileExistString(pluginFolder + folder + "settings_mac.txt"))
             return folder + "settings_mac.txt";
+    }
     return "";
 }
 
@@ -116,17 +124,33 @@ void CheckInstalledObject(const std::string &pluginFolder) {
     const std::string installed = WhatThisAircraftPath() + "objects/kvfennic.obj";
     const std::string shipped = pluginFolder + "data/obj/kvfennic.obj";
     if (InstallationState != InstallationReady) return;
-    if (!isFileExistString(installed) || !isFileExistString(shipped)) return;
-    if (FileLineSize(installed) != FileLineSize(shipped)) InstallationState = InstallationMissing;
+    std::vector<FileLine> installedLines, shippedLines;
+    if (ReadLines(installed, installedLines, ObjectFile) != Reading::Read) return;
+    if (ReadLines(shipped, shippedLines, ObjectFile) != Reading::Read) return;
+    if (installedLines.size() != shippedLines.size()) InstallationState = InstallationMissing;
+}
+
+// The settings of a file without its partner are not read, and the defaults take its place all the same.
+// What it holds goes into a copy, the first time; false when that fails.
+bool KeepUnreadSettings(const std::string &pluginFolder) {
+    const std::string file = pluginFolder + SettingsFile, kept = pluginFolder + SettingsFileKept;
+    if (isFileOurs || WhatIsAt(file) == Presence::Absent || WhatIsAt(kept) == Presence::Present) return true;
+    if (!copyFile(file, kept)) return false;
+    string2debugString("Settings were not read, since settings_win.txt is not beside them - kept in ", kept,
+                       1);
+    return true;
 }
 
 } // namespace
 
 void ReadSettings() {
+    isFileOurs = false;
     const std::string pluginFolder = WhatPluginPath();
     const std::string file = FindSettingsFile(pluginFolder);
     if (file.empty()) return;
-    const std::vector<FileLine> lines = ReadFileLines(pluginFolder + file);
+    std::vector<FileLine> lines;
+    if (ReadLines(pluginFolder + file, lines) != Reading::Read) return;
+    isFileOurs = file == SettingsFile;
     for (const FileLine &line : lines) {
         for (const SettingsKey &key : Keys) {
             if (!Contains(line.text, key.text)) continue;
@@ -165,7 +189,9 @@ void SaveSettings() {
     write("txtoffset=", int2string(widgetOffsetY));
     write("installation=", int2string(InstallationState));
     content += "\r\n";
-    WriteWholeFile(WhatPluginPath() + SettingsFile, content);
+    const std::string pluginFolder = WhatPluginPath();
+    if (!KeepUnreadSettings(pluginFolder)) return;
+    isFileOurs |= WriteWholeFile(pluginFolder + SettingsFile, content);
 }
 
 void ResetSettings() {

@@ -33,7 +33,8 @@ extern int InstallationState;
 // only with a "settings_win.txt" beside it; without a pair every default stays.
 void ReadSettings();
 
-// Writes "data/settings_mac.txt" whole.
+// Writes "data/settings_mac.txt" whole. One that was not read since it has no partner is copied to
+// "data/settings_mac.txt.kept" before, unless that is there.
 void SaveSettings();
 
 // Everything as when the program starts.

@@ -17,12 +17,16 @@
 #include "util/paths.h"
 #include "util/text.h"
 
+bool isModelComplete = true;
+
 namespace {
 
 const size_t FewestFields = 10; // of an "out=" line; text and save flag may be missing
 
 class ModelReader {
 public:
+    bool isComplete = true; // no file failed to be read
+
     void ReadFile(const std::string &file);
 
 private:
@@ -40,14 +44,17 @@ private:
     device_struct *CurrentDevice();
 };
 
+// A file that is not there has no lines.
 void ModelReader::ReadFile(const std::string &file) {
     fileName = file;
-    std::vector<FileLine> lines = ReadFileLines(WhatPluginPath() + file);
+    std::vector<FileLine> lines;
+    if (ReadLines(WhatPluginPath() + file, lines, SystemsFile) == Reading::Failed) isComplete = false;
     // Of UTF-16, say, no line means anything; all would be taken for lines of the parameter before.
     const auto isBinary = [](const FileLine &line) { return Contains(line.text, std::string_view("\0", 1)); };
     const auto binary = std::find_if(lines.begin(), lines.end(), isBinary);
     if (binary != lines.end()) {
         LogDroppedLine(file, binary->number, "this is no plain text, so the file is not read", binary->text);
+        isComplete = false;
         return;
     }
     for (FileLine &line : lines) ReadLine(line);
@@ -166,36 +173,45 @@ bool ModelReader::ReadParameter(std::string_view rest, const FileLine &line,
     return true;
 }
 
-void ReadListedFiles(ModelReader &reader, const std::string &folder) {
-    const std::string list = "systems/_systems.txt";
-    for (const FileLine &line : ReadFileLines(folder + list)) {
-        if (!isSafeFileName(line.text)) {
-            LogDroppedLine(list, line.number, "no name of a file in this folder", line.text);
-            continue;
-        }
-        const std::string file = "systems/" + line.text + ".txt";
-        if (isFileExistString(folder + file)) reader.ReadFile(file);
+const char *const ListFile = "systems/_systems.txt";
+const char *const SingleFile = "sys.txt";
+
+void ReadListedFiles(ModelReader &reader, const std::vector<FileLine> &list) {
+    for (const FileLine &line : list) {
+        if (isSafeFileName(line.text))
+            reader.ReadFile("systems/" + line.text + ".txt");
+        else
+            LogDroppedLine(ListFile, line.number, "no name of a file in this folder", line.text);
     }
+}
+
+// The list where there is one, readable or not; else the single file. False when one could not be read.
+bool ReadSystemsFiles(const std::string &folder) {
+    ModelReader reader;
+    std::vector<FileLine> list;
+    const Reading listReading = ReadLines(folder + ListFile, list);
+    isSeparateSysSaving = -1;
+    if (listReading == Reading::Read) {
+        isSeparateSysSaving = 1;
+        ReadListedFiles(reader, list);
+    } else if (listReading == Reading::Absent && isFileExistString(folder + SingleFile)) {
+        isSeparateSysSaving = 0;
+        reader.ReadFile(SingleFile);
+    }
+    if (isSeparateSysSaving == -1) string2debugString("System files not found at ", folder, 1);
+    return reader.isComplete && listReading != Reading::Failed;
 }
 
 } // namespace
 
 void CreateSystemsFromFile() {
     const std::string folder = WhatPluginPath();
-    ModelReader reader;
+    isModelComplete = false; // also when something is thrown on the way
     ModelChanges();
     ReadSavedValues();
-    if (isFileExistString(folder + "systems/_systems.txt")) {
-        isSeparateSysSaving = 1;
-        ReadListedFiles(reader, folder);
-    } else if (isFileExistString(folder + "sys.txt")) {
-        isSeparateSysSaving = 0;
-        reader.ReadFile("sys.txt");
-    } else {
-        isSeparateSysSaving = -1;
-        string2debugString("System files not found at ", folder, 1);
-    }
+    const bool isComplete = ReadSystemsFiles(folder);
     ForgetSavedValues();
     LogicAndCalcForOutputParce();
+    isModelComplete = isComplete;
     if (isVAdraw == 1) SysWindowCreate();
 }

@@ -1,9 +1,14 @@
 // The file is one line per parameter, address=value, rewritten whole. An address is looked for anywhere in
 // every line; all places where one may begin are kept in order, so that this costs no pass over the file.
+//
+// Lines of parameters that are not loaded, because their systems file is missing for a flight or not in the
+// list, are carried over. They stand first: the last line with an address counts, so none of them may stand
+// behind a living one.
 #include "systems/saved_values.h"
 
 #include <algorithm>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "systems/links.h"
@@ -57,13 +62,47 @@ void ReportNoNumber(SavedLine &saved) {
     LogDroppedLine(SaveFile, saved.line.number, NoNumber("value", saved.value), saved.line.text);
 }
 
+std::string AddressOf(const system_class &system, const device_struct &device,
+                      const out_parameter_struct &parameter) {
+    return system.name + "." + device.name + "." + parameter.name;
+}
+
+using Addresses = std::unordered_set<std::string>;
+
+// Of all parameters that are loaded, deleted ones too.
+Addresses LoadedAddresses() {
+    Addresses addresses;
+    for (const system_class &system : systems_vector)
+        for (const device_struct &device : system.devices)
+            for (const out_parameter_struct &parameter : device.outs)
+                addresses.insert(AddressOf(system, device, parameter));
+    return addresses;
+}
+
+// Names may hold "=", so the address may end at the first or at the last of them.
+bool isOfNoneLoaded(const std::string &line, const Addresses &loaded) {
+    const size_t first = line.find('='), last = line.rfind('=');
+    if (first == std::string::npos) return false;
+    return !loaded.contains(line.substr(0, first)) && !loaded.contains(line.substr(0, last));
+}
+
+// The lines of the file that are to stay as they are; false when it cannot be read.
+bool ReadLinesToKeep(const std::string &path, std::string &content) {
+    std::vector<FileLine> lines;
+    if (ReadLines(path, lines, SavedValuesFile) == Reading::Failed) return false;
+    const Addresses loaded = LoadedAddresses();
+    for (const FileLine &line : lines)
+        if (isOfNoneLoaded(line.text, loaded)) content += line.text + "\r\n";
+    return true;
+}
+
 } // namespace
 
 void ReadSavedValues() {
     ForgetSavedValues();
-    const std::string path = WhatPluginPath() + SaveFile;
-    if (!isFileExistString(path)) return;
-    for (FileLine &line : ReadFileLines(path)) {
+    std::vector<FileLine> lines;
+    ReadLines(WhatPluginPath() + SaveFile, lines, SavedValuesFile);
+    for (FileLine &line : lines) {
         SavedLine &saved = savedLines.emplace_back();
         const std::vector<std::string> parts = StringToWordsArray(line.text, '=');
         double value = 0.0;
@@ -103,18 +142,19 @@ void RestoreSavedValue(const std::string &address, std::string &initial) {
 void SaveParametersValue() {
     if (systems_vector.empty()) return; // the model did not load: what was saved before stays
     RefreshRecords();
+    const std::string path = WhatPluginPath() + SaveFile;
     std::string content;
+    if (!ReadLinesToKeep(path, content)) return;
     for (const system_class &system : systems_vector) {
         for (const device_struct &device : system.devices) {
             for (const out_parameter_struct &parameter : device.outs) {
                 const bool isSaved =
                     parameter.saveOnExit && !parameter.deleted && !device.deleted && !system.deleted;
                 if (!isSaved) continue;
-                content += system.name + "." + device.name + "." + parameter.name + "=";
+                content += AddressOf(system, device, parameter) + "=";
                 content += float2string(static_cast<float>(parameter.value)) + "\r\n";
             }
         }
     }
-    const std::string path = WhatPluginPath() + SaveFile;
     if (!content.empty() || isFileExistString(path)) WriteWholeFile(path, content);
 }

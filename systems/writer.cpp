@@ -8,6 +8,7 @@
 #include "frame/aircraft.h"
 #include "systems/links.h"
 #include "systems/model.h"
+#include "systems/reader.h"
 #include "util/file_set.h"
 #include "util/files.h"
 #include "util/log.h"
@@ -21,6 +22,8 @@ std::string saveFailure;
 namespace {
 
 const char *const LineEnd = "\r\n";
+
+bool areFilesWhole = true; // no save is left half done
 
 const char *ModeWord(const dataref_class &dataref) {
     if (dataref.mode == BindingExist) return "exist";
@@ -126,13 +129,27 @@ bool hasFileName(const system_class &system) {
     return false;
 }
 
+// What is missing in the model would be missing in the files, too.
+bool isComplete() {
+    const bool isComplete = isModelComplete && areFilesWhole;
+    if (!isComplete) {
+        saveFailure = "a systems file could not be read at the start";
+        string2debugString("Error - systems not saved: ", saveFailure, 1);
+    }
+    return isComplete;
+}
+
 } // namespace
 
-// The list stands behind the files that it names: a program that ends in between leaves a list of what there
-// is.
+void FinishInterruptedSave() {
+    areFilesWhole = FinishFileSet(WhatPluginPath() + "systems/");
+}
+
+// The list stands behind the files that it names.
 bool SaveSysToTxtFile() {
     SysLinkRefresh(0);
     saveFailure.clear();
+    if (!isComplete()) return false;
     const std::string folder = WhatPluginPath() + "systems/";
     std::vector<FileOfSet> files; // in order; systems that share a name share its file
     std::map<std::string, size_t> fileOfName;
@@ -156,5 +173,6 @@ bool SaveSysToTxtFile() {
 }
 
 void ResetWriter() {
+    areFilesWhole = true;
     MakeFresh(saveFailure);
 }

@@ -1,10 +1,23 @@
-// Reading, writing, copying and listing files. Nothing throws: readers return an empty result and log one
-// line; writers leave the old file or the new one, never half of one.
+// Reading, writing, copying and listing files. Nothing throws: readers say whether they could read and log
+// one line; writers leave the old file or the new one, never half of one.
+//
+// A file that could not be read is not an empty file. What failed to be read is remembered until
+// ResetFiles, and every writer refuses to replace it.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+// The largest files that are read, in bytes. A larger one counts as unreadable.
+inline constexpr uint64_t SmallFile = 1 << 20;        // settings, lists, positions, presets, fonts
+inline constexpr uint64_t SavedValuesFile = 16 << 20; // "_save.txt"
+inline constexpr uint64_t SystemsFile = 64 << 20;
+inline constexpr uint64_t PictureFile = 64 << 20;
+inline constexpr uint64_t ObjectFile = 64 << 20;            // the figure's object, as it is installed
+inline constexpr uint64_t AircraftFile = uint64_t{4} << 30; // .acf, and what is copied: read in pieces
 
 // One line of a text file with its number, counted from 1, for messages.
 struct FileLine {
@@ -12,36 +25,65 @@ struct FileLine {
     std::string text; // without line ends
 };
 
-// 1 when the path is a file that can be opened for reading, else 0.
+enum class Reading {
+    Absent, // nothing is there
+    Failed, // something is there, or may be, and it was not read, or not to its end
+    Read,
+};
+
+// 1 when the path is a regular file that can be opened for reading, else 0. Never waits, whatever is there.
 int isFileExistString(const std::string &path);
 int isFileExistChar(const char *path);
 
-// The non-empty lines of a file, carriage returns removed. When it cannot be opened: empty, and one line
-// in the log.
-std::vector<FileLine> ReadFileLines(const std::string &path);
+// The non-empty lines of a file, carriage returns removed. Nothing in the log when there is no file, one line
+// when it could not be read; no lines then.
+Reading ReadLines(const std::string &path, std::vector<FileLine> &lines, uint64_t limit = SmallFile);
+
+// The same with a line in the log when there is no file, too.
+std::vector<FileLine> ReadFileLines(const std::string &path, uint64_t limit = SmallFile);
 std::vector<std::string> ReadFileToVector(const std::string &path);
 
-// The whole file; empty, with one line in the log, when it cannot be opened.
-std::string ReadFileToString(const std::string &path);
+// The whole file; empty, with one line in the log, when it cannot be read.
+std::string ReadFileToString(const std::string &path, uint64_t limit = SmallFile);
+
+// Gives take every line without its "\n", one after the other, so that a file may be larger than the memory.
+// False from take ends the reading, which counts as failed. Nothing in the log when there is no file.
+using TakeLine = std::function<bool(std::string_view line)>;
+Reading ReadEachLine(const std::string &path, uint64_t limit, const TakeLine &take);
 
 // Whether a file is at the path. Unknown when something else is, or when the system does not say, which is
 // not the same as Absent where a file must not be lost.
 enum class Presence { Absent, Present, Unknown };
 Presence WhatIsAt(const std::string &path);
 
-// The number of non-empty lines.
+// The number of non-empty lines; 0, with one line in the log, when it cannot be read.
 int FileLineSize(const std::string &path);
 
 // Puts content in the place of the file at path: written beside it, flushed, renamed over it, with the old
-// file's permissions; a symbolic link stays and its target is replaced, one to nowhere is refused. False,
-// with one line in the log and the old file untouched, when anything fails.
+// file's permissions; a symbolic link stays and its target is replaced, but one that leads nowhere or out of
+// the aircraft's folder is refused. False, with one line in the log and the old file untouched, when anything
+// fails.
 bool WriteWholeFile(const std::string &path, std::string_view content);
+
+// The same for a file that is written in pieces. fill calls write for each, and ends, without writing on,
+// when that is false; it answers whether the new file is to take its place.
+using WritePiece = std::function<bool(std::string_view piece)>;
+using FillFile = std::function<bool(const WritePiece &write)>;
+bool WriteFileInPieces(const std::string &path, const FillFile &fill);
 
 // Copies all bytes with the same promise. 1, logging "copyFile from: …", or 0, logging "copyFile Error:…".
 int copyFile(const std::string &from, const std::string &to);
 
-// Removes what a crash in the middle of a write left beside the file at path. The next write does so too.
+// Keeps the file at path from being replaced until ResetFiles, as if it could not be read.
+void KeepUntilNextStart(const std::string &path);
+
+// Removes what a crash in the middle of a write left beside the file at path, or, with a line in the log,
+// beside any file in a folder. The next write does so too.
 void RemoveUnfinished(const std::string &path);
+void RemoveUnfinishedIn(const std::string &folder); // with "/" at its end
+
+// Forgets which files could not be read. For the plug-in's start.
+void ResetFiles();
 
 // Bare names of the entries whose name contains "." and not ".."; sorted by bytes. Empty when the folder
 // cannot be read.

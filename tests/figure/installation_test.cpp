@@ -7,7 +7,7 @@
 
 #include "figure/acf_file.h"
 #include "frame/aircraft.h"
-#include "tests/figure/interrupted_calls.h"
+#include "tests/interrupted_calls.h"
 #include "tests/log_lines.h"
 #include "tests/plugin_folder.h"
 #include "util/files.h"
@@ -75,6 +75,7 @@ protected:
         Restore(before);
         simhost::TakeLogLines();
         ResetLog();
+        ResetFiles();
         InterruptCalls(how, call);
         step();
         InterruptCalls(Interruption::None, 0);
@@ -132,6 +133,7 @@ TEST_P(InstallationOfType, IsCompletedAndUndoneAfterBeingBrokenOffAnywhere) {
                 Interrupt(step.run, step.before, step.after, how, call);
                 if (HasFailure()) return;                         // one is enough to read
                 if (!leftBehind.insert(Files()).second) continue; // completed from there before
+                ResetFiles(); // what could not be read stays until the next start
                 SetUpThisAircraft();
                 EXPECT_EQ(Files(), setUp) << "set up after call " << call;
                 UninstallFromAcf();

@@ -1,7 +1,11 @@
 // The settings file as users and older versions left it.
 #include "frame/settings.h"
 
+#include <sys/stat.h>
+
+#include "tests/log_lines.h"
 #include "tests/plugin_folder.h"
+#include "util/files.h"
 
 namespace {
 
@@ -43,6 +47,37 @@ TEST_F(Settings, TheChosenVoiceIsThatOfThePresentGender) {
     globalVoiceM = "of the other";
     SaveSettings();
     EXPECT_NE(read("data/settings_mac.txt").find("APLvoice-w=chosen\r\nAPLvoice-m=b\r\n"), std::string::npos);
+}
+
+TEST_F(Settings, WhatWasNotReadIsNotLost) {
+    const std::string mine = "gender=w\nuser=Mine\n";
+    write("data/settings_mac.txt", mine); // its partner is not there
+    for (int flight = 0; flight < 2; flight++) {
+        ReadSettings();
+        EXPECT_EQ(globalUser, "");
+        SaveSettings();
+        EXPECT_NE(read("data/settings_mac.txt"), mine);
+        EXPECT_EQ(read("data/settings_mac.txt.kept"), mine);
+    }
+    EXPECT_EQ(CountNewLines({"Settings were not read", "settings_mac.txt.kept"}), 1);
+
+    // One that cannot be read for a flight, as it is a pipe then, or has a partner that is one.
+    for (const char *name : {"settings_mac.txt", "settings_win.txt"}) {
+        write("data/settings_mac.txt", mine);
+        write("data/settings_win.txt", "");
+        const std::string file = plugin + "data/" + name;
+        std::filesystem::rename(file, file + "-");
+        ASSERT_EQ(mkfifo(file.c_str(), 0666), 0);
+        ResetFiles();
+        ReadSettings();
+        std::filesystem::rename(file + "-", file);
+        SaveSettings();
+        EXPECT_EQ(read("data/settings_mac.txt"), mine);
+        EXPECT_EQ(CountNewLines({"Cant write file", "settings_mac.txt"}), 1);
+    }
+    ResetFiles();
+    ReadSettings();
+    EXPECT_EQ(globalUser, "Mine");
 }
 
 TEST_F(Settings, ANameCountsOnlyBehindItsGender) {

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "tests/interrupted_calls.h"
 #include "tests/log_lines.h"
 #include "tests/plugin_folder.h"
 #include "util/log.h"
@@ -51,12 +52,80 @@ TEST_F(Files, LinesAreReadWithEitherLineEndAndTheirNumbers) {
 TEST_F(Files, WhatCannotBeReadIsEmptyAndSaysSoOnce) {
     for (const std::string &path : {plugin + "missing.txt", plugin + "data"}) {
         EXPECT_EQ(isFileExistString(path), 0);
+        simhost::TakeLogLines();
         EXPECT_TRUE(ReadFileToVector(path).empty());
         EXPECT_EQ(CountNewLines({"FileIO:Cant open file " + path}), 1);
         EXPECT_EQ(ReadFileToString(path), "");
         EXPECT_EQ(CountNewLines({"Nimbrel:FileIO:Cant open file " + path}), 1);
     }
     EXPECT_EQ(isFileExistChar(nullptr), 0);
+}
+
+TEST_F(Files, WhatCouldNotBeReadIsNotReplacedUntilTheNextStart) {
+    for (const auto how : {Interruption::FailOnce, Interruption::None}) {
+        write("a.txt", "mine");
+        std::vector<FileLine> lines;
+        int call = 0;
+        if (how == Interruption::FailOnce) {
+            InterruptCalls(Interruption::None, 0);
+            EXPECT_EQ(ReadLines(plugin + "a.txt", lines), Reading::Read);
+            call = CallsSoFar();
+        } else {
+            write("a.txt", "mine" + std::string(SmallFile, '\n')); // too large
+        }
+        for (; call >= 0; call--) {
+            InterruptCalls(how, call);
+            const bool isRead = ReadLines(plugin + "a.txt", lines) == Reading::Read;
+            InterruptCalls(Interruption::None, 0);
+            const std::string before = read("a.txt");
+            EXPECT_EQ(WriteWholeFile(plugin + "data/../a.txt", "defaults"), isRead) << call;
+            EXPECT_TRUE(isRead || read("a.txt") == before);
+            ResetFiles();
+            write("a.txt", before);
+        }
+    }
+    EXPECT_EQ(CountNewLines({"Cant write file", "could not be read"}), 4) << "open, both reads, too large";
+    std::vector<FileLine> lines;
+    EXPECT_EQ(ReadLines(plugin + "none.txt", lines), Reading::Absent);
+    EXPECT_TRUE(WriteWholeFile(plugin + "none.txt", "first"));
+}
+
+TEST_F(Files, NothingButARegularFileIsReadOrReplaced) {
+    ASSERT_EQ(mkfifo((plugin + "pipe.txt").c_str(), 0666), 0);
+    fs::create_symlink("/dev/zero", plugin + "device.txt");
+    write("target.txt", "t");
+    for (const char *name : {"pipe.txt", "device.txt"}) {
+        EXPECT_EQ(isFileExistString(plugin + name), 0);
+        EXPECT_TRUE(ReadFileLines(plugin + name).empty());
+        EXPECT_EQ(copyFile(plugin + name, plugin + "target.txt"), 0);
+        EXPECT_EQ(CountNewLines({"Cant open file ", name, "it is no regular file"}), 2) << name;
+        ResetFiles();
+        EXPECT_FALSE(WriteWholeFile(plugin + name, "x"));
+    }
+    EXPECT_EQ(read("target.txt"), "t");
+}
+
+TEST_F(Files, LinksAreFollowedWithinTheAircraftAlone) {
+    fs::create_directories(root + "elsewhere");
+    std::ofstream(root + "elsewhere/notes.txt") << "the user's";
+    fs::create_symlink(root + "elsewhere/notes.txt", plugin + "data/out.txt");
+    fs::create_symlink(root + "elsewhere", plugin + "linked");
+    EXPECT_FALSE(WriteWholeFile(plugin + "data/out.txt", "x"));
+    EXPECT_FALSE(WriteWholeFile(plugin + "linked/new.txt", "x"));
+    EXPECT_EQ(CountNewLines({"Cant write file", "out of the aircraft's folder"}), 2);
+    fs::create_symlink(root + "elsewhere/notes.txt", plugin + "data/in.txt.fennic-new"); // planted
+    EXPECT_TRUE(WriteWholeFile(plugin + "data/in.txt", "x"));
+    EXPECT_EQ(ReadFileToString(root + "elsewhere/notes.txt"), "the user's");
+    EXPECT_EQ(Entries(root + "elsewhere"), 1U);
+
+    // A link of the user's for the plug-in's or the aircraft's whole folder is the folder itself.
+    fs::rename(plugin, root + "elsewhere/64");
+    fs::create_directory_symlink(root + "elsewhere/64", plugin.substr(0, plugin.size() - 1));
+    fs::rename(aircraft, root + "elsewhere/Test");
+    fs::create_directory_symlink(root + "elsewhere/Test", aircraft.substr(0, aircraft.size() - 1));
+    EXPECT_TRUE(WriteWholeFile(plugin + "data/in.txt", "y"));
+    EXPECT_TRUE(WriteWholeFile(aircraft + "test.acf", "z"));
+    EXPECT_EQ(read("data/in.txt"), "y");
 }
 
 TEST_F(Files, AWriteKeepsPermissionsAndLinks) {

@@ -11,4 +11,7 @@ enum class Interruption {
 
 // From now on, and how many calls there have been since. Calls are counted from 1.
 void InterruptCalls(Interruption how, int call);
+
+// Whether the disk knows hard links. At first it does.
+void HaveSecondNames(bool have);
 int CallsSoFar();

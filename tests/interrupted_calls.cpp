@@ -1,5 +1,5 @@
 // Nothing is really flushed: that would only make the tests slow.
-#include "tests/figure/interrupted_calls.h"
+#include "tests/interrupted_calls.h"
 
 #include <cerrno>
 #include <cstdarg>
@@ -12,6 +12,7 @@ namespace {
 
 Interruption interruption = Interruption::None;
 int chosen = 0, calls = 0;
+bool hasSecondNames = true;
 
 bool IsDead() {
     return interruption == Interruption::Die && calls >= chosen;
@@ -31,6 +32,10 @@ void InterruptCalls(Interruption how, int call) {
     interruption = how;
     chosen = call;
     calls = 0;
+}
+
+void HaveSecondNames(bool have) {
+    hasSecondNames = have;
 }
 
 int CallsSoFar() {
@@ -76,6 +81,13 @@ int __wrap_close(int file) {
     const int result = __real_close(file); // what fails to close is closed all the same
     if (isFailing) errno = EIO;
     return isFailing ? -1 : result;
+}
+
+int __real_link(const char *path, const char *second);
+int __wrap_link(const char *path, const char *second) {
+    if (IsFailing(EPERM)) return -1;
+    if (!hasSecondNames) errno = EPERM;
+    return hasSecondNames ? __real_link(path, second) : -1;
 }
 
 int __real_unlink(const char *path);

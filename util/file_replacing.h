@@ -1,0 +1,23 @@
+// Replacing one file: which file a path finally names, whether it may be replaced, and how. Behind
+// WriteWholeFile, copyFile and WriteFileSet alone.
+#pragma once
+
+#include <string>
+
+#include "util/file_calls.h"
+
+extern const char *const NewFileSuffix; // of a new file, until it takes its place
+
+// Notes that reading a file failed: it is not replaced until ResetFiles. True when that is new.
+bool KeepFile(const std::string &path);
+
+// The folder of a file, with "/" at its end; "./" for a bare name.
+std::string FolderOf(const std::string &path);
+
+// The file that a path finally names, so that a link stays and its target is replaced. A reason why it must
+// not be replaced: it could not be read in this session, a link leads nowhere or out of the aircraft's and
+// the plug-in's own folders, something else than a file is there, or the permissions do not allow it.
+Reason FindTarget(const std::string &path, std::string &target);
+
+// Writes a new file beside the target and renames it over it.
+Reason ReplaceFile(const std::string &path, const Fill &fill);
