@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -130,28 +129,6 @@ TEST(Objects, HideAndShow) {
     EXPECT_TRUE(isShown("ATTR_draw_disable\nATTR_draw_enable\n", {}));
     EXPECT_TRUE(isShown("ATTR_LOD 0 10\n", {}, 9));
     EXPECT_FALSE(isShown("ATTR_LOD 0 10\n", {}, 10));
-}
-
-TEST(Objects, SurviveAnyText) {
-    const std::string whole =
-        head + triangle
-        + "ANIM_begin\nANIM_rotate_begin 1 0 0 a[2]\nANIM_rotate_key 1 2\n"
-          "ANIM_rotate_key 3 4\nANIM_rotate_end\nTRIS 0 3\nANIM_hide 0 1 b\nANIM_end\nTRIS 0 3\n";
-    const std::string bits[] = {"-1", "99999999999", "1e39",       "\n",   "\r",
-                                "#",  "TRIS 1 2",    "ANIM_end\n", "\xFF", "nan"};
-    std::mt19937 random(4);
-    for (int i = 0; i < 3000; i++) {
-        std::string text = whole;
-        for (unsigned change = random() % 5; change > 0; change--) {
-            text.erase(random() % text.size(), random() % 9);
-            text.insert(random() % text.size(), bits[random() % std::size(bits)]);
-        }
-        ObjectFile object;
-        if (!ReadObject(text, "a.obj", object)) continue;
-        std::vector<PosedTriangles> posed;
-        PoseObject(object, ValuesOf(object, [](const std::string &) { return 0.5; }), 1, posed);
-        ASSERT_LT(PosedPoints(object, posed).size(), 10000u);
-    }
 }
 
 // ---- The picture ----
