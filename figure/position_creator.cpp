@@ -220,4 +220,5 @@ void ResetPositionCreator() {
     ReInitPositionCreator();
     for (int &button : b) button = 0;
     box_PositionName = -1;
+    wasOnMonitor = true;
 }
