@@ -24,6 +24,7 @@
 #include "systems/expectations.h"
 #include "systems/links.h"
 #include "systems/model.h"
+#include "systems/reader.h"
 #include "systems/saved_values.h"
 #include "systems/writer.h"
 #include "util/clock.h"
@@ -59,6 +60,7 @@ void ResetEverything() {
     ResetSelectionWindow();
     ResetSpeechLink();
 
+    ResetReader();
     ResetBodyParser();
     ResetExpectations();
     ResetLinks();

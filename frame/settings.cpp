@@ -202,4 +202,5 @@ void ResetSettings() {
     globalRate = 50;
     widgetOffsetY = DefaultOffsetY;
     InstallationState = InstallationMissing;
+    isFileOurs = false;
 }

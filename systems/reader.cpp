@@ -215,3 +215,7 @@ void CreateSystemsFromFile() {
     isModelComplete = isComplete;
     if (isVAdraw == 1) SysWindowCreate();
 }
+
+void ResetReader() {
+    isModelComplete = true;
+}

@@ -9,3 +9,6 @@ extern bool isModelComplete;
 // values. A line that cannot be read is logged and dropped. Without any file the model stays empty and one
 // line says so.
 void CreateSystemsFromFile();
+
+// Everything as when the program starts.
+void ResetReader();

@@ -175,4 +175,5 @@ bool SaveSysToTxtFile() {
 void ResetWriter() {
     areFilesWhole = true;
     MakeFresh(saveFailure);
+    areFilesWhole = true;
 }
