@@ -10,15 +10,9 @@ local ref, move, fly = skyhawk.ref, skyhawk.move, skyhawk.fly
 local captain, hears, answers, silence = skyhawk.captain, skyhawk.hears, skyhawk.answers, skyhawk.silence
 local is, fired = skyhawk.is, skyhawk.fired
 
--- Pictures of the screen go into the folder that the first argument names, if one is named, and those of a
--- film of the checklist, ten for a second, into its folder "film".
+-- Pictures of the screen go into the folder that the first argument names, if one is named.
 local function picture(name)
     if arg[1] then sim.screenshot(arg[1] .. name .. ".png") end
-end
-local filmed = 0
-local function film()
-    filmed = filmed + 1
-    if filmed % 6 == 0 then picture(("film/%03d"):format(filmed // 6)) end
 end
 
 -- ---- On the apron ----
@@ -59,7 +53,6 @@ sim.tap("sim/flight_controls/park_brake_set")
 captain("yes")
 
 hears("Seats and belts?")
-skyhawk.watch = arg[1] and film
 captain("checked")
 sim.note("That is not what the list says. She keeps waiting.")
 silence(1.5)
@@ -67,7 +60,6 @@ picture("checklist")
 captain("adjusted and locked")
 is(ref.tablet, 1)
 answers("Brakes?", "set")
-skyhawk.watch = nil
 answers("Circuit breakers?", "in")
 answers("Avionics?", "off")
 answers("Fuel selector?", "both")
@@ -78,10 +70,8 @@ hears("Before start checklist complete.")
 
 -- ---- Starting up ----
 
-skyhawk.watch = arg[1] and film
 captain("start the engine")
 hears("Throttle")
-skyhawk.watch = nil
 hears("Primed. Propeller area?")
 is(ref.tablet, 0)
 is(ref.fuel_pump, 0, 0)

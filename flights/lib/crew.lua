@@ -5,7 +5,6 @@ local check = require "lib.check"
 local crew = {}
 
 crew.step_world = nil -- a function that is called before each frame, with the flight time
-crew.watch = nil      -- one that is called after it, or nil
 
 local ramps = {}  -- dataref -> {from, to, begin, finish}: values on their way
 local said = {}   -- all she has said, in order
@@ -29,7 +28,6 @@ function crew.step()
     moveValues(sim.time())
     crew.step_world(sim.time())
     sim.frames(1)
-    if crew.watch then crew.watch() end
     for _, text in ipairs(sim.said()) do
         said[#said + 1] = text
         quietAt = math.max(quietAt, sim.time()) + 1 + #text / 10
