@@ -1,30 +1,28 @@
-// Body lines, one item per line. A line that cannot be read is logged and dropped; the items before and
-// after it stand.
+// What body lines say becomes records at work: links are resolved, phrases told. A line that cannot be read
+// is logged and kept at its place; the items before and after it stand.
 #include "systems/body_parser.h"
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
+#include <variant>
 
 #include "XPLMDataAccess.h"
 #include "XPLMUtilities.h"
 #include "figure/positions.h"
-#include "systems/calculation.h"
+#include "systems/kept_lines.h"
 #include "systems/links.h"
 #include "systems/model.h"
-#include "systems/operators.h"
+#include "systems/notation.h"
 #include "util/find_dataref.h"
 #include "util/log.h"
 #include "util/make_fresh.h"
-#include "util/numbers.h"
-#include "util/text.h"
 
 std::vector<commandsMenuStruct> commandsMenuVector;
 
 namespace {
 
 std::unordered_set<std::string> offered; // phrases of the last entry of the menu
-
-const int SearchOrder[] = {0, 4, 5, 1, 2, 3}; // longer texts first
 
 class BodyParser {
 public:
@@ -38,35 +36,31 @@ private:
     device_struct &device = system.devices[static_cast<size_t>(dev)];
     out_parameter_struct &parameter = device.outs[static_cast<size_t>(out)];
     size_t lineIndex = 0;
-    std::string_view line;
-    std::vector<std::string_view> fields;
     int joinOp = 0;
+    kept_line_struct join;            // the last join line, until a comparison uses it
+    int lastList = ListOfComparisons; // of the block, that the last line added to
 
     void ParseLine();
-    void ParseGraphPoint(std::string_view rest);
-    void ParseCalculation(const std::string &rest);
-    void ParseAction(std::string_view rest);
-    void ParseComparison();
-    void ParseSpeech();
+    void Add(BlockBegin item);
+    void Add(JoinLine item);
+    void Add(compare_block_class &&comparison);
+    void Add(CalculationLine &&item);
+    void Add(structExecute &&action);
+    void Add(graf_struct &&point);
+    void Add(const UnreadableLine &item);
+    void Keep(kept_line_struct kept);
+    void KeepUnusedJoin();
+    void ResolveLink(sysLink_struct &link) const;
 
     logicblock_struct &Block() { return parameter.logic.back(); }
-    void Drop(const std::string &reason) const {
-        LogDroppedLine(parameter.fileName, LineNumber(), reason, line);
-    }
+    const std::string &Line() const { return parameter.lines[lineIndex]; }
     int LineNumber() const { return parameter.lineNumbers[lineIndex]; }
-    std::string WithoutKey(std::string_view key) const { return ReplaceString(std::string(line), key, ""); }
-
-    bool ReadNumber(std::string_view text, const char *field, double &value) const {
-        if (ParseDouble(text, value)) return true;
-        Drop(NoNumber(field, text));
-        return false;
+    template <typename Record> void Append(int list, std::vector<Record> &records, Record &&record) {
+        lastList = list;
+        record.line = LineNumber();
+        records.push_back(std::move(record));
     }
 };
-
-std::string_view WithoutBrackets(std::string_view text, std::string &buffer) {
-    buffer = ReplaceString(ReplaceString(std::string(text), "[", ""), "]", "");
-    return buffer;
-}
 
 // Offers a phrase to the menu, under the name of the device. Of a checklist only the first step's phrases
 // are offered, which start it.
@@ -82,128 +76,88 @@ void OfferToMenu(const system_class &system, const device_struct &device, int ou
 }
 
 void BodyParser::Parse() {
-    for (; lineIndex < parameter.lines.size(); lineIndex++) {
-        line = parameter.lines[lineIndex];
-        ParseLine();
-    }
+    for (; lineIndex < parameter.lines.size(); lineIndex++) ParseLine();
+    KeepUnusedJoin();
     parameter.lines = {};
     parameter.lineNumbers = {};
 }
 
 void BodyParser::ParseLine() {
-    if (line == "logic:") {
-        parameter.logic.emplace_back().line = LineNumber();
-        joinOp = 0;
-    } else if (line == "&&" || line == "||") {
-        joinOp = line == "||" ? 1 : 0;
-    } else if (parameter.logic.empty()) {
-        Drop("stands before the first \"logic:\"");
-    } else if (Contains(line, "graf=")) {
-        ParseGraphPoint(WithoutKey("graf="));
-    } else if (Contains(line, "calc=")) {
-        ParseCalculation(WithoutKey("calc="));
-    } else if (Contains(line, "execute=")) {
-        ParseAction(WithoutKey("execute="));
-    } else if (Contains(line, "instring=")) {
-        ParseSpeech();
-    } else {
-        ParseComparison();
-    }
+    bool isWhole = true;
+    BodyItem item = ReadBodyLine(Line(), isWhole);
+    const bool isOutside =
+        parameter.logic.empty() && !std::get_if<BlockBegin>(&item) && !std::get_if<JoinLine>(&item);
+    if (isOutside) item = UnreadableLine{"stands before the first \"logic:\""};
+    KeepAsWritten(Line(), isWhole, item);
+    std::visit([this](auto &read) { Add(std::move(read)); }, item);
 }
 
-void BodyParser::ParseGraphPoint(std::string_view rest) {
-    SplitFields(rest, ',', fields);
-    graf_struct point;
-    point.line = LineNumber();
-    if (!ReadNumber(fields[0], "x", point.x)) return;
-    if (!ReadNumber(fields.size() > 1 ? fields[1] : "", "y", point.y)) return;
-    Block().graph.push_back(point);
+void BodyParser::Add(BlockBegin) {
+    KeepUnusedJoin();
+    parameter.logic.emplace_back().line = LineNumber();
+    joinOp = 0;
+    lastList = ListOfComparisons;
 }
 
-void BodyParser::ParseCalculation(const std::string &rest) {
-    calcBlock_struct calculation;
-    calculation.line = LineNumber();
-    std::string error;
-    if (!calcString2calcStack(sys, dev, out, rest, calculation.stack, error)) {
-        Drop(NoNumber("operand", error));
-        return;
-    }
-    std::string buffer;
-    const std::string_view number = WithoutBrackets(rest, buffer);
-    double constant = 0.0;
-    if (isNumber(number) && !ReadNumber(number, "constant", constant)) return;
-    Block().constant = constant;
-    Block().calcs.push_back(std::move(calculation));
+void BodyParser::Add(JoinLine item) {
+    KeepUnusedJoin();
+    joinOp = item.joinOp;
+    join = {.text = Line(), .reason = "joins no comparison", .line = LineNumber()};
 }
 
-void BodyParser::ParseAction(std::string_view rest) {
-    SplitFields(rest, ',', fields);
-    if (fields.size() < 3) {
-        Drop("an action has three fields: type, text, value");
-        return;
+void BodyParser::Add(compare_block_class &&comparison) {
+    join = {};
+    comparison.joinOp = joinOp;
+    comparison.joinText = joinOp == 1 ? "||" : "&&";
+    if (comparison.a.kind == LinkSpeech) {
+        comparison.phraseStroka = MakeStrokaFromText(comparison.phrase, AddToContext);
+        OfferToMenu(system, device, out, comparison.phrase);
     }
-    structExecute action;
-    action.line = LineNumber();
-    if (!ParseInt(fields[0], action.type)) {
-        Drop(NoNumber("type", fields[0]));
-        return;
-    }
-    if (!ReadNumber(fields[2], "value", action.value)) return;
-    action.text = fields[1];
-    std::replace(action.text.begin(), action.text.end(), ';', ',');
+    ResolveLink(comparison.a);
+    ResolveLink(comparison.b);
+    Append(ListOfComparisons, Block().compares, std::move(comparison));
+}
+
+void BodyParser::Add(CalculationLine &&item) {
+    for (calcStack_class &element : item.calculation.stack) ResolveLink(element.link);
+    Block().constant = item.constant;
+    Append(ListOfCalculations, Block().calcs, std::move(item.calculation));
+}
+
+void BodyParser::Add(structExecute &&action) {
     action.notFound = isMissing(action) ? 1 : 0;
-    Block().executes.push_back(std::move(action));
+    Append(ListOfActions, Block().executes, std::move(action));
 }
 
-void BodyParser::ParseSpeech() {
-    compare_block_class comparison;
-    comparison.line = LineNumber();
-    comparison.a.kind = LinkSpeech;
-    comparison.phrase = WithoutKey("instring=");
-    comparison.phraseStroka = MakeStrokaFromText(comparison.phrase, AddToContext);
-    comparison.joinOp = joinOp;
-    comparison.joinText = joinOp == 1 ? "||" : "&&";
-    OfferToMenu(system, device, out, comparison.phrase);
-    Block().compares.push_back(std::move(comparison));
+void BodyParser::Add(graf_struct &&point) {
+    Append(ListOfPoints, Block().graph, std::move(point));
 }
 
-void BodyParser::ParseComparison() {
-    compare_block_class comparison;
-    comparison.line = LineNumber();
-    std::string sides(line);
-    for (int oper : SearchOrder) {
-        if (!Contains(line, ComparisonTexts[oper])) continue;
-        comparison.cmpOp = oper;
-        comparison.cmpText = ComparisonTexts[oper];
-        sides = ReplaceString(sides, comparison.cmpText, ",");
-        break;
-    }
-    comparison.joinOp = joinOp;
-    comparison.joinText = joinOp == 1 ? "||" : "&&";
-    SplitFields(sides, ',', fields);
-    if (fields.size() < 2) {
-        Drop("neither a keyword nor a comparison");
+void BodyParser::Add(const UnreadableLine &item) {
+    LogDroppedLine(parameter.fileName, LineNumber(), item.reason, Line());
+    KeepUnusedJoin();
+    Keep({.text = Line(), .reason = item.reason, .line = LineNumber()});
+}
+
+// Behind what the last line added to; before the first block, in the parameter.
+void BodyParser::Keep(kept_line_struct kept) {
+    if (parameter.logic.empty()) {
+        parameter.kept.push_back(std::move(kept));
         return;
     }
-    std::string leftBuffer, rightBuffer;
-    const std::string_view left = WithoutBrackets(fields[0], leftBuffer);
-    const std::string_view right = WithoutBrackets(fields[1], rightBuffer);
-    if (isNumber(left)) {
-        if (!ReadNumber(left, "left side", comparison.aValue)) return;
-    } else {
-        comparison.a = String2sysLinkSDO(sys, dev, out, left);
-    }
-    if (Contains(right, ";")) {
-        SplitFields(right, ';', fields);
-        int number = 0;
-        for (std::string_view piece : fields)
-            if (isNumber(piece) && ParseInt(piece, number)) comparison.bList.push_back(number);
-    } else if (isNumber(right)) {
-        if (!ReadNumber(right, "right side", comparison.bValue)) return;
-    } else {
-        comparison.b = String2sysLinkSDO(sys, dev, out, right);
-    }
-    Block().compares.push_back(std::move(comparison));
+    kept.list = lastList;
+    kept.behind = static_cast<int>(CountOf(Block(), lastList));
+    Block().kept.push_back(std::move(kept));
+}
+
+// A join that no comparison follows may belong to one that was not understood.
+void BodyParser::KeepUnusedJoin() {
+    if (!join.text.empty()) Keep(std::move(join));
+    join = {};
+}
+
+void BodyParser::ResolveLink(sysLink_struct &link) const {
+    if (isLink(link)) link = String2sysLinkSDO(sys, dev, out, std::string(link.name));
 }
 
 } // namespace

@@ -4,44 +4,16 @@
 #include <algorithm>
 
 #include "systems/links.h"
+#include "systems/notation.h"
 #include "systems/operators.h"
 #include "util/text.h"
 
-namespace {
-
-const std::string_view BlockWord = "CBLOCK";
-
-bool ParseOperand(int sys, int dev, int out, std::string_view text, calcStack_class &element) {
-    const size_t block = text.find(BlockWord);
-    if (isNumber(text)) return ParseDouble(text, element.constant);
-    if (block != std::string_view::npos)
-        return ParseInt(ReplaceString(std::string(text), BlockWord, ""), element.blockIndex);
-    element.link = String2sysLinkSDO(sys, dev, out, text);
-    return true;
-}
-
-} // namespace
-
 bool calcString2calcStack(int sys, int dev, int out, std::string_view text,
                           std::vector<calcStack_class> &stack, std::string &error) {
-    stack.clear();
-    std::vector<std::string_view> pieces;
-    SplitFields(text, ']', pieces);
-    pieces.pop_back(); // what stands behind the last "]" is nothing
-    for (std::string_view piece : pieces) {
-        const size_t bracket = piece.find('[');
-        calcStack_class element;
-        element.oper = piece.substr(0, bracket);
-        element.operTypeDetect();
-        std::string_view operand;
-        if (bracket != std::string_view::npos) operand = piece.substr(bracket + 1);
-        operand = operand.substr(0, operand.find('['));
-        if (!ParseOperand(sys, dev, out, operand, element)) {
-            error = operand;
-            return false;
-        }
-        stack.push_back(std::move(element));
-    }
+    bool isWhole = true;
+    if (!ReadCalculation(text, stack, error, isWhole)) return false;
+    for (calcStack_class &element : stack)
+        if (isLink(element.link)) element.link = String2sysLinkSDO(sys, dev, out, element.link.name);
     return true;
 }
 

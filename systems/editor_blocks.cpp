@@ -6,6 +6,7 @@
 
 #include "systems/body_parser.h"
 #include "systems/editor_undo.h"
+#include "systems/kept_lines.h"
 #include "systems/links.h"
 #include "systems/operators.h"
 #include "util/numbers.h"
@@ -39,6 +40,11 @@ template <typename Record> int InsertBehind(std::vector<Record> &records, int af
     return index;
 }
 
+template <typename Record> constexpr int ListOf = ListOfPoints;
+template <> constexpr int ListOf<compare_block_class> = ListOfComparisons;
+template <> constexpr int ListOf<calcBlock_struct> = ListOfCalculations;
+template <> constexpr int ListOf<structExecute> = ListOfActions;
+
 // One record of a block's list, with its step.
 template <typename Record>
 int AddRecord(const char *name, const BlockPlace &place, std::vector<Record> logicblock_struct::*list,
@@ -46,7 +52,9 @@ int AddRecord(const char *name, const BlockPlace &place, std::vector<Record> log
     logicblock_struct *block = BlockAt(place);
     if (!block) return -1;
     const ParameterStep step(name, place);
-    return InsertBehind(block->*list, after, std::move(record));
+    const int index = InsertBehind(block->*list, after, std::move(record));
+    ShiftKept(*block, ListOf<Record>, index, 1);
+    return index;
 }
 
 template <typename Record>
@@ -56,6 +64,7 @@ void DeleteRecord(const char *name, const BlockPlace &place, std::vector<Record>
     if (!block || !isIndex(block->*list, index)) return;
     const ParameterStep step(name, place);
     (block->*list).erase((block->*list).begin() + index);
+    ShiftKept(*block, ListOf<Record>, index, -1);
 }
 
 template <typename Record>
@@ -193,6 +202,7 @@ int AddCalculation(const BlockPlace &place, int after) {
     calculation.stack.push_back(NewElement(OperatorLoad));
     const int index = InsertBehind(block->calcs, after, std::move(calculation));
     ShiftCalculationNames(*block, index, 1);
+    ShiftKept(*block, ListOfCalculations, index, 1);
     return index;
 }
 
@@ -214,6 +224,7 @@ void DeleteElement(const BlockPlace &place, int calculation, int index) {
     logicblock_struct &block = *BlockAt(place);
     block.calcs.erase(block.calcs.begin() + calculation);
     ShiftCalculationNames(block, calculation, -1);
+    ShiftKept(block, ListOfCalculations, calculation, -1);
 }
 
 void SetOperator(const BlockPlace &place, int calculation, int index, int oper) {

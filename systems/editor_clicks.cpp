@@ -4,12 +4,14 @@
 #include <algorithm>
 
 #include "systems/editor_edit_box.h"
+#include "systems/editor_kept.h"
 #include "systems/editor_model.h"
 #include "systems/editor_panels.h"
 #include "systems/editor_state.h"
 #include "systems/editor_undo.h"
 #include "systems/editor_usage.h"
 #include "systems/links.h"
+#include "util/numbers.h"
 
 namespace {
 
@@ -100,6 +102,16 @@ void GoToUsage(int index) {
     selDraw = usage.element;
 }
 
+// Goes to what the line stands in, and tells all of it.
+void GoToKept(int index) {
+    if (index < 0 || static_cast<size_t>(index) >= KeptPlaces().size()) return;
+    const KeptPlace kept = KeptPlaces()[static_cast<size_t>(index)];
+    if (isSystem(kept.place.sys)) SelectPlace(kept.place.sys, kept.place.dev, kept.place.out);
+    if (kept.place.block >= 0) selDrawStack = kept.place.block;
+    ScrollToSelection();
+    Say("line " + int2string(kept.line) + ", " + kept.reason + ": " + kept.text, true);
+}
+
 void ShowPanel(int isCalc, int block) {
     showCalc = isCalc;
     if (block >= 0) selDrawStack = block;
@@ -163,7 +175,12 @@ bool Show(const click_zone_class &zone, bool isDouble) {
         GoForward();
         ScrollToSelection();
         return true;
-    case ActionShowUsage: showUsage = !showUsage; return true;
+    case ActionShowUsage:
+        showUsage = showKept || !showUsage;
+        showKept = 0;
+        return true;
+    case ActionShowKept: showKept = !showKept; return true;
+    case ActionGoToKept: GoToKept(zone.context[ZoneItem]); return true;
     case ActionShowGraph: showGraph = !showGraph; return true;
     case ActionShowCalc: ShowPanel(1, block); return true;
     case ActionShowExecute: ShowPanel(0, block); return true;

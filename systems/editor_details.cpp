@@ -68,7 +68,7 @@ void DrawDataref(const char *label, const Area &area, int field, int action, con
              area.right - board - Gap, area.top);
 }
 
-// Six decimals as the files have, without the zeros behind.
+// As the files have it, without the zeros behind.
 std::string_view Shortened(std::string &text) {
     text.erase(text.find_last_not_of('0') + 1);
     if (text.back() == '.') text.pop_back();
@@ -76,7 +76,7 @@ std::string_view Shortened(std::string &text) {
 }
 
 std::string Limit(bool has, double limit) {
-    std::string text = has ? float2string(limit) : "non";
+    std::string text = has ? ExactDecimal(limit) : "non";
     if (has) Shortened(text);
     return text;
 }
@@ -139,7 +139,7 @@ void DrawDetails(const Area &area) {
     DrawLabelled("UNIT:", row(false), FieldUnit, parameter.unit);
     DrawSwitch("TYPE:", row(true), ActionSwitchType, parameter.type == TypeDouble ? "DOUBLE" : "INTEGER");
     top -= Line;
-    std::string initial = float2string(parameter.initValue);
+    std::string initial = ExactDecimal(parameter.initValue);
     DrawLabelled("INIT VALUE:", row(false), FieldInit, Shortened(initial));
     DrawCut("ACTUAL VALUE:", middle + Gap, top, LabelWidth, ColourCyan);
     DrawCut(SignificantDigits(ValueNow(selSys, selDev, selOut)), middle + Gap + LabelWidth + 3, top,

@@ -23,20 +23,14 @@ std::string Trimmed(const std::string &text) {
 
 // A number as it is shown and edited: without the zeros that the files fill up with.
 std::string ShortNumber(double value) {
-    std::string text = float2string(value);
+    std::string text = ExactDecimal(value);
     text.erase(text.find_last_not_of('0') + 1);
     if (text.ends_with('.')) text.pop_back();
     return text == "-0" ? "0" : text;
 }
 
-// A number as the files will hold it.
 std::string ReadNumber(const std::string &text, double &value) {
-    double typed = 0.0, kept = 0.0;
-    if (!ParseDouble(text, typed)) return "this is not a number";
-    if (!ParseDouble(float2string(typed), kept)) return "this number is too large";
-    if (kept == 0.0 && typed != 0.0) return "the files hold six decimals: this would become 0";
-    value = kept;
-    return "";
+    return ParseDouble(text, value) ? "" : "this is not a number";
 }
 
 // Why a text cannot stand in a line of the files: the lines' keys are found anywhere in them.

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "systems/editor_fields.h"
+#include "systems/editor_kept.h"
 #include "systems/editor_state.h"
 #include "systems/links.h"
 #include "systems/program.h"
@@ -138,7 +139,8 @@ void DrawBlockHead(const Area &area, int index, const logicblock_struct &block, 
     if (!block.calcs.empty() || block.executes.empty())
         x = AddBoard(parZones, BlockZone(ActionShowCalc, "CALCULATE", index, -1), x, top);
     if (!block.executes.empty())
-        AddBoard(parZones, BlockZone(ActionShowExecute, "EXECUTE", index, -1), x, top);
+        x = AddBoard(parZones, BlockZone(ActionShowExecute, "EXECUTE", index, -1), x, top);
+    DrawKeptMark({selSys, selDev, selOut, index}, x + 40, top);
     x = area.right - BoardWidth("ADD") - BoardWidth("DEL") - 2 * Gap;
     x = AddBoard(parZones, BlockZone(ActionAddComparison, "ADD", index, -1), x, top);
     AddBoard(parZones, BlockZone(ActionDeleteBlock, "DEL", index, -1), x, top);

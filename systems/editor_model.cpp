@@ -3,8 +3,10 @@
 #include "systems/editor_model.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "systems/editor_undo.h"
+#include "systems/kept_lines.h"
 #include "systems/links.h"
 #include "util/files.h"
 #include "util/make_fresh.h"
@@ -23,26 +25,27 @@ template <typename Record> Record &At(std::vector<Record> &records, int index) {
 
 // Systems are files, which some disks tell apart by more than capital letters.
 std::string FileKey(const system_class &, const std::string &name) {
-    return UpperToLowerCase(name);
+    return FoldCase(name);
 }
 template <typename Record> std::string FileKey(const Record &, const std::string &name) {
     return name;
 }
 
+// The record that has the name, or one that cannot be told from it; null when the name is free.
 template <typename Record>
-bool isTaken(const std::vector<Record> &records, const std::string &name, int exceptIndex = -1) {
+const Record *OwnerOf(const std::vector<Record> &records, const std::string &name, int exceptIndex = -1) {
     for (size_t i = 0; i < records.size(); i++) {
         const Record &record = records[i];
         if (record.deleted || static_cast<int>(i) == exceptIndex) continue;
-        if (FileKey(record, record.name) == FileKey(record, name)) return true;
+        if (FileKey(record, record.name) == FileKey(record, name)) return &record;
     }
-    return false;
+    return nullptr;
 }
 
 template <typename Record> std::string FreeName(const std::vector<Record> &records, const std::string &name) {
-    if (!isTaken(records, name)) return name;
+    if (!OwnerOf(records, name)) return name;
     for (int number = 2;; number++)
-        if (std::string numbered = name + int2string(number); !isTaken(records, numbered)) return numbered;
+        if (std::string numbered = name + int2string(number); !OwnerOf(records, numbered)) return numbered;
 }
 
 // The index behind after, where a record can be inserted.
@@ -134,8 +137,11 @@ void FollowInCopies(const std::string &from, const std::string &to) {
 template <typename Record>
 std::string RenameRefusal(const std::vector<Record> &records, int index, const std::string &name) {
     std::string refusal = NameRefusal(name);
-    if (refusal.empty() && isTaken(records, name, index)) refusal = "this name is taken";
-    return refusal;
+    if (!refusal.empty()) return refusal;
+    const Record *owner = OwnerOf(records, name, index);
+    if (!owner) return "";
+    if (owner->name == name) return "this name is taken";
+    return "only capitals tell this from " + owner->name + ", and on most disks both are one file";
 }
 
 bool FindCopiedDevice(int &sys, int &dev) {
@@ -296,6 +302,7 @@ int PasteOut(int sys, int dev, int after) {
     out_parameter_struct pasted = OutParameterCopy;
     pasted.name = FreeName(outs, pasted.name);
     pasted.deleted = false;
+    pasted.keptBehind.clear(); // they are the other device's
     BeginLife(pasted);
     Insert(outs, out, std::move(pasted));
     OnUndoRemoveOut(sys, dev, out);
@@ -338,6 +345,9 @@ int MoveOut(int sys, int dev, int after) {
     EditStep step("MOVE PARAMETER");
     KeepLinkTexts([&](const sysLink_struct &link) { return isLink(link) && link.name == from.name; });
     out_parameter_struct moved = TakeOut(DeviceAt(from.sys, from.dev).outs, from.out);
+    const KeptLines left = std::exchange(moved.keptBehind, {}); // which stay where they are
+    KeptLines &place = KeptBefore(DeviceAt(from.sys, from.dev), from.out);
+    place.insert(place.end(), left.begin(), left.end());
     std::vector<out_parameter_struct> &outs = DeviceAt(sys, dev).outs;
     if (isSameDevice && after > from.out) after--;
     const int out = Behind(outs, after);
@@ -348,9 +358,13 @@ int MoveOut(int sys, int dev, int after) {
         [=] {
             out_parameter_struct back = TakeOut(DeviceAt(sys, dev).outs, out);
             back.name = oldName;
-            Insert(DeviceAt(from.sys, from.dev).outs, from.out, std::move(back));
+            device_struct &device = DeviceAt(from.sys, from.dev);
+            KeptLines &before = KeptBefore(device, from.out);
+            before.resize(before.size() - left.size());
+            back.keptBehind = left;
+            Insert(device.outs, from.out, std::move(back));
         },
-        sizeof(std::string));
+        sizeof(std::string) + left.size() * sizeof(kept_line_struct));
     OutParameterSysLinkPlace.sys = sys;
     OutParameterSysLinkPlace.dev = dev;
     OutParameterSysLinkPlace.out = out;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "systems/editor_kept.h"
 #include "systems/editor_undo.h"
 #include "systems/links.h"
 #include "systems/writer.h"
@@ -15,7 +16,7 @@ int selDrawStack = -1, selCalc = -1, selDraw = -1, selPoint = -1;
 int SysTablePage = 0;
 int scroll[EditorLists] = {};
 int rowsSeen[EditorLists] = {};
-int showCalc = 1, showGraph = 1, showUsage = 1;
+int showCalc = 1, showGraph = 1, showUsage = 1, showKept = 0;
 bool isEditorShown = false;
 int isAUTO = 0;
 std::string editorMessage;
@@ -63,6 +64,8 @@ void ResetEditorState() {
     SetSelection(-1, -1, -1);
     for (int &first : scroll) first = 0;
     showCalc = showGraph = showUsage = 1;
+    showKept = 0;
+    ForgetKeptPlaces();
     isEditorShown = false;
     isAUTO = 0;
     visited.clear();

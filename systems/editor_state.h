@@ -13,6 +13,7 @@ enum EditorList {
     ListDev,
     ListOut,
     ListUsage,
+    ListKept,
     ListLogic,
     ListCalc,
     ListExecute,
@@ -42,6 +43,8 @@ enum EditorAction {
     ActionBack,
     ActionForward,
     ActionShowUsage,
+    ActionShowKept,
+    ActionGoToKept, // item
     ActionShowGraph,
     ActionShowCalc, // block -1: the selected one
     ActionShowExecute,
@@ -82,6 +85,7 @@ extern int rowsSeen[EditorLists];  // in the last drawing
 
 extern int showCalc;              // 1 calculations, 0 actions
 extern int showGraph, showUsage;  // panels below the table
+extern int showKept;              // lines that were not understood, in place of the usage
 extern bool isEditorShown;        // false: one small button
 extern int isAUTO;                // save after every change
 extern std::string editorMessage; // what the last click did, or why it did not

@@ -8,6 +8,7 @@
 
 #include "gfx/fonts.h"
 #include "systems/editor_fields.h"
+#include "systems/editor_kept.h"
 #include "systems/editor_model.h"
 #include "systems/editor_state.h"
 #include "systems/editor_undo.h"
@@ -107,6 +108,8 @@ template <typename Records> void DrawColumn(const Area &area, const Column<Recor
                             ColourCyan);
             width -= valueWidth + Gap;
         }
+        width -= DrawKeptMark({zone.context[ZoneSys], zone.context[ZoneDev], zone.context[ZoneOut], -1},
+                              area.left + 3 + width, top);
         DrawCut(record.name, area.left + 3, top, width,
                 NameColour(record.deleted, record.hasError, i == column.selected));
     }

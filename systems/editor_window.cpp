@@ -12,6 +12,7 @@
 #include "systems/editor_blocks.h"
 #include "systems/editor_clicks.h"
 #include "systems/editor_edit_box.h"
+#include "systems/editor_kept.h"
 #include "systems/editor_model.h"
 #include "systems/editor_panels.h"
 #include "systems/editor_state.h"
@@ -51,14 +52,20 @@ void DrawHidden() {
 
 void DrawLeft(const Area &area) {
     const int boards = area.bottom + RowHeight;
-    int x = AddBoard(parZones, Zone(ActionShowUsage, "USAGE"), area.left, boards, showUsage);
-    AddBoard(parZones, Zone(ActionShowGraph, "GRAPH"), x, boards, showGraph);
-    const bool hasLower = showUsage || showGraph;
+    int x = AddBoard(parZones, Zone(ActionShowUsage, "USAGE"), area.left, boards, showUsage && !showKept);
+    x = AddBoard(parZones, Zone(ActionShowGraph, "GRAPH"), x, boards, showGraph);
+    showKept = showKept && !KeptPlaces().empty();
+    if (!KeptPlaces().empty())
+        AddBoard(parZones, Zone(ActionShowKept, "NOT UNDERSTOOD"), x, boards, showKept);
+    const bool hasList = showUsage || showKept, hasLower = hasList || showGraph;
     const Area lower = {area.left, boards + LowerHeight, area.right, boards + 4};
     const int middle = (area.left + area.right) / 2;
-    if (showUsage) DrawUsage({lower.left, lower.top, showGraph ? middle - 3 : lower.right, lower.bottom});
-    if (showGraph)
-        DrawValueGraph({showUsage ? middle + 3 : lower.left, lower.top, lower.right, lower.bottom});
+    const Area list = {lower.left, lower.top, showGraph ? middle - 3 : lower.right, lower.bottom};
+    if (showKept)
+        DrawKept(list);
+    else if (showUsage)
+        DrawUsage(list);
+    if (showGraph) DrawValueGraph({hasList ? middle + 3 : lower.left, lower.top, lower.right, lower.bottom});
     DrawTable({area.left, area.top, area.right, (hasLower ? lower.top : boards) + 4});
 }
 

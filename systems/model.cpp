@@ -8,6 +8,7 @@
 
 std::vector<system_class> systems_vector;
 NameIndex mapSystemName;
+KeptBeforeSystems keptBeforeSystems;
 int isSeparateSysSaving = -1;
 
 void DeleteSystems() {
@@ -23,11 +24,12 @@ void DeleteSystems() {
     ModelChanges();
     systems_vector.clear();
     mapSystemName.clear();
+    keptBeforeSystems = {};
     SysWindowDestroy();
 }
 
 void ResetModel() {
     ModelChanges();
-    MakeFresh(systems_vector, mapSystemName);
+    MakeFresh(systems_vector, mapSystemName, keptBeforeSystems);
     isSeparateSysSaving = -1;
 }

@@ -7,7 +7,8 @@
 // live values are in the systems program (systems/program.h), and RefreshRecords brings them back here.
 //
 // A record's line is the number, from 1, of the line of its system's file that it was read from; 0 for what
-// the editor made.
+// the editor made. Its asWritten is that line as the author wrote it, where the record does not tell all that
+// it says; else empty.
 #pragma once
 
 #include <functional>
@@ -17,6 +18,19 @@
 
 #include "systems/dataref_binding.h"
 #include "voice/phrases.h"
+
+// ---- Lines that were not understood ----
+
+// A line of which the loader could make nothing. It stays at its place in the files, and does nothing.
+struct kept_line_struct {
+    std::string text;
+    std::string reason;
+    int line = 0;
+    // In a logic block only: it stands behind the first so many records of one of the block's lists.
+    int list = 0; // BlockList
+    int behind = 0;
+};
+using KeptLines = std::vector<kept_line_struct>;
 
 // ---- Links ----
 
@@ -59,6 +73,7 @@ struct calcBlock_struct {
     std::vector<calcStack_class> stack; // empty: the logic block's constant
     double result = 0.0;
     int line = 0;
+    std::string asWritten;
 };
 
 // One comparison line.
@@ -78,6 +93,7 @@ struct compare_block_class {
     bool cmpResult = false;
     bool outState = false;
     int line = 0;
+    std::string asWritten;
 
     // Joins a numeric comparison, or one with the recognised speech, to the chain's value so far.
     bool Logic(bool in);
@@ -93,6 +109,7 @@ struct graf_struct {
     double x = 0.0;
     double y = 0.0;
     int line = 0;
+    std::string asWritten = {};
 };
 
 // Types of script actions, as the files number them.
@@ -120,7 +137,11 @@ struct structExecute {
     int notFound = 0; // the named position, command or dataref did not exist at load
     sysLink_struct link;
     int line = 0;
+    std::string asWritten;
 };
+
+// The lists of a logic block, in the order in which they are written.
+enum BlockList { ListOfComparisons, ListOfCalculations, ListOfActions, ListOfPoints, BlockLists };
 
 // A guarded rule: when the chain of comparisons is true it runs its actions, or its calculations.
 struct logicblock_struct {
@@ -130,6 +151,7 @@ struct logicblock_struct {
     std::vector<calcBlock_struct> calcs;
     std::vector<structExecute> executes;
     std::vector<graf_struct> graph;
+    KeptLines kept;
     int line = 0;
 };
 
@@ -149,6 +171,8 @@ struct out_parameter_struct {
     std::vector<int> lineNumbers;   // of lines, in the file named by fileName; for messages
     std::string fileName;
     int line = 0;
+    std::string asWritten;
+    KeptLines kept; // before its first block
     std::vector<logicblock_struct> logic;
     int activeBlock = -1; // the logic block that fired last
     dataref_class inDataref;
@@ -158,6 +182,7 @@ struct out_parameter_struct {
     bool deleted = false;
     bool hasError = false;
     bool saveOnExit = false;
+    KeptLines keptBehind; // between it and the next one: of the device, so they stay when it moves
 };
 
 // Name to index. For a name that occurs twice it holds the first.
@@ -171,6 +196,8 @@ struct device_struct {
     bool hasError = false;
     bool serialStack = false; // a sequence of steps: a checklist or procedure
     int line = 0;
+    std::string asWritten;
+    KeptLines kept; // before its first parameter
 };
 
 struct system_class {
@@ -182,10 +209,19 @@ struct system_class {
     bool hasError = false; // a link written in this system does not resolve
     std::string fileName;
     int line = 0;
+    std::string asWritten;
+    KeptLines kept;       // before its first device
+    KeptLines keptInList; // of the list of files: names behind its own that no system came from
 };
 
 extern std::vector<system_class> systems_vector;
 extern NameIndex mapSystemName;
+
+// What stands before the first system, in its file and in the list of files.
+struct KeptBeforeSystems {
+    KeptLines lines, inList;
+};
+extern KeptBeforeSystems keptBeforeSystems;
 
 // 1: the model came from the files that "systems/_systems.txt" lists; 0: from "sys.txt"; -1: no files.
 extern int isSeparateSysSaving;

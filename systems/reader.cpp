@@ -1,5 +1,5 @@
 // One pass over the lines builds systems, devices and parameters; the bodies are parsed afterwards, when
-// every parameter that a link may name exists. Keys are found anywhere in a line.
+// every parameter that a link may name exists. What is not understood is kept at its place for the writer.
 #include "systems/reader.h"
 
 #include <algorithm>
@@ -7,8 +7,9 @@
 #include "frame/aircraft.h"
 #include "systems/body_parser.h"
 #include "systems/editor_window.h"
-#include "systems/links.h"
+#include "systems/kept_lines.h"
 #include "systems/model.h"
+#include "systems/notation.h"
 #include "systems/program.h"
 #include "systems/saved_values.h"
 #include "util/files.h"
@@ -21,83 +22,91 @@ bool isModelComplete = true;
 
 namespace {
 
-const size_t FewestFields = 10; // of an "out=" line; text and save flag may be missing
+const char *const EditorMark = "draw=1"; // may begin a file; says nothing
 
 class ModelReader {
 public:
     bool isComplete = true; // no file failed to be read
 
-    void ReadFile(const std::string &file);
+    Reading ReadFile(const std::string &file, bool &hasLines);
 
 private:
     std::string fileName;
-    std::vector<std::string_view> fields;
-    // Indices of what is being read; -1: nothing yet, and for the parameter also: its lines are dropped.
+    // Indices of what is being read; -1: nothing yet, and for the parameter also: its lines do nothing.
     int sys = -1, dev = -1, out = -1;
+    bool isAfterDropped = false; // a device or parameter that was not understood, with what follows it
 
     void ReadLine(FileLine &line);
-    void StartSystem(std::string name, const FileLine &line);
-    void StartDevice(std::string name, bool isSerial, const FileLine &line);
+    void StartSystem(const FileLine &line);
+    void StartDevice(const FileLine &line);
     void StartParameter(const FileLine &line);
-    bool ReadParameter(std::string_view rest, const FileLine &line, out_parameter_struct &parameter);
-    bool ReadNumber(std::string_view text, const char *field, const FileLine &line, double &value);
+    void Drop(const FileLine &line, const std::string &reason);
+    void Keep(const FileLine &line, const std::string &reason);
+    KeptLines &Place();
     device_struct *CurrentDevice();
 };
 
 // A file that is not there has no lines.
-void ModelReader::ReadFile(const std::string &file) {
+Reading ModelReader::ReadFile(const std::string &file, bool &hasLines) {
     fileName = file;
     std::vector<FileLine> lines;
-    if (ReadLines(WhatPluginPath() + file, lines, SystemsFile) == Reading::Failed) isComplete = false;
+    const Reading reading = ReadLines(WhatPluginPath() + file, lines, SystemsFile);
+    if (reading == Reading::Failed) isComplete = false;
+    hasLines = !lines.empty();
     // Of UTF-16, say, no line means anything; all would be taken for lines of the parameter before.
     const auto isBinary = [](const FileLine &line) { return Contains(line.text, std::string_view("\0", 1)); };
     const auto binary = std::find_if(lines.begin(), lines.end(), isBinary);
     if (binary != lines.end()) {
         LogDroppedLine(file, binary->number, "this is no plain text, so the file is not read", binary->text);
         isComplete = false;
-        return;
+        return Reading::Failed;
     }
-    for (FileLine &line : lines) ReadLine(line);
+    for (FileLine &line : lines) {
+        const bool isMark = &line == &lines.front() && line.text == EditorMark;
+        if (!isMark) ReadLine(line);
+    }
+    return reading;
 }
 
 void ModelReader::ReadLine(FileLine &line) {
-    if (Contains(line.text, "sys=")) {
-        StartSystem(ReplaceString(line.text, "sys=", ""), line);
-    } else if (Contains(line.text, "dev=")) {
-        StartDevice(ReplaceString(line.text, "dev=", ""), false, line);
-    } else if (Contains(line.text, "devstack=")) {
-        StartDevice(ReplaceString(line.text, "devstack=", ""), true, line);
-    } else if (Contains(line.text, "out=")) {
-        StartParameter(line);
-    } else if (out >= 0) {
-        out_parameter_struct &parameter = CurrentDevice()->outs.back();
-        parameter.lineNumbers.push_back(line.number);
-        parameter.lines.push_back(std::move(line.text));
+    switch (KindOfLine(line.text)) {
+    case LineKind::System: StartSystem(line); return;
+    case LineKind::Device:
+    case LineKind::SerialDevice: StartDevice(line); return;
+    case LineKind::Parameter: StartParameter(line); return;
+    case LineKind::Body: break;
     }
+    if (out < 0) {
+        Keep(line, isAfterDropped ? "stands below a line that was not understood"
+                                  : "stands before anything that it could belong to");
+        return;
+    }
+    out_parameter_struct &parameter = CurrentDevice()->outs.back();
+    parameter.lineNumbers.push_back(line.number);
+    parameter.lines.push_back(std::move(line.text));
 }
 
-void ModelReader::StartSystem(std::string name, const FileLine &line) {
+void ModelReader::StartSystem(const FileLine &line) {
     sys = static_cast<int>(systems_vector.size());
     out = -1;
-    mapSystemName.emplace(name, sys);
-    system_class &system = systems_vector.emplace_back();
-    system.name = std::move(name);
+    isAfterDropped = false;
+    system_class &system = systems_vector.emplace_back(ReadSystemLine(line.text));
+    mapSystemName.emplace(system.name, sys);
     system.fileName = fileName;
     system.line = line.number;
 }
 
-void ModelReader::StartDevice(std::string name, bool isSerial, const FileLine &line) {
+void ModelReader::StartDevice(const FileLine &line) {
     out = -1;
     if (sys < 0) {
-        LogDroppedLine(fileName, line.number, "a device needs a system before it", line.text);
+        Drop(line, "a device needs a system before it");
         return;
     }
+    isAfterDropped = false;
     system_class &system = systems_vector[static_cast<size_t>(sys)];
     dev = static_cast<int>(system.devices.size());
-    system.deviceIndex.emplace(name, dev);
-    device_struct &device = system.devices.emplace_back();
-    device.name = std::move(name);
-    device.serialStack = isSerial;
+    device_struct &device = system.devices.emplace_back(ReadDeviceLine(line.text));
+    system.deviceIndex.emplace(device.name, dev);
     device.line = line.number;
 }
 
@@ -107,81 +116,88 @@ device_struct *ModelReader::CurrentDevice() {
     return static_cast<size_t>(dev) < devices.size() ? &devices[static_cast<size_t>(dev)] : nullptr;
 }
 
+void ModelReader::Drop(const FileLine &line, const std::string &reason) {
+    LogDroppedLine(fileName, line.number, reason, line.text);
+    Keep(line, reason);
+    isAfterDropped = true;
+}
+
+void ModelReader::Keep(const FileLine &line, const std::string &reason) {
+    Place().push_back({.text = line.text, .reason = reason, .line = line.number});
+}
+
+// Where lines stand that are no part of a parameter.
+KeptLines &ModelReader::Place() {
+    if (sys < 0) return keptBeforeSystems.lines;
+    device_struct *device = CurrentDevice();
+    if (!device) return systems_vector[static_cast<size_t>(sys)].kept;
+    return KeptBefore(*device, static_cast<int>(device->outs.size()));
+}
+
+// What was saved takes the initial value's place before that is read.
 void ModelReader::StartParameter(const FileLine &line) {
     out = -1;
     device_struct *device = CurrentDevice();
     if (!device) {
-        LogDroppedLine(fileName, line.number, "a parameter needs a system and a device before it", line.text);
+        Drop(line, "a parameter needs a system and a device before it");
         return;
     }
-    const std::string rest = ReplaceString(line.text, "out=", "");
+    const std::string rest = NameInLine(LineKind::Parameter, line.text);
+    std::vector<std::string_view> fields;
+    SplitFields(rest, ',', fields);
+    std::string initial(fields.size() > 3 ? fields[3] : "");
+    if (fields.size() > 3 && fields[0] == "VERSION") // even of a parameter that is not understood
+        string2debugString("Fennic Systems Version: ", initial, 1);
+    if (fields.size() > 11 && fields[11] == "1") {
+        const std::string &system = systems_vector[static_cast<size_t>(sys)].name;
+        RestoreSavedValue(system + "." + device->name + "." + std::string(fields[0]), initial);
+        fields[3] = initial;
+    }
     out_parameter_struct parameter;
-    if (!ReadParameter(rest, line, parameter)) return;
+    std::string reason;
+    if (!ReadParameterFields(fields, parameter, reason)) {
+        Drop(line, reason);
+        return;
+    }
+    isAfterDropped = false;
+    KeepAsWritten(line.text, parameter);
+    parameter.fileName = fileName;
+    parameter.line = line.number;
+    parameter.value = parameter.initValue;
+    if (parameter.type == TypeInteger) parameter.intValue = TruncateToInt(parameter.initValue);
+    const int bindingType = parameter.type == TypeDouble ? xplmType_Float : xplmType_Int;
+    for (dataref_class *dataref : {&parameter.inDataref, &parameter.outDataref})
+        if (const dataref_class named = *dataref; !named.fullName.empty())
+            dataref->Init(named.fullName, ModeWord(named.mode), bindingType, LeadingNumber(initial));
     out = static_cast<int>(device->outs.size());
     device->outIndex.emplace(parameter.name, out);
     device->outs.push_back(std::move(parameter));
 }
 
-bool ModelReader::ReadNumber(std::string_view text, const char *field, const FileLine &line, double &value) {
-    if (ParseDouble(text, value)) return true;
-    LogDroppedLine(fileName, line.number, NoNumber(field, text), line.text);
-    return false;
-}
-
-// Field by field, in the order of the line. False when the line is dropped.
-bool ModelReader::ReadParameter(std::string_view rest, const FileLine &line,
-                                out_parameter_struct &parameter) {
-    SplitFields(rest, ',', fields);
-    if (fields.size() < FewestFields) {
-        LogDroppedLine(fileName, line.number, "a parameter has ten to twelve fields", line.text);
-        return false;
-    }
-    parameter.fileName = fileName;
-    parameter.line = line.number;
-    parameter.name = fields[0];
-    const std::string_view type = fields[1];
-    parameter.unit = fields[2];
-    std::string initial(fields[3]);
-    if (fields.size() > 10) parameter.text = fields[10];
-    if (fields.size() > 11) parameter.saveOnExit = fields[11] == "1";
-    if (parameter.name == "VERSION") string2debugString("Fennic Systems Version: ", initial, 1);
-    if (parameter.saveOnExit) {
-        const system_class &system = systems_vector[static_cast<size_t>(sys)];
-        RestoreSavedValue(system.name + "." + CurrentDevice()->name + "." + parameter.name, initial);
-    }
-
-    const bool isDouble = type == "double";
-    const bool isInteger = type == "int" || type == "integer" || type == "execute";
-    parameter.type = isDouble ? TypeDouble : TypeInteger;
-    if (isDouble || isInteger) {
-        if (!ReadNumber(initial, "initial value", line, parameter.initValue)) return false;
-        parameter.value = parameter.initValue;
-        if (isInteger) parameter.intValue = TruncateToInt(parameter.initValue);
-    }
-    parameter.hasMin = !fields[4].empty();
-    parameter.hasMax = !fields[5].empty();
-    if (parameter.hasMin && !ReadNumber(fields[4], "minimum", line, parameter.minLimit)) return false;
-    if (parameter.hasMax && !ReadNumber(fields[5], "maximum", line, parameter.maxLimit)) return false;
-
-    const int bindingType = isDouble ? xplmType_Float : xplmType_Int;
-    const auto bind = [&](dataref_class &dataref, std::string_view name, std::string_view mode) {
-        if (!name.empty())
-            dataref.Init(std::string(name), std::string(mode), bindingType, LeadingNumber(initial));
-    };
-    bind(parameter.inDataref, fields[6], fields[7]);
-    bind(parameter.outDataref, fields[8], fields[9]);
-    return true;
-}
-
 const char *const ListFile = "systems/_systems.txt";
 const char *const SingleFile = "sys.txt";
 
+// The name of a file that no system came from stays in the list.
+void KeepInList(const FileLine &line, const std::string &reason) {
+    KeptLines &place = systems_vector.empty() ? keptBeforeSystems.inList : systems_vector.back().keptInList;
+    place.push_back({.text = line.text, .reason = reason, .line = line.number});
+}
+
 void ReadListedFiles(ModelReader &reader, const std::vector<FileLine> &list) {
     for (const FileLine &line : list) {
-        if (isSafeFileName(line.text))
-            reader.ReadFile("systems/" + line.text + ".txt");
-        else
+        if (!isSafeFileName(line.text)) {
             LogDroppedLine(ListFile, line.number, "no name of a file in this folder", line.text);
+            KeepInList(line, "no name of a file in this folder");
+            continue;
+        }
+        bool hasLines = false;
+        const Reading reading = reader.ReadFile("systems/" + line.text + ".txt", hasLines);
+        if (reading == Reading::Absent)
+            KeepInList(line, "there is no such file");
+        else if (reading == Reading::Failed)
+            KeepInList(line, "the file could not be read");
+        else if (!hasLines)
+            KeepInList(line, "the file is empty");
     }
 }
 
@@ -196,7 +212,8 @@ bool ReadSystemsFiles(const std::string &folder) {
         ReadListedFiles(reader, list);
     } else if (listReading == Reading::Absent && isFileExistString(folder + SingleFile)) {
         isSeparateSysSaving = 0;
-        reader.ReadFile(SingleFile);
+        bool hasLines = false;
+        reader.ReadFile(SingleFile, hasLines);
     }
     if (isSeparateSysSaving == -1) string2debugString("System files not found at ", folder, 1);
     return reader.isComplete && listReading != Reading::Failed;
@@ -208,6 +225,7 @@ void CreateSystemsFromFile() {
     const std::string folder = WhatPluginPath();
     isModelComplete = false; // also when something is thrown on the way
     ModelChanges();
+    keptBeforeSystems = {};
     ReadSavedValues();
     const bool isComplete = ReadSystemsFiles(folder);
     ForgetSavedValues();

@@ -6,8 +6,8 @@
 extern bool isModelComplete;
 
 // Reads the files that "systems/_systems.txt" lists, or "sys.txt" when there is no list, and the saved
-// values. A line that cannot be read is logged and dropped. Without any file the model stays empty and one
-// line says so.
+// values. A line that cannot be read is logged and does nothing. Without any file the model stays empty and
+// one line says so.
 void CreateSystemsFromFile();
 
 // Everything as when the program starts.

@@ -22,10 +22,10 @@ locale_t PlainLocale() {
     return plain;
 }
 
-std::string FormatPlain(const char *format, double x) {
+template <typename... Values> std::string FormatPlain(const char *format, Values... values) {
     const locale_t before = uselocale(PlainLocale());
-    char buffer[400]; // the largest double has 309 digits before the point
-    const int length = std::snprintf(buffer, sizeof buffer, format, x);
+    char buffer[400]; // the largest double has 309 digits before the point, the smallest 324 behind it
+    const int length = std::snprintf(buffer, sizeof buffer, format, values...);
     uselocale(before);
     return std::string(buffer, static_cast<size_t>(length));
 }
@@ -120,6 +120,16 @@ std::string float2string(double x) {
 
 std::string double2string(double x) {
     return FormatPlain("%f", x);
+}
+
+// Seventeen digits tell any double; those of a small one begin behind its zeros.
+std::string ExactDecimal(double x) {
+    std::string text = float2string(x);
+    if (Convert(text) == x) return text;
+    const int zeros = static_cast<int>(-std::floor(std::log10(std::fabs(x)))) - 1;
+    for (int decimals = std::max(7, zeros); Convert(text) != x && decimals <= zeros + 18; decimals++)
+        text = FormatPlain("%.*f", decimals, x);
+    return text;
 }
 
 std::string SignificantDigits(double x, int digits) {

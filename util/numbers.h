@@ -30,6 +30,10 @@ std::string int2string(int n);
 std::string float2string(double x);
 std::string double2string(double x);
 
+// The same where six decimals hold the number; else as many decimals as it takes to read it back equal, and
+// no exponent. x must be finite.
+std::string ExactDecimal(double x);
+
 // One to six significant digits, as the format "%g" gives them.
 std::string SignificantDigits(double x, int digits = 6);
 

@@ -27,6 +27,22 @@ size_t FirstCharacterSize(std::string_view text) {
                : 1;
 }
 
+// The small letter of a capital one below 0x800, by the blocks of Unicode; any other code is itself.
+unsigned SmallLetter(unsigned code) {
+    const bool isLatin1 = code >= 0xC0 && code <= 0xDE && code != 0xD7;
+    const bool isGreek = code >= 0x391 && code <= 0x3AB && code != 0x3A2;
+    const bool isCyrillic = code >= 0x410 && code <= 0x42F;
+    if (isLatin1 || isGreek || isCyrillic) return code + 0x20;
+    if (code >= 0x400 && code <= 0x40F) return code + 0x50; // Cyrillic, with accents
+    // Latin Extended-A and Cyrillic of other languages: pairs of a capital and a small letter.
+    const bool isEvenPair = (code >= 0x100 && code <= 0x137 && code != 0x130 && code != 0x131)
+                            || (code >= 0x14A && code <= 0x177) || (code >= 0x460 && code <= 0x481)
+                            || (code >= 0x48A && code <= 0x4BF) || (code >= 0x4D0 && code <= 0x52F);
+    const bool isOddPair = (code >= 0x139 && code <= 0x148) || (code >= 0x179 && code <= 0x17E);
+    if (isEvenPair) return code | 1U;
+    return isOddPair ? code + (code & 1U) : code;
+}
+
 } // namespace
 
 std::string RemoveNR(std::string s) {
@@ -92,6 +108,19 @@ std::string UpperToLowerCase(std::string s) {
     for (char &c : s)
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
     return s;
+}
+
+std::string FoldCase(std::string_view s) {
+    std::string folded = UpperToLowerCase(std::string(s));
+    for (size_t i = 0; i + 1 < folded.size(); i++) {
+        const auto lead = static_cast<unsigned char>(folded[i]),
+                   next = static_cast<unsigned char>(folded[i + 1]);
+        if (lead < 0xC3 || lead > 0xD4 || !isInsideCharacter(folded[i + 1])) continue; // two bytes
+        const unsigned code = SmallLetter((lead & 0x1FU) << 6U | (next & 0x3FU));
+        folded[i] = static_cast<char>(0xC0U | code >> 6U);
+        folded[++i] = static_cast<char>(0x80U | (code & 0x3FU));
+    }
+    return folded;
 }
 
 std::string alignR(std::string s, int width) {

@@ -30,6 +30,10 @@ std::string ReplaceStringDoubleSpace(const std::string &s);
 std::string LowerToUpperCase(std::string s);
 std::string UpperToLowerCase(std::string s);
 
+// The same for names that are to be compared without regard to capitals, as the file systems of most Macs and
+// of Windows do: Latin, Greek and Cyrillic letters of a UTF-8 text become small ones.
+std::string FoldCase(std::string_view s);
+
 // Spaces in front until s is width long.
 std::string alignR(std::string s, int width);
 

@@ -32,6 +32,16 @@ void CheckName(const char *what, const std::string &name, const std::string &fil
         AddFinding(Severity::Warning, file, line, std::string("a blank belongs to the name of the ") + what);
 }
 
+// Systems are files: two whose names differ in capitals only are one on most disks.
+void CheckCapitals(std::map<std::string, const system_class *> &systems, const system_class &system) {
+    const auto [entry, isNew] = systems.emplace(FoldCase(system.name), &system);
+    const system_class &first = *entry->second;
+    if (!isNew && first.name != system.name)
+        AddFinding(Severity::Error, system.fileName, system.line,
+                   "the system " + first.name + " (" + first.fileName + ":" + int2string(first.line)
+                       + ") has this name but for capitals; on most disks both are one file: " + system.name);
+}
+
 // The first of that name is the one that links reach.
 void CheckUnique(std::map<std::string, std::pair<std::string, int>> &places, const char *what,
                  const std::string &name, const std::string &file, int line) {
@@ -194,7 +204,9 @@ std::string ParameterPlace::Place(int line) const {
 
 void CheckNames() {
     std::map<std::string, std::pair<std::string, int>> systems;
+    std::map<std::string, const system_class *> foldedNames;
     for (const system_class &system : systems_vector) {
+        CheckCapitals(foldedNames, system);
         CheckName("system", system.name, system.fileName, system.line);
         CheckUnique(systems, "system", system.name, system.fileName, system.line);
         std::map<std::string, std::pair<std::string, int>> devices;

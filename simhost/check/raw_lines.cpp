@@ -4,11 +4,13 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 #include "simhost/check/checks.h"
 #include "simhost/check/findings.h"
 #include "systems/model.h"
+#include "systems/notation.h"
 #include "util/files.h"
 #include "util/numbers.h"
 #include "util/text.h"
@@ -17,24 +19,22 @@ namespace simhost {
 
 namespace {
 
-constexpr const char *OPERATORS = "=!<>"; // the characters of which they are made
-
-struct StructureKey {
+struct LineKey {
     const char *text;
     const char *meaning;
 };
+constexpr LineKey STRUCTURE_KEYS[] = {{"sys=", "a new system"}, // by LineKind
+                                      {"dev=", "a new device"},
+                                      {"devstack=", "a new device"},
+                                      {"out=", "a new parameter"}};
 // In the reader's order: the first one found decides.
-constexpr StructureKey STRUCTURE_KEYS[] = {{"sys=", "a new system"},
-                                           {"dev=", "a new device"},
-                                           {"devstack=", "a new device"},
-                                           {"out=", "a new parameter"}};
-constexpr StructureKey BODY_KEYS[] = {{"graf=", "a graph point"},
-                                      {"calc=", "a calculation"},
-                                      {"execute=", "an action"},
-                                      {"instring=", "a phrase"}};
+constexpr LineKey BODY_KEYS[] = {{"graf=", "a graph point"},
+                                 {"calc=", "a calculation"},
+                                 {"execute=", "an action"},
+                                 {"instring=", "a phrase"}};
 
 // Says so when the key does not begin the line. True when the key is in it.
-bool TakesFor(const StructureKey &key, const std::string &file, const FileLine &line) {
+bool TakesFor(const LineKey &key, const std::string &file, const FileLine &line) {
     const size_t place = line.text.find(key.text);
     if (place == std::string::npos) return false;
     if (place > 0)
@@ -95,82 +95,94 @@ void CheckParameterLine(const std::string &file, const FileLine &line) {
                    "only \"1\" in the last field saves the value: " + fields[11]);
 }
 
-void CheckCalculation(const std::string &file, const FileLine &line, std::string_view text) {
-    const auto opened = std::count(text.begin(), text.end(), '['),
-               closed = std::count(text.begin(), text.end(), ']');
-    if (opened == 0 && closed == 0 && isNumber(text)) return;
-    if (opened == 0 || opened != closed || text.back() != ']')
+void CheckCalculation(const std::string &file, const FileLine &line, const CalculationLine &item,
+                      bool isWhole) {
+    const auto count = [&](char bracket) { return std::count(line.text.begin(), line.text.end(), bracket); };
+    const bool isConstant = item.calculation.stack.empty() && isWhole;
+    if (!isConstant && (!isWhole || count('[') != count(']')))
         AddCause(file, line.number, "each operand stands between \"[\" and \"]\": " + line.text);
 }
 
-// A comparison as the reader splits it.
-void CheckComparison(const std::string &file, const FileLine &line) {
-    if (Contains(line.text, ",")) {
+void CheckComparison(const std::string &file, const FileLine &line, const compare_block_class &comparison,
+                     bool isWhole) {
+    constexpr int LAST_EQUALITY = 1; // of the operators: == and !=
+    if (comparison.a.kind == LinkSpeech) return;
+    const bool hasComma = Contains(line.text, ",");
+    if (!Contains(line.text, comparison.cmpText))
+        AddCause(file, line.number, "no comparison, but the comma is taken for ==: " + line.text);
+    else if (hasComma)
         AddCause(file, line.number,
                  "what follows the comma is ignored; a number has a point, a list \";\": " + line.text);
-        return;
-    }
-    const size_t oper = line.text.find_first_of(OPERATORS);
-    std::string right =
-        line.text.substr(std::min(line.text.find_first_not_of(OPERATORS, oper), line.text.size()));
-    if (!Contains(right, ";")) return;
-    if (line.text[oper] == '<' || line.text[oper] == '>')
+    if (hasComma) return;
+    if (comparison.cmpOp > LAST_EQUALITY && (!comparison.bList.empty() || !isWhole))
         AddFinding(Severity::Error, file, line.number, "a list is compared with == or != only: " + line.text);
-    std::erase_if(right, [](char c) { return c == '[' || c == ']'; });
-    for (const std::string &piece : StringToWordsArray(right, ';'))
-        if (piece.find_first_not_of("-0123456789") != std::string::npos)
-            AddFinding(Severity::Error, file, line.number, "a list holds whole numbers only: " + piece);
+    if (!isWhole)
+        AddFinding(Severity::Error, file, line.number,
+                   "a list holds whole numbers only, without blanks: " + line.text);
 }
 
+// What the reader makes of the line; what it cannot read at all it says itself.
 void CheckBodyLine(const std::string &file, const FileLine &line) {
-    const auto *found = std::find_if(std::begin(BODY_KEYS), std::end(BODY_KEYS),
-                                     [&](const auto &key) { return TakesFor(key, file, line); });
-    if (found == std::end(BODY_KEYS)) {
-        if (line.text.find_first_of(OPERATORS) != std::string::npos) CheckComparison(file, line);
-        return;
-    }
-    const std::string_view key = found->text;
+    for (const LineKey &key : BODY_KEYS)
+        if (TakesFor(key, file, line)) break;
+    bool isWhole = true;
+    const BodyItem item = ReadBodyLine(line.text, isWhole);
     const auto commas = std::count(line.text.begin(), line.text.end(), ',');
-    if (key == "calc=" && line.text.starts_with(key))
-        CheckCalculation(file, line, std::string_view(line.text).substr(key.size()));
-    if (key == "execute=" && commas > 2)
+    if (const auto *calculation = std::get_if<CalculationLine>(&item))
+        CheckCalculation(file, line, *calculation, isWhole);
+    else if (const auto *comparison = std::get_if<compare_block_class>(&item))
+        CheckComparison(file, line, *comparison, isWhole);
+    else if (line.text.starts_with("execute=") && commas > 2)
         AddCause(file, line.number,
                  "an action has three fields; a comma inside its text is written as \";\": " + line.text);
-    if (key == "graf=" && commas > 1)
+    else if (line.text.starts_with("graf=") && commas > 1)
         AddCause(file, line.number, "a point has two numbers, each with a point, not a comma: " + line.text);
 }
 
-void CheckRawLines(const std::string &file) {
+// What the lines belong to. A file goes on where the one before it ended.
+enum class Level { File, System, Device, Parameter, Unknown };
+
+Level LevelBelow(LineKind kind) {
+    switch (kind) {
+    case LineKind::System: return Level::System;
+    case LineKind::Parameter: return Level::Parameter;
+    default: return Level::Device;
+    }
+}
+
+void CheckLine(const std::string &file, const FileLine &line, Level &level) {
+    CheckCharacters(file, line);
+    const LineKind kind = KindOfLine(line.text);
+    if (kind != LineKind::Body) {
+        const LineKey &key = STRUCTURE_KEYS[static_cast<size_t>(kind)];
+        TakesFor(key, file, line);
+        level = line.text.starts_with(key.text) ? LevelBelow(kind) : Level::Unknown;
+        if (level == Level::Parameter) CheckParameterLine(file, line);
+    } else if (level == Level::Parameter) {
+        CheckBodyLine(file, line);
+    } else if (level != Level::Unknown) {
+        AddFinding(Severity::Warning, file, line.number,
+                   "ignored: it stands before the first parameter of its "
+                       + std::string(level == Level::Device   ? "device"
+                                     : level == Level::System ? "system"
+                                                              : "file")
+                       + ": " + line.text);
+    }
+}
+
+void CheckRawLines(const std::string &file, Level &level) {
     if (!isPlainText(file)) return;
     const std::string content = ReadFileToString(file);
     if (Contains(content, "\r") && !Contains(content, "\n"))
         AddCause(file, 0, "a single line to the reader: lines end with LF or CR LF, not with CR alone");
-
-    enum { Nothing, System, Device, Parameter, Unknown } level = Nothing;
     const std::vector<FileLine> lines = ReadFileLines(file);
     if (lines.empty()) AddFinding(Severity::Warning, file, 0, "an empty file");
     for (const FileLine &line : lines) {
-        if (level == Nothing && line.text == "draw=1") continue; // the editor's mark
-        CheckCharacters(file, line);
-        const auto *structure = std::find_if(std::begin(STRUCTURE_KEYS), std::end(STRUCTURE_KEYS),
-                                             [&](const auto &key) { return TakesFor(key, file, line); });
-        if (structure != std::end(STRUCTURE_KEYS)) {
-            const std::string_view key = structure->text;
-            level = !line.text.starts_with(key) ? Unknown
-                    : key == "sys="             ? System
-                    : key == "out="             ? Parameter
-                                                : Device;
-            if (level == Parameter) CheckParameterLine(file, line);
-        } else if (level == Parameter) {
-            CheckBodyLine(file, line);
-        } else if (level != Unknown) {
-            AddFinding(Severity::Warning, file, line.number,
-                       "ignored: it stands before the first parameter of its "
-                           + std::string(level == Device   ? "device"
-                                         : level == System ? "system"
-                                                           : "file")
-                           + ": " + line.text);
-        }
+        const bool isFirst = &line == &lines.front();
+        if (isFirst && line.text == "draw=1") continue; // the editor's mark
+        if (isFirst && level != Level::File && KindOfLine(line.text) != LineKind::System)
+            AddCause(file, line.number, "belongs to the end of the file before; begin with \"sys=\"");
+        CheckLine(file, line, level);
     }
 }
 
@@ -183,17 +195,23 @@ std::string MeantFile(const std::vector<std::string> &present, std::string entry
     return "";
 }
 
-// Returns the systems files that are read.
-std::set<std::string> CheckFileList(const std::string &folder) {
+// Whether two files are one where capitals make no difference.
+bool isTwin(const std::string &file, const std::string &other) {
+    return file != other && FoldCase(file) == FoldCase(other);
+}
+
+// Returns the systems files that are read, in order.
+std::vector<std::string> CheckFileList(const std::string &folder) {
     const std::vector<std::string> present = ReadFileListFromFolder(folder);
     const std::string list = folder + "_systems.txt";
     if (!isPlainText(list)) return {};
-    std::set<std::string> listed, read;
+    std::set<std::string> listed;
+    std::vector<std::string> read;
     for (const FileLine &line : ReadFileLines(list)) {
         std::string file = line.text + ".txt";
         if (!isSafeFileName(line.text)) continue; // the reader says so
         if (isFileExistString(folder + file)) {
-            read.insert(folder + file);
+            read.push_back(folder + file);
         } else {
             const std::string meant = MeantFile(present, line.text);
             AddFinding(Severity::Error, list, line.number,
@@ -203,12 +221,23 @@ std::set<std::string> CheckFileList(const std::string &folder) {
                                                   + meant.substr(0, meant.size() - 4) + "\""));
             if (!meant.empty()) file = meant;
         }
-        if (!listed.insert(file).second)
-            AddFinding(Severity::Error, list, line.number, file + " is listed twice");
+        for (const std::string &other : listed)
+            if (isTwin(file, other))
+                AddFinding(Severity::Error, list, line.number,
+                           "only capitals tell " + file + " from " + other
+                               + "; on most disks both are one file");
+        if (listed.insert(file).second) continue;
+        AddFinding(Severity::Error, list, line.number, file + " is listed twice");
+        read.pop_back();
     }
     for (const std::string &file : present)
-        if (file.ends_with(".txt") && file.front() != '_' && !listed.contains(file))
-            AddFinding(Severity::Warning, folder + file, 0, "not in _systems.txt, so it is not read");
+        if (file.ends_with(".txt") && file.front() != '_' && !listed.contains(file)) {
+            const auto twin = std::find_if(listed.begin(), listed.end(),
+                                           [&](const std::string &other) { return isTwin(file, other); });
+            AddFinding(Severity::Warning, folder + file, 0,
+                       "not in _systems.txt, so it is not read"
+                           + (twin == listed.end() ? "" : "; on most disks it is one file with " + *twin));
+        }
     return read;
 }
 
@@ -225,9 +254,10 @@ bool isPlainText(const std::string &file) {
 }
 
 void CheckSystemsFiles(const std::string &pluginFolder) {
-    if (isSeparateSysSaving == 0) CheckRawLines(pluginFolder + "sys.txt");
+    Level level = Level::File;
+    if (isSeparateSysSaving == 0) CheckRawLines(pluginFolder + "sys.txt", level);
     if (isSeparateSysSaving == 1)
-        for (const std::string &file : CheckFileList(pluginFolder + "systems/")) CheckRawLines(file);
+        for (const std::string &file : CheckFileList(pluginFolder + "systems/")) CheckRawLines(file, level);
 }
 
 } // namespace simhost

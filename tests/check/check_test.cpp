@@ -6,7 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include "systems/model.h"
+#include "systems/writer.h"
 #include "tests/plugin_folder.h"
+#include "tests/systems/random_model.h"
 
 namespace {
 
@@ -135,13 +138,53 @@ TEST_F(Check, LeavesGoodFilesAlone) {
     EXPECT_EQ(
         Run("draw=1\n" + std::string(Head)
             + std::string("logic:\n[A.D.X]>=[1]\n[A.D.X]<=[3]\ncalc=[A.D.X]*[2]\ngraf=0,0\ngraf=6,1\n"
-                          "logic:\n[A.D.X]==[0;5]\ncalc=[1]\nlogic:\n[A.D.X]==[3.5]\ncalc=[1]\n")
+                          "logic:\n[A.D.X]==[0;5]\ncalc=-[-5]\nlogic:\n[A.D.X]==[3.5]\ncalc=[1]\n")
             + Step + "out=ANSWER,int,,0,,,,,,,,0\nlogic:\ninstring=set\n||\ninstring=checked\n&&\n"
             + "[A.D.X]==[1]\nexecute=1,<A.D.X> [SIR],0\nlogic:\ninstring=set\nexecute=1,look again,0\n"),
         0)
         << output;
     EXPECT_EQ(output.find("A.txt"), std::string::npos) << output;
     EXPECT_FALSE(std::filesystem::exists(plugin + "Log.txt"));
+}
+
+// What the editor writes is found no worse than what its author wrote, signs and operators included.
+TEST_F(Check, WhatIsSavedGivesNoNewFindings) {
+    const auto findings = [&] {
+        DeleteSystems();
+        testing::internal::CaptureStdout();
+        simhost::CheckFolder({plugin, ""});
+        std::istringstream lines(testing::internal::GetCapturedStdout());
+        std::set<std::string> texts; // without files and numbers of lines
+        for (std::string line; std::getline(lines, line);) {
+            const size_t place = line.find(": error: ");
+            if (place == std::string::npos) continue;
+            std::string text = line.substr(place, line.find(" (", place) - place);
+            std::erase_if(text, [](char c) { return c >= '0' && c <= '9'; });
+            texts.insert(text);
+        }
+        return texts;
+    };
+    for (unsigned seed = 1; seed <= 25 && !HasFailure(); seed++) {
+        SCOPED_TRACE(seed);
+        std::filesystem::remove_all(plugin + "systems");
+        write("sys.txt", RandomModel(seed).Text());
+        const auto before = findings();
+        ASSERT_TRUE(SaveSysToTxtFile());
+        for (const std::string &text : findings()) EXPECT_TRUE(before.contains(text)) << text;
+    }
+}
+
+TEST_F(Check, FilesThatOnlyCapitalsTellApart) {
+    write("systems/_systems.txt", "A\na\n");
+    write("systems/A.txt", "sys=A\n");
+    write("systems/a.txt", "sys=a\n");
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(simhost::CheckFolder({plugin, ""}), 1);
+    output = testing::internal::GetCapturedStdout();
+    for (const char *finding :
+         {"systems/_systems.txt:2: error: only capitals tell a.txt from A.txt",
+          "systems/a.txt:1: error: the system A (systems/A.txt:1) has this name but for capitals"})
+        EXPECT_NE(output.find(finding), std::string::npos) << finding << " in\n" << output;
 }
 
 TEST_F(Check, TextsThatTheReaderTakesForStructure) {

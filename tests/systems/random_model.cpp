@@ -2,6 +2,8 @@
 // the parameter itself.
 #include "tests/systems/random_model.h"
 
+#include <sstream>
+
 #include "XPLMDataAccess.h"
 
 const std::vector<ModelDataref> ModelDatarefs = {
@@ -93,4 +95,52 @@ std::string RandomModel::Text() {
         }
     }
     return text;
+}
+
+std::string RandomModel::WithMistakes(const std::string &text) {
+    std::istringstream lines(text);
+    std::string broken;
+    for (std::string line; std::getline(lines, line);) {
+        while (Chance(20)) {
+            const unsigned place = Below(static_cast<unsigned>(line.size()) + 1);
+            switch (Below(5)) {
+            case 0: line.erase(place, 1); break;
+            case 1: line += OneOf({" ", "]", "-", ",0", ",one,two", "||", "[3", "*2"}); break;
+            case 2: line = OneOf({"&&", "||", "logic:", "# a comment", "calc=S0.D0.P0", "calc=-[-5]"}); break;
+            default:
+                line.insert(place, OneOf({"[",
+                                          "]",
+                                          "=",
+                                          "==",
+                                          ",",
+                                          ";",
+                                          "-",
+                                          "!",
+                                          "<",
+                                          ">=",
+                                          "sys=",
+                                          "dev=",
+                                          "devstack=",
+                                          "out=",
+                                          "calc=",
+                                          "execute=",
+                                          "instring=",
+                                          "graf=",
+                                          "s[ys=",
+                                          "ca]lc=",
+                                          "=[=",
+                                          "execalc=ute=",
+                                          "grainstring=f=",
+                                          "0.0000001",
+                                          "e-9",
+                                          "CBLOCK-1",
+                                          "--5",
+                                          "\t"}));
+            }
+        }
+        if (Chance(3)) continue;
+        broken += line + "\n";
+        if (Chance(3)) broken += line + "\n";
+    }
+    return broken;
 }

@@ -12,6 +12,10 @@ public:
     // The text of a systems file of one to three systems.
     std::string Text();
 
+    // The text with mistakes in some of its lines: letters too many and too few, keys, signs and operators
+    // where they do not belong, lines doubled, lost and out of place.
+    std::string WithMistakes(const std::string &text);
+
     // A number below the limit; the same sequence for the same seed on every platform.
     unsigned Below(unsigned limit) { return static_cast<unsigned>(random() % limit); }
     bool Chance(unsigned percent) { return Below(100) < percent; }
