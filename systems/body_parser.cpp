@@ -48,7 +48,8 @@ private:
     void Add(structExecute &&action);
     void Add(graf_struct &&point);
     void Add(const UnreadableLine &item);
-    void Keep(kept_line_struct kept);
+    kept_line_struct HereKept(const std::string &reason);
+    KeptLines &KeptHere();
     void KeepUnusedJoin();
     void ResolveLink(sysLink_struct &link) const;
 
@@ -102,7 +103,7 @@ void BodyParser::Add(BlockBegin) {
 void BodyParser::Add(JoinLine item) {
     KeepUnusedJoin();
     joinOp = item.joinOp;
-    join = {.text = Line(), .reason = "joins no comparison", .line = LineNumber()};
+    join = HereKept("joins no comparison");
 }
 
 void BodyParser::Add(compare_block_class &&comparison) {
@@ -136,23 +137,26 @@ void BodyParser::Add(graf_struct &&point) {
 void BodyParser::Add(const UnreadableLine &item) {
     LogDroppedLine(parameter.fileName, LineNumber(), item.reason, Line());
     KeepUnusedJoin();
-    Keep({.text = Line(), .reason = item.reason, .line = LineNumber()});
+    KeptHere().push_back(HereKept(item.reason));
 }
 
-// Behind what the last line added to; before the first block, in the parameter.
-void BodyParser::Keep(kept_line_struct kept) {
-    if (parameter.logic.empty()) {
-        parameter.kept.push_back(std::move(kept));
-        return;
-    }
-    kept.list = lastList;
-    kept.behind = static_cast<int>(CountOf(Block(), lastList));
-    Block().kept.push_back(std::move(kept));
+// This line, behind what the one before added to.
+kept_line_struct BodyParser::HereKept(const std::string &reason) {
+    const size_t behind = parameter.logic.empty() ? 0 : CountOf(Block(), lastList);
+    return {.text = Line(),
+            .reason = reason,
+            .line = LineNumber(),
+            .list = lastList,
+            .behind = static_cast<int>(behind)};
+}
+
+KeptLines &BodyParser::KeptHere() {
+    return parameter.logic.empty() ? parameter.kept : Block().kept;
 }
 
 // A join that no comparison follows may belong to one that was not understood.
 void BodyParser::KeepUnusedJoin() {
-    if (!join.text.empty()) Keep(std::move(join));
+    if (!join.text.empty()) KeptHere().push_back(std::move(join));
     join = {};
 }
 

@@ -53,16 +53,9 @@ bool isWithin(const BlockPlace &place, const BlockPlace &whole) {
            && (whole.out < 0 || place.out == whole.out) && (whole.block < 0 || place.block == whole.block);
 }
 
-// "S.D.P line 12"
-const std::string &Name(const KeptPlace &kept) {
+std::string_view LineName(int line) {
     static std::string name; // kept for its memory
-    name.clear();
-    const BlockPlace &place = kept.place;
-    if (isSystem(place.sys)) name = systems_vector[static_cast<size_t>(place.sys)].name;
-    if (isDevice(place.sys, place.dev)) name.append(".").append(DeviceAt(place.sys, place.dev).name);
-    if (isParameter(place.sys, place.dev, place.out))
-        name.append(".").append(ParameterAt(place.sys, place.dev, place.out).name);
-    return name.append(name.empty() ? "line " : " line ").append(int2string(kept.line));
+    return name.assign("line ").append(int2string(line));
 }
 
 } // namespace
@@ -97,7 +90,7 @@ int DrawKeptMark(const BlockPlace &place, int right, int top) {
 
 void DrawKept(const Area &area) {
     const std::vector<KeptPlace> &all = KeptPlaces();
-    DrawCut("NOT UNDERSTOOD, KEPT IN THE FILES:", area.left, area.top, area.right - area.left, ColourOrange);
+    DrawCut("NOT UNDERSTOOD:", area.left, area.top, area.right - area.left, ColourOrange);
     const int listTop = area.top - RowHeight;
     const int rows = std::max(1, (listTop - area.bottom) / RowHeight), count = static_cast<int>(all.size());
     const Area list = {area.left, listTop, area.right, listTop - rows * RowHeight};
@@ -110,8 +103,8 @@ void DrawKept(const Area &area) {
         const int top = listTop - (i - scroll[ListKept]) * RowHeight;
         zone.area = {area.left, top, area.right - barWidth, top - RowHeight};
         AddClickZone(parZones, zone);
-        const int width = zone.area.right - area.left, nameWidth = width / 3;
-        DrawCut(Name(kept), area.left + 3, top, nameWidth - Gap, ColourGrey);
+        const int width = zone.area.right - area.left, nameWidth = 76;
+        DrawCut(LineName(kept.line), area.left + 3, top, nameWidth - Gap, ColourGrey);
         DrawCut(kept.text, area.left + 3 + nameWidth, top, width - nameWidth - 6, ColourWhite);
     }
 }

@@ -157,7 +157,8 @@ TEST_F(Check, WhatIsSavedGivesNoNewFindings) {
         std::set<std::string> texts; // without files and numbers of lines
         for (std::string line; std::getline(lines, line);) {
             const size_t place = line.find(": error: ");
-            if (place == std::string::npos) continue;
+            const bool isSymptom = line.find("this step is never done") != std::string::npos;
+            if (place == std::string::npos || isSymptom) continue; // which is told where nothing else is
             std::string text = line.substr(place, line.find(" (", place) - place);
             std::erase_if(text, [](char c) { return c >= '0' && c <= '9'; });
             texts.insert(text);

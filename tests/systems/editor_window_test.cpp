@@ -42,7 +42,7 @@ TEST_F(EditorWindow, ZonesStandApartOnEveryScreen) {
     std::string text = random.Text() + random.Text() + "dev=A DEVICE WITH A VERY LONG NAME INDEED\n";
     for (int i = 0; i < 200; i++)
         text += Out("A_PARAMETER_WITH_A_LONG_NAME_" + std::to_string(i), "12345.678");
-    Load(text);
+    Load("what is this\n" + random.WithMistakes(text)); // and much that is not understood
     isEditorShown = true;
     for (const auto &[width, height] : {std::pair{1280, 800}, {1366, 900}, {1920, 1080}, {3840, 2160}}) {
         simhost::SetScreenSize(width, height);
@@ -53,6 +53,7 @@ TEST_F(EditorWindow, ZonesStandApartOnEveryScreen) {
             showCalc = random.Chance(50);
             showUsage = random.Chance(50);
             showGraph = random.Chance(50);
+            showKept = random.Chance(50);
             for (int &first : scroll) first = static_cast<int>(random.Below(300));
             simhost::DrawFrame(false);
             ExpectTidy(width, height);

@@ -1,6 +1,7 @@
 // What the editor saves: read back it is the same model, and saved again the same bytes.
 #include "systems/writer.h"
 
+#include <algorithm>
 #include <csignal>
 #include <sstream>
 #include <sys/resource.h>
@@ -165,7 +166,11 @@ private:
         for (const structExecute &action : block.executes)
             text << "action " << action.type << " " << action.text << " " << action.value << "\n";
         for (const graf_struct &point : block.graph) text << "point " << point.x << " " << point.y << "\n";
-        Put(block.kept);
+        KeptLines kept = block.kept; // by their places; the order of reading may be another
+        std::stable_sort(kept.begin(), kept.end(), [](const auto &a, const auto &b) {
+            return std::pair(a.list, a.behind) < std::pair(b.list, b.behind);
+        });
+        Put(kept);
     }
     void Put(const out_parameter_struct &parameter) {
         text << "parameter " << parameter.name << ", " << parameter.type << ", " << parameter.unit << ", "
