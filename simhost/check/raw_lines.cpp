@@ -172,10 +172,10 @@ void CheckLine(const std::string &file, const FileLine &line, Level &level) {
 
 void CheckRawLines(const std::string &file, Level &level) {
     if (!isPlainText(file)) return;
-    const std::string content = ReadFileToString(file);
+    const std::string content = ReadFileToString(file, SystemsFile);
     if (Contains(content, "\r") && !Contains(content, "\n"))
         AddCause(file, 0, "a single line to the reader: lines end with LF or CR LF, not with CR alone");
-    const std::vector<FileLine> lines = ReadFileLines(file);
+    const std::vector<FileLine> lines = ReadFileLines(file, SystemsFile);
     if (lines.empty()) AddFinding(Severity::Warning, file, 0, "an empty file");
     for (const FileLine &line : lines) {
         const bool isFirst = &line == &lines.front();
@@ -244,7 +244,7 @@ std::vector<std::string> CheckFileList(const std::string &folder) {
 } // namespace
 
 bool isPlainText(const std::string &file) {
-    const std::string content = ReadFileToString(file);
+    const std::string content = ReadFileToString(file, SystemsFile);
     const bool isPlain = content.find('\0') == std::string::npos;
     if (!isPlain) AddCause(file, 0, "this is no plain text but UTF-16 or the like; save the file as UTF-8");
     if (content.starts_with("\xEF\xBB\xBF"))
