@@ -23,6 +23,7 @@ constexpr std::string_view BEGINNINGS[] = {
     "System files not found at ",
     "No backup, so this file is not replaced: ",
     "Position not saved, ",
+    "Settings were not read",
     "Setup was not complete",
     "Uninstall was not complete",
     "Font failed to load: ",
