@@ -9,6 +9,7 @@
 #include "XPWidgets.h"
 #include "figure/installation.h"
 #include "frame/settings.h"
+#include "util/guard.h"
 #include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/screen.h"
@@ -106,7 +107,7 @@ void Open(const Dialog &dialog) {
     window = XPCreateWidget(left, top, left + DialogWidth, top - DialogHeight, 1, "Fennic", 1, nullptr,
                             xpWidgetClass_MainWindow);
     XPSetWidgetProperty(window, xpProperty_MainWindowHasCloseBoxes, 0); // a question wants an answer
-    XPAddWidgetCallback(window, HandleMessage);
+    XPAddWidgetCallback(window, Guarded<"a setup window", HandleMessage>);
     for (int i = 0; i < 2; i++)
         AddWidget(xpWidgetClass_Caption, dialog.lines[i], CaptionLeft(dialog.lines[i]),
                   CaptionTop + i * LineHeight, DialogWidth, LineHeight);

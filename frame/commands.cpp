@@ -3,6 +3,7 @@
 
 #include "XPLMUtilities.h"
 #include "util/clock.h"
+#include "util/guard.h"
 #include "util/make_fresh.h"
 #include "voice/action_queue.h"
 #include "voice/recognition.h"
@@ -57,11 +58,13 @@ XPLMCommandRef Create(const char *name, const char *description, XPLMCommandCall
 } // namespace
 
 void CustCommInit() {
-    CommandRec = Create("kv/fennic/rec", "CommandRec", CommandRecHandler);
-    CommandStep = Create("kv/fennic/step", "CommandStep", CommandStepHandler);
-    CommandWidget = Create("kv/fennic/widget", "CommandWidgetOnOff", CommandWidgetHandler);
-    CommandSelect = Create("kv/fennic/select", "CommandSelect", CommandSelectHandler);
-    CommandStop = Create("kv/fennic/stop", "CommandStop", CommandStopHandler);
+    CommandRec = Create("kv/fennic/rec", "CommandRec", Guarded<"push to talk", CommandRecHandler>);
+    CommandStep = Create("kv/fennic/step", "CommandStep", Guarded<"the command step", CommandStepHandler>);
+    CommandWidget =
+        Create("kv/fennic/widget", "CommandWidgetOnOff", Guarded<"the command widget", CommandWidgetHandler>);
+    CommandSelect =
+        Create("kv/fennic/select", "CommandSelect", Guarded<"the command select", CommandSelectHandler>);
+    CommandStop = Create("kv/fennic/stop", "CommandStop", Guarded<"the command stop", CommandStopHandler>);
 }
 
 // These calls match no registration (another flag, another handler) and so take nothing back: the simulator

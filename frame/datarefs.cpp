@@ -7,6 +7,7 @@
 
 #include "XPLMPlugin.h"
 #include "util/find_dataref.h"
+#include "util/guard.h"
 #include "util/log.h"
 #include "util/make_fresh.h"
 
@@ -113,8 +114,9 @@ XPLMDataRef DRFclass::Create_f(const std::string &name) {
 
 XPLMDataRef DRFclass::Create_s(const std::string &name) {
     handle = XPLMRegisterDataAccessor(name.c_str(), xplmType_Data, 1, nullptr, nullptr, nullptr, nullptr,
-                                      nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, readString,
-                                      writeString, this, this);
+                                      nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                      Guarded<"reading a string", readString>,
+                                      Guarded<"writing a string", writeString>, this, this);
     return handle;
 }
 

@@ -29,6 +29,7 @@
 #include "systems/writer.h"
 #include "util/clock.h"
 #include "util/files.h"
+#include "util/guard.h"
 #include "util/log.h"
 #include "voice/executer.h"
 #include "voice/phrases.h"
@@ -41,6 +42,7 @@ void ResetEverything() {
     ResetLog();
     ResetClock();
     ResetFiles();
+    ResetGuards();
 
     ResetFonts();
     ResetTextures();

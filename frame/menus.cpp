@@ -13,6 +13,7 @@
 #include "frame/settings.h"
 #include "systems/body_parser.h"
 #include "util/files.h"
+#include "util/guard.h"
 #include "util/make_fresh.h"
 #include "util/paths.h"
 #include "util/text.h"
@@ -47,16 +48,19 @@ void AddSetupItem() {
 }
 
 void AddCommands() {
-    const XPLMMenuID commands = AddSubmenu(idFENNIC, "Commands", MenuCommandHandler);
+    const XPLMMenuID commands =
+        AddSubmenu(idFENNIC, "Commands", Guarded<"the menu of commands", MenuCommandHandler>);
     for (const commandsMenuStruct &group : commandsMenuVector) {
-        const XPLMMenuID submenu = AddSubmenu(commands, group.title, MenuCommandHandler);
+        const XPLMMenuID submenu =
+            AddSubmenu(commands, group.title, Guarded<"the menu of commands", MenuCommandHandler>);
         for (const std::string &phrase : group.phrases) AddListItem(submenu, phrase, phrase);
     }
 }
 
 void AddOptions() {
     OptionItems items;
-    OptionsID = items.menu = AddSubmenu(idFENNIC, "Options", MenuOptionsHandler);
+    OptionsID = items.menu =
+        AddSubmenu(idFENNIC, "Options", Guarded<"the menu of options", MenuOptionsHandler>);
     items.itemAnnSop = AddItem(OptionsID, "Announce SOP procedures", "AnnSop");
     items.itemAnnAll = AddItem(OptionsID, "Announce ALL procedures", "AnnAll");
     items.ExeFnc = AddItem(OptionsID, "Execute PM (fennic) job only", "ExeFnc");
@@ -66,23 +70,24 @@ void AddOptions() {
 
 void AddVoices() {
     const int item = AddItem(idFENNIC, "Select Voice", nullptr);
-    const XPLMMenuID voices = XPLMCreateMenu("Voices", idFENNIC, item, MenuVoiceHandler, nullptr);
+    const XPLMMenuID voices =
+        XPLMCreateMenu("Voices", idFENNIC, item, Guarded<"the menu of voices", MenuVoiceHandler>, nullptr);
     for (const std::string &voice : voiceList)
         AddListItem(voices, ReplaceString(voice, "com.apple.speech.synthesis.voice.", ""), voice);
 }
 
 void AddSpeechSettings() {
-    const XPLMMenuID volume = AddSubmenu(idFENNIC, "Voice Volume", MenuHandler);
+    const XPLMMenuID volume = AddSubmenu(idFENNIC, "Voice Volume", Guarded<"the menu", MenuHandler>);
     AddItem(volume, "+10% Increase", "IncreaseVolume");
     AddItem(volume, "-10% Decrease", "DecreaseVolume");
-    const XPLMMenuID rate = AddSubmenu(idFENNIC, "Voice Rate", MenuHandler);
+    const XPLMMenuID rate = AddSubmenu(idFENNIC, "Voice Rate", Guarded<"the menu", MenuHandler>);
     AddItem(rate, "+5% Increase", "IncreaseRate");
     AddItem(rate, "-5% Decrease", "DecreaseRate");
     AddItem(idFENNIC, "Restart Speech Engine", "Restart");
 }
 
 void AddUpdate() {
-    idUpdate = AddSubmenu(idFENNIC, "Update", MenuUpdateHandler);
+    idUpdate = AddSubmenu(idFENNIC, "Update", Guarded<"the menu of updates", MenuUpdateHandler>);
     const std::string versionFile = WhatPluginPath() + "version.txt";
     if (isFileExistString(versionFile)) {
         const std::vector<std::string> lines = ReadFileToVector(versionFile);
@@ -93,14 +98,14 @@ void AddUpdate() {
 
 // A group that comes back behind another one gets a second submenu of its name.
 void AddPositions() {
-    const XPLMMenuID positions = AddSubmenu(idFENNIC, "Positions", MenuHandler);
+    const XPLMMenuID positions = AddSubmenu(idFENNIC, "Positions", Guarded<"the menu", MenuHandler>);
     XPLMMenuID group = nullptr;
     std::string groupName;
     for (const std::string &position : positionList) {
         const auto entry = mapPos.find(position);
         const std::string name = entry == mapPos.end() ? "" : entry->second;
         if (!name.empty() && name != groupName) {
-            group = AddSubmenu(positions, name, MenuHandler);
+            group = AddSubmenu(positions, name, Guarded<"the menu", MenuHandler>);
             groupName = name;
         }
         AddListItem(name.empty() ? positions : group, position, position);
@@ -108,7 +113,7 @@ void AddPositions() {
 }
 
 void AddPresets() {
-    const XPLMMenuID presets = AddSubmenu(idFENNIC, "Presets", MenuHandler);
+    const XPLMMenuID presets = AddSubmenu(idFENNIC, "Presets", Guarded<"the menu", MenuHandler>);
     for (const std::string &preset : presetList)
         if (Contains(preset, ".txt")) AddListItem(presets, preset, preset);
 }
@@ -132,7 +137,7 @@ void BuildMenu1() {
     idAircraft = XPLMFindAircraftMenu();
     // A plug-in that was not installed in the aircraft has no aircraft menu and goes under the plug-ins menu.
     const int item = idAircraft ? AddItem(idAircraft, "Fennic", nullptr) : 0;
-    idFENNIC = XPLMCreateMenu("Fennic", idAircraft, item, MenuHandler, nullptr);
+    idFENNIC = XPLMCreateMenu("Fennic", idAircraft, item, Guarded<"the menu", MenuHandler>, nullptr);
     if (acfType != 345 && InstallationState != InstallationReady) AddItem(idFENNIC, "Setup Fennic", "Setup");
 }
 

@@ -23,6 +23,7 @@
 #include "systems/cycle.h"
 #include "systems/model.h"
 #include "util/files.h"
+#include "util/guard.h"
 #include "util/log.h"
 #include "util/paths.h"
 #include "voice/executer.h"
@@ -36,10 +37,14 @@ const int AfterPhase = 0;
 
 bool wasCallbacksRegistred = false;
 
+constexpr auto DrawCallback = Guarded<"drawing", DrawScreen, 1>;
+constexpr auto MainLoop = Guarded<"the main loop", Main, -1>; // again in the next frame
+constexpr auto SystemsLoop = Guarded<"the systems cycle", CalculateSystemsCycle, -1>;
+
 void RegisterCallbacks() {
-    XPLMRegisterDrawCallback(DrawScreen, xplm_Phase_Window, AfterPhase, nullptr);
-    XPLMRegisterFlightLoopCallback(Main, EveryFrame, nullptr);
-    XPLMRegisterFlightLoopCallback(CalculateSystemsCycle, EveryFrame, nullptr);
+    XPLMRegisterDrawCallback(DrawCallback, xplm_Phase_Window, AfterPhase, nullptr);
+    XPLMRegisterFlightLoopCallback(MainLoop, EveryFrame, nullptr);
+    XPLMRegisterFlightLoopCallback(SystemsLoop, EveryFrame, nullptr);
     wasCallbacksRegistred = true;
 }
 
@@ -49,7 +54,7 @@ void RegisterCallbacksIfInstalled() {
         RegisterCallbacks();
         return;
     }
-    if (acfType == 767 && InstallationState == InstallationReady && isSetupCompleted_767() != 1)
+    if (acfType == 767 && InstallationState == InstallationReady && isSetupCompleted_767() == 0)
         InstallationState = InstallationMissing;
     if (InstallationState == InstallationReady) RegisterCallbacks();
     if (InstallationState == InstallationMissing) OpenSetupPrompt();
@@ -64,15 +69,10 @@ void RemoveLeftovers() {
         RemoveUnfinishedIn(folder);
 }
 
-} // namespace
-
-PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc) {
+void StartEverything() {
     UseNativePaths();
     ResetEverything();
     wasCallbacksRegistred = false;
-    std::strcpy(outName, "Velmora Fennic plugin");
-    std::strcpy(outSig, "velmora.fennic");
-    std::strcpy(outDesc, "Velmora Fennic plugin");
     FindSimulatorDatarefs();
     RemoveLeftovers();
     ReadSettings();
@@ -87,27 +87,51 @@ PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc) {
     ReadAcfTypeAndDeveloperMode();
     RegisterCallbacksIfInstalled();
     BuildMenu1();
-    return 1;
+}
+
+void UnregisterMainCallbacks() {
+    if (!wasCallbacksRegistred) return;
+    XPLMUnregisterDrawCallback(DrawCallback, xplm_Phase_Window, AfterPhase, nullptr);
+    XPLMUnregisterFlightLoopCallback(MainLoop, nullptr);
+}
+
+void UnregisterSystemsLoop() {
+    if (wasCallbacksRegistred) XPLMUnregisterFlightLoopCallback(SystemsLoop, nullptr);
+}
+
+// Each by itself, so that none that fails keeps another from being taken back: the simulator would call what
+// is not there any more.
+void TakeEverythingBack() {
+    void (*const steps[])() = {UnregisterDrfs,
+                               [] { EditorPanel.Delete(); },
+                               CloseOverlay,
+                               CloseSetupDialogs,
+                               DestroyMenu,
+                               CustCommExit,
+                               UnregisterMainCallbacks,
+                               UnregisterDrfs,
+                               UnregisterSystemsLoop,
+                               DeleteSystems,
+                               UnLoadFonts,
+                               UnLoadTextures,
+                               EndLog};
+    for (void (*const step)() : steps) RunGuarded("the stop", step);
+}
+
+} // namespace
+
+PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc) {
+    std::strcpy(outName, "Velmora Fennic plugin");
+    std::strcpy(outSig, "velmora.fennic");
+    std::strcpy(outDesc, "Velmora Fennic plugin");
+    if (RunGuarded("the start", StartEverything)) return 1;
+    TakeEverythingBack();
+    return 0;
 }
 
 PLUGIN_API void XPluginStop(void) {
-    SaveSettings();
-    UnregisterDrfs();
-    EditorPanel.Delete();
-    CloseOverlay();
-    CloseSetupDialogs();
-    DestroyMenu();
-    CustCommExit();
-    if (wasCallbacksRegistred) {
-        XPLMUnregisterDrawCallback(DrawScreen, xplm_Phase_Window, AfterPhase, nullptr);
-        XPLMUnregisterFlightLoopCallback(Main, nullptr);
-    }
-    UnregisterDrfs();
-    if (wasCallbacksRegistred) XPLMUnregisterFlightLoopCallback(CalculateSystemsCycle, nullptr);
-    DeleteSystems();
-    UnLoadFonts();
-    UnLoadTextures();
-    EndLog();
+    RunGuarded("saving the settings", SaveSettings);
+    TakeEverythingBack();
 }
 
 PLUGIN_API int XPluginEnable(void) {
@@ -115,8 +139,8 @@ PLUGIN_API int XPluginEnable(void) {
 }
 
 PLUGIN_API void XPluginDisable(void) {
-    SendMSG("exit>");
-    EndBegunCommands();
+    RunGuarded("leaving", [] { SendMSG("exit>"); });
+    RunGuarded("leaving", EndBegunCommands);
 }
 
 PLUGIN_API void XPluginReceiveMessage(XPLMPluginID, int, void *) {}

@@ -3,7 +3,7 @@
 #include "gfx/fonts.h"
 
 #include <algorithm>
-#include <fstream>
+#include <sstream>
 
 #include "gfx/opengl.h"
 #include "gfx/palette.h"
@@ -38,11 +38,16 @@ int DrawFont(int id, std::string_view text, double x, double y, double r, double
 } // namespace
 
 void font_class::Load(const std::string &path) {
-    std::ifstream stream(path);
-    if (!stream) {
+    std::string text;
+    const auto add = [&text](std::string_view line) {
+        text.append(line).append("\n");
+        return true;
+    };
+    if (ReadEachLine(path, SmallFile, add) != Reading::Read) {
         LogFile("Font failed to load: ", path);
         return;
     }
+    std::istringstream stream(text);
     ParseFont(stream);
     if (!isSafeFileName(atlasFile)) {
         string2debugString(path, ": no page with a file beside it: " + atlasFile, 1);

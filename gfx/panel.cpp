@@ -10,6 +10,7 @@
 #include "gfx/palette.h"
 #include "gfx/textures.h"
 #include "util/find_dataref.h"
+#include "util/guard.h"
 #include "util/screen.h"
 
 namespace {
@@ -85,15 +86,15 @@ void widgetVR_class::OpenWindow() {
     wanted.right = right;
     wanted.bottom = bottom;
     wanted.visible = 1;
-    wanted.drawWindowFunc = Draw;
-    wanted.handleMouseClickFunc = MouseL_handler;
-    wanted.handleKeyFunc = Keyboard_handler;
-    wanted.handleCursorFunc = CursorStatus_handler;
-    wanted.handleMouseWheelFunc = MouseW_handler;
+    wanted.drawWindowFunc = Guarded<"drawing a panel", Draw>;
+    wanted.handleMouseClickFunc = Guarded<"a click on a panel", MouseL_handler, 1>;
+    wanted.handleKeyFunc = Guarded<"a key in a panel", Keyboard_handler>;
+    wanted.handleCursorFunc = Guarded<"the cursor over a panel", CursorStatus_handler>;
+    wanted.handleMouseWheelFunc = Guarded<"the wheel over a panel", MouseW_handler, 1>;
     wanted.refcon = this;
     wanted.decorateAsFloatingWindow = xplm_WindowDecorationRoundRectangle;
     wanted.layer = xplm_WindowLayerFloatingWindows;
-    wanted.handleRightClickFunc = MouseR_handler;
+    wanted.handleRightClickFunc = Guarded<"a right click on a panel", MouseR_handler, 1>;
     window = XPLMCreateWindowEx(&wanted);
 }
 
@@ -110,9 +111,11 @@ void widgetVR_class::Create(const std::string &title, int width, int height) {
     SetResizingLimits();
     XPLMSetWindowTitle(window, title.c_str());
     redraw = 1;
-    XPLMRegisterDrawCallback(DrawFBO, xplm_Phase_Window, BeforePhase, this);
+    XPLMRegisterDrawCallback(Guarded<"drawing into a panel", DrawFBO, 1>, xplm_Phase_Window, BeforePhase,
+                             this);
     if (showHideCommand)
-        XPLMRegisterCommandHandler(showHideCommand, CommandShowHideHandler, BeforePhase, this);
+        XPLMRegisterCommandHandler(showHideCommand, Guarded<"showing a panel", CommandShowHideHandler>,
+                                   BeforePhase, this);
     isCreated = true;
 }
 
@@ -121,8 +124,10 @@ void widgetVR_class::Delete() {
     if (window) XPLMDestroyWindow(window);
     buffer.DeleteFBO();
     if (showHideCommand)
-        XPLMUnregisterCommandHandler(showHideCommand, CommandShowHideHandler, BeforePhase, this);
-    XPLMUnregisterDrawCallback(DrawFBO, xplm_Phase_Window, BeforePhase, this);
+        XPLMUnregisterCommandHandler(showHideCommand, Guarded<"showing a panel", CommandShowHideHandler>,
+                                     BeforePhase, this);
+    XPLMUnregisterDrawCallback(Guarded<"drawing into a panel", DrawFBO, 1>, xplm_Phase_Window, BeforePhase,
+                               this);
     *this = widgetVR_class();
 }
 

@@ -120,7 +120,7 @@ void textures_class::Load(const std::string &path) {
 int textures_class::LoadPNGTexture(const std::string &path) {
     string2debugString("Load Texture: ", path, 0);
     Picture picture;
-    const std::string file = ReadFileToString(path);
+    const std::string file = ReadFileToString(path, PictureFile);
     const std::string_view failure = DecodePNG(file, picture);
     if (!failure.empty()) {
         XPLMDebugString("PNG texture failed to load\n");

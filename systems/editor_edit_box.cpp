@@ -8,6 +8,7 @@
 #include "XPWidgets.h"
 #include "gfx/fonts.h"
 #include "systems/editor_state.h"
+#include "util/guard.h"
 #include "util/screen.h"
 #include "util/text.h"
 
@@ -66,7 +67,7 @@ void EditWidgetCreate(const FieldPlace &field, const Area &area) {
     XPSetWidgetProperty(box, xpProperty_MaxCharacters, LongestText);
     XPSetWidgetProperty(box, xpProperty_EditFieldSelStart, 0);
     XPSetWidgetProperty(box, xpProperty_EditFieldSelEnd, static_cast<intptr_t>(TypedText().size()));
-    XPAddWidgetCallback(box, EditWidgetHandler);
+    XPAddWidgetCallback(box, Guarded<"the editor's edit box", EditWidgetHandler>);
     XPSetKeyboardFocus(box);
 }
 

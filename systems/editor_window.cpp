@@ -19,6 +19,7 @@
 #include "systems/editor_undo.h"
 #include "systems/editor_usage.h"
 #include "systems/links.h"
+#include "util/guard.h"
 #include "util/make_fresh.h"
 #include "util/screen.h"
 
@@ -168,12 +169,12 @@ XPLMWindowID CreateCover() {
     wanted.structSize = sizeof wanted;
     wanted.top = sH;
     wanted.right = sW;
-    wanted.drawWindowFunc = DrawCover;
-    wanted.handleMouseClickFunc = PassLeftClickOn;
+    wanted.drawWindowFunc = Guarded<"drawing the editor's cover", DrawCover>;
+    wanted.handleMouseClickFunc = Guarded<"a click on the editor's cover", PassLeftClickOn, 1>;
     wanted.handleRightClickFunc = TakeRightClick;
-    wanted.handleKeyFunc = SysKeyCallback;
+    wanted.handleKeyFunc = Guarded<"a key in the editor", SysKeyCallback>;
     wanted.handleCursorFunc = ShowArrow;
-    wanted.handleMouseWheelFunc = TurnWheel;
+    wanted.handleMouseWheelFunc = Guarded<"the wheel over the editor", TurnWheel, 1>;
     wanted.layer = xplm_WindowLayerFlightOverlay; // as the editor's window, and not over what floats
     const XPLMWindowID window = XPLMCreateWindowEx(&wanted);
     const int mainMonitor = -1;
@@ -192,8 +193,9 @@ void SysWindowCreate() {
     SysWindowDestroy();
     ResetEditorState();
     ReadScreenSize(sW, sH);
-    SysWindow =
-        XPLMCreateWindow(0, sH, sW, 0, 1, SysWindowCallback, SysKeyCallback, SysMouseClickCallback, nullptr);
+    SysWindow = XPLMCreateWindow(0, sH, sW, 0, 1, Guarded<"drawing the editor", SysWindowCallback>,
+                                 Guarded<"a key in the editor", SysKeyCallback>,
+                                 Guarded<"a click in the editor", SysMouseClickCallback, 1>, nullptr);
     cover = CreateCover();
 }
 

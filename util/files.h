@@ -44,7 +44,7 @@ std::vector<FileLine> ReadFileLines(const std::string &path, uint64_t limit = Sm
 std::vector<std::string> ReadFileToVector(const std::string &path);
 
 // The whole file; empty, with one line in the log, when it cannot be read.
-std::string ReadFileToString(const std::string &path, uint64_t limit = SmallFile);
+std::string ReadFileToString(const std::string &path, uint64_t limit = AircraftFile);
 
 // Gives take every line without its "\n", one after the other, so that a file may be larger than the memory.
 // False from take ends the reading, which counts as failed. Nothing in the log when there is no file.

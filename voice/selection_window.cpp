@@ -7,6 +7,7 @@
 #include "XPLMDisplay.h"
 #include "frame/settings.h"
 #include "util/clock.h"
+#include "util/guard.h"
 #include "util/make_fresh.h"
 #include "util/screen.h"
 #include "voice/executer.h"
@@ -155,7 +156,8 @@ void SelWindowCreate(int height) {
     ReadScreen();
     selectionWindow =
         XPLMCreateWindow(widgetOffsetX - LeftOfList, selH + widgetOffsetY, widgetOffsetX + selW,
-                         widgetOffsetY, 1, SelWindowDraw, SelWindowKey, SelWindowMouse, nullptr);
+                         widgetOffsetY, 1, Guarded<"drawing the list's window", SelWindowDraw>, SelWindowKey,
+                         Guarded<"a click on the list", SelWindowMouse, 1>, nullptr);
 }
 
 void SelWindowDestroy() {
