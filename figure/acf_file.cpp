@@ -1,8 +1,9 @@
-// An aircraft file as text. It can be hundreds of megabytes long, so it is walked in place, line by line, and
-// never split into a list. Whatever looks wrong is refused: a pilot rather misses the figure than his
-// aircraft.
+// An aircraft file as text. It can be gigabytes long, so it is read line by line, once to judge it and once
+// to copy it, and never held as a whole. Whatever looks wrong is refused: a pilot rather misses the figure
+// than his aircraft.
 #include "figure/acf_file.h"
 
+#include "util/log.h"
 #include "util/numbers.h"
 #include "util/text.h"
 
@@ -12,11 +13,7 @@ const char *const FigureObject = "kvfennic.obj";
 const char *const CountKey = "P _obja/count";
 const int MostObjects = 9999; // far above what any simulator takes
 
-// The next line of text without its end, and text behind it.
-std::string_view NextLine(std::string_view &text) {
-    const size_t end = text.find('\n');
-    std::string_view line = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+std::string_view WithoutReturn(std::string_view line) {
     if (line.ends_with('\r')) line.remove_suffix(1);
     return line;
 }
@@ -30,63 +27,63 @@ int ReadCount(std::string_view line) {
     return count <= MostObjects ? count : -1;
 }
 
-// The one line that states the count; false with the reason when there is none, or more than one.
-bool FindCount(std::string_view acf, int &count, std::string &reason) {
-    int lines = 0, number = 0;
-    while (!acf.empty()) {
-        const std::string_view line = NextLine(acf);
-        number++;
-        if (!Contains(line, CountKey)) continue;
-        count = ReadCount(line);
-        if (count < 0) {
-            reason = "line " + int2string(number) + " states no number of objects";
-            return false;
-        }
-        if (++lines > 1) {
-            reason = "line " + int2string(number) + " states the number of objects again";
-            return false;
-        }
-    }
-    if (lines == 0) reason = std::string("no line \"") + CountKey + "\"";
-    return lines == 1;
+// A line that states the number of objects, the first or not.
+void ReadCountLine(std::string_view line, const std::string &place, int &countLines,
+                   AircraftFileFacts &facts) {
+    if (!facts.reason.empty()) return;
+    facts.objects = ReadCount(line);
+    if (facts.objects < 0)
+        facts.reason = place + " states no number of objects";
+    else if (++countLines > 1)
+        facts.reason = place + " states the number of objects again";
 }
 
 } // namespace
 
-int CountFigureLines(std::string_view acf) {
-    int count = 0;
-    while (!acf.empty())
-        if (Contains(NextLine(acf), FigureObject)) count++;
-    return count;
+AircraftFileFacts ExamineAircraftFile(const std::string &acf) {
+    AircraftFileFacts facts;
+    int number = 0, countLines = 0;
+    const auto examine = [&](std::string_view whole) {
+        const std::string_view line = WithoutReturn(whole);
+        number++;
+        if (line.find_first_not_of('\r') != std::string_view::npos) facts.hasLines = true;
+        if (Contains(line, FigureObject)) facts.figureLines++;
+        if (Contains(line, CountKey)) ReadCountLine(line, "line " + int2string(number), countLines, facts);
+        return true;
+    };
+    facts.reading = ReadEachLine(acf, AircraftFile, examine);
+    if (facts.reading == Reading::Absent) LogFile("FileIO:Cant open file ", acf);
+    if (facts.reading != Reading::Read) return {.reading = facts.reading, .reason = "it cannot be read"};
+    if (countLines == 0 && facts.reason.empty()) facts.reason = std::string("no line \"") + CountKey + "\"";
+    return facts;
 }
 
-bool AttachObject(std::string_view acf, const std::vector<FileLine> &properties, std::string &changed,
+bool NumberObject(const std::vector<FileLine> &properties, int number, std::string &object,
                   std::string &reason) {
-    int count = 0;
-    if (!FindCount(acf, count, reason)) return false;
-
-    std::string object;
+    object.clear();
     for (const FileLine &property : properties) {
         const std::vector<std::string> parts = StringToWordsArray(property.text, '/');
         if (parts.size() < 3) {
             reason = "line " + int2string(property.number) + " of the object has no index";
             return false;
         }
-        object += ReplaceString(property.text, "/" + parts[1] + "/", "/" + int2string(count) + "/") + "\r\n";
+        object += ReplaceString(property.text, "/" + parts[1] + "/", "/" + int2string(number) + "/") + "\r\n";
     }
-
-    std::string text;
-    text.reserve(acf.size() + acf.size() / 16 + object.size());
-    while (!acf.empty()) {
-        const std::string_view line = NextLine(acf);
-        if (Contains(line, CountKey)) {
-            const std::vector<std::string> words = StringToWordsArray(std::string(line), ' ');
-            text += object + words[0] + " " + words[1] + " " + int2string(count + 1);
-        } else {
-            text += line;
-        }
-        text += "\r\n";
-    }
-    changed = std::move(text);
     return true;
+}
+
+bool AttachObject(const std::string &acf, const AircraftFileFacts &facts, const std::string &object) {
+    const auto copyLines = [&](const WritePiece &write) {
+        int attached = 0;
+        const auto copyLine = [&](std::string_view whole) {
+            const std::string_view line = WithoutReturn(whole);
+            if (!Contains(line, CountKey)) return write(line) && write("\r\n");
+            if (ReadCount(line) != facts.objects || ++attached > 1) return false;
+            const std::vector<std::string> words = StringToWordsArray(std::string(line), ' ');
+            const std::string count = words[0] + " " + words[1] + " " + int2string(facts.objects + 1);
+            return write(object) && write(count) && write("\r\n");
+        };
+        return ReadEachLine(acf, AircraftFile, copyLine) == Reading::Read && attached == 1;
+    };
+    return WriteFileInPieces(acf, copyLines);
 }

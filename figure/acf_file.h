@@ -1,20 +1,31 @@
-// The text of an aircraft file (.acf): attaching one more object to it. No file is touched here.
+// An aircraft file (.acf): attaching one more object to it. It is read and written in pieces and may be
+// larger than the memory.
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "util/files.h"
 
-// The number of lines that name the figure's object: 0 when the figure is not attached.
-int CountFigureLines(std::string_view acf);
+// What one pass over an aircraft file finds.
+struct AircraftFileFacts {
+    Reading reading = Reading::Absent; // all else says something only when it was read
+    bool hasLines = false;             // other than empty ones
+    int figureLines = 0;               // that name the figure's object; 0 when it is not attached
+    int objects = 0;                   // as the line "P _obja/count N" states
+    std::string reason;                // why nothing can be attached: not exactly one such line with a number
+};
 
-// Adds the properties of one object to the text of an aircraft file. Each property is a line such as
-// "P _obja/0/_v10_att_file_stl kvfennic.obj"; its index, the second part between slashes, becomes the number
-// of objects so far. They go in front of the line "P _obja/count N", which then says N + 1. Every other line,
-// empty ones too, stays as it is, but all lines end in "\r\n". False, with changed untouched and the reason
-// in reason, when the text has not exactly one such line with a whole number, or when a property has no
-// index.
-bool AttachObject(std::string_view acf, const std::vector<FileLine> &properties, std::string &changed,
+// One line in the log when it cannot be read.
+AircraftFileFacts ExamineAircraftFile(const std::string &acf);
+
+// The lines of one object, number counted from 0, from its properties. Each is a line such as
+// "P _obja/0/_v10_att_file_stl kvfennic.obj"; its index, the second part between slashes, becomes the number.
+// False with the reason when a property has no index.
+bool NumberObject(const std::vector<FileLine> &properties, int number, std::string &object,
                   std::string &reason);
+
+// Puts the lines of an object in front of the line that states the number of objects, and one more there.
+// Every other line, empty ones too, stays as it is, but all lines end in "\r\n". False, with one line in the
+// log and the file as it was, when it cannot be replaced or is not any more what the facts say.
+bool AttachObject(const std::string &acf, const AircraftFileFacts &facts, const std::string &object);

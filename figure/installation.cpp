@@ -59,40 +59,31 @@ bool RestoreBackup(const std::string &path) {
     return backup == Presence::Absent || copyFile(BackupOf(path), path);
 }
 
-// The text of the .acf, which can be too long for a list of lines; empty when it cannot be read.
-std::string ReadAircraftFile() {
-    const std::string acf = WhatThisAircraftAcfPath();
-    if (isFileExistString(acf)) return ReadFileToString(acf);
-    LogFile("FileIO:Cant open file ", acf);
-    return "";
-}
-
-// The .acf of the 767: read once, checked, backed up, written. True when it names the figure afterwards.
+// The .acf of the 767: checked, backed up, written. True when it names the figure afterwards.
 bool AttachFigure() {
     const std::string acf = WhatThisAircraftAcfPath();
-    const std::string properties = WhatPluginPath() + "/data/obj/acf.txt";
+    const std::string propertiesFile = WhatPluginPath() + "/data/obj/acf.txt";
     RemoveUnfinished(acf);
-    const std::string text = ReadAircraftFile();
-    if (const int lines = CountFigureLines(text)) {
-        for (int i = 0; i < lines; i++)
+    const AircraftFileFacts facts = ExamineAircraftFile(acf);
+    if (facts.figureLines > 0) {
+        for (int i = 0; i < facts.figureLines; i++)
             string2debugString(".acf file was not changed - it already contain kvfennic.obj", "", 1);
         return true;
     }
-    const bool hasLines = text.find_first_not_of("\r\n") != std::string::npos;
-    const std::vector<FileLine> object = ReadFileLines(properties);
-    std::string changed, reason;
-    const bool isSound = AttachObject(text, object, changed, reason);
+    const std::vector<FileLine> properties = ReadFileLines(propertiesFile);
+    std::string object, reason = facts.reason;
+    const bool isSound = reason.empty() && NumberObject(properties, facts.objects, object, reason);
     // A file that is refused gets no backup, which would come back over a sound one some day.
     if (isSound && !BackUp(acf)) return false;
-    if (!hasLines || object.empty()) {
-        string2debugString("Setup was not complete - file not found: ", acf + " OR " + properties, 1);
+    if (!facts.hasLines || properties.empty()) {
+        string2debugString("Setup was not complete - file not found: ", acf + " OR " + propertiesFile, 1);
         return false;
     }
     if (!isSound) {
         string2debugString("Setup was not complete - .acf file was not changed: " + acf + ": ", reason, 1);
         return false;
     }
-    return WriteWholeFile(acf, changed);
+    return AttachObject(acf, facts, object);
 }
 
 } // namespace
@@ -139,7 +130,9 @@ void UninstallFromAcf() {
 }
 
 int isSetupCompleted_767() {
-    return CountFigureLines(ReadAircraftFile()) > 0 ? 1 : 0;
+    const AircraftFileFacts facts = ExamineAircraftFile(WhatThisAircraftAcfPath());
+    if (facts.reading == Reading::Failed) return -1;
+    return facts.figureLines > 0 ? 1 : 0;
 }
 
 bool isAcfSetupDone() {

@@ -20,7 +20,7 @@ void SetUpThisAircraft();
 // that those come with, which ship with the plug-in. Backups stay.
 void UninstallFromAcf();
 
-// 1 when the aircraft's .acf names the figure's object: type 767 is set up. Only the .acf decides, not the
+// 1 when the aircraft's .acf names the figure's object: type 767 is set up; -1 when it cannot be read. Only the .acf decides, not the
 // files that it names.
 int isSetupCompleted_767();
 

@@ -11,7 +11,8 @@
 
 namespace {
 
-const size_t LongestLine = 16 << 20; // bytes
+const size_t LongestLine = 16 << 20;    // bytes
+const size_t WriteTogether = 256 << 10; // bytes
 
 // A read that take ended is no fault of the file's.
 Reading ReadNotingFailure(const std::string &path, uint64_t limit, const TakePiece &take, Reason &reason) {
@@ -174,11 +175,17 @@ bool WriteWholeFile(const std::string &path, std::string_view content) {
 bool WriteFileInPieces(const std::string &path, const FillFile &fill) {
     const auto fillNew = [&](const Write &write) {
         Reason reason;
-        const auto writePiece = [&](std::string_view piece) {
-            reason = write(piece);
+        std::string waiting; // small pieces go to the disk together
+        const auto writeWaiting = [&] {
+            reason = write(waiting);
+            waiting.clear();
             return reason.empty();
         };
-        const bool isComplete = fill(writePiece);
+        const auto writePiece = [&](std::string_view piece) {
+            waiting += piece;
+            return waiting.size() < WriteTogether || writeWaiting();
+        };
+        const bool isComplete = fill(writePiece) && writeWaiting();
         return isComplete || !reason.empty() ? reason : "there is nothing whole to put in its place";
     };
     return isWritten(path, fillNew);

@@ -5,7 +5,6 @@
 #include <map>
 #include <set>
 
-#include "figure/acf_file.h"
 #include "frame/aircraft.h"
 #include "tests/interrupted_calls.h"
 #include "tests/log_lines.h"
@@ -174,9 +173,10 @@ TEST_F(Installation, AttachesTheFigureToAnyAircraftFileThatStatesItsObjectsOnce)
     for (const auto &[acf, expected] :
          Tree{{"a\nP _obja/count 1\n\n b\t\n", "a\r\n" + figure + "P _obja/count 2\r\n\r\n b\t\r\n"},
               {"\r\nP _obja/count 1 ", "\r\n" + figure + "P _obja/count 2\r\n"}}) {
-        std::string changed, reason;
-        EXPECT_TRUE(AttachObject(acf, ReadFileLines(plugin + "data/obj/acf.txt"), changed, reason)) << reason;
-        EXPECT_EQ(changed, expected);
+        std::ofstream(aircraft + "test.acf", std::ios::binary) << acf;
+        Setup_767();
+        EXPECT_EQ(Files().at("test.acf"), expected);
+        fs::remove(aircraft + "test.acf.backup");
     }
     const std::string count = "P _obja/count ";
     for (const auto &[acf, reason] : Tree{{"I\n", "no line \"P _obja/count\""},
