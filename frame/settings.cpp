@@ -134,7 +134,7 @@ void CheckInstalledObject(const std::string &pluginFolder) {
 // What it holds goes into a copy, the first time; false when that fails.
 bool KeepUnreadSettings(const std::string &pluginFolder) {
     const std::string file = pluginFolder + SettingsFile, kept = pluginFolder + SettingsFileKept;
-    if (isFileOurs || WhatIsAt(file) == Presence::Absent || WhatIsAt(kept) == Presence::Present) return true;
+    if (isFileOurs || WhatIsAt(file) != Presence::Present || WhatIsAt(kept) == Presence::Present) return true;
     if (!copyFile(file, kept)) return false;
     string2debugString("Settings were not read, since settings_win.txt is not beside them - kept in ", kept,
                        1);

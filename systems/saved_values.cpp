@@ -144,7 +144,10 @@ void SaveParametersValue() {
     RefreshRecords();
     const std::string path = WhatPluginPath() + SaveFile;
     std::string content;
-    if (!ReadLinesToKeep(path, content)) return;
+    if (!ReadLinesToKeep(path, content)) {
+        LogFile("FileIO:Cant write file ", path + ": it could not be read");
+        return;
+    }
     for (const system_class &system : systems_vector) {
         for (const device_struct &device : system.devices) {
             for (const out_parameter_struct &parameter : device.outs) {
