@@ -32,7 +32,6 @@ check.write(systems .. "_systems.txt", list)
 check.write(systems .. "CREW.txt", crew)
 editor.start(1280, 800)
 editor.board_below("NOT UNDERSTOOD")
-sim.screenshot("out/editor_kept_lines.png")
 editor.title("SAVE")
 check.equal(read("CREW.txt"), crew, "saved as it was")
 check.equal(read("_systems.txt"), list, "the list of files")
@@ -40,7 +39,6 @@ check.equal(read("_systems.txt"), list, "the list of files")
 -- A click on the line of the action leads to its block.
 editor.select(3, 2)
 editor.first_use(4)
-sim.screenshot("out/editor_kept_line.png")
 
 -- With AUTO the first click saves.
 editor.title("AUTO")
