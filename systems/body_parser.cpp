@@ -127,6 +127,7 @@ void BodyParser::Add(CalculationLine &&item) {
 
 void BodyParser::Add(structExecute &&action) {
     action.notFound = isMissing(action) ? 1 : 0;
+    ReadSpokenLinks(action, sys, dev, out);
     Append(ListOfActions, Block().executes, std::move(action));
 }
 

@@ -126,6 +126,7 @@ void ConsumeRecognition(const StepContext &step) {
 struct Arrays {
     double *values;
     uint16_t *firedBlocks;
+    uint8_t *evaluated;
     const ProgramParameter *parameters;
     const ProgramBlock *blocks;
     const ProgramComparison *comparisons;
@@ -260,6 +261,7 @@ bool isStepOpen(const Arrays &arrays, const ProgramRun &run, uint32_t index) {
 void RunSequence(const Arrays &arrays, const ProgramRun &run) {
     StepContext step;
     step.isSerial = true;
+    std::fill(arrays.evaluated + run.firstParameter, arrays.evaluated + run.endParameter, 0);
     for (uint32_t index = run.firstParameter; index < run.endParameter; index++) {
         if (arrays.values[index] > 0.0) {
             onChecklistOrProcedure = true;
@@ -272,6 +274,7 @@ void RunSequence(const Arrays &arrays, const ProgramRun &run) {
             if (index == run.endParameter - 1) Rewind(arrays, run);
         } else if (isStepOpen(arrays, run, index)) {
             step.isFirst = index == run.firstParameter;
+            arrays.evaluated[index] = 1;
             EvaluateParameter(arrays, index, step);
         }
     }
@@ -284,13 +287,10 @@ void RunParameters(const Arrays &arrays, const ProgramRun &run) {
 }
 
 void RunProgram(SystemsProgram &program) {
-    const Arrays arrays = {program.values.data(),
-                           program.firedBlocks.data(),
-                           program.parameters.data(),
-                           program.blocks.data(),
-                           program.comparisons.data(),
-                           program.elements.data(),
-                           program};
+    const Arrays arrays = {program.values.data(),    program.firedBlocks.data(),
+                           program.evaluated.data(), program.parameters.data(),
+                           program.blocks.data(),    program.comparisons.data(),
+                           program.elements.data(),  program};
     for (const ProgramRun &run : program.runs) {
         if (run.serial)
             RunSequence(arrays, run);

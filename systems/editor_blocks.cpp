@@ -18,6 +18,8 @@ namespace {
 const char *const ExampleText = "Example Text!";
 const char *const NotDefined = "not_define";
 
+bool wasActionCopied = false;
+
 template <typename Record> bool isIndex(const std::vector<Record> &records, int index) {
     return index >= 0 && static_cast<size_t>(index) < records.size();
 }
@@ -227,6 +229,17 @@ void DeleteElement(const BlockPlace &place, int calculation, int index) {
     ShiftKept(block, ListOfCalculations, calculation, -1);
 }
 
+bool isResultUsed(const BlockPlace &place, int calculation) {
+    const logicblock_struct *block = BlockAt(place);
+    if (!block || !isIndex(block->calcs, calculation)) return false;
+    for (const calcBlock_struct &other : block->calcs)
+        for (const calcStack_class &element : other.stack)
+            if (&other != &block->calcs[static_cast<size_t>(calculation)]
+                && element.blockIndex == calculation)
+                return true;
+    return false;
+}
+
 void SetOperator(const BlockPlace &place, int calculation, int index, int oper) {
     calcBlock_struct *record = CalculationAt(place, calculation);
     if (!record || !isIndex(record->stack, index) || oper < 0 || oper >= CalculationOperators) return;
@@ -251,16 +264,24 @@ void SetActionType(const BlockPlace &place, int index, int type) {
     ChangeRecord("ACTION TYPE", place, &logicblock_struct::executes, index, [=](structExecute &action) {
         if (action.text == DefaultText(action.type)) action.text = DefaultText(type);
         action.type = type;
+        ReadSpokenLinks(action);
         action.notFound = isMissing(action) ? 1 : 0;
     });
 }
 
 void CopyAction(const BlockPlace &place, int index) {
     logicblock_struct *block = BlockAt(place);
-    if (block && isIndex(block->executes, index)) ExecCopy = At(block->executes, index);
+    if (!block || !isIndex(block->executes, index)) return;
+    ExecCopy = At(block->executes, index);
+    wasActionCopied = true;
+}
+
+bool isActionCopied() {
+    return wasActionCopied;
 }
 
 int PasteAction(const BlockPlace &place, int after) {
+    if (!isActionCopied()) return -1;
     structExecute action = ExecCopy;
     action.line = 0;
     return AddRecord("PASTE ACTION", place, &logicblock_struct::executes, after, std::move(action));

@@ -26,6 +26,9 @@ void SwitchSpeech(const BlockPlace &place, int index);     // numbers or what wa
 int AddCalculation(const BlockPlace &place, int after);
 int AddElement(const BlockPlace &place, int calculation, int after);
 void DeleteElement(const BlockPlace &place, int calculation, int index); // the last one with its calculation
+
+// Whether another calculation of the block has the result of this one as an operand.
+bool isResultUsed(const BlockPlace &place, int calculation);
 void SetOperator(const BlockPlace &place, int calculation, int index, int oper);
 
 int AddAction(const BlockPlace &place, int after);
@@ -33,6 +36,7 @@ void DeleteAction(const BlockPlace &place, int index);
 void SetActionType(const BlockPlace &place, int index, int type);
 extern structExecute ExecCopy;
 void CopyAction(const BlockPlace &place, int index);
+bool isActionCopied();
 int PasteAction(const BlockPlace &place, int after);
 
 int AddPoint(const BlockPlace &place, int after);

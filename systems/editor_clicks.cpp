@@ -23,11 +23,14 @@ FieldPlace FieldOf(const click_zone_class &zone) {
     return {zone.context[ZoneField], PlaceOf(zone), zone.context[ZoneItem], zone.context[ZoneElement]};
 }
 
-bool isDeletedPlace() {
+// Whether what is selected in a column was deleted, or what it stands in.
+bool isDeletedPlace(int list = ListOut) {
     if (!isSystem(selSys)) return false;
     if (systems_vector[static_cast<size_t>(selSys)].deleted) return true;
+    if (list == ListSys) return false;
     if (isDevice(selSys, selDev) && DeviceAt(selSys, selDev).deleted) return true;
-    return isParameter(selSys, selDev, selOut) && ParameterAt(selSys, selDev, selOut).deleted;
+    return list == ListOut && isParameter(selSys, selDev, selOut)
+           && ParameterAt(selSys, selDev, selOut).deleted;
 }
 
 // ---- The table ----
@@ -45,12 +48,25 @@ void New(int list) {
 }
 
 void Delete(int list) {
+    const bool isThere = list == ListSys   ? isSystem(selSys)
+                         : list == ListDev ? isDevice(selSys, selDev)
+                                           : isParameter(selSys, selDev, selOut);
+    if (!isThere || isDeletedPlace(list)) {
+        Say(isThere ? "this was deleted before" : "there is nothing to delete", true);
+        return;
+    }
+    const int dev = list == ListSys ? -1 : selDev, out = list == ListOut ? selOut : -1;
+    const std::string users = UsersOutside(selSys, dev, out);
     if (list == ListSys) DeleteSystem(selSys);
     if (list == ListDev) DeleteDevice(selSys, selDev);
     if (list == ListOut) DeleteOut(selSys, selDev, selOut);
+    if (!users.empty() && !isEditorMessageBad) // which would be that it could not be saved
+        Say("DELETED, though it is used by " + users + "; UNDO takes it back", true);
 }
 
 void Copy(int list) {
+    if (list == ListDev ? !isDevice(selSys, selDev) : !isParameter(selSys, selDev, selOut))
+        Say("there is nothing to copy", true);
     if (list == ListDev && isDevice(selSys, selDev)) {
         CopyDevice(selSys, selDev);
         Say("COPIED " + CopiedDeviceName());
@@ -70,8 +86,12 @@ void GoToNew(int list, int index, const char *refusal) {
 }
 
 void Paste(int list) {
+    if (list == ListDev ? !isDeviceCopied() : !isOutCopied()) {
+        Say("nothing was copied: select it, and COPY", true);
+        return;
+    }
     const int index = list == ListDev ? PasteDevice(selSys, selDev) : PasteOut(selSys, selDev, selOut);
-    GoToNew(list, index, "nothing was copied, or there is no place for it");
+    GoToNew(list, index, list == ListDev ? "a device needs a system" : "a parameter needs a device");
 }
 
 void Move(int list) {
@@ -95,11 +115,11 @@ void GoToUsage(int index) {
     const out_usage_struct usage = usageVector[static_cast<size_t>(index)];
     SelectPlace(usage.place.sys, usage.place.dev, usage.place.out);
     selDrawStack = usage.place.block;
+    if (usage.kind != UsedInComparison) showCalc = usage.kind == UsedInCalculation;
+    if (usage.kind == UsedInCalculation) selCalc = usage.item;
+    if (usage.kind == UsedInCalculation) selDraw = usage.element;
+    if (usage.kind == UsedInText) selDraw = usage.item;
     ScrollToSelection();
-    if (usage.element < 0) return;
-    showCalc = 1;
-    selCalc = usage.item;
-    selDraw = usage.element;
 }
 
 // Goes to what the line stands in, and tells all of it.
@@ -225,6 +245,17 @@ bool ChangeTree(const click_zone_class &zone) {
     return true;
 }
 
+void DeleteElementOf(const BlockPlace &place, int calculation, int element) {
+    const size_t calculations = BlockAt(place) ? BlockAt(place)->calcs.size() : 0;
+    const bool isUsed = isResultUsed(place, calculation);
+    DeleteElement(place, calculation, element);
+    const bool isGone = BlockAt(place) && BlockAt(place)->calcs.size() < calculations;
+    if (isUsed && isGone && !isEditorMessageBad)
+        Say("DELETED, though other calculations used CBLOCK" + int2string(calculation)
+                + ": they have 0 instead; UNDO takes it back",
+            true);
+}
+
 // Clicks that change the selected parameter.
 void ChangeParameter(const click_zone_class &zone) {
     const BlockPlace place = PlaceOf(zone);
@@ -255,21 +286,32 @@ void ChangeParameter(const click_zone_class &zone) {
         selCalc = item;
         selDraw = AddElement(place, item, element);
         break;
-    case ActionDeleteElement: DeleteElement(place, item, element); break;
+    case ActionDeleteElement: DeleteElementOf(place, item, element); break;
     case ActionSetOperator:
         if (item < 0 || element < 0) Say("first click the operator that is to change", true);
         SetOperator(place, item, element, value);
         break;
     case ActionAddAction: selDraw = AddAction(place, item); break;
     case ActionDeleteAction: DeleteAction(place, item); break;
-    case ActionCopyAction: CopyAction(place, item); break;
-    case ActionPasteAction: selDraw = PasteAction(place, item); break;
+    case ActionCopyAction:
+        if (item < 0) Say("first click the action that is to be copied", true);
+        CopyAction(place, item);
+        break;
+    case ActionPasteAction:
+        if (isActionCopied())
+            selDraw = PasteAction(place, item);
+        else
+            Say("nothing was copied: click an action, and COPY", true);
+        break;
     case ActionSetActionType:
         if (item < 0) Say("first click the action that is to change", true);
         SetActionType(place, item, value);
         break;
     case ActionAddPoint: selPoint = AddPoint(place, item); break;
-    case ActionDeletePoint: DeletePoint(place, item); break;
+    case ActionDeletePoint:
+        if (item < 0) Say("first click the point that is to go", true);
+        DeletePoint(place, item);
+        break;
     default: break;
     }
 }

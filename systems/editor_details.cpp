@@ -82,7 +82,8 @@ std::string Limit(bool has, double limit) {
 }
 
 const char *KindOfUse(const out_usage_struct &usage) {
-    return usage.element < 0 ? "COMPARE" : "CALC";
+    const char *const words[] = {"COMPARE", "CALC", "SAY"};
+    return words[usage.kind];
 }
 
 // Uses of the selected parameter are looked for again when it or the model has changed.

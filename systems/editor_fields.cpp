@@ -2,6 +2,8 @@
 // back as the same, so a text may hold nothing that the files' lines give a meaning to.
 #include "systems/editor_fields.h"
 
+#include <algorithm>
+
 #include "frame/datarefs.h"
 #include "systems/body_parser.h"
 #include "systems/calculation.h"
@@ -29,15 +31,34 @@ std::string ShortNumber(double value) {
     return text == "-0" ? "0" : text;
 }
 
+// "1.5" for "1,5"; empty for what is no number written so.
+std::string WithPoint(const std::string &text) {
+    double ignored = 0.0;
+    const std::string changed = ReplaceString(text, ",", ".");
+    return changed != text && ParseDouble(changed, ignored) ? changed : "";
+}
+
 std::string ReadNumber(const std::string &text, double &value) {
+    if (const std::string meant = WithPoint(text); !meant.empty())
+        return "a number has a point: write " + meant;
     return ParseDouble(text, value) ? "" : "this is not a number";
+}
+
+// What to write instead of a sign that the files use to part their fields.
+std::string RemedyFor(char sign, std::string_view forbidden) {
+    if (sign == ',' && forbidden.find(';') == std::string_view::npos)
+        return ", which parts the fields of the files: leave it out or write ;";
+    if (sign == ';' && forbidden.find(',') == std::string_view::npos)
+        return ", which is how the files keep a comma: write a comma";
+    return "";
 }
 
 // Why a text cannot stand in a line of the files: the lines' keys are found anywhere in them.
 std::string TextRefusal(const std::string &text, std::string_view forbidden) {
     for (const char c : text) {
         if (static_cast<unsigned char>(c) < ' ') return "control characters cannot be kept";
-        if (forbidden.find(c) != std::string_view::npos) return std::string("this must not contain ") + c;
+        if (forbidden.find(c) == std::string_view::npos) continue;
+        return std::string("this must not contain ") + c + RemedyFor(c, forbidden);
     }
     for (const char *key : {"sys=", "dev=", "devstack=", "out=", "graf=", "calc=", "execute=", "instring="})
         if (Contains(text, key)) return std::string("this must not contain ") + key;
@@ -59,8 +80,17 @@ std::string ReadLink(const std::string &text, sysLink_struct &link) {
 std::string ReadOperand(const std::string &text, sysLink_struct &link, double &number) {
     double ignored = 0.0;
     link = {};
-    if (isNumber(text) || ParseDouble(text, ignored)) return ReadNumber(text, number);
-    return ReadLink(text, link);
+    const bool isMeantAsNumber = isNumber(text) || ParseDouble(text, ignored) || !WithPoint(text).empty();
+    return isMeantAsNumber ? ReadNumber(text, number) : ReadLink(text, link);
+}
+
+// Whether a text is whole numbers with commas between them, as a list may be meant.
+bool isListWithCommas(const std::string &text) {
+    const std::vector<std::string> pieces = StringToWordsArray(text, ',');
+    return pieces.size() > 1 && std::all_of(pieces.begin(), pieces.end(), [](const std::string &piece) {
+               int ignored = 0;
+               return ParseInt(Trimmed(piece), ignored);
+           });
 }
 
 std::string ReadList(const std::string &text, std::vector<int> &list) {
@@ -76,12 +106,17 @@ std::string ReadList(const std::string &text, std::vector<int> &list) {
     return list.empty() ? "this list is empty" : "";
 }
 
+// One of the three forms takes the place of another: nothing of that stays behind.
 std::string SetRight(const std::string &text, compare_block_class &comparison) {
-    if (Contains(text, ";")) {
-        comparison.b = {};
-        return ReadList(text, comparison.bList);
-    }
+    comparison.b = {};
+    comparison.bValue = 0.0;
     comparison.bList.clear();
+    if (Contains(text, ";")) return ReadList(text, comparison.bList);
+    if (isListWithCommas(text))
+        return "a number has a point, a list ; between its numbers: "
+               + (std::count(text.begin(), text.end(), ',') == 1 ? ReplaceString(text, ",", ".") + " or "
+                                                                 : "")
+               + ReplaceStringAll(text, ",", ";");
     return ReadOperand(text, comparison.b, comparison.bValue);
 }
 
@@ -125,7 +160,9 @@ std::string CalculationText(const logicblock_struct &block, const calcBlock_stru
 std::string SetCalculation(const std::string &text, calcBlock_struct &calculation) {
     const std::string line = Contains(text, "[") ? text : "[" + text + "]";
     if (!line.ends_with("]")) return "a calculation ends with ]";
-    std::string refusal = TextRefusal(line, ",;=");
+    std::string refusal;
+    if (Contains(text, ",")) refusal = "numbers have a point, not a comma";
+    if (refusal.empty()) refusal = TextRefusal(line, ",;=");
     std::vector<calcStack_class> stack;
     std::vector<std::string_view> pieces;
     SplitFields(line, ']', pieces);
@@ -203,6 +240,7 @@ std::string SetBlockField(const FieldPlace &field, const std::string &text, logi
         if (!action) return NothingThere;
         refusal = TextRefusal(text, ";");
         action->text = text;
+        ReadSpokenLinks(*action);
         action->notFound = isMissing(*action) ? 1 : 0;
         return refusal;
     case FieldActionValue: return action ? ReadNumber(text, action->value) : NothingThere;

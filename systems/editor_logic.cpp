@@ -1,6 +1,6 @@
 // The logic stack: a parameter's blocks and their comparisons, with what they compare now. Numeric
 // comparisons are evaluated here again, of the blocks that are seen; those of speech show what the cycle
-// found.
+// found, unless it has passed over them.
 #include "systems/editor_panels.h"
 
 #include <algorithm>
@@ -20,9 +20,10 @@ const int Gap = 4;
 const int StateWidth = 66;
 const char *const Joins[] = {"&&", "||"};
 
-// TRUE and FALSE for the chain; a block that fired calculates; one that is true and did not fire waits,
-// behind another one or for its step of the sequence.
-const char *StateOf(const logicblock_struct &block, bool chain, bool hasFired) {
+// TRUE and FALSE for the chain; a block that fired calculates; one that is true and did not fire waits behind
+// another one, and all wait that are not evaluated, whatever they were when they last were.
+const char *StateOf(const logicblock_struct &block, bool chain, bool hasFired, bool isEvaluated) {
+    if (!isEvaluated) return "WAIT";
     if (hasFired) return "CALC";
     if (block.compares.empty()) return "DEFAULT";
     return chain ? "WAIT" : "FALSE";
@@ -89,7 +90,14 @@ std::string_view OperandText(const sysLink_struct &link, double number) {
     return text;
 }
 
-void DrawComparison(const Area &area, int block, int item, const compare_block_class &comparison) {
+// What a comparison of numbers gives is known at any time; what was said is heard by what is evaluated.
+const char *StateOf(const compare_block_class &comparison, bool isEvaluated) {
+    if (comparison.a.kind == LinkSpeech && !isEvaluated) return "WAIT";
+    return comparison.cmpResult ? "TRUE" : "FALSE";
+}
+
+void DrawComparison(const Area &area, int block, int item, const compare_block_class &comparison,
+                    const char *state) {
     const bool isSpeech = comparison.a.kind == LinkSpeech;
     const int top = area.top;
     const int buttons = BoardWidth("ADD") + BoardWidth("DEL") + 2 * Gap;
@@ -115,7 +123,7 @@ void DrawComparison(const Area &area, int block, int item, const compare_block_c
                     isList ? ListText(comparison.bList) : OperandText(comparison.b, comparison.bValue),
                     comparison.bValue);
     }
-    DrawState(comparison.cmpResult ? "TRUE" : "FALSE", right + Gap, top);
+    DrawState(state, right + Gap, top);
     x = AddBoard(parZones, BlockZone(ActionAddComparison, "ADD", block, item), area.right - buttons, top);
     AddBoard(parZones, BlockZone(ActionDeleteComparison, "DEL", block, item), x, top);
 }
@@ -165,7 +173,8 @@ void DrawLogicStack(const Area &area) {
     if (!isParameter(selSys, selDev, selOut)) return;
     AddBoard(parZones, Zone(ActionAddBlock, "ADD"), area.left + 120, area.top);
     std::vector<logicblock_struct> &logic = ParameterAt(selSys, selDev, selOut).logic;
-    const int fired = FiredBlock(selSys, selDev, selOut);
+    const bool isNow = isEvaluated(selSys, selDev, selOut);
+    const int fired = isNow ? FiredBlock(selSys, selDev, selOut) : -1;
     if (fired >= 0 && logic.size() > 1) { // which may be far down
         click_zone_class zone = BlockZone(ActionGoToBlock, "", fired, -1);
         zone.area = {area.left + 190, area.top, area.left + 350, area.top - RowHeight + 1};
@@ -195,13 +204,14 @@ void DrawLogicStack(const Area &area) {
             const int top = listTop - (row - first) * RowHeight;
             return Area{area.left + 2, top, area.right - barWidth, top - RowHeight};
         };
-        if (row >= first) DrawBlockHead(place(), index, block, StateOf(block, chain, fired == index));
+        if (row >= first) DrawBlockHead(place(), index, block, StateOf(block, chain, fired == index, isNow));
         row++;
         for (size_t c = 0; c < block.compares.size() && row < end; c++, row++)
             if (row >= first) {
                 Area indented = place();
                 indented.left += 12;
-                DrawComparison(indented, index, static_cast<int>(c), block.compares[c]);
+                DrawComparison(indented, index, static_cast<int>(c), block.compares[c],
+                               StateOf(block.compares[c], isNow));
             }
     }
 }

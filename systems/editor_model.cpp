@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "systems/editor_blocks.h"
 #include "systems/editor_undo.h"
+#include "systems/editor_usage.h"
 #include "systems/kept_lines.h"
 #include "systems/links.h"
 #include "util/files.h"
@@ -125,6 +127,7 @@ void RenameInCopies(const std::string &from, const std::string &to) {
     };
     ForEachLinkOf(OutParameterCopy, renameLink);
     for (out_parameter_struct &parameter : DeviceCopy.outs) ForEachLinkOf(parameter, renameLink);
+    ForEachSpokenLink(ExecCopy, renameLink);
     rename(OutParameterSysLinkCopy.name);
     rename(copiedDeviceName);
 }
@@ -155,6 +158,13 @@ bool FindCopiedDevice(int &sys, int &dev) {
     if (device == devices.end() || !isDevice(sys, device->second)) return false;
     dev = device->second;
     return !At(systems_vector, sys).deleted && !DeviceAt(sys, dev).deleted;
+}
+
+// In a spoken text "&" has a value spelled, and "#" stands between alternatives.
+std::string SpokenRefusal(const std::string &name, int sys, int dev, int out) {
+    if (name.find_first_of("&#") == std::string::npos) return "";
+    const std::string speaker = SpeakerOf(sys, dev, out);
+    return speaker.empty() ? "" : "a name with & or # cannot be said, as " + speaker + " does";
 }
 
 const char *const NothingThere = "there is nothing to rename";
@@ -234,6 +244,7 @@ std::string RenameSystem(int sys, const std::string &name) {
     std::string refusal = RenameRefusal(systems_vector, sys, name);
     if (refusal.empty() && (name == "_systems" || name == "_save" || !isSafeFileName(name)))
         refusal = "no systems file can have this name";
+    if (refusal.empty()) refusal = SpokenRefusal(name, sys, -1, -1);
     if (!refusal.empty() || At(systems_vector, sys).name == name) return refusal;
     EditStep step("RENAME SYSTEM");
     KeepSystemHead(sys);
@@ -246,6 +257,7 @@ std::string RenameSystem(int sys, const std::string &name) {
 std::string RenameDevice(int sys, int dev, const std::string &name) {
     if (!isDevice(sys, dev)) return NothingThere;
     std::string refusal = RenameRefusal(At(systems_vector, sys).devices, dev, name);
+    if (refusal.empty()) refusal = SpokenRefusal(name, sys, dev, -1);
     if (!refusal.empty() || DeviceAt(sys, dev).name == name) return refusal;
     EditStep step("RENAME DEVICE");
     KeepDeviceHead(sys, dev);
@@ -259,6 +271,7 @@ std::string RenameDevice(int sys, int dev, const std::string &name) {
 std::string RenameOut(int sys, int dev, int out, const std::string &name) {
     if (!isParameter(sys, dev, out)) return NothingThere;
     std::string refusal = RenameRefusal(DeviceAt(sys, dev).outs, out, name);
+    if (refusal.empty()) refusal = SpokenRefusal(name, sys, dev, out);
     if (!refusal.empty() || ParameterAt(sys, dev, out).name == name) return refusal;
     EditStep step("RENAME PARAMETER");
     KeepNamedParameter(sys, dev, out);

@@ -63,6 +63,18 @@ std::string_view OperandText(const calcStack_class &element) {
     return text;
 }
 
+int LinkColour(int kind) {
+    return kind == LinkUnresolved ? ColourRed : kind == LinkDeleted ? ColourOrange : ColourWhite;
+}
+
+// Red when it names what does not exist, or would say "UNKNOWN"; orange when it says something deleted.
+int TextColour(const structExecute &action) {
+    int colour = action.notFound ? ColourRed : ColourWhite;
+    for (const sysLink_struct &link : action.spokenLinks)
+        if (colour != ColourRed && link.kind != LinkLive) colour = LinkColour(link.kind);
+    return colour;
+}
+
 // Columns of a calculation's row: CALC n, operator, operand, its value, the result so far, ADD, DEL.
 void DrawElement(const Area &area, int calculation, int index, const calcStack_class &element) {
     const int top = area.top, buttons = BoardWidth("ADD") + BoardWidth("DEL") + 2 * Gap;
@@ -85,10 +97,8 @@ void DrawElement(const Area &area, int calculation, int index, const calcStack_c
             x + 3, top, 32, isKnown ? ColourWhite : ColourRed);
     x += 40;
     const int right = area.right - buttons - 2 * (valueWidth + Gap);
-    const int colour = element.link.kind == LinkUnresolved ? ColourRed
-                       : element.link.kind == LinkDeleted  ? ColourOrange
-                                                           : ColourWhite;
-    DrawField({x, top, right, area.bottom}, FieldOperand, calculation, index, colour, OperandText(element));
+    DrawField({x, top, right, area.bottom}, FieldOperand, calculation, index, LinkColour(element.link.kind),
+              OperandText(element));
     DrawNumberRight(element.operand, right + valueWidth, top, valueWidth, ColourCyan);
     DrawNumberRight(element.result, right + 2 * valueWidth + Gap, top, valueWidth, ColourGreen);
     x = AddBoard(parZones, ItemZone(ActionAddElement, "ADD", calculation, index), area.right - buttons, top);
@@ -152,7 +162,7 @@ void DrawAction(const Area &area, int index, const structExecute &action) {
               SignificantDigits(action.value));
     x += valueWidth + Gap;
     DrawField({x, area.top, area.right - buttons - Gap, area.bottom}, FieldActionText, index, -1,
-              action.notFound ? ColourRed : ColourWhite, action.text);
+              TextColour(action), action.text);
     x = AddBoard(parZones, ItemZone(ActionAddAction, "ADD", index), area.right - buttons, area.top);
     AddBoard(parZones, ItemZone(ActionDeleteAction, "DEL", index), x, area.top);
 }

@@ -63,7 +63,10 @@ size_t ApproximateBytes(const out_parameter_struct &parameter) {
         for (const calcBlock_struct &calculation : block.calcs)
             for (const calcStack_class &element : calculation.stack)
                 bytes += sizeof element + TextBytes(element.link.name);
-        for (const structExecute &action : block.executes) bytes += sizeof action + action.text.capacity();
+        for (const structExecute &action : block.executes) {
+            bytes += sizeof action + action.text.capacity();
+            for (const sysLink_struct &link : action.spokenLinks) bytes += sizeof link + TextBytes(link.name);
+        }
     }
     return bytes;
 }

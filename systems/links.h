@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "systems/model.h"
+#include "systems/spoken_links.h"
 
 // Resolves "SYSTEM.DEVICE.PARAMETER". When a name is missing: with an owner (three valid indices) the link
 // is LinkUnresolved and keeps its text, one line goes to the log, and the owner's records get hasError;
@@ -34,8 +35,9 @@ inline out_parameter_struct &ParameterAt(int sys, int dev, int out) {
     return DeviceAt(sys, dev).outs[static_cast<size_t>(out)];
 }
 
-// Calls visit for every link that a parameter holds: operands of comparisons and calculations.
-template <typename Parameter, typename Visit> void ForEachLinkOf(Parameter &parameter, Visit visit) {
+// Calls visit for every link that a parameter's value may depend on: operands of comparisons and
+// calculations.
+template <typename Parameter, typename Visit> void ForEachOperandOf(Parameter &parameter, Visit visit) {
     for (auto &block : parameter.logic) {
         for (auto &comparison : block.compares) {
             visit(comparison.a);
@@ -44,6 +46,13 @@ template <typename Parameter, typename Visit> void ForEachLinkOf(Parameter &para
         for (auto &calculation : block.calcs)
             for (auto &element : calculation.stack) visit(element.link);
     }
+}
+
+// The same for every link that a parameter holds: operands, and those in spoken texts.
+template <typename Parameter, typename Visit> void ForEachLinkOf(Parameter &parameter, Visit visit) {
+    ForEachOperandOf(parameter, visit);
+    for (auto &block : parameter.logic)
+        for (auto &action : block.executes) ForEachSpokenLink(action, visit);
 }
 
 // The same for every link of the model, in its order.

@@ -136,6 +136,7 @@ struct structExecute {
     double value = 0.0;
     int notFound = 0; // the named position, command or dataref did not exist at load
     sysLink_struct link;
+    std::vector<sysLink_struct> spokenLinks; // of a text that is said, in its order (systems/spoken_links.h)
     int line = 0;
     std::string asWritten;
 };

@@ -2,6 +2,7 @@
 // the records: nothing may change them without ModelChanges.
 #include "systems/program.h"
 
+#include <algorithm>
 #include <bit>
 #include <unordered_map>
 #include <utility>
@@ -59,6 +60,7 @@ private:
             }
         }
         program.values.reserve(parameters);
+        program.evaluated.resize(parameters);
         ForEachParameter([this](const out_parameter_struct &parameter) {
             const auto fired = static_cast<size_t>(parameter.activeBlock); // -1: beyond every block
             const bool hasFired = fired < parameter.logic.size() && fired < NoBlock;
@@ -90,6 +92,7 @@ private:
             CompileParameter(device, sys, dev, static_cast<int>(out));
         const uint32_t end = Count(program.parameters);
         if (first == end) return;
+        std::fill(program.evaluated.begin() + first, program.evaluated.begin() + end, !device.serialStack);
         const bool joinsRun = !device.serialStack && !program.runs.empty() && !program.runs.back().serial;
         if (joinsRun)
             program.runs.back().endParameter = end;
@@ -214,6 +217,11 @@ double LiveValue(int sys, int dev, int out) {
         .devices[static_cast<size_t>(dev)]
         .outs[static_cast<size_t>(out)]
         .value;
+}
+
+bool isEvaluated(int sys, int dev, int out) {
+    return isProgramCurrent ? systemsProgram.evaluated[ValueIndex(sys, dev, out)] != 0
+                            : !DeviceAt(sys, dev).serialStack;
 }
 
 int FiredBlock(int sys, int dev, int out) {

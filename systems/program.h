@@ -68,6 +68,7 @@ struct ProgramRun {
 struct SystemsProgram {
     std::vector<double> values;
     std::vector<uint16_t> firedBlocks; // per parameter: the block that fired last, with InactiveBlock
+    std::vector<uint8_t> evaluated;    // per parameter: 0 for a step that the last frame passed over
     std::vector<ProgramRun> runs;
     std::vector<ProgramParameter> parameters; // and one behind the last, for the ends
     std::vector<ProgramBlock> blocks;         // likewise
@@ -97,6 +98,10 @@ void RefreshRecords();
 
 // The live value of the parameter at valid indices.
 double LiveValue(int sys, int dev, int out);
+
+// False for a step of a sequence that the last frame did not evaluate, since it is not reached, done or waits
+// for the actions of the one before. Its blocks are as they were when it was evaluated last.
+bool isEvaluated(int sys, int dev, int out);
 
 // The logic block of the parameter at valid indices that fired in the last frame; -1: none.
 int FiredBlock(int sys, int dev, int out);

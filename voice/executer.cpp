@@ -163,13 +163,11 @@ std::string ReplaceRunway(const std::string &text, const char *placeholder, cons
     return distance == -1.0F ? "" : ReplaceString(text, placeholder, name);
 }
 
-std::string SpokenLinkValue(std::string linkText) {
-    const bool isSpelled = linkText.starts_with("&");
-    std::erase(linkText, '&');
-    const sysLink_struct link = String2sysLink(linkText);
+std::string SpokenLinkValue(const SpokenLink &spoken) {
+    const sysLink_struct link = String2sysLink(spoken.name);
     if (link.sys == -1 || link.dev == -1 || link.out == -1) return "UNKNOWN";
     std::string number = int2string(TruncateToInt(GetValueFromSysLink(link)));
-    if (!isSpelled) return number;
+    if (!spoken.isSpelled) return number;
     std::string spelled;
     for (char digit : number) spelled.append(1, digit).append(1, ' ');
     return spelled;
@@ -312,13 +310,8 @@ std::string VarToString(std::string text) {
     // One pass from left to right: what a link is replaced by is not looked at again.
     std::string spoken;
     size_t done = 0;
-    for (size_t open = text.find('<'); open != std::string::npos; open = text.find('<', done)) {
-        const size_t close = text.find('>', open);
-        if (close == std::string::npos) break;
-        spoken.append(text, done, open - done)
-            .append(SpokenLinkValue(text.substr(open + 1, close - open - 1)));
-        done = close + 1;
-    }
+    for (SpokenLink link; FindSpokenLink(text, done, link); done = link.end)
+        spoken.append(text, done, link.begin - done).append(SpokenLinkValue(link));
     return spoken.append(text, done);
 }
 

@@ -126,21 +126,19 @@ void CheckPlaceholdersOnce(const std::string &text, const std::string &file, int
                    "beside [TORW] a [LDRW] is not replaced, it is spoken as it stands: " + text);
 }
 
-// Placeholders: links between "<" and ">", and words between brackets.
-void CheckText(const std::string &text, const std::string &file, int line) {
+// Placeholders: links that do not end, and words between brackets. The links themselves are checked with all
+// others.
+void CheckText(const structExecute &action, const std::string &file) {
+    const std::string &text = action.text;
+    const int line = action.line;
     if (text.empty()) AddFinding(Severity::Warning, file, line, "nothing to say");
-    size_t done = 0;
-    for (size_t open = text.find('<'); open != std::string::npos; open = text.find('<', done)) {
-        const size_t close = text.find('>', open);
-        if (close == std::string::npos) {
-            AddFinding(Severity::Error, file, line, "\"<\" without \">\": " + text);
-            break;
-        }
-        const std::string link = ReplaceString(text.substr(open + 1, close - open - 1), "&", "");
-        if (String2sysLink(link).kind == LinkNone)
-            AddFinding(Severity::Error, file, line,
-                       "there is no parameter " + link + "; she says \"UNKNOWN\"");
-        done = close + 1;
+    const char alternatives = action.type == ScriptSayWait ? '#' : '\n'; // which is in no line
+    for (const std::string &alternative : StringToWordsArray(text, alternatives)) {
+        size_t done = 0;
+        for (SpokenLink link; FindSpokenLink(alternative, done, link);) done = link.end;
+        if (alternative.find('<', done) != std::string::npos)
+            AddFinding(Severity::Error, file, line, "\"<\" without \">\": " + alternative);
+        CheckPlaceholdersOnce(alternative, file, line);
     }
     for (size_t open = text.find('['); open != std::string::npos; open = text.find('[', open + 1)) {
         const std::string word = text.substr(open, text.find(']', open) - open + 1);
@@ -153,14 +151,7 @@ void CheckAction(const structExecute &action, const ParameterPlace &place) {
     const std::string &file = place.parameter.fileName;
     switch (action.type) {
     case ScriptSay:
-        CheckText(action.text, file, action.line);
-        CheckPlaceholdersOnce(action.text, file, action.line);
-        break;
-    case ScriptSayWait:
-        CheckText(action.text, file, action.line);
-        for (const std::string &alternative : StringToWordsArray(action.text, '#'))
-            CheckPlaceholdersOnce(alternative, file, action.line);
-        break;
+    case ScriptSayWait: CheckText(action, file); break;
     case ScriptPosition: CheckPosition(action.text, file, action.line); break;
     case ScriptCommandOnce:
     case ScriptCommandBegin:

@@ -37,7 +37,7 @@ void CollectNodes() {
                 numbers.emplace(std::tuple(sys, dev, out), static_cast<int>(numbers.size()));
     ForEachParameter([](const ParameterPlace &place) { nodes.push_back({.place = place, .reads = {}}); });
     for (size_t i = 0; i < nodes.size(); i++) {
-        ForEachLinkOf(nodes[i].place.parameter, [&](const sysLink_struct &link) {
+        ForEachOperandOf(nodes[i].place.parameter, [&](const sysLink_struct &link) {
             const auto found = numbers.find({link.sys, link.dev, link.out});
             if (found != numbers.end() && found->second != static_cast<int>(i))
                 nodes[i].reads.push_back(found->second);

@@ -138,6 +138,15 @@ void CheckLink(const sysLink_struct &link, const ParameterPlace &place, int line
     }
 }
 
+void CheckSpokenLink(const sysLink_struct &link, const ParameterPlace &place, int line) {
+    if (link.kind == LinkUnresolved)
+        AddFinding(Severity::Error, place.parameter.fileName, line,
+                   "there is no parameter " + link.name + "; she says \"UNKNOWN\""
+                       + (suggestions++ < MOST_SUGGESTIONS ? Suggestion(link.name) : ""));
+    else
+        CheckLink(link, place, line);
+}
+
 void CheckLinksOf(const logicblock_struct &block, const ParameterPlace &place) {
     for (const compare_block_class &comparison : block.compares) {
         CheckLink(comparison.a, place, comparison.line);
@@ -152,6 +161,8 @@ void CheckLinksOf(const logicblock_struct &block, const ParameterPlace &place) {
                                + " is no calculation above this one in its block");
         }
     }
+    for (const structExecute &action : block.executes)
+        for (const sysLink_struct &link : action.spokenLinks) CheckSpokenLink(link, place, action.line);
 }
 
 void CheckOperators(const logicblock_struct &block, const ParameterPlace &place) {

@@ -60,7 +60,8 @@ protected:
         }
         for (system_class &system : systems_vector)
             for (device_struct &device : system.devices)
-                for (out_parameter_struct &parameter : device.outs)
+                for (out_parameter_struct &parameter : device.outs) {
+                    ExpectTextsToHoldTheirLinks(parameter);
                     ForEachLinkOf(parameter, [&](const sysLink_struct &link) {
                         if (!isLink(link)) return;
                         const sysLink_struct found = String2sysLink(link.name);
@@ -74,6 +75,18 @@ protected:
                             << link.name;
                         EXPECT_TRUE(link.name.starts_with(SysDevOut2name(link.sys, link.dev, link.out)));
                     });
+                }
+    }
+
+    static void ExpectTextsToHoldTheirLinks(const out_parameter_struct &parameter) {
+        for (const logicblock_struct &block : parameter.logic)
+            for (const structExecute &action : block.executes) {
+                structExecute read = action;
+                ReadSpokenLinks(read);
+                ASSERT_EQ(read.spokenLinks.size(), action.spokenLinks.size()) << action.text;
+                for (size_t i = 0; i < read.spokenLinks.size(); i++)
+                    EXPECT_EQ(read.spokenLinks[i].name, action.spokenLinks[i].name) << action.text;
+            }
     }
 
     static std::string Type(int field, const std::string &text, int item = 0, int element = 0) {
@@ -136,6 +149,53 @@ TEST_F(Editor, LinksFollowWhatIsRenamedAndMoved) {
     ExpectWhole();
 }
 
+TEST_F(Editor, LinksInSpokenTextsFollowToo) {
+    Load("sys=S\ndev=D\n" + Out("P", "5") + Out("in_X") + Out("Q")
+         + "logic:\nexecute=1,it is <&S.D.P>; <S.D.P> of <S.D.NONE>#<S.D#.P> is < that,0\n"
+           "execute=0,own <S.D.in_X>,0\nexecute=9,<S.D.P>,0\n"
+         + "sys=T\ndev=D\n" + Out("R"));
+    EXPECT_EQ(CountNewLines({"Cant find parameter: S.D.NONE"}), 1);
+    EXPECT_TRUE(Parameter("S.D.Q").hasError);
+    const auto text = [](const char *owner, size_t action) {
+        return Parameter(owner).logic[0].executes[action].text;
+    };
+    const std::string first = Saved();
+    CopyAction({0, 0, 2, 0}, 0);
+    EXPECT_EQ(RenameOut(0, 0, 0, "VOLT"), "");
+    EXPECT_EQ(text("S.D.Q", 0), "it is <&S.D.VOLT>, <S.D.VOLT> of <S.D.NONE>#<S.D#.P> is < that");
+    EXPECT_EQ(text("S.D.Q", 2), "<S.D.P>") << "no spoken text";
+    EXPECT_EQ(ExecCopy.text, text("S.D.Q", 0)) << "what was copied follows";
+    EXPECT_NE(RenameOut(0, 0, 0, "A&B"), "") << "no text could say it";
+    EXPECT_EQ(RenameOut(1, 0, 0, "A&B"), "");
+    EXPECT_EQ(RenameOut(0, 0, 1, "NONE"), "") << "the name that a text waits for";
+    EXPECT_FALSE(Parameter("S.D.Q").hasError);
+    EXPECT_EQ(RenameOut(0, 0, 1, "in_X"), "");
+    EXPECT_EQ(RenameSystem(0, "BUS"), "");
+    EXPECT_EQ(text("BUS.D.Q", 1), "own <BUS.D.in_X>");
+    UsageVectorRebuild(0, 0, 0);
+    ASSERT_EQ(usageVector.size(), 1U);
+    EXPECT_TRUE(usageVector[0].kind == UsedInText && usageVector[0].item == 0);
+    EXPECT_EQ(UsersOutside(0, 0, 0), "BUS.D.Q");
+    EXPECT_EQ(UsersOutside(0, 0, -1), "") << "only by itself";
+
+    // A clone says its own inputs; what it shares it goes on sharing.
+    EXPECT_EQ(CloneDevice(0, 0), 1);
+    EXPECT_EQ(text("BUS.D2.Q", 1), "own <BUS.D2.in_X>");
+    EXPECT_TRUE(text("BUS.D2.Q", 0).starts_with("it is <&BUS.D.VOLT>,"));
+    CopyOut(0, 0, 0);
+    EXPECT_EQ(MoveOut(1, 0, -1), 1);
+    EXPECT_TRUE(text("BUS.D2.Q", 0).starts_with("it is <&T.D.VOLT>,"));
+    CopyDevice(1, 0);
+    EXPECT_EQ(MoveDevice(0, -1), 2);
+    EXPECT_TRUE(text("BUS.D.Q", 0).starts_with("it is <&BUS.D3.VOLT>,"));
+    ExpectWhole();
+    ExpectFilesHoldTheModel();
+    while (UndoEditStep()) {
+    }
+    EXPECT_EQ(Saved(), first);
+    ExpectWhole();
+}
+
 TEST_F(Editor, WhatIsRefusedChangesNothing) {
     Load("sys=S\ndev=D\nout=P,double,,1,,5,,,,,,0\nlogic:\n[S.D.P]==[1]\ninstring=go\ncalc=[S.D.P]\n"
          "execute=4,cmd,0\ngraf=0,0\n"
@@ -184,6 +244,12 @@ TEST_F(Editor, WhatIsRefusedChangesNothing) {
     EXPECT_EQ(CountUndoSteps(), 0U);
     EXPECT_EQ(Saved(), first);
     ExpectWhole();
+    // Signs of the files, and what to write instead.
+    EXPECT_NE(Type(FieldInit, "1,5").find("1.5"), std::string::npos);
+    EXPECT_NE(Type(FieldLeft, "-1,5").find("-1.5"), std::string::npos);
+    EXPECT_NE(Type(FieldRight, "1,2,3").find("1;2;3"), std::string::npos);
+    EXPECT_NE(Type(FieldFreeText, "a, b").find("write ;"), std::string::npos);
+    EXPECT_NE(Type(FieldActionText, "a; b").find("write a comma"), std::string::npos);
     // Marked, not refused.
     EXPECT_EQ(Type(FieldInDataref, "t/nowhere[3]"), "");
     EXPECT_TRUE(isDatarefMissing(Parameter("S.D.P").inDataref));
@@ -194,6 +260,18 @@ TEST_F(Editor, WhatIsRefusedChangesNothing) {
     EXPECT_EQ(Type(FieldCalculation, "[S.D.Q]+[2]flr[0]"), "");
     EXPECT_EQ(Type(FieldMax, "non"), "");
     ExpectFilesHoldTheModel();
+}
+
+// A list is compared with "==" and "!=" alone: with ">" it is 0, not the number that stood there before.
+TEST_F(Editor, ARightSideLeavesNothingOfTheOneBefore) {
+    Load("sys=S\ndev=D\n" + Out("P", "3") + "logic:\n[S.D.P]>[5]\ncalc=[1]\n");
+    EXPECT_EQ(Type(FieldRight, "1;2"), "");
+    Frame();
+    EXPECT_EQ(Value("S.D.P"), 1) << "3 > 0";
+    ExpectFilesHoldTheModel();
+    EXPECT_EQ(Type(FieldRight, "4"), "");
+    const compare_block_class &comparison = Parameter("S.D.P").logic[0].compares[0];
+    EXPECT_TRUE(comparison.bList.empty() && comparison.bValue == 4.0);
 }
 
 // Datarefs are published, taken back and published again as their parameters come and go.

@@ -7,6 +7,7 @@
 #include "simhost/simulator.h"
 #include "systems/editor_clicks.h"
 #include "systems/editor_state.h"
+#include "systems/editor_undo.h"
 #include "tests/systems/model_folder.h"
 #include "tests/systems/random_model.h"
 
@@ -65,6 +66,39 @@ TEST_F(EditorWindow, ZonesStandApartOnEveryScreen) {
     }
     DeleteSystems();
     UnLoadFonts();
+}
+
+// What a click did, or why it did nothing, as the author reads it.
+TEST_F(EditorWindow, ClicksSayWhatTheyDid) {
+    isVAdraw = 1;
+    Load("sys=S\ndev=D\n" + Out("P") + Out("Q") + "logic:\nexecute=0,<S.D.P>,0\n");
+    const auto click = [](int action, int list, int item) {
+        click_zone_class zone;
+        zone.context[ZoneAction] = action;
+        zone.context[ZoneOut] = selOut;
+        zone.context[ZoneList] = list;
+        zone.context[ZoneItem] = item;
+        ClickZone(zone, false);
+        return editorMessage;
+    };
+    const auto says = [](const std::string &message, const char *part) {
+        return isEditorMessageBad && message.find(part) != std::string::npos;
+    };
+    SelectPlace(0, 0, 1);
+    const unsigned changes = modelChangeCount;
+    EXPECT_TRUE(says(click(ActionPasteAction, -1, 0), "nothing was copied"));
+    EXPECT_TRUE(says(click(ActionPaste, ListOut, -1), "nothing was copied"));
+    EXPECT_TRUE(says(click(ActionCopyAction, -1, -1), "first click"));
+    EXPECT_EQ(modelChangeCount, changes);
+    click(ActionCopyAction, -1, 0);
+    EXPECT_FALSE(says(click(ActionPasteAction, -1, 0), ""));
+    EXPECT_EQ(Parameter("S.D.Q").logic[0].executes.size(), 2U);
+    EXPECT_FALSE(says(click(ActionDelete, ListOut, -1), "")) << "nobody uses it";
+    click(ActionUndo, -1, -1);
+    SelectPlace(0, 0, 0);
+    EXPECT_TRUE(says(click(ActionDelete, ListOut, -1), "used by S.D.Q"));
+    EXPECT_TRUE(Parameter("S.D.P").deleted);
+    DeleteSystems();
 }
 
 } // namespace

@@ -40,7 +40,8 @@ std::string RandomModel::Calculation() {
 }
 
 std::string RandomModel::Action() {
-    const std::string text = OneOf({"yes", "no", "t/command", "t/int", "a; b", "rest"});
+    std::string text = OneOf({"yes", "no", "t/command", "t/int", "a; b", "rest"});
+    if (Chance(30)) text += "<" + Link() + "> #or <&" + Link() + ">; < no";
     return "execute=" + std::to_string(Below(14)) + "," + text + "," + OneOf({"0", "1", "2.5", "-1"});
 }
 

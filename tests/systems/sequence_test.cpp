@@ -76,4 +76,26 @@ TEST_F(Sequence, SpeechOutsideASequenceIsConsumedToo) {
     EXPECT_EQ(LastRecognition, "Go") << "only the very text matches";
 }
 
+// What the editor shows of a step belongs to the last frame, or is not shown.
+TEST_F(Sequence, OnlyTheOpenStepIsEvaluated) {
+    const auto evaluated = [] {
+        std::string all;
+        for (int step = 0; step < 3; step++) all += isEvaluated(0, 0, step) ? '1' : '0';
+        return all;
+    };
+    LoadSteps(Say, "instring=yes\nexecute=0,text,0\n", Say);
+    EXPECT_EQ(evaluated(), "000");
+    Frame();
+    EXPECT_EQ(evaluated(), "100");
+    Frame();
+    EXPECT_EQ(evaluated(), "000") << "done, and the next one waits for the queue";
+    executeFlow.clear();
+    Frame();
+    EXPECT_EQ(evaluated(), "010");
+    Frame("yes");
+    EXPECT_EQ(evaluated(), "010");
+    Frame("abort");
+    EXPECT_EQ(evaluated(), "000");
+}
+
 } // namespace

@@ -1,0 +1,33 @@
+// Links inside spoken texts: "<SYSTEM.DEVICE.PARAMETER>" is said as the parameter's value, with "&" behind
+// the
+// "<" digit by digit.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include "systems/model.h"
+
+// A link in a text: from a "<" to the first ">" behind it.
+struct SpokenLink {
+    size_t begin = 0, end = 0; // the place of "<" and the one behind ">"
+    std::string name;          // what stands between them, without every "&"
+    bool isSpelled = false;
+};
+
+// The next link that begins at a place or behind it. False when there is none.
+bool FindSpokenLink(std::string_view text, size_t from, SpokenLink &found);
+
+// Reads an action's spokenLinks from its text anew; none when the text is not spoken. sys, dev and out as for
+// String2sysLinkSDO: with an owner, what does not resolve is logged and marked there.
+void ReadSpokenLinks(structExecute &action, int sys = -1, int dev = -1, int out = -1);
+
+// Writes the names of an action's spokenLinks into its text, where they differ.
+void WriteSpokenLinks(structExecute &action);
+
+// Calls visit for the links that an action says. When it changes their names the text changes, too.
+template <typename Action, typename Visit> void ForEachSpokenLink(Action &action, Visit visit) {
+    for (auto &link : action.spokenLinks) visit(link);
+    if constexpr (!std::is_const_v<Action>) WriteSpokenLinks(action);
+}
