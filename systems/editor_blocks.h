@@ -8,6 +8,7 @@
 // A logic block of a parameter, or with block -1 the parameter.
 struct BlockPlace {
     int sys = -1, dev = -1, out = -1, block = -1;
+    bool operator==(const BlockPlace &) const = default;
 };
 
 // The block, or null.

@@ -44,21 +44,19 @@ std::string ReadNumber(const std::string &text, double &value) {
     return ParseDouble(text, value) ? "" : "this is not a number";
 }
 
-// What to write instead of a sign that the files use to part their fields.
-std::string RemedyFor(char sign, std::string_view forbidden) {
-    if (sign == ',' && forbidden.find(';') == std::string_view::npos)
-        return ", which parts the fields of the files: leave it out or write ;";
-    if (sign == ';' && forbidden.find(',') == std::string_view::npos)
-        return ", which is how the files keep a comma: write a comma";
-    return "";
+// Why a sign cannot stand in a text and, where one of "," and ";" can stand for the other, what to write.
+std::string SignRefusal(char sign, std::string_view forbidden) {
+    const bool isOtherGood = forbidden.find(sign == ',' ? ';' : ',') == std::string_view::npos;
+    if (sign == ',' && isOtherGood) return "a comma ends the field in the files: leave it out, or write ;";
+    if (sign == ';' && isOtherGood) return "the files keep a comma as ; so write a comma instead";
+    return std::string("this must not contain ") + sign;
 }
 
 // Why a text cannot stand in a line of the files: the lines' keys are found anywhere in them.
 std::string TextRefusal(const std::string &text, std::string_view forbidden) {
     for (const char c : text) {
         if (static_cast<unsigned char>(c) < ' ') return "control characters cannot be kept";
-        if (forbidden.find(c) == std::string_view::npos) continue;
-        return std::string("this must not contain ") + c + RemedyFor(c, forbidden);
+        if (forbidden.find(c) != std::string_view::npos) return SignRefusal(c, forbidden);
     }
     for (const char *key : {"sys=", "dev=", "devstack=", "out=", "graf=", "calc=", "execute=", "instring="})
         if (Contains(text, key)) return std::string("this must not contain ") + key;

@@ -5,8 +5,10 @@
 #include <string>
 
 #include "gfx/fonts.h"
+#include "systems/body_parser.h"
 #include "systems/editor_fields.h"
 #include "systems/editor_state.h"
+#include "systems/editor_undo.h"
 #include "systems/links.h"
 #include "systems/operators.h"
 #include "util/numbers.h"
@@ -73,6 +75,17 @@ int TextColour(const structExecute &action) {
     for (const sysLink_struct &link : action.spokenLinks)
         if (colour != ColourRed && link.kind != LinkLive) colour = LinkColour(link.kind);
     return colour;
+}
+
+// What an action names may have come since it was loaded: it is looked for when its block is shown.
+void LookForMissing(logicblock_struct &block) {
+    static BlockPlace looked;
+    static unsigned changes = 0;
+    const BlockPlace place = SelectedBlock();
+    if (place == looked && changes == modelChangeCount) return;
+    looked = place;
+    changes = modelChangeCount;
+    for (structExecute &action : block.executes) action.notFound = isMissing(action) ? 1 : 0;
 }
 
 // Columns of a calculation's row: CALC n, operator, operand, its value, the result so far, ADD, DEL.
@@ -225,6 +238,7 @@ void DrawExecuteStack(const Area &area) {
     DrawCut("EXECUTE STACK:", area.left, area.top, 150, ColourCyan);
     logicblock_struct *block = BlockAt(SelectedBlock());
     if (!block) return;
+    LookForMissing(*block);
     int x = AddBoard(parZones, ItemZone(ActionAddAction, "ADD", selDraw), area.left + 150, area.top);
     x = AddBoard(parZones, ItemZone(ActionCopyAction, "COPY", selDraw), x, area.top);
     AddBoard(parZones, ItemZone(ActionPasteAction, "PASTE", selDraw), x, area.top);

@@ -248,7 +248,7 @@ TEST_F(Editor, WhatIsRefusedChangesNothing) {
     EXPECT_NE(Type(FieldInit, "1,5").find("1.5"), std::string::npos);
     EXPECT_NE(Type(FieldLeft, "-1,5").find("-1.5"), std::string::npos);
     EXPECT_NE(Type(FieldRight, "1,2,3").find("1;2;3"), std::string::npos);
-    EXPECT_NE(Type(FieldFreeText, "a, b").find("write ;"), std::string::npos);
+    EXPECT_NE(Type(FieldFreeText, "a, b").find("or write ;"), std::string::npos);
     EXPECT_NE(Type(FieldActionText, "a; b").find("write a comma"), std::string::npos);
     // Marked, not refused.
     EXPECT_EQ(Type(FieldInDataref, "t/nowhere[3]"), "");
