@@ -12,7 +12,7 @@
 #include <vector>
 
 // The largest files that are read, in bytes. A larger one counts as unreadable.
-inline constexpr uint64_t SmallFile = 1 << 20;        // settings, lists, positions, presets, fonts
+inline constexpr uint64_t SmallFile = 16 << 20;       // settings, lists, positions, presets, fonts
 inline constexpr uint64_t SavedValuesFile = 16 << 20; // "_save.txt"
 inline constexpr uint64_t SystemsFile = 64 << 20;
 inline constexpr uint64_t PictureFile = 64 << 20;
