@@ -1,16 +1,32 @@
 // The order of the steps is what keeps an aircraft from harm: a backup first, then what it is a backup of.
-// A step that fails is logged and leaves its file alone; the others go on.
+// A step that fails is logged, noted for the pilot, and leaves its file alone; the others go on.
 #include "figure/installation.h"
 
 #include <string>
 
 #include "figure/acf_file.h"
+#include "figure/own_figure.h"
 #include "frame/aircraft.h"
 #include "util/files.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/paths.h"
 
+std::vector<FailedStep> failedSteps;
+
 namespace {
+
+const char *const MakeRoom = "Make room on the disk, and see that the aircraft's folder may be written.";
+const char *const StartAgain =
+    "Make room on the disk, see that the aircraft's folder may be read, and start the simulator again.";
+const char *const UnzipAgain = "Unzip the plug-in again: a part of it is missing.";
+const char *const RepairAcf = "Put the .acf file right, or install it again.";
+
+// False, for the caller to return.
+bool Fail(const std::string &what, const char *remedy) {
+    failedSteps.push_back({what, remedy});
+    return false;
+}
 
 // Beside the files that they are of. An existing backup is never written: it holds the aircraft's own file.
 std::string BackupOf(const std::string &path) {
@@ -18,49 +34,71 @@ std::string BackupOf(const std::string &path) {
 }
 
 // Makes the backup of a file, unless there is one. False when the file would be lost by replacing it.
-bool BackUp(const std::string &path) {
+bool BackUp(const std::string &path, const std::string &name) {
     const Presence backup = WhatIsAt(BackupOf(path));
     if (backup == Presence::Present) return true;
     if (backup == Presence::Absent && copyFile(path, BackupOf(path))) return true;
     if (backup == Presence::Absent && WhatIsAt(path) == Presence::Absent) return true; // nothing to lose
     LogFile("No backup, so this file is not replaced: ", path);
-    return false;
+    return Fail(name + " was not replaced: it has no backup", MakeRoom);
 }
 
 // Both relative: to the plug-in's data/obj/ and to the aircraft's objects/.
 bool CopyObject(const std::string &shipped, const std::string &target) {
-    return copyFile(WhatPluginPath() + "data/obj/" + shipped, WhatThisAircraftPath() + "objects/" + target);
+    const std::string from = WhatPluginPath() + "data/obj/" + shipped;
+    if (copyFile(from, WhatThisAircraftPath() + "objects/" + target)) return true;
+    if (!isFileExistString(from)) return Fail("data/obj/" + shipped + " cannot be read", UnzipAgain);
+    return Fail("objects/" + target + " could not be replaced", MakeRoom);
 }
 
-bool BackUpAndCopyObject(const std::string &shipped, const std::string &target) {
-    return BackUp(WhatThisAircraftPath() + "objects/" + target) && CopyObject(shipped, target);
+void BackUpAndCopyObject(const std::string &shipped, const std::string &target) {
+    if (BackUp(WhatThisAircraftPath() + "objects/" + target, "objects/" + target))
+        CopyObject(shipped, target);
 }
 
-bool CopyTextures() {
-    const bool hasColours = CopyObject("kvfennic.png", "kvfennic.png");
-    const bool hasNormals = CopyObject("kvfennic_nml.png", "kvfennic_nml.png");
-    return hasColours && hasNormals;
+bool KeepFigure() {
+    if (KeepOwnFigure()) return true;
+    string2debugString("No copy of the aircraft's own figure, so it is not replaced", "", 1);
+    return Fail("objects/kvfennic.obj was not replaced: it could not be kept", StartAgain);
 }
 
-bool CopyFigure() {
-    const bool hasObject = CopyObject("kvfennic.obj", "kvfennic.obj");
-    const bool hasTextures = CopyTextures();
-    return hasObject && hasTextures;
+void CopyTextures() {
+    CopyObject("kvfennic.png", "kvfennic.png");
+    CopyObject("kvfennic_nml.png", "kvfennic_nml.png");
+}
+
+void CopyFigure() {
+    CopyObject("kvfennic.obj", "kvfennic.obj");
+    CopyTextures();
 }
 
 // Said last, so that whoever looks at the end of the log finds it.
-void LogSteps(bool areComplete, const char *what) {
-    if (!areComplete)
+void LogSteps(const char *what) {
+    if (!failedSteps.empty())
         string2debugString(what, " was not complete - the lines above say which files failed", 1);
 }
 
-bool RestoreBackup(const std::string &path) {
+void RestoreBackup(const std::string &path, const std::string &name) {
     const Presence backup = WhatIsAt(BackupOf(path));
-    return backup == Presence::Absent || copyFile(BackupOf(path), path);
+    if (backup != Presence::Absent && !copyFile(BackupOf(path), path))
+        Fail(name + " could not be brought back", MakeRoom);
 }
 
-// The .acf of the 767: checked, backed up, written. True when it names the figure afterwards.
-bool AttachFigure() {
+// The aircraft's own file, or its stand-in.
+void RestoreOriginal(const std::string &name) {
+    if (PutInPlaceOfStandIn(name))
+        CopyObject("original/" + name, name);
+    else
+        Fail("objects/" + name + " could not be brought back", MakeRoom);
+}
+
+std::string AcfName() {
+    const std::string acf = WhatThisAircraftAcfPath();
+    return acf.substr(acf.rfind('/') + 1);
+}
+
+// The .acf of the 767: checked, backed up, written.
+void AttachFigure() {
     const std::string acf = WhatThisAircraftAcfPath();
     const std::string propertiesFile = WhatPluginPath() + "/data/obj/acf.txt";
     RemoveUnfinished(acf);
@@ -68,43 +106,52 @@ bool AttachFigure() {
     if (facts.figureLines > 0) {
         for (int i = 0; i < facts.figureLines; i++)
             string2debugString(".acf file was not changed - it already contain kvfennic.obj", "", 1);
-        return true;
+        return;
     }
     const std::vector<FileLine> properties = ReadFileLines(propertiesFile);
     std::string object, reason = facts.reason;
     const bool isSound = reason.empty() && NumberObject(properties, facts.objects, object, reason);
     // A file that is refused gets no backup, which would come back over a sound one some day.
-    if (isSound && !BackUp(acf)) return false;
+    if (isSound && !BackUp(acf, AcfName())) return;
     if (!facts.hasLines || properties.empty()) {
         string2debugString("Setup was not complete - file not found: ", acf + " OR " + propertiesFile, 1);
-        return false;
+        if (properties.empty()) Fail("data/obj/acf.txt cannot be read", UnzipAgain);
+        if (!facts.hasLines) Fail(AcfName() + " cannot be read", RepairAcf);
+        return;
     }
     if (!isSound) {
         string2debugString("Setup was not complete - .acf file was not changed: " + acf + ": ", reason, 1);
-        return false;
+        Fail(AcfName() + " was not changed: " + reason, RepairAcf);
+        return;
     }
-    return AttachObject(acf, facts, object);
+    if (!AttachObject(acf, facts, object)) Fail(AcfName() + " could not be replaced", MakeRoom);
 }
 
 } // namespace
 
 void SetupAcf() {
-    bool areComplete = true;
+    failedSteps.clear();
     if (acfType == 319 || acfType == 321) {
-        areComplete &= BackUpAndCopyObject("kvfennic.obj", "kvfennic.obj");
-        areComplete &= CopyTextures();
-        areComplete &= BackUpAndCopyObject("seats.obj", "seats.obj");
-        areComplete &= BackUpAndCopyObject("seats.obj", "seats_Std.obj");
+        if (KeepFigure()) {
+            BackUpAndCopyObject("kvfennic.obj", "kvfennic.obj");
+            CopyTextures();
+        }
+        BackUpAndCopyObject("seats.obj", "seats.obj");
+        BackUpAndCopyObject("seats.obj", "seats_Std.obj");
     } else if (acfType == 737 || acfType == 739) {
-        areComplete = CopyFigure();
+        if (KeepFigure()) CopyFigure();
+        for (const char *name : {"kvfennic.obj", "kvfennic.png"})
+            if (!PutInPlaceOfStandIn(name))
+                Fail(std::string("data/obj/original/") + name + " could not be replaced", MakeRoom);
     }
-    LogSteps(areComplete, "Setup");
+    LogSteps("Setup");
 }
 
 void Setup_767() {
-    const bool hasFigure = CopyFigure();
-    const bool isAttached = AttachFigure();
-    LogSteps(hasFigure && isAttached, "Setup");
+    failedSteps.clear();
+    if (KeepFigure()) CopyFigure();
+    AttachFigure();
+    LogSteps("Setup");
 }
 
 void SetUpThisAircraft() {
@@ -115,18 +162,19 @@ void SetUpThisAircraft() {
 }
 
 void UninstallFromAcf() {
+    failedSteps.clear();
     const std::string objects = WhatThisAircraftPath() + "objects/";
-    bool areComplete = true;
     if (acfType == 319 || acfType == 321) {
         for (const char *name : {"kvfennic.obj", "seats.obj", "seats_Std.obj"})
-            areComplete &= RestoreBackup(objects + name);
+            RestoreBackup(objects + name, std::string("objects/") + name);
+        for (const char *name : {"kvfennic.png", "kvfennic_nml.png"})
+            if (isOwnFileKept(name)) CopyObject(KeptPath(name), name);
     } else if (acfType == 737 || acfType == 739) {
-        for (const char *name : {"kvfennic.obj", "kvfennic.png"})
-            areComplete &= CopyObject(std::string("original/") + name, name);
+        for (const char *name : {"kvfennic.obj", "kvfennic.png"}) RestoreOriginal(name);
     } else if (acfType == 767) {
-        areComplete = RestoreBackup(WhatThisAircraftAcfPath());
+        RestoreBackup(WhatThisAircraftAcfPath(), AcfName());
     }
-    LogSteps(areComplete, "Uninstall");
+    LogSteps("Uninstall");
 }
 
 int isSetupCompleted_767() {
@@ -143,4 +191,8 @@ bool isAcfSetupDone() {
     else
         string2debugString("kvfennic.obj file NOT included, Fennic setup NOT complete", "", 1);
     return isDone;
+}
+
+void ResetInstallation() {
+    MakeFresh(failedSteps);
 }

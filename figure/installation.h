@@ -6,6 +6,18 @@
 // InstallationState, in frame/settings.h; the dialogs change it.
 #pragma once
 
+#include <string>
+#include <vector>
+
+// A step that failed.
+struct FailedStep {
+    std::string what;   // as the pilot reads it, with the file's name
+    std::string remedy; // what he can do about it
+};
+
+// Those of the last setup or removal, in their order; empty when all was done.
+extern std::vector<FailedStep> failedSteps;
+
 // Puts the figure into an aircraft: its object and textures and, in the types 319 and 321, the seats that
 // make room for her. Types other than 319, 321, 737 and 739 need nothing.
 void SetupAcf();
@@ -16,8 +28,8 @@ void Setup_767();
 // The one of the two that the loaded aircraft needs.
 void SetUpThisAircraft();
 
-// Brings back what the first setup found: from its backups, or, in the 737 and 739, from the figure files
-// that those come with, which ship with the plug-in. Backups stay.
+// Brings back what the setup found: from its backups, and from what own_figure.h keeps or, in a 737 and 739
+// whose own figure was never seen, has for it. Backups and what is kept stay.
 void UninstallFromAcf();
 
 // 1 when the aircraft's .acf names the figure's object: type 767 is set up; -1 when it cannot be read. Only the .acf decides, not the
@@ -26,3 +38,6 @@ int isSetupCompleted_767();
 
 // The same, telling the log. For developers.
 bool isAcfSetupDone();
+
+// Everything as when the program starts.
+void ResetInstallation();

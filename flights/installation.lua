@@ -1,7 +1,7 @@
 -- From the first start of a new aircraft to taking the figure out of it again, in every type: what is asked,
 -- when she works, and which bytes each step leaves in the aircraft.
 --
--- With a folder as the first argument, pictures of the four dialogs go there.
+-- With a folder as the first argument, pictures of the dialogs go there.
 local check = require "lib.check"
 
 local folder, plugin = sim.dir("aircraft"), sim.dir("plugin")
@@ -37,9 +37,8 @@ for _, name in ipairs {"kvfennic", "seats", "seats_Std"} do
     seated.setUp[path] = shipped(name == "kvfennic" and "kvfennic.obj" or "seats.obj")
 end
 seated.out = seated.first
-local original = {["objects/kvfennic.obj"] = shipped("original/kvfennic.obj"),
-                  ["objects/kvfennic.png"] = shipped("original/kvfennic.png")}
-local boeing = {first = original, setUp = FIGURE, update = UPDATE, out = original}
+local boeing = {first = {["objects/kvfennic.obj"] = own("figure"), ["objects/kvfennic.png"] = own("picture")},
+                setUp = FIGURE, update = UPDATE, out = with(UPDATE, {["objects/kvfennic.png"] = own("picture")})}
 local file767, empty767 = "767-300ER_xp11.acf", acf("Boeing 767 300ER", "P _obja/count 2\n")
 local full767 = acf("Boeing 767 300ER", PROPERTIES:gsub("_obja/0/", "_obja/2/") .. "P _obja/count 3\n"):gsub("\n", "\r\n")
 local b767 = {first = {[file767] = empty767}, setUp = with(FIGURE, {[file767] = full767, [file767 .. ".backup"] = empty767}),
@@ -172,6 +171,45 @@ for _, aircraft in ipairs(types) do
     check.equal(sim.menu()[1].items[1].text, "Setup Fennic", step)
     sim.stop()
 end
+
+-- ---- What cannot be done ----
+
+-- The main windows on the screen, from front to back: their captions one after the other.
+local function windows()
+    sim.frames(1)
+    local list, widgets = {}, sim.widgets()
+    for i, root in ipairs(widgets) do
+        if root.visible and root.class == "main_window" then
+            local texts = {}
+            for _, widget in ipairs(widgets) do
+                if widget.parent == i then texts[#texts + 1] = widget.caption end
+            end
+            list[#list + 1] = table.concat(texts, "|")
+        end
+    end
+    return list
+end
+
+step = "a setup that fails"
+put {["b738_4k.acf"] = acf("Boeing 737-800X", "")}
+check.folder(folder .. "objects/kvfennic.png") -- where the picture should go
+check.settings {installation = "0"}
+sim.start()
+sim.push("Setup")
+local seen = table.concat(windows(), "\n")
+check.that(seen:find("Fennic plugin was set up", 1, true), seen)
+for _, text in ipairs {"objects/kvfennic.png could not be replaced", "Make room on the disk", "Try again", "Close"} do
+    check.that(seen:find(text, 1, true), step .. ": " .. text .. "\n" .. seen)
+end
+if arg[1] then sim.screenshot(arg[1] .. "set_up_with_failures.png") end
+check.equal(check.read(folder .. "objects/kvfennic.obj"), shipped("kvfennic.obj"), step)
+os.execute("rmdir '" .. folder .. "objects/kvfennic.png'")
+sim.push("Try again")
+check.equal(#windows(), 1, step .. ": windows")
+sim.push("OK")
+check.equal(#windows(), 0, step .. ": windows")
+check.equal(check.read(folder .. "objects/kvfennic.png"), shipped("kvfennic.png"), step)
+sim.stop()
 
 -- The aircraft that carries the figure itself is never asked about.
 step = "345"

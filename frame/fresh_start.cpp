@@ -5,6 +5,7 @@
 #include "figure/animation.h"
 #include "figure/channels.h"
 #include "figure/flight_computations.h"
+#include "figure/installation.h"
 #include "figure/position_creator.h"
 #include "figure/positions.h"
 #include "figure/setup_dialogs.h"
@@ -53,6 +54,7 @@ void ResetEverything() {
     ResetFlightComputations();
     ResetPositions();
     ResetPositionCreator();
+    ResetInstallation();
     ResetSetupDialogs();
 
     ResetExecuter();

@@ -25,6 +25,10 @@ const std::string AcfWithFigure =
     "I\r\n1200 Version\r\n\r\nP _obja/0/_v10_att_file_stl seat.obj\r\nP _obja/1/_obj_flags 0\r\n"
     "P _obja/1/_v10_att_file_stl kvfennic.obj\r\nP _obja/count 2\r\n";
 
+// Of the plug-in's folder, what is in this one counts as well: the setup keeps the aircraft's own figure
+// there.
+const std::string Originals = "plugins/fennic/64/data/obj/original/";
+
 class Installation : public PluginFolder {
 protected:
     Tree first; // the aircraft before the first setup
@@ -38,8 +42,10 @@ protected:
             write(std::string("data/obj/original/") + name, std::string("original ") + name);
         write("data/obj/acf.txt", Object);
         first = {{"test.acf", Acf}};
-        if (type != 767) first["objects/kvfennic.obj"] = "original kvfennic.obj";
-        if (type != 767) first["objects/kvfennic.png"] = "original kvfennic.png";
+        for (const char *name : {"objects/kvfennic.obj", "objects/kvfennic.png"})
+            if (type != 767) first[name] = std::string("the aircraft's ") + name;
+        for (const char *name : {"kvfennic.obj", "kvfennic.png"})
+            first[Originals + name] = std::string("original ") + name;
         if (type < 400)
             for (const char *name : {"objects/seats.obj", "objects/seats_Std.obj"})
                 first[name] = std::string("the aircraft's ") + name;
@@ -50,7 +56,8 @@ protected:
         Tree tree;
         for (const auto &entry : fs::recursive_directory_iterator(aircraft)) {
             const std::string name = fs::relative(entry.path(), aircraft);
-            if (!entry.is_regular_file() || name.starts_with("plugins")) continue;
+            const bool isPlugins = name.starts_with("plugins") && !name.starts_with(Originals);
+            if (!entry.is_regular_file() || isPlugins) continue;
             std::ifstream file(entry.path(), std::ios::binary);
             tree[name] = {std::istreambuf_iterator<char>(file), {}};
         }
@@ -87,6 +94,7 @@ protected:
         }
         for (const auto &[name, bytes] : before) EXPECT_TRUE(left.contains(name)) << name;
         EXPECT_TRUE(left == after || CountNewLines({"was not complete"}) > 0) << "nothing in the log";
+        EXPECT_TRUE(left == after || !failedSteps.empty()) << "the pilot is not told";
     }
 };
 
@@ -103,9 +111,11 @@ TEST_P(InstallationOfType, IsCompletedAndUndoneAfterBeingBrokenOffAnywhere) {
     UninstallFromAcf();
     const Tree uninstalled = Files();
 
-    // What the aircraft had of its own is back; textures that it did not have stay.
+    // What the aircraft had of its own is back, from whatever file.
     for (const auto &[name, bytes] : first)
-        EXPECT_TRUE(uninstalled.at(name) == bytes || (type < 400 && name.ends_with(".png"))) << name;
+        if (!name.starts_with(Originals)) {
+            EXPECT_EQ(uninstalled.at(name), bytes) << name;
+        }
     EXPECT_EQ(setUp.at("objects/kvfennic.obj"), "the plug-in's kvfennic.obj");
     EXPECT_EQ(setUp.at("objects/kvfennic_nml.png"), "the plug-in's kvfennic_nml.png");
     EXPECT_EQ(setUp.contains("objects/seats_Std.obj"), type < 400);
@@ -142,6 +152,60 @@ TEST_P(InstallationOfType, IsCompletedAndUndoneAfterBeingBrokenOffAnywhere) {
         Interrupt(step.run, step.before, step.after, ReadOnly, 0);
         EXPECT_EQ(Files(), step.before) << "read-only";
     }
+}
+
+TEST_F(Installation, BringsTheAircraftsOwnFigureBackAfterUpdates) {
+    ShipAndBuild(737);
+    const auto objects = [&] {
+        return std::pair(Files().at("objects/kvfennic.obj"), Files().at("objects/kvfennic.png"));
+    };
+    const auto own = objects();
+    const auto updatePlugin = [&](const std::string &version) { // all that a package holds is written over
+        write("data/obj/kvfennic.obj", "# Made for Fennic\n" + version);
+        write("data/obj/kvfennic.png", version);
+        write("data/obj/original/kvfennic.obj",
+              "I\n800\nOBJ\n\nTEXTURE kvfennic.png\nPOINT_COUNTS 216 0 0 924\n");
+        write("data/obj/original/kvfennic.png", "stand-in");
+    };
+    const auto standIn = [&] {
+        return std::pair(read("data/obj/original/kvfennic.obj"), read("data/obj/original/kvfennic.png"));
+    };
+    updatePlugin("version 1");
+    SetUpThisAircraft();
+    EXPECT_EQ(standIn(), own);
+    updatePlugin("version 2");
+    SetUpThisAircraft();
+    updatePlugin("version 3");
+    UninstallFromAcf();
+    EXPECT_EQ(objects(), own);
+    EXPECT_EQ(standIn(), own);
+
+    // The aircraft's own update, before and after a setup, and a setup over what a removal left half done.
+    for (const char *version : {"new", "newer"}) {
+        std::ofstream(aircraft + "objects/kvfennic.obj", std::ios::binary) << version << " object";
+        std::ofstream(aircraft + "objects/kvfennic.png", std::ios::binary) << version;
+        SetUpThisAircraft();
+        SetUpThisAircraft();
+        std::filesystem::copy_file(plugin + "data/obj/original/kvfennic.obj",
+                                   aircraft + "objects/kvfennic.obj",
+                                   std::filesystem::copy_options::overwrite_existing);
+        SetUpThisAircraft();
+        UninstallFromAcf();
+        EXPECT_EQ(objects(), std::pair(std::string(version) + " object", std::string(version)));
+    }
+
+    // A figure of ours is not kept, whatever its version: here the removal of version 1.0.0 left its
+    // stand-in.
+    ShipAndBuild(739);
+    for (const auto &entry : fs::directory_iterator(plugin + "data/obj/original")) fs::remove(entry);
+    updatePlugin("version 4");
+    const std::string figure = "ANIM_begin\nANIM_hide -1000 1000 kv/fo/_show\n";
+    for (const std::string &object : {figure, standIn().first}) {
+        std::ofstream(aircraft + "objects/kvfennic.obj", std::ios::binary) << object;
+        SetUpThisAircraft();
+        EXPECT_FALSE(exists("data/obj/original/kvfennic.obj.aircraft")) << object;
+    }
+    EXPECT_TRUE(failedSteps.empty());
 }
 
 TEST_F(Installation, KeepsLinksPermissionsAndWhatNeedsNoFigure) {

@@ -204,7 +204,8 @@ std::string ObjectText(const std::vector<Surface> &surfaces, const Atlas &atlas,
         AddJoint(writer, WholeFigure);
     else
         AddTriangles(writer, [](const Surface &) { return true; });
-    std::string text = "I\n800\nOBJ\n\nTEXTURE " + texture + "\n";
+    // The comment tells the setup that an object is ours (figure/own_figure.cpp).
+    std::string text = "I\n800\nOBJ\n\n# Made for Fennic\nTEXTURE " + texture + "\n";
     if (!normalMap.empty()) text += "TEXTURE_NORMAL " + normalMap + "\n";
     text += "POINT_COUNTS " + std::to_string(writer.mesh.vertexCount) + " 0 0 "
             + std::to_string(writer.mesh.indices.size()) + "\n";
