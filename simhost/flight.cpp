@@ -3,11 +3,13 @@
 // no function here lets it do so past an object with a destructor.
 #include "simhost/flight.h"
 
+#include <algorithm>
 #include <chrono>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <thread>
 
 #include "simhost/events.h"
 #include "simhost/flight_arguments.h"
@@ -24,7 +26,11 @@ FlightState flight;
 
 namespace {
 
-std::chrono::steady_clock::time_point startOfFlight;
+using std::chrono::steady_clock;
+
+steady_clock::time_point startOfFlight, nextFrame; // nextFrame: in real time alone
+
+constexpr std::chrono::milliseconds MOST_BEHIND{250}; // a flight that was held up goes on from now
 
 // "flight.lua:12:" at the start of a message, by the name under which Lua knows the file.
 bool StartsWithPlace(const char *message, const char *source) {
@@ -82,7 +88,7 @@ int RefuseToFly(const std::string &why) {
 int FinishFlight(int status) {
     StopPlugins();
     if (flight.options.window) CloseFrontend();
-    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - startOfFlight;
+    const std::chrono::duration<double> took = steady_clock::now() - startOfFlight;
     CloseTranscript(static_cast<double>(flight.frames) * flight.frameSeconds, took.count());
     std::fflush(stdout);
     SetEventListener(nullptr);
@@ -203,6 +209,13 @@ bool PrepareSimulator(std::string &error) {
     return true;
 }
 
+void WaitForClock() {
+    const auto frame = std::chrono::duration_cast<steady_clock::duration>(
+        std::chrono::duration<double>(flight.frameSeconds));
+    nextFrame = std::max(nextFrame + frame, steady_clock::now() - MOST_BEHIND);
+    std::this_thread::sleep_until(nextFrame);
+}
+
 } // namespace
 
 SimulatorCall::SimulatorCall() {
@@ -225,11 +238,12 @@ void StepFrames(long long count) {
         ++flight.frames;
         if (flight.options.window && !ShowFrontend(flight.frameSeconds))
             std::exit(FinishFlight(flight.statusWhenClosed));
+        if (flight.options.realTime && !flight.options.window) WaitForClock();
     }
 }
 
 int FlyFlight(const FlightOptions &options) {
-    startOfFlight = std::chrono::steady_clock::now();
+    startOfFlight = steady_clock::now();
     flight.options = options;
     std::string error;
     flight.scratch.root = MakeScratchRoot(error);
@@ -242,6 +256,7 @@ int FlyFlight(const FlightOptions &options) {
         return RefuseToFly("no window: " + error);
     if (!PrepareSimulator(error)) return RefuseToFly(error);
     OpenTranscript(!options.quiet, flight.scratch.root);
+    nextFrame = steady_clock::now();
     const int status = RunScript();
     flight.statusWhenClosed = status;
     while (options.window) StepFrames(1); // until the pilot closes the window

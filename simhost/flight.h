@@ -15,7 +15,8 @@ struct FlightOptions {
     double framesPerSecond = 60;
     int screenWidth = 1920; // boxels
     int screenHeight = 1080;
-    bool window = false; // show the simulator, in real time
+    bool window = false;   // show the simulator, in real time
+    bool realTime = false; // frames wait for the clock
     bool quiet = false;  // no transcript
     bool keep = false;   // leave the scratch folder
     bool alone = false;  // one process, without one that watches over it

@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char *USAGE =
     "usage: fennic-sim [--aircraft DIR] [--fps N] [--screen WxH] [--window] [--quiet] [--keep]\n"
-    "                  [--alone] [--xplane DIR] FLIGHT.lua [ARG...]\n"
+    "                  [--real-time] [--alone] [--xplane DIR] FLIGHT.lua [ARG...]\n"
     "       fennic-sim check [--xplane DIR] FOLDER\n"
     "       fennic-sim graph [--dot] FOLDER [SYSTEM|DEVICE]\n"
     "       fennic-sim phrases FOLDER...\n"
@@ -26,6 +26,7 @@ constexpr const char *USAGE =
     "  --fps N         frames a second (60)\n"
     "  --screen WxH    the screen's size in boxels (1920x1080)\n"
     "  --window        show the simulator in a window, in real time, until it is closed\n"
+    "  --real-time     flight time follows the clock, without a window too\n"
     "  --quiet         no transcript\n"
     "  --keep          keep the scratch folder and say where it is\n"
     "  --alone         fly in one process, for debuggers: nothing reports a crash or a hang, and the scratch\n"
@@ -121,11 +122,12 @@ int main(int count, char **words) {
             std::fputs(USAGE, stdout);
             return simhost::EXIT_FLOWN;
         }
-        if (bool *isChosen = option == "--quiet"    ? &options.quiet
-                             : option == "--keep"   ? &options.keep
-                             : option == "--window" ? &options.window
-                             : option == "--alone"  ? &options.alone
-                                                    : nullptr) {
+        if (bool *isChosen = option == "--quiet"       ? &options.quiet
+                             : option == "--keep"      ? &options.keep
+                             : option == "--window"    ? &options.window
+                             : option == "--real-time" ? &options.realTime
+                             : option == "--alone"     ? &options.alone
+                                                       : nullptr) {
             if (isInOne) return Refuse(option + " takes no value");
             *isChosen = true;
             continue;
