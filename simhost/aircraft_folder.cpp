@@ -22,9 +22,9 @@ namespace simhost {
 namespace {
 
 #if defined(__APPLE__)
-constexpr const char *LIBRARY_NAME = "mac.xpl";
+constexpr const char *LIBRARY_NAME = "mac.xpl", *LIBRARY_FOLDER = "mac_x64";
 #else
-constexpr const char *LIBRARY_NAME = "lin.xpl";
+constexpr const char *LIBRARY_NAME = "lin.xpl", *LIBRARY_FOLDER = "lin_x64";
 #endif
 
 // A folder that leads back into itself through a link would be copied for ever.
@@ -62,6 +62,13 @@ std::vector<fs::path> SortedEntries(const fs::path &folder) {
         entries.push_back(entry->path());
     std::sort(entries.begin(), entries.end());
     return entries;
+}
+
+// Of "Resources/plugins/talker/" it is "talker", and "." has a name, too.
+std::string NameOfFolder(const fs::path &folder) {
+    std::error_code failed;
+    const fs::path whole = fs::absolute(folder, failed).lexically_normal();
+    return (whole.has_filename() ? whole : whole.parent_path()).filename().string();
 }
 
 } // namespace
@@ -118,14 +125,45 @@ bool MakeScratchAircraft(const std::string &aircraftFolder, ScratchAircraft &scr
     return true;
 }
 
-std::vector<std::string> FindPluginLibraries(const std::string &aircraftFolder) {
-    std::vector<std::string> libraries;
+std::vector<std::string> FindPluginFolders(const std::string &folder) {
+    std::vector<std::string> folders;
     std::error_code failed;
-    for (const fs::path &plugin : SortedEntries(fs::path(aircraftFolder) / "plugins")) {
-        const fs::path library = plugin / "64" / LIBRARY_NAME;
-        if (fs::is_regular_file(library, failed)) libraries.push_back(library.string());
+    for (const fs::path &entry : SortedEntries(fs::path(folder) / "plugins"))
+        if (fs::is_directory(entry, failed)) folders.push_back(entry.string());
+    return folders;
+}
+
+std::string FindPluginLibrary(const std::string &pluginFolder) {
+    const fs::path folder = pluginFolder, named = NameOfFolder(folder) + ".xpl";
+    std::error_code failed;
+    for (const fs::path &library : {folder / "64" / LIBRARY_NAME, folder / LIBRARY_FOLDER / named})
+        if (fs::is_regular_file(library, failed)) return library.string();
+    return "";
+}
+
+std::vector<std::string> FindPluginLibraries(const std::string &folder) {
+    std::vector<std::string> libraries;
+    for (const std::string &plugin : FindPluginFolders(folder)) {
+        const std::string library = FindPluginLibrary(plugin);
+        if (!library.empty()) libraries.push_back(library);
     }
     return libraries;
+}
+
+bool AddGlobalPlugin(const std::string &pluginFolder, const std::string &root, std::string &error) {
+    try {
+        const std::string name = NameOfFolder(pluginFolder);
+        const fs::path target = fs::path(root) / "Resources/plugins" / name;
+        if (fs::exists(target)) {
+            error = "there are two plug-ins called " + name;
+            return false;
+        }
+        CopyFolder(pluginFolder, target, 0);
+    } catch (const fs::filesystem_error &failure) {
+        error = failure.what();
+        return false;
+    }
+    return true;
 }
 
 AircraftFile FindAircraftFile(const std::string &aircraftFolder) {

@@ -28,8 +28,20 @@ std::string MakeScratchRoot(std::string &error);
 // pilot was not asked yet. False with the reason in error.
 bool MakeScratchAircraft(const std::string &aircraftFolder, ScratchAircraft &scratch, std::string &error);
 
-// The plug-ins of an aircraft folder, plugins/*/64/lin.xpl (mac.xpl on macOS), in alphabetical order.
-std::vector<std::string> FindPluginLibraries(const std::string &aircraftFolder);
+// The folders in <folder>/plugins/, in alphabetical order: that of an aircraft, or the simulator's
+// "Resources".
+std::vector<std::string> FindPluginFolders(const std::string &folder);
+
+// The library of a plug-in's folder: 64/lin.xpl or lin_x64/<name of the folder>.xpl; on macOS mac.xpl and
+// mac_x64. Empty when there is neither.
+std::string FindPluginLibrary(const std::string &pluginFolder);
+
+// The libraries of <folder>/plugins/, in the order of their folders.
+std::vector<std::string> FindPluginLibraries(const std::string &folder);
+
+// Copies a plug-in's folder into the simulator's Resources/plugins/. False with the reason in error, also
+// when one of that name lies there already.
+bool AddGlobalPlugin(const std::string &pluginFolder, const std::string &root, std::string &error);
 
 // The aircraft file that the simulator would load: the first .acf in alphabetical order that has a line
 // "P acf/_descrip", or else the first of all.

@@ -9,6 +9,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 #include <thread>
 
 #include "simhost/events.h"
@@ -31,6 +33,8 @@ using std::chrono::steady_clock;
 steady_clock::time_point startOfFlight, nextFrame; // nextFrame: in real time alone
 
 constexpr std::chrono::milliseconds MOST_BEHIND{250}; // a flight that was held up goes on from now
+
+int simulatorFolders = 0; // around each other
 
 // "flight.lua:12:" at the start of a message, by the name under which Lua knows the file.
 bool StartsWithPlace(const char *message, const char *source) {
@@ -86,7 +90,7 @@ int RefuseToFly(const std::string &why) {
 
 // Stops what still runs and ends the transcript.
 int FinishFlight(int status) {
-    StopPlugins();
+    EndPlugins();
     if (flight.options.window) CloseFrontend();
     const std::chrono::duration<double> took = steady_clock::now() - startOfFlight;
     CloseTranscript(static_cast<double>(flight.frames) * flight.frameSeconds, took.count());
@@ -200,6 +204,8 @@ int RunScript() {
 bool PrepareSimulator(std::string &error) {
     const FlightOptions &options = flight.options;
     if (!MakeScratchAircraft(options.aircraftFolder, flight.scratch, error)) return false;
+    for (const std::string &folder : options.pluginFolders)
+        if (!AddGlobalPlugin(folder, flight.scratch.root, error)) return false;
     ResetSimulator();
     if (!options.xplaneFolder.empty() && !ReadSimulatorLists(options.xplaneFolder, error)) return false;
     SetScreenSize(options.screenWidth, options.screenHeight);
@@ -216,7 +222,20 @@ void WaitForClock() {
     std::this_thread::sleep_until(nextFrame);
 }
 
+void GoToFolder(const std::string &folder) {
+    std::error_code failed; // a folder that is gone is found to be so by whoever opens a file in it
+    std::filesystem::current_path(folder, failed);
+}
+
 } // namespace
+
+SimulatorFolder::SimulatorFolder() {
+    if (simulatorFolders++ == 0) GoToFolder(flight.scratch.root);
+}
+
+SimulatorFolder::~SimulatorFolder() {
+    if (--simulatorFolders == 0) GoToFolder(flight.startFolder);
+}
 
 SimulatorCall::SimulatorCall() {
     if (!flight.locale.empty()) std::setlocale(LC_ALL, flight.locale.c_str());
@@ -227,6 +246,7 @@ SimulatorCall::~SimulatorCall() {
 }
 
 void StepFrames(long long count) {
+    SimulatorFolder forAll; // going there and back takes longer than a small plug-in's frame
     for (long long i = 0; i < count; ++i) {
         BeginFrameOfSpeech();
         {
@@ -245,6 +265,8 @@ void StepFrames(long long count) {
 int FlyFlight(const FlightOptions &options) {
     startOfFlight = steady_clock::now();
     flight.options = options;
+    std::error_code failed;
+    flight.startFolder = std::filesystem::current_path(failed).string();
     std::string error;
     flight.scratch.root = MakeScratchRoot(error);
     if (flight.scratch.root.empty()) return RefuseToFly(error);

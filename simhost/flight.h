@@ -8,18 +8,19 @@
 namespace simhost {
 
 struct FlightOptions {
-    std::string script;                 // the flight's file
-    std::vector<std::string> arguments; // the script's "arg" from 1 on
-    std::string aircraftFolder;         // copied, never written to
-    std::string xplaneFolder;           // a real simulator's, for its lists of names; empty: none
+    std::string script;                     // the flight's file
+    std::vector<std::string> arguments;     // the script's "arg" from 1 on
+    std::string aircraftFolder;             // copied, never written to
+    std::string xplaneFolder;               // a real simulator's, for its lists of names; empty: none
+    std::vector<std::string> pluginFolders; // copied to Resources/plugins/
     double framesPerSecond = 60;
     int screenWidth = 1920; // boxels
     int screenHeight = 1080;
     bool window = false;   // show the simulator, in real time
     bool realTime = false; // frames wait for the clock
-    bool quiet = false;  // no transcript
-    bool keep = false;   // leave the scratch folder
-    bool alone = false;  // one process, without one that watches over it
+    bool quiet = false;    // no transcript
+    bool keep = false;     // leave the scratch folder
+    bool alone = false;    // one process, without one that watches over it
 };
 
 inline constexpr int EXIT_FLOWN = 0;  // the script ended without an error and nothing was left behind

@@ -194,7 +194,7 @@ void WriteList(const Call &call, const Target &target, int place) {
 // Is this something that the pilot's hand moves? Then the transcript tells it. What is set while nobody is
 // aboard is the stage, not the play.
 bool IsPilotsAct(std::string_view name) {
-    if (flight.plugins.empty()) return false;
+    if (!flight.isAircraftLoaded) return false;
     for (const char *part : {"/switches/", "/actuators/", "/controls/", "sim/cockpit/"})
         if (name.find(part) != std::string_view::npos) return true;
     return false;

@@ -1,5 +1,5 @@
-// The calls dir, start, stop and restart: the plug-ins of the aircraft, loaded as the simulator loads them
-// with the aircraft and checked when they are gone.
+// The calls dir, start, stop and restart: the plug-ins of the simulator, which stay, and those of the
+// aircraft, loaded as the simulator loads them with it; all are checked when they are gone.
 #include "simhost/flight_state.h"
 
 #include <cstdio>
@@ -7,6 +7,7 @@
 
 #include "XPLMPlugin.h"
 #include "simhost/flight_arguments.h"
+#include "simhost/modules.h"
 #include "simhost/plugins.h"
 #include "simhost/transcript.h"
 
@@ -16,7 +17,7 @@ namespace {
 
 constexpr const char *DESCRIPTION = "sim/aircraft/view/acf_descrip";
 
-// "<aircraft>/plugins/*/64/lin.xpl" without the file name.
+// "<aircraft>/plugins/<name>/64/", where the first library lies.
 std::string PluginFolder(const Call &call) {
     const std::vector<std::string> libraries = FindPluginLibraries(flight.scratch.aircraft);
     if (libraries.empty()) call.Fail("the aircraft has no plug-in");
@@ -39,7 +40,7 @@ int Dir(Call &call) {
 }
 
 void Start(const Call &call) {
-    if (!flight.plugins.empty()) call.Fail("the plug-in is started already");
+    if (flight.isAircraftLoaded) call.Fail("the plug-in is started already");
     std::string error;
     if (!StartPlugins(error)) call.Fail(error);
 }
@@ -53,7 +54,7 @@ void PushList(lua_State *lua, const std::vector<std::string> &texts) {
 }
 
 std::vector<std::string> Stop(const Call &call) {
-    if (flight.plugins.empty()) call.Fail("the plug-in is not started");
+    if (!flight.isAircraftLoaded) call.Fail("the plug-in is not started");
     return StopPlugins();
 }
 
@@ -74,11 +75,11 @@ int Restart(Call &call) {
     return 1;
 }
 
-std::string Names() {
+std::string Names(const std::vector<FlightState::LoadedPlugin> &plugins) {
     std::string names;
-    for (const FlightState::LoadedPlugin &plugin : flight.plugins)
+    for (const FlightState::LoadedPlugin &plugin : plugins)
         names += (names.empty() ? "" : ", ") + plugin.name;
-    return names;
+    return names.empty() ? "no plug-in" : names;
 }
 
 // What the simulator drops with the plug-in: the things themselves when they are few, or else their kinds.
@@ -101,58 +102,71 @@ void TellNotes(const std::string &plugin) {
     TranscribeDirection(plugin + " left it to the simulator to drop: " + all + ".");
 }
 
-} // namespace
-
-bool StartPlugins(std::string &error) {
-    const AircraftFile aircraft = FindAircraftFile(flight.scratch.aircraft);
-    SetFolders(flight.scratch.root, flight.scratch.aircraft, aircraft.name);
-    if (aircraft.hasDescription) SetText(DESCRIPTION, aircraft.description.substr(0, 259));
-    const std::vector<std::string> libraries = FindPluginLibraries(flight.scratch.aircraft);
-    if (libraries.empty()) {
-        error =
-            "the aircraft has no plug-in: nothing at " + flight.scratch.aircraft + "plugins/*/64/ to load";
-        return false;
-    }
-    for (const std::string &library : libraries) {
-        const std::string known = library.substr(flight.scratch.aircraft.size());
-        NameLoadingLibrary(known);
+// Adds the library's plug-in to those that are loaded. False with the reason in error, which names the
+// library by its path in folder.
+bool LoadLibrary(const std::string &library, const std::string &folder,
+                 std::vector<FlightState::LoadedPlugin> &plugins, std::string &error) {
+    const std::string known = library.substr(folder.size());
+    NameLoadingLibrary(known);
+    XPLMPluginID id = XPLM_NO_PLUGIN_ID;
+    {
         SimulatorCall inside;
-        const XPLMPluginID id = LoadPlugin(library, error);
-        if (id == XPLM_NO_PLUGIN_ID) {
-            if (error.compare(0, library.size(), library) == 0)
-                error.replace(0, library.size(), known);
-            else
-                error = known + ": " + error;
-            break;
-        }
-        const std::string name = PluginName(id);
-        NamePluginForReports(id, name);
-        flight.plugins.push_back({id, name});
+        id = LoadPlugin(library, error);
     }
     NameLoadingLibrary("");
-    if (flight.plugins.size() < libraries.size()) {
-        StopPlugins();
+    if (id == XPLM_NO_PLUGIN_ID) {
+        if (error.compare(0, library.size(), library) == 0)
+            error.replace(0, library.size(), known);
+        else
+            error = known + ": " + error;
         return false;
     }
-    TranscribeDirection("Aboard " + flight.scratch.folder + ": " + Names() + ".");
-    for (const FlightState::LoadedPlugin &plugin : flight.plugins) {
-        if (XPLMIsPluginEnabled(plugin.id) == 0)
-            std::fprintf(stderr, "fennic-sim: %s refused to be enabled\n", plugin.name.c_str());
-    }
+    const std::string name = PluginName(id);
+    NamePluginForReports(id, name);
+    plugins.push_back({id, name});
     return true;
 }
 
-std::vector<std::string> StopPlugins() {
+void TellRefusals(const std::vector<FlightState::LoadedPlugin> &plugins) {
+    for (const FlightState::LoadedPlugin &plugin : plugins) {
+        if (XPLMIsPluginEnabled(plugin.id) == 0)
+            std::fprintf(stderr, "fennic-sim: %s refused to be enabled\n", plugin.name.c_str());
+    }
+}
+
+// As in the simulator, one that cannot be loaded costs itself and a line.
+void StartGlobalPlugins() {
+    flight.areGlobalPluginsLoaded = true;
+    for (const std::string &folder : FindPluginFolders(flight.scratch.root + "Resources")) {
+        const std::string library = FindPluginLibrary(folder);
+        std::string error = folder.substr(flight.scratch.root.size()) + " holds no plug-in for this system";
+        if (!library.empty() && LoadLibrary(library, flight.scratch.root, flight.globalPlugins, error))
+            continue;
+        std::fprintf(stderr, "fennic-sim: %s; the flight goes on without it\n", error.c_str());
+        WriteLog(error);
+    }
+    if (flight.globalPlugins.empty()) return;
+    TranscribeDirection("In the simulator: " + Names(flight.globalPlugins) + ".");
+    TellRefusals(flight.globalPlugins);
+}
+
+void SendToPlugins(int message) {
+    SimulatorCall inside;
+    BroadcastMessage(message, nullptr); // of those about an aircraft, this means the pilot's
+}
+
+// Unloads in the opposite order, tells on stderr what was left behind, and gives it.
+std::vector<std::string> Unload(std::vector<FlightState::LoadedPlugin> &plugins, const char *told) {
     std::vector<std::string> left;
-    if (flight.plugins.empty()) return left;
-    const std::string names = Names();
-    while (!flight.plugins.empty()) {
-        const FlightState::LoadedPlugin plugin = flight.plugins.back();
+    if (plugins.empty()) return left;
+    const std::string names = Names(plugins);
+    while (!plugins.empty()) {
+        const FlightState::LoadedPlugin plugin = plugins.back();
         {
             SimulatorCall inside;
             UnloadPlugin(plugin.id);
         }
-        flight.plugins.pop_back();
+        plugins.pop_back();
         for (const std::string &error : LastLeftBehind().errors) {
             std::fprintf(stderr, "fennic-sim: %s left behind when it stopped: %s\n", plugin.name.c_str(),
                          error.c_str());
@@ -161,8 +175,47 @@ std::vector<std::string> StopPlugins() {
         TellNotes(plugin.name);
     }
     flight.wasAnythingLeftBehind = flight.wasAnythingLeftBehind || !left.empty();
-    TranscribeDirection("Left: " + names + ".");
+    TranscribeDirection(std::string(told) + ": " + names + ".");
     return left;
+}
+
+} // namespace
+
+bool StartPlugins(std::string &error) {
+    if (!flight.areGlobalPluginsLoaded) StartGlobalPlugins();
+    const auto aircraft = FindAircraftFile(flight.scratch.aircraft);
+    SetFolders(flight.scratch.root, flight.scratch.aircraft, aircraft.name);
+    if (aircraft.hasDescription) SetText(DESCRIPTION, aircraft.description.substr(0, 259));
+    const std::vector<std::string> libraries = FindPluginLibraries(flight.scratch.aircraft);
+    if (libraries.empty() && flight.globalPlugins.empty()) {
+        error =
+            "the aircraft has no plug-in: nothing at " + flight.scratch.aircraft + "plugins/*/64/ to load";
+        return false;
+    }
+    for (const std::string &library : libraries) {
+        if (LoadLibrary(library, flight.scratch.aircraft, flight.plugins, error)) continue;
+        StopPlugins();
+        return false;
+    }
+    flight.isAircraftLoaded = true;
+    TranscribeDirection("Aboard " + flight.scratch.folder + ": " + Names(flight.plugins) + ".");
+    TellRefusals(flight.plugins);
+    for (const int message :
+         {XPLM_MSG_PLANE_LOADED, XPLM_MSG_LIVERY_LOADED, XPLM_MSG_AIRPORT_LOADED, XPLM_MSG_SCENERY_LOADED})
+        SendToPlugins(message);
+    return true;
+}
+
+std::vector<std::string> StopPlugins() {
+    if (flight.isAircraftLoaded) SendToPlugins(XPLM_MSG_PLANE_UNLOADED);
+    flight.isAircraftLoaded = false;
+    return Unload(flight.plugins, "Left");
+}
+
+void EndPlugins() {
+    SendToPlugins(XPLM_MSG_WILL_WRITE_PREFS);
+    StopPlugins();
+    Unload(flight.globalPlugins, "Stopped with the simulator");
 }
 
 void AddPluginCalls(lua_State *lua) {

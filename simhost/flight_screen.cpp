@@ -1,4 +1,6 @@
 // The calls on what is seen: screen_text, screenshot, show.
+#include <filesystem>
+
 #include "simhost/cockpit_view.h"
 #include "simhost/flight_arguments.h"
 #include "simhost/flight_state.h"
@@ -39,8 +41,9 @@ int ScreenText(Call &call) {
 }
 
 int Screenshot(Call &call) {
-    const std::string path = call.Text(1, "path");
+    std::string path = call.Text(1, "path");
     if (path.empty()) call.Refuse("path", "must not be empty");
+    path = (std::filesystem::path(flight.startFolder) / path).string(); // plug-ins draw in another folder
     const std::string window = call.Has(2) ? call.Text(2, "window") : "";
     std::string error;
     bool written = false;

@@ -18,14 +18,18 @@ struct FlightState {
     FlightOptions options;
     ScratchAircraft scratch;
     double frameSeconds = 1.0 / 60;
-    long long frames = 0; // stepped in all
-    std::string locale;   // empty: "C"
+    long long frames = 0;    // stepped in all
+    std::string locale;      // empty: "C"
+    std::string startFolder; // the working directory of the flight's own script
 
     struct LoadedPlugin {
         XPLMPluginID id = XPLM_NO_PLUGIN_ID;
         std::string name;
     };
-    std::vector<LoadedPlugin> plugins; // in the order of loading; empty while stopped
+    std::vector<LoadedPlugin> globalPlugins; // of Resources/plugins/, in the order of loading
+    std::vector<LoadedPlugin> plugins;       // the aircraft's, in the order of loading; empty while stopped
+    bool areGlobalPluginsLoaded = false;     // once in a flight, be there any or not
+    bool isAircraftLoaded = false;
     bool wasAnythingLeftBehind = false;
     int statusWhenClosed = EXIT_FLOWN; // the exit status when the pilot closes the window
 
@@ -35,8 +39,18 @@ struct FlightState {
 };
 extern FlightState flight;
 
-// Around everything that may run a plug-in's code: the watchdog looks, and the process has the flight's
-// locale. In between it has the locale "C", so that neither Lua nor the simulator is led astray by it.
+// The working directory is the simulator's folder; outside of all of these it is the script's.
+class SimulatorFolder {
+public:
+    SimulatorFolder();
+    ~SimulatorFolder();
+    SimulatorFolder(const SimulatorFolder &) = delete;
+    SimulatorFolder &operator=(const SimulatorFolder &) = delete;
+};
+
+// Around everything that may run a plug-in's code: the watchdog looks, the working directory is the
+// simulator's folder, and the process has the flight's locale. In between it has the locale "C", so that
+// neither Lua nor the simulator is led astray by it, and the script finds its files where it was started.
 class SimulatorCall {
 public:
     SimulatorCall();
@@ -46,6 +60,7 @@ public:
 
 private:
     WatchedCall watched;
+    SimulatorFolder folder;
 };
 
 void StepFrames(long long count);
@@ -56,10 +71,14 @@ void TypeSpeech(const std::string &text);
 void BeginFrameOfSpeech();
 void EndFrameOfSpeech();
 
-// Loads what lies in the aircraft's folder. False with the reason in error; then nothing stays loaded.
+// Loads what lies in the aircraft's folder; before it, the first time, what lies in Resources/plugins/: of
+// those, one that cannot be loaded is told on stderr and passed over. False with the reason in error; then
+// nothing of the aircraft stays loaded.
 bool StartPlugins(std::string &error);
-// Stops what is loaded, tells on stderr what was left behind and gives it.
+// Stops the aircraft's plug-ins, tells on stderr what was left behind and gives it.
 std::vector<std::string> StopPlugins();
+// The simulator ends: stops the aircraft's plug-ins, and then the others.
+void EndPlugins();
 
 // Each adds its calls to the table on top of the stack.
 void AddPluginCalls(lua_State *lua);  // flight_plugins.cpp

@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char *USAGE =
     "usage: fennic-sim [--aircraft DIR] [--fps N] [--screen WxH] [--window] [--quiet] [--keep]\n"
-    "                  [--real-time] [--alone] [--xplane DIR] FLIGHT.lua [ARG...]\n"
+    "                  [--real-time] [--plugin DIR]... [--alone] [--xplane DIR] FLIGHT.lua [ARG...]\n"
     "       fennic-sim check [--xplane DIR] FOLDER\n"
     "       fennic-sim graph [--dot] FOLDER [SYSTEM|DEVICE]\n"
     "       fennic-sim phrases FOLDER...\n"
@@ -27,6 +27,8 @@ constexpr const char *USAGE =
     "  --screen WxH    the screen's size in boxels (1920x1080)\n"
     "  --window        show the simulator in a window, in real time, until it is closed\n"
     "  --real-time     flight time follows the clock, without a window too\n"
+    "  --plugin DIR    a plug-in for all aircraft, copied to the simulator's Resources/plugins; may be given\n"
+    "                  several times\n"
     "  --quiet         no transcript\n"
     "  --keep          keep the scratch folder and say where it is\n"
     "  --alone         fly in one process, for debuggers: nothing reports a crash or a hang, and the scratch\n"
@@ -132,7 +134,8 @@ int main(int count, char **words) {
             *isChosen = true;
             continue;
         }
-        if (option != "--aircraft" && option != "--fps" && option != "--screen" && option != "--xplane")
+        if (option != "--aircraft" && option != "--plugin" && option != "--fps" && option != "--screen"
+            && option != "--xplane")
             return Refuse("there is no option " + option);
         if (!isInOne) {
             if (++place >= count) return Refuse(option + " needs a value");
@@ -140,6 +143,10 @@ int main(int count, char **words) {
         }
         if (option == "--aircraft") {
             aircraft = value;
+        } else if (option == "--plugin") {
+            if (simhost::FindPluginLibrary(value).empty())
+                return Refuse("there is no plug-in for this system in " + value);
+            options.pluginFolders.push_back(value);
         } else if (option == "--xplane") {
             options.xplaneFolder = value;
         } else if (option == "--fps") {
