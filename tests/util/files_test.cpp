@@ -1,14 +1,15 @@
 // Files: what reading drops, and that a write leaves the old file or the new one, whatever goes wrong.
 #include "util/files.h"
 
+#include <cerrno>
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "tests/interrupted_calls.h"
 #include "tests/log_lines.h"
 #include "tests/plugin_folder.h"
+#include "tests/writers/file_calls.h"
 #include "util/log.h"
 #include "util/paths.h"
 
@@ -62,21 +63,21 @@ TEST_F(Files, WhatCannotBeReadIsEmptyAndSaysSoOnce) {
 }
 
 TEST_F(Files, WhatCouldNotBeReadIsNotReplacedUntilTheNextStart) {
-    for (const auto how : {Interruption::FailOnce, Interruption::None}) {
+    for (const auto how : {Harm::Fail, Harm::None}) {
         write("a.txt", "mine");
         std::vector<FileLine> lines;
         int call = 0;
-        if (how == Interruption::FailOnce) {
-            InterruptCalls(Interruption::None, 0);
+        if (how == Harm::Fail) {
+            HarmCalls(Harm::None, 0, 0, true);
             EXPECT_EQ(ReadLines(plugin + "a.txt", lines), Reading::Read);
-            call = CallsSoFar();
+            call = counts->calls;
         } else {
             write("a.txt", "mine" + std::string(SmallFile, '\n')); // too large
         }
         for (; call >= 0; call--) {
-            InterruptCalls(how, call);
+            HarmCalls(how, call, EIO, true);
             const bool isRead = ReadLines(plugin + "a.txt", lines) == Reading::Read;
-            InterruptCalls(Interruption::None, 0);
+            HarmCalls(Harm::None, 0, 0, true);
             const std::string before = read("a.txt");
             EXPECT_EQ(WriteWholeFile(plugin + "data/../a.txt", "defaults"), isRead) << call;
             EXPECT_TRUE(isRead || read("a.txt") == before);
@@ -84,7 +85,8 @@ TEST_F(Files, WhatCouldNotBeReadIsNotReplacedUntilTheNextStart) {
             write("a.txt", before);
         }
     }
-    EXPECT_EQ(CountNewLines({"Cant write file", "could not be read"}), 4) << "open, both reads, too large";
+    EXPECT_EQ(CountNewLines({"Cant write file", "could not be read"}), 6)
+        << "opening, both looks at it, both reads, too large";
     std::vector<FileLine> lines;
     EXPECT_EQ(ReadLines(plugin + "none.txt", lines), Reading::Absent);
     EXPECT_TRUE(WriteWholeFile(plugin + "none.txt", "first"));
