@@ -69,6 +69,16 @@ end
 local function check_answers(expected, what)
     sim.frames(2)
     check.list(answers(), expected, what)
+    local phrases = {}
+    for line in sim.get("kv/speech/expected"):gmatch("[^\n]+") do phrases[#phrases + 1] = line end
+    local number = 0
+    for _, answer in ipairs(expected) do
+        if answer ~= "..." then
+            number = number + 1
+            check.equal(phrases[number] or "none", answer, "expected by the server: " .. what)
+        end
+    end
+    return phrases
 end
 
 -- The highlighted answer is the one that pulses.
@@ -203,8 +213,9 @@ check.list(click("any"), {"I see"}, "an answer")
 offer()
 check_answers({"start checklist", "not now"}, "she offers")
 check.list(click("not now"), {}, "an answer that nobody waits for")
-check_answers({"start checklist", "not now"}, "a click takes no offer back")
+local folded = check_answers({"start checklist", "not now"}, "a click takes no offer back")
 click("CHECKLISTS (2)")
+check.equal(#check_answers({"start checklist", "not now"}, "unfolded"), #folded + 2, "the open group's items")
 check.list(click("start checklist"), {"Belts?"}, "called")
 check.list(click("open", 19 - 15 * 4), {}, "below the answers")
 check.list(click("fastened", 19), {}, "19 pixels above the last answer")

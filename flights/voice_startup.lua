@@ -8,6 +8,16 @@ local FRAME = 1 / 60
 local NORA = "com.apple.speech.synthesis.voice.samantha"
 local JONAS = "com.apple.speech.synthesis.voice.daniel"
 
+-- The list of the last sixteen messages, numbered from the first one on, shows those that were sent.
+local function check_listed(texts)
+    local number = math.max(#texts - 16, 0)
+    for line in sim.get("kv/speech/messages"):gmatch("[^\n]+") do
+        number = number + 1
+        check.equal(line, number .. " " .. texts[number], "listed")
+    end
+    check.equal(number, #texts, "messages listed")
+end
+
 -- Starts the plug-in at this flight time, flies for some seconds and stops; the messages on the way.
 local function fly(at, seconds)
     sim.set("sim/time/total_flight_time_sec", at)
@@ -16,10 +26,11 @@ local function fly(at, seconds)
     sim.log()
     sim.run(seconds)
     local sent = sim.sent()
-    sim.stop()
-    sim.sent()
     local texts = {}
     for i, message in ipairs(sent) do texts[i] = message.text end
+    check_listed(texts)
+    sim.stop()
+    sim.sent()
     return texts, sent
 end
 

@@ -33,6 +33,7 @@
 #include "util/guard.h"
 #include "util/log.h"
 #include "voice/executer.h"
+#include "voice/expected_phrases.h"
 #include "voice/phrases.h"
 #include "voice/recognition.h"
 #include "voice/selection.h"
@@ -63,6 +64,7 @@ void ResetEverything() {
     ResetSelection();
     ResetSelectionWindow();
     ResetSpeechLink();
+    ResetExpectedPhrases();
 
     ResetReader();
     ResetBodyParser();

@@ -27,6 +27,7 @@
 #include "util/log.h"
 #include "util/paths.h"
 #include "voice/executer.h"
+#include "voice/expected_phrases.h"
 #include "voice/speech_link.h"
 
 namespace {
@@ -82,6 +83,7 @@ void StartEverything() {
     LoadFonts();
     CustCommInit();
     CreateSpeechDatarefs();
+    CreateExpectedPhrases();
     ReadDRF_descr();
     string2debugString("Version: ", Version, 1);
     ReadAcfTypeAndDeveloperMode();

@@ -22,6 +22,7 @@
 #include "util/numbers.h"
 #include "voice/action_queue.h"
 #include "voice/executer.h"
+#include "voice/expected_phrases.h"
 #include "voice/recognition.h"
 
 namespace {
@@ -320,5 +321,6 @@ float CalculateSystemsCycle(float, float, int, void *) {
         ForgetUnusedRecognition();
     }
     PublishExpectations();
+    PublishExpectedPhrases();
     return NextFrame;
 }

@@ -9,6 +9,7 @@
 #include "util/log.h"
 #include "util/make_fresh.h"
 #include "util/refilled_list.h"
+#include "voice/expected_phrases.h"
 #include "voice/recognition.h"
 
 namespace {
@@ -69,12 +70,14 @@ void PublishAnswers() {
     if (isSame && isAnyAnswerExpected == wasAnyAnswerExpected) return;
     answers.assign(expectedAnswers.begin(), expectedAnswers.end());
     wasAnyAnswerExpected = isAnyAnswerExpected;
+    ExpectedPhrasesChange();
     LogAnswers();
 }
 
 void PublishInputs() {
     if (std::equal(expectedInputs.begin(), expectedInputs.end(), inputs.begin(), inputs.end(), isEqual))
         return;
+    ExpectedPhrasesChange();
     inputs.clear();
     for (const ExpectedInput &input : expectedInputs)
         inputs.push_back({input.name, {input.texts.begin(), input.texts.end()}});

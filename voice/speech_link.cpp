@@ -1,8 +1,9 @@
 // The speech link. Messages go out as text plus a zero byte in one write; two in one frame leave only the
-// second in the dataref, which the server's polling has to live with.
+// second in the dataref. A server that must not lose one reads the list of the last messages beside it.
 #include "voice/speech_link.h"
 
 #include <algorithm>
+#include <deque>
 
 #include "XPLMDataAccess.h"
 #include "figure/animation.h"
@@ -16,6 +17,7 @@
 #include "util/numbers.h"
 #include "util/paths.h"
 #include "util/text.h"
+#include "voice/link_words.h"
 #include "voice/recognition.h"
 
 std::vector<std::string> voiceList;
@@ -26,14 +28,32 @@ int onAir = 0;
 
 namespace {
 
-const char *const ToSpeechName = "kv/to_speech";
-const char *const FrSpeechName = "kv/fr_speech";
-const int MessageSize = 600;          // of the server's messages, bytes
+const int MessageSize = 600; // of the server's messages, bytes
+const size_t MessagesListed = 16;
 const double VoiceAfterSec = 3.0;     // flight time before which no voice is chosen
 const float SettingsAfterSec = 30.0F; // flight time before which volume and rate are not sent at start
 
 XPLMDataRef DRFs_ToSpeech;
 XPLMDataRef DRFs_FrSpeech;
+
+// The last messages, each behind its number, as the dataref of them shows them.
+struct SentMessages {
+    XPLMDataRef dataref = nullptr;
+    unsigned long count = 0;
+    std::deque<std::string> lines;
+};
+SentMessages sentMessages;
+
+void List(const std::string &message) {
+    std::string line = std::to_string(++sentMessages.count) + " " + message;
+    for (char &character : line)
+        if (character == '\n' || character == '\r' || character == '\0') character = ' ';
+    sentMessages.lines.push_back(std::move(line));
+    if (sentMessages.lines.size() > MessagesListed) sentMessages.lines.pop_front();
+    std::string list;
+    for (const std::string &listed : sentMessages.lines) list += listed + "\n";
+    XPLMSetDatab(sentMessages.dataref, list.data(), 0, static_cast<int>(list.size()) + 1);
+}
 
 void SendChosenVoice() {
     std::string chosen;
@@ -42,7 +62,7 @@ void SendChosenVoice() {
     for (const std::string &line : voiceList) {
         const std::string voice = RemoveNRS(line);
         if (voice != chosen) continue;
-        SendMSG("initvoice>" + voice);
+        SendMSG(link_words::InitVoice + voice);
         return;
     }
 }
@@ -50,20 +70,22 @@ void SendChosenVoice() {
 } // namespace
 
 void CreateSpeechDatarefs() {
-    CreateDrf_String(ToSpeechName, "");
-    CreateDrf_String(FrSpeechName, "");
-    CreateDrf_Int("kv/diagnost/speech", 1);
-    CreateDrf_Int("kv/diagnost/reco", 1);
+    CreateDrf_String(link_words::ToSpeech, "");
+    CreateDrf_String(link_words::FrSpeech, "");
+    CreateDrf_Int(link_words::SpeechState, 1);
+    CreateDrf_Int(link_words::RecognitionState, 1);
+    sentMessages.dataref = CreateDrf_String(link_words::Messages, "");
     FindSpeechDatarefs();
 }
 
 void FindSpeechDatarefs() {
-    DRFs_ToSpeech = FindDataref(ToSpeechName);
-    DRFs_FrSpeech = FindDataref(FrSpeechName);
+    DRFs_ToSpeech = FindDataref(link_words::ToSpeech);
+    DRFs_FrSpeech = FindDataref(link_words::FrSpeech);
 }
 
 void SendMSG(const std::string &message) {
     XPLMSetDatab(DRFs_ToSpeech, const_cast<char *>(message.c_str()), 0, static_cast<int>(message.size()) + 1);
+    List(message);
 }
 
 std::string ReadMSG() {
@@ -91,10 +113,10 @@ void RunVoiceStartup() {
         SendChosenVoice();
         setvoiceDone = 1;
     } else if (setvoiceDone == 1) {
-        if (isLateFlight()) SendMSG("volume>" + int2string(globalVolume));
+        if (isLateFlight()) SendMSG(link_words::Volume + int2string(globalVolume));
         setvoiceDone = 2;
     } else if (setvoiceDone == 2) {
-        if (isLateFlight()) SendMSG("rate>" + int2string(globalRate));
+        if (isLateFlight()) SendMSG(link_words::Rate + int2string(globalRate));
         setvoiceDone = 3;
     }
 }
@@ -102,7 +124,7 @@ void RunVoiceStartup() {
 bool RunPushToTalk() {
     if (needCmdRecStart == 1) {
         needCmdRecStart = 0;
-        SendMSG("CmdRecStart");
+        SendMSG(link_words::RecStart);
         isOnExecuteUntilNextCommand = 0;
         onAir = 1;
         isNewRecognitionMayCome = true;
@@ -110,7 +132,7 @@ bool RunPushToTalk() {
     }
     if (needCmdRecStop == 1) {
         needCmdRecStop = 0;
-        SendMSG("CmdRecStop");
+        SendMSG(link_words::RecStop);
         onAir = 0;
         LastRecognition.clear();
         LastRecognitionOld.clear();
@@ -121,9 +143,9 @@ bool RunPushToTalk() {
 
 void ReadServerMessage(bool wasStoppedNow) {
     const std::string message = ReadMSG();
-    if (message == "stop>") {
+    if (message == link_words::Spoken) {
         Next_lipsAnimTime = static_cast<float>(FlightTimeSEC);
-    } else if (message == "abort") {
+    } else if (message == link_words::Abort) {
         Recognise(message);
         NewRecognition_Handler();
     } else if (!message.empty() && isNewRecognitionMayCome) {
@@ -147,5 +169,6 @@ void ReInitSpeechLink() {
 }
 
 void ResetSpeechLink() {
-    MakeFresh(voiceList, setvoiceDone, needCmdRecStart, needCmdRecStop, onAir, DRFs_ToSpeech, DRFs_FrSpeech);
+    MakeFresh(voiceList, setvoiceDone, needCmdRecStart, needCmdRecStop, onAir, DRFs_ToSpeech, DRFs_FrSpeech,
+              sentMessages);
 }
