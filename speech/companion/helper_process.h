@@ -1,0 +1,58 @@
+// The voice's process as the simulator's thread sees it: lines go in, lines come out, nothing waits.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace fennic_speech {
+
+// What has come from a pipe and is not a whole line yet. Keeps its memory.
+class LineBuffer {
+public:
+    void Add(const char *bytes, size_t count);
+    bool Take(std::string &line); // the next whole line; one of more than 100,000 bytes is cut
+    void Clear() { text.clear(); }
+
+private:
+    std::string text;
+};
+
+class HelperProcess {
+public:
+    // Starts the program; one that runs already is ended. False, with the reason in error, when it cannot
+    // be started.
+    bool Start(const std::string &program, std::string &error);
+
+    // Sends "exit>" and closes its input. One that is still there when End is called again, or after half
+    // a second of End, is killed: End returns when the process is gone.
+    void End();
+
+    // Takes what the process wrote and writes what waits for it. Once a frame; without anything to do it
+    // costs three system calls and no memory.
+    void Exchange();
+
+    bool isRunning() const { return id > 0; }
+
+    // A line for its input. Dropped, with false, when it reads nothing and more than 256 kB wait.
+    bool Send(const std::string &line);
+
+    // The next line of its output, and of its error output.
+    bool TakeLine(std::string &line) { return output.Take(line); }
+    bool TakeLogLine(std::string &line) { return errors.Take(line); }
+
+    // How it ended, for the log; after isRunning has become false.
+    const std::string &Ending() const { return ending; }
+
+private:
+    int id = 0; // of the process; 0: none
+    int inputHandle = -1, outputHandle = -1, errorHandle = -1;
+    std::string waiting; // for its input
+    LineBuffer output, errors;
+    std::string ending;
+
+    void Write();
+    void Reap(bool waits);
+    void CloseHandles();
+};
+
+} // namespace fennic_speech

@@ -1,0 +1,58 @@
+// Understands which of a list of phrases was said, or that it was none of them.
+//
+// Two decoders hear the same sound. One knows the phrases alone and always finds one that fits least badly.
+// The other knows English. A phrase that was really said fits about as well as whatever English finds; any
+// other sound fits English much better, and that is how it is refused (see rejection.h).
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "speech/voice/pronunciations.h"
+#include "speech/voice/rejection.h"
+#include "speech/voice/samples.h"
+
+namespace fennic_voice {
+
+class Recogniser {
+public:
+    // folder: the model's, which holds en-us/, en-us.lm.bin and cmudict-en-us.dict. Null, with the reason in
+    // error, when it cannot be loaded. Takes about a second.
+    static std::unique_ptr<Recogniser> Load(const std::string &folder,
+                                            const std::vector<std::string> &dictionaries, std::string &error);
+    ~Recogniser();
+    Recogniser(const Recogniser &) = delete;
+    Recogniser &operator=(const Recogniser &) = delete;
+
+    // The phrases to understand, in lower case, words separated by blanks; those that are expected now are
+    // likelier. Not between Start and Finish. One line to stderr for a phrase with a word that nobody can
+    // pronounce, and it is left out.
+    void SetPhrases(const std::vector<std::string> &phrases, const std::vector<std::string> &expected);
+
+    // Words of the phrases whose pronunciation was guessed from the spelling, and phrases left out.
+    const std::vector<std::string> &Guessed() const { return guessed; }
+    const std::vector<std::string> &LeftOut() const { return leftOut; }
+
+    // One utterance: Start, Hear as often as sound comes, Finish. Finish gives what was heard and how sure
+    // it is; the phrase is empty when nothing was.
+    void Start();
+    void Hear(std::span<const int16_t> sound);
+    Heard Finish();
+
+    // While hearing: the speech so far is a whole phrase with silence behind it, and no longer one goes on
+    // from there. Silence in seconds.
+    double SilenceBehindPhrase();
+
+private:
+    struct Engines;
+    std::unique_ptr<Engines> engines;
+    Pronunciations pronunciations;
+    std::vector<std::string> guessed, leftOut;
+
+    explicit Recogniser(std::unique_ptr<Engines> engines);
+    bool Teach(const std::string &word);
+};
+
+} // namespace fennic_voice

@@ -1,0 +1,20 @@
+// What the pilot can choose, from a text file of lines "key=value".
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace fennic_voice {
+
+struct Settings {
+    std::string microphone, loudspeaker;     // names of devices or parts of them; empty: the system's choice
+    std::string womansCommand, mansCommand;  // programs that speak; empty: the built-in voices
+    std::string modelFolder;                 // of the recognition
+    std::vector<std::string> pronunciations; // files
+};
+
+// Reads the file into the settings. A file that is not there changes nothing; a line that is not understood
+// is told to the log and dropped.
+void ReadSettings(const std::string &path, Settings &settings);
+
+} // namespace fennic_voice

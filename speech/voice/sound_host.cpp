@@ -1,0 +1,75 @@
+// Sound from and to a host in lockstep: the headless simulator gives a block a frame.
+#include <cerrno>
+#include <cstring>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include "speech/voice/sound.h"
+
+namespace fennic_voice {
+
+namespace {
+
+const uint32_t LongestBlock = SampleRate * 10;
+
+class HostSound : public Sound {
+public:
+    explicit HostSound(int handle) : handle(handle) {}
+    ~HostSound() override { close(handle); }
+
+    bool Read(Samples &block) override {
+        uint32_t count = 0;
+        if (!Receive(&count, sizeof count) || count > LongestBlock) return false;
+        block.resize(count);
+        return Receive(block.data(), count * sizeof(int16_t));
+    }
+
+    void Write(const Samples &block) override {
+        const char *next = reinterpret_cast<const char *>(block.data());
+        for (size_t left = block.size() * sizeof(int16_t); left > 0;) {
+            const ssize_t count = send(handle, next, left, MSG_NOSIGNAL);
+            if (count < 0 && errno == EINTR) continue;
+            if (count <= 0) return; // the next Read will tell
+            next += count;
+            left -= static_cast<size_t>(count);
+        }
+    }
+
+    bool isWaiting() const override { return true; }
+
+private:
+    const int handle;
+
+    bool Receive(void *target, size_t size) {
+        char *next = static_cast<char *>(target);
+        while (size > 0) {
+            const ssize_t count = recv(handle, next, size, 0);
+            if (count < 0 && errno == EINTR) continue;
+            if (count <= 0) return false;
+            next += count;
+            size -= static_cast<size_t>(count);
+        }
+        return true;
+    }
+};
+
+} // namespace
+
+std::unique_ptr<Sound> ConnectToHost(const std::string &socketPath, std::string &error) {
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    if (socketPath.size() >= sizeof address.sun_path) {
+        error = "the name of the socket is too long";
+        return nullptr;
+    }
+    std::memcpy(address.sun_path, socketPath.c_str(), socketPath.size());
+    const int handle = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (handle >= 0 && connect(handle, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0)
+        return std::make_unique<HostSound>(handle);
+    error = std::strerror(errno);
+    if (handle >= 0) close(handle);
+    return nullptr;
+}
+
+} // namespace fennic_voice
