@@ -20,6 +20,7 @@
 #include "util/platform.h"
 #include "util/text.h"
 #include "voice/action_queue.h"
+#include "voice/link_words.h"
 #include "voice/phrase_log.h"
 #include "voice/recognition.h"
 #include "voice/speech_link.h"
@@ -44,12 +45,12 @@ int StepDown(int percent, int step) {
 // The volume reaches the server only when the flight is under way; the rate at once.
 void SetVolume(int percent) {
     globalVolume = percent;
-    if (isLateFlight()) SendMSG("volume>" + int2string(globalVolume));
+    if (isLateFlight()) SendMSG(link_words::Volume + int2string(globalVolume));
 }
 
 void SetRate(int percent) {
     globalRate = percent;
-    SendMSG("rate>" + int2string(globalRate));
+    SendMSG(link_words::Rate + int2string(globalRate));
 }
 
 void ToggleStepByStep() {
@@ -98,7 +99,7 @@ const MenuAction Actions[] = {
     {"DecreaseVolume", [] { SetVolume(StepDown(globalVolume, VolumeStep)); }},
     {"IncreaseRate", [] { SetRate(StepUp(globalRate, RateStep)); }},
     {"DecreaseRate", [] { SetRate(StepDown(globalRate, RateStep)); }},
-    {"Restart", [] { SendMSG("restart>"); }},
+    {"Restart", [] { SendMSG(link_words::Restart); }},
     {"Uninstall", OpenUninstallPrompt},
     {"Setup", SetUpAndTell},
 };
@@ -160,7 +161,7 @@ void MenuVoiceHandler(void *, void *reference) {
     if (!reference) return;
     const std::string voice = static_cast<const char *>(reference);
     if (!isListed(voiceList, voice)) return;
-    SendMSG("setvoice>" + voice);
+    SendMSG(link_words::SetVoice + voice);
     if (globalGender == "w") globalVoiceW = voice;
     if (globalGender == "m") globalVoiceM = voice;
 }

@@ -28,6 +28,7 @@
 #include "util/paths.h"
 #include "voice/executer.h"
 #include "voice/expected_phrases.h"
+#include "voice/link_words.h"
 #include "voice/speech_link.h"
 
 namespace {
@@ -141,7 +142,7 @@ PLUGIN_API int XPluginEnable(void) {
 }
 
 PLUGIN_API void XPluginDisable(void) {
-    RunGuarded("leaving", [] { SendMSG("exit>"); });
+    RunGuarded("leaving", [] { SendMSG(link_words::Exit); });
     RunGuarded("leaving", EndBegunCommands);
 }
 

@@ -23,6 +23,7 @@
 #include "util/numbers.h"
 #include "util/text.h"
 #include "voice/action_queue.h"
+#include "voice/link_words.h"
 #include "voice/speech_link.h"
 
 const float OneLetterPauseSec = 0.1F;
@@ -78,7 +79,7 @@ float TimeIn(double seconds) {
 // Sends a text whose placeholders are replaced. One that became empty is not said.
 void Speak(const std::string &spoken) {
     if (spoken.empty()) return;
-    SendMSG("say>" + spoken);
+    SendMSG(link_words::Say + spoken);
     fennicsay.insert(fennicsay.begin(), spoken);
     if (fennicsay.size() > SpokenTextsKept) fennicsay.resize(SpokenTextsKept);
 }
@@ -216,7 +217,7 @@ void SayAborted() {
     if (isRepetition)
         waitUntil = abortRepeatsUntil;
     else
-        ExecuteSay("All Commands and Checklists Aborted!");
+        ExecuteSay(link_words::AbortedText);
 }
 
 void EndBegunCommands() {

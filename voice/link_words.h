@@ -25,6 +25,12 @@ inline const char *const ContextPathUpdate = "contextpathupdate>";
 inline const char *const RecStart = "CmdRecStart";
 inline const char *const RecStop = "CmdRecStop";
 
+// From the companion to the voice alone: the phrases that are expected now, joined by ";".
+inline const char *const ExpectedNow = "expected>";
+
+// What is said when all is broken off. A server need not speak what waits before it.
+inline const char *const AbortedText = "All Commands and Checklists Aborted!";
+
 // From the speech server.
 inline const char *const Spoken = "stop>";
 inline const char *const Abort = "abort";

@@ -9,6 +9,7 @@
 #include "util/make_fresh.h"
 #include "util/paths.h"
 #include "util/text.h"
+#include "voice/link_words.h"
 #include "voice/speech_link.h"
 
 std::vector<std::string> contextDictionary;
@@ -51,7 +52,7 @@ strokaStruct MakeStrokaFromText(const std::string &text, int mode) {
     phrase.text = LowerToUpperCase(ReplaceStringDoubleSpace(text));
     std::erase_if(phrase.text, isPunctuation);
     if (mode > NormaliseOnly) AddPhraseToContext(phrase.text);
-    if (mode == AddAndTellServer && WriteContext()) SendMSG("contextpathupdate>" + WhatPluginPath());
+    if (mode == AddAndTellServer && WriteContext()) SendMSG(link_words::ContextPathUpdate + WhatPluginPath());
     for (std::string &word : StringToWordsArray(phrase.text, ' ')) {
         int code = 0;
         for (char c : word) code += static_cast<signed char>(c);
@@ -77,7 +78,7 @@ void ReadCommandsFolder() {
         contextIndex.insert(phrase);
         contextDictionary.push_back(std::move(phrase));
     }
-    if (WriteContext()) SendMSG("contextpath>" + WhatPluginPath());
+    if (WriteContext()) SendMSG(link_words::ContextPath + WhatPluginPath());
 }
 
 void ResetPhrases() {

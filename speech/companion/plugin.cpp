@@ -144,7 +144,7 @@ void CarryLines() {
     const bool isThere = FindFirstOfficer();
     while (isThere && TakeMessage(line)) Carry(line);
     if (isThere && TakeExpected(line)) {
-        companion.remembered.expected = "expected>" + line;
+        companion.remembered.expected = link_words::ExpectedNow + line;
         companion.process.Send(companion.remembered.expected);
     }
     while (companion.process.TakeLine(line))

@@ -18,10 +18,6 @@ namespace fennic_voice {
 
 namespace {
 
-// What the first officer says when all is broken off: nothing that waits is to be said before it.
-const char *const AbortedText = "All Commands and Checklists Aborted!";
-const char *const ExpectedMessage = "expected>"; // from the companion: phrases joined by ";"
-
 struct Loaded {
     std::unique_ptr<Recogniser> recogniser;
     std::string error;
@@ -108,14 +104,14 @@ void Server::Take(const std::string &message) {
     const std::string argument = separator == std::string::npos ? "" : message.substr(separator + 1);
     const auto percent = [&] { return std::clamp(std::atoi(argument.c_str()), 10, 100); };
     if (verb == link_words::Say) {
-        if (argument == AbortedText) speaker.Stop();
+        if (argument == link_words::AbortedText) speaker.Stop();
         speaker.Say(argument);
     } else if (verb == link_words::RecStart) {
         sound.Listen();
         listener.Press();
     } else if (verb == link_words::RecStop) {
         isReleased = true;
-    } else if (verb == ExpectedMessage) {
+    } else if (verb == link_words::ExpectedNow) {
         listener.SetExpected(Split(argument, ';'));
     } else if (verb == link_words::ContextPath || verb == link_words::ContextPathUpdate) {
         listener.SetPhrases(ReadPhrases(argument + "data/context.txt"));
