@@ -130,7 +130,6 @@ bool Recogniser::Teach(const std::string &word) {
     if (ways.empty()) {
         const Pronunciation guess = Pronunciations::Guess(word);
         if (guess.empty()) return false;
-        guessed.push_back(word);
         ways.push_back(guess);
     }
     int count = 0;
@@ -143,7 +142,6 @@ bool Recogniser::Teach(const std::string &word) {
 
 void Recogniser::SetPhrases(const std::vector<std::string> &phrases,
                             const std::vector<std::string> &expected) {
-    guessed.clear();
     leftOut.clear();
     engines->begins.clear();
     std::vector<std::pair<std::vector<std::string>, bool>> known; // words, expected

@@ -31,8 +31,7 @@ public:
     // pronounce, and it is left out.
     void SetPhrases(const std::vector<std::string> &phrases, const std::vector<std::string> &expected);
 
-    // Words of the phrases whose pronunciation was guessed from the spelling, and phrases left out.
-    const std::vector<std::string> &Guessed() const { return guessed; }
+    // The phrases left out.
     const std::vector<std::string> &LeftOut() const { return leftOut; }
 
     // One utterance: Start, Hear as often as sound comes, Finish. Finish gives what was heard and how sure
@@ -49,7 +48,7 @@ private:
     struct Engines;
     std::unique_ptr<Engines> engines;
     Pronunciations pronunciations;
-    std::vector<std::string> guessed, leftOut;
+    std::vector<std::string> leftOut;
 
     explicit Recogniser(std::unique_ptr<Engines> engines);
     bool Teach(const std::string &word);
