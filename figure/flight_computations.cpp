@@ -60,9 +60,11 @@ XPLMDataRef DRFf_LdgRwyDistM = nullptr, DRFf_LdgRwyDeltaHdgDeg = nullptr;
 
 // Looked up once.
 struct {
+    bool isLookedUp = false;
     XPLMDataRef setting = nullptr, current = nullptr, seaLevel = nullptr;
 } baro;
 struct {
+    bool isLookedUp = false;
     XPLMDataRef headX = nullptr, headZ = nullptr, headHeading = nullptr, centreOfGravityZ = nullptr;
     XPLMDataRef figureX = nullptr, figureZ = nullptr; // the aircraft's
 } view;
@@ -201,7 +203,8 @@ void CalcOrvik() {
 }
 
 void CalcBaro() {
-    if (!baro.setting) {
+    if (!baro.isLookedUp) {
+        baro.isLookedUp = true;
         baro.setting = FindDataref("sim/cockpit/misc/barometer_setting");
         baro.current = FindDataref("sim/weather/barometer_current_inhg");
         baro.seaLevel = FindDataref("sim/weather/barometer_sealevel_inhg");
@@ -215,7 +218,8 @@ void CalcBaro() {
 }
 
 void CalcPilot2FennicHdg() {
-    if (!view.headX) {
+    if (!view.isLookedUp) {
+        view.isLookedUp = true;
         view.headX = FindDataref("sim/graphics/view/pilots_head_x");
         view.headZ = FindDataref("sim/graphics/view/pilots_head_z");
         view.headHeading = FindDataref("sim/graphics/view/pilots_head_psi");
