@@ -10,6 +10,9 @@
 
 #include "systems/model.h"
 
+// May begin the first system's file: it was written with the editor. Says nothing.
+inline constexpr const char *EditorMark = "draw=1";
+
 // ---- Reading ----
 
 // By the first of the keys "sys=", "dev=", "devstack=", "out=", in this order, that is anywhere in the line.

@@ -22,8 +22,6 @@ bool isModelComplete = true;
 
 namespace {
 
-const char *const EditorMark = "draw=1"; // may begin a file; says nothing
-
 class ModelReader {
 public:
     bool isComplete = true; // no file failed to be read

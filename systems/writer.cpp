@@ -206,7 +206,7 @@ SystemsFiles::File &SystemsFiles::FileFor(const system_class &system) {
     if (isNew) {
         files.push_back({system.name, {}, {}});
         if (files.size() == 1) {
-            if (isVAdraw == 1) files[0].content.text = std::string("draw=1") + LineEnd;
+            if (isVAdraw == 1) files[0].content.text = std::string(EditorMark) + LineEnd;
             files[0].content.Put(keptBeforeSystems.lines);
         }
         return files.back();

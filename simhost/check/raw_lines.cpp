@@ -179,7 +179,7 @@ void CheckRawLines(const std::string &file, Level &level) {
     if (lines.empty()) AddFinding(Severity::Warning, file, 0, "an empty file");
     for (const FileLine &line : lines) {
         const bool isFirst = &line == &lines.front();
-        if (isFirst && line.text == "draw=1") continue; // the editor's mark
+        if (isFirst && line.text == EditorMark) continue;
         if (isFirst && level != Level::File && KindOfLine(line.text) != LineKind::System)
             AddCause(file, line.number, "belongs to the end of the file before; begin with \"sys=\"");
         CheckLine(file, line, level);
