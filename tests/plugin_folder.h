@@ -54,6 +54,14 @@ protected:
         if (!file.flush()) throw std::runtime_error("cannot write " + path);
     }
 
+    // What a setup copies into the aircraft.
+    void ShipFigure() {
+        for (const char *name : {"kvfennic.obj", "kvfennic.png", "kvfennic_nml.png", "seats.obj"})
+            write(std::string("data/obj/") + name, std::string("the plug-in's ") + name);
+        for (const char *name : {"kvfennic.obj", "kvfennic.png"})
+            write(std::string("data/obj/original/") + name, std::string("original ") + name);
+    }
+
     // The bytes of a file in the plug-in's folder; fails the test when there is none.
     std::string read(const std::string &path) {
         std::ifstream file(plugin + path, std::ios::binary);

@@ -34,10 +34,7 @@ protected:
     void ShipAndBuild(int type) {
         acfType = type;
         simhost::SetFolders(root, aircraft, "test.acf");
-        for (const char *name : {"kvfennic.obj", "kvfennic.png", "kvfennic_nml.png", "seats.obj"})
-            write(std::string("data/obj/") + name, std::string("the plug-in's ") + name);
-        for (const char *name : {"kvfennic.obj", "kvfennic.png"})
-            write(std::string("data/obj/original/") + name, std::string("original ") + name);
+        ShipFigure();
         write("data/obj/acf.txt", Object);
         first = {{"test.acf", Acf}};
         for (const char *name : {"objects/kvfennic.obj", "objects/kvfennic.png"})

@@ -67,10 +67,7 @@ public:
     void Ship(int type) {
         acfType = type;
         simhost::SetFolders(root, aircraft, "test.acf");
-        for (const char *name : {"kvfennic.obj", "kvfennic.png", "kvfennic_nml.png", "seats.obj"})
-            write(std::string("data/obj/") + name, std::string("the plug-in's ") + name);
-        for (const char *name : {"kvfennic.obj", "kvfennic.png"})
-            write(std::string("data/obj/original/") + name, std::string("original ") + name);
+        ShipFigure();
         write("data/obj/acf.txt", "P _obja/0/_obj_flags 0\n\nP _obja/0/_v10_att_file_stl kvfennic.obj\n");
         const std::string above = "../../../";
         write(above + "test.acf",
