@@ -5,8 +5,8 @@
 #include <string>
 #include <unistd.h>
 
+#include "authoring/check/check.h"
 #include "bench/made_model.h"
-#include "simhost/check/check.h"
 #include "systems/model.h"
 
 namespace {

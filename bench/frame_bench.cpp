@@ -13,9 +13,9 @@
 #include "figure/channels.h"
 #include "figure/positions.h"
 #include "frame/main_loop.h"
-#include "simhost/aircraft_folder.h"
-#include "simhost/plugins.h"
+#include "simhost/interface/plugins.h"
 #include "simhost/simulator.h"
+#include "simhost/world/aircraft_folder.h"
 #include "systems/cycle.h"
 #include "util/clock.h"
 

@@ -9,7 +9,7 @@
 #include "frame/main_loop.h"
 #include "frame/overlay.h"
 
-#include "simhost/screen.h"
+#include "simhost/drawing/screen.h"
 #include "simhost/simulator.h"
 #include "voice/executer.h"
 #include "voice/recognition.h"

@@ -13,7 +13,7 @@
 #include "gfx/fonts.h"
 #include "gfx/opengl.h"
 #include "gfx/textures.h"
-#include "simhost/screen.h"
+#include "simhost/drawing/screen.h"
 
 namespace {
 

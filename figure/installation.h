@@ -32,8 +32,8 @@ void SetUpThisAircraft();
 // whose own figure was never seen, has for it. Backups and what is kept stay.
 void UninstallFromAcf();
 
-// 1 when the aircraft's .acf names the figure's object: type 767 is set up; -1 when it cannot be read. Only the .acf decides, not the
-// files that it names.
+// 1 when the aircraft's .acf names the figure's object: type 767 is set up; -1 when it cannot be read. Only
+// the .acf decides, not the files that it names.
 int isSetupCompleted_767();
 
 // The same, telling the log. For developers.

@@ -21,7 +21,7 @@
 #include "gfx/offscreen.h"
 #include "gfx/textures.h"
 #include "systems/body_parser.h"
-#include "systems/editor_window.h"
+#include "systems/editor/window.h"
 #include "systems/expectations.h"
 #include "systems/links.h"
 #include "systems/model.h"

@@ -12,7 +12,7 @@
 #include "frame/commands.h"
 #include "frame/main_loop.h"
 #include "frame/settings.h"
-#include "systems/editor_window.h"
+#include "systems/editor/window.h"
 #include "util/clock.h"
 #include "util/find_dataref.h"
 #include "util/make_fresh.h"

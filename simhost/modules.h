@@ -7,7 +7,7 @@
 
 #include "XPLMDataAccess.h"
 #include "XPLMDisplay.h"
-#include "simhost/plugins.h"
+#include "simhost/interface/plugins.h"
 
 namespace simhost {
 

@@ -4,11 +4,11 @@
 #include <cmath>
 
 #include "XPLMProcessing.h"
-#include "simhost/datarefs.h"
-#include "simhost/screen.h"
-#include "simhost/watchdog.h"
-#include "simhost/widgets.h"
-#include "simhost/windows.h"
+#include "simhost/drawing/screen.h"
+#include "simhost/flights/watchdog.h"
+#include "simhost/interface/datarefs.h"
+#include "simhost/widgets/widgets.h"
+#include "simhost/windows/windows.h"
 
 namespace simhost {
 

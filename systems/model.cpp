@@ -1,7 +1,7 @@
 // The model's globals and its end.
 #include "systems/model.h"
 
-#include "systems/editor_window.h"
+#include "systems/editor/window.h"
 #include "systems/program.h"
 #include "systems/saved_values.h"
 #include "util/make_fresh.h"

@@ -6,7 +6,7 @@
 
 #include "frame/aircraft.h"
 #include "systems/body_parser.h"
-#include "systems/editor_window.h"
+#include "systems/editor/window.h"
 #include "systems/kept_lines.h"
 #include "systems/model.h"
 #include "systems/notation.h"

@@ -1,9 +1,10 @@
-// Makes simhost/screen_font_table.cpp, the letters of the headless simulator's screen, from a TrueType font.
-// Building the simulator needs neither this program nor a font. On Debian, with libfreetype-dev and
-// fonts-dejavu-core:
+// Makes simhost/drawing/screen_font_table.cpp, the letters of the headless simulator's screen, from a
+// TrueType font. Building the simulator needs neither this program nor a font. On Debian, with
+// libfreetype-dev and fonts-dejavu-core:
 //
 //     g++ -std=c++20 tools/make_screen_font.cpp $(pkg-config --cflags --libs freetype2) -o make_screen_font
-//     ./make_screen_font /usr/share/fonts/truetype/dejavu/DejaVuSansMono.ttf > simhost/screen_font_table.cpp
+//     ./make_screen_font /usr/share/fonts/truetype/dejavu/DejaVuSansMono.ttf >
+//     simhost/drawing/screen_font_table.cpp
 #include <ft2build.h>
 #include FT_FREETYPE_H
 
@@ -49,7 +50,7 @@ constexpr const char *HEAD =
 // be used in advertising or otherwise to promote the sale, use or other dealings in this Font Software without
 // prior written authorization from the Gnome Foundation or Bitstream Inc., respectively. For further
 // information, contact: fonts at gnome dot org.
-#include "simhost/screen_font.h"
+#include "simhost/drawing/screen_font.h"
 
 namespace simhost {
 

@@ -13,5 +13,6 @@ int ConvertColonPath(const char *in, char *out, size_t size);
 std::string ReadClipboard();
 void WrightClipboard(const std::string &text);
 
-// Opens an address, a web page or a file, with the program that the user has for it. For clicks, never in a frame.
+// Opens an address, a web page or a file, with the program that the user has for it. For clicks, never in a
+// frame.
 void openURL(const std::string &address);

@@ -14,7 +14,7 @@
 #include "gfx/fonts.h"
 #include "gfx/opengl.h"
 #include "gfx/textures.h"
-#include "simhost/screen.h"
+#include "simhost/drawing/screen.h"
 #include "tests/log_lines.h"
 #include "tests/plugin_folder.h"
 

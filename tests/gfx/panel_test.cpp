@@ -7,7 +7,7 @@
 #include "figure/position_creator.h"
 #include "gfx/drawing.h"
 #include "gfx/palette.h"
-#include "simhost/windows.h"
+#include "simhost/windows/windows.h"
 #include "tests/gfx/canvas.h"
 
 namespace {

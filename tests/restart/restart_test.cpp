@@ -8,12 +8,12 @@
 
 #include <gtest/gtest.h>
 
-#include "simhost/aircraft_folder.h"
-#include "simhost/gl_context.h"
-#include "simhost/menus.h"
-#include "simhost/plugins.h"
+#include "simhost/drawing/gl_context.h"
+#include "simhost/interface/menus.h"
+#include "simhost/interface/plugins.h"
 #include "simhost/simulator.h"
-#include "simhost/windows.h"
+#include "simhost/windows/windows.h"
+#include "simhost/world/aircraft_folder.h"
 
 extern "C" [[gnu::weak]] size_t __sanitizer_get_current_allocated_bytes();
 

@@ -9,7 +9,7 @@
 #include "XPLMMenus.h"
 #include "XPLMUtilities.h"
 #include "simhost/events.h"
-#include "simhost/menus.h"
+#include "simhost/interface/menus.h"
 #include "simhost/simulator.h"
 
 using namespace simhost;

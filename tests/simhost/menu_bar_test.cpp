@@ -1,12 +1,12 @@
 // The menu bar of the simulator's window: what opens, closes and is chosen where the pilot clicks.
-#include "simhost/menu_bar.h"
+#include "simhost/windows/menu_bar.h"
 
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "XPLMMenus.h"
-#include "simhost/screen.h"
+#include "simhost/drawing/screen.h"
 #include "simhost/simulator.h"
 
 using namespace simhost;

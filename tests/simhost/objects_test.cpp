@@ -10,10 +10,10 @@
 
 #include <gtest/gtest.h>
 
-#include "simhost/attached_objects.h"
-#include "simhost/cockpit_view.h"
-#include "simhost/object_animation.h"
-#include "simhost/screen.h"
+#include "simhost/drawing/attached_objects.h"
+#include "simhost/drawing/cockpit_view.h"
+#include "simhost/drawing/object_animation.h"
+#include "simhost/drawing/screen.h"
 #include "simhost/simulator.h"
 
 using namespace simhost;

@@ -1,5 +1,5 @@
 // Loading, messages, unloading, and what a plug-in leaves behind, with real libraries.
-#include "simhost/plugins.h"
+#include "simhost/interface/plugins.h"
 
 #include <algorithm>
 #include <string>
@@ -11,7 +11,7 @@
 #include "XPLMMenus.h"
 #include "XPLMPlanes.h"
 #include "XPLMUtilities.h"
-#include "simhost/menus.h"
+#include "simhost/interface/menus.h"
 #include "simhost/simulator.h"
 
 using namespace simhost;

@@ -1,6 +1,6 @@
 // The picture: what plug-ins draw lands where they draw it, whatever others did before, and its texts are
 // told.
-#include "simhost/screen.h"
+#include "simhost/drawing/screen.h"
 
 #include <lodepng.h>
 
@@ -16,8 +16,8 @@
 
 #include "XPLMDisplay.h"
 #include "XPLMGraphics.h"
-#include "simhost/gl_context.h"
-#include "simhost/plugins.h"
+#include "simhost/drawing/gl_context.h"
+#include "simhost/interface/plugins.h"
 #include "simhost/simulator.h"
 
 using namespace simhost;

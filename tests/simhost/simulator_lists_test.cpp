@@ -1,5 +1,5 @@
 // The simulator's lists of names, and the built-in tables against them.
-#include "simhost/simulator_lists.h"
+#include "simhost/world/simulator_lists.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -10,9 +10,9 @@
 #include <gtest/gtest.h>
 
 #include "XPLMUtilities.h"
-#include "simhost/builtin_commands.h"
-#include "simhost/builtin_datarefs.h"
 #include "simhost/simulator.h"
+#include "simhost/world/builtin_commands.h"
+#include "simhost/world/builtin_datarefs.h"
 
 using namespace simhost;
 

@@ -1,6 +1,6 @@
 // Widgets as plug-ins use them: the tree, messages and their order, focus, geometry, text fields, and what is
 // safe inside callbacks.
-#include "simhost/widgets.h"
+#include "simhost/widgets/widgets.h"
 
 #include <climits>
 #include <cstdint>
@@ -13,10 +13,10 @@
 #include "XPStandardWidgets.h"
 #include "XPWidgetUtils.h"
 #include "XPWidgets.h"
-#include "simhost/keyboard.h"
-#include "simhost/screen.h"
+#include "simhost/drawing/screen.h"
 #include "simhost/simulator.h"
-#include "simhost/windows.h"
+#include "simhost/windows/keyboard.h"
+#include "simhost/windows/windows.h"
 #include "tests/simhost/test_window.h"
 
 using namespace simhost;

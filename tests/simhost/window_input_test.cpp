@@ -6,9 +6,9 @@
 
 #include "XPLMDisplay.h"
 #include "XPLMPlugin.h"
-#include "simhost/keyboard.h"
 #include "simhost/simulator.h"
-#include "simhost/windows.h"
+#include "simhost/windows/keyboard.h"
+#include "simhost/windows/windows.h"
 #include "tests/simhost/test_window.h"
 
 using namespace simhost;

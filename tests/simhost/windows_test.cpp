@@ -1,6 +1,6 @@
 // Windows as plug-ins make them: order, geometry, modes, the headset, and what is safe inside their
 // callbacks.
-#include "simhost/windows.h"
+#include "simhost/windows/windows.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -11,7 +11,7 @@
 
 #include "XPLMGraphics.h"
 #include "XPLMPlugin.h"
-#include "simhost/screen.h"
+#include "simhost/drawing/screen.h"
 #include "simhost/simulator.h"
 #include "tests/simhost/test_window.h"
 

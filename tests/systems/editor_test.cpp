@@ -1,9 +1,9 @@
 // Editing the model: that links end where they should, that what is refused changes nothing, and that random
 // editing keeps everything whole and can be taken back to the first byte.
-#include "systems/editor_fields.h"
-#include "systems/editor_model.h"
-#include "systems/editor_undo.h"
-#include "systems/editor_usage.h"
+#include "systems/editor/fields.h"
+#include "systems/editor/model.h"
+#include "systems/editor/undo.h"
+#include "systems/editor/usage.h"
 #include "systems/writer.h"
 
 #include "frame/datarefs.h"

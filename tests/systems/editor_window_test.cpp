@@ -1,13 +1,13 @@
 // The editor's window: whatever is selected on whatever screen, zones do not overlap and stay on the screen.
-#include "systems/editor_window.h"
+#include "systems/editor/window.h"
 
 #include "frame/aircraft.h"
 #include "gfx/fonts.h"
-#include "simhost/screen.h"
+#include "simhost/drawing/screen.h"
 #include "simhost/simulator.h"
-#include "systems/editor_clicks.h"
-#include "systems/editor_state.h"
-#include "systems/editor_undo.h"
+#include "systems/editor/clicks.h"
+#include "systems/editor/state.h"
+#include "systems/editor/undo.h"
 #include "tests/systems/model_folder.h"
 #include "tests/systems/random_model.h"
 

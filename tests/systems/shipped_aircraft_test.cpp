@@ -16,8 +16,8 @@
 #include "figure/channels.h"
 #include "figure/positions.h"
 #include "frame/settings.h"
-#include "simhost/log_problems.h"
-#include "simhost/simulator_lists.h"
+#include "simhost/flights/log_problems.h"
+#include "simhost/world/simulator_lists.h"
 #include "systems/writer.h"
 #include "tests/systems/model_folder.h"
 

@@ -8,9 +8,9 @@
 
 #include "frame/aircraft.h"
 #include "frame/datarefs.h"
-#include "systems/editor_blocks.h"
-#include "systems/editor_model.h"
-#include "systems/editor_undo.h"
+#include "systems/editor/blocks.h"
+#include "systems/editor/model.h"
+#include "systems/editor/undo.h"
 #include "systems/kept_lines.h"
 #include "tests/systems/model_folder.h"
 #include "tests/systems/random_model.h"

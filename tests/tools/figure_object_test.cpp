@@ -8,7 +8,7 @@
 #include <map>
 #include <set>
 
-#include "simhost/object_animation.h"
+#include "simhost/drawing/object_animation.h"
 #include "tools/figure/poses.h"
 
 using namespace simhost;

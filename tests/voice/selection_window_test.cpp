@@ -2,7 +2,7 @@
 #include "voice/selection_window.h"
 
 #include "frame/settings.h"
-#include "simhost/windows.h"
+#include "simhost/windows/windows.h"
 #include "tests/plugin_folder.h"
 
 namespace {

@@ -21,7 +21,7 @@
 #include "figure/positions.h"
 #include "frame/aircraft.h"
 #include "frame/settings.h"
-#include "systems/editor_model.h"
+#include "systems/editor/model.h"
 #include "systems/saved_values.h"
 #include "systems/writer.h"
 #include "tests/systems/model_folder.h"

@@ -1,0 +1,93 @@
+// What the parts of the table "sim" (the files *.cpp) share. Nothing outside them needs it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <lua.hpp>
+
+#include "XPLMDefs.h"
+#include "simhost/flights/flight.h"
+#include "simhost/flights/watchdog.h"
+#include "simhost/simulator.h"
+#include "simhost/world/aircraft_folder.h"
+
+namespace simhost {
+
+struct FlightState {
+    FlightOptions options;
+    ScratchAircraft scratch;
+    double frameSeconds = 1.0 / 60;
+    long long frames = 0;    // stepped in all
+    std::string locale;      // empty: "C"
+    std::string startFolder; // the working directory of the flight's own script
+
+    struct LoadedPlugin {
+        XPLMPluginID id = XPLM_NO_PLUGIN_ID;
+        std::string name;
+    };
+    std::vector<LoadedPlugin> globalPlugins; // of Resources/plugins/, in the order of loading
+    std::vector<LoadedPlugin> plugins;       // the aircraft's, in the order of loading; empty while stopped
+    bool areGlobalPluginsLoaded = false;     // once in a flight, be there any or not
+    bool isAircraftLoaded = false;
+    bool wasAnythingLeftBehind = false;
+    int statusWhenClosed = EXIT_FLOWN; // the exit status when the pilot closes the window
+
+    // What the simulator gave out and the flight has not asked for yet, one list for each call.
+    std::vector<SentMessage> sent;
+    std::vector<std::string> said;
+};
+extern FlightState flight;
+
+// The working directory is the simulator's folder; outside of all of these it is the script's.
+class SimulatorFolder {
+public:
+    SimulatorFolder();
+    ~SimulatorFolder();
+    SimulatorFolder(const SimulatorFolder &) = delete;
+    SimulatorFolder &operator=(const SimulatorFolder &) = delete;
+};
+
+// Around everything that may run a plug-in's code: the watchdog looks, the working directory is the
+// simulator's folder, and the process has the flight's locale. In between it has the locale "C", so that
+// neither Lua nor the simulator is led astray by it, and the script finds its files where it was started.
+class SimulatorCall {
+public:
+    SimulatorCall();
+    ~SimulatorCall();
+    SimulatorCall(const SimulatorCall &) = delete;
+    SimulatorCall &operator=(const SimulatorCall &) = delete;
+
+private:
+    WatchedCall watched;
+    SimulatorFolder folder;
+};
+
+void StepFrames(long long count);
+
+// What the pilot types into the window's line: heard over the next frames. StepFrames tells where a frame
+// begins and ends.
+void TypeSpeech(const std::string &text);
+void BeginFrameOfSpeech();
+void EndFrameOfSpeech();
+
+// Loads what lies in the aircraft's folder; before it, the first time, what lies in Resources/plugins/: of
+// those, one that cannot be loaded is told on stderr and passed over. False with the reason in error; then
+// nothing of the aircraft stays loaded.
+bool StartPlugins(std::string &error);
+// Stops the aircraft's plug-ins, tells on stderr what was left behind and gives it.
+std::vector<std::string> StopPlugins();
+// The simulator ends: stops the aircraft's plug-ins, and then the others.
+void EndPlugins();
+
+// Each adds its calls to the table on top of the stack.
+void AddPluginCalls(lua_State *lua);  // plugins.cpp
+void AddTimeCalls(lua_State *lua);    // time.cpp
+void AddDatarefCalls(lua_State *lua); // datarefs.cpp
+void AddCockpitCalls(lua_State *lua); // cockpit.cpp
+void AddScreenCalls(lua_State *lua);  // screen.cpp
+void AddMouseCalls(lua_State *lua);   // mouse.cpp
+void AddWindowCalls(lua_State *lua);  // windows.cpp
+void AddWidgetCalls(lua_State *lua);  // widgets.cpp
+
+} // namespace simhost

@@ -1,0 +1,390 @@
+// Puts the transcript together. The columns are the flight time (left out while it stays the same), the
+// speaker, and the words; what the first officer does stands indented, a verb and its object.
+//
+// An action's write of a dataref is told from the figure's own traffic by the plug-in's log: the line
+// "EXECUTE RUN: dotypeDrf name=value" comes right before it.
+#include "simhost/flights/transcript.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <string_view>
+#include <vector>
+
+#include <unistd.h>
+
+#include "XPLMDataAccess.h"
+#include "XPLMUtilities.h"
+#include "simhost/flights/log_problems.h"
+#include "simhost/number_text.h"
+#include "simhost/simulator.h"
+
+namespace simhost {
+
+namespace {
+
+constexpr size_t LINE_WIDTH = 98;
+constexpr size_t SPEAKER_COLUMN = 9;
+constexpr size_t SPEECH_COLUMN = 17;
+constexpr size_t ACTION_COLUMN = 11;
+constexpr size_t OBJECT_COLUMN = 19;
+constexpr size_t NARROWEST_TEXT = 20;
+
+constexpr const char *BOLD = "\033[1m";
+constexpr const char *PILOT_COLOUR = "\033[1;36m";
+constexpr const char *FENNIC_COLOUR = "\033[1;32m";
+constexpr const char *PROBLEM_COLOUR = "\033[33m";
+constexpr const char *DIM = "\033[2m";
+constexpr const char *PLAIN = "";
+
+bool isShown = false;
+bool isColoured = false;
+int silent = 0;       // TranscriptPauses alive
+std::string lastTime; // as printed last
+std::string xplaneFolder;
+
+struct {
+    int heard = 0, said = 0, fired = 0, set = 0;
+} counted;
+
+// What has changed must stay the same for so many frames before it is told, or the pilot must go on.
+constexpr int SETTLED_FRAMES = 10;
+
+// What the pilot sets. A switch is told with the next line; a lever that is being moved, set again and
+// again, when it has come to rest.
+struct PendingSet {
+    std::string dataref, value, time;
+    bool isMoving = false;
+    int framesToGo = SETTLED_FRAMES;
+};
+std::vector<PendingSet> pendingSets;
+
+// While a script goes from one step to the next the expected answers change with each frame.
+struct {
+    std::string told, now;
+    int framesToGo = 0; // 0: nothing to be told
+} answers;
+
+// The action that the executer has announced and not been seen to do yet.
+struct {
+    std::string dataref, index, command;
+} announced;
+
+std::string TimeNow() {
+    char text[24];
+    return std::string(text, static_cast<size_t>(FormatFlightTime(FlightTimeSeconds(), text)));
+}
+
+// Columns a text takes: bytes that continue a UTF-8 character take none.
+size_t Width(std::string_view text) {
+    size_t width = 0;
+    for (const char c : text) width += (c & 0xC0) != 0x80;
+    return width;
+}
+
+// Cuts off as many words as fit.
+std::string_view TakeWords(std::string_view &rest, size_t room) {
+    size_t end = rest.size();
+    if (Width(rest) > room) {
+        size_t fits = 0;
+        for (size_t blank = rest.find(' ');
+             blank != std::string_view::npos && Width(rest.substr(0, blank)) <= room;
+             blank = rest.find(' ', blank + 1))
+            fits = blank;
+        if (fits == 0) fits = std::min(rest.find(' '), rest.size()); // one long word: a name, left whole
+        end = fits;
+    }
+    const std::string_view words = rest.substr(0, end);
+    rest.remove_prefix(end);
+    while (!rest.empty() && rest.front() == ' ') rest.remove_prefix(1);
+    return words;
+}
+
+void Print(const std::string &time, const char *colour, size_t headColumn, const std::string &head,
+           size_t textColumn, const std::string &text) {
+    std::string line = time == lastTime ? std::string() : time;
+    lastTime = time;
+    line.append(headColumn > line.size() ? headColumn - line.size() : 1, ' ');
+    if (isColoured) line += colour;
+    line += head;
+    size_t column = headColumn + Width(head);
+    std::string_view rest = text;
+    for (bool first = true; first || !rest.empty(); first = false) {
+        if (!first) {
+            line += '\n';
+            column = 0;
+        }
+        if (column < textColumn)
+            line.append(textColumn - column, ' ');
+        else if (first && !head.empty())
+            line += ' ';
+        line += TakeWords(rest, std::max(LINE_WIDTH - textColumn, NARROWEST_TEXT));
+    }
+    if (isColoured && *colour != 0) line += "\033[0m";
+    line += '\n';
+    std::fwrite(line.data(), 1, line.size(), stdout);
+}
+
+void PrintSet(const PendingSet &set) {
+    Print(set.isMoving ? TimeNow() : set.time, PILOT_COLOUR, SPEAKER_COLUMN, "PILOT", SPEECH_COLUMN,
+          "sets " + set.dataref + " = " + set.value);
+}
+
+void PrintSetsIf(bool (*isDue)(const PendingSet &)) {
+    if (pendingSets.empty()) return;
+    for (const PendingSet &set : pendingSets)
+        if (isDue(set)) PrintSet(set);
+    std::erase_if(pendingSets, isDue);
+}
+
+void PrintSwitches() {
+    PrintSetsIf([](const PendingSet &set) { return !set.isMoving; });
+}
+
+void PrintAllSets() {
+    PrintSetsIf([](const PendingSet &) { return true; });
+}
+
+void Speaker(const char *colour, const char *who, const std::string &text) {
+    if (!isShown) return;
+    PrintSwitches();
+    Print(TimeNow(), colour, SPEAKER_COLUMN, who, SPEECH_COLUMN, text);
+}
+
+void Action(const char *verb, const std::string &object, const char *colour = PLAIN) {
+    if (!isShown) return;
+    PrintSwitches();
+    Print(TimeNow(), colour, ACTION_COLUMN, verb, OBJECT_COLUMN, object);
+}
+
+std::string Quoted(std::string_view text) {
+    return std::string("\"").append(text).append("\"");
+}
+
+bool TakePrefix(std::string_view &text, std::string_view prefix) {
+    if (text.substr(0, prefix.size()) != prefix) return false;
+    text.remove_prefix(prefix.size());
+    return true;
+}
+
+// "CHECKED, SET" becomes: for "CHECKED" or "SET".
+void TellAnswers() {
+    answers.framesToGo = 0;
+    if (answers.now == answers.told) return;
+    answers.told = answers.now;
+    std::string_view list = answers.now;
+    if (list == "none" || list.empty()) return;
+    std::string text = "for ";
+    while (!list.empty()) {
+        const size_t comma = std::min(list.find(", "), list.size());
+        text += Quoted(list.substr(0, comma));
+        list.remove_prefix(std::min(comma + 2, list.size()));
+        if (!list.empty()) text += list.find(", ") == std::string_view::npos ? " or " : ", ";
+    }
+    Action("waits", text);
+}
+
+void NoteAnswers(std::string_view list) {
+    answers.now = list;
+    answers.framesToGo = SETTLED_FRAMES;
+}
+
+// "2.500000" as "2.5".
+std::string ShortNumber(std::string_view text) {
+    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+    double number = 0;
+    if (std::from_chars(text.data(), text.data() + text.size(), number).ec != std::errc())
+        return std::string(text);
+    return NumberText(number);
+}
+
+// The executer's announcement of its next action: "dotypePos NAME".
+void TellAction(std::string_view action) {
+    announced = {};
+    const auto is = [&action](std::string_view type) { return TakePrefix(action, type); };
+    if (is("dotypePosFast ") || is("dotypePos ")) {
+        Action("moves", std::string("to ").append(action));
+    } else if (is("dotypePause ")) {
+        Action("pauses", ShortNumber(action) + " s", DIM);
+    } else if (is("dotypeBreak")) {
+        Action("stops", "here");
+    } else if (is("dotypeComOnce ") || is("dotypeComBegin ")) {
+        announced.command = action;
+    } else if (is("dotypeDrf ")) {
+        const size_t equals = action.find('=');
+        if (equals == std::string_view::npos) return;
+        std::string name;
+        for (const char c : action.substr(0, equals))
+            if (c != ' ') name += c;
+        const size_t bracket = std::min(name.find('['), name.size());
+        announced.index = name.substr(bracket);
+        announced.dataref = name.substr(0, bracket);
+    }
+}
+
+std::string WithoutScratchPath(std::string_view text) {
+    std::string shortened(text);
+    if (xplaneFolder.empty()) return shortened;
+    for (size_t at = shortened.find(xplaneFolder); at != std::string::npos;
+         at = shortened.find(xplaneFolder, at + 1))
+        shortened.replace(at, xplaneFolder.size(), "X-Plane/");
+    return shortened;
+}
+
+void TellLogLine(std::string_view line) {
+    line = WithoutLogPrefix(line); // with the flight time, which stands on the left already
+    if (TakePrefix(line, "EXECUTE RUN: ")) return TellAction(line);
+    if (TakePrefix(line, "Expected answers: ")) return NoteAnswers(line);
+    LineProblem ignored;
+    if (TellsOfProblem(line) || ReadLineProblem(line, ignored))
+        Speaker(PROBLEM_COLOUR, "LOG", WithoutScratchPath(line));
+}
+
+void TellSpeech(std::string_view message) {
+    if (TakePrefix(message, "say>")) {
+        ++counted.said;
+        while (!message.empty() && message.back() == ' ') message.remove_suffix(1); // spelled numbers end so
+        return Speaker(FENNIC_COLOUR, "FENNIC", Quoted(message));
+    }
+    if (silent > 0 && (message == "CmdRecStart" || message == "CmdRecStop")) return;
+    Action("sends", WithoutScratchPath(message), DIM);
+}
+
+void TellCommand(const Event &event) {
+    if (event.detail == "pilot") {
+        if (silent > 0) return;
+        return Speaker(PILOT_COLOUR, "PILOT",
+                       (event.kind == EventKind::CommandEnded ? "lets go of " : "holds ") + event.subject);
+    }
+    announced.command.clear();
+    switch (event.kind) {
+    case EventKind::CommandBegun: ++counted.fired; return Action("holds", event.subject);
+    case EventKind::CommandEnded: return Action("lets go", event.subject);
+    default: ++counted.fired; return Action("fires", event.subject);
+    }
+}
+
+void TellWritten(const Event &event) {
+    const std::string &dataref = announced.dataref;
+    if (dataref.empty()) return;
+    // One changed element is told as "name[n]".
+    const bool same =
+        event.subject == dataref
+        || (event.subject.compare(0, dataref.size(), dataref) == 0 && event.subject[dataref.size()] == '[');
+    if (!same) return;
+    ++counted.set;
+    Action("sets", event.subject + " = " + event.detail);
+    announced.dataref.clear();
+}
+
+} // namespace
+
+void OpenTranscript(bool shown, const std::string &folder) {
+    isShown = shown;
+    xplaneFolder = folder;
+    isColoured = shown && isatty(STDOUT_FILENO) != 0;
+}
+
+void CloseTranscript(double simulatedSeconds, double realSeconds) {
+    PrintAllSets();
+    char flown[24];
+    FormatFlightTime(simulatedSeconds, flown);
+    char real[32];
+    const auto end = std::to_chars(real, real + sizeof real, realSeconds, std::chars_format::fixed, 1).ptr;
+    TranscribeDirection("The end. Heard " + std::to_string(counted.heard) + ", said "
+                        + std::to_string(counted.said) + ", commands " + std::to_string(counted.fired)
+                        + ", datarefs set " + std::to_string(counted.set) + "; " + flown + " flown in "
+                        + std::string(real, end) + " s.");
+}
+
+void TranscribeEvent(const Event &event) {
+    switch (event.kind) {
+    case EventKind::LogLine: return TellLogLine(event.subject);
+    case EventKind::SpeechMessage: return TellSpeech(event.subject);
+    case EventKind::DatarefWritten: return TellWritten(event);
+    default: return TellCommand(event);
+    }
+}
+
+void TranscribeFrameEnd() {
+    if (!pendingSets.empty()) {
+        for (PendingSet &set : pendingSets) --set.framesToGo;
+        PrintSetsIf([](const PendingSet &set) { return set.framesToGo <= 0; });
+    }
+    if (answers.framesToGo > 0 && --answers.framesToGo == 0) TellAnswers();
+    if (!announced.dataref.empty()) {
+        const XPLMDataRef handle = XPLMFindDataRef(announced.dataref.c_str());
+        // An unknown dataref the plug-in has reported itself. This one had its value before, or is the
+        // plug-in's own.
+        if (handle != nullptr && XPLMIsDataRefGood(handle) != 0) {
+            int index = 0;
+            if (announced.index.size() > 1)
+                std::from_chars(announced.index.data() + 1, announced.index.data() + announced.index.size(),
+                                index);
+            ++counted.set;
+            Action("sets", announced.dataref + announced.index + " = "
+                               + NumberText(static_cast<float>(GetNumber(announced.dataref, index))));
+        }
+        announced.dataref.clear();
+    }
+    if (!announced.command.empty()) {
+        if (XPLMFindCommand(announced.command.c_str()) == nullptr)
+            Action("misses", announced.command + " (there is no such command)", PROBLEM_COLOUR);
+        announced.command.clear();
+    }
+}
+
+void TranscribeHeard(const std::string &text) {
+    ++counted.heard;
+    if (answers.framesToGo > 0) TellAnswers();
+    PrintAllSets();
+    Speaker(PILOT_COLOUR, "PILOT", text.empty() ? "(says nothing)" : Quoted(text));
+}
+
+void TranscribeReply(const std::string &text) {
+    Speaker(DIM, "", "(the speech server writes: " + text + ")");
+}
+
+void TranscribeSet(const std::string &dataref, const std::string &value) {
+    if (!isShown) return;
+    for (PendingSet &set : pendingSets) {
+        if (set.dataref != dataref) continue;
+        set.value = value;
+        set.isMoving = true;
+        set.framesToGo = SETTLED_FRAMES;
+        return;
+    }
+    pendingSets.push_back({dataref, value, TimeNow()});
+}
+
+void TranscribeTap(const std::string &command) {
+    Speaker(PILOT_COLOUR, "PILOT", "presses " + command);
+}
+
+void TranscribeAct(const std::string &act) {
+    Speaker(PILOT_COLOUR, "PILOT", act);
+}
+
+TranscriptPause::TranscriptPause() {
+    ++silent;
+}
+TranscriptPause::~TranscriptPause() {
+    --silent;
+}
+
+void TranscribeDirection(const std::string &text) {
+    if (!isShown) return;
+    PrintSwitches();
+    Print(TimeNow(), DIM, SPEAKER_COLUMN, "", SPEAKER_COLUMN, std::string("(").append(text).append(")"));
+}
+
+void TranscribeNote(const std::string &text) {
+    if (!isShown) return;
+    PrintSwitches();
+    for (size_t start = 0; start <= text.size();) {
+        const size_t end = std::min(text.find('\n', start), text.size());
+        Print(TimeNow(), BOLD, SPEAKER_COLUMN, "", SPEAKER_COLUMN, text.substr(start, end - start));
+        start = end + 1;
+    }
+}
+
+} // namespace simhost

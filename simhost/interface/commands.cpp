@@ -1,0 +1,260 @@
+// Commands: handlers before and after the simulator's own action, and who holds them down. Like datarefs,
+// a command's record lives as long as the program, so that a handle is never dangling.
+#include <algorithm>
+#include <functional>
+#include <unordered_map>
+
+#include "simhost/events.h"
+#include "simhost/modules.h"
+#include "simhost/simulator.h"
+#include "simhost/world/builtin_commands.h"
+
+namespace simhost {
+
+namespace {
+
+struct Handler {
+    XPLMCommandCallback_f callback = nullptr; // null: unregistered, swept out after the dispatch
+    void *refcon = nullptr;
+    bool before = false;
+    XPLMPluginID owner = XPLM_PLUGIN_XPLANE;
+};
+
+struct Command {
+    std::string name;
+    bool exists = false;
+    std::vector<Handler> handlers;
+    int dispatchDepth = 0;
+    std::vector<XPLMPluginID>
+        holders; // who began it and has not ended it; the simulator stands for the pilot
+    CommandCount count;
+    const BuiltinAction *action = nullptr;
+};
+
+struct NameHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>()(name); }
+};
+using Table = std::unordered_map<std::string, Command, NameHash, std::equal_to<>>;
+
+constinit std::vector<Command *> heldCommands; // in the order in which they were begun
+
+// Made on first use and never destroyed, as the table of datarefs.
+Table &Commands() {
+    static Table *table = nullptr;
+    if (table == nullptr) {
+        table = new Table;
+        for (const std::string &name : BuiltinCommands()) AddCommand(name, "");
+    }
+    return *table;
+}
+
+Command *FindExisting(std::string_view name) {
+    Table &commands = Commands();
+    const auto found = commands.find(name);
+    return found != commands.end() && found->second.exists ? &found->second : nullptr;
+}
+
+Command &MakeExisting(const std::string &name) {
+    const auto [element, isNew] = Commands().try_emplace(name);
+    Command &command = element->second;
+    if (isNew) command.name = name;
+    if (!command.exists) {
+        command.exists = true;
+        command.count = {};
+        command.action = FindBuiltinAction(name);
+    }
+    return command;
+}
+
+void SweepHandlers(Command &command) {
+    if (command.dispatchDepth > 0) return;
+    std::erase_if(command.handlers, [](const Handler &handler) { return handler.callback == nullptr; });
+}
+
+// False when a "before" handler ended it.
+bool RunHandlers(Command &command, XPLMCommandPhase phase, bool before, std::size_t count) {
+    for (std::size_t i = 0; i < count; i++) {
+        const Handler handler = command.handlers[i];
+        if (handler.callback == nullptr || handler.before != before || !IsPluginEnabled(handler.owner)) {
+            continue;
+        }
+        RunningScope scope(handler.owner, "command handler");
+        const int goesOn = handler.callback(&command, phase, handler.refcon);
+        if (before && goesOn == 0) return false;
+    }
+    return true;
+}
+
+void Dispatch(Command &command, XPLMCommandPhase phase) {
+    command.dispatchDepth++;
+    const std::size_t count = command.handlers.size(); // those registered meanwhile wait for the next phase
+    if (RunHandlers(command, phase, true, count)) {
+        if (phase == xplm_CommandBegin && command.action != nullptr) {
+            RunBuiltinActions(*command.action);
+        }
+        RunHandlers(command, phase, false, count);
+    }
+    command.dispatchDepth--;
+    SweepHandlers(command);
+}
+
+void Report(EventKind kind, const Command &command) {
+    if (!HasEventListener()) return;
+    ReportEvent({kind, command.name, currentRunning.plugin == XPLM_PLUGIN_XPLANE ? "pilot" : "plug-in"});
+}
+
+void Begin(Command &command, XPLMPluginID holder) {
+    command.holders.push_back(holder);
+    if (command.holders.size() > 1) return;
+    heldCommands.push_back(&command);
+    command.count.begun++;
+    Report(EventKind::CommandBegun, command);
+    Dispatch(command, xplm_CommandBegin);
+}
+
+void End(Command &command, XPLMPluginID holder) {
+    const auto held = std::find(command.holders.begin(), command.holders.end(), holder);
+    if (held == command.holders.end()) return;
+    command.holders.erase(held);
+    if (!command.holders.empty()) return;
+    std::erase(heldCommands, &command);
+    command.count.ended++;
+    Report(EventKind::CommandEnded, command);
+    Dispatch(command, xplm_CommandEnd);
+}
+
+Command *Existing(XPLMCommandRef handle) {
+    auto *command = static_cast<Command *>(handle);
+    return command != nullptr && command->exists ? command : nullptr;
+}
+
+} // namespace
+
+void AddCommand(const std::string &name, const std::string &) {
+    MakeExisting(name);
+}
+
+CommandCount CountCommand(const std::string &name) {
+    const Command *command = FindExisting(name);
+    return command != nullptr ? command->count : CommandCount();
+}
+
+bool HoldCommand(const std::string &name) {
+    Command *command = FindExisting(name);
+    if (command == nullptr) return false;
+    const auto &holders = command->holders;
+    if (std::find(holders.begin(), holders.end(), XPLM_PLUGIN_XPLANE) != holders.end()) return true;
+    RunningScope scope(XPLM_PLUGIN_XPLANE, "command");
+    Begin(*command, XPLM_PLUGIN_XPLANE);
+    return true;
+}
+
+bool ReleaseCommand(const std::string &name) {
+    Command *command = FindExisting(name);
+    if (command == nullptr) return false;
+    RunningScope scope(XPLM_PLUGIN_XPLANE, "command");
+    End(*command, XPLM_PLUGIN_XPLANE);
+    return true;
+}
+
+void ContinueHeldCommands() {
+    // A handler may begin and end commands: those begun now continue from the next frame.
+    const std::vector<Command *> held = heldCommands;
+    for (Command *command : held) {
+        if (!command->holders.empty()) Dispatch(*command, xplm_CommandContinue);
+    }
+}
+
+void DropCommandHandlers(XPLMPluginID plugin, LeftBehind &leftBehind) {
+    std::vector<std::string> notes;
+    for (auto &[name, command] : Commands()) {
+        for (Handler &handler : command.handlers) {
+            if (handler.callback == nullptr || handler.owner != plugin) continue;
+            notes.push_back("command handler of \"" + name + "\"");
+            handler.callback = nullptr;
+        }
+        SweepHandlers(command);
+    }
+    const std::vector<Command *> held = heldCommands;
+    for (Command *command : held) {
+        while (std::find(command->holders.begin(), command->holders.end(), plugin)
+               != command->holders.end()) {
+            notes.push_back("command \"" + command->name + "\" held down");
+            End(*command, plugin);
+        }
+    }
+    std::sort(notes.begin(), notes.end());
+    leftBehind.notes.insert(leftBehind.notes.end(), notes.begin(), notes.end());
+}
+
+void ResetCommands() {
+    heldCommands.clear();
+    for (auto &[name, command] : Commands()) {
+        command.exists = false;
+        command.handlers.clear();
+        command.holders.clear();
+    }
+    for (const std::string &name : BuiltinCommands()) AddCommand(name, "");
+}
+
+} // namespace simhost
+
+using namespace simhost;
+
+XPLMCommandRef XPLMFindCommand(const char *inName) {
+    return inName != nullptr ? FindExisting(inName) : nullptr;
+}
+
+XPLMCommandRef XPLMCreateCommand(const char *inName, const char *) {
+    if (inName == nullptr || *inName == '\0') {
+        ReportMisuse("XPLMCreateCommand without a name");
+        return nullptr;
+    }
+    return &MakeExisting(inName);
+}
+
+void XPLMCommandBegin(XPLMCommandRef inCommand) {
+    if (Command *command = Existing(inCommand)) Begin(*command, currentRunning.plugin);
+}
+
+void XPLMCommandEnd(XPLMCommandRef inCommand) {
+    if (Command *command = Existing(inCommand)) End(*command, currentRunning.plugin);
+}
+
+void XPLMCommandOnce(XPLMCommandRef inCommand) {
+    Command *command = Existing(inCommand);
+    // One that is held down is on already: a tap in between is not felt.
+    if (command == nullptr || !command->holders.empty()) return;
+    command->count.begun++;
+    command->count.ended++;
+    Report(EventKind::CommandOnce, *command);
+    Dispatch(*command, xplm_CommandBegin);
+    Dispatch(*command, xplm_CommandEnd);
+}
+
+void XPLMRegisterCommandHandler(XPLMCommandRef inComand, XPLMCommandCallback_f inHandler, int inBefore,
+                                void *inRefcon) {
+    Command *command = Existing(inComand);
+    if (command == nullptr) return;
+    if (inHandler == nullptr) {
+        ReportMisuse("XPLMRegisterCommandHandler without a handler");
+        return;
+    }
+    command->handlers.push_back({inHandler, inRefcon, inBefore != 0, currentRunning.plugin});
+}
+
+void XPLMUnregisterCommandHandler(XPLMCommandRef inComand, XPLMCommandCallback_f inHandler, int inBefore,
+                                  void *inRefcon) {
+    Command *command = Existing(inComand);
+    if (command == nullptr || inHandler == nullptr) return;
+    for (Handler &handler : command->handlers) {
+        if (handler.callback != inHandler || handler.before != (inBefore != 0)
+            || handler.refcon != inRefcon) {
+            continue;
+        }
+        handler.callback = nullptr;
+        SweepHandlers(*command);
+        return;
+    }
+}

@@ -1,0 +1,138 @@
+// The box is a root widget of its own, in front of the editor's window. It is not destroyed in its own
+// callback but by the next drawing.
+#include "systems/editor/edit_box.h"
+
+#include <algorithm>
+
+#include "XPStandardWidgets.h"
+#include "XPWidgets.h"
+#include "gfx/fonts.h"
+#include "systems/editor/state.h"
+#include "util/guard.h"
+#include "util/screen.h"
+#include "util/text.h"
+
+namespace {
+
+const char *const Placeholder = "input text";
+const int LongestText = 2000; // bytes
+const int NarrowestBox = 220, WidestBox = 700, BoxHeight = 22, Margin = 6;
+const int LetterWidth = 8; // about that of the box's letters
+
+XPWidgetID box = nullptr;
+bool isDone = false;
+FieldPlace edited;
+std::string refusal; // why the text that was typed last is not stored
+
+std::string TypedText() {
+    char text[LongestText + 1] = "";
+    XPGetWidgetDescriptor(box, text, LongestText + 1);
+    text[LongestText] = 0;
+    return text;
+}
+
+void Close() {
+    isDone = true;
+    refusal.clear();
+    XPLoseKeyboardFocus(box);
+    XPHideWidget(box);
+}
+
+// Left and top as they are asked for, moved as far as the screen needs.
+Area PlaceOnScreen(int left, int top, int width) {
+    int screenWidth = 0, screenHeight = 0;
+    ReadScreenSize(screenWidth, screenHeight);
+    left = std::max(0, std::min(left, screenWidth - width));
+    top = std::max(std::min(top, screenHeight), BoxHeight);
+    return {left, top, left + width, top - BoxHeight};
+}
+
+} // namespace
+
+void EditWidgetCreate(const FieldPlace &field, const Area &area) {
+    EditWidgetDestroy();
+    edited = field;
+    refusal.clear();
+    const std::string text = FieldText(field);
+    if (text.size() > LongestText) {
+        Say("this text is too long to be edited here", true);
+        return;
+    }
+    const int textWidth =
+        std::clamp(static_cast<int>(CountCharacters(text) + 4) * LetterWidth, NarrowestBox, WidestBox);
+    const Area place = PlaceOnScreen(area.left, area.top + 2, std::max(area.right - area.left, textWidth));
+    box = XPCreateWidget(place.left, place.top, place.right, place.bottom, 1,
+                         text.empty() ? Placeholder : text.c_str(), 1, nullptr, xpWidgetClass_TextField);
+    XPSetWidgetProperty(box, xpProperty_TextFieldType, xpTextEntryField);
+    XPSetWidgetProperty(box, xpProperty_MaxCharacters, LongestText);
+    XPSetWidgetProperty(box, xpProperty_EditFieldSelStart, 0);
+    XPSetWidgetProperty(box, xpProperty_EditFieldSelEnd, static_cast<intptr_t>(TypedText().size()));
+    XPAddWidgetCallback(box, Guarded<"the editor's edit box", EditWidgetHandler>);
+    XPSetKeyboardFocus(box);
+}
+
+void EditWidgetDestroy() {
+    if (box) XPDestroyWidget(box, 1);
+    box = nullptr;
+    isDone = false;
+    refusal.clear();
+}
+
+bool isEditWidgetOpen() {
+    return box && !isDone;
+}
+
+void KeepEditWidgetOnScreen() {
+    if (!box) return;
+    int left = 0, top = 0, right = 0, bottom = 0;
+    XPGetWidgetGeometry(box, &left, &top, &right, &bottom);
+    const Area place = PlaceOnScreen(left, top, right - left);
+    XPSetWidgetGeometry(box, place.left, place.top, place.right, place.bottom);
+}
+
+int EditWidgetHandler(XPWidgetMessage message, XPWidgetID widget, intptr_t first, intptr_t) {
+    if (widget != box || isDone) return 0;
+    if (message == xpMsg_TextFieldChanged) refusal.clear();
+    if (message != xpMsg_KeyPress) return 0;
+    const XPKeyState_t &key = *reinterpret_cast<const XPKeyState_t *>(first);
+    const bool isReturn = key.key == XPLM_KEY_RETURN, isEscape = key.key == XPLM_KEY_ESCAPE;
+    if (!isReturn && !isEscape) return 0;
+    if (key.flags & xplm_UpFlag) return 1;
+    if (isReturn) {
+        EditWidgetStore();
+    } else {
+        Say(""); // a refusal is settled
+        Close();
+    }
+    return 1;
+}
+
+bool EditWidgetStore() {
+    std::string text = TypedText();
+    if (text == Placeholder && FieldText(edited).empty()) text.clear();
+    Say("");
+    refusal = SetField(edited, text);
+    if (refusal.empty()) {
+        Close();
+        return true;
+    }
+    Say(refusal, true);
+    XPSetKeyboardFocus(box);
+    return false;
+}
+
+void DrawEditWidget() {
+    if (isDone) EditWidgetDestroy();
+    if (!box || refusal.empty()) return;
+    int left = 0, top = 0, right = 0, bottom = 0;
+    XPGetWidgetGeometry(box, &left, &top, &right, &bottom);
+    const int above = bottom < RowHeight + 2 ? top + RowHeight + 2 : bottom - 2;
+    const int width = LenFontIdS(fnt_Main, refusal) + 2 * Margin;
+    int screenWidth = 0, screenHeight = 0;
+    ReadScreenSize(screenWidth, screenHeight);
+    left = std::max(0, std::min(left, screenWidth - width));
+    const Area area = {left, above, left + width, above - RowHeight - 2};
+    FillArea(area, ColourBlack, 1.0);
+    FrameArea(area, ColourRed, 1.0);
+    DrawCut(refusal, left + Margin, above - 1, width, ColourOrange);
+}

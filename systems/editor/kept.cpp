@@ -1,0 +1,110 @@
+// There are few of these lines or none, so each mark is counted from the list of all of them.
+#include "systems/editor/kept.h"
+
+#include <algorithm>
+
+#include "gfx/fonts.h"
+#include "systems/editor/panels.h"
+#include "systems/editor/state.h"
+#include "systems/editor/undo.h"
+#include "systems/links.h"
+#include "util/numbers.h"
+
+namespace {
+
+const int Gap = 6;
+
+std::vector<KeptPlace> places;
+unsigned placesChangeCount = 0; // of the model that they were collected from
+bool areCollected = false;
+
+void Collect(const KeptLines &lines, const BlockPlace &place) {
+    for (const kept_line_struct &kept : lines) places.push_back({place, kept.line, kept.text, kept.reason});
+}
+
+void CollectParameter(const out_parameter_struct &parameter, BlockPlace place) {
+    Collect(parameter.kept, place);
+    for (size_t block = 0; block < parameter.logic.size(); block++) {
+        place.block = static_cast<int>(block);
+        Collect(parameter.logic[block].kept, place);
+    }
+}
+
+void CollectDevice(const device_struct &device, int sys, int dev) {
+    Collect(device.kept, {sys, dev, -1, -1});
+    for (size_t out = 0; out < device.outs.size(); out++) {
+        const out_parameter_struct &parameter = device.outs[out];
+        if (!parameter.deleted) CollectParameter(parameter, {sys, dev, static_cast<int>(out), -1});
+        Collect(parameter.keptBehind, {sys, dev, -1, -1});
+    }
+}
+
+void CollectSystem(const system_class &system, int sys) {
+    if (!system.deleted) {
+        Collect(system.kept, {sys, -1, -1, -1});
+        for (size_t dev = 0; dev < system.devices.size(); dev++)
+            if (!system.devices[dev].deleted) CollectDevice(system.devices[dev], sys, static_cast<int>(dev));
+    }
+    Collect(system.keptInList, {});
+}
+
+bool isWithin(const BlockPlace &place, const BlockPlace &whole) {
+    return place.sys == whole.sys && (whole.dev < 0 || place.dev == whole.dev)
+           && (whole.out < 0 || place.out == whole.out) && (whole.block < 0 || place.block == whole.block);
+}
+
+std::string_view LineName(int line) {
+    static std::string name; // kept for its memory
+    return name.assign("line ").append(int2string(line));
+}
+
+} // namespace
+
+const std::vector<KeptPlace> &KeptPlaces() {
+    if (areCollected && placesChangeCount == modelChangeCount) return places;
+    areCollected = true;
+    placesChangeCount = modelChangeCount;
+    places.clear();
+    Collect(keptBeforeSystems.inList, {});
+    Collect(keptBeforeSystems.lines, {});
+    for (size_t sys = 0; sys < systems_vector.size(); sys++)
+        CollectSystem(systems_vector[sys], static_cast<int>(sys));
+    return places;
+}
+
+void ForgetKeptPlaces() {
+    places = {};
+    areCollected = false;
+}
+
+int DrawKeptMark(const BlockPlace &place, int right, int top) {
+    const std::vector<KeptPlace> &all = KeptPlaces();
+    const auto count = std::count_if(all.begin(), all.end(),
+                                     [&](const KeptPlace &kept) { return isWithin(kept.place, place); });
+    if (count == 0) return 0;
+    const std::string mark = int2string(static_cast<int>(count)) + "?";
+    const int width = LenFontIdS(fnt_Main, mark);
+    DrawCutRight(mark, right, top, width + 1, ColourOrange);
+    return width + Gap;
+}
+
+void DrawKept(const Area &area) {
+    const std::vector<KeptPlace> &all = KeptPlaces();
+    DrawCut("NOT UNDERSTOOD:", area.left, area.top, area.right - area.left, ColourOrange);
+    const int listTop = area.top - RowHeight;
+    const int rows = std::max(1, (listTop - area.bottom) / RowHeight), count = static_cast<int>(all.size());
+    const Area list = {area.left, listTop, area.right, listTop - rows * RowHeight};
+    FillArea(list, ColourBlack, 0.5);
+    const int barWidth = AddScroll(parZones, list, ListKept, rows, count, scroll[ListKept]);
+    for (int i = scroll[ListKept]; i < std::min(count, scroll[ListKept] + rows); i++) {
+        const KeptPlace &kept = all[static_cast<size_t>(i)];
+        click_zone_class zone = Zone(ActionGoToKept);
+        zone.context[ZoneItem] = i;
+        const int top = listTop - (i - scroll[ListKept]) * RowHeight;
+        zone.area = {area.left, top, area.right - barWidth, top - RowHeight};
+        AddClickZone(parZones, zone);
+        const int width = zone.area.right - area.left, nameWidth = 76;
+        DrawCut(LineName(kept.line), area.left + 3, top, nameWidth - Gap, ColourGrey);
+        DrawCut(kept.text, area.left + 3 + nameWidth, top, width - nameWidth - 6, ColourWhite);
+    }
+}

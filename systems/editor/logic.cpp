@@ -1,0 +1,217 @@
+// The logic stack: a parameter's blocks and their comparisons, with what they compare now. Numeric
+// comparisons are evaluated here again, of the blocks that are seen; those of speech show what the cycle
+// found, unless it has passed over them.
+#include "systems/editor/panels.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "systems/editor/fields.h"
+#include "systems/editor/kept.h"
+#include "systems/editor/state.h"
+#include "systems/links.h"
+#include "systems/program.h"
+#include "util/numbers.h"
+
+namespace {
+
+const int Gap = 4;
+const int StateWidth = 66;
+const char *const Joins[] = {"&&", "||"};
+
+// TRUE and FALSE for the chain; a block that fired calculates; one that is true and did not fire waits behind
+// another one, and all wait that are not evaluated, whatever they were when they last were.
+const char *StateOf(const logicblock_struct &block, bool chain, bool hasFired, bool isEvaluated) {
+    if (!isEvaluated) return "WAIT";
+    if (hasFired) return "CALC";
+    if (block.compares.empty()) return "DEFAULT";
+    return chain ? "WAIT" : "FALSE";
+}
+
+int StateColour(const char *state) {
+    switch (*state) {
+    case 'C':
+    case 'T': return ColourGreen;
+    case 'W': return ColourYellow;
+    default: return ColourGrey;
+    }
+}
+
+void DrawState(const char *state, int x, int top) {
+    DrawCut(state, x, top, StateWidth, StateColour(state));
+}
+
+int LinkColour(const sysLink_struct &link) {
+    if (link.kind == LinkUnresolved) return ColourRed;
+    return link.kind == LinkDeleted ? ColourOrange : ColourWhite;
+}
+
+click_zone_class BlockZone(int action, const char *name, int block, int item) {
+    click_zone_class zone = Zone(action, name);
+    zone.context[ZoneBlock] = block;
+    zone.context[ZoneItem] = item;
+    return zone;
+}
+
+// An operand, and behind it the value that its parameter has now.
+void DrawOperand(const Area &area, int block, int item, int field, const sysLink_struct &link,
+                 std::string_view text, double value) {
+    click_zone_class zone = BlockZone(ActionEdit, "", block, item);
+    zone.context[ZoneField] = field;
+    zone.area = area;
+    FillArea(area, ColourBlack, 0.5);
+    FrameArea(area, ColourBoard, 0.6);
+    AddClickZone(parZones, zone);
+    int width = area.right - area.left - 6;
+    if (link.kind == LinkLive || link.kind == LinkDeleted) {
+        const int valueWidth = std::min(66, width / 3);
+        DrawNumberRight(value, area.right - 3, area.top, valueWidth, ColourCyan);
+        width -= valueWidth + Gap;
+    }
+    DrawCut(text, area.left + 3, area.top, width, LinkColour(link));
+}
+
+// The right operand's list as it is written.
+std::string_view ListText(const std::vector<int> &list) {
+    static std::string text; // kept for its memory
+    text.clear();
+    for (int number : list) {
+        if (!text.empty()) text += ';';
+        text += int2string(number);
+    }
+    return text;
+}
+
+std::string_view OperandText(const sysLink_struct &link, double number) {
+    static std::string text; // kept for its memory
+    if (isLink(link)) return link.name;
+    text = SignificantDigits(number);
+    return text;
+}
+
+// What a comparison of numbers gives is known at any time; what was said is heard by what is evaluated.
+const char *StateOf(const compare_block_class &comparison, bool isEvaluated) {
+    if (comparison.a.kind == LinkSpeech && !isEvaluated) return "WAIT";
+    return comparison.cmpResult ? "TRUE" : "FALSE";
+}
+
+void DrawComparison(const Area &area, int block, int item, const compare_block_class &comparison,
+                    const char *state) {
+    const bool isSpeech = comparison.a.kind == LinkSpeech;
+    const int top = area.top;
+    const int buttons = BoardWidth("ADD") + BoardWidth("DEL") + 2 * Gap;
+    const int operatorWidth = 34, joinWidth = BoardWidth("&&") + Gap, kindWidth = BoardWidth("SPEECH") + Gap;
+    AddBoard(parZones, BlockZone(ActionSwitchJoin, Joins[comparison.joinOp == 1], block, item), area.left,
+             top);
+    int x = area.left + joinWidth;
+    AddBoard(parZones, BlockZone(ActionSwitchSpeech, isSpeech ? "SPEECH" : "VALUE", block, item), x, top);
+    x += kindWidth;
+    const int right = area.right - buttons - StateWidth - Gap;
+    const int width = (right - x - operatorWidth - Gap) / 2;
+    const auto field = [&](int left, int end) { return Area{left, top, end, top - RowHeight + 1}; };
+    if (isSpeech) {
+        DrawOperand(field(x, right), block, item, FieldLeft, {}, comparison.phrase, 0.0);
+    } else {
+        DrawOperand(field(x, x + width), block, item, FieldLeft, comparison.a,
+                    OperandText(comparison.a, comparison.aValue), comparison.aValue);
+        AddBoard(parZones, BlockZone(ActionSwitchComparator, comparison.cmpText.c_str(), block, item),
+                 x + width + 2, top);
+        const bool isList = !comparison.bList.empty();
+        DrawOperand(field(right - width, right), block, item, FieldRight,
+                    isList ? sysLink_struct() : comparison.b,
+                    isList ? ListText(comparison.bList) : OperandText(comparison.b, comparison.bValue),
+                    comparison.bValue);
+    }
+    DrawState(state, right + Gap, top);
+    x = AddBoard(parZones, BlockZone(ActionAddComparison, "ADD", block, item), area.right - buttons, top);
+    AddBoard(parZones, BlockZone(ActionDeleteComparison, "DEL", block, item), x, top);
+}
+
+// "B 2": names a block in the panel.
+std::string_view BlockName(int block) {
+    static std::string text; // kept for its memory
+    text.assign("BLOCK ").append(int2string(block));
+    return text;
+}
+
+void DrawBlockHead(const Area &area, int index, const logicblock_struct &block, const char *state) {
+    const int top = area.top;
+    click_zone_class zone = BlockZone(ActionSelectBlock, "", index, -1);
+    zone.area = {area.left, top, area.left + 90, top - RowHeight + 1};
+    if (index == selDrawStack) FillArea({area.left, top, area.right, top - RowHeight + 1}, ColourGreen, 0.3);
+    AddClickZone(parZones, zone);
+    DrawCut(BlockName(index), area.left + 3, top, 90, index == selDrawStack ? ColourYellow : ColourWhite);
+    DrawState(state, area.left + 100, top);
+    int x = area.left + 100 + StateWidth + Gap;
+    if (!block.calcs.empty() || block.executes.empty())
+        x = AddBoard(parZones, BlockZone(ActionShowCalc, "CALCULATE", index, -1), x, top);
+    if (!block.executes.empty())
+        x = AddBoard(parZones, BlockZone(ActionShowExecute, "EXECUTE", index, -1), x, top);
+    DrawKeptMark({selSys, selDev, selOut, index}, x + 40, top);
+    x = area.right - BoardWidth("ADD") - BoardWidth("DEL") - 2 * Gap;
+    x = AddBoard(parZones, BlockZone(ActionAddComparison, "ADD", index, -1), x, top);
+    AddBoard(parZones, BlockZone(ActionDeleteBlock, "DEL", index, -1), x, top);
+}
+
+// The chain of a block as the cycle evaluates it, with the values of now.
+bool EvaluateChain(logicblock_struct &block) {
+    bool chain = true;
+    for (compare_block_class &comparison : block.compares) {
+        if (comparison.a.kind == LinkSpeech)
+            chain = comparison.joinOp == 1 ? chain || comparison.cmpResult : chain && comparison.cmpResult;
+        else
+            chain = comparison.Logic(chain);
+    }
+    return chain;
+}
+
+} // namespace
+
+void DrawLogicStack(const Area &area) {
+    DrawCut("LOGIC STACK:", area.left, area.top, 200, ColourCyan);
+    if (!isParameter(selSys, selDev, selOut)) return;
+    AddBoard(parZones, Zone(ActionAddBlock, "ADD"), area.left + 120, area.top);
+    std::vector<logicblock_struct> &logic = ParameterAt(selSys, selDev, selOut).logic;
+    const bool isNow = isEvaluated(selSys, selDev, selOut);
+    const int fired = isNow ? FiredBlock(selSys, selDev, selOut) : -1;
+    if (fired >= 0 && logic.size() > 1) { // which may be far down
+        click_zone_class zone = BlockZone(ActionGoToBlock, "", fired, -1);
+        zone.area = {area.left + 190, area.top, area.left + 350, area.top - RowHeight + 1};
+        FrameArea(zone.area, ColourGrey, 1.0);
+        AddClickZone(parZones, zone);
+        DrawCut(BlockName(fired), zone.area.left + 3, area.top, 90, ColourWhite);
+        DrawState("CALC", zone.area.left + 100, area.top);
+    }
+    int count = 0;
+    for (const logicblock_struct &block : logic) count += 1 + static_cast<int>(block.compares.size());
+    const int listTop = area.top - RowHeight - 2;
+    const int rows = std::max(1, (listTop - area.bottom) / RowHeight);
+    const Area list = {area.left, listTop, area.right, listTop - rows * RowHeight};
+    FrameArea(list, ColourBoard, 1.0);
+    const int barWidth = AddScroll(parZones, list, ListLogic, rows, count, scroll[ListLogic]);
+    const int first = scroll[ListLogic], end = first + rows;
+    int row = 0;
+    for (size_t b = 0; b < logic.size() && row < end; b++) {
+        logicblock_struct &block = logic[b];
+        const int index = static_cast<int>(b), blockEnd = row + 1 + static_cast<int>(block.compares.size());
+        if (blockEnd <= first) {
+            row = blockEnd;
+            continue;
+        }
+        const bool chain = EvaluateChain(block);
+        const auto place = [&] {
+            const int top = listTop - (row - first) * RowHeight;
+            return Area{area.left + 2, top, area.right - barWidth, top - RowHeight};
+        };
+        if (row >= first) DrawBlockHead(place(), index, block, StateOf(block, chain, fired == index, isNow));
+        row++;
+        for (size_t c = 0; c < block.compares.size() && row < end; c++, row++)
+            if (row >= first) {
+                Area indented = place();
+                indented.left += 12;
+                DrawComparison(indented, index, static_cast<int>(c), block.compares[c],
+                               StateOf(block.compares[c], isNow));
+            }
+    }
+}

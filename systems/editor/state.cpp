@@ -1,0 +1,161 @@
+// Selection and messages. The selection is indices, which editing may leave behind; they are checked before
+// every drawing and click.
+#include "systems/editor/state.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "systems/editor/kept.h"
+#include "systems/editor/undo.h"
+#include "systems/links.h"
+#include "systems/writer.h"
+#include "util/log.h"
+
+int selSys = -1, selDev = -1, selOut = -1;
+int selDrawStack = -1, selCalc = -1, selDraw = -1, selPoint = -1;
+int SysTablePage = 0;
+int scroll[EditorLists] = {};
+int rowsSeen[EditorLists] = {};
+int showCalc = 1, showGraph = 1, showUsage = 1, showKept = 0;
+bool isEditorShown = false;
+int isAUTO = 0;
+std::string editorMessage;
+bool isEditorMessageBad = false;
+
+namespace {
+
+const size_t MostVisited = 100;
+
+std::vector<BlockPlace> visited; // parameters, in the order they were looked at
+size_t visitedNow = 0;
+unsigned savedChangeCount = 0;
+
+void SaveAfterChange() {
+    if (isAUTO) SaveModel();
+}
+
+void SetSelection(int sys, int dev, int out) {
+    selSys = sys;
+    selDev = dev;
+    selOut = out;
+    selDrawStack = selCalc = selDraw = selPoint = -1;
+    for (int list : {ListUsage, ListLogic, ListCalc, ListExecute, ListGraph}) scroll[list] = 0;
+}
+
+void GoTo(size_t index) {
+    if (index >= visited.size()) return;
+    visitedNow = index;
+    const BlockPlace &place = visited[index];
+    if (isParameter(place.sys, place.dev, place.out)) SetSelection(place.sys, place.dev, place.out);
+}
+
+void ScrollTo(int list, int row) {
+    if (row < 0) return;
+    scroll[list] = std::clamp(scroll[list], std::max(0, row - std::max(1, rowsSeen[list]) + 1), row);
+}
+
+template <typename Records> void Clamp(int &index, const Records &records) {
+    index = std::min(index, static_cast<int>(records.size()) - 1);
+}
+
+} // namespace
+
+void ResetEditorState() {
+    SetSelection(-1, -1, -1);
+    for (int &first : scroll) first = 0;
+    showCalc = showGraph = showUsage = 1;
+    showKept = 0;
+    ForgetKeptPlaces();
+    isEditorShown = false;
+    isAUTO = 0;
+    visited.clear();
+    visitedNow = 0;
+    Say("");
+    ForgetUndo();
+    savedChangeCount = modelChangeCount;
+    afterEdit = SaveAfterChange;
+}
+
+void SelectPlace(int sys, int dev, int out) {
+    const bool isSelected = sys == selSys && (dev < 0 || (dev == selDev && (out < 0 || out == selOut)));
+    if (isSelected) return;
+    if (sys != selSys) scroll[ListDev] = 0;
+    if (sys != selSys || dev != selDev) scroll[ListOut] = 0;
+    SetSelection(sys, dev, out);
+    KeepSelectionValid();
+    if (selOut < 0) return;
+    visited.resize(std::min(visited.size(), visitedNow + 1));
+    if (visited.size() >= MostVisited) visited.erase(visited.begin());
+    visited.push_back(SelectedParameter());
+    visitedNow = visited.size() - 1;
+}
+
+void ScrollToSelection() {
+    ScrollTo(ListSys, selSys);
+    ScrollTo(ListDev, selDev);
+    ScrollTo(ListOut, selOut);
+    if (!BlockAt(SelectedBlock())) return;
+    int row = selDrawStack; // blocks and comparisons stand below each other
+    for (int block = 0; block < selDrawStack; block++)
+        row += static_cast<int>(BlockAt({selSys, selDev, selOut, block})->compares.size());
+    const size_t comparisons = BlockAt(SelectedBlock())->compares.size();
+    ScrollTo(ListLogic, row + static_cast<int>(comparisons));
+    ScrollTo(ListLogic, row);
+}
+
+void GoBack() {
+    if (visitedNow > 0) GoTo(visitedNow - 1);
+}
+
+void GoForward() {
+    GoTo(visitedNow + 1);
+}
+
+void KeepSelectionValid() {
+    if (!isSystem(selSys)) selSys = systems_vector.empty() ? -1 : 0;
+    if (!isDevice(selSys, selDev)) selDev = isDevice(selSys, 0) ? 0 : -1;
+    if (!isParameter(selSys, selDev, selOut)) selOut = isParameter(selSys, selDev, 0) ? 0 : -1;
+    if (selOut < 0) {
+        selDrawStack = selCalc = selDraw = selPoint = -1;
+        return;
+    }
+    const std::vector<logicblock_struct> &logic = ParameterAt(selSys, selDev, selOut).logic;
+    Clamp(selDrawStack, logic);
+    if (selDrawStack < 0 && !logic.empty()) selDrawStack = 0;
+    const logicblock_struct *block = BlockAt(SelectedBlock());
+    if (!block) return;
+    Clamp(selCalc, block->calcs);
+    Clamp(selPoint, block->graph);
+    if (!showCalc)
+        Clamp(selDraw, block->executes);
+    else if (selCalc < 0)
+        selDraw = -1;
+    else
+        Clamp(selDraw, block->calcs[static_cast<size_t>(selCalc)].stack);
+}
+
+BlockPlace SelectedBlock() {
+    return {selSys, selDev, selOut, selDrawStack};
+}
+
+BlockPlace SelectedParameter() {
+    return {selSys, selDev, selOut, -1};
+}
+
+void Say(const std::string &message, bool isBad) {
+    editorMessage = message;
+    isEditorMessageBad = isBad;
+}
+
+void SaveModel() {
+    if (SaveSysToTxtFile()) {
+        savedChangeCount = modelChangeCount;
+        Say("SAVED");
+    } else {
+        Say("NOT SAVED, the files are as they were: " + saveFailure, true);
+    }
+}
+
+bool hasUnsavedChanges() {
+    return savedChangeCount != modelChangeCount;
+}

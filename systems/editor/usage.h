@@ -1,0 +1,30 @@
+// Where parameters are used.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "systems/editor/blocks.h"
+
+enum UsageKind { UsedInComparison, UsedInCalculation, UsedInText };
+
+// A link to the parameter: a comparison's operand, an element of a calculation, or spoken.
+struct out_usage_struct {
+    BlockPlace place;
+    int kind = UsedInComparison;
+    int item = -1;    // comparison, calculation or action
+    int element = -1; // of the calculation
+};
+
+extern std::vector<out_usage_struct> usageVector;
+
+// Fills usageVector with the uses of the parameter, in the model's order.
+void UsageVectorRebuild(int sys, int dev, int out);
+
+// Who uses what is about to be deleted: "A.B.C, A.B.D and 3 more", parameters outside of it that are not
+// deleted themselves; empty when nobody does. dev -1 stands for all of the system, out -1 for all of the
+// device.
+std::string UsersOutside(int sys, int dev, int out);
+
+// A parameter, such as "A.B.C", that says the value of what is named so, or of something in it; or empty.
+std::string SpeakerOf(int sys, int dev, int out);

@@ -1,0 +1,94 @@
+// Zones do not overlap, so each can be lit when it is added.
+#include "systems/editor/zones.h"
+
+#include <algorithm>
+
+#include "gfx/fonts.h"
+#include "systems/editor/state.h"
+
+std::vector<click_zone_class> parZones;
+std::vector<click_zone_class> vectorZones;
+int activeZone = -1, activeVectorZone = -1;
+
+namespace {
+
+const int BoardMargin = 4, BoardGap = 4;
+const int ScrollWidth = 12;
+int mouseX = 0, mouseY = 0;
+Area listAreas[EditorLists];
+
+} // namespace
+
+bool click_zone_class::isSame(const click_zone_class &other) const {
+    return std::equal(std::begin(context), std::end(context), std::begin(other.context));
+}
+
+void BeginZones(int x, int y) {
+    parZones.clear();
+    vectorZones.clear();
+    std::fill(std::begin(listAreas), std::end(listAreas), Area());
+    activeZone = activeVectorZone = -1;
+    mouseX = x;
+    mouseY = y;
+}
+
+void AddClickZone(std::vector<click_zone_class> &zones, const click_zone_class &zone) {
+    zones.push_back(zone);
+    if (!zone.isHit(mouseX, mouseY)) return;
+    (&zones == &vectorZones ? activeVectorZone : activeZone) = static_cast<int>(zones.size()) - 1;
+    FillArea(zone.area, ColourCyan, 0.25);
+    FrameArea(zone.area, ColourCyan, 0.8);
+}
+
+int BoardWidth(std::string_view name) {
+    return LenFontIdS(fnt_Main, name) + 2 * BoardMargin;
+}
+
+int AddBoard(std::vector<click_zone_class> &zones, click_zone_class zone, int x, int top, bool isOn) {
+    zone.area = {x, top, x + BoardWidth(zone.name), top - RowHeight + 1};
+    FillArea(zone.area, isOn ? ColourGreen : ColourBoard, isOn ? 0.5 : 0.7);
+    FrameArea(zone.area, ColourGrey, 1.0);
+    AddClickZone(zones, zone);
+    DrawCut(zone.name, x + BoardMargin, top, zone.area.right - x, ColourWhite);
+    return zone.area.right + BoardGap;
+}
+
+int AddScroll(std::vector<click_zone_class> &zones, const Area &area, int list, int rows, int count,
+              int &first) {
+    rowsSeen[list] = rows;
+    listAreas[list] = area;
+    first = std::clamp(first, 0, std::max(0, count - rows));
+    if (count <= rows) return 0;
+    click_zone_class zone;
+    zone.context[ZoneAction] = ActionScroll;
+    zone.context[ZoneList] = list;
+    zone.context[ZoneValue] = count;
+    zone.context[ZoneItem] = rows;
+    zone.area = {area.right - ScrollWidth, area.top, area.right, area.bottom};
+    FillArea(zone.area, ColourBoard, 0.4);
+    const int height = area.top - area.bottom;
+    const int thumb = std::max(10, height * rows / count);
+    const int above = (height - thumb) * first / (count - rows);
+    FillArea({zone.area.left + 2, area.top - above, zone.area.right - 2, area.top - above - thumb},
+             ColourGrey, 1.0);
+    AddClickZone(zones, zone);
+    return ScrollWidth + 2;
+}
+
+int ListAt(int x, int y) {
+    for (int list = 0; list < EditorLists; list++)
+        if (listAreas[list].isHit(x, y)) return list;
+    return -1;
+}
+
+const click_zone_class *ZoneUnderMouse() {
+    if (activeZone >= 0) return &parZones[static_cast<size_t>(activeZone)];
+    return activeVectorZone >= 0 ? &vectorZones[static_cast<size_t>(activeVectorZone)] : nullptr;
+}
+
+const click_zone_class *ZoneAt(int x, int y) {
+    for (const auto *zones : {&parZones, &vectorZones})
+        for (const click_zone_class &zone : *zones)
+            if (zone.isHit(x, y)) return &zone;
+    return nullptr;
+}
