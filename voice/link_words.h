@@ -12,6 +12,9 @@ inline const char *const Expected = "kv/speech/expected"; // the phrases that ar
 inline const char *const SpeechState = "kv/diagnost/speech";
 inline const char *const RecognitionState = "kv/diagnost/reco";
 
+// The companion's own: the number of the voice's process, 0 while none runs.
+inline const char *const VoiceProcess = "fennic_speech/process";
+
 // Messages to the server. An argument follows the ">" directly.
 inline const char *const Say = "say>";
 inline const char *const InitVoice = "initvoice>";

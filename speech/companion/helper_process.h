@@ -32,6 +32,7 @@ public:
     void Exchange();
 
     bool isRunning() const { return id > 0; }
+    int Id() const { return id; } // the system's number of the process; 0 while none runs
 
     // A line for its input. Dropped, with false, when it reads nothing and more than 256 kB wait.
     bool Send(const std::string &line);

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string>
 
+#include "XPLMDataAccess.h"
 #include "XPLMPlugin.h"
 #include "XPLMProcessing.h"
 #include "XPLMUtilities.h"
@@ -153,6 +154,12 @@ void CarryLines() {
     DeliverAnswer();
 }
 
+XPLMDataRef processDataref = nullptr;
+
+int ReadProcess(void *) {
+    return companion.process.Id();
+}
+
 float Frame(float, float, int, void *) {
     KeepRunning();
     CarryLines();
@@ -169,10 +176,15 @@ PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc) {
     companion = Companion();
     ResetLink();
     companion.program = ProgramPath();
+    processDataref = XPLMRegisterDataAccessor(link_words::VoiceProcess, xplmType_Int, 0, ReadProcess, nullptr,
+                                              nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                              nullptr, nullptr, nullptr, nullptr, nullptr);
     return 1;
 }
 
-PLUGIN_API void XPluginStop(void) {}
+PLUGIN_API void XPluginStop(void) {
+    XPLMUnregisterDataAccessor(processDataref);
+}
 
 PLUGIN_API int XPluginEnable(void) {
     XPLMRegisterFlightLoopCallback(Frame, EveryFrame, nullptr);

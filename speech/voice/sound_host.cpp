@@ -1,6 +1,9 @@
-// Sound from and to a host in lockstep: the headless simulator gives a block a frame.
+// Sound from and to a host in lockstep: the headless simulator gives the blocks of a frame when the frame is
+// over. Whoever closes our input in the middle of one waits for our end and can give none, so that is
+// noticed, too.
 #include <cerrno>
 #include <cstring>
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -20,6 +23,8 @@ public:
 
     bool Read(Samples &block) override {
         uint32_t count = 0;
+        block.clear();
+        if (!WaitForBlock()) return true;
         if (!Receive(&count, sizeof count) || count > LongestBlock) return false;
         block.resize(count);
         return Receive(block.data(), count * sizeof(int16_t));
@@ -40,6 +45,20 @@ public:
 
 private:
     const int handle;
+
+    bool isInputOpen = true; // as far as it was noticed
+
+    // False, once, when the input has ended instead.
+    bool WaitForBlock() {
+        while (isInputOpen) {
+            pollfd handles[] = {{handle, POLLIN, 0}, {STDIN_FILENO, 0, 0}};
+            if (poll(handles, 2, -1) < 0 && errno == EINTR) continue;
+            if (handles[0].revents != 0) return true;
+            isInputOpen = handles[1].revents == 0;
+            if (!isInputOpen) return false;
+        }
+        return true;
+    }
 
     bool Receive(void *target, size_t size) {
         char *next = static_cast<char *>(target);
