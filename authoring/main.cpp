@@ -16,7 +16,8 @@ namespace {
 
 constexpr const char *USAGE =
     "usage: fennic-sim [--aircraft DIR] [--fps N] [--screen WxH] [--window] [--quiet] [--keep]\n"
-    "                  [--real-time] [--plugin DIR]... [--alone] [--xplane DIR] FLIGHT.lua [ARG...]\n"
+    "                  [--real-time] [--plugin DIR]... [--record FILE] [--alone] [--xplane DIR]\n"
+    "                  FLIGHT.lua [ARG...]\n"
     "       fennic-sim check [--xplane DIR] FOLDER\n"
     "       fennic-sim graph [--dot] FOLDER [SYSTEM|DEVICE]\n"
     "       fennic-sim phrases FOLDER...\n"
@@ -29,6 +30,7 @@ constexpr const char *USAGE =
     "  --real-time     flight time follows the clock, without a window too\n"
     "  --plugin DIR    a plug-in for all aircraft, copied to the simulator's Resources/plugins; may be given\n"
     "                  several times\n"
+    "  --record FILE   a WAV file of what is said: the pilot on the left, the first officer on the right\n"
     "  --quiet         no transcript\n"
     "  --keep          keep the scratch folder and say where it is\n"
     "  --alone         fly in one process, for debuggers: nothing reports a crash or a hang, and the scratch\n"
@@ -134,8 +136,8 @@ int main(int count, char **words) {
             *isChosen = true;
             continue;
         }
-        if (option != "--aircraft" && option != "--plugin" && option != "--fps" && option != "--screen"
-            && option != "--xplane")
+        if (option != "--aircraft" && option != "--plugin" && option != "--record" && option != "--fps"
+            && option != "--screen" && option != "--xplane")
             return Refuse("there is no option " + option);
         if (!isInOne) {
             if (++place >= count) return Refuse(option + " needs a value");
@@ -147,6 +149,8 @@ int main(int count, char **words) {
             if (simhost::FindPluginLibrary(value).empty())
                 return Refuse("there is no plug-in for this system in " + value);
             options.pluginFolders.push_back(value);
+        } else if (option == "--record") {
+            options.recording = value;
         } else if (option == "--xplane") {
             options.xplaneFolder = value;
         } else if (option == "--fps") {
@@ -158,6 +162,8 @@ int main(int count, char **words) {
         }
     }
     if (place >= count) return Refuse("no flight given");
+    if (!options.recording.empty() && (options.window || options.realTime))
+        return Refuse("--record takes the simulator's own time, without --window and --real-time");
     options.script = words[place++];
     options.arguments.assign(words + place, words + count);
 

@@ -39,7 +39,7 @@ bool BackUp(const std::string &path, const std::string &name) {
     if (backup == Presence::Present) return true;
     if (backup == Presence::Absent && copyFile(path, BackupOf(path))) return true;
     if (backup == Presence::Absent && WhatIsAt(path) == Presence::Absent) return true; // nothing to lose
-    LogFileProblem("No backup, so this file is not replaced: ", path);
+    LogFile("No backup, so this file is not replaced: ", path);
     return Fail(name + " was not replaced: it has no backup", MakeRoom);
 }
 
@@ -58,7 +58,7 @@ void BackUpAndCopyObject(const std::string &shipped, const std::string &target) 
 
 bool KeepFigure() {
     if (KeepOwnFigure()) return true;
-    LogProblem("No copy of the aircraft's own figure, so it is not replaced", "");
+    string2debugString("No copy of the aircraft's own figure, so it is not replaced", "", 1);
     return Fail("objects/kvfennic.obj was not replaced: it could not be kept", StartAgain);
 }
 
@@ -74,7 +74,8 @@ void CopyFigure() {
 
 // Said last, so that whoever looks at the end of the log finds it.
 void LogSteps(const char *what) {
-    if (!failedSteps.empty()) LogProblem(what, " was not complete - the lines above say which files failed");
+    if (!failedSteps.empty())
+        string2debugString(what, " was not complete - the lines above say which files failed", 1);
 }
 
 void RestoreBackup(const std::string &path, const std::string &name) {
@@ -113,13 +114,13 @@ void AttachFigure() {
     // A file that is refused gets no backup, which would come back over a sound one some day.
     if (isSound && !BackUp(acf, AcfName())) return;
     if (!facts.hasLines || properties.empty()) {
-        LogProblem("Setup was not complete - file not found: ", acf + " OR " + propertiesFile);
+        string2debugString("Setup was not complete - file not found: ", acf + " OR " + propertiesFile, 1);
         if (properties.empty()) Fail("data/obj/acf.txt cannot be read", UnzipAgain);
         if (!facts.hasLines) Fail(AcfName() + " cannot be read", RepairAcf);
         return;
     }
     if (!isSound) {
-        LogFileProblem("Setup was not complete - .acf file was not changed: ", acf, reason);
+        string2debugString("Setup was not complete - .acf file was not changed: " + acf + ": ", reason, 1);
         Fail(AcfName() + " was not changed: " + reason, RepairAcf);
         return;
     }

@@ -28,6 +28,7 @@ end
 
 sim.note("A cold and dark Cessna 172. The captain climbs in; the first officer sits on the right already.")
 sim.start()
+skyhawk.is_aloud = sim.exists("fennic_speech/process")
 sim.set("kv/fennic/comments", 1) -- she tells what she does
 fly(1)
 if arg[1] then -- the list moves aside, and she takes her sunglasses off

@@ -62,7 +62,7 @@ void ToggleStepByStep() {
 void ShowChanges() {
     const std::string file = WhatPluginPath() + "CHANGELOG.txt";
     if (!isFileExistString(file)) {
-        LogFileProblem("FileIO:Cant open file ", file);
+        string2debugString("FileIO:Cant open file ", file, 1);
         return;
     }
     string2debugString("The changes are in ", file, 1);

@@ -52,7 +52,7 @@ bool TakeWord(std::string_view &rest, Word &word) {
 
 // Where a word comes from, for the log.
 struct Place {
-    const std::string &file;
+    const std::string &font;
     int line;
 };
 
@@ -62,9 +62,8 @@ double ReadNumber(const Word &word, const Place &place, double least, double mos
     if (!isNumber) number = LeadingNumber(word.value);
     const double fitting = std::clamp(number, least, most);
     if (isNumber && fitting == number) return number;
-    Report({.file = place.file,
-            .line = place.line,
-            .reason = std::string(word.key) + " cannot be \"" + std::string(word.value) + "\""});
+    string2debugString("Font " + place.font + " line " + int2string(place.line) + ": ",
+                       std::string(word.key) + " cannot be \"" + std::string(word.value) + "\"", 1);
     return fitting;
 }
 
@@ -118,14 +117,14 @@ void ReadPage(std::string_view rest, std::string &file) {
 
 } // namespace
 
-void font_class::ParseFont(std::istream &stream, const std::string &file) {
+void font_class::ParseFont(std::istream &stream) {
     int pageLines = 0;
     std::string text;
     for (int line = 1; std::getline(stream, text); line++) {
         std::string_view rest = text;
         SkipBlanks(rest);
         const std::string_view tag = TakeUntil(rest, Blanks);
-        const Place place = {file, line};
+        const Place place = {name, line};
         if (tag == "common") ReadCommon(rest, place, charset);
         if (tag == "char") ReadChar(rest, place, charset);
         if (tag != "page") continue;

@@ -8,13 +8,14 @@
 namespace simhost {
 
 enum class EventKind {
-    LogLine,        // subject: the line
-    SpeechMessage,  // subject: what the plug-in wrote to "kv/to_speech"
-    CommandBegun,   // subject: name; detail: "pilot" or "plug-in"
-    CommandEnded,   // subject: name; detail as above
-    CommandOnce,    // subject: name; detail as above; counts as begun and ended
-    DatarefWritten, // subject: name, with "[n]" for one changed array element; detail: the new value;
-                    // only a plug-in's write to a dataref it does not own that changes the value
+    LogLine,         // subject: the line
+    SpeechMessage,   // subject: what the plug-in wrote to "kv/to_speech"
+    SimulatorSpeech, // subject: what the simulator says with its own voice
+    CommandBegun,    // subject: name; detail: "pilot" or "plug-in"
+    CommandEnded,    // subject: name; detail as above
+    CommandOnce,     // subject: name; detail as above; counts as begun and ended
+    DatarefWritten,  // subject: name, with "[n]" for one changed array element; detail: the new value;
+                     // only a plug-in's write to a dataref it does not own that changes the value
 };
 
 struct Event {

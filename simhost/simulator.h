@@ -86,6 +86,9 @@ struct SentMessage {
 // Every message written to "kv/to_speech" since the last call, in order.
 std::vector<SentMessage> TakeSentMessages();
 
+// What the simulator said for plug-ins, with its own voice, since the last call.
+std::vector<std::string> TakeSimulatorSpeech();
+
 // The lines written to the simulator's log since the last call, without line ends.
 std::vector<std::string> TakeLogLines();
 

@@ -21,12 +21,16 @@ Reading ReadNotingFailure(const std::string &path, uint64_t limit, const TakePie
     return reading;
 }
 
+std::string AndWhy(const Reason &reason) {
+    return reason.empty() ? "" : ": " + reason;
+}
+
 void LogCantOpen(const std::string &path, const Reason &reason) {
-    LogFileProblem("FileIO:Cant open file ", path, reason);
+    LogFile("FileIO:Cant open file ", path + AndWhy(reason));
 }
 
 void LogCantWrite(const std::string &path, const Reason &reason) {
-    LogFileProblem("FileIO:Cant write file ", path, reason);
+    LogFile("FileIO:Cant write file ", path + AndWhy(reason));
 }
 
 // Cuts pieces into lines; what a piece leaves of a line is kept for the next one.
@@ -156,7 +160,7 @@ std::string ReadFileToString(const std::string &path, uint64_t limit) {
         return true;
     };
     if (ReadNotingFailure(path, limit, add, reason) == Reading::Read) return content;
-    LogFileProblem("Nimbrel:FileIO:Cant open file ", path, reason);
+    LogFile("Nimbrel:FileIO:Cant open file ", path + AndWhy(reason));
     return "";
 }
 
@@ -205,7 +209,7 @@ int copyFile(const std::string &from, const std::string &to) {
         return 1;
     }
     if (unread.empty()) LogCantWrite(to, reason);
-    LogFileProblem("copyFile Error:", from, unread);
+    LogFile("copyFile Error:", from + AndWhy(unread));
     return 0;
 }
 

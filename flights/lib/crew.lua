@@ -5,11 +5,15 @@ local check = require "lib.check"
 local crew = {}
 
 crew.step_world = nil -- a function that is called before each frame, with the flight time
+crew.is_aloud = false -- true: the captain speaks into the microphone, and listens to her voice
 
 local ramps = {}  -- dataref -> {from, to, begin, finish}: values on their way
 local said = {}   -- all she has said, in order
 local cursor = 0  -- how far the flight has followed it
-local quietAt = 0 -- when she will have finished speaking
+local quietAt = 0 -- when she will have finished speaking, as far as it is known
+
+local BUTTON = "kv/fennic/rec"
+local PAUSE = 0.4 -- between two sentences, in her voice or his, seconds
 
 -- Takes a dataref to a value, evenly, while time passes.
 function crew.move(dataref, to, seconds)
@@ -30,8 +34,9 @@ function crew.step()
     sim.frames(1)
     for _, text in ipairs(sim.said()) do
         said[#said + 1] = text
-        quietAt = math.max(quietAt, sim.time()) + 1 + #text / 10
+        quietAt = crew.is_aloud and sim.time() + PAUSE or math.max(quietAt, sim.time()) + 1 + #text / 10
     end
+    if crew.is_aloud and sim.loudness() > 0.003 then quietAt = sim.time() + PAUSE end
 end
 
 function crew.fly(seconds)
@@ -54,11 +59,20 @@ function crew.hears(text)
     end
 end
 
+-- Push-to-talk held while he speaks, and until a pause shows that he has finished.
+function crew.speak(text, voice, rate)
+    sim.press(BUTTON)
+    crew.fly(0.2)
+    crew.fly(sim.speak(text, voice, rate) + PAUSE)
+    sim.release(BUTTON)
+    crew.fly(0.1)
+end
+
 -- The captain lets her finish, thinks, and speaks.
 function crew.captain(text)
     while sim.time() < quietAt do crew.step() end
     crew.fly(0.3)
-    sim.hear(text)
+    if crew.is_aloud then crew.speak(text) else sim.hear(text) end
 end
 
 function crew.answers(challenge, answer)

@@ -63,6 +63,15 @@ std::int64_t Call::Integer(int place, const char *argument, std::int64_t least, 
     return value;
 }
 
+void PushTexts(lua_State *lua, const std::vector<std::string> &texts) {
+    lua_createtable(lua, static_cast<int>(texts.size()), 0);
+    lua_Integer place = 0;
+    for (const std::string &text : texts) {
+        lua_pushlstring(lua, text.data(), text.size());
+        lua_rawseti(lua, -2, ++place);
+    }
+}
+
 void SetField(lua_State *lua, const char *name, const std::string &text) {
     lua_pushlstring(lua, text.data(), text.size());
     lua_setfield(lua, -2, name);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include <lua.hpp>
 
@@ -40,6 +41,9 @@ public:
 
 // The innermost line of the flight that is running, kept for the reports of crashes and hangs; null: none.
 void RememberCaller(lua_State *lua);
+
+// Pushes a list of texts.
+void PushTexts(lua_State *lua, const std::vector<std::string> &texts);
 
 // Sets a field of the table on top of the stack.
 void SetField(lua_State *lua, const char *name, const std::string &text);

@@ -132,15 +132,6 @@ void PushText(lua_State *lua, const std::string &text) {
     lua_pushlstring(lua, text.data(), text.size());
 }
 
-void PushTexts(lua_State *lua, const std::vector<std::string> &texts) {
-    lua_createtable(lua, static_cast<int>(texts.size()), 0);
-    lua_Integer place = 0;
-    for (const std::string &text : texts) {
-        PushText(lua, text);
-        lua_rawseti(lua, -2, ++place);
-    }
-}
-
 int Sent(Call &call) {
     TakeMessages();
     lua_createtable(call.lua, static_cast<int>(flight.sent.size()), 0);

@@ -91,6 +91,7 @@ int RefuseToFly(const std::string &why) {
 // Stops what still runs and ends the transcript.
 int FinishFlight(int status) {
     EndPlugins();
+    if (!EndSound()) status = EXIT_FAILED;
     if (flight.options.window) CloseFrontend();
     const std::chrono::duration<double> took = steady_clock::now() - startOfFlight;
     CloseTranscript(static_cast<double>(flight.frames) * flight.frameSeconds, took.count());
@@ -147,6 +148,7 @@ void PrepareLua(lua_State *lua, const FlightOptions &options) {
     AddTimeCalls(lua);
     AddDatarefCalls(lua);
     AddCockpitCalls(lua);
+    AddSoundCalls(lua);
     AddScreenCalls(lua);
     AddMouseCalls(lua);
     AddWindowCalls(lua);
@@ -212,7 +214,7 @@ bool PrepareSimulator(std::string &error) {
     SetFolders(flight.scratch.root, flight.scratch.aircraft, FindAircraftFile(flight.scratch.aircraft).name);
     flight.frameSeconds = 1 / options.framesPerSecond;
     SetEventListener(TranscribeEvent);
-    return true;
+    return StartSound(error);
 }
 
 void WaitForClock() {
@@ -253,6 +255,7 @@ void StepFrames(long long count) {
             SimulatorCall inside;
             StepFrame(flight.frameSeconds, flight.options.window);
         }
+        RunFrameOfSound();
         EndFrameOfSpeech();
         TranscribeFrameEnd();
         ++flight.frames;

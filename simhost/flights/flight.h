@@ -13,6 +13,7 @@ struct FlightOptions {
     std::string aircraftFolder;             // copied, never written to
     std::string xplaneFolder;               // a real simulator's, for its lists of names; empty: none
     std::vector<std::string> pluginFolders; // copied to Resources/plugins/
+    std::string recording;                  // a WAV file of what is said; empty: none
     double framesPerSecond = 60;
     int screenWidth = 1920; // boxels
     int screenHeight = 1080;

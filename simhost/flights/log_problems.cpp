@@ -29,6 +29,10 @@ constexpr std::string_view BEGINNINGS[] = {
     "Font failed to load: ",
     "Texture failed to load: ",
     "PNG texture failed to load",
+    "FENNIC Speech: cannot ",
+    "FENNIC Speech: the voice ended ",
+    "FENNIC Speech: speech 0",
+    "FENNIC Speech: reco 0",
 };
 
 } // namespace

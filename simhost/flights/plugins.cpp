@@ -45,14 +45,6 @@ void Start(const Call &call) {
     if (!StartPlugins(error)) call.Fail(error);
 }
 
-void PushList(lua_State *lua, const std::vector<std::string> &texts) {
-    lua_createtable(lua, static_cast<int>(texts.size()), 0);
-    for (size_t i = 0; i < texts.size(); ++i) {
-        lua_pushlstring(lua, texts[i].data(), texts[i].size());
-        lua_rawseti(lua, -2, static_cast<lua_Integer>(i) + 1);
-    }
-}
-
 std::vector<std::string> Stop(const Call &call) {
     if (!flight.isAircraftLoaded) call.Fail("the plug-in is not started");
     return StopPlugins();
@@ -64,14 +56,14 @@ int StartCall(Call &call) {
 }
 
 int StopCall(Call &call) {
-    PushList(call.lua, Stop(call));
+    PushTexts(call.lua, Stop(call));
     return 1;
 }
 
 int Restart(Call &call) {
     const std::vector<std::string> left = Stop(call);
     Start(call);
-    PushList(call.lua, left);
+    PushTexts(call.lua, left);
     return 1;
 }
 

@@ -71,6 +71,12 @@ void TypeSpeech(const std::string &text);
 void BeginFrameOfSpeech();
 void EndFrameOfSpeech();
 
+// What is heard and said aloud. The voice has the machine's own devices where the clock is the machine's, and
+// else the simulator's: then each frame waits for it. False with the reason in error.
+bool StartSound(std::string &error);
+void RunFrameOfSound();
+bool EndSound(); // false when a recording was not written, which it tells on stderr
+
 // Loads what lies in the aircraft's folder; before it, the first time, what lies in Resources/plugins/: of
 // those, one that cannot be loaded is told on stderr and passed over. False with the reason in error; then
 // nothing of the aircraft stays loaded.
@@ -85,6 +91,7 @@ void AddPluginCalls(lua_State *lua);  // plugins.cpp
 void AddTimeCalls(lua_State *lua);    // time.cpp
 void AddDatarefCalls(lua_State *lua); // datarefs.cpp
 void AddCockpitCalls(lua_State *lua); // cockpit.cpp
+void AddSoundCalls(lua_State *lua);   // sound.cpp
 void AddScreenCalls(lua_State *lua);  // screen.cpp
 void AddMouseCalls(lua_State *lua);   // mouse.cpp
 void AddWindowCalls(lua_State *lua);  // windows.cpp

@@ -17,6 +17,7 @@
 #include "simhost/flights/log_problems.h"
 #include "simhost/number_text.h"
 #include "simhost/simulator.h"
+#include "simhost/sound/microphone.h"
 
 namespace simhost {
 
@@ -29,6 +30,8 @@ constexpr size_t ACTION_COLUMN = 11;
 constexpr size_t OBJECT_COLUMN = 19;
 constexpr size_t NARROWEST_TEXT = 20;
 
+constexpr const char *PUSH_TO_TALK = "kv/fennic/rec", *FROM_SPEECH_SERVER = "kv/fr_speech";
+
 constexpr const char *BOLD = "\033[1m";
 constexpr const char *PILOT_COLOUR = "\033[1;36m";
 constexpr const char *FENNIC_COLOUR = "\033[1;32m";
@@ -38,8 +41,11 @@ constexpr const char *PLAIN = "";
 
 bool isShown = false;
 bool isColoured = false;
-int silent = 0;       // TranscriptPauses alive
-std::string lastTime; // as printed last
+bool isVoiceThere = false;  // it hears the pilot
+bool isButtonTold = true;   // else what he says is told, and not how he holds the button
+bool hasPilotSpoken = true; // since he took the button
+int silent = 0;             // TranscriptPauses alive
+std::string lastTime;       // as printed last
 std::string xplaneFolder;
 
 struct {
@@ -245,13 +251,25 @@ void TellSpeech(std::string_view message) {
         while (!message.empty() && message.back() == ' ') message.remove_suffix(1); // spelled numbers end so
         return Speaker(FENNIC_COLOUR, "FENNIC", Quoted(message));
     }
-    if (silent > 0 && (message == "CmdRecStart" || message == "CmdRecStop")) return;
+    if ((silent > 0 || !isButtonTold) && (message == "CmdRecStart" || message == "CmdRecStop")) return;
     Action("sends", WithoutScratchPath(message), DIM);
+}
+
+// True when it is told by what the pilot says, or that he says nothing.
+bool isTalkTold(bool isHeld) {
+    if (isHeld) {
+        isButtonTold = !isVoiceThere;
+        hasPilotSpoken = IsPilotSpeaking();
+    } else if (!isButtonTold && !hasPilotSpoken) {
+        TranscribeHeard("");
+    }
+    return !isButtonTold;
 }
 
 void TellCommand(const Event &event) {
     if (event.detail == "pilot") {
         if (silent > 0) return;
+        if (event.subject == PUSH_TO_TALK && isTalkTold(event.kind == EventKind::CommandBegun)) return;
         return Speaker(PILOT_COLOUR, "PILOT",
                        (event.kind == EventKind::CommandEnded ? "lets go of " : "holds ") + event.subject);
     }
@@ -263,7 +281,13 @@ void TellCommand(const Event &event) {
     }
 }
 
+// From a speech server in the same simulator.
+void TellUnderstood(const std::string &message) {
+    if (!message.empty() && message != "stop>") Action("hears", Quoted(message));
+}
+
 void TellWritten(const Event &event) {
+    if (event.subject == FROM_SPEECH_SERVER) return TellUnderstood(event.detail);
     const std::string &dataref = announced.dataref;
     if (dataref.empty()) return;
     // One changed element is told as "name[n]".
@@ -301,6 +325,7 @@ void TranscribeEvent(const Event &event) {
     case EventKind::LogLine: return TellLogLine(event.subject);
     case EventKind::SpeechMessage: return TellSpeech(event.subject);
     case EventKind::DatarefWritten: return TellWritten(event);
+    case EventKind::SimulatorSpeech: return Speaker(PLAIN, "X-PLANE", Quoted(event.subject));
     default: return TellCommand(event);
     }
 }
@@ -333,8 +358,13 @@ void TranscribeFrameEnd() {
     }
 }
 
+void TranscribeVoice(bool isThere) {
+    isVoiceThere = isThere;
+}
+
 void TranscribeHeard(const std::string &text) {
     ++counted.heard;
+    hasPilotSpoken = true;
     if (answers.framesToGo > 0) TellAnswers();
     PrintAllSets();
     Speaker(PILOT_COLOUR, "PILOT", text.empty() ? "(says nothing)" : Quoted(text));

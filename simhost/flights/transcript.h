@@ -22,6 +22,7 @@ void TranscribeFrameEnd();
 
 // What the pilot does.
 void TranscribeHeard(const std::string &text);
+void TranscribeVoice(bool isThere);            // from now on her voice hears the pilot, or does not
 void TranscribeReply(const std::string &text); // the speech server's, not spoken into the microphone
 void TranscribeSet(const std::string &dataref, const std::string &value);
 void TranscribeTap(const std::string &command);

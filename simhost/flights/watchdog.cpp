@@ -56,7 +56,7 @@ struct Watch {
     pid_t child = -1;
     std::string scratchRoot;
     bool keepScratch = false;
-    double limitSeconds = 60;
+    double limitSeconds = 0;
     int ticks = 0;        // for which nothing has gone on
     unsigned entered = 0; // as of the last tick
     bool isStopped = false;
@@ -288,14 +288,17 @@ struct Disposition {
 
 FlightRecord *flightRecord = &ownRecord;
 
+double HangSeconds() {
+    const char *limit = std::getenv("FENNIC_SIM_HANG_SECONDS");
+    const double seconds = limit != nullptr ? std::strtod(limit, nullptr) : 0;
+    return seconds >= 0.1 && seconds <= 1e6 ? seconds : 60;
+}
+
 bool FlyUnderWatch(const std::string &scratchRoot, bool keepScratch, std::string &error) {
     Watch watch;
     watch.scratchRoot = scratchRoot;
     watch.keepScratch = keepScratch;
-    if (const char *limit = std::getenv("FENNIC_SIM_HANG_SECONDS")) {
-        const double seconds = std::strtod(limit, nullptr);
-        if (seconds >= 0.1 && seconds <= 1e6) watch.limitSeconds = seconds;
-    }
+    watch.limitSeconds = HangSeconds();
     void *shared =
         mmap(nullptr, sizeof(FlightRecord), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     if (shared == MAP_FAILED || !MakeSignalPipe()) {

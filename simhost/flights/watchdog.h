@@ -18,6 +18,9 @@ inline constexpr int EXIT_CRASHED = 3;
 // FENNIC_SIM_HANG_SECONDS sets another limit. False, with the reason in error, when there can be no child.
 bool FlyUnderWatch(const std::string &scratchRoot, bool keepScratch, std::string &error);
 
+// That limit.
+double HangSeconds();
+
 // Tells the parent that the flight has come to its own end; what follows is leaving the program.
 void EndFlight(int status);
 

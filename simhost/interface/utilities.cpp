@@ -21,11 +21,13 @@ namespace {
 
 constexpr std::size_t keptLogLines = 100000;
 constexpr std::size_t longestLogLine = 1 << 16;
+constexpr std::size_t keptSpeech = 10000; // texts
 
 struct Utilities {
     std::string xplaneFolder, aircraftFolder, aircraftFile;
     std::deque<std::string> logLines;
-    std::string openLine; // what came after the last line end
+    std::deque<std::string> speech; // of the simulator's own voice
+    std::string openLine;           // what came after the last line end
     bool hasDroppedLogLines = false;
     bool usesColons = false; // in paths, for plug-ins that did not ask for native ones
     std::FILE *logFile = nullptr;
@@ -66,6 +68,13 @@ void AppendToLog(const char *text) {
             KeepLogLine(std::move(line));
         }
     }
+}
+
+std::vector<std::string> TakeAll(std::deque<std::string> &texts) {
+    std::vector<std::string> taken(std::make_move_iterator(texts.begin()),
+                                   std::make_move_iterator(texts.end()));
+    texts.clear();
+    return taken;
 }
 
 char GivenSeparator() {
@@ -128,11 +137,11 @@ void FlushLog() {
 }
 
 std::vector<std::string> TakeLogLines() {
-    std::deque<std::string> &lines = State().logLines;
-    std::vector<std::string> taken(std::make_move_iterator(lines.begin()),
-                                   std::make_move_iterator(lines.end()));
-    lines.clear();
-    return taken;
+    return TakeAll(State().logLines);
+}
+
+std::vector<std::string> TakeSimulatorSpeech() {
+    return TakeAll(State().speech);
 }
 
 void ResetUtilities() {
@@ -208,6 +217,10 @@ void XPLMDebugString(const char *inString) {
     if (inString != nullptr) AppendToLog(inString);
 }
 
-void XPLMSpeakString(const char *) {
-    ReportNotOffered(__func__);
+void XPLMSpeakString(const char *inString) {
+    if (inString == nullptr) return;
+    std::deque<std::string> &speech = State().speech;
+    if (speech.size() >= keptSpeech) speech.pop_front();
+    speech.emplace_back(inString);
+    ReportEvent({EventKind::SimulatorSpeech, inString, {}});
 }

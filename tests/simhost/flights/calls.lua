@@ -131,6 +131,26 @@ same(sim.get("t/double"), 0.1, "the flight's own")
 sim.frames(10)
 sim.start()
 
+-- What the microphone hears is recorded in time with the flight; nobody answers.
+local root, spoken = sim.dir("xplane"), ""
+for i = 1, 1600 do spoken = spoken .. string.pack("<i2", i * 7 - 5600) end
+local wav = string.pack("<c4I4c4c4I4I2I2I4I4I2I2c4I4", "RIFF", 36 + #spoken, "WAVE", "fmt ", 16, 1, 1, 16000, 32000, 2,
+                        16, "data", #spoken) .. spoken
+assert(io.open(root .. "spoken.wav", "wb")):write(wav):close()
+sim.noise(100)
+sim.record(root .. "talk.wav")
+sim.run(0.5)
+same(sim.speak(root .. "spoken.wav"), 0.1, "seconds")
+sim.run(0.5)
+sim.record()
+sim.run(1)
+local talk = assert(io.open(root .. "talk.wav", "rb")):read("a")
+local left, right = talk:sub(45):gsub("(..)..", "%1"), talk:sub(45):gsub("..(..)", "%1")
+same(left == ("\0\0"):rep(8000) .. spoken .. ("\0\0"):rep(6400), true, "the pilot's side")
+same(right == ("\0\0"):rep(16000), true, "her side")
+same(string.unpack("<I4", talk, 41), 64000, "length in the header")
+same(sim.loudness(), 0.0, "loudness")
+
 same(arg[0]:match("[^/]*$"), "calls.lua", "arg[0]")
 same(arg[1], "--quiet", "options behind the flight are its own")
 same(select("#", ...), 1, "arguments")

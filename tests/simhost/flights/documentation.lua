@@ -10,6 +10,7 @@
 -- Any other block needs a comment "not run: why" above it.
 local root, program = arg[1], arg[2]
 local scratch = sim.dir("xplane")
+local speech = program:match("^.*/") .. "plugins/fennic_speech"
 local shipped = program:match("^.*/") .. "aircraft/Cessna_172SP"
 
 local function run(command)
@@ -63,11 +64,14 @@ local function run_examples(page, text)
     for before, info, example in ("\n" .. text):gmatch("([^\n]*)\n```([^\n]*)\n(.-)```") do
         local kind, plus, name = info:match("^(%a*) ?(%+?) ?(%S*)$")
         counts[kind] = (counts[kind] or 0) + 1
-        if kind == "lua" then
+        local is_aloud = kind == "lua" and example:find("sim.speak(", 1, true)
+        if is_aloud and not read(speech .. "/settings.txt") then
+            print("without her voice this is not flown:\n" .. example)
+        elseif kind == "lua" then
             write(scratch .. "example.lua", example)
-            local aircraft = plugin and "--aircraft mine" or ""
+            local options = (plugin and "--aircraft mine" or "") .. (is_aloud and (" --plugin '%s'"):format(speech) or "")
             local is_well
-            output, is_well = run(("'%s' %s example.lua"):format(program, aircraft))
+            output, is_well = run(("'%s' %s example.lua"):format(program, options))
             assert(is_well, page .. ": this flight fails:\n" .. example .. output)
         elseif kind == "transcript" then
             if name ~= "" then output = run(("'%s' '%s/%s'"):format(program, root, name)) end

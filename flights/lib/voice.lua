@@ -1,0 +1,56 @@
+-- Flights in which she is heard and hears need the companion plug-in; where it was not built they are skipped.
+-- And what she said aloud, compared with what she was to say.
+local check = require "lib.check"
+
+local voice = {}
+
+local HOME = sim.dir("xplane") .. "Resources/plugins/fennic_speech/"
+local PROCESS = "fennic_speech/process"
+
+if not check.read(HOME .. "settings.txt") then
+    print("SKIPPED: there is no plug-in fennic_speech, since its engines were not built")
+    os.exit(0)
+end
+
+voice.program = HOME .. "64/fennic-voice"
+
+-- The number of the process that speaks and listens, 0 for none.
+function voice.process()
+    return sim.get(PROCESS)
+end
+
+-- It is gone before the next frame.
+function voice.kill()
+    assert(os.execute("kill -9 " .. voice.process()))
+end
+
+-- ---- Sound ----
+
+-- The samples that are not silence, in order: of one channel of a WAV file that has so many.
+local function sounds(path, channels, channel)
+    local data = check.read(path):sub(45)
+    local sample = ("(..)"):rep(channels)
+    return (data:gsub(sample, function(...)
+        local one = select(channel, ...)
+        return one == "\0\0" and "" or one
+    end))
+end
+
+-- Compares the right channel of a recording with what the program says when it is given the texts alone. Gives
+-- the seconds of sound.
+function voice.check_recorded(path, texts)
+    local alone = sim.dir("xplane") .. "alone.wav"
+    check.write(alone .. ".txt", "say>" .. table.concat(texts, "\nsay>") .. "\n")
+    assert(os.execute(("env -u FENNIC_VOICE_HOST '%s' --settings /dev/null --model /nowhere --loudspeaker '%s' <'%s' >/dev/null 2>&1")
+        :format(voice.program, alone, alone .. ".txt")))
+    local wanted, heard = sounds(alone, 1, 1), sounds(path, 2, 2)
+    check.that(#wanted > 2000 * #texts, "the texts alone have no sound")
+    if heard ~= wanted then
+        local same = 1
+        while heard:byte(same) == wanted:byte(same) do same = same + 1 end
+        error(("she said %d samples instead of %d, the same ones up to %d"):format(#heard // 2, #wanted // 2, same // 2), 2)
+    end
+    return #heard / 32000
+end
+
+return voice

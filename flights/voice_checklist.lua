@@ -1,0 +1,67 @@
+-- Talking with her: checklists read by voice alone, the captain's and hers, through all that lies between his
+-- mouth and her ears. What is no answer takes her no further, and none of her sentences is lost.
+local check = require "lib.check"
+local voice = require "lib.voice"
+local is_airliner = not sim.dir("aircraft"):find("Cessna", 1, true)
+local crew = require(is_airliner and "lib.airliner" or "lib.skyhawk")
+local captain, hears, answers, silence = crew.captain, crew.hears, crew.answers, crew.silence
+
+crew.is_aloud = true
+sim.record(sim.dir("xplane") .. "talk.wav")
+crew.park()
+if not is_airliner then sim.start() end
+crew.fly(4)
+check.that(voice.process() > 0, "nobody listens")
+
+-- What she has understood since the last call.
+local function understood()
+    local heard = {}
+    for _, line in ipairs(check.log()) do heard[#heard + 1] = line:match("^Just Get Recognition: (.*)") end
+    return table.concat(heard, ", ")
+end
+
+if is_airliner then
+    crew.converse("cockpit preparation", "Cockpit preparation complete.")
+    sim.noise(15) -- the air conditioning
+    crew.converse("cockpit preparation checklist", "Cockpit preparation checklist complete.")
+    crew.converse("ready for start", "Before start checklist, Sir?")
+    crew.converse("yes", "Before start checklist complete.")
+else
+    captain("preflight checklist")
+    answers("Documents?", "on board")
+    answers("Control lock?", "removed")
+    answers("Fuel and oil?", "quantity checked")
+    answers("And the walk around?", "all in order")
+    hears("Preflight checklist complete.")
+    understood()
+
+    captain("before start checklist")
+    hears("Seats and belts?")
+    captain("checked")
+    check.equal(understood(), "before start checklist, checked", "a word of the list, and not what is waited for")
+    captain("yesterday we had pizza for dinner")
+    crew.fly(0.5)
+    sim.press("kv/fennic/rec")
+    crew.fly(2)
+    sim.release("kv/fennic/rec")
+    silence(3)
+    check.equal(understood(), "", "neither nonsense nor silence")
+    crew.speak("adjusted and locked", "woman", 70)
+    answers("Brakes?", "set")
+    hears("Circuit breakers?")
+end
+silence(1)
+sim.record()
+local texts, seconds = crew.said(), sim.time()
+local spoken = voice.check_recorded(sim.dir("xplane") .. "talk.wav", texts)
+print(("%d sentences, %.0f s of her voice in a flight of %.0f s"):format(#texts, spoken, seconds))
+check.that(is_airliner and seconds > 120 or #texts > 10, "a short talk")
+
+-- A word ends it all, in the middle of her sentence.
+captain("fuel state")
+hears(is_airliner and "tonnes on board." or "gallons left")
+check.wait(1, function() crew.step() return sim.loudness() > 0.01 end, "she speaks")
+crew.speak("abort")
+hears("All Commands and Checklists Aborted!")
+silence(3)
+check.no_problems()
