@@ -52,7 +52,7 @@ AircraftFileFacts ExamineAircraftFile(const std::string &acf) {
         return true;
     };
     facts.reading = ReadEachLine(acf, AircraftFile, examine);
-    if (facts.reading == Reading::Absent) LogFile("FileIO:Cant open file ", acf);
+    if (facts.reading == Reading::Absent) LogFileProblem("FileIO:Cant open file ", acf);
     if (facts.reading != Reading::Read) return {.reading = facts.reading, .reason = "it cannot be read"};
     if (countLines == 0 && facts.reason.empty()) facts.reason = std::string("no line \"") + CountKey + "\"";
     return facts;

@@ -52,7 +52,7 @@ void LoadAnimationFile(const std::string &path) {
     if (isFileExistString(path))
         AddChannels(path);
     else
-        LogFile("!!! Error: Cant read file ", path);
+        LogFileProblem("!!! Error: Cant read file ", path);
 
     DRFf_DeltaHdg2Fo = CreateDrf_Float("kv/fo/delta_hdg2fo", 360.0F);
     DRFf_EyesX = CreateDrf_Float("kv/fo/_eyes_x", 360.0F);
@@ -68,7 +68,7 @@ void LoadAnimationFile(const std::string &path) {
 void ReadObjFileForDatarefs(const std::string &path) {
     anim.clear();
     if (!isFileExistString(path)) {
-        LogFile("!!! Error: Cant read file ", path);
+        LogFileProblem("!!! Error: Cant read file ", path);
         return;
     }
     const std::string prefix = "kv/fo/", axis = "_x";

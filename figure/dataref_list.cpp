@@ -36,7 +36,7 @@ void LogDatarefsOf(const std::string &name, const Keywords &keywords) {
     if (isFileExistString(path))
         ReadDatarefs(path, keywords);
     else
-        LogFile("!!! Error: Cant read file ", name);
+        LogFileProblem("!!! Error: Cant read file ", name);
     LogListed(std::string(59, '-'), "");
     LogListed("DRF List from: ", path);
     for (const std::string &dataref : FileDrfList) LogListed("DRF: ", dataref);

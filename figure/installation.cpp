@@ -39,7 +39,7 @@ bool BackUp(const std::string &path, const std::string &name) {
     if (backup == Presence::Present) return true;
     if (backup == Presence::Absent && copyFile(path, BackupOf(path))) return true;
     if (backup == Presence::Absent && WhatIsAt(path) == Presence::Absent) return true; // nothing to lose
-    LogFile("No backup, so this file is not replaced: ", path);
+    LogFileProblem("No backup, so this file is not replaced: ", path);
     return Fail(name + " was not replaced: it has no backup", MakeRoom);
 }
 
@@ -58,7 +58,7 @@ void BackUpAndCopyObject(const std::string &shipped, const std::string &target) 
 
 bool KeepFigure() {
     if (KeepOwnFigure()) return true;
-    string2debugString("No copy of the aircraft's own figure, so it is not replaced", "", 1);
+    LogProblem("No copy of the aircraft's own figure, so it is not replaced", "");
     return Fail("objects/kvfennic.obj was not replaced: it could not be kept", StartAgain);
 }
 
@@ -74,8 +74,7 @@ void CopyFigure() {
 
 // Said last, so that whoever looks at the end of the log finds it.
 void LogSteps(const char *what) {
-    if (!failedSteps.empty())
-        string2debugString(what, " was not complete - the lines above say which files failed", 1);
+    if (!failedSteps.empty()) LogProblem(what, " was not complete - the lines above say which files failed");
 }
 
 void RestoreBackup(const std::string &path, const std::string &name) {
@@ -114,13 +113,13 @@ void AttachFigure() {
     // A file that is refused gets no backup, which would come back over a sound one some day.
     if (isSound && !BackUp(acf, AcfName())) return;
     if (!facts.hasLines || properties.empty()) {
-        string2debugString("Setup was not complete - file not found: ", acf + " OR " + propertiesFile, 1);
+        LogProblem("Setup was not complete - file not found: ", acf + " OR " + propertiesFile);
         if (properties.empty()) Fail("data/obj/acf.txt cannot be read", UnzipAgain);
         if (!facts.hasLines) Fail(AcfName() + " cannot be read", RepairAcf);
         return;
     }
     if (!isSound) {
-        string2debugString("Setup was not complete - .acf file was not changed: " + acf + ": ", reason, 1);
+        LogFileProblem("Setup was not complete - .acf file was not changed: ", acf, reason);
         Fail(AcfName() + " was not changed: " + reason, RepairAcf);
         return;
     }

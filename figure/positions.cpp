@@ -76,7 +76,7 @@ bool ParsePositionLine(const std::string &path, const FileLine &line, PositionLi
 // The lines of a file that address a channel; false, with one line in the log, when it cannot be read.
 bool ReadPositionFile(const std::string &path, const std::string &name, std::vector<PositionLine> &lines) {
     if (!isFileExistString(path)) {
-        LogFile("!!! Error: Cant read file ", name);
+        LogFileProblem("!!! Error: Cant read file ", name);
         return false;
     }
     for (const FileLine &line : ReadFileLines(path)) {
@@ -103,7 +103,7 @@ enum class Move { Smooth, AtOnce };
 void LoadPosition(const std::string &name, Move move) {
     const auto found = mapPos.find(name);
     if (found == mapPos.end()) {
-        LogFile("!!! Error: Cant read file ", name);
+        LogFileProblem("!!! Error: Cant read file ", name);
         return;
     }
     const std::string relative = RelativePath(found->second, name);
@@ -174,7 +174,7 @@ void ExecutePosFast(const std::string &name) {
 
 void LoadPresetFromFile(const std::string &fileName) {
     if (!isSafeFileName(fileName)) {
-        LogFile("!!! Error: Cant read file ", fileName);
+        LogFileProblem("!!! Error: Cant read file ", fileName);
         return;
     }
     StartMove(AnimTime);
@@ -195,7 +195,7 @@ void LoadPresetFromFile(const std::string &fileName) {
 
 void SavePosition(const std::string &name) {
     if (!isSafeFileName(name)) {
-        string2debugString("Position not saved, this is no file name: ", name, 1);
+        LogProblem("Position not saved, this is no file name: ", name);
         return;
     }
     const auto found = mapPos.find(name);

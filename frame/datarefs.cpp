@@ -67,11 +67,11 @@ void TellDatarefBrowser(const std::string &name) {
 // The next free entry, or null with the reason in the log.
 DRFclass *NextEntry(const std::string &name, const char *type) {
     if (FindDataref(name.c_str())) {
-        string2debugString(std::string("CUSTOM DATAREF (") + type + ") ERROR (already exist): ", name, 1);
+        LogProblem(std::string("CUSTOM DATAREF (") + type + ") ERROR (already exist): ", name);
         return nullptr;
     }
     if (DRFcounter >= DrfCapacity - 1) {
-        string2debugString(std::string("CUSTOM DATAREF (") + type + ") ERROR (table is full): ", name, 1);
+        LogProblem(std::string("CUSTOM DATAREF (") + type + ") ERROR (table is full): ", name);
         return nullptr;
     }
     return &DRFs[++DRFcounter];

@@ -62,7 +62,7 @@ void ToggleStepByStep() {
 void ShowChanges() {
     const std::string file = WhatPluginPath() + "CHANGELOG.txt";
     if (!isFileExistString(file)) {
-        string2debugString("FileIO:Cant open file ", file, 1);
+        LogFileProblem("FileIO:Cant open file ", file);
         return;
     }
     string2debugString("The changes are in ", file, 1);

@@ -136,8 +136,7 @@ bool KeepUnreadSettings(const std::string &pluginFolder) {
     const std::string file = pluginFolder + SettingsFile, kept = pluginFolder + SettingsFileKept;
     if (isFileOurs || WhatIsAt(file) != Presence::Present || WhatIsAt(kept) == Presence::Present) return true;
     if (!copyFile(file, kept)) return false;
-    string2debugString("Settings were not read, since settings_win.txt is not beside them - kept in ", kept,
-                       1);
+    LogFileProblem("Settings were not read, since settings_win.txt is not beside them - kept in ", kept);
     return true;
 }
 

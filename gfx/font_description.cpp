@@ -52,7 +52,7 @@ bool TakeWord(std::string_view &rest, Word &word) {
 
 // Where a word comes from, for the log.
 struct Place {
-    const std::string &font;
+    const std::string &file;
     int line;
 };
 
@@ -62,8 +62,9 @@ double ReadNumber(const Word &word, const Place &place, double least, double mos
     if (!isNumber) number = LeadingNumber(word.value);
     const double fitting = std::clamp(number, least, most);
     if (isNumber && fitting == number) return number;
-    string2debugString("Font " + place.font + " line " + int2string(place.line) + ": ",
-                       std::string(word.key) + " cannot be \"" + std::string(word.value) + "\"", 1);
+    Report({.file = place.file,
+            .line = place.line,
+            .reason = std::string(word.key) + " cannot be \"" + std::string(word.value) + "\""});
     return fitting;
 }
 
@@ -117,14 +118,14 @@ void ReadPage(std::string_view rest, std::string &file) {
 
 } // namespace
 
-void font_class::ParseFont(std::istream &stream) {
+void font_class::ParseFont(std::istream &stream, const std::string &file) {
     int pageLines = 0;
     std::string text;
     for (int line = 1; std::getline(stream, text); line++) {
         std::string_view rest = text;
         SkipBlanks(rest);
         const std::string_view tag = TakeUntil(rest, Blanks);
-        const Place place = {name, line};
+        const Place place = {file, line};
         if (tag == "common") ReadCommon(rest, place, charset);
         if (tag == "char") ReadChar(rest, place, charset);
         if (tag != "page") continue;

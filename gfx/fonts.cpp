@@ -44,20 +44,20 @@ void font_class::Load(const std::string &path) {
         return true;
     };
     if (ReadEachLine(path, SmallFile, add) != Reading::Read) {
-        LogFile("Font failed to load: ", path);
+        LogFileProblem("Font failed to load: ", path);
         return;
     }
     std::istringstream stream(text);
-    ParseFont(stream);
+    ParseFont(stream, "data/fnt/" + name + ".fnt");
     if (!isSafeFileName(atlasFile)) {
-        string2debugString(path, ": no page with a file beside it: " + atlasFile, 1);
+        LogFileProblem("", path, "no page with a file beside it: " + atlasFile);
         return;
     }
     const std::string atlasPath = WhatPluginPath() + "data/fnt/" + atlasFile;
     atlas.name = atlasFile;
     atlas.LoadPNGTexture(atlasPath);
     if (atlas.width == 0.0) {
-        LogFile("Texture failed to load: ", atlasPath);
+        LogFileProblem("Texture failed to load: ", atlasPath);
         return;
     }
     TellOfGlyphsOutsideAtlas();

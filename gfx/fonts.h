@@ -35,7 +35,7 @@ struct font_class {
     // Reads a description and loads its atlas. What is missing or malformed gives a line in the log; texts
     // then draw nothing and measure 0.
     void Load(const std::string &path);
-    void ParseFont(std::istream &stream);
+    void ParseFont(std::istream &stream, const std::string &file = "a font"); // the file's name, for the log
 
     // Draws one line of text, y its lower edge (not the baseline); maxWidth -1: however long it is, else the
     // text ends before the character that would reach that width. Returns where the next text would begin.

@@ -114,7 +114,7 @@ void DrawRotated(int id, double x, double y, double w, double h, double angle, c
 } // namespace
 
 void textures_class::Load(const std::string &path) {
-    if (LoadPNGTexture(path) == 0) LogFile("Texture failed to load: ", path);
+    if (LoadPNGTexture(path) == 0) LogFileProblem("Texture failed to load: ", path);
 }
 
 int textures_class::LoadPNGTexture(const std::string &path) {
@@ -124,7 +124,7 @@ int textures_class::LoadPNGTexture(const std::string &path) {
     const std::string_view failure = DecodePNG(file, picture);
     if (!failure.empty()) {
         XPLMDebugString("PNG texture failed to load\n");
-        string2debugString(path + ": ", std::string(failure), 1);
+        LogFileProblem("", path, std::string(failure));
     }
     XPLMSetGraphicsState(0, 1, 0, 1, 1, 1, 1);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA); // what all drawing of pictures counts on
@@ -145,7 +145,7 @@ void textures_class::Upload() {
     GLint largest = 0;
     if (number != 0) glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
     if (width > largest || height > largest) {
-        if (number != 0) string2debugString(name + ": ", TooLarge, 1);
+        if (number != 0) LogFileProblem("", name, TooLarge);
         width = height = 0.0;
         return;
     }

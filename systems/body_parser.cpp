@@ -88,7 +88,7 @@ void BodyParser::ParseLine() {
     BodyItem item = ReadBodyLine(Line(), isWhole);
     const bool isOutside =
         parameter.logic.empty() && !std::get_if<BlockBegin>(&item) && !std::get_if<JoinLine>(&item);
-    if (isOutside) item = UnreadableLine{"stands before the first \"logic:\""};
+    if (isOutside) item = UnreadableLine{"stands before the first \"logic:\"", true};
     KeepAsWritten(Line(), isWhole, item);
     std::visit([this](auto &read) { Add(std::move(read)); }, item);
 }
@@ -136,7 +136,11 @@ void BodyParser::Add(graf_struct &&point) {
 }
 
 void BodyParser::Add(const UnreadableLine &item) {
-    LogDroppedLine(parameter.fileName, LineNumber(), item.reason, Line());
+    Report({.file = parameter.fileName,
+            .line = LineNumber(),
+            .reason = item.reason,
+            .text = Line(),
+            .isMisplaced = item.isMisplaced});
     KeepUnusedJoin();
     KeptHere().push_back(HereKept(item.reason));
 }

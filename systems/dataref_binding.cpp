@@ -54,7 +54,7 @@ bool dataref_class::isElement() {
 }
 
 void dataref_class::ReportIndex() {
-    string2debugString("Error in systems file - array index outside 0 to 15: ", fullName, 1);
+    LogProblem("Error in systems file - array index outside 0 to 15: ", fullName);
     wasIndexReported = true;
 }
 

@@ -62,7 +62,7 @@ void ResolveAgain(sysLink_struct &link, const std::string &text) {
 sysLink_struct String2sysLinkSDO(int sys, int dev, int out, std::string_view text) {
     sysLink_struct link;
     if (Resolve(text, link) || !isParameter(sys, dev, out)) return link;
-    string2debugString("Error!!! Cant find parameter: ", std::string(text), 1);
+    LogProblem("Error!!! Cant find parameter: ", std::string(text));
     link.kind = LinkUnresolved;
     link.name = text;
     systems_vector[static_cast<size_t>(sys)].hasError = true;

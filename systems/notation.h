@@ -42,6 +42,7 @@ struct CalculationLine {
 };
 struct UnreadableLine {
     std::string reason;
+    bool isMisplaced = false; // the line could be read elsewhere
 };
 using BodyItem = std::variant<BlockBegin, JoinLine, graf_struct, CalculationLine, structExecute,
                               compare_block_class, UnreadableLine>;

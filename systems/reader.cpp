@@ -38,7 +38,7 @@ private:
     void StartSystem(const FileLine &line);
     void StartDevice(const FileLine &line);
     void StartParameter(const FileLine &line);
-    void Drop(const FileLine &line, const std::string &reason);
+    void Drop(const FileLine &line, const std::string &reason, bool isMisplaced = false);
     void Keep(const FileLine &line, const std::string &reason);
     KeptLines &Place();
     device_struct *CurrentDevice();
@@ -97,7 +97,7 @@ void ModelReader::StartSystem(const FileLine &line) {
 void ModelReader::StartDevice(const FileLine &line) {
     out = -1;
     if (sys < 0) {
-        Drop(line, "a device needs a system before it");
+        Drop(line, "a device needs a system before it", true);
         return;
     }
     isAfterDropped = false;
@@ -114,8 +114,12 @@ device_struct *ModelReader::CurrentDevice() {
     return static_cast<size_t>(dev) < devices.size() ? &devices[static_cast<size_t>(dev)] : nullptr;
 }
 
-void ModelReader::Drop(const FileLine &line, const std::string &reason) {
-    LogDroppedLine(fileName, line.number, reason, line.text);
+void ModelReader::Drop(const FileLine &line, const std::string &reason, bool isMisplaced) {
+    Report({.file = fileName,
+            .line = line.number,
+            .reason = reason,
+            .text = line.text,
+            .isMisplaced = isMisplaced});
     Keep(line, reason);
     isAfterDropped = true;
 }
@@ -137,7 +141,7 @@ void ModelReader::StartParameter(const FileLine &line) {
     out = -1;
     device_struct *device = CurrentDevice();
     if (!device) {
-        Drop(line, "a parameter needs a system and a device before it");
+        Drop(line, "a parameter needs a system and a device before it", true);
         return;
     }
     const std::string rest = NameInLine(LineKind::Parameter, line.text);
@@ -213,7 +217,7 @@ bool ReadSystemsFiles(const std::string &folder) {
         bool hasLines = false;
         reader.ReadFile(SingleFile, hasLines);
     }
-    if (isSeparateSysSaving == -1) string2debugString("System files not found at ", folder, 1);
+    if (isSeparateSysSaving == -1) LogFileProblem("System files not found at ", folder);
     return reader.isComplete && listReading != Reading::Failed;
 }
 

@@ -145,7 +145,7 @@ void SaveParametersValue() {
     const std::string path = WhatPluginPath() + SaveFile;
     std::string content;
     if (!ReadLinesToKeep(path, content)) {
-        LogFile("FileIO:Cant write file ", path + ": it could not be read");
+        LogFileProblem("FileIO:Cant write file ", path, "it could not be read");
         return;
     }
     for (const system_class &system : systems_vector) {

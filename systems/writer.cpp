@@ -152,7 +152,7 @@ bool isComplete() {
     const bool isComplete = isModelComplete && areFilesWhole;
     if (!isComplete) {
         saveFailure = "a systems file could not be read at the start";
-        string2debugString("Error - systems not saved: ", saveFailure, 1);
+        LogProblem("Error - systems not saved: ", saveFailure);
     }
     return isComplete;
 }
@@ -260,7 +260,7 @@ bool SaveSysToTxtFile() {
     const std::string folder = WhatPluginPath() + "systems/";
     SystemsFiles systems(folder);
     if (!systems.Collect()) {
-        string2debugString("Error - systems not saved: ", saveFailure, 1);
+        LogProblem("Error - systems not saved: ", saveFailure);
         return false;
     }
     const std::vector<FileOfSet> files = systems.Files();

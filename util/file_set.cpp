@@ -103,7 +103,7 @@ void Undo(const std::string &folder, const std::vector<Member> &members) {
                                   ? MoveOver(OldContentOf(member.target), member.target)
                                   : Reason(RemoveFile(member.target) ? "" : "it cannot be removed");
         if (reason.empty()) continue;
-        LogFile("FileIO:Cant restore file ", member.target + ": " + reason);
+        LogFileProblem("FileIO:Cant restore file ", member.target, reason);
         isUndone = false;
     }
     SyncFolder(folder);
@@ -112,7 +112,7 @@ void Undo(const std::string &folder, const std::vector<Member> &members) {
 }
 
 bool Fail(const std::string &path, const Reason &reason, std::string &failed) {
-    LogFile("FileIO:Cant write file ", path + ": " + reason);
+    LogFileProblem("FileIO:Cant write file ", path, reason);
     failed = path;
     return false;
 }
@@ -216,7 +216,7 @@ bool FinishFileSet(const std::string &folder) {
     if (reason.empty() && !FindLeftovers(folder, leftovers)) reason = "the folder cannot be read";
     if (reason.empty()) reason = UndoSet(folder, leftovers);
     if (!reason.empty()) {
-        string2debugString("FileIO:Cant finish the save that was broken off in " + folder + ": ", reason, 1);
+        LogFileProblem("FileIO:Cant finish the save that was broken off in ", folder, reason);
         return false;
     }
     for (const std::string &target : leftovers.targets) RemoveBeside(target);

@@ -21,16 +21,12 @@ Reading ReadNotingFailure(const std::string &path, uint64_t limit, const TakePie
     return reading;
 }
 
-std::string AndWhy(const Reason &reason) {
-    return reason.empty() ? "" : ": " + reason;
-}
-
 void LogCantOpen(const std::string &path, const Reason &reason) {
-    LogFile("FileIO:Cant open file ", path + AndWhy(reason));
+    LogFileProblem("FileIO:Cant open file ", path, reason);
 }
 
 void LogCantWrite(const std::string &path, const Reason &reason) {
-    LogFile("FileIO:Cant write file ", path + AndWhy(reason));
+    LogFileProblem("FileIO:Cant write file ", path, reason);
 }
 
 // Cuts pieces into lines; what a piece leaves of a line is kept for the next one.
@@ -160,7 +156,7 @@ std::string ReadFileToString(const std::string &path, uint64_t limit) {
         return true;
     };
     if (ReadNotingFailure(path, limit, add, reason) == Reading::Read) return content;
-    LogFile("Nimbrel:FileIO:Cant open file ", path + AndWhy(reason));
+    LogFileProblem("Nimbrel:FileIO:Cant open file ", path, reason);
     return "";
 }
 
@@ -209,7 +205,7 @@ int copyFile(const std::string &from, const std::string &to) {
         return 1;
     }
     if (unread.empty()) LogCantWrite(to, reason);
-    LogFile("copyFile Error:", from + AndWhy(unread));
+    LogFileProblem("copyFile Error:", from, unread);
     return 0;
 }
 

@@ -4,6 +4,8 @@
 
 #include <functional>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "XPLMProcessing.h"
 #include "XPLMUtilities.h"
@@ -25,7 +27,7 @@ struct LogState {
     std::unordered_map<std::string, long, KindHash, std::equal_to<>> kinds; // lines of this second
     float secondEnds = 0.0F;                                                // XPLMGetElapsedTime
     bool isLeftOut = false;                                                 // lines of some kind
-    bool isUnlimited = false;
+    std::vector<LogListener> listeners;
 };
 LogState state;
 
@@ -49,7 +51,6 @@ void EndSecond() {
 
 // Counts a line, and says whether it is to be written.
 bool isWanted(std::string_view kind) {
-    if (state.isUnlimited) return true;
     const float now = XPLMGetElapsedTime();
     if (now >= state.secondEnds || now < state.secondEnds - 1.0F) {
         EndSecond();
@@ -60,6 +61,13 @@ bool isWanted(std::string_view kind) {
     if (++entry->second <= LinesOfAKind) return true;
     state.isLeftOut = true;
     return false;
+}
+
+// A record whose line reads so, of a kind of lines.
+void Report(const LogRecord &record, std::string_view kind, const std::string &text) {
+    const bool isWritten = record.isLogged && isWanted(kind);
+    if (isWritten) Write(TimePrefix() + text);
+    for (const LogListener &listener : state.listeners) listener(record, isWritten ? text : "");
 }
 
 } // namespace
@@ -80,18 +88,34 @@ void Pass(int n) {
     if (isWanted("PASS - ")) Write("PASS - " + int2string(n));
 }
 
-void LogFile(const std::string &what, const std::string &path) {
-    if (isWanted(what + path)) Write(TimePrefix() + what + path);
+void LogProblem(const std::string &a, const std::string &b) {
+    Report({.reason = a + b}, a, a + b);
+}
+
+void LogFileProblem(const std::string &what, const std::string &path, const std::string &reason) {
+    const std::string text = what + path + (reason.empty() ? "" : ": ") + reason;
+    Report({.file = path, .reason = text}, what + path, text);
 }
 
 void LogListed(const std::string &a, const std::string &b) {
     Write(TimePrefix() + a + b);
 }
 
+void Report(const LogRecord &record) {
+    Report(record, record.file, record.file + " line " + int2string(record.line) + ": " + WordsOf(record));
+}
+
+std::string WordsOf(const LogRecord &record) {
+    return record.text.empty() ? record.reason : record.reason + " - line dropped: " + record.text;
+}
+
 void LogDroppedLine(std::string_view file, int line, std::string_view reason, std::string_view text) {
-    if (!isWanted(file)) return;
-    Write(TimePrefix() + std::string(file) + " line " + int2string(line) + ": " + std::string(reason)
-          + " - line dropped: " + std::string(text));
+    Report(
+        {.file = std::string(file), .line = line, .reason = std::string(reason), .text = std::string(text)});
+}
+
+void ListenToLog(LogListener listener) {
+    state.listeners.push_back(std::move(listener));
 }
 
 std::string NoNumber(std::string_view field, std::string_view value) {
@@ -108,8 +132,4 @@ void EndLog() {
 
 void ResetLog() {
     MakeFresh(state);
-}
-
-void LogEverything() {
-    state.isUnlimited = true;
 }

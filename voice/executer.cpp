@@ -146,7 +146,7 @@ void Perform(const doStruct &action) {
 // Says once per text that its index cannot be written.
 void ReportIndexOnce(const std::string &text) {
     if (reportedIndices.insert(text).second)
-        string2debugString("Error in script - array index outside 0 to 15: ", text, 1);
+        LogProblem("Error in script - array index outside 0 to 15: ", text);
 }
 
 // "name" or "name[index]" taken apart; false when the index is no number from 0 to 15.
@@ -181,7 +181,7 @@ void QueueAction(int type, const std::string &text) {
         executeFlow.push_back({type, text});
         return;
     }
-    if (!wasOverflowLogged) string2debugString("Error in script - action queue is full, dropped: ", text, 1);
+    if (!wasOverflowLogged) LogProblem("Error in script - action queue is full, dropped: ", text);
     wasOverflowLogged = true;
 }
 
@@ -254,7 +254,7 @@ void ExecuteWaitSay(const std::string &text) {
 void ExecuteDrf(const std::string &text) {
     std::vector<std::string> pieces = StringToWordsArray(text, '=');
     if (pieces.size() != 2) {
-        string2debugString("Error in script - no operand in this string: ", text, 1);
+        LogProblem("Error in script - no operand in this string: ", text);
         return;
     }
     for (std::string &piece : pieces) std::erase(piece, ' ');
@@ -263,12 +263,12 @@ void ExecuteDrf(const std::string &text) {
     const bool isIndexGood = SplitIndex(pieces[0], name, index);
     double value = 0.0;
     if (!ParseDouble(pieces[1], value)) {
-        string2debugString("Error in script - value is no number: ", text, 1);
+        LogProblem("Error in script - value is no number: ", text);
         return;
     }
     const XPLMDataRef handle = FindDataref(name.c_str());
     if (!handle) {
-        string2debugString("Error in script - cant find dataref: ", name, 1);
+        LogProblem("Error in script - cant find dataref: ", name);
         return;
     }
     if (!isIndexGood) {

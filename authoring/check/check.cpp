@@ -3,75 +3,60 @@
 #include "authoring/check/check.h"
 
 #include <filesystem>
-#include <string_view>
+#include <vector>
 
 #include "authoring/check/checks.h"
 #include "authoring/check/findings.h"
 #include "authoring/check/folder.h"
-#include "simhost/flights/log_problems.h"
-#include "simhost/simulator.h"
 #include "systems/reader.h"
-#include "util/files.h"
-#include "util/paths.h"
-#include "util/text.h"
+#include "util/log.h"
 
 namespace simhost {
 
 namespace {
 
-bool AddLineProblem(std::string_view message, const std::string &nameless) {
-    LineProblem problem;
-    if (!ReadLineProblem(message, problem)) return false;
-    const int line = problem.line;
-    const std::string name = nameless.empty() ? std::string(problem.file) : nameless;
-    const std::string text(problem.reason);
+std::vector<LogRecord> records; // of the plug-in's readers, that are not told yet
 
-    // A missing beginning costs all lines that need it: the first of them is told.
-    static std::string lastFile;
-    static int lastLine = 0;
-    const bool needsBeginning = text.starts_with("stands before") || Contains(text, " needs a ");
-    const bool isTold = needsBeginning && name == lastFile && line == lastLine + 1;
-    lastFile = needsBeginning ? name : "";
-    lastLine = line;
-    if (!isTold && needsBeginning)
-        AddSymptom(Severity::Error, name, line, line, text);
-    else if (!isTold)
-        AddFinding(Severity::Error, name, line, text);
-    return true;
+// What names no file is of the model at work; the checks of the model find it, with its file and line.
+void Collect(const LogRecord &record, const std::string &) {
+    if (!record.file.empty()) records.push_back(record);
 }
 
-// What a check of the model reports better, with file and line.
-bool isReportedElsewhere(std::string_view message) {
-    for (std::string_view text : {"Cant find parameter", "CUSTOM DATAREF", "array index outside"})
-        if (message.find(text) != std::string::npos) return true;
-    return false;
+// A missing beginning costs all lines that need it: the first of them is told.
+bool isToldBefore(const LogRecord &record, const LogRecord &before) {
+    return record.isMisplaced && before.isMisplaced && record.file == before.file
+           && record.line == before.line + 1;
+}
+
+void Tell(const LogRecord &record) {
+    const std::string text = WordsOf(record);
+    if (record.isMisplaced)
+        AddSymptom(record.severity, record.file, record.line, record.line, text);
+    else
+        AddFinding(record.severity, record.file, record.line, text);
 }
 
 void ReadSystems(const std::string &pluginFolder) {
     CreateSystemsFromFile();
-    CollectReaderMessages();
     CheckSystemsFiles(pluginFolder);
+    TellReaderRecords();
 }
 
 } // namespace
 
-bool CollectReaderMessages(const std::string &file) {
-    bool isAny = false;
-    for (const std::string &logLine : TakeLogLines()) {
-        const std::string_view message = WithoutLogPrefix(logLine);
-        if (isReportedElsewhere(message)) continue;
-        if (!AddLineProblem(message, file)) {
-            if (!TellsOfProblem(message)) continue;
-            AddFinding(Severity::Error, file.empty() ? WhatPluginPath() : file, 0, std::string(message));
-        }
-        isAny = true;
-    }
+bool TellReaderRecords() {
+    for (size_t i = 0; i < records.size(); i++)
+        if (i == 0 || !isToldBefore(records[i], records[i - 1])) Tell(records[i]);
+    const bool isAny = !records.empty();
+    records.clear();
     return isAny;
 }
 
 int CheckFolder(const CheckOptions &options) {
     const std::string pluginFolder = EnterFolder(options.folder, options.xplaneFolder);
     if (pluginFolder.empty()) return 2;
+    ResetLog();
+    ListenToLog(Collect);
     CheckAircraft(pluginFolder);
     CheckSettings(pluginFolder);
     CheckFigureFiles(pluginFolder);

@@ -48,9 +48,9 @@ void CheckFonts(const std::string &pluginFolder);
 // cause of whatever is found in it.
 bool isPlainText(const std::string &file);
 
-// Turns what the plug-in's readers have written into the log since the last call into findings, of the
-// given file where the messages name none. True when there was anything.
-bool CollectReaderMessages(const std::string &file = "");
+// Turns what the plug-in's readers have reported of their files since the last call into findings. True when
+// there was anything.
+bool TellReaderRecords();
 
 // ---- Shared by the checks of the model ----
 

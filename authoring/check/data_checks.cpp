@@ -30,7 +30,7 @@ constexpr size_t LINE_FIELDS = 5; // of a position: the channel's number and nam
 bool CheckChannels(const std::string &file) {
     if (!isPlainText(file)) return false;
     LoadAnimationFile(file);
-    CollectReaderMessages();
+    TellReaderRecords();
     int number = 0;
     for (const FileLine &line : ReadFileLines(file)) {
         int index = -1;
@@ -97,7 +97,7 @@ void CheckPositionsOf(const std::string &pluginFolder, const std::string &folder
             continue;
         }
         LoadPositionFastFromFile(name);
-        CollectReaderMessages();
+        TellReaderRecords();
         CheckChannelNames(file);
     }
     if (!positionList.empty() && positionRestList.empty())
@@ -137,7 +137,7 @@ void CheckFigureFiles(const std::string &pluginFolder) {
     for (const std::string &preset : presetList) {
         if (!preset.ends_with(".txt")) continue;
         LoadPresetFromFile(preset);
-        CollectReaderMessages();
+        TellReaderRecords();
         const std::string file = pluginFolder + "custom/presets/" + preset;
         CheckChannelNames(file);
         CheckHand(file, preset);
@@ -187,7 +187,7 @@ void CheckSettings(const std::string &pluginFolder) {
     const bool areVoicesKnown = isFileExistString(voices) && isPlainText(voices);
     ReadSettings();
     ReadVoiceList();
-    CollectReaderMessages();
+    TellReaderRecords();
     bool hasNames = false;
     for (const FileLine &line : ReadFileLines(file)) CheckSetting(file, line, areVoicesKnown, hasNames);
 }
@@ -198,8 +198,8 @@ void CheckFonts(const std::string &pluginFolder) {
         if (!file.ends_with(".fnt")) continue;
         font_class font;
         std::ifstream stream(folder + file);
-        font.ParseFont(stream);
-        if (CollectReaderMessages(folder + file)) continue;
+        font.ParseFont(stream, folder + file);
+        if (TellReaderRecords()) continue;
         if (FileLineSize(folder + file) == 0) {
             AddFinding(Severity::Error, folder + file, 0, "an empty file");
             continue;

@@ -4,9 +4,9 @@
 
 #include <string>
 
-namespace simhost {
+#include "util/log.h"
 
-enum class Severity { Error, Warning, Note };
+namespace simhost {
 
 // file is a path in the plug-in's folder, relative to it or absolute; line counts from 1, 0: the whole file.
 void AddFinding(Severity severity, const std::string &file, int line, const std::string &text);

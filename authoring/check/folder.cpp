@@ -8,7 +8,6 @@
 #include "frame/simulator_datarefs.h"
 #include "simhost/simulator.h"
 #include "simhost/world/simulator_lists.h"
-#include "util/log.h"
 #include "voice/speech_link.h"
 
 namespace simhost {
@@ -41,7 +40,6 @@ std::string EnterFolder(const std::string &folder, const std::string &xplaneFold
         return "";
     }
     ResetSimulator();
-    LogEverything();
     std::string error;
     if (!xplaneFolder.empty() && !ReadSimulatorLists(xplaneFolder, error)) {
         std::fprintf(stderr, "fennic-sim: %s\n", error.c_str());

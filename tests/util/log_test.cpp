@@ -18,7 +18,7 @@ TEST(Log, OfEachKindTwentyLinesASecond) {
     for (int i = 0; i < 1000; i++) {
         string2debugString("Noise: ", std::to_string(i), 1);
         string2debugString("Noise: ", "of another level", 0);
-        LogFile("No file ", "/somewhere/" + std::to_string(i));
+        LogFileProblem("No file ", "/somewhere/" + std::to_string(i));
         LogDroppedLine("file " + std::to_string(i % 10), i, "bad", "line");
         LogListed("Entry: ", std::to_string(i));
     }
