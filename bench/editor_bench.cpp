@@ -44,7 +44,7 @@ void BM_EditorFrame(benchmark::State &state) {
     simhost::SetScreenSize(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
     LoadModel(folder);
     isEditorShown = state.range(2) != 0;
-    SelectPlace(3, 5, 7);
+    SelectPlace({3, 5, 7});
     const auto nextFrame = [] {
         FlightTimeSEC += 0.11;
         CalculateSystemsCycle(0, 0, 0, nullptr);
@@ -82,7 +82,7 @@ void BM_EditorEdit(benchmark::State &state) {
     LoadModel(folder);
     bool isOdd = false;
     for (auto _ : state) {
-        SetField({FieldInit, {3, 5, 7, -1}, -1, -1}, (isOdd = !isOdd) ? "1" : "2");
+        SetField({FieldInit, {{3, 5, 7}, -1}, -1, -1}, (isOdd = !isOdd) ? "1" : "2");
         CalculateSystemsCycle(0, 0, 0, nullptr);
     }
     DeleteSystems();
@@ -95,7 +95,7 @@ void BM_EditorRename(benchmark::State &state) {
     LoadModel(folder);
     int number = 0;
     for (auto _ : state) {
-        RenameSystem(3, "NAME" + std::to_string(number++));
+        RenameSystem({3}, "NAME" + std::to_string(number++));
         CalculateSystemsCycle(0, 0, 0, nullptr);
     }
     state.counters["undo_bytes/step"] =

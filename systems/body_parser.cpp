@@ -26,15 +26,15 @@ std::unordered_set<std::string> offered; // phrases of the last entry of the men
 
 class BodyParser {
 public:
-    BodyParser(int sys, int dev, int out) : sys(sys), dev(dev), out(out) {}
+    explicit BodyParser(const ParameterAddress &place) : place(place) {}
 
     void Parse();
 
 private:
-    const int sys, dev, out;
-    system_class &system = systems_vector[static_cast<size_t>(sys)];
-    device_struct &device = system.devices[static_cast<size_t>(dev)];
-    out_parameter_struct &parameter = device.outs[static_cast<size_t>(out)];
+    const ParameterAddress place;
+    system_class &system = *SystemAt(place);
+    device_struct &device = *DeviceAt(place);
+    out_parameter_struct &parameter = *ParameterAt(place);
     size_t lineIndex = 0;
     int joinOp = 0;
     kept_line_struct join;            // the last join line, until a comparison uses it
@@ -112,7 +112,7 @@ void BodyParser::Add(compare_block_class &&comparison) {
     comparison.joinText = joinOp == 1 ? "||" : "&&";
     if (comparison.a.kind == LinkSpeech) {
         comparison.phraseStroka = MakeStrokaFromText(comparison.phrase, AddToContext);
-        OfferToMenu(system, device, out, comparison.phrase);
+        OfferToMenu(system, device, place.out, comparison.phrase);
     }
     ResolveLink(comparison.a);
     ResolveLink(comparison.b);
@@ -127,7 +127,7 @@ void BodyParser::Add(CalculationLine &&item) {
 
 void BodyParser::Add(structExecute &&action) {
     action.notFound = isMissing(action) ? 1 : 0;
-    ReadSpokenLinks(action, sys, dev, out);
+    ReadSpokenLinks(action, place);
     Append(ListOfActions, Block().executes, std::move(action));
 }
 
@@ -166,7 +166,7 @@ void BodyParser::KeepUnusedJoin() {
 }
 
 void BodyParser::ResolveLink(sysLink_struct &link) const {
-    if (isLink(link)) link = String2sysLinkSDO(sys, dev, out, std::string(link.name));
+    if (isLink(link)) link = String2sysLinkSDO(place, std::string(link.name));
 }
 
 } // namespace
@@ -184,10 +184,7 @@ bool isMissing(const structExecute &action) {
 }
 
 void LogicAndCalcForOutputParce() {
-    for (size_t sys = 0; sys < systems_vector.size(); sys++)
-        for (size_t dev = 0; dev < systems_vector[sys].devices.size(); dev++)
-            for (size_t out = 0; out < systems_vector[sys].devices[dev].outs.size(); out++)
-                BodyParser(static_cast<int>(sys), static_cast<int>(dev), static_cast<int>(out)).Parse();
+    ForEachAddress([](const ParameterAddress &place) { BodyParser(place).Parse(); });
 }
 
 void ResetBodyParser() {

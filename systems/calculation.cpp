@@ -8,12 +8,12 @@
 #include "systems/operators.h"
 #include "util/text.h"
 
-bool calcString2calcStack(int sys, int dev, int out, std::string_view text,
+bool calcString2calcStack(const ParameterAddress &owner, std::string_view text,
                           std::vector<calcStack_class> &stack, std::string &error) {
     bool isWhole = true;
     if (!ReadCalculation(text, stack, error, isWhole)) return false;
     for (calcStack_class &element : stack)
-        if (isLink(element.link)) element.link = String2sysLinkSDO(sys, dev, out, element.link.name);
+        if (isLink(element.link)) element.link = String2sysLinkSDO(owner, element.link.name);
     return true;
 }
 

@@ -15,6 +15,7 @@
 #include "frame/simulator_datarefs.h"
 #include "systems/expectations.h"
 #include "systems/graph.h"
+#include "systems/links.h"
 #include "systems/operators.h"
 #include "systems/program.h"
 #include "util/clock.h"
@@ -95,11 +96,8 @@ void RunActions(const BlockRecord &record, StepContext &step) {
     const std::vector<structExecute> &actions = record.block->executes;
     if (actions.empty()) return;
     if (actions.front().type != ScriptInput) {
-        const system_class &system = systems_vector[static_cast<size_t>(record.sys)];
-        const std::string &parameter = record.device->outs[static_cast<size_t>(record.out)].name;
-        string2debugString(
-            "EXECUTE FROM:",
-            system.name + "." + record.device->name + "." + parameter + " B " + int2string(record.index), 1);
+        string2debugString("EXECUTE FROM:", SysDevOut2name(record.place) + " B " + int2string(record.index),
+                           1);
     }
     for (const structExecute &action : actions) RunAction(action, *record.device, step);
 }

@@ -12,10 +12,6 @@ device_struct DeviceCopy;
 
 namespace {
 
-template <typename Records> bool isIndex(const Records &records, int index) {
-    return index >= 0 && static_cast<size_t>(index) < records.size();
-}
-
 int Find(const NameIndex &index, std::string_view name) {
     const auto entry = index.find(name);
     return entry == index.end() ? -1 : entry->second;
@@ -29,21 +25,18 @@ bool Resolve(std::string_view text, sysLink_struct &link) {
     if (secondDot == std::string_view::npos) return false;
     const size_t thirdDot = text.find('.', secondDot + 1);
 
-    const int sys = Find(mapSystemName, text.substr(0, firstDot));
-    if (!isIndex(systems_vector, sys)) return false;
-    const system_class &system = systems_vector[static_cast<size_t>(sys)];
-    const int dev = Find(system.deviceIndex, text.substr(firstDot + 1, secondDot - firstDot - 1));
-    if (!isIndex(system.devices, dev)) return false;
-    const device_struct &device = system.devices[static_cast<size_t>(dev)];
-    const int out = Find(device.outIndex, text.substr(secondDot + 1, thirdDot - secondDot - 1));
-    if (!isIndex(device.outs, out)) return false;
+    ParameterAddress place{.sys = Find(mapSystemName, text.substr(0, firstDot))};
+    const system_class *system = SystemAt(place);
+    if (!system) return false;
+    place.dev = Find(system->deviceIndex, text.substr(firstDot + 1, secondDot - firstDot - 1));
+    const device_struct *device = DeviceAt(place);
+    if (!device) return false;
+    place.out = Find(device->outIndex, text.substr(secondDot + 1, thirdDot - secondDot - 1));
+    const out_parameter_struct *parameter = ParameterAt(place);
+    if (!parameter) return false;
 
-    link.sys = sys;
-    link.dev = dev;
-    link.out = out;
-    link.name = text;
-    const bool isDeleted = system.deleted || device.deleted || device.outs[static_cast<size_t>(out)].deleted;
-    link.kind = isDeleted ? LinkDeleted : LinkLive;
+    const bool isDeleted = system->deleted || device->deleted || parameter->deleted;
+    link = {place, std::string(text), isDeleted ? LinkDeleted : LinkLive};
     return true;
 }
 
@@ -59,47 +52,34 @@ void ResolveAgain(sysLink_struct &link, const std::string &text) {
 
 } // namespace
 
-sysLink_struct String2sysLinkSDO(int sys, int dev, int out, std::string_view text) {
+sysLink_struct String2sysLinkSDO(const ParameterAddress &owner, std::string_view text) {
     sysLink_struct link;
-    if (Resolve(text, link) || !isParameter(sys, dev, out)) return link;
+    out_parameter_struct *parameter = ParameterAt(owner);
+    if (Resolve(text, link) || !parameter) return link;
     LogProblem("Error!!! Cant find parameter: ", std::string(text));
     link.kind = LinkUnresolved;
     link.name = text;
-    systems_vector[static_cast<size_t>(sys)].hasError = true;
-    DeviceAt(sys, dev).hasError = true;
-    ParameterAt(sys, dev, out).hasError = true;
+    SystemAt(owner)->hasError = DeviceAt(owner)->hasError = parameter->hasError = true;
     return link;
 }
 
 sysLink_struct String2sysLink(std::string_view text) {
-    return String2sysLinkSDO(-1, -1, -1, text);
+    return String2sysLinkSDO({}, text);
 }
 
 double GetLinkValue(const sysLink_struct &link) {
-    return LiveValue(link.sys, link.dev, link.out);
+    return LiveValue(link);
 }
 
 double GetValueFromSysLink(const sysLink_struct &link) {
     const bool isResolved = link.kind == LinkLive || link.kind == LinkDeleted;
-    return isResolved && isParameter(link.sys, link.dev, link.out) ? GetLinkValue(link) : 0.0;
+    return isResolved ? GetLinkValue(link) : 0.0;
 }
 
-std::string SysDevOut2name(int sys, int dev, int out) {
-    if (!isParameter(sys, dev, out)) return "";
-    return systems_vector[static_cast<size_t>(sys)].name + "." + DeviceAt(sys, dev).name + "."
-           + ParameterAt(sys, dev, out).name;
-}
-
-bool isSystem(int sys) {
-    return isIndex(systems_vector, sys);
-}
-
-bool isDevice(int sys, int dev) {
-    return isSystem(sys) && isIndex(systems_vector[static_cast<size_t>(sys)].devices, dev);
-}
-
-bool isParameter(int sys, int dev, int out) {
-    return isDevice(sys, dev) && isIndex(DeviceAt(sys, dev).outs, out);
+std::string SysDevOut2name(const ParameterAddress &place) {
+    const out_parameter_struct *parameter = ParameterAt(place);
+    if (!parameter) return "";
+    return SystemAt(place)->name + "." + DeviceAt(place)->name + "." + parameter->name;
 }
 
 void RemapAll() {
@@ -118,7 +98,7 @@ void RemapAll() {
 
 sysLink_struct RefreshSysLinkName(const sysLink_struct &link) {
     sysLink_struct refreshed = link;
-    const std::string text = SysDevOut2name(link.sys, link.dev, link.out);
+    const std::string text = SysDevOut2name(link);
     ResolveAgain(refreshed, text.empty() ? link.name : text);
     return refreshed;
 }
@@ -158,10 +138,10 @@ void ResolveLinksOf(out_parameter_struct &parameter) {
     });
 }
 
-void SysLinkExchange(const std::string &oldName, int sys, int dev, int out) {
+void SysLinkExchange(const std::string &oldName, const ParameterAddress &place) {
     ModelChanges();
     RemapAll();
-    const std::string newName = SysDevOut2name(sys, dev, out);
+    const std::string newName = SysDevOut2name(place);
     if (newName.empty()) return;
     ForEachLink([&](sysLink_struct &link) {
         if (isLink(link) && link.name == oldName) ResolveAgain(link, newName);
@@ -170,8 +150,7 @@ void SysLinkExchange(const std::string &oldName, int sys, int dev, int out) {
 }
 
 void SysLinkPlace() {
-    SysLinkExchange(OutParameterSysLinkCopy.name, OutParameterSysLinkPlace.sys, OutParameterSysLinkPlace.dev,
-                    OutParameterSysLinkPlace.out);
+    SysLinkExchange(OutParameterSysLinkCopy.name, OutParameterSysLinkPlace);
 }
 
 void DeviceTemplatePreparation(const std::string &newDeviceName) {

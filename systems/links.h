@@ -4,36 +4,50 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "systems/model.h"
 #include "systems/spoken_links.h"
 
-// Resolves "SYSTEM.DEVICE.PARAMETER". When a name is missing: with an owner (three valid indices) the link
-// is LinkUnresolved and keeps its text, one line goes to the log, and the owner's records get hasError;
-// without an owner the result is no link.
-sysLink_struct String2sysLinkSDO(int sys, int dev, int out, std::string_view text);
+// The record at an index; null when there is none.
+template <typename Records> auto *RecordAt(Records &records, int index) {
+    const bool isThere = index >= 0 && static_cast<size_t>(index) < records.size();
+    return isThere ? &records[static_cast<size_t>(index)] : nullptr;
+}
+
+// What stands at an address, as deep as the function goes; null when the address names none.
+inline system_class *SystemAt(const ParameterAddress &place) {
+    return RecordAt(systems_vector, place.sys);
+}
+inline device_struct *DeviceAt(const ParameterAddress &place) {
+    system_class *system = SystemAt(place);
+    return system ? RecordAt(system->devices, place.dev) : nullptr;
+}
+inline out_parameter_struct *ParameterAt(const ParameterAddress &place) {
+    device_struct *device = DeviceAt(place);
+    return device ? RecordAt(device->outs, place.out) : nullptr;
+}
+
+// Calls visit with the address of every parameter of the model, in its order.
+template <typename Visit> void ForEachAddress(Visit visit) {
+    for (ParameterAddress place{0, 0, 0}; SystemAt(place); place = {place.sys + 1, 0, 0})
+        for (; DeviceAt(place); place = {place.sys, place.dev + 1, 0})
+            for (; ParameterAt(place); place.out++) visit(std::as_const(place));
+}
+
+// The name of a parameter as links write it, "SYSTEM.DEVICE.PARAMETER"; empty when there is none there.
+std::string SysDevOut2name(const ParameterAddress &place);
+
+// Resolves "SYSTEM.DEVICE.PARAMETER". When a name is missing: with an owner, the parameter that holds the
+// link, the link is LinkUnresolved and keeps its text, one line goes to the log, and the owner's records get
+// hasError; without an owner the result is no link.
+sysLink_struct String2sysLinkSDO(const ParameterAddress &owner, std::string_view text);
 sysLink_struct String2sysLink(std::string_view text);
 
-// The live value of the parameter that a link names. GetLinkValue does not check the link;
+// The live value of the parameter that a link names. GetLinkValue does not look at the link's kind;
 // GetValueFromSysLink gives 0 for a link that does not resolve.
 double GetLinkValue(const sysLink_struct &link);
 double GetValueFromSysLink(const sysLink_struct &link);
-
-// The link text of an index triple; empty when there is no such parameter.
-std::string SysDevOut2name(int sys, int dev, int out);
-
-// True when the indices name a system, device or parameter of the model.
-bool isSystem(int sys);
-bool isDevice(int sys, int dev);
-bool isParameter(int sys, int dev, int out);
-
-// The records at valid indices.
-inline device_struct &DeviceAt(int sys, int dev) {
-    return systems_vector[static_cast<size_t>(sys)].devices[static_cast<size_t>(dev)];
-}
-inline out_parameter_struct &ParameterAt(int sys, int dev, int out) {
-    return DeviceAt(sys, dev).outs[static_cast<size_t>(out)];
-}
 
 // Calls visit for every link that a parameter's value may depend on: operands of comparisons and
 // calculations.
@@ -71,7 +85,7 @@ inline bool isLink(const sysLink_struct &link) {
 // name to a live one of the same name, which is the one that the files will know.
 void RemapAll();
 
-// The link resolved again under the present names of what its indices point at.
+// The link resolved again under the present names of what it points at.
 sysLink_struct RefreshSysLinkName(const sysLink_struct &link);
 
 // Resolves every link of the model again and marks what holds an unresolved one. Mode 1: the link follows the
@@ -83,7 +97,7 @@ void ResolveLinksOf(out_parameter_struct &parameter);
 void MarkLinkErrors();
 
 // The parameter that links know as oldName stands at another place now: these links follow it there.
-void SysLinkExchange(const std::string &oldName, int sys, int dev, int out);
+void SysLinkExchange(const std::string &oldName, const ParameterAddress &place);
 
 // The addresses of a copied parameter and of the place it was moved to, and SysLinkExchange from the one
 // to the other.

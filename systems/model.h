@@ -1,16 +1,17 @@
 // The systems model: a tree of systems, devices and output parameters that an aircraft author writes as
 // text files and that runs once per frame.
 //
-// All records are values in vectors owned by systems_vector. Cross references are index triples, so the
-// vectors are only appended to, or all links are resolved again. Deleting sets a flag; a deleted item stays,
-// and is evaluated, until the next load. The records are what files and editor see; while the model runs its
-// live values are in the systems program (systems/program.h), and RefreshRecords brings them back here.
+// All records are values in vectors owned by systems_vector. Cross references are addresses, so the vectors
+// are only appended to, or all links are resolved again. Deleting sets a flag; a deleted item stays, and is
+// evaluated, until the next load. The records are what files and editor see; while the model runs its live
+// values are in the systems program (systems/program.h), and RefreshRecords brings them back here.
 //
 // A record's line is the number, from 1, of the line of its system's file that it was read from; 0 for what
 // the editor made. Its asWritten is that line as the author wrote it, where the record does not tell all that
 // it says; else empty.
 #pragma once
 
+#include <compare>
 #include <functional>
 #include <map>
 #include <string>
@@ -42,9 +43,15 @@ enum LinkKind {
     LinkSpeech = 5,     // in a comparison's left operand only: it compares recognised speech
 };
 
-// A reference to a parameter.
-struct sysLink_struct {
+// Where a record stands: its indices in systems_vector, devices and outs. With out -1 it is a device's, with
+// dev -1, too, a system's. SystemAt, DeviceAt and ParameterAt (systems/links.h) give the record.
+struct ParameterAddress {
     int sys = -1, dev = -1, out = -1;
+    auto operator<=>(const ParameterAddress &) const = default; // the order of the model
+};
+
+// A reference to a parameter.
+struct sysLink_struct : ParameterAddress {
     std::string name; // "SYSTEM.DEVICE.PARAMETER" as written
     int kind = LinkNone;
 };

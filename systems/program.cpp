@@ -28,10 +28,11 @@ void ForEachParameter(auto visit) {
             for (out_parameter_struct &parameter : device.outs) visit(parameter);
 }
 
-uint32_t ValueIndex(int sys, int dev, int out) {
-    const uint32_t device =
-        systemsProgram.firstDeviceOfSystem[static_cast<size_t>(sys)] + static_cast<uint32_t>(dev);
-    return systemsProgram.firstParameterOfDevice[device] + static_cast<uint32_t>(out);
+// Of a parameter that is there.
+uint32_t ValueIndex(const ParameterAddress &place) {
+    const uint32_t device = systemsProgram.firstDeviceOfSystem[static_cast<uint32_t>(place.sys)]
+                            + static_cast<uint32_t>(place.dev);
+    return systemsProgram.firstParameterOfDevice[device] + static_cast<uint32_t>(place.out);
 }
 
 class Compiler {
@@ -39,9 +40,8 @@ public:
     void Compile() {
         program = {};
         LayOutValues();
-        for (size_t sys = 0; sys < systems_vector.size(); sys++)
-            for (size_t dev = 0; dev < systems_vector[sys].devices.size(); dev++)
-                CompileDevice(static_cast<int>(sys), static_cast<int>(dev));
+        for (ParameterAddress place{0, 0, 0}; SystemAt(place); place = {place.sys + 1, 0, 0})
+            for (; DeviceAt(place); place = {place.sys, place.dev + 1, 0}) CompileDevice(place);
         program.parameters.push_back({Count(program.blocks), 0, 0});
         program.blocks.push_back({Count(program.comparisons), Count(program.elements), NoRecord});
     }
@@ -81,15 +81,13 @@ private:
     uint32_t Operand(const sysLink_struct &link, double constant) {
         if (link.kind == LinkNone) return Constant(constant);
         const bool isResolved = link.kind == LinkLive || link.kind == LinkDeleted;
-        if (!isResolved || !isParameter(link.sys, link.dev, link.out)) return Constant(0.0);
-        return ValueIndex(link.sys, link.dev, link.out);
+        return isResolved && ParameterAt(link) ? ValueIndex(link) : Constant(0.0);
     }
 
-    void CompileDevice(int sys, int dev) {
-        device_struct &device = systems_vector[static_cast<size_t>(sys)].devices[static_cast<size_t>(dev)];
+    void CompileDevice(ParameterAddress place) {
+        const device_struct &device = *DeviceAt(place);
         const uint32_t first = Count(program.parameters);
-        for (size_t out = 0; out < device.outs.size(); out++)
-            CompileParameter(device, sys, dev, static_cast<int>(out));
+        for (; ParameterAt(place); place.out++) CompileParameter(device, place);
         const uint32_t end = Count(program.parameters);
         if (first == end) return;
         std::fill(program.evaluated.begin() + first, program.evaluated.begin() + end, !device.serialStack);
@@ -100,18 +98,15 @@ private:
             program.runs.push_back({first, end, device.serialStack ? &device : nullptr});
     }
 
-    void CompileParameter(const device_struct &device, int sys, int dev, int out) {
-        out_parameter_struct &parameter = systems_vector[static_cast<size_t>(sys)]
-                                              .devices[static_cast<size_t>(dev)]
-                                              .outs[static_cast<size_t>(out)];
+    void CompileParameter(const device_struct &device, const ParameterAddress &place) {
+        out_parameter_struct &parameter = *ParameterAt(place);
         uint32_t traits = 0;
         if (parameter.inDataref.mode != BindingNone) traits |= HasInput;
         if (parameter.outDataref.mode != BindingNone) traits |= HasOutput;
         if (parameter.hasMin || parameter.hasMax) traits |= HasLimits;
         const uint32_t firstBlock = Count(program.blocks);
         for (size_t index = 0; index < parameter.logic.size(); index++)
-            if (CompileBlock(
-                    {&parameter.logic[index], &device, sys, dev, out, static_cast<int>(index), false}))
+            if (CompileBlock({&parameter.logic[index], &device, place, static_cast<int>(index), false}))
                 traits |= HasSpeech;
         program.parameters.push_back({firstBlock, traits, 0});
         if (traits == 0) return;
@@ -211,27 +206,25 @@ void RefreshRecords() {
     });
 }
 
-double LiveValue(int sys, int dev, int out) {
-    if (isProgramCurrent) return systemsProgram.values[ValueIndex(sys, dev, out)];
-    return systems_vector[static_cast<size_t>(sys)]
-        .devices[static_cast<size_t>(dev)]
-        .outs[static_cast<size_t>(out)]
-        .value;
+double LiveValue(const ParameterAddress &place) {
+    const out_parameter_struct *parameter = ParameterAt(place);
+    if (!parameter) return 0.0;
+    return isProgramCurrent ? systemsProgram.values[ValueIndex(place)] : parameter->value;
 }
 
-bool isEvaluated(int sys, int dev, int out) {
-    return isProgramCurrent ? systemsProgram.evaluated[ValueIndex(sys, dev, out)] != 0
-                            : !DeviceAt(sys, dev).serialStack;
+bool isEvaluated(const ParameterAddress &place) {
+    if (!ParameterAt(place)) return false;
+    return isProgramCurrent ? systemsProgram.evaluated[ValueIndex(place)] != 0
+                            : !DeviceAt(place)->serialStack;
 }
 
-int FiredBlock(int sys, int dev, int out) {
+int FiredBlock(const ParameterAddress &place) {
+    const out_parameter_struct *parameter = ParameterAt(place);
+    if (!parameter) return -1;
     if (isProgramCurrent) {
-        const uint16_t fired = systemsProgram.firedBlocks[ValueIndex(sys, dev, out)];
+        const uint16_t fired = systemsProgram.firedBlocks[ValueIndex(place)];
         return fired & InactiveBlock ? -1 : fired;
     }
-    const out_parameter_struct &parameter = systems_vector[static_cast<size_t>(sys)]
-                                                .devices[static_cast<size_t>(dev)]
-                                                .outs[static_cast<size_t>(out)];
-    const auto block = static_cast<size_t>(parameter.activeBlock);
-    return block < parameter.logic.size() && parameter.logic[block].active ? parameter.activeBlock : -1;
+    const logicblock_struct *block = RecordAt(parameter->logic, parameter->activeBlock);
+    return block && block->active ? parameter->activeBlock : -1;
 }

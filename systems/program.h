@@ -40,7 +40,8 @@ struct ProgramBlock {
 struct BlockRecord {
     logicblock_struct *block;
     const device_struct *device;
-    int sys, dev, out, index; // where it stands, for the log
+    ParameterAddress place; // for the log, with the block's index
+    int index;
     bool hasSpeech;
 };
 
@@ -96,12 +97,13 @@ void ModelChanges();
 // Brings the live values and the states of the blocks into the records.
 void RefreshRecords();
 
-// The live value of the parameter at valid indices.
-double LiveValue(int sys, int dev, int out);
+// The live value of the parameter; 0 when there is none there.
+double LiveValue(const ParameterAddress &place);
 
-// False for a step of a sequence that the last frame did not evaluate, since it is not reached, done or waits
+// False when there is no such parameter, and for a step of a sequence that the last frame did not evaluate,
+// since it is not reached, done or waits
 // for the actions of the one before. Its blocks are as they were when it was evaluated last.
-bool isEvaluated(int sys, int dev, int out);
+bool isEvaluated(const ParameterAddress &place);
 
-// The logic block of the parameter at valid indices that fired in the last frame; -1: none.
-int FiredBlock(int sys, int dev, int out);
+// The logic block of the parameter that fired in the last frame; -1: none.
+int FiredBlock(const ParameterAddress &place);

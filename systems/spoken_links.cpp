@@ -34,12 +34,12 @@ bool FindSpokenLink(std::string_view text, size_t from, SpokenLink &found) {
     return true;
 }
 
-void ReadSpokenLinks(structExecute &action, int sys, int dev, int out) {
+void ReadSpokenLinks(structExecute &action, const ParameterAddress &owner) {
     action.spokenLinks.clear();
     if (action.type != ScriptSay && action.type != ScriptSayWait) return;
     SpokenLink found;
     for (size_t from = 0; FindLinkOfAction(action, from, found); from = found.end) {
-        sysLink_struct link = String2sysLinkSDO(sys, dev, out, found.name);
+        sysLink_struct link = String2sysLinkSDO(owner, found.name);
         link.name = found.name;
         if (link.kind == LinkNone) link.kind = LinkUnresolved;
         action.spokenLinks.push_back(std::move(link));

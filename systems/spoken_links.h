@@ -1,6 +1,5 @@
 // Links inside spoken texts: "<SYSTEM.DEVICE.PARAMETER>" is said as the parameter's value, with "&" behind
-// the
-// "<" digit by digit.
+// the "<" digit by digit.
 #pragma once
 
 #include <string>
@@ -19,9 +18,9 @@ struct SpokenLink {
 // The next link that begins at a place or behind it. False when there is none.
 bool FindSpokenLink(std::string_view text, size_t from, SpokenLink &found);
 
-// Reads an action's spokenLinks from its text anew; none when the text is not spoken. sys, dev and out as for
-// String2sysLinkSDO: with an owner, what does not resolve is logged and marked there.
-void ReadSpokenLinks(structExecute &action, int sys = -1, int dev = -1, int out = -1);
+// Reads an action's spokenLinks from its text anew; none when the text is not spoken. The owner as for
+// String2sysLinkSDO: with one, what does not resolve is logged and marked there.
+void ReadSpokenLinks(structExecute &action, const ParameterAddress &owner = {});
 
 // Writes the names of an action's spokenLinks into its text, where they differ.
 void WriteSpokenLinks(structExecute &action);

@@ -166,7 +166,7 @@ std::string ReplaceRunway(const std::string &text, const char *placeholder, cons
 
 std::string SpokenLinkValue(const SpokenLink &spoken) {
     const sysLink_struct link = String2sysLink(spoken.name);
-    if (link.sys == -1 || link.dev == -1 || link.out == -1) return "UNKNOWN";
+    if (!ParameterAt(link)) return "UNKNOWN";
     std::string number = int2string(TruncateToInt(GetValueFromSysLink(link)));
     if (!spoken.isSpelled) return number;
     std::string spelled;

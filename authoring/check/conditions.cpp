@@ -57,12 +57,10 @@ bool isOfConstants(const compare_block_class &comparison) {
 // What the parameter can be at all. A value is kept within its limits from its first computation on.
 ValueRange LimitsOf(const sysLink_struct &link) {
     ValueRange range;
-    if (!isParameter(link.sys, link.dev, link.out)) return range;
-    const out_parameter_struct &parameter = systems_vector[static_cast<size_t>(link.sys)]
-                                                .devices[static_cast<size_t>(link.dev)]
-                                                .outs[static_cast<size_t>(link.out)];
-    if (parameter.hasMin) range.lowest = std::min(parameter.minLimit, parameter.initValue);
-    if (parameter.hasMax) range.highest = std::max(parameter.maxLimit, parameter.initValue);
+    const out_parameter_struct *parameter = ParameterAt(link);
+    if (!parameter) return range;
+    if (parameter->hasMin) range.lowest = std::min(parameter->minLimit, parameter->initValue);
+    if (parameter->hasMax) range.highest = std::max(parameter->maxLimit, parameter->initValue);
     return range;
 }
 

@@ -3,7 +3,6 @@
 #include <cmath>
 #include <map>
 #include <string>
-#include <tuple>
 
 #include "authoring/check/checks.h"
 #include "authoring/check/findings.h"
@@ -19,8 +18,7 @@ namespace {
 constexpr int DEEPEST_LINK = 200; // of a chain that is followed
 constexpr int EQUAL = 0, NOT_EQUAL = 1;
 
-using Index = std::tuple<int, int, int>;  // of a parameter: its system, device and place in it
-std::map<Index, std::string> sourceNames; // where a parameter has its fractions from; "": it has none
+std::map<ParameterAddress, std::string> sourceNames; // where one has its fractions from; "": it has none
 
 const std::string &SourceOf(const sysLink_struct &link, int depth);
 
@@ -60,21 +58,16 @@ std::string FindSource(const out_parameter_struct &parameter, int depth) {
 }
 
 const std::string &SourceOf(const sysLink_struct &link, int depth) {
-    const auto [entry, isNew] = sourceNames.emplace(Index{link.sys, link.dev, link.out}, "");
-    if (isNew && depth < DEEPEST_LINK && isParameter(link.sys, link.dev, link.out)) {
-        const device_struct &device =
-            systems_vector[static_cast<size_t>(link.sys)].devices[static_cast<size_t>(link.dev)];
-        if (!device.serialStack)
-            entry->second = FindSource(device.outs[static_cast<size_t>(link.out)], depth);
-    }
+    const auto [entry, isNew] = sourceNames.emplace(link, "");
+    const out_parameter_struct *parameter = ParameterAt(link);
+    if (isNew && depth < DEEPEST_LINK && parameter && !DeviceAt(link)->serialStack)
+        entry->second = FindSource(*parameter, depth);
     return entry->second;
 }
 
 // At its limits a value is exact.
 bool isLimit(const sysLink_struct &link, double number) {
-    const out_parameter_struct &parameter = systems_vector[static_cast<size_t>(link.sys)]
-                                                .devices[static_cast<size_t>(link.dev)]
-                                                .outs[static_cast<size_t>(link.out)];
+    const out_parameter_struct &parameter = *ParameterAt(link);
     return (parameter.hasMin && parameter.minLimit == number)
            || (parameter.hasMax && parameter.maxLimit == number);
 }

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <map>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "authoring/check/checks.h"
@@ -30,15 +29,13 @@ struct Node {
 std::vector<Node> nodes;
 
 void CollectNodes() {
-    std::map<std::tuple<int, int, int>, int> numbers;
-    for (size_t sys = 0; sys < systems_vector.size(); sys++)
-        for (size_t dev = 0; dev < systems_vector[sys].devices.size(); dev++)
-            for (size_t out = 0; out < systems_vector[sys].devices[dev].outs.size(); out++)
-                numbers.emplace(std::tuple(sys, dev, out), static_cast<int>(numbers.size()));
+    std::map<ParameterAddress, int> numbers;
+    ForEachAddress(
+        [&](const ParameterAddress &address) { numbers.emplace(address, static_cast<int>(numbers.size())); });
     ForEachParameter([](const ParameterPlace &place) { nodes.push_back({.place = place, .reads = {}}); });
     for (size_t i = 0; i < nodes.size(); i++) {
         ForEachOperandOf(nodes[i].place.parameter, [&](const sysLink_struct &link) {
-            const auto found = numbers.find({link.sys, link.dev, link.out});
+            const auto found = numbers.find(link);
             if (found != numbers.end() && found->second != static_cast<int>(i))
                 nodes[i].reads.push_back(found->second);
         });

@@ -5,7 +5,6 @@
 #include <map>
 #include <set>
 #include <string>
-#include <tuple>
 
 #include "authoring/check/checks.h"
 #include "authoring/check/conditions.h"
@@ -18,30 +17,25 @@ namespace {
 
 constexpr int DEEPEST_LINK = 200; // of a chain that is followed; a longer one counts as a memory
 
-using Index = std::tuple<int, int, int>; // of a parameter: its system, device and place in it
+std::set<std::string> writtenDatarefs;      // by actions and parameters of these files
+std::map<ParameterAddress, bool> followers; // what is known; false also while it is looked at
 
-std::set<std::string> writtenDatarefs; // by actions and parameters of these files
-std::map<Index, bool> followers;       // what is known of a parameter; false also while it is looked at
-
-Index IndexOf(const sysLink_struct &link) {
-    return {link.sys, link.dev, link.out};
-}
-
-bool isFollower(const Index &index, int depth);
+bool isFollower(const ParameterAddress &place, int depth);
 
 // A link to a later parameter reads the frame before, which tells a beginning from what lasts.
-bool FollowsLink(const sysLink_struct &link, const Index &owner, int depth) {
+bool FollowsLink(const sysLink_struct &link, const ParameterAddress &owner, int depth) {
     if (link.kind == LinkSpeech) return false;
-    return link.kind != LinkLive || (IndexOf(link) < owner && isFollower(IndexOf(link), depth + 1));
+    return link.kind != LinkLive || (link < owner && isFollower(link, depth + 1));
 }
 
-bool FollowsConditions(const logicblock_struct &block, const Index &owner, int depth) {
+bool FollowsConditions(const logicblock_struct &block, const ParameterAddress &owner, int depth) {
     return std::all_of(block.compares.begin(), block.compares.end(), [&](const auto &comparison) {
         return FollowsLink(comparison.a, owner, depth) && FollowsLink(comparison.b, owner, depth);
     });
 }
 
-bool FollowsCalculations(const logicblock_struct &block, bool hasInput, const Index &owner, int depth) {
+bool FollowsCalculations(const logicblock_struct &block, bool hasInput, const ParameterAddress &owner,
+                         int depth) {
     for (const calcBlock_struct &calculation : block.calcs) {
         const std::vector<calcStack_class> &stack = calculation.stack;
         if (!hasInput && !stack.empty() && !stack.front().oper.empty()) return false; // its own value goes on
@@ -52,26 +46,25 @@ bool FollowsCalculations(const logicblock_struct &block, bool hasInput, const In
 }
 
 // Whether the value is computed anew in each frame from datarefs that these files do not write.
-bool Follows(const Index &index, int depth) {
-    const auto [sys, dev, out] = index;
-    if (!isParameter(sys, dev, out) || depth > DEEPEST_LINK) return false;
-    const device_struct &device = systems_vector[static_cast<size_t>(sys)].devices[static_cast<size_t>(dev)];
-    const out_parameter_struct &parameter = device.outs[static_cast<size_t>(out)];
+bool Follows(const ParameterAddress &place, int depth) {
+    if (!ParameterAt(place) || depth > DEEPEST_LINK) return false;
+    const device_struct &device = *DeviceAt(place);
+    const out_parameter_struct &parameter = *ParameterAt(place);
     const bool hasInput = !parameter.inDataref.fullName.empty();
     if (device.serialStack || writtenDatarefs.contains(parameter.inDataref.name)) return false;
     if (parameter.logic.empty()) return true;
     bool isAlways = hasInput;
     for (const logicblock_struct &block : parameter.logic) {
-        if (!FollowsConditions(block, index, depth) || !FollowsCalculations(block, hasInput, index, depth))
+        if (!FollowsConditions(block, place, depth) || !FollowsCalculations(block, hasInput, place, depth))
             return false;
         isAlways = isAlways || block.compares.empty();
     }
     return isAlways;
 }
 
-bool isFollower(const Index &index, int depth) {
-    const auto [entry, isNew] = followers.emplace(index, false);
-    if (isNew) entry->second = Follows(index, depth);
+bool isFollower(const ParameterAddress &place, int depth) {
+    const auto [entry, isNew] = followers.emplace(place, false);
+    if (isNew) entry->second = Follows(place, depth);
     return entry->second;
 }
 
@@ -91,7 +84,7 @@ void CheckCallOuts(const ParameterPlace &place) {
     if (place.device.serialStack) return;
     const auto sys = static_cast<int>(&place.system - systems_vector.data());
     const auto dev = static_cast<int>(&place.device - place.system.devices.data());
-    const Index own{sys, dev, place.out};
+    const ParameterAddress own{sys, dev, place.out};
     for (const logicblock_struct &block : place.parameter.logic) {
         // A block above that holds keeps this one from firing: its conditions count, too.
         if (!FollowsConditions(block, own, 0)) return;

@@ -20,24 +20,14 @@ const char *const NotDefined = "not_define";
 
 bool wasActionCopied = false;
 
-template <typename Record> bool isIndex(const std::vector<Record> &records, int index) {
-    return index >= 0 && static_cast<size_t>(index) < records.size();
-}
-
-template <typename Record> Record &At(std::vector<Record> &records, int index) {
-    return records[static_cast<size_t>(index)];
-}
-
 // A step that changes one parameter, which comes back as it is now.
 class ParameterStep : EditStep {
 public:
-    ParameterStep(const char *name, const BlockPlace &place) : EditStep(name) {
-        KeepParameter(place.sys, place.dev, place.out);
-    }
+    ParameterStep(const char *name, const ParameterAddress &place) : EditStep(name) { KeepParameter(place); }
 };
 
 template <typename Record> int InsertBehind(std::vector<Record> &records, int after, Record record) {
-    const int index = isIndex(records, after) ? after + 1 : static_cast<int>(records.size());
+    const int index = RecordAt(records, after) ? after + 1 : static_cast<int>(records.size());
     records.insert(records.begin() + index, std::move(record));
     return index;
 }
@@ -63,7 +53,7 @@ template <typename Record>
 void DeleteRecord(const char *name, const BlockPlace &place, std::vector<Record> logicblock_struct::*list,
                   int index) {
     logicblock_struct *block = BlockAt(place);
-    if (!block || !isIndex(block->*list, index)) return;
+    if (!block || !RecordAt(block->*list, index)) return;
     const ParameterStep step(name, place);
     (block->*list).erase((block->*list).begin() + index);
     ShiftKept(*block, ListOf<Record>, index, -1);
@@ -73,9 +63,10 @@ template <typename Record>
 void ChangeRecord(const char *name, const BlockPlace &place, std::vector<Record> logicblock_struct::*list,
                   int index, auto change) {
     logicblock_struct *block = BlockAt(place);
-    if (!block || !isIndex(block->*list, index)) return;
+    Record *record = block ? RecordAt(block->*list, index) : nullptr;
+    if (!record) return;
     const ParameterStep step(name, place);
-    change(At(block->*list, index));
+    change(*record);
 }
 
 // Operands that name calculations from first on name those that come after it; one that names a calculation
@@ -104,7 +95,7 @@ calcStack_class NewElement(int oper) {
 
 calcBlock_struct *CalculationAt(const BlockPlace &place, int calculation) {
     logicblock_struct *block = BlockAt(place);
-    return block && isIndex(block->calcs, calculation) ? &At(block->calcs, calculation) : nullptr;
+    return block ? RecordAt(block->calcs, calculation) : nullptr;
 }
 
 // The text that a new action begins with.
@@ -124,14 +115,6 @@ const char *DefaultText(int type) {
     }
 }
 
-bool isThere(const BlockPlace &place) {
-    return isParameter(place.sys, place.dev, place.out);
-}
-
-out_parameter_struct &ParameterOf(const BlockPlace &place) {
-    return ParameterAt(place.sys, place.dev, place.out);
-}
-
 void Rebind(dataref_class &dataref, int mode, const out_parameter_struct &parameter) {
     const std::string name = dataref.fullName;
     BindDataref(dataref, name, mode, BindingType(parameter), parameter.initValue);
@@ -140,21 +123,21 @@ void Rebind(dataref_class &dataref, int mode, const out_parameter_struct &parame
 } // namespace
 
 logicblock_struct *BlockAt(const BlockPlace &place) {
-    if (!isThere(place)) return nullptr;
-    std::vector<logicblock_struct> &logic = ParameterOf(place).logic;
-    return isIndex(logic, place.block) ? &At(logic, place.block) : nullptr;
+    out_parameter_struct *parameter = ParameterAt(place);
+    return parameter ? RecordAt(parameter->logic, place.block) : nullptr;
 }
 
 int AddBlock(const BlockPlace &place) {
-    if (!isThere(place)) return -1;
+    out_parameter_struct *parameter = ParameterAt(place);
+    if (!parameter) return -1;
     const ParameterStep step("ADD BLOCK", place);
-    return InsertBehind(ParameterOf(place).logic, place.block, {});
+    return InsertBehind(parameter->logic, place.block, {});
 }
 
 void DeleteBlock(const BlockPlace &place) {
     if (!BlockAt(place)) return;
     const ParameterStep step("DELETE BLOCK", place);
-    std::vector<logicblock_struct> &logic = ParameterOf(place).logic;
+    std::vector<logicblock_struct> &logic = ParameterAt(place)->logic;
     logic.erase(logic.begin() + place.block);
 }
 
@@ -217,7 +200,7 @@ int AddElement(const BlockPlace &place, int calculation, int after) {
 
 void DeleteElement(const BlockPlace &place, int calculation, int index) {
     calcBlock_struct *record = CalculationAt(place, calculation);
-    if (!record || (!record->stack.empty() && !isIndex(record->stack, index))) return;
+    if (!record || (!record->stack.empty() && !RecordAt(record->stack, index))) return;
     const ParameterStep step("DELETE ELEMENT", place);
     if (record->stack.size() > 1) {
         record->stack.erase(record->stack.begin() + index);
@@ -230,22 +213,21 @@ void DeleteElement(const BlockPlace &place, int calculation, int index) {
 }
 
 bool isResultUsed(const BlockPlace &place, int calculation) {
-    const logicblock_struct *block = BlockAt(place);
-    if (!block || !isIndex(block->calcs, calculation)) return false;
-    for (const calcBlock_struct &other : block->calcs)
+    const calcBlock_struct *used = CalculationAt(place, calculation);
+    if (!used) return false;
+    for (const calcBlock_struct &other : BlockAt(place)->calcs)
         for (const calcStack_class &element : other.stack)
-            if (&other != &block->calcs[static_cast<size_t>(calculation)]
-                && element.blockIndex == calculation)
-                return true;
+            if (&other != used && element.blockIndex == calculation) return true;
     return false;
 }
 
 void SetOperator(const BlockPlace &place, int calculation, int index, int oper) {
     calcBlock_struct *record = CalculationAt(place, calculation);
-    if (!record || !isIndex(record->stack, index) || oper < 0 || oper >= CalculationOperators) return;
+    calcStack_class *element = record ? RecordAt(record->stack, index) : nullptr;
+    if (!element || oper < 0 || oper >= CalculationOperators) return;
     const ParameterStep step("OPERATOR", place);
-    At(record->stack, index).oper = OperatorTexts[oper];
-    At(record->stack, index).operTypeDetect();
+    element->oper = OperatorTexts[oper];
+    element->operTypeDetect();
 }
 
 int AddAction(const BlockPlace &place, int after) {
@@ -271,8 +253,9 @@ void SetActionType(const BlockPlace &place, int index, int type) {
 
 void CopyAction(const BlockPlace &place, int index) {
     logicblock_struct *block = BlockAt(place);
-    if (!block || !isIndex(block->executes, index)) return;
-    ExecCopy = At(block->executes, index);
+    const structExecute *action = block ? RecordAt(block->executes, index) : nullptr;
+    if (!action) return;
+    ExecCopy = *action;
     wasActionCopied = true;
 }
 
@@ -296,34 +279,36 @@ void DeletePoint(const BlockPlace &place, int index) {
 }
 
 // A published dataref is of the parameter's type.
-void SwitchType(const BlockPlace &place) {
-    if (!isThere(place)) return;
+void SwitchType(const ParameterAddress &place) {
+    out_parameter_struct *parameter = ParameterAt(place);
+    if (!parameter) return;
     const ParameterStep step("TYPE", place);
-    out_parameter_struct &parameter = ParameterOf(place);
-    parameter.type = parameter.type == TypeDouble ? TypeInteger : TypeDouble;
-    parameter.intValue = parameter.type == TypeInteger ? TruncateToInt(parameter.value) : 0;
-    for (dataref_class *dataref : {&parameter.inDataref, &parameter.outDataref})
-        if (dataref->mode == BindingNew) Rebind(*dataref, BindingNew, parameter);
+    parameter->type = parameter->type == TypeDouble ? TypeInteger : TypeDouble;
+    parameter->intValue = parameter->type == TypeInteger ? TruncateToInt(parameter->value) : 0;
+    for (dataref_class *dataref : {&parameter->inDataref, &parameter->outDataref})
+        if (dataref->mode == BindingNew) Rebind(*dataref, BindingNew, *parameter);
 }
 
-void SwitchSaveOnExit(const BlockPlace &place) {
-    if (!isThere(place)) return;
+void SwitchSaveOnExit(const ParameterAddress &place) {
+    out_parameter_struct *parameter = ParameterAt(place);
+    if (!parameter) return;
     const ParameterStep step("SAVE ON EXIT", place);
-    ParameterOf(place).saveOnExit = !ParameterOf(place).saveOnExit;
+    parameter->saveOnExit = !parameter->saveOnExit;
 }
 
-void SwitchDatarefMode(const BlockPlace &place, bool isOutput) {
-    if (!isThere(place)) return;
-    out_parameter_struct &parameter = ParameterOf(place);
-    dataref_class &dataref = isOutput ? parameter.outDataref : parameter.inDataref;
+void SwitchDatarefMode(const ParameterAddress &place, bool isOutput) {
+    out_parameter_struct *parameter = ParameterAt(place);
+    if (!parameter) return;
+    dataref_class &dataref = isOutput ? parameter->outDataref : parameter->inDataref;
     if (dataref.fullName.empty()) return;
     const ParameterStep step("DATAREF", place);
-    Rebind(dataref, dataref.mode == BindingNew ? BindingExist : BindingNew, parameter);
+    Rebind(dataref, dataref.mode == BindingNew ? BindingExist : BindingNew, *parameter);
 }
 
-void SwitchSerial(int sys, int dev) {
-    if (!isDevice(sys, dev)) return;
+void SwitchSerial(const ParameterAddress &place) {
+    device_struct *device = DeviceAt(place);
+    if (!device) return;
     EditStep step("SERIAL STACK");
-    KeepDeviceHead(sys, dev);
-    DeviceAt(sys, dev).serialStack = !DeviceAt(sys, dev).serialStack;
+    KeepDeviceHead(place);
+    device->serialStack = !device->serialStack;
 }

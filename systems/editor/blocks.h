@@ -6,8 +6,8 @@
 #include "systems/model.h"
 
 // A logic block of a parameter, or with block -1 the parameter.
-struct BlockPlace {
-    int sys = -1, dev = -1, out = -1, block = -1;
+struct BlockPlace : ParameterAddress {
+    int block = -1;
     bool operator==(const BlockPlace &) const = default;
 };
 
@@ -44,7 +44,7 @@ int AddPoint(const BlockPlace &place, int after);
 void DeletePoint(const BlockPlace &place, int index);
 
 // Switches of a parameter and its device.
-void SwitchType(const BlockPlace &place); // integer or double
-void SwitchSaveOnExit(const BlockPlace &place);
-void SwitchDatarefMode(const BlockPlace &place, bool isOutput); // "CREATE" or "EXIST"
-void SwitchSerial(int sys, int dev);
+void SwitchType(const ParameterAddress &place); // integer or double
+void SwitchSaveOnExit(const ParameterAddress &place);
+void SwitchDatarefMode(const ParameterAddress &place, bool isOutput); // "CREATE" or "EXIST"
+void SwitchSerial(const ParameterAddress &place);

@@ -15,65 +15,58 @@
 
 namespace {
 
-BlockPlace PlaceOf(const click_zone_class &zone) {
-    return {zone.context[ZoneSys], zone.context[ZoneDev], zone.context[ZoneOut], zone.context[ZoneBlock]};
+// The selection down to a column.
+ParameterAddress SelectionOf(int list) {
+    return {selSys, list == ListSys ? -1 : selDev, list == ListOut ? selOut : -1};
 }
 
-FieldPlace FieldOf(const click_zone_class &zone) {
-    return {zone.context[ZoneField], PlaceOf(zone), zone.context[ZoneItem], zone.context[ZoneElement]};
-}
-
-// Whether what is selected in a column was deleted, or what it stands in.
-bool isDeletedPlace(int list = ListOut) {
-    if (!isSystem(selSys)) return false;
-    if (systems_vector[static_cast<size_t>(selSys)].deleted) return true;
-    if (list == ListSys) return false;
-    if (isDevice(selSys, selDev) && DeviceAt(selSys, selDev).deleted) return true;
-    return list == ListOut && isParameter(selSys, selDev, selOut)
-           && ParameterAt(selSys, selDev, selOut).deleted;
+// Whether what stands at a place was deleted, or what it stands in.
+bool isDeleted(const ParameterAddress &place) {
+    const system_class *system = SystemAt(place);
+    const device_struct *device = DeviceAt(place);
+    const out_parameter_struct *parameter = ParameterAt(place);
+    return (system && system->deleted) || (device && device->deleted) || (parameter && parameter->deleted);
 }
 
 // ---- The table ----
 
 void New(int list) {
     if (list == ListSys) {
-        SelectPlace(NewSystem(selSys), -1, -1);
+        SelectPlace({NewSystem(selection)});
     } else if (list == ListDev) {
-        const int dev = NewDevice(selSys, selDev);
-        dev < 0 ? Say("a device needs a system", true) : SelectPlace(selSys, dev, -1);
+        const int dev = NewDevice(selection);
+        dev < 0 ? Say("a device needs a system", true) : SelectPlace({selSys, dev});
     } else {
-        const int out = NewOut(selSys, selDev, selOut);
-        out < 0 ? Say("a parameter needs a device", true) : SelectPlace(selSys, selDev, out);
+        const int out = NewOut(selection);
+        out < 0 ? Say("a parameter needs a device", true) : SelectPlace({selSys, selDev, out});
     }
 }
 
 void Delete(int list) {
-    const bool isThere = list == ListSys   ? isSystem(selSys)
-                         : list == ListDev ? isDevice(selSys, selDev)
-                                           : isParameter(selSys, selDev, selOut);
-    if (!isThere || isDeletedPlace(list)) {
-        Say(isThere ? "this was deleted before" : "there is nothing to delete", true);
+    const ParameterAddress place = SelectionOf(list);
+    const bool hasSelection = (list == ListSys && SystemAt(place)) || (list == ListDev && DeviceAt(place))
+                              || (list == ListOut && ParameterAt(place));
+    if (!hasSelection || isDeleted(place)) {
+        Say(hasSelection ? "this was deleted before" : "there is nothing to delete", true);
         return;
     }
-    const int dev = list == ListSys ? -1 : selDev, out = list == ListOut ? selOut : -1;
-    const std::string users = UsersOutside(selSys, dev, out);
-    if (list == ListSys) DeleteSystem(selSys);
-    if (list == ListDev) DeleteDevice(selSys, selDev);
-    if (list == ListOut) DeleteOut(selSys, selDev, selOut);
+    const std::string users = UsersOutside(place);
+    if (list == ListSys) DeleteSystem(place);
+    if (list == ListDev) DeleteDevice(place);
+    if (list == ListOut) DeleteOut(place);
     if (!users.empty() && !isEditorMessageBad) // which would be that it could not be saved
         Say("DELETED, though it is used by " + users + "; UNDO takes it back", true);
 }
 
 void Copy(int list) {
-    if (list == ListDev ? !isDevice(selSys, selDev) : !isParameter(selSys, selDev, selOut))
-        Say("there is nothing to copy", true);
-    if (list == ListDev && isDevice(selSys, selDev)) {
-        CopyDevice(selSys, selDev);
+    if (list == ListDev && DeviceAt(selection)) {
+        CopyDevice(selection);
         Say("COPIED " + CopiedDeviceName());
-    }
-    if (list == ListOut && isParameter(selSys, selDev, selOut)) {
-        CopyOut(selSys, selDev, selOut);
+    } else if (list == ListOut && ParameterAt(selection)) {
+        CopyOut(selection);
         Say("COPIED " + OutParameterSysLinkCopy.name);
+    } else {
+        Say("there is nothing to copy", true);
     }
 }
 
@@ -82,7 +75,7 @@ void GoToNew(int list, int index, const char *refusal) {
     if (index < 0)
         Say(refusal, true);
     else
-        list == ListDev ? SelectPlace(selSys, index, -1) : SelectPlace(selSys, selDev, index);
+        list == ListDev ? SelectPlace({selSys, index}) : SelectPlace({selSys, selDev, index});
 }
 
 void Paste(int list) {
@@ -90,12 +83,12 @@ void Paste(int list) {
         Say("nothing was copied: select it, and COPY", true);
         return;
     }
-    const int index = list == ListDev ? PasteDevice(selSys, selDev) : PasteOut(selSys, selDev, selOut);
+    const int index = list == ListDev ? PasteDevice(selection) : PasteOut(selection);
     GoToNew(list, index, list == ListDev ? "a device needs a system" : "a parameter needs a device");
 }
 
 void Move(int list) {
-    const int index = list == ListDev ? MoveDevice(selSys, selDev) : MoveOut(selSys, selDev, selOut);
+    const int index = list == ListDev ? MoveDevice(selection) : MoveOut(selection);
     GoToNew(list, index, "first COPY what is to be moved; then select what it is to stand behind");
 }
 
@@ -111,9 +104,10 @@ void Undo() {
 // ---- Panels ----
 
 void GoToUsage(int index) {
-    if (index < 0 || static_cast<size_t>(index) >= usageVector.size()) return;
-    const out_usage_struct usage = usageVector[static_cast<size_t>(index)];
-    SelectPlace(usage.place.sys, usage.place.dev, usage.place.out);
+    const out_usage_struct *found = RecordAt(usageVector, index);
+    if (!found) return;
+    const out_usage_struct usage = *found;
+    SelectPlace(usage.place);
     selDrawStack = usage.place.block;
     if (usage.kind != UsedInComparison) showCalc = usage.kind == UsedInCalculation;
     if (usage.kind == UsedInCalculation) selCalc = usage.item;
@@ -124,9 +118,10 @@ void GoToUsage(int index) {
 
 // Goes to what the line stands in, and tells all of it.
 void GoToKept(int index) {
-    if (index < 0 || static_cast<size_t>(index) >= KeptPlaces().size()) return;
-    const KeptPlace kept = KeptPlaces()[static_cast<size_t>(index)];
-    if (isSystem(kept.place.sys)) SelectPlace(kept.place.sys, kept.place.dev, kept.place.out);
+    const KeptPlace *found = RecordAt(KeptPlaces(), index);
+    if (!found) return;
+    const KeptPlace kept = *found;
+    if (SystemAt(kept.place)) SelectPlace(kept.place);
     if (kept.place.block >= 0) selDrawStack = kept.place.block;
     ScrollToSelection();
     Say("line " + int2string(kept.line) + ", " + kept.reason + ": " + kept.text, true);
@@ -139,20 +134,18 @@ void ShowPanel(int isCalc, int block) {
 }
 
 void SelectItem(const click_zone_class &zone) {
-    if (zone.context[ZoneItem] < 0) {
-        selPoint = zone.context[ZoneValue];
-    } else if (showCalc) {
-        selCalc = zone.context[ZoneItem];
-        selDraw = zone.context[ZoneElement];
+    if (showCalc) {
+        selCalc = zone.item;
+        selDraw = zone.element;
     } else {
-        selDraw = zone.context[ZoneItem];
+        selDraw = zone.item;
     }
 }
 
 // One click selects what the field belongs to, two open it.
 void Edit(const click_zone_class &zone, bool isDouble) {
-    const FieldPlace field = FieldOf(zone);
-    if (field.field <= FieldName) SelectPlace(field.place.sys, field.place.dev, field.place.out);
+    const FieldPlace field = {zone.field, zone.place, zone.item, zone.element};
+    if (field.field <= FieldName) SelectPlace(field.place);
     if (field.place.block >= 0) selDrawStack = field.place.block;
     if (field.field == FieldOperand || field.field == FieldCalculation || field.field == FieldActionText
         || field.field == FieldActionValue)
@@ -162,24 +155,24 @@ void Edit(const click_zone_class &zone, bool isDouble) {
         if (field.field >= FieldUnit) Say("a double click edits it");
         return;
     }
-    if (isDeletedPlace())
+    if (isDeleted(selection))
         Say("this was deleted", true);
     else
         EditWidgetCreate(field, zone.area);
 }
 
 void ChangePage(const click_zone_class &zone) {
-    int &first = scroll[zone.context[ZoneList]];
-    first = std::max(0, first + zone.context[ZoneValue] * zone.context[ZoneItem]);
+    scroll[zone.list] = std::max(0, scroll[zone.list] + zone.rows);
 }
 
 // Clicks that show something; false when the action is none of them.
 bool Show(const click_zone_class &zone, bool isDouble) {
-    const int block = zone.context[ZoneBlock];
-    switch (zone.context[ZoneAction]) {
+    const int block = zone.place.block;
+    switch (zone.action) {
     case ActionEdit: Edit(zone, isDouble); return true;
     case ActionSelectBlock: selDrawStack = block; return true;
     case ActionSelectItem: SelectItem(zone); return true;
+    case ActionSelectPoint: selPoint = zone.item; return true;
     case ActionPage: ChangePage(zone); return true;
     case ActionShow: isEditorShown = true; return true;
     case ActionHide: isEditorShown = false; return true;
@@ -200,12 +193,12 @@ bool Show(const click_zone_class &zone, bool isDouble) {
         showKept = 0;
         return true;
     case ActionShowKept: showKept = !showKept; return true;
-    case ActionGoToKept: GoToKept(zone.context[ZoneItem]); return true;
+    case ActionGoToKept: GoToKept(zone.item); return true;
     case ActionShowGraph: showGraph = !showGraph; return true;
     case ActionShowCalc: ShowPanel(1, block); return true;
     case ActionShowExecute: ShowPanel(0, block); return true;
-    case ActionGoToUsage: GoToUsage(zone.context[ZoneItem]); return true;
-    case ActionCopy: Copy(zone.context[ZoneList]); return true;
+    case ActionGoToUsage: GoToUsage(zone.item); return true;
+    case ActionCopy: Copy(zone.list); return true;
     case ActionSave: SaveModel(); return true;
     case ActionUndo: Undo(); return true;
     case ActionAuto:
@@ -218,15 +211,12 @@ bool Show(const click_zone_class &zone, bool isDouble) {
 
 // Whether what a new record of the list would stand in was deleted.
 bool isDeletedAbove(int list) {
-    if (list == ListSys || !isSystem(selSys)) return false;
-    if (systems_vector[static_cast<size_t>(selSys)].deleted) return true;
-    return list == ListOut && isDevice(selSys, selDev) && DeviceAt(selSys, selDev).deleted;
+    return list != ListSys && isDeleted(SelectionOf(list == ListOut ? ListDev : ListSys));
 }
 
 // Clicks that change the tree.
 bool ChangeTree(const click_zone_class &zone) {
-    const int list = zone.context[ZoneList];
-    const int action = zone.context[ZoneAction];
+    const int list = zone.list, action = zone.action;
     const bool adds =
         action == ActionNew || action == ActionPaste || action == ActionMove || action == ActionClone;
     if (adds && isDeletedAbove(list)) {
@@ -238,7 +228,7 @@ bool ChangeTree(const click_zone_class &zone) {
     case ActionDelete: Delete(list); return true;
     case ActionPaste: Paste(list); break;
     case ActionMove: Move(list); break;
-    case ActionClone: GoToNew(ListDev, CloneDevice(selSys, selDev), "there is no device to clone"); break;
+    case ActionClone: GoToNew(ListDev, CloneDevice(selection), "there is no device to clone"); break;
     default: return false;
     }
     ScrollToSelection();
@@ -258,14 +248,13 @@ void DeleteElementOf(const BlockPlace &place, int calculation, int element) {
 
 // Clicks that change the selected parameter.
 void ChangeParameter(const click_zone_class &zone) {
-    const BlockPlace place = PlaceOf(zone);
-    const int item = zone.context[ZoneItem], element = zone.context[ZoneElement];
-    const int value = zone.context[ZoneValue];
+    const BlockPlace &place = zone.place;
+    const int item = zone.item, element = zone.element;
     if (place.block >= 0) selDrawStack = place.block;
-    switch (zone.context[ZoneAction]) {
+    switch (zone.action) {
     case ActionSwitchType: SwitchType(place); break;
     case ActionSwitchSaveOnExit: SwitchSaveOnExit(place); break;
-    case ActionSwitchSerial: SwitchSerial(place.sys, place.dev); break;
+    case ActionSwitchSerial: SwitchSerial(place); break;
     case ActionSwitchInMode: SwitchDatarefMode(place, false); break;
     case ActionSwitchOutMode: SwitchDatarefMode(place, true); break;
     case ActionAddBlock:
@@ -289,7 +278,7 @@ void ChangeParameter(const click_zone_class &zone) {
     case ActionDeleteElement: DeleteElementOf(place, item, element); break;
     case ActionSetOperator:
         if (item < 0 || element < 0) Say("first click the operator that is to change", true);
-        SetOperator(place, item, element, value);
+        SetOperator(place, item, element, zone.value);
         break;
     case ActionAddAction: selDraw = AddAction(place, item); break;
     case ActionDeleteAction: DeleteAction(place, item); break;
@@ -305,7 +294,7 @@ void ChangeParameter(const click_zone_class &zone) {
         break;
     case ActionSetActionType:
         if (item < 0) Say("first click the action that is to change", true);
-        SetActionType(place, item, value);
+        SetActionType(place, item, zone.value);
         break;
     case ActionAddPoint: selPoint = AddPoint(place, item); break;
     case ActionDeletePoint:
@@ -323,7 +312,7 @@ void ClickZone(const click_zone_class &zone, bool isDouble) {
     KeepSelectionValid();
     if (Show(zone, isDouble)) return;
     if (!ChangeTree(zone)) {
-        if (isDeletedPlace())
+        if (isDeleted(selection))
             Say("this was deleted", true);
         else
             ChangeParameter(zone);

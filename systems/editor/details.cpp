@@ -32,7 +32,7 @@ struct {
     double value[GraphValues];
     int count = 0, next = 0; // a ring
     double lastTime = -1.0;
-    BlockPlace place;
+    ParameterAddress place;
 } graph;
 
 double GraphValue(int age) {
@@ -89,26 +89,20 @@ const char *KindOfUse(const out_usage_struct &usage) {
 // Uses of the selected parameter are looked for again when it or the model has changed.
 void RefreshUsage() {
     static unsigned changes = 0;
-    static BlockPlace place;
-    const bool isSame =
-        changes == modelChangeCount && place.sys == selSys && place.dev == selDev && place.out == selOut;
-    if (isSame) return;
+    static ParameterAddress place;
+    if (changes == modelChangeCount && place == selection) return;
     changes = modelChangeCount;
-    place = SelectedParameter();
-    UsageVectorRebuild(selSys, selDev, selOut);
+    place = selection;
+    UsageVectorRebuild(place);
 }
 
 } // namespace
 
-double ValueNow(int sys, int dev, int out) {
-    return isParameter(sys, dev, out) ? LiveValue(sys, dev, out) : 0.0;
-}
-
 void DrawField(const Area &area, int field, int item, int element, int C, std::string_view text) {
     click_zone_class zone = Zone(ActionEdit);
-    zone.context[ZoneField] = field;
-    zone.context[ZoneItem] = item;
-    zone.context[ZoneElement] = element;
+    zone.field = field;
+    zone.item = item;
+    zone.element = element;
     zone.area = area;
     FillArea(area, ColourBlack, 0.5);
     FrameArea(area, ColourBoard, 0.6);
@@ -118,15 +112,15 @@ void DrawField(const Area &area, int field, int item, int element, int C, std::s
 
 void DrawDetails(const Area &area) {
     DrawCut("OUT PARAMETER DETAILS:", area.left, area.top, area.right - area.left, ColourCyan);
-    if (!isDevice(selSys, selDev)) return;
+    const device_struct *device = DeviceAt(selection);
+    if (!device) return;
     const int middle = (area.left + area.right) / 2;
-    const device_struct &device = DeviceAt(selSys, selDev);
     const int last = area.top - 8 * Line; // of the device, which has it before its first parameter
     DrawSwitch("SERIAL STACK:", {middle + Gap, last, area.right, last - RowHeight}, ActionSwitchSerial,
-               device.serialStack ? "YES" : "NO");
-    if (!isParameter(selSys, selDev, selOut)) return;
-    const out_parameter_struct &parameter = ParameterAt(selSys, selDev, selOut);
-    if (parameter.deleted || device.deleted || systems_vector[static_cast<size_t>(selSys)].deleted)
+               device->serialStack ? "YES" : "NO");
+    if (!ParameterAt(selection)) return;
+    const out_parameter_struct &parameter = *ParameterAt(selection);
+    if (parameter.deleted || device->deleted || SystemAt(selection)->deleted)
         DrawCutRight("deleted: gone with the next load", area.right, area.top, 300, ColourOrange);
     int top = area.top - Line;
     const auto row = [&](bool isRight) {
@@ -143,7 +137,7 @@ void DrawDetails(const Area &area) {
     std::string initial = ExactDecimal(parameter.initValue);
     DrawLabelled("INIT VALUE:", row(false), FieldInit, Shortened(initial));
     DrawCut("ACTUAL VALUE:", middle + Gap, top, LabelWidth, ColourCyan);
-    DrawCut(SignificantDigits(ValueNow(selSys, selDev, selOut)), middle + Gap + LabelWidth + 3, top,
+    DrawCut(SignificantDigits(LiveValue(selection)), middle + Gap + LabelWidth + 3, top,
             area.right - middle - LabelWidth, ColourGreen);
     top -= Line;
     DrawLabelled("MIN LIMIT:", row(false), FieldMin, Limit(parameter.hasMin, parameter.minLimit));
@@ -170,28 +164,26 @@ void DrawUsage(const Area &area) {
     static std::string name; // kept for its memory
     for (int i = scroll[ListUsage]; i < std::min(count, scroll[ListUsage] + rows); i++) {
         const out_usage_struct &usage = usageVector[static_cast<size_t>(i)];
-        const BlockPlace &place = usage.place;
-        if (!isParameter(place.sys, place.dev, place.out)) continue;
+        const out_parameter_struct *user = ParameterAt(usage.place);
+        if (!user) continue;
         click_zone_class zone = Zone(ActionGoToUsage);
-        zone.context[ZoneItem] = i;
+        zone.item = i;
         const int top = listTop - (i - scroll[ListUsage]) * RowHeight;
         zone.area = {area.left, top, area.right - barWidth, top - RowHeight};
         AddClickZone(parZones, zone);
         const int kindWidth = 76;
-        name.assign(systems_vector[static_cast<size_t>(place.sys)].name).append(".");
-        name.append(DeviceAt(place.sys, place.dev).name).append(".");
-        name.append(ParameterAt(place.sys, place.dev, place.out).name);
+        name.assign(SystemAt(usage.place)->name).append(".");
+        name.append(DeviceAt(usage.place)->name).append(".").append(user->name);
         DrawCut(name, area.left + 3, top, zone.area.right - area.left - kindWidth - Gap, ColourWhite);
         DrawCut(KindOfUse(usage), zone.area.right - kindWidth, top, kindWidth, ColourGrey);
     }
 }
 
 void TakeGraphValue() {
-    const bool isSame = graph.place.sys == selSys && graph.place.dev == selDev && graph.place.out == selOut;
-    if (!isSame || FlightTimeSEC < graph.lastTime) ForgetGraphValues();
-    graph.place = SelectedParameter();
-    if (!isParameter(selSys, selDev, selOut)) return;
-    actualGraphValue = ValueNow(selSys, selDev, selOut);
+    if (graph.place != selection || FlightTimeSEC < graph.lastTime) ForgetGraphValues();
+    graph.place = selection;
+    if (!ParameterAt(selection)) return;
+    actualGraphValue = LiveValue(selection);
     if (graph.lastTime >= 0.0 && FlightTimeSEC - graph.lastTime < GraphSeconds / GraphValues) return;
     graph.lastTime = FlightTimeSEC;
     graph.value[graph.next] = actualGraphValue;

@@ -168,7 +168,7 @@ std::string SetCalculation(const std::string &text, calcBlock_struct &calculatio
     for (std::string_view piece : pieces)
         if (refusal.empty() && !Contains(piece, "[")) refusal = "every operand stands in brackets";
     std::string error;
-    if (refusal.empty() && !calcString2calcStack(-1, -1, -1, line, stack, error))
+    if (refusal.empty() && !calcString2calcStack({}, line, stack, error))
         refusal = "this is not a number: " + error;
     for (size_t i = 0; i < stack.size() && refusal.empty(); i++) {
         calcStack_class &element = stack[i];
@@ -216,18 +216,13 @@ std::string SetParameterField(int field, const std::string &text, out_parameter_
     return refusal.empty() && isCrossed ? "the lower limit would be above the upper one" : refusal;
 }
 
-template <typename Record> Record *Item(std::vector<Record> &records, int index) {
-    return index >= 0 && static_cast<size_t>(index) < records.size() ? &records[static_cast<size_t>(index)]
-                                                                     : nullptr;
-}
-
 // A field of a logic block.
 std::string SetBlockField(const FieldPlace &field, const std::string &text, logicblock_struct &block) {
-    compare_block_class *comparison = Item(block.compares, field.item);
-    calcBlock_struct *calculation = Item(block.calcs, field.item);
-    calcStack_class *element = calculation ? Item(calculation->stack, field.element) : nullptr;
-    structExecute *action = Item(block.executes, field.item);
-    graf_struct *point = Item(block.graph, field.item);
+    compare_block_class *comparison = RecordAt(block.compares, field.item);
+    calcBlock_struct *calculation = RecordAt(block.calcs, field.item);
+    calcStack_class *element = calculation ? RecordAt(calculation->stack, field.element) : nullptr;
+    structExecute *action = RecordAt(block.executes, field.item);
+    graf_struct *point = RecordAt(block.graph, field.item);
     std::string refusal;
     switch (field.field) {
     case FieldLeft: return comparison ? SetLeft(text, *comparison) : NothingThere;
@@ -262,11 +257,11 @@ std::string OperandText(const sysLink_struct &link, double number) {
 }
 
 std::string BlockFieldText(const FieldPlace &field, logicblock_struct &block) {
-    const compare_block_class *comparison = Item(block.compares, field.item);
-    calcBlock_struct *calculation = Item(block.calcs, field.item);
-    const calcStack_class *element = calculation ? Item(calculation->stack, field.element) : nullptr;
-    const structExecute *action = Item(block.executes, field.item);
-    const graf_struct *point = Item(block.graph, field.item);
+    const compare_block_class *comparison = RecordAt(block.compares, field.item);
+    calcBlock_struct *calculation = RecordAt(block.calcs, field.item);
+    const calcStack_class *element = calculation ? RecordAt(calculation->stack, field.element) : nullptr;
+    const structExecute *action = RecordAt(block.executes, field.item);
+    const graf_struct *point = RecordAt(block.graph, field.item);
     switch (field.field) {
     case FieldLeft:
         if (!comparison) return "";
@@ -296,12 +291,10 @@ std::string BlockFieldText(const FieldPlace &field, logicblock_struct &block) {
 
 std::string FieldText(const FieldPlace &field) {
     const BlockPlace &place = field.place;
-    if (field.field == FieldSystemName)
-        return isSystem(place.sys) ? systems_vector[static_cast<size_t>(place.sys)].name : "";
-    if (field.field == FieldDeviceName)
-        return isDevice(place.sys, place.dev) ? DeviceAt(place.sys, place.dev).name : "";
-    if (!isParameter(place.sys, place.dev, place.out)) return "";
-    const out_parameter_struct &parameter = ParameterAt(place.sys, place.dev, place.out);
+    if (field.field == FieldSystemName) return SystemAt(place) ? SystemAt(place)->name : "";
+    if (field.field == FieldDeviceName) return DeviceAt(place) ? DeviceAt(place)->name : "";
+    if (!ParameterAt(place)) return "";
+    const out_parameter_struct &parameter = *ParameterAt(place);
     switch (field.field) {
     case FieldName: return parameter.name;
     case FieldUnit: return parameter.unit;
@@ -323,20 +316,20 @@ std::string SetField(const FieldPlace &field, const std::string &typed) {
     const BlockPlace &place = field.place;
     const std::string text = Trimmed(typed);
     switch (field.field) {
-    case FieldSystemName: return RenameSystem(place.sys, text);
-    case FieldDeviceName: return RenameDevice(place.sys, place.dev, text);
-    case FieldName: return RenameOut(place.sys, place.dev, place.out, text);
+    case FieldSystemName: return RenameSystem(place, text);
+    case FieldDeviceName: return RenameDevice(place, text);
+    case FieldName: return RenameOut(place, text);
     default: break;
     }
-    if (!isParameter(place.sys, place.dev, place.out)) return NothingThere;
+    if (!ParameterAt(place)) return NothingThere;
     if (text == FieldText(field)) return "";
-    out_parameter_struct &parameter = ParameterAt(place.sys, place.dev, place.out);
+    out_parameter_struct &parameter = *ParameterAt(place);
     const bool isInput = field.field == FieldInDataref;
     if (isInput || field.field == FieldOutDataref) {
         std::string refusal = DatarefRefusal(text);
         if (!refusal.empty()) return refusal;
         EditStep step(StepName(field.field));
-        KeepParameter(place.sys, place.dev, place.out);
+        KeepParameter(place);
         dataref_class &dataref = isInput ? parameter.inDataref : parameter.outDataref;
         const int mode = dataref.mode == BindingNone ? static_cast<int>(BindingExist) : dataref.mode;
         BindDataref(dataref, text, mode, BindingType(parameter), parameter.initValue);
@@ -344,12 +337,12 @@ std::string SetField(const FieldPlace &field, const std::string &typed) {
     }
     EditStep step(StepName(field.field));
     out_parameter_struct changed = parameter;
-    logicblock_struct *block = field.field < FieldLeft ? nullptr : Item(changed.logic, place.block);
+    logicblock_struct *block = field.field < FieldLeft ? nullptr : RecordAt(changed.logic, place.block);
     std::string refusal = field.field < FieldLeft ? SetParameterField(field.field, text, changed)
                           : block                 ? SetBlockField(field, text, *block)
                                                   : NothingThere;
     if (!refusal.empty()) return refusal;
-    KeepParameter(place.sys, place.dev, place.out);
+    KeepParameter(place);
     parameter = std::move(changed);
     return "";
 }

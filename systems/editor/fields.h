@@ -7,8 +7,8 @@
 
 enum EditorField {
     FieldNone,
-    FieldSystemName, // of place.sys
-    FieldDeviceName, // of place.sys, place.dev
+    FieldSystemName, // of the system in place
+    FieldDeviceName, // of the device
     FieldName,       // from here on of the parameter
     FieldUnit,
     FieldFreeText,

@@ -22,28 +22,26 @@ void Collect(const KeptLines &lines, const BlockPlace &place) {
     for (const kept_line_struct &kept : lines) places.push_back({place, kept.line, kept.text, kept.reason});
 }
 
-void CollectParameter(const out_parameter_struct &parameter, BlockPlace place) {
-    Collect(parameter.kept, place);
-    for (size_t block = 0; block < parameter.logic.size(); block++) {
-        place.block = static_cast<int>(block);
-        Collect(parameter.logic[block].kept, place);
-    }
+void CollectParameter(const out_parameter_struct &parameter, const ParameterAddress &place) {
+    Collect(parameter.kept, {place, -1});
+    for (size_t block = 0; block < parameter.logic.size(); block++)
+        Collect(parameter.logic[block].kept, {place, static_cast<int>(block)});
 }
 
-void CollectDevice(const device_struct &device, int sys, int dev) {
-    Collect(device.kept, {sys, dev, -1, -1});
-    for (size_t out = 0; out < device.outs.size(); out++) {
-        const out_parameter_struct &parameter = device.outs[out];
-        if (!parameter.deleted) CollectParameter(parameter, {sys, dev, static_cast<int>(out), -1});
-        Collect(parameter.keptBehind, {sys, dev, -1, -1});
+void CollectDevice(const device_struct &device, const ParameterAddress &place) {
+    Collect(device.kept, {place, -1});
+    for (ParameterAddress at{place.sys, place.dev, 0}; ParameterAt(at); at.out++) {
+        const out_parameter_struct &parameter = *ParameterAt(at);
+        if (!parameter.deleted) CollectParameter(parameter, at);
+        Collect(parameter.keptBehind, {place, -1});
     }
 }
 
 void CollectSystem(const system_class &system, int sys) {
     if (!system.deleted) {
-        Collect(system.kept, {sys, -1, -1, -1});
-        for (size_t dev = 0; dev < system.devices.size(); dev++)
-            if (!system.devices[dev].deleted) CollectDevice(system.devices[dev], sys, static_cast<int>(dev));
+        Collect(system.kept, {{sys}, -1});
+        for (ParameterAddress at{sys, 0}; DeviceAt(at); at.dev++)
+            if (!DeviceAt(at)->deleted) CollectDevice(*DeviceAt(at), at);
     }
     Collect(system.keptInList, {});
 }
@@ -67,8 +65,7 @@ const std::vector<KeptPlace> &KeptPlaces() {
     places.clear();
     Collect(keptBeforeSystems.inList, {});
     Collect(keptBeforeSystems.lines, {});
-    for (size_t sys = 0; sys < systems_vector.size(); sys++)
-        CollectSystem(systems_vector[sys], static_cast<int>(sys));
+    for (ParameterAddress at{0}; SystemAt(at); at.sys++) CollectSystem(*SystemAt(at), at.sys);
     return places;
 }
 
@@ -99,7 +96,7 @@ void DrawKept(const Area &area) {
     for (int i = scroll[ListKept]; i < std::min(count, scroll[ListKept] + rows); i++) {
         const KeptPlace &kept = all[static_cast<size_t>(i)];
         click_zone_class zone = Zone(ActionGoToKept);
-        zone.context[ZoneItem] = i;
+        zone.item = i;
         const int top = listTop - (i - scroll[ListKept]) * RowHeight;
         zone.area = {area.left, top, area.right - barWidth, top - RowHeight};
         AddClickZone(parZones, zone);

@@ -49,8 +49,8 @@ int LinkColour(const sysLink_struct &link) {
 
 click_zone_class BlockZone(int action, const char *name, int block, int item) {
     click_zone_class zone = Zone(action, name);
-    zone.context[ZoneBlock] = block;
-    zone.context[ZoneItem] = item;
+    zone.place.block = block;
+    zone.item = item;
     return zone;
 }
 
@@ -58,7 +58,7 @@ click_zone_class BlockZone(int action, const char *name, int block, int item) {
 void DrawOperand(const Area &area, int block, int item, int field, const sysLink_struct &link,
                  std::string_view text, double value) {
     click_zone_class zone = BlockZone(ActionEdit, "", block, item);
-    zone.context[ZoneField] = field;
+    zone.field = field;
     zone.area = area;
     FillArea(area, ColourBlack, 0.5);
     FrameArea(area, ColourBoard, 0.6);
@@ -148,7 +148,7 @@ void DrawBlockHead(const Area &area, int index, const logicblock_struct &block, 
         x = AddBoard(parZones, BlockZone(ActionShowCalc, "CALCULATE", index, -1), x, top);
     if (!block.executes.empty())
         x = AddBoard(parZones, BlockZone(ActionShowExecute, "EXECUTE", index, -1), x, top);
-    DrawKeptMark({selSys, selDev, selOut, index}, x + 40, top);
+    DrawKeptMark({selection, index}, x + 40, top);
     x = area.right - BoardWidth("ADD") - BoardWidth("DEL") - 2 * Gap;
     x = AddBoard(parZones, BlockZone(ActionAddComparison, "ADD", index, -1), x, top);
     AddBoard(parZones, BlockZone(ActionDeleteBlock, "DEL", index, -1), x, top);
@@ -170,11 +170,11 @@ bool EvaluateChain(logicblock_struct &block) {
 
 void DrawLogicStack(const Area &area) {
     DrawCut("LOGIC STACK:", area.left, area.top, 200, ColourCyan);
-    if (!isParameter(selSys, selDev, selOut)) return;
+    if (!ParameterAt(selection)) return;
     AddBoard(parZones, Zone(ActionAddBlock, "ADD"), area.left + 120, area.top);
-    std::vector<logicblock_struct> &logic = ParameterAt(selSys, selDev, selOut).logic;
-    const bool isNow = isEvaluated(selSys, selDev, selOut);
-    const int fired = isNow ? FiredBlock(selSys, selDev, selOut) : -1;
+    std::vector<logicblock_struct> &logic = ParameterAt(selection)->logic;
+    const bool isNow = isEvaluated(selection);
+    const int fired = isNow ? FiredBlock(selection) : -1;
     if (fired >= 0 && logic.size() > 1) { // which may be far down
         click_zone_class zone = BlockZone(ActionGoToBlock, "", fired, -1);
         zone.area = {area.left + 190, area.top, area.left + 350, area.top - RowHeight + 1};

@@ -21,10 +21,6 @@ namespace {
 
 std::string copiedDeviceName; // "SYSTEM.DEVICE"
 
-template <typename Record> Record &At(std::vector<Record> &records, int index) {
-    return records[static_cast<size_t>(index)];
-}
-
 // Systems are files, which some disks tell apart by more than capital letters.
 std::string FileKey(const system_class &, const std::string &name) {
     return FoldCase(name);
@@ -52,8 +48,7 @@ template <typename Record> std::string FreeName(const std::vector<Record> &recor
 
 // The index behind after, where a record can be inserted.
 template <typename Record> int Behind(const std::vector<Record> &records, int after) {
-    const int count = static_cast<int>(records.size());
-    return after < 0 || after >= count ? count : after + 1;
+    return RecordAt(records, after) ? after + 1 : static_cast<int>(records.size());
 }
 
 template <typename Record> void Insert(std::vector<Record> &records, int index, Record record) {
@@ -61,7 +56,7 @@ template <typename Record> void Insert(std::vector<Record> &records, int index, 
 }
 
 template <typename Record> Record TakeOut(std::vector<Record> &records, int index) {
-    Record record = std::move(At(records, index));
+    Record record = std::move(*RecordAt(records, index));
     records.erase(records.begin() + index);
     return record;
 }
@@ -71,19 +66,19 @@ void Unpublish(out_parameter_struct &parameter) {
         if (dataref->mode == BindingNew) dataref->Unregister();
 }
 
-void OnUndoRemoveOut(int sys, int dev, int out) {
+void OnUndoRemoveOut(const ParameterAddress &place) {
     OnUndo(
         [=] {
-            out_parameter_struct removed = TakeOut(DeviceAt(sys, dev).outs, out);
+            out_parameter_struct removed = TakeOut(DeviceAt(place)->outs, place.out);
             Unpublish(removed);
         },
         0);
 }
 
-void OnUndoRemoveDevice(int sys, int dev) {
+void OnUndoRemoveDevice(const ParameterAddress &place) {
     OnUndo(
         [=] {
-            device_struct removed = TakeOut(At(systems_vector, sys).devices, dev);
+            device_struct removed = TakeOut(SystemAt(place)->devices, place.dev);
             for (out_parameter_struct &parameter : removed.outs) Unpublish(parameter);
         },
         0);
@@ -103,8 +98,7 @@ void BeginLife(out_parameter_struct &parameter) {
 }
 
 bool isRenamed(const sysLink_struct &link) {
-    return (link.kind == LinkLive || link.kind == LinkDeleted)
-           && SysDevOut2name(link.sys, link.dev, link.out) != link.name;
+    return (link.kind == LinkLive || link.kind == LinkDeleted) && SysDevOut2name(link) != link.name;
 }
 
 // The common end of renaming, when the record has its new name: links follow the object.
@@ -147,23 +141,25 @@ std::string RenameRefusal(const std::vector<Record> &records, int index, const s
     return "only capitals tell this from " + owner->name + ", and on most disks both are one file";
 }
 
-bool FindCopiedDevice(int &sys, int &dev) {
+// Nowhere when it is not there any more.
+ParameterAddress FindCopiedDevice() {
     const size_t dot = copiedDeviceName.find('.');
-    if (dot == std::string::npos) return false;
+    if (dot == std::string::npos) return {};
     const auto system = mapSystemName.find(copiedDeviceName.substr(0, dot));
-    if (system == mapSystemName.end() || !isSystem(system->second)) return false;
-    sys = system->second;
-    const NameIndex &devices = At(systems_vector, sys).deviceIndex;
+    if (system == mapSystemName.end()) return {};
+    ParameterAddress place{.sys = system->second};
+    if (!SystemAt(place) || SystemAt(place)->deleted) return {};
+    const NameIndex &devices = SystemAt(place)->deviceIndex;
     const auto device = devices.find(copiedDeviceName.substr(dot + 1));
-    if (device == devices.end() || !isDevice(sys, device->second)) return false;
-    dev = device->second;
-    return !At(systems_vector, sys).deleted && !DeviceAt(sys, dev).deleted;
+    if (device == devices.end()) return {};
+    place.dev = device->second;
+    return DeviceAt(place) && !DeviceAt(place)->deleted ? place : ParameterAddress();
 }
 
 // In a spoken text "&" has a value spelled, and "#" stands between alternatives.
-std::string SpokenRefusal(const std::string &name, int sys, int dev, int out) {
+std::string SpokenRefusal(const std::string &name, const ParameterAddress &place) {
     if (name.find_first_of("&#") == std::string::npos) return "";
-    const std::string speaker = SpeakerOf(sys, dev, out);
+    const std::string speaker = SpeakerOf(place);
     return speaker.empty() ? "" : "a name with & or # cannot be said, as " + speaker + " does";
 }
 
@@ -171,9 +167,9 @@ const char *const NothingThere = "there is nothing to rename";
 
 } // namespace
 
-int NewSystem(int after) {
+int NewSystem(const ParameterAddress &after) {
     EditStep step("NEW SYSTEM");
-    const int sys = Behind(systems_vector, after);
+    const int sys = Behind(systems_vector, after.sys);
     system_class system;
     system.name = FreeName(systems_vector, system.name);
     Insert(systems_vector, sys, std::move(system));
@@ -181,49 +177,52 @@ int NewSystem(int after) {
     return sys;
 }
 
-int NewDevice(int sys, int after) {
-    if (!isSystem(sys)) return -1;
+int NewDevice(const ParameterAddress &after) {
+    system_class *system = SystemAt(after);
+    if (!system) return -1;
     EditStep step("NEW DEVICE");
-    std::vector<device_struct> &devices = At(systems_vector, sys).devices;
-    const int dev = Behind(devices, after);
+    const int dev = Behind(system->devices, after.dev);
     device_struct device;
-    device.name = FreeName(devices, device.name);
-    Insert(devices, dev, std::move(device));
-    OnUndoRemoveDevice(sys, dev);
+    device.name = FreeName(system->devices, device.name);
+    Insert(system->devices, dev, std::move(device));
+    OnUndoRemoveDevice({after.sys, dev});
     return dev;
 }
 
-int NewOut(int sys, int dev, int after) {
-    if (!isDevice(sys, dev)) return -1;
+int NewOut(const ParameterAddress &after) {
+    device_struct *device = DeviceAt(after);
+    if (!device) return -1;
     EditStep step("NEW PARAMETER");
-    std::vector<out_parameter_struct> &outs = DeviceAt(sys, dev).outs;
-    const int out = Behind(outs, after);
+    const int out = Behind(device->outs, after.out);
     out_parameter_struct parameter;
-    parameter.name = FreeName(outs, parameter.name);
-    Insert(outs, out, std::move(parameter));
-    OnUndoRemoveOut(sys, dev, out);
+    parameter.name = FreeName(device->outs, parameter.name);
+    Insert(device->outs, out, std::move(parameter));
+    OnUndoRemoveOut({after.sys, after.dev, out});
     return out;
 }
 
-void DeleteSystem(int sys) {
-    if (!isSystem(sys) || At(systems_vector, sys).deleted) return;
+void DeleteSystem(const ParameterAddress &place) {
+    system_class *system = SystemAt(place);
+    if (!system || system->deleted) return;
     EditStep step("DELETE SYSTEM");
-    KeepSystemHead(sys);
-    At(systems_vector, sys).deleted = true;
+    KeepSystemHead(place);
+    system->deleted = true;
 }
 
-void DeleteDevice(int sys, int dev) {
-    if (!isDevice(sys, dev) || DeviceAt(sys, dev).deleted) return;
+void DeleteDevice(const ParameterAddress &place) {
+    device_struct *device = DeviceAt(place);
+    if (!device || device->deleted) return;
     EditStep step("DELETE DEVICE");
-    KeepDeviceHead(sys, dev);
-    DeviceAt(sys, dev).deleted = true;
+    KeepDeviceHead(place);
+    device->deleted = true;
 }
 
-void DeleteOut(int sys, int dev, int out) {
-    if (!isParameter(sys, dev, out) || ParameterAt(sys, dev, out).deleted) return;
+void DeleteOut(const ParameterAddress &place) {
+    out_parameter_struct *parameter = ParameterAt(place);
+    if (!parameter || parameter->deleted) return;
     EditStep step("DELETE PARAMETER");
-    KeepNamedParameter(sys, dev, out);
-    ParameterAt(sys, dev, out).deleted = true;
+    KeepNamedParameter(place);
+    parameter->deleted = true;
 }
 
 std::string NameRefusal(std::string_view name) {
@@ -239,59 +238,64 @@ std::string NameRefusal(std::string_view name) {
     return "";
 }
 
-std::string RenameSystem(int sys, const std::string &name) {
-    if (!isSystem(sys)) return NothingThere;
-    std::string refusal = RenameRefusal(systems_vector, sys, name);
+std::string RenameSystem(const ParameterAddress &place, const std::string &name) {
+    system_class *system = SystemAt(place);
+    if (!system) return NothingThere;
+    std::string refusal = RenameRefusal(systems_vector, place.sys, name);
     if (refusal.empty() && (name == "_systems" || name == "_save" || !isSafeFileName(name)))
         refusal = "no systems file can have this name";
-    if (refusal.empty()) refusal = SpokenRefusal(name, sys, -1, -1);
-    if (!refusal.empty() || At(systems_vector, sys).name == name) return refusal;
+    if (refusal.empty()) refusal = SpokenRefusal(name, {place.sys});
+    if (!refusal.empty() || system->name == name) return refusal;
     EditStep step("RENAME SYSTEM");
-    KeepSystemHead(sys);
-    FollowInCopies(At(systems_vector, sys).name + ".", name + ".");
-    At(systems_vector, sys).name = name;
+    KeepSystemHead(place);
+    FollowInCopies(system->name + ".", name + ".");
+    system->name = name;
     FollowObjects();
     return "";
 }
 
-std::string RenameDevice(int sys, int dev, const std::string &name) {
-    if (!isDevice(sys, dev)) return NothingThere;
-    std::string refusal = RenameRefusal(At(systems_vector, sys).devices, dev, name);
-    if (refusal.empty()) refusal = SpokenRefusal(name, sys, dev, -1);
-    if (!refusal.empty() || DeviceAt(sys, dev).name == name) return refusal;
+std::string RenameDevice(const ParameterAddress &place, const std::string &name) {
+    device_struct *device = DeviceAt(place);
+    if (!device) return NothingThere;
+    std::string refusal = RenameRefusal(SystemAt(place)->devices, place.dev, name);
+    if (refusal.empty()) refusal = SpokenRefusal(name, {place.sys, place.dev});
+    if (!refusal.empty() || device->name == name) return refusal;
     EditStep step("RENAME DEVICE");
-    KeepDeviceHead(sys, dev);
-    const std::string system = At(systems_vector, sys).name + ".";
-    FollowInCopies(system + DeviceAt(sys, dev).name + ".", system + name + ".");
-    DeviceAt(sys, dev).name = name;
+    KeepDeviceHead(place);
+    const std::string system = SystemAt(place)->name + ".";
+    FollowInCopies(system + device->name + ".", system + name + ".");
+    device->name = name;
     FollowObjects();
     return "";
 }
 
-std::string RenameOut(int sys, int dev, int out, const std::string &name) {
-    if (!isParameter(sys, dev, out)) return NothingThere;
-    std::string refusal = RenameRefusal(DeviceAt(sys, dev).outs, out, name);
-    if (refusal.empty()) refusal = SpokenRefusal(name, sys, dev, out);
-    if (!refusal.empty() || ParameterAt(sys, dev, out).name == name) return refusal;
+std::string RenameOut(const ParameterAddress &place, const std::string &name) {
+    out_parameter_struct *parameter = ParameterAt(place);
+    if (!parameter) return NothingThere;
+    std::string refusal = RenameRefusal(DeviceAt(place)->outs, place.out, name);
+    if (refusal.empty()) refusal = SpokenRefusal(name, place);
+    if (!refusal.empty() || parameter->name == name) return refusal;
     EditStep step("RENAME PARAMETER");
-    KeepNamedParameter(sys, dev, out);
-    const std::string oldName = SysDevOut2name(sys, dev, out);
-    ParameterAt(sys, dev, out).name = name;
-    FollowInCopies(oldName + ".", SysDevOut2name(sys, dev, out) + ".");
+    KeepNamedParameter(place);
+    const std::string oldName = SysDevOut2name(place);
+    parameter->name = name;
+    FollowInCopies(oldName + ".", SysDevOut2name(place) + ".");
     FollowObjects();
     return "";
 }
 
-void CopyOut(int sys, int dev, int out) {
-    if (!isParameter(sys, dev, out)) return;
-    OutParameterCopy = ParameterAt(sys, dev, out);
-    OutParameterSysLinkCopy = String2sysLink(SysDevOut2name(sys, dev, out));
+void CopyOut(const ParameterAddress &place) {
+    const out_parameter_struct *parameter = ParameterAt(place);
+    if (!parameter) return;
+    OutParameterCopy = *parameter;
+    OutParameterSysLinkCopy = String2sysLink(SysDevOut2name(place));
 }
 
-void CopyDevice(int sys, int dev) {
-    if (!isDevice(sys, dev)) return;
-    DeviceCopy = DeviceAt(sys, dev);
-    copiedDeviceName = At(systems_vector, sys).name + "." + DeviceCopy.name;
+void CopyDevice(const ParameterAddress &place) {
+    const device_struct *device = DeviceAt(place);
+    if (!device) return;
+    DeviceCopy = *device;
+    copiedDeviceName = SystemAt(place)->name + "." + DeviceCopy.name;
     std::erase_if(DeviceCopy.outs, [](const out_parameter_struct &parameter) { return parameter.deleted; });
 }
 
@@ -307,128 +311,129 @@ std::string CopiedDeviceName() {
     return copiedDeviceName;
 }
 
-int PasteOut(int sys, int dev, int after) {
-    if (!isDevice(sys, dev) || !isOutCopied()) return -1;
+int PasteOut(const ParameterAddress &after) {
+    device_struct *device = DeviceAt(after);
+    if (!device || !isOutCopied()) return -1;
     EditStep step("PASTE PARAMETER");
-    std::vector<out_parameter_struct> &outs = DeviceAt(sys, dev).outs;
-    const int out = Behind(outs, after);
+    const int out = Behind(device->outs, after.out);
     out_parameter_struct pasted = OutParameterCopy;
-    pasted.name = FreeName(outs, pasted.name);
+    pasted.name = FreeName(device->outs, pasted.name);
     pasted.deleted = false;
     pasted.keptBehind.clear(); // they are the other device's
     BeginLife(pasted);
-    Insert(outs, out, std::move(pasted));
-    OnUndoRemoveOut(sys, dev, out);
+    Insert(device->outs, out, std::move(pasted));
+    OnUndoRemoveOut({after.sys, after.dev, out});
     return out;
 }
 
 // The copy's links to its own inputs are turned to its new name; when it comes into another system, to that
 // system too.
-int PasteDevice(int sys, int after) {
-    if (!isSystem(sys) || !isDeviceCopied()) return -1;
+int PasteDevice(const ParameterAddress &after) {
+    system_class *system = SystemAt(after);
+    if (!system || !isDeviceCopied()) return -1;
     EditStep step("PASTE DEVICE");
-    std::vector<device_struct> &devices = At(systems_vector, sys).devices;
-    const int dev = Behind(devices, after);
+    const int dev = Behind(system->devices, after.dev);
     const device_struct original = DeviceCopy;
-    const std::string name = FreeName(devices, original.name);
+    const std::string name = FreeName(system->devices, original.name);
     DeviceTemplatePreparation(name);
     device_struct pasted = std::move(DeviceCopy);
     DeviceCopy = original;
-    const std::string system = copiedDeviceName.substr(0, copiedDeviceName.find('.'));
+    const std::string copiedSystem = copiedDeviceName.substr(0, copiedDeviceName.find('.'));
     for (out_parameter_struct &parameter : pasted.outs) {
         ForEachLinkOf(parameter, [&](sysLink_struct &link) {
             for (const out_parameter_struct &input : pasted.outs)
-                if (input.name.starts_with("in_") && link.name == system + "." + name + "." + input.name)
-                    link.name = At(systems_vector, sys).name + "." + name + "." + input.name;
+                if (input.name.starts_with("in_")
+                    && link.name == copiedSystem + "." + name + "." + input.name)
+                    link.name = system->name + "." + name + "." + input.name;
         });
         BeginLife(parameter);
     }
     pasted.name = name;
     pasted.deleted = false;
-    Insert(devices, dev, std::move(pasted));
-    OnUndoRemoveDevice(sys, dev);
+    Insert(system->devices, dev, std::move(pasted));
+    OnUndoRemoveDevice({after.sys, dev});
     return dev;
 }
 
-int MoveOut(int sys, int dev, int after) {
+int MoveOut(const ParameterAddress &after) {
     const sysLink_struct from = String2sysLink(OutParameterSysLinkCopy.name);
-    if (!isDevice(sys, dev) || from.kind != LinkLive) return -1;
-    const bool isSameDevice = sys == from.sys && dev == from.dev;
-    if (isSameDevice && (after == from.out)) return from.out;
+    device_struct *device = DeviceAt(after);
+    if (!device || from.kind != LinkLive) return -1;
+    device_struct &left = *DeviceAt(from);
+    if (device == &left && after.out == from.out) return from.out;
     EditStep step("MOVE PARAMETER");
     KeepLinkTexts([&](const sysLink_struct &link) { return isLink(link) && link.name == from.name; });
-    out_parameter_struct moved = TakeOut(DeviceAt(from.sys, from.dev).outs, from.out);
-    const KeptLines left = std::exchange(moved.keptBehind, {}); // which stay where they are
-    KeptLines &place = KeptBefore(DeviceAt(from.sys, from.dev), from.out);
-    place.insert(place.end(), left.begin(), left.end());
-    std::vector<out_parameter_struct> &outs = DeviceAt(sys, dev).outs;
-    if (isSameDevice && after > from.out) after--;
-    const int out = Behind(outs, after);
+    out_parameter_struct moved = TakeOut(left.outs, from.out);
+    const KeptLines stays = std::exchange(moved.keptBehind, {});
+    KeptLines &before = KeptBefore(left, from.out);
+    before.insert(before.end(), stays.begin(), stays.end());
+    const bool isBehindItself = device == &left && after.out > from.out;
+    ParameterAddress place = after;
+    place.out = Behind(device->outs, isBehindItself ? after.out - 1 : after.out);
     const std::string oldName = moved.name;
-    moved.name = FreeName(outs, moved.name);
-    Insert(outs, out, std::move(moved));
+    moved.name = FreeName(device->outs, moved.name);
+    Insert(device->outs, place.out, std::move(moved));
     OnUndo(
         [=] {
-            out_parameter_struct back = TakeOut(DeviceAt(sys, dev).outs, out);
+            out_parameter_struct back = TakeOut(DeviceAt(place)->outs, place.out);
             back.name = oldName;
-            device_struct &device = DeviceAt(from.sys, from.dev);
-            KeptLines &before = KeptBefore(device, from.out);
-            before.resize(before.size() - left.size());
-            back.keptBehind = left;
-            Insert(device.outs, from.out, std::move(back));
+            device_struct &home = *DeviceAt(from);
+            KeptLines &kept = KeptBefore(home, from.out);
+            kept.resize(kept.size() - stays.size());
+            back.keptBehind = stays;
+            Insert(home.outs, from.out, std::move(back));
         },
-        sizeof(std::string) + left.size() * sizeof(kept_line_struct));
-    OutParameterSysLinkPlace.sys = sys;
-    OutParameterSysLinkPlace.dev = dev;
-    OutParameterSysLinkPlace.out = out;
+        sizeof(std::string) + stays.size() * sizeof(kept_line_struct));
+    OutParameterSysLinkPlace = {place, "", LinkNone};
     SysLinkPlace();
-    FollowInCopies(from.name + ".", SysDevOut2name(sys, dev, out) + ".");
-    CopyOut(sys, dev, out);
-    return out;
+    FollowInCopies(from.name + ".", SysDevOut2name(place) + ".");
+    CopyOut(place);
+    return place.out;
 }
 
-int MoveDevice(int sys, int after) {
-    int fromSys = -1, fromDev = -1;
-    if (!isSystem(sys) || !FindCopiedDevice(fromSys, fromDev)) return -1;
-    const bool isSameSystem = sys == fromSys;
-    if (isSameSystem && after == fromDev) return fromDev;
+int MoveDevice(const ParameterAddress &after) {
+    system_class *system = SystemAt(after);
+    const ParameterAddress from = FindCopiedDevice();
+    if (!system || !DeviceAt(from)) return -1;
+    const bool isSameSystem = after.sys == from.sys;
+    if (isSameSystem && after.dev == from.dev) return from.dev;
     EditStep step("MOVE DEVICE");
-    const std::string oldName = DeviceAt(fromSys, fromDev).name;
-    const std::string newName = isSameSystem ? oldName : FreeName(At(systems_vector, sys).devices, oldName);
-    const std::string from = At(systems_vector, fromSys).name + "." + oldName + ".";
-    const std::string to = At(systems_vector, sys).name + "." + newName + ".";
+    system_class &left = *SystemAt(from);
+    const std::string oldName = DeviceAt(from)->name;
+    const std::string newName = isSameSystem ? oldName : FreeName(system->devices, oldName);
+    const std::string oldPrefix = left.name + "." + oldName + ".";
+    const std::string newPrefix = system->name + "." + newName + ".";
     const auto isMoved = [=](const sysLink_struct &link) {
-        return (link.kind == LinkLive || link.kind == LinkDeleted) && link.sys == fromSys
-               && link.dev == fromDev;
+        return (link.kind == LinkLive || link.kind == LinkDeleted) && link.sys == from.sys
+               && link.dev == from.dev;
     };
     KeepLinkTexts(isMoved);
     ForEachLink([&](sysLink_struct &link) {
-        if (!isMoved(link)) return;
-        link.name = to + ParameterAt(fromSys, fromDev, link.out).name;
+        if (isMoved(link)) link.name = newPrefix + ParameterAt(link)->name;
     });
-    FollowInCopies(from, to);
-    device_struct moved = TakeOut(At(systems_vector, fromSys).devices, fromDev);
+    FollowInCopies(oldPrefix, newPrefix);
+    device_struct moved = TakeOut(left.devices, from.dev);
     moved.name = newName;
-    std::vector<device_struct> &devices = At(systems_vector, sys).devices;
-    if (isSameSystem && after > fromDev) after--;
-    const int dev = Behind(devices, after);
-    Insert(devices, dev, std::move(moved));
+    const bool isBehindItself = isSameSystem && after.dev > from.dev;
+    const ParameterAddress place{after.sys,
+                                 Behind(system->devices, isBehindItself ? after.dev - 1 : after.dev)};
+    Insert(system->devices, place.dev, std::move(moved));
     OnUndo(
         [=] {
-            device_struct back = TakeOut(At(systems_vector, sys).devices, dev);
+            device_struct back = TakeOut(SystemAt(place)->devices, place.dev);
             back.name = oldName;
-            Insert(At(systems_vector, fromSys).devices, fromDev, std::move(back));
+            Insert(SystemAt(from)->devices, from.dev, std::move(back));
         },
         sizeof(std::string));
-    CopyDevice(sys, dev);
-    return dev;
+    CopyDevice(place);
+    return place.dev;
 }
 
-int CloneDevice(int sys, int dev) {
-    if (!isDevice(sys, dev)) return -1;
+int CloneDevice(const ParameterAddress &place) {
+    if (!DeviceAt(place)) return -1;
     EditStep step("CLONE DEVICE");
-    CopyDevice(sys, dev);
-    return PasteDevice(sys, dev);
+    CopyDevice(place);
+    return PasteDevice(place);
 }
 
 void ForgetCopies() {

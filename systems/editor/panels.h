@@ -25,11 +25,8 @@ const int DetailsHeight = 10 * (RowHeight + 2);
 extern double actualGraphValue;
 void TakeGraphValue();
 
-// A zone of an action on the selection or on a record of it.
+// A zone of an action on the selected block, or on a record of it.
 click_zone_class Zone(int action, const char *name = "");
 
 // A field that is edited on a double click. place's indices and the field are the zone's.
 void DrawField(const Area &area, int field, int item, int element, int C, std::string_view text);
-
-// The state of the cycle for the value graph and stacks: what the record's value is now.
-double ValueNow(int sys, int dev, int out);

@@ -11,6 +11,7 @@
 #include "systems/editor/undo.h"
 #include "systems/links.h"
 #include "systems/operators.h"
+#include "systems/program.h"
 #include "util/numbers.h"
 
 namespace {
@@ -26,8 +27,8 @@ const int ActionOrder[] = {ScriptSay,         ScriptSayWait,      ScriptPosition
 
 click_zone_class ItemZone(int action, const char *name, int item, int element = -1) {
     click_zone_class zone = Zone(action, name);
-    zone.context[ZoneItem] = item;
-    zone.context[ZoneElement] = element;
+    zone.item = item;
+    zone.element = element;
     return zone;
 }
 
@@ -95,7 +96,7 @@ void DrawElement(const Area &area, int calculation, int index, const calcStack_c
     const bool isSelected = calculation == selCalc && index == selDraw;
     if (isSelected) FillArea(area, ColourGreen, 0.3);
     click_zone_class zone = ItemZone(ActionEdit, "", calculation, index);
-    zone.context[ZoneField] = FieldCalculation;
+    zone.field = FieldCalculation;
     zone.area = {area.left, top, area.left + 62, area.bottom};
     if (index == 0) {
         AddClickZone(parZones, zone);
@@ -145,8 +146,7 @@ void EvaluateCalculations(logicblock_struct &block, double value) {
 
 void DrawPoint(const Area &area, int index, const graf_struct &point) {
     const int half = (area.right - area.left) / 2, label = 24;
-    click_zone_class zone = ItemZone(ActionSelectItem, "", -1, -1);
-    zone.context[ZoneValue] = index;
+    click_zone_class zone = ItemZone(ActionSelectPoint, "", index);
     zone.area = {area.left, area.top, area.left + label, area.bottom};
     if (index == selPoint) FillArea(area, ColourGreen, 0.3);
     AddClickZone(parZones, zone);
@@ -186,12 +186,12 @@ void DrawCalculationStack(const Area &area) {
     DrawCut("CALCULATION STACK:", area.left, area.top, 190, ColourCyan);
     logicblock_struct *block = BlockAt(SelectedBlock());
     if (!block) return;
-    EvaluateCalculations(*block, ValueNow(selSys, selDev, selOut));
+    EvaluateCalculations(*block, LiveValue(selection));
     int x = AddBoard(parZones, ItemZone(ActionAddCalculation, "ADD", selCalc), area.left + 190, area.top)
             + 2 * Gap;
     for (int oper = 0; oper < CalculationOperators; oper++) {
         click_zone_class zone = ItemZone(ActionSetOperator, OperatorNames[oper], selCalc, selDraw);
-        zone.context[ZoneValue] = oper;
+        zone.value = oper;
         x = AddBoard(parZones, zone, x, area.top);
     }
     int count = 0;
@@ -215,13 +215,13 @@ void DrawCalculationStack(const Area &area) {
 void DrawLimitsAndGraph(const Area &area) {
     DrawCut("LIMITS:", area.left, area.top, 70, ColourCyan);
     logicblock_struct *block = BlockAt(SelectedBlock());
-    if (!isParameter(selSys, selDev, selOut)) return;
-    const out_parameter_struct &parameter = ParameterAt(selSys, selDev, selOut);
+    if (!ParameterAt(selection)) return;
+    const out_parameter_struct &parameter = *ParameterAt(selection);
     static std::string limits; // kept for its memory
     limits.assign(parameter.hasMin ? SignificantDigits(parameter.minLimit) : "non").append(" .. ");
     limits.append(parameter.hasMax ? SignificantDigits(parameter.maxLimit) : "non");
     DrawCut(limits, area.left + 64, area.top, area.right - area.left - 64 - 66, ColourWhite);
-    DrawNumberRight(ValueNow(selSys, selDev, selOut), area.right - 3, area.top, 62, ColourGreen);
+    DrawNumberRight(LiveValue(selection), area.right - 3, area.top, 62, ColourGreen);
     int top = area.top - RowHeight - 2;
     DrawCut("GRAFIC DATA TABLE:", area.left, top, area.right - area.left, ColourCyan);
     if (!block) return;
@@ -246,7 +246,7 @@ void DrawExecuteStack(const Area &area) {
     x = area.left;
     for (int type : ActionOrder) {
         click_zone_class zone = ItemZone(ActionSetActionType, ActionNames[type], selDraw);
-        zone.context[ZoneValue] = type;
+        zone.value = type;
         if (x + BoardWidth(zone.name) > area.right) {
             x = area.left;
             top -= RowHeight + 2;

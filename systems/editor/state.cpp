@@ -11,7 +11,7 @@
 #include "systems/writer.h"
 #include "util/log.h"
 
-int selSys = -1, selDev = -1, selOut = -1;
+ParameterAddress selection;
 int selDrawStack = -1, selCalc = -1, selDraw = -1, selPoint = -1;
 int SysTablePage = 0;
 int scroll[EditorLists] = {};
@@ -26,7 +26,7 @@ namespace {
 
 const size_t MostVisited = 100;
 
-std::vector<BlockPlace> visited; // parameters, in the order they were looked at
+std::vector<ParameterAddress> visited; // parameters, in the order they were looked at
 size_t visitedNow = 0;
 unsigned savedChangeCount = 0;
 
@@ -34,10 +34,8 @@ void SaveAfterChange() {
     if (isAUTO) SaveModel();
 }
 
-void SetSelection(int sys, int dev, int out) {
-    selSys = sys;
-    selDev = dev;
-    selOut = out;
+void SetSelection(const ParameterAddress &place) {
+    selection = place;
     selDrawStack = selCalc = selDraw = selPoint = -1;
     for (int list : {ListUsage, ListLogic, ListCalc, ListExecute, ListGraph}) scroll[list] = 0;
 }
@@ -45,8 +43,7 @@ void SetSelection(int sys, int dev, int out) {
 void GoTo(size_t index) {
     if (index >= visited.size()) return;
     visitedNow = index;
-    const BlockPlace &place = visited[index];
-    if (isParameter(place.sys, place.dev, place.out)) SetSelection(place.sys, place.dev, place.out);
+    if (ParameterAt(visited[index])) SetSelection(visited[index]);
 }
 
 void ScrollTo(int list, int row) {
@@ -61,7 +58,7 @@ template <typename Records> void Clamp(int &index, const Records &records) {
 } // namespace
 
 void ResetEditorState() {
-    SetSelection(-1, -1, -1);
+    SetSelection({});
     for (int &first : scroll) first = 0;
     showCalc = showGraph = showUsage = 1;
     showKept = 0;
@@ -76,17 +73,19 @@ void ResetEditorState() {
     afterEdit = SaveAfterChange;
 }
 
-void SelectPlace(int sys, int dev, int out) {
-    const bool isSelected = sys == selSys && (dev < 0 || (dev == selDev && (out < 0 || out == selOut)));
-    if (isSelected) return;
-    if (sys != selSys) scroll[ListDev] = 0;
-    if (sys != selSys || dev != selDev) scroll[ListOut] = 0;
-    SetSelection(sys, dev, out);
+void SelectPlace(const ParameterAddress &place) {
+    const bool isSystemSelected = place.sys == selSys;
+    const bool isDeviceSelected = isSystemSelected && place.dev == selDev;
+    if (isSystemSelected && (place.dev < 0 || (isDeviceSelected && (place.out < 0 || place.out == selOut))))
+        return;
+    if (!isSystemSelected) scroll[ListDev] = 0;
+    if (!isDeviceSelected) scroll[ListOut] = 0;
+    SetSelection(place);
     KeepSelectionValid();
     if (selOut < 0) return;
     visited.resize(std::min(visited.size(), visitedNow + 1));
     if (visited.size() >= MostVisited) visited.erase(visited.begin());
-    visited.push_back(SelectedParameter());
+    visited.push_back(selection);
     visitedNow = visited.size() - 1;
 }
 
@@ -97,7 +96,7 @@ void ScrollToSelection() {
     if (!BlockAt(SelectedBlock())) return;
     int row = selDrawStack; // blocks and comparisons stand below each other
     for (int block = 0; block < selDrawStack; block++)
-        row += static_cast<int>(BlockAt({selSys, selDev, selOut, block})->compares.size());
+        row += static_cast<int>(BlockAt({selection, block})->compares.size());
     const size_t comparisons = BlockAt(SelectedBlock())->compares.size();
     ScrollTo(ListLogic, row + static_cast<int>(comparisons));
     ScrollTo(ListLogic, row);
@@ -112,14 +111,15 @@ void GoForward() {
 }
 
 void KeepSelectionValid() {
-    if (!isSystem(selSys)) selSys = systems_vector.empty() ? -1 : 0;
-    if (!isDevice(selSys, selDev)) selDev = isDevice(selSys, 0) ? 0 : -1;
-    if (!isParameter(selSys, selDev, selOut)) selOut = isParameter(selSys, selDev, 0) ? 0 : -1;
-    if (selOut < 0) {
+    if (!SystemAt(selection)) selSys = systems_vector.empty() ? -1 : 0;
+    if (!DeviceAt(selection)) selDev = DeviceAt({selSys, 0}) ? 0 : -1;
+    if (!ParameterAt(selection)) selOut = ParameterAt({selSys, selDev, 0}) ? 0 : -1;
+    const out_parameter_struct *parameter = ParameterAt(selection);
+    if (!parameter) {
         selDrawStack = selCalc = selDraw = selPoint = -1;
         return;
     }
-    const std::vector<logicblock_struct> &logic = ParameterAt(selSys, selDev, selOut).logic;
+    const std::vector<logicblock_struct> &logic = parameter->logic;
     Clamp(selDrawStack, logic);
     if (selDrawStack < 0 && !logic.empty()) selDrawStack = 0;
     const logicblock_struct *block = BlockAt(SelectedBlock());
@@ -128,18 +128,14 @@ void KeepSelectionValid() {
     Clamp(selPoint, block->graph);
     if (!showCalc)
         Clamp(selDraw, block->executes);
-    else if (selCalc < 0)
-        selDraw = -1;
+    else if (const calcBlock_struct *calculation = RecordAt(block->calcs, selCalc))
+        Clamp(selDraw, calculation->stack);
     else
-        Clamp(selDraw, block->calcs[static_cast<size_t>(selCalc)].stack);
+        selDraw = -1;
 }
 
 BlockPlace SelectedBlock() {
-    return {selSys, selDev, selOut, selDrawStack};
-}
-
-BlockPlace SelectedParameter() {
-    return {selSys, selDev, selOut, -1};
+    return {selection, selDrawStack};
 }
 
 void Say(const std::string &message, bool isBad) {

@@ -26,10 +26,11 @@ enum EditorAction {
     ActionSelectBlock, // block
     ActionGoToBlock,   // and scroll to it
     ActionSelectItem,  // block, item, element: of the panel that is open
+    ActionSelectPoint, // item
     ActionEdit,        // field; on a double click, and what the click selects
     ActionScroll,
-    ActionPage, // list, value -1 or 1
-    ActionNew,  // sys, dev, out: list says which level
+    ActionPage, // list, rows
+    ActionNew,  // behind the selection: list says which level
     ActionDelete,
     ActionCopy,
     ActionPaste,
@@ -74,14 +75,15 @@ enum EditorAction {
     ActionDeletePoint,
 };
 
-extern int selSys, selDev, selOut; // -1: none
-extern int selDrawStack;           // the logic block
-extern int selCalc;                // the calculation
-extern int selDraw;                // its element, or the action
-extern int selPoint;               // of the graph
-extern int SysTablePage;           // of the parameters, from 0
-extern int scroll[EditorLists];    // the first that is seen
-extern int rowsSeen[EditorLists];  // in the last drawing
+extern ParameterAddress selection; // as deep as something is selected
+inline int &selSys = selection.sys, &selDev = selection.dev, &selOut = selection.out;
+extern int selDrawStack;          // the logic block
+extern int selCalc;               // the calculation
+extern int selDraw;               // its element, or the action
+extern int selPoint;              // of the graph
+extern int SysTablePage;          // of the parameters, from 0
+extern int scroll[EditorLists];   // the first that is seen
+extern int rowsSeen[EditorLists]; // in the last drawing
 
 extern int showCalc;              // 1 calculations, 0 actions
 extern int showGraph, showUsage;  // panels below the table
@@ -94,7 +96,7 @@ extern bool isEditorMessageBad;
 void ResetEditorState();
 
 // Selects a place, as a click would; what is deeper than it is given becomes the first there is.
-void SelectPlace(int sys, int dev, int out);
+void SelectPlace(const ParameterAddress &place);
 
 // Scrolls the columns and the logic stack to where the selection is seen.
 void ScrollToSelection();
@@ -104,7 +106,6 @@ void GoForward();
 // Selected indices that name nothing any more become ones that do, or -1.
 void KeepSelectionValid();
 BlockPlace SelectedBlock();
-BlockPlace SelectedParameter(); // with block -1
 
 void Say(const std::string &message, bool isBad = false);
 void SaveModel();

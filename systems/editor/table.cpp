@@ -13,6 +13,7 @@
 #include "systems/editor/state.h"
 #include "systems/editor/undo.h"
 #include "systems/links.h"
+#include "systems/program.h"
 #include "util/numbers.h"
 
 int ColumnX_Sys = 0, ColumnX_DevPb = 0, ColumnX_Out = 0, ColumnX_Par = 0, ColumnX_Logic = 0, ColumnX_Calc = 0;
@@ -28,14 +29,19 @@ template <typename Records> struct Column {
     const Records &records;
     int level; // ListSys, ListDev or ListOut
     int selected;
-    int sys, dev; // above the records
-    int field;    // of the name
+    int field; // of the name
+
+    // Where the record at an index stands, below what is selected.
+    ParameterAddress At(int index) const {
+        if (level == ListSys) return {index};
+        return level == ListDev ? ParameterAddress{selSys, index} : ParameterAddress{selSys, selDev, index};
+    }
 };
 
 click_zone_class ColumnZone(int action, const char *name, int list) {
     click_zone_class zone = Zone(action, name);
-    zone.context[ZoneBlock] = -1;
-    zone.context[ZoneList] = list;
+    zone.place.block = -1;
+    zone.list = list;
     return zone;
 }
 
@@ -61,11 +67,10 @@ void DrawButtons(const Area &area, int list) {
 void DrawPages(const Area &area, int list, int rows, int count) {
     if (count <= rows) return;
     click_zone_class zone = ColumnZone(ActionPage, "< PAGE", list);
-    zone.context[ZoneItem] = rows;
-    zone.context[ZoneValue] = -1;
+    zone.rows = -rows;
     const int x = AddBoard(vectorZones, zone, area.left, area.top);
     zone.name = "PAGE >";
-    zone.context[ZoneValue] = 1;
+    zone.rows = rows;
     const int right = area.right - BoardWidth(zone.name);
     AddBoard(vectorZones, zone, right, area.top);
     const int page = (scroll[list] + rows - 1) / rows;
@@ -91,25 +96,20 @@ template <typename Records> void DrawColumn(const Area &area, const Column<Recor
         const auto &record = column.records[static_cast<size_t>(i)];
         const int top = listTop - (i - scroll[column.level]) * RowHeight;
         click_zone_class zone;
-        zone.context[ZoneAction] = ActionEdit;
-        zone.context[ZoneField] = column.field;
-        zone.context[ZoneSys] = column.level == ListSys ? i : column.sys;
-        zone.context[ZoneDev] = column.level == ListDev ? i : column.level == ListSys ? -1 : column.dev;
-        zone.context[ZoneOut] = column.level == ListOut ? i : -1;
-        zone.context[ZoneBlock] = zone.context[ZoneItem] = zone.context[ZoneElement] = -1;
-        zone.context[ZoneList] = column.level;
+        zone.action = ActionEdit;
+        zone.field = column.field;
+        zone.place = {column.At(i), -1};
+        zone.list = column.level;
         zone.area = {area.left, top, area.right - barWidth, top - RowHeight};
         if (i == column.selected) FillArea(zone.area, ColourGreen, 0.3);
         AddClickZone(vectorZones, zone);
         int width = zone.area.right - zone.area.left - Gap;
         if (column.level == ListOut) {
             const int valueWidth = width / 3;
-            DrawNumberRight(ValueNow(column.sys, column.dev, i), zone.area.right - 3, top, valueWidth,
-                            ColourCyan);
+            DrawNumberRight(LiveValue(zone.place), zone.area.right - 3, top, valueWidth, ColourCyan);
             width -= valueWidth + Gap;
         }
-        width -= DrawKeptMark({zone.context[ZoneSys], zone.context[ZoneDev], zone.context[ZoneOut], -1},
-                              area.left + 3 + width, top);
+        width -= DrawKeptMark(zone.place, area.left + 3 + width, top);
         DrawCut(record.name, area.left + 3, top, width,
                 NameColour(record.deleted, record.hasError, i == column.selected));
     }
@@ -121,12 +121,8 @@ template <typename Records> void DrawColumn(const Area &area, const Column<Recor
 click_zone_class Zone(int action, const char *name) {
     click_zone_class zone;
     zone.name = name;
-    zone.context[ZoneAction] = action;
-    zone.context[ZoneSys] = selSys;
-    zone.context[ZoneDev] = selDev;
-    zone.context[ZoneOut] = selOut;
-    zone.context[ZoneBlock] = selDrawStack;
-    zone.context[ZoneItem] = zone.context[ZoneElement] = zone.context[ZoneList] = -1;
+    zone.action = action;
+    zone.place = SelectedBlock();
     return zone;
 }
 
@@ -151,10 +147,9 @@ void DrawTitle(const Area &area) {
     const int addressX = area.left + LenFontIdS(fnt_Main, heading) + 3 * Gap;
     static std::string address; // kept for its memory
     address.clear();
-    if (isSystem(selSys)) address += systems_vector[static_cast<size_t>(selSys)].name;
-    if (isDevice(selSys, selDev)) address.append(" - ").append(DeviceAt(selSys, selDev).name);
-    if (isParameter(selSys, selDev, selOut))
-        address.append(" - ").append(ParameterAt(selSys, selDev, selOut).name);
+    if (const system_class *system = SystemAt(selection)) address += system->name;
+    if (const device_struct *device = DeviceAt(selection)) address.append(" - ").append(device->name);
+    if (const auto *parameter = ParameterAt(selection)) address.append(" - ").append(parameter->name);
     DrawCut(address, addressX, area.top, area.right - width - addressX - Gap, ColourYellow);
     DrawCut(editorMessage, area.left, area.top - RowHeight - 2, area.right - area.left,
             isEditorMessageBad ? ColourOrange : ColourGreen);
@@ -169,11 +164,11 @@ void DrawTable(const Area &area) {
     static const std::vector<device_struct> noDevices;
     static const std::vector<out_parameter_struct> noOuts;
     DrawColumn({ColumnX_Sys, area.top, ColumnX_Sys + width, area.bottom},
-               Column<std::vector<system_class>>{systems_vector, ListSys, selSys, -1, -1, FieldSystemName});
-    const auto &devices = isSystem(selSys) ? systems_vector[static_cast<size_t>(selSys)].devices : noDevices;
+               Column<std::vector<system_class>>{systems_vector, ListSys, selSys, FieldSystemName});
+    const auto &devices = SystemAt(selection) ? SystemAt(selection)->devices : noDevices;
     DrawColumn({ColumnX_DevPb, area.top, ColumnX_DevPb + width, area.bottom},
-               Column<std::vector<device_struct>>{devices, ListDev, selDev, selSys, -1, FieldDeviceName});
-    const auto &outs = isDevice(selSys, selDev) ? DeviceAt(selSys, selDev).outs : noOuts;
+               Column<std::vector<device_struct>>{devices, ListDev, selDev, FieldDeviceName});
+    const auto &outs = DeviceAt(selection) ? DeviceAt(selection)->outs : noOuts;
     DrawColumn({ColumnX_Out, area.top, area.right, area.bottom},
-               Column<std::vector<out_parameter_struct>>{outs, ListOut, selOut, selSys, selDev, FieldName});
+               Column<std::vector<out_parameter_struct>>{outs, ListOut, selOut, FieldName});
 }

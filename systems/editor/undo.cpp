@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "XPLMDataAccess.h"
-#include "systems/editor/blocks.h"
 #include "systems/links.h"
 #include "systems/program.h"
 
@@ -23,7 +22,7 @@ struct Step {
     std::vector<std::function<void()>> opposites;
     size_t bytes = 0;
     bool changesTree = false;
-    std::vector<BlockPlace> parameters; // that are changed
+    std::vector<ParameterAddress> parameters; // that are changed
 };
 
 std::deque<Step> steps;
@@ -41,8 +40,7 @@ void EndChanges(const Step &step) {
     if (step.changesTree)
         SysLinkRefresh(0);
     else
-        for (const BlockPlace &place : step.parameters)
-            ResolveLinksOf(ParameterAt(place.sys, place.dev, place.out));
+        for (const ParameterAddress &place : step.parameters) ResolveLinksOf(*ParameterAt(place));
     MarkLinkErrors();
     modelChangeCount++;
     if (afterEdit) afterEdit();
@@ -139,22 +137,22 @@ void OnUndo(std::function<void()> opposite, size_t bytes) {
     steps.back().changesTree = true;
 }
 
-void KeepParameter(int sys, int dev, int out) {
-    const auto saved = std::make_shared<const out_parameter_struct>(ParameterAt(sys, dev, out));
-    AddOpposite([=] { RestoreParameter(ParameterAt(sys, dev, out), *saved); }, ApproximateBytes(*saved));
-    steps.back().parameters.push_back({sys, dev, out, -1});
+void KeepParameter(const ParameterAddress &place) {
+    const auto saved = std::make_shared<const out_parameter_struct>(*ParameterAt(place));
+    AddOpposite([=] { RestoreParameter(*ParameterAt(place), *saved); }, ApproximateBytes(*saved));
+    steps.back().parameters.push_back(place);
 }
 
-void KeepNamedParameter(int sys, int dev, int out) {
-    KeepParameter(sys, dev, out);
+void KeepNamedParameter(const ParameterAddress &place) {
+    KeepParameter(place);
     steps.back().changesTree = true;
 }
 
-void KeepDeviceHead(int sys, int dev) {
-    const device_struct &device = DeviceAt(sys, dev);
+void KeepDeviceHead(const ParameterAddress &place) {
+    const device_struct &device = *DeviceAt(place);
     OnUndo(
         [=, name = device.name, deleted = device.deleted, serialStack = device.serialStack] {
-            device_struct &present = DeviceAt(sys, dev);
+            device_struct &present = *DeviceAt(place);
             present.name = name;
             present.deleted = deleted;
             present.serialStack = serialStack;
@@ -162,12 +160,12 @@ void KeepDeviceHead(int sys, int dev) {
         TextBytes(device.name));
 }
 
-void KeepSystemHead(int sys) {
-    const system_class &system = systems_vector[static_cast<size_t>(sys)];
+void KeepSystemHead(const ParameterAddress &place) {
+    const system_class &system = *SystemAt(place);
     OnUndo(
         [=, name = system.name, deleted = system.deleted] {
-            systems_vector[static_cast<size_t>(sys)].name = name;
-            systems_vector[static_cast<size_t>(sys)].deleted = deleted;
+            SystemAt(place)->name = name;
+            SystemAt(place)->deleted = deleted;
         },
         TextBytes(system.name));
 }

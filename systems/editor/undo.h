@@ -21,12 +21,13 @@ public:
 // bytes: about how much memory the opposite keeps.
 void OnUndo(std::function<void()> opposite, size_t bytes);
 
-// Have the record come back as it is now, apart from its live values. In a step that changes no name and no
-// flag, but only what parameters hold, the links of all others need not be resolved again.
-void KeepParameter(int sys, int dev, int out);
-void KeepNamedParameter(int sys, int dev, int out); // its name or flag will change
-void KeepDeviceHead(int sys, int dev);              // name and flags, not the parameters
-void KeepSystemHead(int sys);
+// Have the record, which must be there, come back as it is now, apart from its live values. In a step that
+// changes no name and no flag, but only what parameters hold, the links of all others need not be resolved
+// again.
+void KeepParameter(const ParameterAddress &place);
+void KeepNamedParameter(const ParameterAddress &place); // its name or flag will change
+void KeepDeviceHead(const ParameterAddress &place);     // name and flags, not the parameters
+void KeepSystemHead(const ParameterAddress &place);
 
 // Have the texts come back of all links for which willChange is true.
 void KeepLinkTexts(const std::function<bool(const sysLink_struct &)> &willChange);

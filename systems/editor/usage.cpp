@@ -18,16 +18,19 @@ int Index(size_t index) {
     return static_cast<int>(index);
 }
 
-// Whether a link ends at a parameter, or with -1 for its index in the device, with another for that in the
-// system.
-bool isInside(int sys, int dev, int out, const sysLink_struct &link) {
-    const bool isResolved = link.kind == LinkLive || link.kind == LinkDeleted;
-    return isResolved && link.sys == sys && (dev < 0 || link.dev == dev) && (out < 0 || link.out == out);
+// Whether an address lies at another one or within the device or system that it names.
+bool isInside(const ParameterAddress &whole, const ParameterAddress &place) {
+    return whole.sys == place.sys && (whole.dev < 0 || whole.dev == place.dev)
+           && (whole.out < 0 || whole.out == place.out);
+}
+
+bool isLinkInto(const ParameterAddress &whole, const sysLink_struct &link) {
+    return (link.kind == LinkLive || link.kind == LinkDeleted) && isInside(whole, link);
 }
 
 class UsageSearch {
 public:
-    UsageSearch(int sys, int dev, int out) : sys(sys), dev(dev), out(out) {}
+    explicit UsageSearch(const ParameterAddress &target) : target(target) {}
 
     void SearchBlock(const BlockPlace &place, const logicblock_struct &block) const {
         for (size_t i = 0; i < block.compares.size(); i++)
@@ -45,48 +48,35 @@ public:
     }
 
 private:
-    const int sys, dev, out;
+    const ParameterAddress target;
 
-    bool isMeant(const sysLink_struct &link) const { return isInside(sys, dev, out, link); }
+    bool isMeant(const sysLink_struct &link) const { return isLinkInto(target, link); }
 };
 
-void ForEachPlace(auto visit) {
-    for (size_t s = 0; s < systems_vector.size(); s++)
-        for (size_t d = 0; d < systems_vector[s].devices.size(); d++)
-            for (size_t o = 0; o < systems_vector[s].devices[d].outs.size(); o++)
-                visit(Index(s), Index(d), Index(o));
-}
-
-bool isGone(int sys, int dev, int out) {
-    return systems_vector[static_cast<size_t>(sys)].deleted || DeviceAt(sys, dev).deleted
-           || ParameterAt(sys, dev, out).deleted;
+bool isGone(const ParameterAddress &place) {
+    return SystemAt(place)->deleted || DeviceAt(place)->deleted || ParameterAt(place)->deleted;
 }
 
 } // namespace
 
-void UsageVectorRebuild(int sys, int dev, int out) {
+void UsageVectorRebuild(const ParameterAddress &place) {
     usageVector.clear();
-    if (!isParameter(sys, dev, out)) return;
-    const UsageSearch search(sys, dev, out);
-    ForEachPlace([&](int s, int d, int o) {
-        const std::vector<logicblock_struct> &logic = ParameterAt(s, d, o).logic;
-        for (size_t b = 0; b < logic.size(); b++) search.SearchBlock({s, d, o, Index(b)}, logic[b]);
+    if (!ParameterAt(place)) return;
+    const UsageSearch search(place);
+    ForEachAddress([&](const ParameterAddress &user) {
+        const std::vector<logicblock_struct> &logic = ParameterAt(user)->logic;
+        for (size_t b = 0; b < logic.size(); b++) search.SearchBlock({user, Index(b)}, logic[b]);
     });
 }
 
-std::string UsersOutside(int sys, int dev, int out) {
+std::string UsersOutside(const ParameterAddress &place) {
     std::vector<std::string> users;
-    ForEachPlace([&](int s, int d, int o) {
-        sysLink_struct self;
-        self.kind = LinkLive;
-        self.sys = s;
-        self.dev = d;
-        self.out = o;
-        if (isInside(sys, dev, out, self) || isGone(s, d, o)) return;
+    ForEachAddress([&](const ParameterAddress &user) {
+        if (isInside(place, user) || isGone(user)) return;
         bool isUser = false;
-        ForEachLinkOf(std::as_const(ParameterAt(s, d, o)),
-                      [&](const sysLink_struct &link) { isUser = isUser || isInside(sys, dev, out, link); });
-        if (isUser) users.push_back(SysDevOut2name(s, d, o));
+        ForEachLinkOf(std::as_const(*ParameterAt(user)),
+                      [&](const sysLink_struct &link) { isUser = isUser || isLinkInto(place, link); });
+        if (isUser) users.push_back(SysDevOut2name(user));
     });
     std::string text;
     for (size_t i = 0; i < std::min(users.size(), UsersNamed); i++) text += (i > 0 ? ", " : "") + users[i];
@@ -94,13 +84,13 @@ std::string UsersOutside(int sys, int dev, int out) {
     return text;
 }
 
-std::string SpeakerOf(int sys, int dev, int out) {
+std::string SpeakerOf(const ParameterAddress &place) {
     std::string speaker;
-    ForEachPlace([&](int s, int d, int o) {
-        for (const logicblock_struct &block : ParameterAt(s, d, o).logic)
+    ForEachAddress([&](const ParameterAddress &user) {
+        for (const logicblock_struct &block : ParameterAt(user)->logic)
             for (const structExecute &action : block.executes)
                 for (const sysLink_struct &link : action.spokenLinks)
-                    if (isInside(sys, dev, out, link)) speaker = SysDevOut2name(s, d, o);
+                    if (isLinkInto(place, link)) speaker = SysDevOut2name(user);
     });
     return speaker;
 }

@@ -19,12 +19,11 @@ struct out_usage_struct {
 extern std::vector<out_usage_struct> usageVector;
 
 // Fills usageVector with the uses of the parameter, in the model's order.
-void UsageVectorRebuild(int sys, int dev, int out);
+void UsageVectorRebuild(const ParameterAddress &place);
 
 // Who uses what is about to be deleted: "A.B.C, A.B.D and 3 more", parameters outside of it that are not
-// deleted themselves; empty when nobody does. dev -1 stands for all of the system, out -1 for all of the
-// device.
-std::string UsersOutside(int sys, int dev, int out);
+// deleted themselves; empty when nobody does. The address of a system or device stands for all that is in it.
+std::string UsersOutside(const ParameterAddress &place);
 
 // A parameter, such as "A.B.C", that says the value of what is named so, or of something in it; or empty.
-std::string SpeakerOf(int sys, int dev, int out);
+std::string SpeakerOf(const ParameterAddress &place);

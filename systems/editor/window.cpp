@@ -78,7 +78,7 @@ void DrawRight(const Area &area) {
     const int boards = stacks.top - logicHeight - 2;
     click_zone_class calculate = Zone(ActionShowCalc, "CALCULATE"),
                      execute = Zone(ActionShowExecute, "EXECECUTE");
-    calculate.context[ZoneBlock] = execute.context[ZoneBlock] = -1;
+    calculate.place.block = execute.place.block = -1;
     const int x = AddBoard(parZones, calculate, stacks.left, boards, showCalc);
     AddBoard(parZones, execute, x, boards, !showCalc);
     const Area panel = {stacks.left, boards - RowHeight - 4, stacks.right, stacks.bottom};
@@ -135,9 +135,8 @@ void ScrollTo(int list, int row) {
 // The bar follows the mouse: as far as that is down its height.
 void DragScrollBar(int y) {
     const int height = pressed.area.top - pressed.area.bottom;
-    const int count = pressed.context[ZoneValue], rows = pressed.context[ZoneItem];
     const double share = static_cast<double>(pressed.area.top - y) / std::max(1, height);
-    ScrollTo(pressed.context[ZoneList], static_cast<int>(share * count) - rows / 2);
+    ScrollTo(pressed.list, static_cast<int>(share * pressed.count) - pressed.rows / 2);
 }
 
 // The list under the mouse scrolls; not while a field is being typed in, which would be left behind.
@@ -261,9 +260,8 @@ void MouseDown(int x, int y) {
     pressed = zone;
     pressedTime = isDouble ? -10.0 : now;
     pressedY = y;
-    const int list = zone.context[ZoneList];
-    pressedRow = list >= 0 ? scroll[list] : 0;
-    if (zone.context[ZoneAction] == ActionScroll)
+    pressedRow = zone.list >= 0 ? scroll[zone.list] : 0;
+    if (zone.action == ActionScroll)
         DragScrollBar(y);
     else if (hit)
         ClickZone(zone, isDouble);
@@ -272,11 +270,10 @@ void MouseDown(int x, int y) {
 
 // Lists follow the mouse, and so do scroll bars.
 void MouseDrag(int, int y) {
-    if (pressed.context[ZoneAction] == ActionScroll) {
+    if (pressed.action == ActionScroll)
         DragScrollBar(y);
-    } else if (pressed.context[ZoneAction] == ActionEdit && pressed.context[ZoneList] >= 0) {
-        ScrollTo(pressed.context[ZoneList], pressedRow + (y - pressedY) / RowHeight);
-    }
+    else if (pressed.action == ActionEdit && pressed.list >= 0)
+        ScrollTo(pressed.list, pressedRow + (y - pressedY) / RowHeight);
 }
 
 // Zones act on the press, so that dragging can begin there.

@@ -5,6 +5,7 @@
 
 #include "gfx/fonts.h"
 #include "systems/editor/state.h"
+#include "systems/links.h"
 
 std::vector<click_zone_class> parZones;
 std::vector<click_zone_class> vectorZones;
@@ -18,10 +19,6 @@ int mouseX = 0, mouseY = 0;
 Area listAreas[EditorLists];
 
 } // namespace
-
-bool click_zone_class::isSame(const click_zone_class &other) const {
-    return std::equal(std::begin(context), std::end(context), std::begin(other.context));
-}
 
 void BeginZones(int x, int y) {
     parZones.clear();
@@ -60,10 +57,10 @@ int AddScroll(std::vector<click_zone_class> &zones, const Area &area, int list, 
     first = std::clamp(first, 0, std::max(0, count - rows));
     if (count <= rows) return 0;
     click_zone_class zone;
-    zone.context[ZoneAction] = ActionScroll;
-    zone.context[ZoneList] = list;
-    zone.context[ZoneValue] = count;
-    zone.context[ZoneItem] = rows;
+    zone.action = ActionScroll;
+    zone.list = list;
+    zone.count = count;
+    zone.rows = rows;
     zone.area = {area.right - ScrollWidth, area.top, area.right, area.bottom};
     FillArea(zone.area, ColourBoard, 0.4);
     const int height = area.top - area.bottom;
@@ -82,8 +79,8 @@ int ListAt(int x, int y) {
 }
 
 const click_zone_class *ZoneUnderMouse() {
-    if (activeZone >= 0) return &parZones[static_cast<size_t>(activeZone)];
-    return activeVectorZone >= 0 ? &vectorZones[static_cast<size_t>(activeVectorZone)] : nullptr;
+    const click_zone_class *zone = RecordAt(parZones, activeZone);
+    return zone ? zone : RecordAt(vectorZones, activeVectorZone);
 }
 
 const click_zone_class *ZoneAt(int x, int y) {

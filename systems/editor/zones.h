@@ -5,32 +5,32 @@
 #include <string_view>
 #include <vector>
 
+#include "systems/editor/blocks.h"
 #include "systems/editor/canvas.h"
 
-enum ZoneContext {
-    ZoneAction, // an EditorAction
-    ZoneSys,
-    ZoneDev,
-    ZoneOut,
-    ZoneBlock,
-    ZoneItem,
-    ZoneElement,
-    ZoneField, // an EditorField
-    ZoneList,  // an EditorList
-    ZoneValue,
-    ZoneContexts = 12
+// What a zone stands for. Each number has one meaning, whatever the action; -1: none.
+struct ZoneContext {
+    int action = 0;   // an EditorAction
+    BlockPlace place; // the record, as deep as the action goes
+    int item = -1;    // a comparison, calculation, action or point of the block; an entry of another list
+    int element = -1; // of calculation item
+    int field = 0;    // an EditorField
+    int list = -1;    // an EditorList
+    int value = -1;   // what is to be set: a CalculationOperator, a type of action
+    int rows = 0;     // of a list, that are seen; by as many a page is turned, back when negative
+    int count = 0;    // of a list, all
+    bool operator==(const ZoneContext &) const = default;
 };
 
-class click_zone_class {
+class click_zone_class : public ZoneContext {
 public:
     const char *name = "";
     Area area;
-    int context[ZoneContexts] = {};
 
     bool isHit(int x, int y) const { return area.isHit(x, y); }
 
     // Whether both stand for the same thing, wherever it was drawn.
-    bool isSame(const click_zone_class &other) const;
+    bool isSame(const ZoneContext &other) const { return *this == other; }
 };
 
 extern std::vector<click_zone_class> parZones;    // details and stacks of the parameter
@@ -40,7 +40,7 @@ extern int activeZone, activeVectorZone;          // under the mouse; -1: none
 // Forgets the zones; where the mouse is from now on.
 void BeginZones(int mouseX, int mouseY);
 
-// Adds a zone, lit while the mouse is over it. The context is that of the record that it stands for.
+// Adds a zone, lit while the mouse is over it.
 void AddClickZone(std::vector<click_zone_class> &zones, const click_zone_class &zone);
 
 // A button with its name, right of x; returns where the next one begins. A lit one is switched on.

@@ -66,14 +66,13 @@ protected:
                         if (!isLink(link)) return;
                         const sysLink_struct found = String2sysLink(link.name);
                         if (link.kind == LinkUnresolved) {
-                            EXPECT_EQ(found.sys, -1) << link.name;
+                            EXPECT_FALSE(ParameterAt(found)) << link.name;
                             EXPECT_TRUE(parameter.hasError && device.hasError && system.hasError);
                             return;
                         }
-                        EXPECT_TRUE(found.sys == link.sys && found.dev == link.dev && found.out == link.out
-                                    && found.kind == link.kind)
-                            << link.name;
-                        EXPECT_TRUE(link.name.starts_with(SysDevOut2name(link.sys, link.dev, link.out)));
+                        const ParameterAddress &target = link;
+                        EXPECT_TRUE(target == found && found.kind == link.kind) << link.name;
+                        EXPECT_TRUE(link.name.starts_with(SysDevOut2name(link)));
                     });
                 }
     }
@@ -90,7 +89,7 @@ protected:
     }
 
     static std::string Type(int field, const std::string &text, int item = 0, int element = 0) {
-        return SetField({field, {0, 0, 0, 0}, item, element}, text);
+        return SetField({field, {{0, 0, 0}, 0}, item, element}, text);
     }
 };
 
@@ -101,15 +100,15 @@ TEST_F(Editor, LinksFollowWhatIsRenamedAndMoved) {
     compare_block_class &comparison = systems_vector[0].devices[1].outs[0].logic[0].compares[0];
     const auto left = [&] { return systems_vector[0].devices[1].outs[0].logic[0].compares[0].a.name; };
     const std::string first = Saved();
-    CopyOut(0, 1, 0);
-    EXPECT_EQ(RenameOut(0, 0, 0, "VOLT"), "");
+    CopyOut({0, 1, 0});
+    EXPECT_EQ(RenameOut({0, 0, 0}, "VOLT"), "");
     EXPECT_EQ(left(), "S.D.VOLT");
-    EXPECT_EQ(RenameDevice(0, 0, "F"), "");
-    EXPECT_EQ(RenameOut(0, 0, 0, "P"), "") << "the name that an unresolved link waits for";
+    EXPECT_EQ(RenameDevice({0, 0}, "F"), "");
+    EXPECT_EQ(RenameOut({0, 0, 0}, "P"), "") << "the name that an unresolved link waits for";
     EXPECT_EQ(comparison.b.kind, LinkLive);
-    EXPECT_EQ(RenameSystem(0, "BUS"), "");
+    EXPECT_EQ(RenameSystem({0}, "BUS"), "");
     EXPECT_EQ(left(), "BUS.F.P");
-    EXPECT_EQ(PasteOut(0, 1, -1), 1);
+    EXPECT_EQ(PasteOut({0, 1, -1}), 1);
     EXPECT_EQ(Parameter("BUS.E.Q2").logic[0].compares[0].a.name, "BUS.F.P") << "copied before";
     EXPECT_EQ(OutParameterSysLinkCopy.name, "BUS.E.Q");
     UndoEditStep();
@@ -117,29 +116,29 @@ TEST_F(Editor, LinksFollowWhatIsRenamedAndMoved) {
     EXPECT_EQ(Value("BUS.E.Q"), 12);
 
     // Over to where the name is taken.
-    CopyOut(0, 0, 0);
-    EXPECT_EQ(MoveOut(1, 0, 0), 1);
+    CopyOut({0, 0, 0});
+    EXPECT_EQ(MoveOut({1, 0, 0}), 1);
     EXPECT_EQ(left(), "T.D.P2");
     EXPECT_EQ(Value("T.D.P2"), 5) << "at work as before";
-    CopyDevice(1, 0);
-    EXPECT_EQ(MoveDevice(0, -1), 2);
+    CopyDevice({1, 0});
+    EXPECT_EQ(MoveDevice({0, -1}), 2);
     EXPECT_EQ(left(), "BUS.D.P2");
     ExpectWhole();
 
     // A clone reads its own inputs, also in another system.
-    EXPECT_EQ(CloneDevice(0, 2), 3);
+    EXPECT_EQ(CloneDevice({0, 2}), 3);
     EXPECT_EQ(Parameter("BUS.D2.in_X").logic[0].calcs[0].stack[0].link.name, "BUS.D2.in_X");
-    EXPECT_EQ(PasteDevice(1, -1), 0);
+    EXPECT_EQ(PasteDevice({1, -1}), 0);
     EXPECT_EQ(Parameter("T.D.in_X").logic[0].calcs[0].stack[0].link.name, "T.D.in_X");
 
-    UsageVectorRebuild(0, 2, 2);
+    UsageVectorRebuild({0, 2, 2});
     ASSERT_EQ(usageVector.size(), 0U);
     const sysLink_struct moved = String2sysLink("BUS.D.P2");
-    UsageVectorRebuild(moved.sys, moved.dev, moved.out);
+    UsageVectorRebuild(moved);
     ASSERT_EQ(usageVector.size(), 2U);
     EXPECT_EQ(usageVector[1].element, 0);
 
-    DeleteDevice(moved.sys, moved.dev);
+    DeleteDevice(moved);
     EXPECT_EQ(Parameter("BUS.E.Q").logic[0].compares[0].a.kind, LinkDeleted);
     EXPECT_EQ(Value("BUS.D.P2"), 5) << "readable until the next load";
     ExpectFilesHoldTheModel();
@@ -160,33 +159,33 @@ TEST_F(Editor, LinksInSpokenTextsFollowToo) {
         return Parameter(owner).logic[0].executes[action].text;
     };
     const std::string first = Saved();
-    CopyAction({0, 0, 2, 0}, 0);
-    EXPECT_EQ(RenameOut(0, 0, 0, "VOLT"), "");
+    CopyAction({{0, 0, 2}, 0}, 0);
+    EXPECT_EQ(RenameOut({0, 0, 0}, "VOLT"), "");
     EXPECT_EQ(text("S.D.Q", 0), "it is <&S.D.VOLT>, <S.D.VOLT> of <S.D.NONE>#<S.D#.P> is < that");
     EXPECT_EQ(text("S.D.Q", 2), "<S.D.P>") << "no spoken text";
     EXPECT_EQ(ExecCopy.text, text("S.D.Q", 0)) << "what was copied follows";
-    EXPECT_NE(RenameOut(0, 0, 0, "A&B"), "") << "no text could say it";
-    EXPECT_EQ(RenameOut(1, 0, 0, "A&B"), "");
-    EXPECT_EQ(RenameOut(0, 0, 1, "NONE"), "") << "the name that a text waits for";
+    EXPECT_NE(RenameOut({0, 0, 0}, "A&B"), "") << "no text could say it";
+    EXPECT_EQ(RenameOut({1, 0, 0}, "A&B"), "");
+    EXPECT_EQ(RenameOut({0, 0, 1}, "NONE"), "") << "the name that a text waits for";
     EXPECT_FALSE(Parameter("S.D.Q").hasError);
-    EXPECT_EQ(RenameOut(0, 0, 1, "in_X"), "");
-    EXPECT_EQ(RenameSystem(0, "BUS"), "");
+    EXPECT_EQ(RenameOut({0, 0, 1}, "in_X"), "");
+    EXPECT_EQ(RenameSystem({0}, "BUS"), "");
     EXPECT_EQ(text("BUS.D.Q", 1), "own <BUS.D.in_X>");
-    UsageVectorRebuild(0, 0, 0);
+    UsageVectorRebuild({0, 0, 0});
     ASSERT_EQ(usageVector.size(), 1U);
     EXPECT_TRUE(usageVector[0].kind == UsedInText && usageVector[0].item == 0);
-    EXPECT_EQ(UsersOutside(0, 0, 0), "BUS.D.Q");
-    EXPECT_EQ(UsersOutside(0, 0, -1), "") << "only by itself";
+    EXPECT_EQ(UsersOutside({0, 0, 0}), "BUS.D.Q");
+    EXPECT_EQ(UsersOutside({0, 0, -1}), "") << "only by itself";
 
     // A clone says its own inputs; what it shares it goes on sharing.
-    EXPECT_EQ(CloneDevice(0, 0), 1);
+    EXPECT_EQ(CloneDevice({0, 0}), 1);
     EXPECT_EQ(text("BUS.D2.Q", 1), "own <BUS.D2.in_X>");
     EXPECT_TRUE(text("BUS.D2.Q", 0).starts_with("it is <&BUS.D.VOLT>,"));
-    CopyOut(0, 0, 0);
-    EXPECT_EQ(MoveOut(1, 0, -1), 1);
+    CopyOut({0, 0, 0});
+    EXPECT_EQ(MoveOut({1, 0, -1}), 1);
     EXPECT_TRUE(text("BUS.D2.Q", 0).starts_with("it is <&T.D.VOLT>,"));
-    CopyDevice(1, 0);
-    EXPECT_EQ(MoveDevice(0, -1), 2);
+    CopyDevice({1, 0});
+    EXPECT_EQ(MoveDevice({0, -1}), 2);
     EXPECT_TRUE(text("BUS.D.Q", 0).starts_with("it is <&BUS.D3.VOLT>,"));
     ExpectWhole();
     ExpectFilesHoldTheModel();
@@ -280,12 +279,12 @@ TEST_F(Editor, PublishedDatarefsFollowUndo) {
     const auto isPublished = [](const char *name) { return XPLMIsDataRefGood(XPLMFindDataRef(name)) == 1; };
     EXPECT_EQ(Type(FieldOutDataref, "t/other"), "");
     EXPECT_TRUE(isPublished("t/other") && !isPublished("t/out"));
-    SwitchType({0, 0, 0, -1});
+    SwitchType({0, 0, 0});
     EXPECT_EQ(XPLMGetDataRefTypes(Parameter("S.D.P").outDataref.handle), xplmType_Int);
-    CopyOut(0, 0, 0);
-    PasteOut(0, 0, 0);
+    CopyOut({0, 0, 0});
+    PasteOut({0, 0, 0});
     EXPECT_TRUE(isDatarefMissing(Parameter("S.D.P2").outDataref)) << "the name is taken";
-    SetField({FieldOutDataref, {0, 0, 1, -1}, -1, -1}, "t/third");
+    SetField({FieldOutDataref, {{0, 0, 1}, -1}, -1, -1}, "t/third");
     EXPECT_TRUE(isPublished("t/third"));
     while (UndoEditStep()) {
     }
@@ -304,18 +303,14 @@ protected:
     BlockPlace Place() {
         BlockPlace place;
         place.sys = Index(systems_vector.size());
-        if (!isSystem(place.sys)) return place;
-        place.dev = Index(systems_vector[static_cast<size_t>(place.sys)].devices.size());
-        if (!isDevice(place.sys, place.dev)) return place;
-        place.out = Index(DeviceAt(place.sys, place.dev).outs.size());
-        if (isParameter(place.sys, place.dev, place.out))
-            place.block = Index(ParameterAt(place.sys, place.dev, place.out).logic.size());
+        if (const system_class *system = SystemAt(place)) place.dev = Index(system->devices.size());
+        if (const device_struct *device = DeviceAt(place)) place.out = Index(device->outs.size());
+        if (const auto *parameter = ParameterAt(place)) place.block = Index(parameter->logic.size());
         return place;
     }
 
     std::string Text() {
-        const BlockPlace at = Place();
-        const std::string link = SysDevOut2name(at.sys, at.dev, at.out);
+        const std::string link = SysDevOut2name(Place());
         if (random.Chance(70) && !link.empty()) return link;
         return random.OneOf({"P0",
                              "NEW",
@@ -351,21 +346,20 @@ protected:
 
     void EditTree(const BlockPlace &at) {
         const bool isRoomy = systems_vector.size() < 5; // the model is kept small, so that links meet
-        const bool hasRoom =
-            isSystem(at.sys) && systems_vector[static_cast<size_t>(at.sys)].devices.size() < 5;
-        const bool isShort = isDevice(at.sys, at.dev) && DeviceAt(at.sys, at.dev).outs.size() < 8;
+        const bool hasRoom = SystemAt(at) && SystemAt(at)->devices.size() < 5;
+        const bool isShort = DeviceAt(at) && DeviceAt(at)->outs.size() < 8;
         switch (random.Below(14)) {
-        case 0: isRoomy ? void(NewSystem(at.sys)) : DeleteOut(at.sys, at.dev, at.out); break;
-        case 1: hasRoom ? void(NewDevice(at.sys, at.dev)) : SwitchSerial(at.sys, at.dev); break;
-        case 2: isShort ? void(NewOut(at.sys, at.dev, at.out)) : DeleteOut(at.sys, at.dev, at.out); break;
-        case 3: random.Chance(5) ? DeleteSystem(at.sys) : SwitchSerial(at.sys, at.dev); break;
-        case 4: random.Chance(10) ? DeleteDevice(at.sys, at.dev) : CopyDevice(at.sys, at.dev); break;
-        case 5: CopyOut(at.sys, at.dev, at.out); break;
-        case 6: isShort ? PasteOut(at.sys, at.dev, at.out) : MoveOut(at.sys, at.dev, at.out); break;
-        case 7: hasRoom ? PasteDevice(at.sys, at.dev) : MoveDevice(at.sys, at.dev); break;
-        case 8: hasRoom ? CloneDevice(at.sys, at.dev) : MoveDevice(at.sys, at.dev); break;
-        case 9: MoveDevice(at.sys, at.dev); break;
-        default: MoveOut(at.sys, at.dev, at.out); break;
+        case 0: isRoomy ? void(NewSystem(at)) : DeleteOut(at); break;
+        case 1: hasRoom ? void(NewDevice(at)) : SwitchSerial(at); break;
+        case 2: isShort ? void(NewOut(at)) : DeleteOut(at); break;
+        case 3: random.Chance(5) ? DeleteSystem(at) : SwitchSerial(at); break;
+        case 4: random.Chance(10) ? DeleteDevice(at) : CopyDevice(at); break;
+        case 5: CopyOut(at); break;
+        case 6: isShort ? PasteOut(at) : MoveOut(at); break;
+        case 7: hasRoom ? PasteDevice(at) : MoveDevice(at); break;
+        case 8: hasRoom ? CloneDevice(at) : MoveDevice(at); break;
+        case 9: MoveDevice(at); break;
+        default: MoveOut(at); break;
         }
     }
 

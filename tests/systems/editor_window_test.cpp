@@ -50,7 +50,7 @@ TEST_F(EditorWindow, ZonesStandApartOnEveryScreen) {
         for (int i = 0; i < 60 && !HasFailure(); i++) {
             SCOPED_TRACE(std::to_string(width) + " " + std::to_string(i));
             const auto system = static_cast<int>(random.Below(6));
-            SelectPlace(system, static_cast<int>(random.Below(5)), static_cast<int>(random.Below(7)));
+            SelectPlace({system, static_cast<int>(random.Below(5)), static_cast<int>(random.Below(7))});
             showCalc = random.Chance(50);
             showUsage = random.Chance(50);
             showGraph = random.Chance(50);
@@ -74,17 +74,17 @@ TEST_F(EditorWindow, ClicksSayWhatTheyDid) {
     Load("sys=S\ndev=D\n" + Out("P") + Out("Q") + "logic:\nexecute=0,<S.D.P>,0\n");
     const auto click = [](int action, int list, int item) {
         click_zone_class zone;
-        zone.context[ZoneAction] = action;
-        zone.context[ZoneOut] = selOut;
-        zone.context[ZoneList] = list;
-        zone.context[ZoneItem] = item;
+        zone.action = action;
+        zone.place = {{0, 0, selOut}, 0};
+        zone.list = list;
+        zone.item = item;
         ClickZone(zone, false);
         return editorMessage;
     };
     const auto says = [](const std::string &message, const char *part) {
         return isEditorMessageBad && message.find(part) != std::string::npos;
     };
-    SelectPlace(0, 0, 1);
+    SelectPlace({0, 0, 1});
     const unsigned changes = modelChangeCount;
     EXPECT_TRUE(says(click(ActionPasteAction, -1, 0), "nothing was copied"));
     EXPECT_TRUE(says(click(ActionPaste, ListOut, -1), "nothing was copied"));
@@ -95,7 +95,7 @@ TEST_F(EditorWindow, ClicksSayWhatTheyDid) {
     EXPECT_EQ(Parameter("S.D.Q").logic[0].executes.size(), 2U);
     EXPECT_FALSE(says(click(ActionDelete, ListOut, -1), "")) << "nobody uses it";
     click(ActionUndo, -1, -1);
-    SelectPlace(0, 0, 0);
+    SelectPlace({0, 0, 0});
     EXPECT_TRUE(says(click(ActionDelete, ListOut, -1), "used by S.D.Q"));
     EXPECT_TRUE(Parameter("S.D.P").deleted);
     DeleteSystems();

@@ -38,11 +38,11 @@ TEST_F(Links, WhatResolves) {
     EXPECT_TRUE(Parameter("S.D.P").hasError && systems_vector[0].devices[0].hasError
                 && systems_vector[0].hasError);
     EXPECT_FALSE(systems_vector[0].devices[1].hasError);
-    EXPECT_EQ(SysDevOut2name(0, 1, 0), "S.E.in_X");
+    EXPECT_EQ(SysDevOut2name({0, 1, 0}), "S.E.in_X");
     for (int index : {-1, 2, 1000000}) {
-        EXPECT_EQ(SysDevOut2name(index, 0, 0), "");
-        EXPECT_EQ(SysDevOut2name(0, index, 0), "");
-        EXPECT_EQ(SysDevOut2name(0, 0, index), "");
+        EXPECT_EQ(SysDevOut2name({index, 0, 0}), "");
+        EXPECT_EQ(SysDevOut2name({0, index, 0}), "");
+        EXPECT_EQ(SysDevOut2name({0, 0, index}), "");
     }
 }
 
@@ -103,9 +103,7 @@ TEST_F(Links, FollowAMovedParameter) {
     ModelChanges();
     OutParameterSysLinkCopy = String2sysLink("S.D.Q");
     systems_vector[0].devices[1].outs.push_back(Parameter("S.D.Q"));
-    OutParameterSysLinkPlace.sys = 0;
-    OutParameterSysLinkPlace.dev = 1;
-    OutParameterSysLinkPlace.out = 1;
+    OutParameterSysLinkPlace = {{0, 1, 1}, "", LinkNone};
     SysLinkPlace();
     EXPECT_EQ(Element(0).name, "S.E.Q");
     EXPECT_EQ(Element(0).dev, 1);

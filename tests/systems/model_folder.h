@@ -37,16 +37,14 @@ protected:
 
     static double Value(const std::string &link) {
         const sysLink_struct found = String2sysLink(link);
-        EXPECT_NE(found.sys, -1) << "no parameter " << link;
+        EXPECT_TRUE(ParameterAt(found)) << "no parameter " << link;
         return GetValueFromSysLink(found);
     }
 
     static out_parameter_struct &Parameter(const std::string &link) {
         const sysLink_struct found = String2sysLink(link);
-        if (found.sys == -1) throw std::runtime_error("no parameter " + link);
-        return systems_vector[static_cast<size_t>(found.sys)]
-            .devices[static_cast<size_t>(found.dev)]
-            .outs[static_cast<size_t>(found.out)];
+        if (!ParameterAt(found)) throw std::runtime_error("no parameter " + link);
+        return *ParameterAt(found);
     }
 
     // The queued actions as "type text|type text".

@@ -80,7 +80,7 @@ TEST_F(Sequence, SpeechOutsideASequenceIsConsumedToo) {
 TEST_F(Sequence, OnlyTheOpenStepIsEvaluated) {
     const auto evaluated = [] {
         std::string all;
-        for (int step = 0; step < 3; step++) all += isEvaluated(0, 0, step) ? '1' : '0';
+        for (int step = 0; step < 3; step++) all += isEvaluated({0, 0, step}) ? '1' : '0';
         return all;
     };
     LoadSteps(Say, "instring=yes\nexecute=0,text,0\n", Say);

@@ -330,13 +330,13 @@ TEST_F(Writer, LinesThatWereNotUnderstoodStayInTheirPlaces) {
     EXPECT_EQ(CountKept(systems_vector[0]), 16U);
 
     // Its neighbours are deleted, renamed and moved, others come.
-    const BlockPlace block = {0, 0, 0, 0};
+    const BlockPlace block = {{0, 0, 0}, 0};
     DeleteComparison(block, 0);
     AddAction(block, -1);
-    EXPECT_EQ(RenameOut(0, 0, 0, "NEW"), "");
-    NewDevice(0, -1);
-    CopyOut(0, 0, 0);
-    EXPECT_EQ(MoveOut(0, 1, -1), 0);
+    EXPECT_EQ(RenameOut({0, 0, 0}, "NEW"), "");
+    NewDevice({0, -1});
+    CopyOut({0, 0, 0});
+    EXPECT_EQ(MoveOut({0, 1, -1}), 0);
     ASSERT_TRUE(SaveSysToTxtFile()) << saveFailure;
     EXPECT_EQ(read("systems/A.txt"),
               "draw=1\r\n# by me\r\nout=EARLY,int\r\nsys=A\r\n# of the system\r\ndevstack=D\r\nlogic:\r\n"
@@ -348,15 +348,15 @@ TEST_F(Writer, LinesThatWereNotUnderstoodStayInTheirPlaces) {
               "[--5]==[1]\r\n||\r\ngarbage\r\n||\r\ninstring=now\r\ncalc=A.D.P*2\r\n"
               "execute=1,Set thrust, please,0\r\nexecute=1,Well,0,0\r\nexecute=0,Yes,0.000000\r\n"
               "execute=0,Example Text!,0.000000\r\n");
-    DeleteOut(0, 0, 1);
+    DeleteOut({0, 0, 1});
     ASSERT_TRUE(SaveSysToTxtFile()) << saveFailure;
     EXPECT_NE(read("systems/A.txt").find("out=WORSE,int"), std::string::npos);
     while (UndoEditStep()) {
     }
     ASSERT_TRUE(SaveSysToTxtFile()) << saveFailure;
     EXPECT_EQ(read("systems/A.txt"), file);
-    EXPECT_EQ(NewSystem(-1), 1);
-    EXPECT_EQ(RenameSystem(1, "GONE"), "");
+    EXPECT_EQ(NewSystem({-1}), 1);
+    EXPECT_EQ(RenameSystem({1}, "GONE"), "");
     ASSERT_TRUE(SaveSysToTxtFile()) << saveFailure;
     EXPECT_EQ(read("systems/_systems.txt"), "A\r\n../up\r\nempty\r\nGONE\r\n");
 }
@@ -366,7 +366,7 @@ TEST_F(Writer, WhatWouldBeReadAsSomethingElseIsNotWritten) {
     Load("sys=A\ndev=dev=X\n" + Out("P"));
     ASSERT_TRUE(SaveSysToTxtFile()) << saveFailure;
     const auto first = Files();
-    SwitchSerial(0, 0);
+    SwitchSerial({0, 0});
     EXPECT_FALSE(SaveSysToTxtFile());
     EXPECT_EQ(saveFailure, "in A.dev=X this would be read as something else: devstack=dev=X");
     EXPECT_EQ(Files(), first);
