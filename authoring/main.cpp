@@ -7,6 +7,7 @@
 
 #include "authoring/chart/chart.h"
 #include "authoring/check/check.h"
+#include "authoring/import/import.h"
 #include "authoring/phrases/phrases.h"
 #include "simhost/flights/flight.h"
 #include "simhost/number_text.h"
@@ -21,6 +22,7 @@ constexpr const char *USAGE =
     "       fennic-sim check [--xplane DIR] FOLDER\n"
     "       fennic-sim graph [--dot] FOLDER [SYSTEM|DEVICE]\n"
     "       fennic-sim phrases FOLDER...\n"
+    "       fennic-sim import [--xplane DIR] CLIST FOLDER\n"
     "\n"
     "  --aircraft DIR  the aircraft to fly: a path, or a name in the folder \"aircraft\" beside this\n"
     "                  program (Cessna_172SP when not given); it is copied, never written to\n"
@@ -99,12 +101,29 @@ int Phrases(int count, char **words) {
     return simhost::PrintPhrases({words, words + count});
 }
 
+// "fennic-sim import [--xplane DIR] CLIST FOLDER"
+int Import(int count, char **words) {
+    simhost::ImportOptions options;
+    for (int place = 0; place < count; place++) {
+        const std::string_view word = words[place];
+        if (word == "--xplane" && place + 1 < count)
+            options.xplaneFolder = words[++place];
+        else if (word.starts_with('-') || !options.folder.empty())
+            return Refuse("import takes a clist.txt, a folder and --xplane DIR; got " + std::string(word));
+        else
+            (options.clist.empty() ? options.clist : options.folder) = word;
+    }
+    return options.folder.empty() ? Refuse("import needs a clist.txt and a folder")
+                                  : simhost::ImportChecklists(options);
+}
+
 } // namespace
 
 int main(int count, char **words) {
     if (count > 1 && std::strcmp(words[1], "check") == 0) return Check(count - 2, words + 2);
     if (count > 1 && std::strcmp(words[1], "graph") == 0) return Chart(count - 2, words + 2);
     if (count > 1 && std::strcmp(words[1], "phrases") == 0) return Phrases(count - 2, words + 2);
+    if (count > 1 && std::strcmp(words[1], "import") == 0) return Import(count - 2, words + 2);
     simhost::FlightOptions options;
     std::string aircraft = STANDARD_AIRCRAFT;
     int place = 1;

@@ -10,6 +10,7 @@
 #include "figure/position_creator.h"
 #include "figure/positions.h"
 #include "figure/setup_dialogs.h"
+#include "frame/checklist_import.h"
 #include "frame/settings.h"
 #include "util/files.h"
 #include "util/find_dataref.h"
@@ -102,6 +103,7 @@ const MenuAction Actions[] = {
     {"Restart", [] { SendMSG(link_words::Restart); }},
     {"Uninstall", OpenUninstallPrompt},
     {"Setup", SetUpAndTell},
+    {"ImportChecklist", ImportChecklist},
 };
 
 // An option writes the aircraft's dataref and says so; without the dataref it does neither.

@@ -9,6 +9,7 @@
 #include "XPLMMenus.h"
 #include "figure/positions.h"
 #include "frame/aircraft.h"
+#include "frame/checklist_import.h"
 #include "frame/menu_actions.h"
 #include "frame/settings.h"
 #include "systems/body_parser.h"
@@ -139,6 +140,7 @@ void BuildMenu1() {
     const int item = idAircraft ? AddItem(idAircraft, "Fennic", nullptr) : 0;
     idFENNIC = XPLMCreateMenu("Fennic", idAircraft, item, Guarded<"the menu", MenuHandler>, nullptr);
     if (acfType != 345 && InstallationState != InstallationReady) AddItem(idFENNIC, "Setup Fennic", "Setup");
+    if (isChecklistImportOffered()) AddItem(idFENNIC, "Import Checklist", "ImportChecklist");
 }
 
 void BuildMenu2() {

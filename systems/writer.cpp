@@ -35,6 +35,7 @@ bool areFilesWhole = true; // no save is left half done
 class SystemsText {
 public:
     std::string text;
+    std::string failure; // of the first record that is not written
 
     void Put(const system_class &system);
     void Put(const KeptLines &lines);
@@ -52,8 +53,8 @@ private:
 
     template <typename Record> void PutChecked(const std::string &line, const Record &record) {
         Put(line);
-        if (saveFailure.empty() && !Says(line, record))
-            saveFailure = "in " + place + " this would be read as something else: " + line;
+        if (failure.empty() && !Says(line, record))
+            failure = "in " + place + " this would be read as something else: " + line;
     }
 };
 
@@ -190,7 +191,9 @@ bool SystemsFiles::Collect() {
     for (const system_class &system : systems_vector) {
         if (!system.deleted) {
             if (!hasFileName(system)) return false;
-            FileFor(system).content.Put(system);
+            SystemsText &content = FileFor(system).content;
+            content.Put(system);
+            if (saveFailure.empty()) saveFailure = content.failure;
         }
         Append(files.empty() ? keptInList : files.back().keptInList, system.keptInList);
     }
@@ -248,6 +251,14 @@ std::vector<FileOfSet> SystemsFiles::Files() const {
 }
 
 } // namespace
+
+bool WriteSystem(const system_class &system, std::string &text, std::string &reason) {
+    SystemsText written;
+    written.Put(system);
+    text = std::move(written.text);
+    reason = std::move(written.failure);
+    return reason.empty();
+}
 
 void FinishInterruptedSave() {
     areFilesWhole = FinishFileSet(WhatPluginPath() + "systems/");

@@ -156,6 +156,30 @@ size_t CountCharacters(std::string_view text) {
     return count;
 }
 
+bool isUtf8(std::string_view text) {
+    size_t following = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool isFollowing = (byte & 0xC0U) == 0x80U;
+        if (isFollowing != (following > 0)) return false;
+        if (isFollowing)
+            following--;
+        else if (byte >= 0xC0U)
+            following = byte >= 0xF0U ? 3 : byte >= 0xE0U ? 2 : 1;
+    }
+    return following == 0;
+}
+
+std::string Latin1ToUtf8(std::string_view text) {
+    std::string utf8;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x80U) utf8 += static_cast<char>(0xC0U | (byte >> 6U));
+        utf8 += byte >= 0x80U ? static_cast<char>(0x80U | (byte & 0x3FU)) : c;
+    }
+    return utf8;
+}
+
 bool Contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }

@@ -52,6 +52,11 @@ void SplitFields(std::string_view text, char delimiter, std::vector<std::string_
 // part of one counts as a character of its own.
 size_t CountCharacters(std::string_view text);
 
+// Whether letters over 127 are UTF-8, and not as an old editor writes them; and such a text made into it,
+// each byte a letter of Latin-1.
+bool isUtf8(std::string_view text);
+std::string Latin1ToUtf8(std::string_view text);
+
 bool Contains(std::string_view text, std::string_view part);
 
 // The address of the file at an absolute path: "file://", and "%" with two digits for each byte that an

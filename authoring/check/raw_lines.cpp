@@ -48,21 +48,6 @@ bool isBlank(char c) {
     return c == ' ' || c == '\t';
 }
 
-// Whether letters over 127 are UTF-8, and not as an old editor writes them.
-bool isUtf8(std::string_view text) {
-    size_t following = 0;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        const bool isFollowing = (byte & 0xC0U) == 0x80U;
-        if (isFollowing != (following > 0)) return false;
-        if (isFollowing)
-            following--;
-        else if (byte >= 0xC0U)
-            following = byte >= 0xF0U ? 3 : byte >= 0xE0U ? 2 : 1;
-    }
-    return following == 0;
-}
-
 void CheckCharacters(const std::string &file, const FileLine &line) {
     const bool isAtBeginning = isBlank(line.text.front());
     const char blank = isAtBeginning ? line.text.front() : line.text.back();
