@@ -23,6 +23,7 @@
 #include "simhost/drawing/screen.h"
 #include "simhost/world/aircraft_folder.h"
 #include "simhost/world/simulator_lists.h"
+#include "systems/import/clist_import.h"
 #include "systems/saved_values.h"
 #include "systems/writer.h"
 #include "tests/systems/model_folder.h"
@@ -43,6 +44,7 @@ const std::vector<Reader> Readers = {
     {"systems", "aircraft/Cessna_172SP", ".txt"},
     {"systems_list", "aircraft/Cessna_172SP", "_systems.txt"},
     {"saved_values", nullptr, nullptr},
+    {"clist", nullptr, nullptr},
     {"position", "custom/positions-w", ".txt"},
     {"preset", "custom/presets", ".txt"},
     {"channels", "data/obj", "fennic.txt"},
@@ -115,6 +117,13 @@ public:
         write("sys.txt", SmallModel);
         write("systems/_save.txt", bytes);
         RunModel();
+    }
+
+    // What is made of checklists can be read: a note without a line would say that it cannot.
+    static void Clist(const std::string &bytes) {
+        const ClistImport import = ImportClist(bytes, {});
+        for (const ClistNote &note : import.notes)
+            if (note.line == 0) throw std::runtime_error(note.text);
     }
 
     void Pose(const std::string &file, const std::string &bytes) {
@@ -246,6 +255,7 @@ const std::map<std::string_view, void (*)(Folder &, const std::string &)> Runs =
      }},
     {"systems_list", [](Folder &folder, const std::string &bytes) { folder.SystemsList(bytes); }},
     {"saved_values", [](Folder &folder, const std::string &bytes) { folder.SavedValues(bytes); }},
+    {"clist", [](Folder &, const std::string &bytes) { Folder::Clist(bytes); }},
     {"position",
      [](Folder &folder, const std::string &bytes) { folder.Pose("custom/positions-w/any.txt", bytes); }},
     {"preset",
