@@ -48,6 +48,8 @@ constexpr const char *USAGE =
     "\n"
     "\"phrases\" prints what can be said in some aircraft and what is answered, as a page in Markdown.\n"
     "\n"
+    "\"import\" makes systems files of the checklists in an aircraft's clist.txt, behind those in the folder.\n"
+    "\n"
     "Exit status: 0 the flight went well; 1 the script failed or a plug-in left something behind;\n"
     "2 wrong usage; 3 a plug-in crashed, hung or ended the program.\n";
 
