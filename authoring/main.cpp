@@ -30,8 +30,8 @@ constexpr const char *USAGE =
     "  --screen WxH    the screen's size in boxels (1920x1080)\n"
     "  --window        show the simulator in a window, in real time, until it is closed\n"
     "  --real-time     flight time follows the clock, without a window too\n"
-    "  --plugin DIR    a plug-in for all aircraft, copied to the simulator's Resources/plugins; may be given\n"
-    "                  several times\n"
+    "  --plugin DIR    a plug-in for all aircraft, copied to the simulator's Resources/plugins: a path, or a\n"
+    "                  name in the folder \"plugins\" beside this program; may be given several times\n"
     "  --record FILE   a WAV file of what is said: the pilot on the left, the first officer on the right\n"
     "  --quiet         no transcript\n"
     "  --keep          keep the scratch folder and say where it is\n"
@@ -167,9 +167,10 @@ int main(int count, char **words) {
         if (option == "--aircraft") {
             aircraft = value;
         } else if (option == "--plugin") {
-            if (simhost::FindPluginLibrary(value).empty())
+            const std::string folder = simhost::FindPlugin(value, simhost::ProgramFolder());
+            if (simhost::FindPluginLibrary(folder).empty())
                 return Refuse("there is no plug-in for this system in " + value);
-            options.pluginFolders.push_back(value);
+            options.pluginFolders.push_back(folder);
         } else if (option == "--record") {
             options.recording = value;
         } else if (option == "--xplane") {

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <string_view>
 #include <vector>
 
@@ -305,7 +306,7 @@ void TellWritten(const Event &event) {
 void OpenTranscript(bool shown, const std::string &folder) {
     isShown = shown;
     xplaneFolder = folder;
-    isColoured = shown && isatty(STDOUT_FILENO) != 0;
+    isColoured = shown && (isatty(STDOUT_FILENO) != 0 || std::getenv("CLICOLOR_FORCE") != nullptr);
 }
 
 void CloseTranscript(double simulatedSeconds, double realSeconds) {

@@ -71,6 +71,15 @@ std::string NameOfFolder(const fs::path &folder) {
     return (whole.has_filename() ? whole : whole.parent_path()).filename().string();
 }
 
+// A path, or a bare name in the folder; empty when there is none.
+std::string FindFolder(const std::string &nameOrPath, const fs::path &folder) {
+    std::error_code failed;
+    if (fs::is_directory(nameOrPath, failed)) return nameOrPath;
+    const fs::path named = folder / nameOrPath;
+    const bool isBare = nameOrPath.find('/') == std::string::npos && !nameOrPath.empty();
+    return isBare && fs::is_directory(named, failed) ? named.string() : "";
+}
+
 } // namespace
 
 std::string ProgramFolder() {
@@ -88,11 +97,11 @@ std::string ProgramFolder() {
 }
 
 std::string FindAircraft(const std::string &nameOrPath, const std::string &programFolder) {
-    std::error_code failed;
-    if (fs::is_directory(nameOrPath, failed)) return nameOrPath;
-    const fs::path staged = fs::path(programFolder) / "aircraft" / nameOrPath;
-    const bool bare = nameOrPath.find('/') == std::string::npos && !nameOrPath.empty();
-    return bare && fs::is_directory(staged, failed) ? staged.string() : "";
+    return FindFolder(nameOrPath, fs::path(programFolder) / "aircraft");
+}
+
+std::string FindPlugin(const std::string &nameOrPath, const std::string &programFolder) {
+    return FindFolder(nameOrPath, fs::path(programFolder) / "plugins");
 }
 
 std::string MakeScratchRoot(std::string &error) {

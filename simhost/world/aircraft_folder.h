@@ -20,6 +20,9 @@ std::string ProgramFolder();
 // there is no such folder.
 std::string FindAircraft(const std::string &nameOrPath, const std::string &programFolder);
 
+// Where a plug-in lies: the same, with "plugins/".
+std::string FindPlugin(const std::string &nameOrPath, const std::string &programFolder);
+
 // Makes <temporary folder>/fennic-sim-XXXXXX/. Empty, with the reason in error, when that fails.
 std::string MakeScratchRoot(std::string &error);
 
