@@ -57,7 +57,7 @@ constexpr const char *STANDARD_AIRCRAFT = "Cessna_172SP";
 
 int Refuse(const std::string &why) {
     std::fprintf(stderr, "fennic-sim: %s\nTry fennic-sim --help.\n", why.c_str());
-    return simhost::EXIT_USAGE;
+    return simhost::ExitUsage;
 }
 
 bool ReadScreen(std::string_view text, int &width, int &height) {
@@ -145,7 +145,7 @@ int main(int count, char **words) {
         }
         if (option == "--help" || option == "-h") {
             std::fputs(USAGE, stdout);
-            return simhost::EXIT_FLOWN;
+            return simhost::ExitFlown;
         }
         if (bool *isChosen = option == "--quiet"       ? &options.quiet
                              : option == "--keep"      ? &options.keep

@@ -22,7 +22,7 @@ void ReportEvent(const Event &event) {
     if (hasListener) Listener()(event);
 }
 
-bool HasEventListener() {
+bool hasEventListener() {
     return hasListener;
 }
 

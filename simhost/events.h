@@ -28,6 +28,6 @@ struct Event {
 // function stops the reports.
 void SetEventListener(std::function<void(const Event &)> listener);
 void ReportEvent(const Event &event);
-bool HasEventListener(); // lets a hot path skip making an event
+bool hasEventListener(); // lets a hot path skip making an event
 
 } // namespace simhost

@@ -15,9 +15,9 @@ namespace simhost {
 
 // CurrentlyRunning() without the call, for the reads and writes of datarefs.
 extern Running currentRunning;
-inline constexpr const char *programItself = "the program itself"; // what a unit test does
+inline constexpr const char *ProgramItself = "the program itself"; // what a unit test does
 
-bool IsPluginEnabled(XPLMPluginID plugin); // the simulator itself always is
+bool isPluginEnabled(XPLMPluginID plugin); // the simulator itself always is
 std::string PluginPath(XPLMPluginID plugin);
 
 // The plug-in that is running did something that cannot be right: a line in the log, and its error callback.
@@ -74,7 +74,7 @@ void ResetProcessing();
 
 // ---- display.cpp ----
 
-inline constexpr XPLMDrawingPhase drawingPhases[] = {xplm_Phase_Modern3D, xplm_Phase_FirstCockpit,
+inline constexpr XPLMDrawingPhase DrawingPhases[] = {xplm_Phase_Modern3D, xplm_Phase_FirstCockpit,
                                                      xplm_Phase_Panel,    xplm_Phase_Gauges,
                                                      xplm_Phase_Window,   xplm_Phase_LastCockpit};
 
@@ -97,7 +97,7 @@ void ResetMenus();
 
 // While a frame is drawn: text as plug-ins draw it.
 void DrawPluginText(std::string_view text, int x, int y, float red, float green, float blue);
-bool IsDrawingFrame();
+bool isDrawingFrame();
 void ResetScreen();
 
 // ---- world.cpp ----

@@ -17,7 +17,7 @@ namespace {
 constinit double flightSeconds = 0;
 constinit float publishedFlightSeconds = 0;
 
-constexpr double pi = 3.14159265358979323846;
+constexpr double Pi = 3.14159265358979323846;
 
 // Their records outlast every reset, so they are looked up once.
 struct ClockDatarefs {
@@ -48,7 +48,7 @@ void PublishClock(double frameSeconds) {
     PublishFlightTime();
     StoreFloat(Clock().runningTime, XPLMGetElapsedTime());
     StoreFloat(Clock().framePeriod, static_cast<float>(frameSeconds));
-    StoreFloat(Clock().sinWave, static_cast<float>(std::sin(ElapsedSeconds() * pi)));
+    StoreFloat(Clock().sinWave, static_cast<float>(std::sin(ElapsedSeconds() * Pi)));
 }
 
 } // namespace

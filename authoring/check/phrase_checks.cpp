@@ -56,7 +56,7 @@ bool isOnlyThePhrase(const Conjunction &conjunction) {
 }
 
 // Where both have conditions of their own, they may well exclude each other.
-bool CanBothHold(const logicblock_struct &first, const logicblock_struct &second, const std::string &phrase) {
+bool canBothHold(const logicblock_struct &first, const logicblock_struct &second, const std::string &phrase) {
     const Alternatives a = AlternativesOf(first), b = AlternativesOf(second);
     for (const Conjunction &one : a.list) {
         for (const Conjunction &other : b.list) {
@@ -97,7 +97,7 @@ void CheckClaims() {
             for (size_t earlier = 0; earlier < later; earlier++) {
                 const Listener &first = listeners[earlier], &second = listeners[later];
                 if (&first.place.device == &second.place.device) continue;
-                if (!CanBothHold(*first.block, *second.block, phrase)) continue;
+                if (!canBothHold(*first.block, *second.block, phrase)) continue;
                 AddFinding(Severity::Warning, second.place.parameter.fileName, second.line,
                            "\"" + phrase + "\" is used up by " + first.place.Name() + " ("
                                + first.place.Place(first.line) + "), which waits for it too");

@@ -12,7 +12,7 @@ namespace simhost {
 
 namespace {
 
-constexpr float metresPerFoot = 0.3048F;
+constexpr float MetresPerFoot = 0.3048F;
 
 struct Entry {
     std::string file;
@@ -23,7 +23,7 @@ struct Entry {
 constexpr struct {
     std::string_view key;
     float Entry::*field;
-} numbers[] = {{"_v10_att_x_acf_prt_ref", &Entry::x}, {"_v10_att_y_acf_prt_ref", &Entry::y},
+} Numbers[] = {{"_v10_att_x_acf_prt_ref", &Entry::x}, {"_v10_att_y_acf_prt_ref", &Entry::y},
                {"_v10_att_z_acf_prt_ref", &Entry::z}, {"_v10_att_phi_ref", &Entry::roll},
                {"_v10_att_psi_ref", &Entry::heading}, {"_v10_att_the_ref", &Entry::pitch}};
 
@@ -38,12 +38,12 @@ void ReadProperty(std::string_view key, std::string_view value, std::map<int, En
     key.remove_prefix(slash + 1);
     Entry &entry = entries[index];
     if (key == "_v10_att_file_stl") entry.file = value;
-    for (const auto &number : numbers)
+    for (const auto &number : Numbers)
         if (key == number.key) ReadWholeNumber(value, entry.*number.field);
 }
 
 Matrix PlaceOf(const Entry &entry) {
-    return Translation(entry.x * metresPerFoot, entry.y * metresPerFoot, entry.z * metresPerFoot)
+    return Translation(entry.x * MetresPerFoot, entry.y * MetresPerFoot, entry.z * MetresPerFoot)
            * Rotation(0, 1, 0, -entry.heading) * Rotation(1, 0, 0, entry.pitch)
            * Rotation(0, 0, 1, -entry.roll);
 }

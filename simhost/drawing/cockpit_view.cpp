@@ -17,19 +17,19 @@
 
 namespace simhost {
 
-const char *const cockpitViews = "\"cockpit\", \"front\", \"side\" or \"none\"";
+const char *const CockpitViews = "\"cockpit\", \"front\", \"side\" or \"none\"";
 
 namespace {
 
-constexpr const char *figureFile = "kvfennic.obj";
-constexpr const char *seatFile = "seats.obj";
+constexpr const char *FigureFile = "kvfennic.obj";
+constexpr const char *SeatFile = "seats.obj";
 
 // In metres from the top of the right-hand seat's cushion.
 struct Viewpoint {
     std::string_view name;
     Camera camera;
 };
-constexpr Viewpoint viewpoints[] = {
+constexpr Viewpoint Viewpoints[] = {
     {"cockpit", {{-0.98F, 0.80F, -0.12F}, {0, 0.34F, -0.18F}, 62}}, // the pilot's eyes
     {"front", {{-0.50F, 0.66F, -1.15F}, {-0.22F, 0.37F, 0}, 50}},   // from over the glareshield
     {"side", {{-1.85F, 0.35F, -0.20F}, {0, 0.22F, -0.20F}, 45}}};
@@ -72,7 +72,7 @@ bool Exists(const std::string &path) {
     return std::filesystem::is_regular_file(path, failed);
 }
 
-bool IsNamed(const std::string &file, const char *name) {
+bool isNamed(const std::string &file, const char *name) {
     return std::filesystem::path(file).filename() == name;
 }
 
@@ -101,30 +101,30 @@ Camera Placed(const Camera &camera, const Matrix &seat) {
 void MakeScene(const Viewpoint &viewpoint, const std::string &objects, const std::string &aircraftFile,
                const std::string &otherFigure, std::vector<std::string> &notes) {
     const std::vector<AttachedObject> allAttached = ReadAttachedObjects(aircraftFile);
-    Matrix seat = unitMatrix;
+    Matrix seat = UnitMatrix;
     for (const AttachedObject &attached : allAttached)
-        if (IsNamed(attached.file, figureFile)) seat = attached.place;
+        if (isNamed(attached.file, FigureFile)) seat = attached.place;
     bool hasFigure = false, hasSeat = false, hasRoom = false, isSeatAttached = false;
     for (const AttachedObject &attached : allAttached) {
-        isSeatAttached = isSeatAttached || IsNamed(attached.file, seatFile);
+        isSeatAttached = isSeatAttached || isNamed(attached.file, SeatFile);
         if (!Exists(objects + attached.file)) {
             notes.emplace_back("The aircraft attaches " + attached.file + ", which is not in its objects.");
             continue;
         }
         if (!AddFile(objects + attached.file, attached.place)) continue;
-        if (IsNamed(attached.file, figureFile))
+        if (isNamed(attached.file, FigureFile))
             hasFigure = true;
         else if (!Surrounds(TheScene().objects.back(), seat))
             continue;
-        else if (IsNamed(attached.file, seatFile))
+        else if (isNamed(attached.file, SeatFile))
             hasSeat = true;
         else
             hasRoom = true;
     }
-    if (!isSeatAttached && Exists(objects + seatFile)) hasSeat = AddFile(objects + seatFile, seat);
+    if (!isSeatAttached && Exists(objects + SeatFile)) hasSeat = AddFile(objects + SeatFile, seat);
     if (!hasRoom) AddToScene(MakeCockpitRoom(), seat);
     if (!hasRoom && !hasSeat) AddToScene(MakeSeat(), seat);
-    if (!hasFigure && Exists(objects + figureFile)) hasFigure = AddFile(objects + figureFile, seat);
+    if (!hasFigure && Exists(objects + FigureFile)) hasFigure = AddFile(objects + FigureFile, seat);
     if (!hasFigure && Exists(otherFigure)) {
         hasFigure = AddFile(otherFigure, seat);
         notes.emplace_back("The figure is not in the aircraft's objects; the plug-in's own files are shown.");
@@ -141,7 +141,7 @@ bool ShowCockpit(std::string_view view, const std::string &aircraftFolder, const
         ClearScene();
         return true;
     }
-    for (const Viewpoint &viewpoint : viewpoints) {
+    for (const Viewpoint &viewpoint : Viewpoints) {
         if (viewpoint.name != view) continue;
         ClearScene();
         MakeScene(viewpoint, aircraftFolder + "objects/", aircraftFolder + aircraftFile, otherFigure, notes);
@@ -150,7 +150,7 @@ bool ShowCockpit(std::string_view view, const std::string &aircraftFolder, const
     return false;
 }
 
-bool IsCockpitShown() {
+bool isCockpitShown() {
     return !TheScene().objects.empty();
 }
 

@@ -9,7 +9,7 @@
 namespace simhost {
 
 // What can be shown, for messages: "cockpit", "front", "side".
-extern const char *const cockpitViews;
+extern const char *const CockpitViews;
 
 // Reads the objects and shows them from the frame that comes next, from one of those viewpoints; "none" takes
 // the picture away. An aircraft without the figure gets the one from otherFigure, the path of an object, if
@@ -18,7 +18,7 @@ extern const char *const cockpitViews;
 bool ShowCockpit(std::string_view view, const std::string &aircraftFolder, const std::string &aircraftFile,
                  const std::string &otherFigure, std::vector<std::string> &notes);
 
-bool IsCockpitShown();
+bool isCockpitShown();
 
 // While a frame with pixels is drawn, before everything else.
 void DrawCockpit();

@@ -95,19 +95,19 @@ void CopyPicture(const Surface &from, GLuint framebuffer) {
 } // namespace
 
 bool ProvideContext() {
-    if (contextState != ContextState::None) return HasContext();
+    if (contextState != ContextState::None) return hasContext();
     const RunningScope scope(XPLM_PLUGIN_XPLANE, "preparing OpenGL"); // whoever asked for it
     whyNoContext = MakeContext();
     contextState = whyNoContext.empty() ? ContextState::Ready : ContextState::Impossible;
-    if (HasContext())
+    if (hasContext())
         UsePixelSurface();
     else
         std::fprintf(stderr, "fennic-sim: no OpenGL here (%s); the flight goes on without pictures\n",
                      whyNoContext.c_str());
-    return HasContext();
+    return hasContext();
 }
 
-bool HasContext() {
+bool hasContext() {
     return contextState == ContextState::Ready;
 }
 

@@ -14,7 +14,7 @@ namespace simhost {
 // False where there is none; then a line on stderr has said so once, and OpenGL's calls do nothing.
 bool ProvideContext();
 
-bool HasContext();
+bool hasContext();
 const std::string &WhyNoContext();
 
 // The surface to draw on from now on. False, and the surface of one pixel, when there can be none of that

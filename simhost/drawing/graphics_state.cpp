@@ -18,7 +18,7 @@ namespace {
 
 struct AppliedState {
     GraphicsState state;
-    int textures[textureUnitCount] = {};
+    int textures[TextureUnitCount] = {};
 };
 constinit AppliedState applied; // what the original state is, at first
 
@@ -32,7 +32,7 @@ int DrawingHeight() {
     return drawingHeight > 0 ? drawingHeight : ScreenHeight();
 }
 
-constinit bool isInDrawingScope = false;
+constinit bool isScopeOpen = false;
 
 constinit std::set<std::pair<XPLMPluginID, std::string>> *reported = nullptr;
 
@@ -83,11 +83,11 @@ void TakeBackAttributes() {
 }
 
 // A lost context would never stop to tell errors.
-constexpr int mostErrors = 8;
+constexpr int MostErrors = 8;
 
 // Errors from outside callbacks are nobody's that could be named.
 void ForgetErrors() {
-    for (int i = 0; i < mostErrors && glGetError() != GL_NO_ERROR; i++) {
+    for (int i = 0; i < MostErrors && glGetError() != GL_NO_ERROR; i++) {
     }
 }
 
@@ -101,7 +101,7 @@ void ReportMistakes() {
         ReportOnce("leaves pushed attributes, or pops too many");
     if (Ask(GL_MODELVIEW_STACK_DEPTH) != 1 || Ask(GL_PROJECTION_STACK_DEPTH) != 1)
         ReportOnce("leaves pushed matrices");
-    for (int i = 0; i < mostErrors; i++) {
+    for (int i = 0; i < MostErrors; i++) {
         const GLenum error = glGetError();
         if (error == GL_NO_ERROR) break;
         char text[64];
@@ -113,7 +113,7 @@ void ReportMistakes() {
 } // namespace
 
 void ReportOnce(const std::string &mistake) {
-    if (reported == nullptr) reported = new std::set<std::pair<XPLMPluginID, std::string>>;
+    if (!reported) reported = new std::set<std::pair<XPLMPluginID, std::string>>;
     const std::string what = std::string(currentRunning.doing) + " " + mistake;
     if (reported->insert({currentRunning.plugin, what}).second) ReportMisuse(what);
 }
@@ -150,7 +150,7 @@ void SetGraphicsState(const GraphicsState &state) {
     if (state.alphaBlend != old.alphaBlend) SetSwitch(GL_BLEND, state.alphaBlend);
     if (state.depthTest != old.depthTest) SetSwitch(GL_DEPTH_TEST, state.depthTest);
     if (state.depthWrite != old.depthWrite) glDepthMask(state.depthWrite ? GL_TRUE : GL_FALSE);
-    for (int unit = 0; unit < textureUnitCount; unit++) {
+    for (int unit = 0; unit < TextureUnitCount; unit++) {
         const bool on = unit < state.textureUnits;
         if (on == (unit < old.textureUnits)) continue;
         glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
@@ -169,7 +169,7 @@ void BindTexture(int texture, int unit) {
 }
 
 DrawingScope::DrawingScope() {
-    isInDrawingScope = true;
+    isScopeOpen = true;
     if (!isOriginalStateSaved) return;
     RestoreGraphicsState();
     ForgetErrors();
@@ -177,11 +177,11 @@ DrawingScope::DrawingScope() {
 
 DrawingScope::~DrawingScope() {
     if (isOriginalStateSaved) ReportMistakes();
-    isInDrawingScope = false;
+    isScopeOpen = false;
 }
 
-bool IsInDrawingScope() {
-    return isInDrawingScope;
+bool isInDrawingScope() {
+    return isScopeOpen;
 }
 
 void ResetGraphicsState() {

@@ -15,7 +15,7 @@ struct GraphicsState {
     bool depthTest = false;
     bool depthWrite = false;
 };
-inline constexpr int textureUnitCount = 8;
+inline constexpr int TextureUnitCount = 8;
 
 // For whoever needs OpenGL from now on: makes the context and notes its original state. False when there is
 // no OpenGL.
@@ -42,7 +42,7 @@ public:
     DrawingScope &operator=(const DrawingScope &) = delete;
 };
 
-bool IsInDrawingScope();
+bool isInDrawingScope();
 
 // The running plug-in's mistake with OpenGL: a line in the log, once for each place.
 void ReportOnce(const std::string &mistake);

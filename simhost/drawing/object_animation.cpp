@@ -9,10 +9,10 @@ namespace simhost {
 
 namespace {
 
-constexpr float radiansPerDegree = 3.14159265358979F / 180;
+constexpr float RadiansPerDegree = 3.14159265358979F / 180;
 
 struct Group {
-    Matrix place = unitMatrix;
+    Matrix place = UnitMatrix;
     bool isInHidden = false; // a group around it is hidden
     bool isHidden = false;
 };
@@ -66,11 +66,11 @@ Matrix Translation(float x, float y, float z) {
 // Rodrigues' formula.
 Matrix Rotation(float x, float y, float z, float degrees) {
     const float length = std::sqrt(x * x + y * y + z * z);
-    if (!(length > 0) || !std::isfinite(length)) return unitMatrix;
+    if (!(length > 0) || !std::isfinite(length)) return UnitMatrix;
     x /= length;
     y /= length;
     z /= length;
-    const float c = std::cos(degrees * radiansPerDegree), s = std::sin(degrees * radiansPerDegree);
+    const float c = std::cos(degrees * RadiansPerDegree), s = std::sin(degrees * RadiansPerDegree);
     const float d = 1 - c;
     return {c + x * x * d,
             y * x * d + z * s,

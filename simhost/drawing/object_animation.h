@@ -17,7 +17,7 @@ namespace simhost {
 // Columns one after the other, as OpenGL has them. Points are columns: a product's right factor acts first.
 using Matrix = std::array<float, 16>;
 
-inline constexpr Matrix unitMatrix = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+inline constexpr Matrix UnitMatrix = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 
 Matrix operator*(const Matrix &a, const Matrix &b);
 Matrix Translation(float x, float y, float z);

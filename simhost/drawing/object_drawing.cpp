@@ -17,9 +17,9 @@ namespace {
 
 // ---- The shader ----
 
-enum Attribute : GLuint { positionAttribute, normalAttribute, textureAttribute };
+enum Attribute : GLuint { PositionAttribute, NormalAttribute, TextureAttribute };
 
-constexpr const char *vertexShader = R"(#version 120
+constexpr const char *VertexShader = R"(#version 120
 attribute vec3 position, normal;
 attribute vec2 texturePoint;
 uniform mat4 place, view;
@@ -35,7 +35,7 @@ void main() {
 
 // The directions of s and t on the surface come from how they change from pixel to pixel, since OBJ8 has no
 // tangents. A normal map holds x and y in red and green.
-constexpr const char *fragmentShader = R"(#version 120
+constexpr const char *FragmentShader = R"(#version 120
 uniform sampler2D picture, normalMap;
 uniform bool hasNormalMap;
 uniform vec3 eye;
@@ -81,14 +81,14 @@ Program MakeProgram() {
     Program made;
     made.name = glCreateProgram();
     for (const auto &[kind, source] :
-         {std::pair{GL_VERTEX_SHADER, vertexShader}, {GL_FRAGMENT_SHADER, fragmentShader}}) {
+         {std::pair{GL_VERTEX_SHADER, VertexShader}, {GL_FRAGMENT_SHADER, FragmentShader}}) {
         const GLuint shader = CompileShader(static_cast<GLenum>(kind), source);
         glAttachShader(made.name, shader);
         glDeleteShader(shader); // with the program
     }
-    glBindAttribLocation(made.name, positionAttribute, "position");
-    glBindAttribLocation(made.name, normalAttribute, "normal");
-    glBindAttribLocation(made.name, textureAttribute, "texturePoint");
+    glBindAttribLocation(made.name, PositionAttribute, "position");
+    glBindAttribLocation(made.name, NormalAttribute, "normal");
+    glBindAttribLocation(made.name, TextureAttribute, "texturePoint");
     glLinkProgram(made.name);
     GLint isLinked = GL_FALSE;
     glGetProgramiv(made.name, GL_LINK_STATUS, &isLinked);
@@ -236,9 +236,9 @@ void DrawObject(DrawnObject &object, const Program &program, const Camera &camer
 
     glBindBuffer(GL_ARRAY_BUFFER, object.vertexBuffer);
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, object.indexBuffer);
-    PointAt(positionAttribute, 3, offsetof(ObjectVertex, position));
-    PointAt(normalAttribute, 3, offsetof(ObjectVertex, normal));
-    PointAt(textureAttribute, 2, offsetof(ObjectVertex, texture));
+    PointAt(PositionAttribute, 3, offsetof(ObjectVertex, position));
+    PointAt(NormalAttribute, 3, offsetof(ObjectVertex, normal));
+    PointAt(TextureAttribute, 2, offsetof(ObjectVertex, texture));
     glActiveTexture(GL_TEXTURE1);
     glBindTexture(GL_TEXTURE_2D, object.normalTexture);
     glActiveTexture(GL_TEXTURE0);

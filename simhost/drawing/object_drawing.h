@@ -20,7 +20,7 @@ struct ObjectPicture {
 
 struct DrawnObject {
     ObjectFile file;
-    Matrix place = unitMatrix; // from the object's coordinates to the scene's
+    Matrix place = UnitMatrix; // from the object's coordinates to the scene's
     ObjectPicture picture;     // used instead of the file's texture unless empty
 
     // object_drawing.cpp's own.

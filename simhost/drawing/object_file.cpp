@@ -14,9 +14,9 @@ namespace simhost {
 namespace {
 
 // A broken file would otherwise fill the log.
-constexpr std::size_t mostProblems = 20;
+constexpr std::size_t MostProblems = 20;
 
-constexpr bool IsBlank(char c) {
+constexpr bool isBlank(char c) {
     return c == ' ' || c == '\t';
 }
 
@@ -29,9 +29,9 @@ struct Reader {
     int pointCounts[4] = {-1, -1, -1, -1};
 
     void Report(int where, const std::string &what) {
-        if (object.problems.size() < mostProblems)
+        if (object.problems.size() < MostProblems)
             object.problems.push_back(object.path + ":" + std::to_string(where) + ": " + what);
-        else if (object.problems.size() == mostProblems)
+        else if (object.problems.size() == MostProblems)
             object.problems.push_back(object.path + ": and more");
     }
 
@@ -48,9 +48,9 @@ struct Reader {
     }
 
     std::string_view Word() {
-        while (!words.empty() && IsBlank(words.front())) words.remove_prefix(1);
+        while (!words.empty() && isBlank(words.front())) words.remove_prefix(1);
         std::size_t length = 0;
-        while (length < words.size() && !IsBlank(words[length])) length++;
+        while (length < words.size() && !isBlank(words[length])) length++;
         const std::string_view word = words.substr(0, length);
         words.remove_prefix(length);
         return word;
@@ -58,8 +58,8 @@ struct Reader {
 
     // All that is left, blanks at both ends aside: file names may contain some.
     std::string_view Remainder() {
-        while (!words.empty() && IsBlank(words.front())) words.remove_prefix(1);
-        while (!words.empty() && IsBlank(words.back())) words.remove_suffix(1);
+        while (!words.empty() && isBlank(words.front())) words.remove_prefix(1);
+        while (!words.empty() && isBlank(words.back())) words.remove_suffix(1);
         return words;
     }
 
@@ -235,7 +235,7 @@ struct LineKind {
 
 // The most frequent ones first. What is not here is skipped: LINES, LIGHTS, VLINE, VLIGHT, GLOBAL_..., the
 // other ATTR_... and whatever other programs write.
-constexpr LineKind lineKinds[] = {
+constexpr LineKind LineKinds[] = {
     {"VT", ReadVertex},
     {"IDX10", [](Reader &reader) { return ReadIndices(reader, 10); }},
     {"IDX", [](Reader &reader) { return ReadIndices(reader, 1); }},
@@ -265,7 +265,7 @@ constexpr LineKind lineKinds[] = {
 
 void ReadLine(Reader &reader) {
     const std::string_view name = reader.Word();
-    for (const LineKind &kind : lineKinds) {
+    for (const LineKind &kind : LineKinds) {
         if (kind.name != name) continue;
         if (!name.ends_with("_key") && name != "ANIM_keyframe_loop") CloseKeys(reader);
         if (!kind.read(reader)) reader.Report(reader.line, "cannot read this " + std::string(name) + " line");

@@ -16,9 +16,9 @@ constinit int misplacedObjects = 0;
 
 // The simulator promises OpenGL to these alone: elsewhere its context may be another's, or none.
 bool MayMakeObjects() {
-    return currentRunning.plugin == XPLM_PLUGIN_XPLANE || IsInDrawingScope()
+    return currentRunning.plugin == XPLM_PLUGIN_XPLANE || isInDrawingScope()
            || std::string_view(currentRunning.doing) == "flight loop"
-           || std::string_view(currentRunning.doing) == programItself;
+           || std::string_view(currentRunning.doing) == ProgramItself;
 }
 
 template <typename Function> Function Next(const char *name) {

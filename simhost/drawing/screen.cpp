@@ -18,7 +18,7 @@ namespace simhost {
 
 namespace {
 
-constinit bool isDrawingFrame = false;
+constinit bool isFrameDrawn = false;
 constinit bool hasPixels = false;
 constinit int frameWidth = 0, frameHeight = 0; // of the last frame with pixels
 
@@ -59,10 +59,10 @@ void KeepText(std::string_view text, int x, int y, float red, float green, float
 // ---- Letters ----
 
 // The font's texture: the letters and the box side by side, 16 in a row.
-constexpr int lettersInRow = 16;
-constexpr int fontWidth = 128, fontHeight = 128;
-static_assert(lettersInRow * screenFontColumnCount <= fontWidth);
-static_assert((screenFontCount / lettersInRow + 1) * screenFontRowCount <= fontHeight);
+constexpr int LettersInRow = 16;
+constexpr int FontWidth = 128, FontHeight = 128;
+static_assert(LettersInRow * ScreenFontColumnCount <= FontWidth);
+static_assert((ScreenFontCount / LettersInRow + 1) * ScreenFontRowCount <= FontHeight);
 
 std::uint32_t BoxRow(int row) {
     if (row < 1 || row > 10) return 0;
@@ -72,14 +72,14 @@ std::uint32_t BoxRow(int row) {
 GLuint FontTexture() {
     static GLuint texture = 0;
     if (texture != 0) return texture;
-    std::vector<unsigned char> pixels(fontWidth * fontHeight);
-    for (int letter = 0; letter <= screenFontCount; letter++) {
-        for (int row = 0; row < screenFontRowCount; row++) {
-            const std::uint32_t levels = letter == screenFontBox ? BoxRow(row) : screenFontRows[letter][row];
+    std::vector<unsigned char> pixels(FontWidth * FontHeight);
+    for (int letter = 0; letter <= ScreenFontCount; letter++) {
+        for (int row = 0; row < ScreenFontRowCount; row++) {
+            const std::uint32_t levels = letter == ScreenFontBox ? BoxRow(row) : ScreenFontRows[letter][row];
             unsigned char *pixel = pixels.data()
-                                   + (letter / lettersInRow * screenFontRowCount + row) * fontWidth
-                                   + letter % lettersInRow * screenFontColumnCount;
-            for (int column = 0; column < screenFontColumnCount; column++)
+                                   + (letter / LettersInRow * ScreenFontRowCount + row) * FontWidth
+                                   + letter % LettersInRow * ScreenFontColumnCount;
+            for (int column = 0; column < ScreenFontColumnCount; column++)
                 pixel[column] = static_cast<unsigned char>((levels >> (28 - 4 * column) & 15) * 17);
         }
     }
@@ -90,7 +90,7 @@ GLuint FontTexture() {
     glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
     glPixelStorei(GL_UNPACK_SKIP_ROWS, 0);
     glPixelStorei(GL_UNPACK_SKIP_PIXELS, 0);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA8, fontWidth, fontHeight, 0, GL_ALPHA, GL_UNSIGNED_BYTE,
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA8, FontWidth, FontHeight, 0, GL_ALPHA, GL_UNSIGNED_BYTE,
                  pixels.data());
     glPopClientAttrib();
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
@@ -100,25 +100,25 @@ GLuint FontTexture() {
 
 // In floats, since a plug-in may write at the end of the integers.
 void DrawLetter(int letter, float x, float y) {
-    const float left = static_cast<float>(letter % lettersInRow * screenFontColumnCount) / fontWidth;
-    const float top = static_cast<float>(letter / lettersInRow * screenFontRowCount) / fontHeight;
-    const float right = left + static_cast<float>(screenFontColumnCount) / fontWidth;
-    const float bottom = top + static_cast<float>(screenFontRowCount) / fontHeight;
-    const float lower = y - screenFontDescent;
-    const float upper = lower + screenFontRowCount;
+    const float left = static_cast<float>(letter % LettersInRow * ScreenFontColumnCount) / FontWidth;
+    const float top = static_cast<float>(letter / LettersInRow * ScreenFontRowCount) / FontHeight;
+    const float right = left + static_cast<float>(ScreenFontColumnCount) / FontWidth;
+    const float bottom = top + static_cast<float>(ScreenFontRowCount) / FontHeight;
+    const float lower = y - ScreenFontDescent;
+    const float upper = lower + ScreenFontRowCount;
     glTexCoord2f(left, bottom);
     glVertex2f(x, lower);
     glTexCoord2f(right, bottom);
-    glVertex2f(x + screenFontColumnCount, lower);
+    glVertex2f(x + ScreenFontColumnCount, lower);
     glTexCoord2f(right, top);
-    glVertex2f(x + screenFontColumnCount, upper);
+    glVertex2f(x + ScreenFontColumnCount, upper);
     glTexCoord2f(left, top);
     glVertex2f(x, upper);
 }
 
 // What the simulator itself draws between callbacks does not depend on what they left.
 void BeginOwnDrawing(int textureUnits) {
-    if (!IsInDrawingScope()) RestoreGraphicsState();
+    if (!isInDrawingScope()) RestoreGraphicsState();
     SetGraphicsState({.textureUnits = textureUnits});
 }
 
@@ -129,7 +129,7 @@ void DrawLetters(std::string_view text, int x, int y, const Tint &tint) {
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
     glColor4f(tint.red, tint.green, tint.blue, tint.alpha);
     glBegin(GL_QUADS);
-    for (float left = static_cast<float>(x); !text.empty(); left += screenFontAdvance)
+    for (float left = static_cast<float>(x); !text.empty(); left += ScreenFontAdvance)
         DrawLetter(TakeLetter(text), left, static_cast<float>(y));
     glEnd();
 }
@@ -142,7 +142,7 @@ struct Shade {
 };
 
 // Dusk: bright over the horizon, dark above and below, so that a text's colour can be judged on both.
-constexpr Shade dusk[] = {{0.00F, 0.13F, 0.14F, 0.16F},
+constexpr Shade Dusk[] = {{0.00F, 0.13F, 0.14F, 0.16F},
                           {0.30F, 0.36F, 0.33F, 0.35F},
                           {0.38F, 0.95F, 0.72F, 0.48F},
                           {0.62F, 0.56F, 0.48F, 0.62F},
@@ -159,13 +159,13 @@ void DrawBackground() {
     ClearSurface();
     const float width = static_cast<float>(ScreenWidth()), height = static_cast<float>(ScreenHeight());
     glBegin(GL_QUAD_STRIP);
-    for (const Shade &shade : dusk) {
+    for (const Shade &shade : Dusk) {
         glColor3f(shade.red, shade.green, shade.blue);
         glVertex2f(0, shade.height * height);
         glVertex2f(width, shade.height * height);
     }
     glEnd();
-    if (IsCockpitShown()) DrawCockpit();
+    if (isCockpitShown()) DrawCockpit();
 }
 
 } // namespace
@@ -173,20 +173,20 @@ void DrawBackground() {
 void DrawFrame(bool withPixels) {
     ClearTexts();
     hasPixels = withPixels && ProvideGraphics() && UseFullSurface(ScreenWidth(), ScreenHeight());
-    if (!hasPixels && HasContext()) UsePixelSurface();
+    if (!hasPixels && hasContext()) UsePixelSurface();
     frameWidth = ScreenWidth();
     frameHeight = ScreenHeight();
-    isDrawingFrame = true;
+    isFrameDrawn = true;
     if (hasPixels) DrawBackground();
-    for (XPLMDrawingPhase phase : drawingPhases) {
+    for (XPLMDrawingPhase phase : DrawingPhases) {
         RunDrawPhase(phase);
         if (phase == xplm_Phase_Window) DrawWindows();
     }
-    isDrawingFrame = false;
+    isFrameDrawn = false;
 }
 
-bool IsDrawingFrame() {
-    return isDrawingFrame;
+bool isDrawingFrame() {
+    return isFrameDrawn;
 }
 
 const std::vector<DrawnText> &ScreenTexts() {
@@ -214,7 +214,7 @@ bool DrawFrameForPicture(std::string &error) {
     DrawFrame(true);
     if (!hasPixels)
         error =
-            HasContext() ? "the screen is larger than OpenGL can draw" : "no OpenGL here: " + WhyNoContext();
+            hasContext() ? "the screen is larger than OpenGL can draw" : "no OpenGL here: " + WhyNoContext();
     return hasPixels;
 }
 
@@ -307,11 +307,11 @@ void DrawPluginText(std::string_view text, int x, int y, float red, float green,
 }
 
 int TextWidth(const std::string &text) {
-    return CountLetters(text) * screenFontAdvance;
+    return CountLetters(text) * ScreenFontAdvance;
 }
 
 int TextHeight() {
-    return screenFontRowCount;
+    return ScreenFontRowCount;
 }
 
 void ResetScreen() {

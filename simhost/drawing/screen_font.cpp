@@ -28,7 +28,7 @@ std::size_t NextLength(std::string_view text) {
 int TakeLetter(std::string_view &text) {
     const unsigned char first = static_cast<unsigned char>(text[0]);
     text.remove_prefix(NextLength(text));
-    return first >= ' ' && first <= '~' ? first - ' ' : screenFontBox;
+    return first >= ' ' && first <= '~' ? first - ' ' : ScreenFontBox;
 }
 
 int CountLetters(std::string_view text) {

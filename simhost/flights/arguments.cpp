@@ -90,7 +90,7 @@ void SetField(lua_State *lua, const char *name, bool value) {
 void RememberCaller(lua_State *lua) {
     flightRecord->line = 0;
     lua_Debug frame;
-    for (int level = 0; lua != nullptr && lua_getstack(lua, level, &frame) != 0; ++level) {
+    for (int level = 0; lua && lua_getstack(lua, level, &frame) != 0; ++level) {
         lua_getinfo(lua, "Sl", &frame);
         if (frame.currentline <= 0) continue;
         static_assert(sizeof flightRecord->script >= sizeof frame.short_src);

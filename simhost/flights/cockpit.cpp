@@ -15,13 +15,13 @@ namespace simhost {
 
 namespace {
 
-constexpr const char *PUSH_TO_TALK = "kv/fennic/rec";
-constexpr const char *FROM_SPEECH_SERVER = "kv/fr_speech";
+constexpr const char *PushToTalk = "kv/fennic/rec";
+constexpr const char *FromSpeechServer = "kv/fr_speech";
 constexpr std::string_view SAY = "say>";
 
 std::string KnownCommand(const Call &call) {
     std::string name = call.Text(1, "name");
-    if (XPLMFindCommand(name.c_str()) == nullptr) call.Refuse("name", "names no command: " + name);
+    if (!XPLMFindCommand(name.c_str())) call.Refuse("name", "names no command: " + name);
     return name;
 }
 
@@ -66,14 +66,14 @@ int Tap(Call &call) {
     return 0;
 }
 
-bool HasSpeechLink() {
-    const XPLMDataRef answer = XPLMFindDataRef(FROM_SPEECH_SERVER);
-    return answer != nullptr && (XPLMGetDataRefTypes(answer) & xplmType_Data) != 0;
+bool hasSpeechLink() {
+    const XPLMDataRef answer = XPLMFindDataRef(FromSpeechServer);
+    return answer && (XPLMGetDataRefTypes(answer) & xplmType_Data) != 0;
 }
 
 void NeedSpeechLink(const Call &call) {
-    if (!HasSpeechLink())
-        call.Fail(std::string("there is no string dataref \"") + FROM_SPEECH_SERVER
+    if (!hasSpeechLink())
+        call.Fail(std::string("there is no string dataref \"") + FromSpeechServer
                   + "\"; is the plug-in started?");
 }
 
@@ -83,7 +83,7 @@ struct Utterance {
     std::string text;
     int framesDone = 0;
 };
-constexpr int UTTERANCE_FRAMES = 4;
+constexpr int UtteranceFrames = 4;
 
 // The first is being said; the others wait.
 std::deque<Utterance> utterances;
@@ -92,7 +92,7 @@ bool wasAnswerRefused = false;
 
 bool Answer(const std::string &text) {
     SimulatorCall inside;
-    return SetText(FROM_SPEECH_SERVER, text);
+    return SetText(FromSpeechServer, text);
 }
 
 void Say(const std::string &text) {
@@ -101,13 +101,13 @@ void Say(const std::string &text) {
 
 int Hear(Call &call) {
     const std::string text = call.Text(1, "text");
-    if (XPLMFindCommand(PUSH_TO_TALK) == nullptr)
-        call.Fail(std::string("there is no command \"") + PUSH_TO_TALK + "\"; is the plug-in started?");
+    if (!XPLMFindCommand(PushToTalk))
+        call.Fail(std::string("there is no command \"") + PushToTalk + "\"; is the plug-in started?");
     NeedSpeechLink(call);
     wasAnswerRefused = false;
     Say(text);
     while (!utterances.empty()) StepFrames(1);
-    if (wasAnswerRefused) call.Fail(std::string(FROM_SPEECH_SERVER) + " cannot be written");
+    if (wasAnswerRefused) call.Fail(std::string(FromSpeechServer) + " cannot be written");
     return 0;
 }
 
@@ -115,7 +115,7 @@ int Reply(Call &call) {
     const std::string text = call.Text(1, "text");
     NeedSpeechLink(call);
     TranscribeReply(text);
-    if (!Answer(text)) call.Fail(std::string(FROM_SPEECH_SERVER) + " cannot be written");
+    if (!Answer(text)) call.Fail(std::string(FromSpeechServer) + " cannot be written");
     return 0;
 }
 
@@ -178,7 +178,7 @@ int Note(Call &call) {
 } // namespace
 
 void TypeSpeech(const std::string &text) {
-    if (XPLMFindCommand(PUSH_TO_TALK) != nullptr && HasSpeechLink())
+    if (XPLMFindCommand(PushToTalk) && hasSpeechLink())
         Say(text);
     else
         TranscribeDirection("Nobody is there to hear \"" + text + "\".");
@@ -191,17 +191,17 @@ void BeginFrameOfSpeech() {
         TranscribeHeard(utterance.text);
         untold.emplace();
         SimulatorCall inside;
-        HoldCommand(PUSH_TO_TALK);
+        HoldCommand(PushToTalk);
     } else if (utterance.framesDone == 1) {
         wasAnswerRefused = !Answer(utterance.text);
     } else if (utterance.framesDone == 3) {
         SimulatorCall inside;
-        ReleaseCommand(PUSH_TO_TALK);
+        ReleaseCommand(PushToTalk);
     }
 }
 
 void EndFrameOfSpeech() {
-    if (utterances.empty() || ++utterances.front().framesDone < UTTERANCE_FRAMES) return;
+    if (utterances.empty() || ++utterances.front().framesDone < UtteranceFrames) return;
     utterances.pop_front();
     untold.reset();
 }

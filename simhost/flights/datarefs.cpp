@@ -17,10 +17,10 @@ namespace simhost {
 
 namespace {
 
-constexpr int TEXT_CAPACITY = 1024; // bytes of a published "string", more when its first value is longer
-constexpr int MOST_ELEMENTS = 100000;
+constexpr int TextCapacity = 1024; // bytes of a published "string", more when its first value is longer
+constexpr int MostElements = 100000;
 constexpr double MOST = std::numeric_limits<double>::infinity();
-constexpr const char *FLIGHT_TIME = "sim/time/total_flight_time_sec";
+constexpr const char *FlightTime = "sim/time/total_flight_time_sec";
 
 // What a call addresses: a dataref, and an element of it when index is not negative.
 struct Target {
@@ -40,7 +40,7 @@ XPLMDataTypeID LeadingType(XPLMDataTypeID types) {
     return xplmType_Unknown;
 }
 
-bool IsArray(const Target &target) {
+bool isArray(const Target &target) {
     return target.type == xplmType_IntArray || target.type == xplmType_FloatArray;
 }
 
@@ -63,7 +63,7 @@ std::string TypeName(const Target &target) {
 
 void Describe(Target &target) {
     target.handle = FindGoodRecord(target.name);
-    if (target.handle == nullptr) return;
+    if (!target.handle) return;
     target.type = LeadingType(XPLMGetDataRefTypes(target.handle));
     if (target.type == xplmType_IntArray) target.elements = XPLMGetDatavi(target.handle, nullptr, 0, 0);
     if (target.type == xplmType_FloatArray) target.elements = XPLMGetDatavf(target.handle, nullptr, 0, 0);
@@ -79,7 +79,7 @@ void SplitIndex(Target &target) {
     if (parsed.ec != std::errc() || parsed.ptr != end) return;
     split.name = target.name.substr(0, open);
     Describe(split);
-    if (split.handle != nullptr) target = split;
+    if (split.handle) target = split;
 }
 
 // The call's dataref, by its name and an index at indexPlace. An unknown one has no handle.
@@ -87,16 +87,16 @@ Target FindTarget(const Call &call, int indexPlace) {
     Target target;
     target.name = call.Text(1, "name");
     Describe(target);
-    if (target.handle == nullptr) SplitIndex(target);
+    if (!target.handle) SplitIndex(target);
     if (call.Has(indexPlace)) {
         const auto index = call.Integer(indexPlace, "index", 0, std::numeric_limits<int>::max());
         if (target.index >= 0) call.Refuse("index", "is given twice, in the name as well");
         target.index = static_cast<int>(index);
     }
-    if (target.handle == nullptr || target.index < 0) return target;
-    if (!IsArray(target) && target.index > 0)
+    if (!target.handle || target.index < 0) return target;
+    if (!isArray(target) && target.index > 0)
         call.Refuse("index", "makes no sense: " + target.name + " is " + TypeName(target));
-    if (IsArray(target) && target.index >= target.elements)
+    if (isArray(target) && target.index >= target.elements)
         call.Refuse("index", "must be from 0 to " + std::to_string(target.elements - 1) + ", " + target.name
                                  + " is " + TypeName(target) + ", got " + std::to_string(target.index));
     return target;
@@ -193,7 +193,7 @@ void WriteList(const Call &call, const Target &target, int place) {
 
 // Is this something that the pilot's hand moves? Then the transcript tells it. What is set while nobody is
 // aboard is the stage, not the play.
-bool IsPilotsAct(std::string_view name) {
+bool isPilotsAct(std::string_view name) {
     if (!flight.isAircraftLoaded) return false;
     for (const char *part : {"/switches/", "/actuators/", "/controls/", "sim/cockpit/"})
         if (name.find(part) != std::string_view::npos) return true;
@@ -204,26 +204,26 @@ int Set(Call &call) {
     constexpr int value = 2;
     SimulatorCall inside;
     Target target = FindTarget(call, 3);
-    if (target.handle == nullptr) call.Refuse("name", "names no dataref: " + target.name);
+    if (!target.handle) call.Refuse("name", "names no dataref: " + target.name);
     const int luaType = lua_type(call.lua, value);
     if (luaType == LUA_TNONE || luaType == LUA_TNIL) call.Refuse("value", "is missing");
-    if (target.name == FLIGHT_TIME) {
+    if (target.name == FlightTime) {
         SetFlightTimeSeconds(call.Number(value, "value", 0, 1e9));
     } else if (target.type == xplmType_Data) {
         WriteText(call, target, call.Text(value, "value"));
-    } else if (IsArray(target) && luaType == LUA_TTABLE) {
+    } else if (isArray(target) && luaType == LUA_TTABLE) {
         if (target.index >= 0) call.Refuse("index", "makes no sense with a table of values");
         WriteList(call, target, value);
     } else {
         const double number = NumberFor(call, value, "value", target.type);
-        if (IsArray(target) && target.index < 0)
+        if (isArray(target) && target.index < 0)
             call.Refuse("index", "is missing, or \"value\" must be a table: " + target.name + " is "
                                      + TypeName(target));
         const int index = target.index < 0 ? 0 : target.index;
         const bool changes = GetNumber(target.name, index) != number;
         Write(call, target, number, index);
-        if (changes && IsPilotsAct(target.name))
-            TranscribeSet(target.name + (IsArray(target) ? ElementText(index) : std::string()),
+        if (changes && isPilotsAct(target.name))
+            TranscribeSet(target.name + (isArray(target) ? ElementText(index) : std::string()),
                           NumberText(static_cast<float>(number)));
     }
     return 0;
@@ -252,7 +252,7 @@ bool ParseType(std::string_view text, Target &target) {
         const char *const end = text.data() + text.size() - 1;
         const auto parsed = std::from_chars(text.data() + open + 1, end, target.elements);
         return parsed.ec == std::errc() && parsed.ptr == end && target.elements >= 1
-               && target.elements <= MOST_ELEMENTS;
+               && target.elements <= MostElements;
     }
     return true;
 }
@@ -269,13 +269,13 @@ int Publish(Call &call) {
                             "got \""
                                 + type + "\"");
     const Dataref *known = FindRecord(target.name);
-    if (known != nullptr && known->isGood && !known->isStored)
+    if (known && known->isGood && !known->isStored)
         call.Refuse("name", "is published by a plug-in already: " + target.name);
 
     // The value is checked before anything is published.
     std::string text;
     double number = 0;
-    const bool isList = IsArray(target) && lua_type(call.lua, value) == LUA_TTABLE;
+    const bool isList = isArray(target) && lua_type(call.lua, value) == LUA_TTABLE;
     if (call.Has(value) && !isList) {
         if (target.type == xplmType_Data)
             text = call.Text(value, "value");
@@ -283,7 +283,7 @@ int Publish(Call &call) {
             number = NumberFor(call, value, "value", target.type);
     }
     if (target.type == xplmType_Data)
-        target.elements = std::max(TEXT_CAPACITY, static_cast<int>(text.size()) + 1);
+        target.elements = std::max(TextCapacity, static_cast<int>(text.size()) + 1);
     SimulatorCall inside;
     PublishDataref(target.name, target.type, target.elements);
     target.handle = FindGoodRecord(target.name);

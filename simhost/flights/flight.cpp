@@ -32,7 +32,7 @@ using std::chrono::steady_clock;
 
 steady_clock::time_point startOfFlight, nextFrame; // nextFrame: in real time alone
 
-constexpr std::chrono::milliseconds MOST_BEHIND{250}; // a flight that was held up goes on from now
+constexpr std::chrono::milliseconds MostBehind{250}; // a flight that was held up goes on from now
 
 int simulatorFolders = 0; // around each other
 
@@ -46,7 +46,7 @@ bool StartsWithPlace(const char *message, const char *source) {
 // that led there behind it when it happened inside a function.
 int ExplainError(lua_State *lua) {
     const char *message = lua_tostring(lua, 1);
-    if (message == nullptr) {
+    if (!message) {
         if (luaL_callmeta(lua, 1, "__tostring") != 0 && lua_type(lua, -1) == LUA_TSTRING)
             message = lua_tostring(lua, -1);
         else
@@ -85,13 +85,13 @@ int Leave(int status) {
 
 int RefuseToFly(const std::string &why) {
     std::fprintf(stderr, "fennic-sim: %s\n", why.c_str());
-    return Leave(EXIT_USAGE);
+    return Leave(ExitUsage);
 }
 
 // Stops what still runs and ends the transcript.
 int FinishFlight(int status) {
     EndPlugins();
-    if (!EndSound()) status = EXIT_FAILED;
+    if (!EndSound()) status = ExitFailed;
     if (flight.options.window) CloseFrontend();
     const std::chrono::duration<double> took = steady_clock::now() - startOfFlight;
     CloseTranscript(static_cast<double>(flight.frames) * flight.frameSeconds, took.count());
@@ -102,16 +102,16 @@ int FinishFlight(int status) {
         std::fprintf(stderr,
                      "fennic-sim: OpenGL objects were made outside draw callbacks and flight loops\n");
     const bool hasFailed = flight.wasAnythingLeftBehind || wasMisplaced;
-    return Leave(status == EXIT_FLOWN && hasFailed ? EXIT_FAILED : status);
+    return Leave(status == ExitFlown && hasFailed ? ExitFailed : status);
 }
 
 // os.exit of a flight: the same end as that of the script.
 int Exit(lua_State *lua) {
-    int status = EXIT_FLOWN;
+    int status = ExitFlown;
     if (lua_isboolean(lua, 1))
-        status = lua_toboolean(lua, 1) != 0 ? EXIT_FLOWN : EXIT_FAILED;
+        status = lua_toboolean(lua, 1) != 0 ? ExitFlown : ExitFailed;
     else
-        status = static_cast<int>(luaL_optinteger(lua, 1, EXIT_FLOWN));
+        status = static_cast<int>(luaL_optinteger(lua, 1, ExitFlown));
     RememberCaller(lua);
     std::exit(FinishFlight(status));
 }
@@ -119,7 +119,7 @@ int Exit(lua_State *lua) {
 // The path by which "require" finds files beside the flight.
 void AddSearchPath(lua_State *lua, const char *script) {
     const char *slash = std::strrchr(script, '/');
-    if (slash == nullptr) return;
+    if (!slash) return;
     lua_getglobal(lua, "package");
     lua_pushlstring(lua, script, static_cast<size_t>(slash - script) + 1);
     lua_pushstring(lua, "?.lua;");
@@ -180,9 +180,9 @@ std::string WithWholeName(lua_State *lua, const std::string &message) {
 
 int RunScript() {
     lua_State *lua = luaL_newstate();
-    if (lua == nullptr) {
+    if (!lua) {
         std::fprintf(stderr, "fennic-sim: no memory for Lua\n");
-        return EXIT_FAILED;
+        return ExitFailed;
     }
     PrepareLua(lua, flight.options);
     lua_pushcfunction(lua, ExplainError);
@@ -196,11 +196,11 @@ int RunScript() {
     if (failed != LUA_OK) {
         std::fflush(stdout);
         const char *message = lua_tostring(lua, -1);
-        std::fprintf(stderr, "%s\n", WithWholeName(lua, message != nullptr ? message : "error").c_str());
+        std::fprintf(stderr, "%s\n", WithWholeName(lua, message ? message : "error").c_str());
     }
     RememberCaller(nullptr);
     lua_close(lua);
-    return failed == LUA_OK ? EXIT_FLOWN : EXIT_FAILED;
+    return failed == LUA_OK ? ExitFlown : ExitFailed;
 }
 
 bool PrepareSimulator(std::string &error) {
@@ -220,7 +220,7 @@ bool PrepareSimulator(std::string &error) {
 void WaitForClock() {
     const auto frame = std::chrono::duration_cast<steady_clock::duration>(
         std::chrono::duration<double>(flight.frameSeconds));
-    nextFrame = std::max(nextFrame + frame, steady_clock::now() - MOST_BEHIND);
+    nextFrame = std::max(nextFrame + frame, steady_clock::now() - MostBehind);
     std::this_thread::sleep_until(nextFrame);
 }
 

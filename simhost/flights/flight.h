@@ -24,9 +24,9 @@ struct FlightOptions {
     bool alone = false;    // one process, without one that watches over it
 };
 
-inline constexpr int EXIT_FLOWN = 0;  // the script ended without an error and nothing was left behind
-inline constexpr int EXIT_FAILED = 1; // it did not, or something was
-inline constexpr int EXIT_USAGE = 2;  // the flight could not begin
+inline constexpr int ExitFlown = 0;  // the script ended without an error and nothing was left behind
+inline constexpr int ExitFailed = 1; // it did not, or something was
+inline constexpr int ExitUsage = 2;  // the flight could not begin
 
 // Flies the flight and gives the program's exit status. Says what went wrong on stderr.
 int FlyFlight(const FlightOptions &options);

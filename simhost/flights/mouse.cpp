@@ -24,7 +24,7 @@ Point PointArgument(const Call &call) {
 }
 
 void NeedHeld(const Call &call, bool held) {
-    if (IsMouseHeld() == held) return;
+    if (isMouseHeld() == held) return;
     call.Fail(held ? "no mouse button is held; call sim.mouse_down before"
                    : "a mouse button is held already; call sim.mouse_up before");
 }
@@ -34,7 +34,7 @@ int ReturnTaken(const Call &call, bool isTaken) {
     return 1;
 }
 
-constexpr const char *CURSOR_NAMES[] = {"default", "hidden", "arrow", "custom"};
+constexpr const char *CursorNames[] = {"default", "hidden", "arrow", "custom"};
 
 // Names the window that the next places are on; none: the screen.
 int PointAt(Call &call) {
@@ -61,7 +61,7 @@ int Move(Call &call) {
     }
     const XPLMCursorStatus cursor = MouseCursor();
     const bool isKnown = cursor >= xplm_CursorDefault && cursor <= xplm_CursorCustom;
-    lua_pushstring(call.lua, CURSOR_NAMES[isKnown ? cursor : xplm_CursorDefault]);
+    lua_pushstring(call.lua, CursorNames[isKnown ? cursor : xplm_CursorDefault]);
     return 1;
 }
 
@@ -121,7 +121,7 @@ int Wheel(Call &call) {
     const Point point = PointArgument(call);
     const int clicks = static_cast<int>(call.Integer(3, "clicks", -1000, 1000));
     SimulatorCall inside;
-    if (!IsMouseHeld()) MoveMouse(point.x, point.y);
+    if (!isMouseHeld()) MoveMouse(point.x, point.y);
     return ReturnTaken(call, TurnWheel(point.x, point.y, clicks));
 }
 

@@ -64,7 +64,7 @@ int Show(Call &call) {
     std::vector<std::string> notes;
     if (!ShowCockpit(view, flight.scratch.aircraft, FindAircraftFile(flight.scratch.aircraft).name, figure,
                      notes))
-        call.Refuse("what", std::string("must be ") + cockpitViews + ", got \"" + view + "\"");
+        call.Refuse("what", std::string("must be ") + CockpitViews + ", got \"" + view + "\"");
     for (const std::string &note : notes) TranscribeDirection(note);
     return 0;
 }

@@ -31,7 +31,7 @@ struct FlightState {
     bool areGlobalPluginsLoaded = false;     // once in a flight, be there any or not
     bool isAircraftLoaded = false;
     bool wasAnythingLeftBehind = false;
-    int statusWhenClosed = EXIT_FLOWN; // the exit status when the pilot closes the window
+    int statusWhenClosed = ExitFlown; // the exit status when the pilot closes the window
 
     // What the simulator gave out and the flight has not asked for yet, one list for each call.
     std::vector<SentMessage> sent;

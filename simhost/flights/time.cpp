@@ -14,7 +14,7 @@ namespace simhost {
 
 namespace {
 
-constexpr double LONGEST_RUN_SECONDS = 1e8;
+constexpr double LongestRunSeconds = 1e8;
 
 int Frames(Call &call) {
     StepFrames(call.Integer(1, "n", 0, 1'000'000'000));
@@ -23,7 +23,7 @@ int Frames(Call &call) {
 
 // Whole frames, as many as it takes to fill the time.
 int Run(Call &call) {
-    const double seconds = call.Number(1, "seconds", 0, LONGEST_RUN_SECONDS);
+    const double seconds = call.Number(1, "seconds", 0, LongestRunSeconds);
     StepFrames(static_cast<long long>(std::ceil(seconds / flight.frameSeconds - 1e-6)));
     return 0;
 }

@@ -45,9 +45,9 @@ namespace simhost {
 
 namespace {
 
-constexpr int TICKS_PER_LIMIT = 10;
-constexpr int TOLD_TO_END[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
-constexpr int GRACE_MILLISECONDS = 100; // between two signals that a terminal sends to both processes
+constexpr int TicksPerLimit = 10;
+constexpr int ToldToEnd[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
+constexpr int GraceMilliseconds = 100; // between two signals that a terminal sends to both processes
 
 FlightRecord ownRecord;
 int signalPipe[2] = {-1, -1};
@@ -98,7 +98,7 @@ std::string SignalMeaning(int number) {
     }
 }
 
-bool IsCrash(int number) {
+bool isCrash(int number) {
     return number == SIGSEGV || number == SIGBUS || number == SIGFPE || number == SIGILL || number == SIGABRT;
 }
 
@@ -130,7 +130,7 @@ int AwaitSignals(int milliseconds, bool &isQuiet) {
 
 // Ends as somebody who was sent the signal ends.
 [[noreturn]] void LeaveBySignal(const Watch &watch, int number) {
-    TidyScratch(watch.scratchRoot, watch.keepScratch, EXIT_CRASHED);
+    TidyScratch(watch.scratchRoot, watch.keepScratch, ExitCrashed);
     std::fflush(nullptr);
     std::signal(number, SIG_DFL);
     raise(number);
@@ -144,7 +144,7 @@ void EndChild(const Watch &watch) {
 }
 
 // Nobody reads what the flight prints, as in "fennic-sim … | head".
-bool IsOutputClosed() {
+bool isOutputClosed() {
     pollfd outputs[2] = {{STDOUT_FILENO, 0, 0}, {STDERR_FILENO, 0, 0}};
     poll(outputs, 2, 0);
     return ((outputs[0].revents | outputs[1].revents) & POLLERR) != 0;
@@ -153,18 +153,18 @@ bool IsOutputClosed() {
 [[noreturn]] void AfterSignal(const Watch &watch, int number) {
     // A terminal tells both processes; the plug-in has nothing to do with it.
     bool isQuiet = false;
-    const int told = AwaitSignals(IsCrash(number) ? 0 : GRACE_MILLISECONDS, isQuiet);
-    const bool isOfFlight = flightRecord->running.plugin == XPLM_PLUGIN_XPLANE && !IsCrash(number);
-    if (told != 0 || (number == SIGPIPE && IsOutputClosed())) LeaveBySignal(watch, told ? told : number);
+    const int told = AwaitSignals(isCrash(number) ? 0 : GraceMilliseconds, isQuiet);
+    const bool isOfFlight = flightRecord->running.plugin == XPLM_PLUGIN_XPLANE && !isCrash(number);
+    if (told != 0 || (number == SIGPIPE && isOutputClosed())) LeaveBySignal(watch, told ? told : number);
     if (isOfFlight && number != SIGKILL) LeaveBySignal(watch, number);
     if (flightRecord->isSanitizerReport)
         Report(flightRecord->running, "crashed", " (see the sanitizer's report above)");
     else if (flightRecord->exception[0] != 0)
         Report(flightRecord->running, "crashed", std::string(" (") + flightRecord->exception + ")");
     else
-        Report(flightRecord->running, IsCrash(number) ? "crashed" : "was ended",
+        Report(flightRecord->running, isCrash(number) ? "crashed" : "was ended",
                " (" + SignalMeaning(number) + ")");
-    Leave(watch, EXIT_CRASHED);
+    Leave(watch, ExitCrashed);
 }
 
 [[noreturn]] void AfterExit(const Watch &watch, int status) {
@@ -177,7 +177,7 @@ bool IsOutputClosed() {
     // The call into the plug-in may have been unwound by then.
     const bool isUnwound = flightRecord->running.plugin == XPLM_PLUGIN_XPLANE;
     Report(isUnwound ? flightRecord->lastOfPlugin : flightRecord->running, "ended the program", "");
-    Leave(watch, EXIT_CRASHED);
+    Leave(watch, ExitCrashed);
 }
 
 // The child has ended, has been stopped, or goes on.
@@ -196,19 +196,19 @@ void OnTick(Watch &watch) {
     watch.entered = flightRecord->entered;
     if (isGoingOn && !watch.isStopped)
         watch.ticks = 0;
-    else if (++watch.ticks >= TICKS_PER_LIMIT) {
+    else if (++watch.ticks >= TicksPerLimit) {
         EndChild(watch);
         if (watch.isStopped)
             Report(flightRecord->running, "stopped the program", "");
         else
             Report(flightRecord->running, "hangs",
                    ": no return within " + NumberText(watch.limitSeconds) + " s");
-        Leave(watch, EXIT_CRASHED);
+        Leave(watch, ExitCrashed);
     }
 }
 
 [[noreturn]] void WatchChild(Watch &watch) {
-    const int tick = static_cast<int>(watch.limitSeconds * 1000 / TICKS_PER_LIMIT);
+    const int tick = static_cast<int>(watch.limitSeconds * 1000 / TicksPerLimit);
     while (true) {
         bool isQuiet = false;
         if (const int told = AwaitSignals(tick, isQuiet)) {
@@ -243,7 +243,7 @@ void OnTick(Watch &watch) {
 // Somebody has ended the main thread alone; others, such as those of OpenGL's driver, may go on for ever.
 void OnMainThreadGone(void *) {
     std::fflush(nullptr);
-    _exit(EXIT_FAILED);
+    _exit(ExitFailed);
 }
 
 #if UNDER_ADDRESS_SANITIZER
@@ -307,10 +307,10 @@ bool FlyUnderWatch(const std::string &scratchRoot, bool keepScratch, std::string
     }
     flightRecord = new (shared) FlightRecord;
 
-    Disposition dispositions[std::size(TOLD_TO_END) + 1];
+    Disposition dispositions[std::size(ToldToEnd) + 1];
     for (size_t i = 0; i < std::size(dispositions); ++i) {
-        const bool isOfChild = i == std::size(TOLD_TO_END);
-        dispositions[i].number = isOfChild ? SIGCHLD : TOLD_TO_END[i];
+        const bool isOfChild = i == std::size(ToldToEnd);
+        dispositions[i].number = isOfChild ? SIGCHLD : ToldToEnd[i];
         struct sigaction action = {};
         action.sa_handler = OnSignal;
         sigaction(dispositions[i].number, nullptr, &dispositions[i].before);
@@ -328,7 +328,7 @@ bool FlyUnderWatch(const std::string &scratchRoot, bool keepScratch, std::string
 #if defined(__linux__)
     prctl(PR_SET_PDEATHSIG, SIGKILL); // a flight whose parent was killed is over
 #endif
-    if (getppid() != parent) _exit(EXIT_CRASHED);
+    if (getppid() != parent) _exit(ExitCrashed);
     PrepareChild();
     return true;
 }
@@ -341,7 +341,7 @@ void EndFlight(int status) {
 
 void TidyScratch(const std::string &root, bool keep, int status) {
     std::error_code failed;
-    if (keep && status != EXIT_USAGE)
+    if (keep && status != ExitUsage)
         std::fprintf(stderr, "fennic-sim: kept %s\n", root.c_str());
     else if (!root.empty())
         std::filesystem::remove_all(root, failed);

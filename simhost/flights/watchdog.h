@@ -10,7 +10,7 @@
 
 namespace simhost {
 
-inline constexpr int EXIT_CRASHED = 3;
+inline constexpr int ExitCrashed = 3;
 
 // Splits the program: the caller goes on in a child process, flies, and ends with EndFlight. The parent does
 // not return; it ends with the flight's exit status after removing the scratch folder, or naming it when it

@@ -12,7 +12,7 @@ namespace simhost {
 
 namespace {
 
-constexpr const char *classNames[] = {"custom",  "main_window",      "sub_window",
+constexpr const char *ClassNames[] = {"custom",  "main_window",      "sub_window",
                                       "button",  "text_field",       "scroll_bar",
                                       "caption", "general_graphics", "progress"};
 
@@ -50,7 +50,7 @@ int ListWidgets(Call &call) {
     lua_Integer place = 0;
     for (const WidgetView &widget : widgets) {
         lua_newtable(call.lua);
-        SetField(call.lua, "class", std::string(classNames[widget.widgetClass]));
+        SetField(call.lua, "class", std::string(ClassNames[widget.widgetClass]));
         SetField(call.lua, "caption", widget.caption);
         SetField(call.lua, "plugin", PluginName(widget.owner));
         SetPlaceFields(call.lua, widget);
@@ -66,7 +66,7 @@ int ListWidgets(Call &call) {
 // The frontmost one of that caption. The click is a real one, so it can end on what covers the button.
 int Push(Call &call) {
     const std::string caption = call.Text(1, "caption");
-    if (IsMouseHeld()) call.Fail("a mouse button is held already; call sim.mouse_up before");
+    if (isMouseHeld()) call.Fail("a mouse button is held already; call sim.mouse_up before");
     std::string others;
     for (const WidgetView &widget : AllWidgets()) {
         if (widget.widgetClass != xpWidgetClass_Button || !widget.isVisible) continue;

@@ -19,14 +19,14 @@ namespace simhost {
 
 namespace {
 
-constexpr Tint lineTint = {0.10F, 0.11F, 0.13F, 0.85F};
-constexpr Tint activeLineTint = {0.08F, 0.16F, 0.24F, 0.95F};
-constexpr Tint textTint = {0.95F, 0.96F, 0.98F, 1.0F};
-constexpr Tint hintTint = {0.62F, 0.64F, 0.67F, 1.0F};
+constexpr Tint LineTint = {0.10F, 0.11F, 0.13F, 0.85F};
+constexpr Tint ActiveLineTint = {0.08F, 0.16F, 0.24F, 0.95F};
+constexpr Tint TextTint = {0.95F, 0.96F, 0.98F, 1.0F};
+constexpr Tint HintTint = {0.62F, 0.64F, 0.67F, 1.0F};
 
-constexpr int lineHeight = 24;
-constexpr int leastScreen = 100;    // boxels, as sim.screen allows
-constexpr double mostBehind = 0.25; // seconds; a window that was held up goes on from now
+constexpr int LineHeight = 24;
+constexpr int LeastScreen = 100;    // boxels, as sim.screen allows
+constexpr double MostBehind = 0.25; // seconds; a window that was held up goes on from now
 
 GLFWwindow *window = nullptr;
 double nextFrame = 0; // seconds of GLFW's clock
@@ -136,7 +136,7 @@ void OnKey(GLFWwindow *, int key, int, int action, int modifiers) {
         SendKey(down.character, FlagsOf(modifiers) | xplm_UpFlag, static_cast<char>(VirtualKeyOf(key)));
         return;
     }
-    if (key == GLFW_KEY_ESCAPE && IsMenuBarOpen()) {
+    if (key == GLFW_KEY_ESCAPE && isMenuBarOpen()) {
         CloseMenuBar();
         return;
     }
@@ -183,7 +183,7 @@ void OnMove(GLFWwindow *, double x, double y) {
     if (width <= 0 || height <= 0) return;
     mouseX = static_cast<int>(std::floor(x * ScreenWidth() / width));
     mouseY = ScreenHeight() - 1 - static_cast<int>(std::floor(y * ScreenHeight() / height));
-    if (!IsMouseHeld() && MoveOverMenuBar(mouseX, mouseY)) return;
+    if (!isMouseHeld() && MoveOverMenuBar(mouseX, mouseY)) return;
     SimulatorCall inside;
     MoveMouse(mouseX, mouseY);
     const bool isHidden = MouseCursor() == xplm_CursorHidden;
@@ -199,7 +199,7 @@ void Press(MouseButton button) {
         ChooseMenuItem(chosen);
         return;
     }
-    isLineActive = mouseY < lineHeight;
+    isLineActive = mouseY < LineHeight;
     if (isLineActive) return;
     SimulatorCall inside;
     PressMouse(mouseX, mouseY, button);
@@ -208,7 +208,7 @@ void Press(MouseButton button) {
 void OnButton(GLFWwindow *, int button, int action, int) {
     if (button != GLFW_MOUSE_BUTTON_LEFT && button != GLFW_MOUSE_BUTTON_RIGHT) return;
     if (action == GLFW_PRESS) {
-        if (IsMouseHeld()) return;
+        if (isMouseHeld()) return;
         heldButton = button;
         Press(button == GLFW_MOUSE_BUTTON_LEFT ? MouseButton::Left : MouseButton::Right);
         return;
@@ -230,26 +230,26 @@ void OnWheel(GLFWwindow *, double, double clicks) {
 
 void OnResize(GLFWwindow *, int width, int height) {
     if (width <= 0 || height <= 0) return; // an icon
-    SetScreenSize(std::max(width, leastScreen), std::max(height, leastScreen));
+    SetScreenSize(std::max(width, LeastScreen), std::max(height, LeastScreen));
 }
 
 // The flight may have chosen another screen.
 void FollowScreenSize() {
     int width = 0, height = 0;
     glfwGetFramebufferSize(window, &width, &height);
-    if (std::max(width, leastScreen) == ScreenWidth() && std::max(height, leastScreen) == ScreenHeight())
+    if (std::max(width, LeastScreen) == ScreenWidth() && std::max(height, LeastScreen) == ScreenHeight())
         return;
     glfwSetWindowSize(window, ScreenWidth(), ScreenHeight());
 }
 
 void DrawLine() {
-    FillRectangle(0, lineHeight, ScreenWidth(), 0, isLineActive ? activeLineTint : lineTint);
+    FillRectangle(0, LineHeight, ScreenWidth(), 0, isLineActive ? ActiveLineTint : LineTint);
     constexpr int left = 10, baseline = 8;
     if (!isLineActive && line.empty()) {
-        DrawSimulatorText("Click here and type what the pilot says", left, baseline, hintTint, true);
+        DrawSimulatorText("Click here and type what the pilot says", left, baseline, HintTint, true);
         return;
     }
-    DrawSimulatorText("Pilot says:", left, baseline, hintTint, true);
+    DrawSimulatorText("Pilot says:", left, baseline, HintTint, true);
     const int textLeft = left + TextWidth("Pilot says: ");
     // The end is what one looks at while typing.
     std::string shown = line;
@@ -257,12 +257,12 @@ void DrawLine() {
         shown.erase(0, 1);
         while (!shown.empty() && (shown.front() & 0xC0) == 0x80) shown.erase(0, 1);
     }
-    DrawSimulatorText(shown + (isLineActive ? "_" : ""), textLeft, baseline, textTint, true);
+    DrawSimulatorText(shown + (isLineActive ? "_" : ""), textLeft, baseline, TextTint, true);
 }
 
 // Real time passes until the frame is over, and the pilot acts meanwhile.
 void WaitForNextFrame(double frameSeconds) {
-    nextFrame = std::max(nextFrame + frameSeconds, glfwGetTime() - mostBehind);
+    nextFrame = std::max(nextFrame + frameSeconds, glfwGetTime() - MostBehind);
     glfwPollEvents();
     for (double left = nextFrame - glfwGetTime(); left > 0; left = nextFrame - glfwGetTime())
         glfwWaitEventsTimeout(left);
@@ -280,7 +280,7 @@ bool OpenFrontend(int screenWidth, int screenHeight, std::string &error) {
     glfwWindowHint(GLFW_CONTEXT_VERSION_MAJOR, 2);
     glfwWindowHint(GLFW_CONTEXT_VERSION_MINOR, 1);
     window = glfwCreateWindow(screenWidth, screenHeight, "fennic-sim", nullptr, nullptr);
-    if (window == nullptr) {
+    if (!window) {
         error = lastError;
         glfwTerminate();
         return false;

@@ -11,8 +11,8 @@ namespace simhost {
 
 namespace {
 
-constexpr const char *layerNames[] = {"overlay", "floating", "modal", "growl"};
-constexpr const char *decorationNames[] = {"none", "round", "self", "self_resizable"};
+constexpr const char *LayerNames[] = {"overlay", "floating", "modal", "growl"};
+constexpr const char *DecorationNames[] = {"none", "round", "self", "self_resizable"};
 
 int ListWindows(Call &call) {
     const std::vector<WindowView> windows = WindowsFrontToBack();
@@ -28,8 +28,8 @@ int ListWindows(Call &call) {
         SetField(call.lua, "vr_width", window.vrWidth);
         SetField(call.lua, "vr_height", window.vrHeight);
         SetField(call.lua, "popped_out", window.isPoppedOut);
-        SetField(call.lua, "layer", std::string(layerNames[window.layer]));
-        SetField(call.lua, "decoration", std::string(decorationNames[window.decoration]));
+        SetField(call.lua, "layer", std::string(LayerNames[window.layer]));
+        SetField(call.lua, "decoration", std::string(DecorationNames[window.decoration]));
         lua_rawseti(call.lua, -2, ++place);
     }
     return 1;

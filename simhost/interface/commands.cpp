@@ -42,7 +42,7 @@ constinit std::vector<Command *> heldCommands; // in the order in which they wer
 // Made on first use and never destroyed, as the table of datarefs.
 Table &Commands() {
     static Table *table = nullptr;
-    if (table == nullptr) {
+    if (!table) {
         table = new Table;
         for (const std::string &name : BuiltinCommands()) AddCommand(name, "");
     }
@@ -69,14 +69,14 @@ Command &MakeExisting(const std::string &name) {
 
 void SweepHandlers(Command &command) {
     if (command.dispatchDepth > 0) return;
-    std::erase_if(command.handlers, [](const Handler &handler) { return handler.callback == nullptr; });
+    std::erase_if(command.handlers, [](const Handler &handler) { return !handler.callback; });
 }
 
 // False when a "before" handler ended it.
 bool RunHandlers(Command &command, XPLMCommandPhase phase, bool before, std::size_t count) {
     for (std::size_t i = 0; i < count; i++) {
         const Handler handler = command.handlers[i];
-        if (handler.callback == nullptr || handler.before != before || !IsPluginEnabled(handler.owner)) {
+        if (!handler.callback || handler.before != before || !isPluginEnabled(handler.owner)) {
             continue;
         }
         RunningScope scope(handler.owner, "command handler");
@@ -90,7 +90,7 @@ void Dispatch(Command &command, XPLMCommandPhase phase) {
     command.dispatchDepth++;
     const std::size_t count = command.handlers.size(); // those registered meanwhile wait for the next phase
     if (RunHandlers(command, phase, true, count)) {
-        if (phase == xplm_CommandBegin && command.action != nullptr) {
+        if (phase == xplm_CommandBegin && command.action) {
             RunBuiltinActions(*command.action);
         }
         RunHandlers(command, phase, false, count);
@@ -100,7 +100,7 @@ void Dispatch(Command &command, XPLMCommandPhase phase) {
 }
 
 void Report(EventKind kind, const Command &command) {
-    if (!HasEventListener()) return;
+    if (!hasEventListener()) return;
     ReportEvent({kind, command.name, currentRunning.plugin == XPLM_PLUGIN_XPLANE ? "pilot" : "plug-in"});
 }
 
@@ -126,7 +126,7 @@ void End(Command &command, XPLMPluginID holder) {
 
 Command *Existing(XPLMCommandRef handle) {
     auto *command = static_cast<Command *>(handle);
-    return command != nullptr && command->exists ? command : nullptr;
+    return command && command->exists ? command : nullptr;
 }
 
 } // namespace
@@ -137,12 +137,12 @@ void AddCommand(const std::string &name, const std::string &) {
 
 CommandCount CountCommand(const std::string &name) {
     const Command *command = FindExisting(name);
-    return command != nullptr ? command->count : CommandCount();
+    return command ? command->count : CommandCount();
 }
 
 bool HoldCommand(const std::string &name) {
     Command *command = FindExisting(name);
-    if (command == nullptr) return false;
+    if (!command) return false;
     const auto &holders = command->holders;
     if (std::find(holders.begin(), holders.end(), XPLM_PLUGIN_XPLANE) != holders.end()) return true;
     RunningScope scope(XPLM_PLUGIN_XPLANE, "command");
@@ -152,7 +152,7 @@ bool HoldCommand(const std::string &name) {
 
 bool ReleaseCommand(const std::string &name) {
     Command *command = FindExisting(name);
-    if (command == nullptr) return false;
+    if (!command) return false;
     RunningScope scope(XPLM_PLUGIN_XPLANE, "command");
     End(*command, XPLM_PLUGIN_XPLANE);
     return true;
@@ -170,7 +170,7 @@ void DropCommandHandlers(XPLMPluginID plugin, LeftBehind &leftBehind) {
     std::vector<std::string> notes;
     for (auto &[name, command] : Commands()) {
         for (Handler &handler : command.handlers) {
-            if (handler.callback == nullptr || handler.owner != plugin) continue;
+            if (!handler.callback || handler.owner != plugin) continue;
             notes.push_back("command handler of \"" + name + "\"");
             handler.callback = nullptr;
         }
@@ -203,11 +203,11 @@ void ResetCommands() {
 using namespace simhost;
 
 XPLMCommandRef XPLMFindCommand(const char *inName) {
-    return inName != nullptr ? FindExisting(inName) : nullptr;
+    return inName ? FindExisting(inName) : nullptr;
 }
 
 XPLMCommandRef XPLMCreateCommand(const char *inName, const char *) {
-    if (inName == nullptr || *inName == '\0') {
+    if (!inName || *inName == '\0') {
         ReportMisuse("XPLMCreateCommand without a name");
         return nullptr;
     }
@@ -225,7 +225,7 @@ void XPLMCommandEnd(XPLMCommandRef inCommand) {
 void XPLMCommandOnce(XPLMCommandRef inCommand) {
     Command *command = Existing(inCommand);
     // One that is held down is on already: a tap in between is not felt.
-    if (command == nullptr || !command->holders.empty()) return;
+    if (!command || !command->holders.empty()) return;
     command->count.begun++;
     command->count.ended++;
     Report(EventKind::CommandOnce, *command);
@@ -236,8 +236,8 @@ void XPLMCommandOnce(XPLMCommandRef inCommand) {
 void XPLMRegisterCommandHandler(XPLMCommandRef inComand, XPLMCommandCallback_f inHandler, int inBefore,
                                 void *inRefcon) {
     Command *command = Existing(inComand);
-    if (command == nullptr) return;
-    if (inHandler == nullptr) {
+    if (!command) return;
+    if (!inHandler) {
         ReportMisuse("XPLMRegisterCommandHandler without a handler");
         return;
     }
@@ -247,7 +247,7 @@ void XPLMRegisterCommandHandler(XPLMCommandRef inComand, XPLMCommandCallback_f i
 void XPLMUnregisterCommandHandler(XPLMCommandRef inComand, XPLMCommandCallback_f inHandler, int inBefore,
                                   void *inRefcon) {
     Command *command = Existing(inComand);
-    if (command == nullptr || inHandler == nullptr) return;
+    if (!command || !inHandler) return;
     for (Handler &handler : command->handlers) {
         if (handler.callback != inHandler || handler.before != (inBefore != 0)
             || handler.refcon != inRefcon) {

@@ -28,7 +28,7 @@ using Table = std::unordered_map<std::string, Dataref, NameHash, std::equal_to<>
 // globals are initialised, and may do so still while they are destroyed.
 Table &Datarefs() {
     static Table *table = nullptr;
-    if (table == nullptr) {
+    if (!table) {
         table = new Table;
         PublishBuiltinDatarefs();
     }
@@ -42,10 +42,10 @@ template <typename Value> struct ScalarType {
     Value (*Dataref::*read)(void *);
     void (*Dataref::*write)(void *, Value);
 };
-constexpr ScalarType<int> intType = {xplmType_Int, &Dataref::intValue, &Dataref::readInt, &Dataref::writeInt};
-constexpr ScalarType<float> floatType = {xplmType_Float, &Dataref::floatValue, &Dataref::readFloat,
+constexpr ScalarType<int> IntType = {xplmType_Int, &Dataref::intValue, &Dataref::readInt, &Dataref::writeInt};
+constexpr ScalarType<float> FloatType = {xplmType_Float, &Dataref::floatValue, &Dataref::readFloat,
                                          &Dataref::writeFloat};
-constexpr ScalarType<double> doubleType = {xplmType_Double, &Dataref::doubleValue, &Dataref::readDouble,
+constexpr ScalarType<double> DoubleType = {xplmType_Double, &Dataref::doubleValue, &Dataref::readDouble,
                                            &Dataref::writeDouble};
 
 // Element is what is stored, Buffer what the interface calls it.
@@ -55,11 +55,11 @@ template <typename Element, typename Buffer> struct ArrayType {
     int (*Dataref::*read)(void *, Buffer *, int, int);
     void (*Dataref::*write)(void *, Buffer *, int, int);
 };
-constexpr ArrayType<int, int> intArrayType = {xplmType_IntArray, &Dataref::intValues, &Dataref::readIntArray,
+constexpr ArrayType<int, int> IntArrayType = {xplmType_IntArray, &Dataref::intValues, &Dataref::readIntArray,
                                               &Dataref::writeIntArray};
-constexpr ArrayType<float, float> floatArrayType = {xplmType_FloatArray, &Dataref::floatValues,
+constexpr ArrayType<float, float> FloatArrayType = {xplmType_FloatArray, &Dataref::floatValues,
                                                     &Dataref::readFloatArray, &Dataref::writeFloatArray};
-constexpr ArrayType<unsigned char, void> dataType = {xplmType_Data, &Dataref::bytes, &Dataref::readBytes,
+constexpr ArrayType<unsigned char, void> DataType = {xplmType_Data, &Dataref::bytes, &Dataref::readBytes,
                                                      &Dataref::writeBytes};
 
 // Calls a function of the dataref's owner in the owner's name.
@@ -71,10 +71,10 @@ template <typename Call> auto CallOwner(const Dataref &dataref, Call call) {
 
 template <typename Value> inline Value ReadScalar(XPLMDataRef handle, const ScalarType<Value> &type) {
     const auto *dataref = static_cast<const Dataref *>(handle);
-    if (dataref == nullptr || !(dataref->types & type.bit)) return 0;
+    if (!dataref || !(dataref->types & type.bit)) return 0;
     if (dataref->isStored) return dataref->*type.stored;
     const auto read = dataref->*type.read;
-    if (read == nullptr) return 0;
+    if (!read) return 0;
     return CallOwner(*dataref, [&] { return read(dataref->readRefcon); });
 }
 
@@ -82,15 +82,15 @@ template <typename Element, typename Buffer>
 int ReadArray(XPLMDataRef handle, Buffer *out, int offset, int maximum,
               const ArrayType<Element, Buffer> &type) {
     const auto *dataref = static_cast<const Dataref *>(handle);
-    if (dataref == nullptr || !(dataref->types & type.bit)) return 0;
+    if (!dataref || !(dataref->types & type.bit)) return 0;
     if (!dataref->isStored) {
         const auto read = dataref->*type.read;
-        if (read == nullptr) return 0;
+        if (!read) return 0;
         return CallOwner(*dataref, [&] { return read(dataref->readRefcon, out, offset, maximum); });
     }
     const std::vector<Element> &stored = dataref->*type.stored;
     const int size = static_cast<int>(stored.size());
-    if (out == nullptr) return size;
+    if (!out) return size;
     if (offset < 0 || offset >= size || maximum <= 0) return 0;
     const int count = std::min(maximum, size - offset);
     std::memcpy(out, stored.data() + offset, static_cast<std::size_t>(count) * sizeof(Element));
@@ -98,9 +98,9 @@ int ReadArray(XPLMDataRef handle, Buffer *out, int offset, int maximum,
 }
 
 // Whether a write by the running plug-in is one that a listener wants to know of.
-bool IsReported(const Dataref &dataref) {
+bool isReported(const Dataref &dataref) {
     return dataref.owner != currentRunning.plugin && currentRunning.plugin != XPLM_PLUGIN_XPLANE
-           && !dataref.isSpeech && HasEventListener();
+           && !dataref.isSpeech && hasEventListener();
 }
 
 template <typename Value> void ReportWrite(const std::string &subject, Value value) {
@@ -111,16 +111,16 @@ template <typename Value> void ReportWrite(const std::string &subject, Value val
 
 template <typename Value> void WriteScalar(XPLMDataRef handle, Value value, const ScalarType<Value> &type) {
     auto *dataref = static_cast<Dataref *>(handle);
-    if (dataref == nullptr || !(dataref->types & type.bit) || !dataref->isWritable) return;
-    const bool isReported = IsReported(*dataref);
-    const Value before = isReported ? ReadScalar(handle, type) : Value();
+    if (!dataref || !(dataref->types & type.bit) || !dataref->isWritable) return;
+    const bool isToReport = isReported(*dataref);
+    const Value before = isToReport ? ReadScalar(handle, type) : Value();
     if (dataref->isStored) {
         dataref->*type.stored = value;
         if (dataref->isShared) NotifySubscribers(*dataref);
-    } else if (const auto write = dataref->*type.write; write != nullptr) {
+    } else if (const auto write = dataref->*type.write; write) {
         CallOwner(*dataref, [&] { write(dataref->writeRefcon, value); });
     }
-    if (!isReported) return;
+    if (!isToReport) return;
     const Value after = ReadScalar(handle, type);
     if (std::memcmp(&after, &before, sizeof after) != 0) ReportWrite(std::string(dataref->name), after);
 }
@@ -154,11 +154,11 @@ template <typename Element, typename Buffer>
 void WriteArray(XPLMDataRef handle, Buffer *values, int offset, int count,
                 const ArrayType<Element, Buffer> &type) {
     auto *dataref = static_cast<Dataref *>(handle);
-    if (dataref == nullptr || !(dataref->types & type.bit) || !dataref->isWritable) return;
-    if (values == nullptr && count > 0) return;
-    const bool isReported = IsReported(*dataref);
+    if (!dataref || !(dataref->types & type.bit) || !dataref->isWritable) return;
+    if (!values && count > 0) return;
+    const bool isToReport = isReported(*dataref);
     std::vector<Element> before;
-    if (isReported) before = ReadWhole(handle, type);
+    if (isToReport) before = ReadWhole(handle, type);
     if (dataref->isStored) {
         std::vector<Element> &stored = dataref->*type.stored;
         if (offset < 0 || count <= 0) return;
@@ -173,10 +173,10 @@ void WriteArray(XPLMDataRef handle, Buffer *values, int offset, int count,
         std::memcpy(stored.data() + offset, values,
                     static_cast<std::size_t>(std::min(count, size - offset)) * sizeof(Element));
         if (dataref->isShared) NotifySubscribers(*dataref);
-    } else if (const auto write = dataref->*type.write; write != nullptr) {
+    } else if (const auto write = dataref->*type.write; write) {
         CallOwner(*dataref, [&] { write(dataref->writeRefcon, values, offset, count); });
     }
-    if (isReported) ReportChanges(*dataref, before, ReadWhole(handle, type));
+    if (isToReport) ReportChanges(*dataref, before, ReadWhole(handle, type));
 }
 
 } // namespace
@@ -189,7 +189,7 @@ Dataref *FindRecord(std::string_view name) {
 
 Dataref *FindGoodRecord(std::string_view name) {
     Dataref *dataref = FindRecord(name);
-    return dataref != nullptr && dataref->isGood ? dataref : nullptr;
+    return dataref && dataref->isGood ? dataref : nullptr;
 }
 
 Dataref &RecordOf(const std::string &name) {
@@ -259,71 +259,71 @@ void DropAccessors(XPLMPluginID plugin, LeftBehind &leftBehind) {
 using namespace simhost;
 
 XPLMDataRef XPLMFindDataRef(const char *inDataRefName) {
-    if (inDataRefName == nullptr) return nullptr;
+    if (!inDataRefName) return nullptr;
     Dataref *dataref = FindRecord(inDataRefName);
-    return dataref != nullptr && (dataref->isGood || dataref->wasGood) ? dataref : nullptr;
+    return dataref && (dataref->isGood || dataref->wasGood) ? dataref : nullptr;
 }
 
 int XPLMCanWriteDataRef(XPLMDataRef inDataRef) {
     const auto *dataref = static_cast<const Dataref *>(inDataRef);
-    return dataref != nullptr && dataref->isWritable ? 1 : 0;
+    return dataref && dataref->isWritable ? 1 : 0;
 }
 
 int XPLMIsDataRefGood(XPLMDataRef inDataRef) {
     const auto *dataref = static_cast<const Dataref *>(inDataRef);
-    return dataref != nullptr && dataref->isGood ? 1 : 0;
+    return dataref && dataref->isGood ? 1 : 0;
 }
 
 XPLMDataTypeID XPLMGetDataRefTypes(XPLMDataRef inDataRef) {
     const auto *dataref = static_cast<const Dataref *>(inDataRef);
-    return dataref != nullptr ? dataref->types : xplmType_Unknown;
+    return dataref ? dataref->types : xplmType_Unknown;
 }
 
 int XPLMGetDatai(XPLMDataRef inDataRef) {
-    return ReadScalar(inDataRef, intType);
+    return ReadScalar(inDataRef, IntType);
 }
 float XPLMGetDataf(XPLMDataRef inDataRef) {
-    return ReadScalar(inDataRef, floatType);
+    return ReadScalar(inDataRef, FloatType);
 }
 double XPLMGetDatad(XPLMDataRef inDataRef) {
-    return ReadScalar(inDataRef, doubleType);
+    return ReadScalar(inDataRef, DoubleType);
 }
 void XPLMSetDatai(XPLMDataRef inDataRef, int inValue) {
-    WriteScalar(inDataRef, inValue, intType);
+    WriteScalar(inDataRef, inValue, IntType);
 }
 void XPLMSetDataf(XPLMDataRef inDataRef, float inValue) {
-    WriteScalar(inDataRef, inValue, floatType);
+    WriteScalar(inDataRef, inValue, FloatType);
 }
 void XPLMSetDatad(XPLMDataRef inDataRef, double inValue) {
-    WriteScalar(inDataRef, inValue, doubleType);
+    WriteScalar(inDataRef, inValue, DoubleType);
 }
 
 int XPLMGetDatavi(XPLMDataRef inDataRef, int *outValues, int inOffset, int inMax) {
-    return ReadArray(inDataRef, outValues, inOffset, inMax, intArrayType);
+    return ReadArray(inDataRef, outValues, inOffset, inMax, IntArrayType);
 }
 
 void XPLMSetDatavi(XPLMDataRef inDataRef, int *inValues, int inoffset, int inCount) {
-    WriteArray(inDataRef, inValues, inoffset, inCount, intArrayType);
+    WriteArray(inDataRef, inValues, inoffset, inCount, IntArrayType);
 }
 
 int XPLMGetDatavf(XPLMDataRef inDataRef, float *outValues, int inOffset, int inMax) {
-    return ReadArray(inDataRef, outValues, inOffset, inMax, floatArrayType);
+    return ReadArray(inDataRef, outValues, inOffset, inMax, FloatArrayType);
 }
 
 void XPLMSetDatavf(XPLMDataRef inDataRef, float *inValues, int inoffset, int inCount) {
-    WriteArray(inDataRef, inValues, inoffset, inCount, floatArrayType);
+    WriteArray(inDataRef, inValues, inoffset, inCount, FloatArrayType);
 }
 
 int XPLMGetDatab(XPLMDataRef inDataRef, void *outValue, int inOffset, int inMaxBytes) {
-    return ReadArray(inDataRef, outValue, inOffset, inMaxBytes, dataType);
+    return ReadArray(inDataRef, outValue, inOffset, inMaxBytes, DataType);
 }
 
 void XPLMSetDatab(XPLMDataRef inDataRef, void *inValue, int inOffset, int inLength) {
     const auto *dataref = static_cast<const Dataref *>(inDataRef);
-    if (dataref != nullptr && dataref->isSpeech && dataref->isWritable && (dataref->types & xplmType_Data)) {
+    if (dataref && dataref->isSpeech && dataref->isWritable && (dataref->types & xplmType_Data)) {
         RecordSpeech(inValue, inLength);
     }
-    WriteArray(inDataRef, inValue, inOffset, inLength, dataType);
+    WriteArray(inDataRef, inValue, inOffset, inLength, DataType);
 }
 
 XPLMDataRef XPLMRegisterDataAccessor(const char *inDataName, XPLMDataTypeID inDataType, int inIsWritable,
@@ -334,7 +334,7 @@ XPLMDataRef XPLMRegisterDataAccessor(const char *inDataName, XPLMDataTypeID inDa
                                      XPLMGetDatavf_f inReadFloatArray, XPLMSetDatavf_f inWriteFloatArray,
                                      XPLMGetDatab_f inReadData, XPLMSetDatab_f inWriteData,
                                      void *inReadRefcon, void *inWriteRefcon) {
-    if (inDataName == nullptr || *inDataName == '\0') {
+    if (!inDataName || *inDataName == '\0') {
         ReportMisuse("XPLMRegisterDataAccessor without a name");
         return nullptr;
     }
@@ -367,7 +367,7 @@ XPLMDataRef XPLMRegisterDataAccessor(const char *inDataName, XPLMDataTypeID inDa
 
 void XPLMUnregisterDataAccessor(XPLMDataRef inDataRef) {
     auto *dataref = static_cast<Dataref *>(inDataRef);
-    if (dataref == nullptr || !dataref->isGood || dataref->isStored) return;
+    if (!dataref || !dataref->isGood || dataref->isStored) return;
     if (dataref->owner != currentRunning.plugin) return; // another plug-in's
     MakeOrphan(*dataref);
 }

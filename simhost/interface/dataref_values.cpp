@@ -16,7 +16,7 @@ namespace simhost {
 namespace {
 
 // Far more than a flight says; the oldest go first when nobody takes them.
-constexpr std::size_t keptMessages = 100000;
+constexpr std::size_t KeptMessages = 100000;
 
 std::deque<SentMessage> &SentMessages() {
     static auto &messages = *new std::deque<SentMessage>;
@@ -81,12 +81,12 @@ double NumberIn(Dataref &dataref, int index) {
 
 double GetNumber(const std::string &name, int index) {
     Dataref *dataref = FindRecord(name);
-    return dataref != nullptr ? NumberIn(*dataref, index) : 0;
+    return dataref ? NumberIn(*dataref, index) : 0;
 }
 
 bool SetNumber(const std::string &name, double value, int index) {
     Dataref *dataref = FindRecord(name);
-    if (dataref == nullptr || index < 0) return false;
+    if (!dataref || index < 0) return false;
     WriteScope scope(*dataref);
     if (!dataref->isWritable) return false;
     if (index == 0) {
@@ -117,7 +117,7 @@ bool SetNumber(const std::string &name, double value, int index) {
 
 std::string GetText(const std::string &name) {
     Dataref *dataref = FindRecord(name);
-    if (dataref == nullptr) return {};
+    if (!dataref) return {};
     RunningScope scope(XPLM_PLUGIN_XPLANE, "reading a dataref");
     const int size = XPLMGetDatab(dataref, nullptr, 0, 0);
     if (size <= 0) return {};
@@ -130,7 +130,7 @@ std::string GetText(const std::string &name) {
 
 bool SetText(const std::string &name, const std::string &value) {
     Dataref *dataref = FindRecord(name);
-    if (dataref == nullptr || !(dataref->types & xplmType_Data)) return false;
+    if (!dataref || !(dataref->types & xplmType_Data)) return false;
     WriteScope scope(*dataref);
     if (!dataref->isWritable) return false;
     std::string bytes = value + '\0';
@@ -146,12 +146,12 @@ bool SetText(const std::string &name, const std::string &value) {
 }
 
 void RecordSpeech(const void *text, int length) {
-    if (text == nullptr || length <= 0) return;
+    if (!text || length <= 0) return;
     const char *begin = static_cast<const char *>(text);
     std::string message(begin, std::find(begin, begin + length, '\0'));
-    if (SentMessages().size() >= keptMessages) SentMessages().pop_front();
+    if (SentMessages().size() >= KeptMessages) SentMessages().pop_front();
     SentMessages().push_back({FlightTimeSeconds(), message});
-    if (HasEventListener()) ReportEvent({EventKind::SpeechMessage, std::move(message), {}});
+    if (hasEventListener()) ReportEvent({EventKind::SpeechMessage, std::move(message), {}});
 }
 
 std::vector<SentMessage> TakeSentMessages() {

@@ -80,8 +80,7 @@ void MakeStored(Dataref &dataref, XPLMDataTypeID type, int elements, bool writab
 // Sets a float of the simulator's own, writable for plug-ins or not, without further ado.
 inline void StoreFloat(XPLMDataRef handle, float value) {
     auto *dataref = static_cast<Dataref *>(handle);
-    if (dataref != nullptr && dataref->isStored && (dataref->types & xplmType_Float))
-        dataref->floatValue = value;
+    if (dataref && dataref->isStored && (dataref->types & xplmType_Float)) dataref->floatValue = value;
 }
 
 // Tells the other plug-ins that share this data that the running one has changed it.

@@ -25,22 +25,22 @@ struct DrawCallback {
 constinit std::vector<DrawCallback> drawCallbacks;
 constinit bool isDrawing = false;
 
-constexpr int defaultScreenWidth = 1920;
-constexpr int defaultScreenHeight = 1080;
-constinit int screenWidth = defaultScreenWidth;
-constinit int screenHeight = defaultScreenHeight;
+constexpr int DefaultScreenWidth = 1920;
+constexpr int DefaultScreenHeight = 1080;
+constinit int screenWidth = DefaultScreenWidth;
+constinit int screenHeight = DefaultScreenHeight;
 
 void SweepDrawCallbacks() {
     if (isDrawing) return;
-    std::erase_if(drawCallbacks, [](const DrawCallback &draw) { return draw.callback == nullptr; });
+    std::erase_if(drawCallbacks, [](const DrawCallback &draw) { return !draw.callback; });
 }
 
 void RunPhase(XPLMDrawingPhase phase, bool before) {
     const std::size_t count = drawCallbacks.size();
     for (std::size_t i = 0; i < count; i++) {
         const DrawCallback draw = drawCallbacks[i];
-        if (draw.callback == nullptr || draw.phase != phase || draw.before != before) continue;
-        if (!IsPluginEnabled(draw.owner)) continue;
+        if (!draw.callback || draw.phase != phase || draw.before != before) continue;
+        if (!isPluginEnabled(draw.owner)) continue;
         RunningScope scope(draw.owner, "draw callback");
         DrawingScope drawing;
         draw.callback(phase, before ? 1 : 0, draw.refcon);
@@ -48,8 +48,8 @@ void RunPhase(XPLMDrawingPhase phase, bool before) {
 }
 
 void SetPair(int first, int second, int *outFirst, int *outSecond) {
-    if (outFirst != nullptr) *outFirst = first;
-    if (outSecond != nullptr) *outSecond = second;
+    if (outFirst) *outFirst = first;
+    if (outSecond) *outSecond = second;
 }
 
 } // namespace
@@ -82,7 +82,7 @@ void RunDrawPhase(XPLMDrawingPhase phase) {
 
 void DropDrawCallbacks(XPLMPluginID plugin, LeftBehind &leftBehind) {
     for (DrawCallback &draw : drawCallbacks) {
-        if (draw.callback == nullptr || draw.owner != plugin) continue;
+        if (!draw.callback || draw.owner != plugin) continue;
         leftBehind.errors.push_back("draw callback "
                                     + DescribeFunction(reinterpret_cast<void *>(draw.callback)));
         draw.callback = nullptr;
@@ -92,8 +92,8 @@ void DropDrawCallbacks(XPLMPluginID plugin, LeftBehind &leftBehind) {
 
 void ResetDisplay() {
     drawCallbacks.clear();
-    screenWidth = defaultScreenWidth;
-    screenHeight = defaultScreenHeight;
+    screenWidth = DefaultScreenWidth;
+    screenHeight = DefaultScreenHeight;
 }
 
 } // namespace simhost
@@ -102,9 +102,9 @@ using namespace simhost;
 
 int XPLMRegisterDrawCallback(XPLMDrawCallback_f inCallback, XPLMDrawingPhase inPhase, int inWantsBefore,
                              void *inRefcon) {
-    if (inCallback == nullptr
-        || std::find(std::begin(drawingPhases), std::end(drawingPhases), inPhase)
-               == std::end(drawingPhases)) {
+    if (!inCallback
+        || std::find(std::begin(DrawingPhases), std::end(DrawingPhases), inPhase)
+               == std::end(DrawingPhases)) {
         ReportMisuse("XPLMRegisterDrawCallback without a callback, or for a phase that does not exist");
         return 0;
     }
@@ -115,7 +115,7 @@ int XPLMRegisterDrawCallback(XPLMDrawCallback_f inCallback, XPLMDrawingPhase inP
 
 int XPLMUnregisterDrawCallback(XPLMDrawCallback_f inCallback, XPLMDrawingPhase inPhase, int inWantsBefore,
                                void *inRefcon) {
-    if (inCallback == nullptr) return 0;
+    if (!inCallback) return 0;
     for (DrawCallback &draw : drawCallbacks) {
         if (draw.callback != inCallback || draw.phase != inPhase || draw.before != (inWantsBefore != 0)
             || draw.refcon != inRefcon) {

@@ -18,11 +18,11 @@ using namespace simhost;
 
 namespace {
 
-constexpr Tint darkBox = {0.05F, 0.06F, 0.08F, 0.60F};
+constexpr Tint DarkBox = {0.05F, 0.06F, 0.08F, 0.60F};
 
 // Drawing is for callbacks that draw. In an ordinary frame there is nothing to see of it.
 bool MayDraw(const char *function) {
-    if (IsDrawingFrame()) return true;
+    if (isDrawingFrame()) return true;
     ReportMisuse(std::string(function) + " outside a function that draws");
     return false;
 }
@@ -30,7 +30,7 @@ bool MayDraw(const char *function) {
 void DrawText(const char *function, const float *colour, std::string_view text, int x, int y) {
     if (!MayDraw(function)) return;
     const float white[] = {1, 1, 1};
-    if (colour == nullptr) colour = white;
+    if (!colour) colour = white;
     DrawPluginText(text, x, y, colour[0], colour[1], colour[2]);
 }
 
@@ -41,7 +41,7 @@ void XPLMSetGraphicsState(int inEnableFog, int inNumberTexUnits, int inEnableLig
                           int inEnableDepthWriting) {
     if (!ProvideGraphics()) return;
     SetGraphicsState({.fog = inEnableFog != 0,
-                      .textureUnits = std::clamp(inNumberTexUnits, 0, textureUnitCount),
+                      .textureUnits = std::clamp(inNumberTexUnits, 0, TextureUnitCount),
                       .lighting = inEnableLighting != 0,
                       .alphaTest = inEnableAlphaTesting != 0,
                       .alphaBlend = inEnableAlphaBlending != 0,
@@ -50,7 +50,7 @@ void XPLMSetGraphicsState(int inEnableFog, int inNumberTexUnits, int inEnableLig
 }
 
 void XPLMBindTexture2d(int inTextureNum, int inTextureUnit) {
-    if (inTextureUnit < 0 || inTextureUnit >= textureUnitCount || inTextureNum < 0) {
+    if (inTextureUnit < 0 || inTextureUnit >= TextureUnitCount || inTextureNum < 0) {
         ReportMisuse("XPLMBindTexture2d with a texture or a unit that cannot be");
         return;
     }
@@ -58,7 +58,7 @@ void XPLMBindTexture2d(int inTextureNum, int inTextureUnit) {
 }
 
 void XPLMGenerateTextureNumbers(int *outTextureIDs, int inCount) {
-    if (outTextureIDs == nullptr) return;
+    if (!outTextureIDs) return;
     NoteOpenGlObject(__func__);
     const bool hasGraphics = ProvideGraphics();
     for (int i = 0; i < inCount; i++) {
@@ -87,12 +87,12 @@ int XPLMGetTexture(XPLMTextureID) {
 void XPLMDrawTranslucentDarkBox(int inLeft, int inTop, int inRight, int inBottom) {
     if (!MayDraw(__func__)) return;
     FillRectangle(std::min(inLeft, inRight), std::max(inTop, inBottom), std::max(inLeft, inRight),
-                  std::min(inTop, inBottom), darkBox);
+                  std::min(inTop, inBottom), DarkBox);
 }
 
 // Every text is one line; inWordWrapWidth is not looked at.
 void XPLMDrawString(float *inColorRGB, int inXOffset, int inYOffset, char *inChar, int *, XPLMFontID) {
-    if (inChar != nullptr) DrawText(__func__, inColorRGB, inChar, inXOffset, inYOffset);
+    if (inChar) DrawText(__func__, inColorRGB, inChar, inXOffset, inYOffset);
 }
 
 // At least inDigits digits before the decimal point, with zeros in front, and inDecimals behind it.
@@ -113,13 +113,13 @@ void XPLMDrawNumber(float *inColorRGB, int inXOffset, int inYOffset, double inVa
 }
 
 void XPLMGetFontDimensions(XPLMFontID, int *outCharWidth, int *outCharHeight, int *outDigitsOnly) {
-    if (outCharWidth != nullptr) *outCharWidth = screenFontAdvance;
-    if (outCharHeight != nullptr) *outCharHeight = screenFontRowCount;
-    if (outDigitsOnly != nullptr) *outDigitsOnly = 0;
+    if (outCharWidth) *outCharWidth = ScreenFontAdvance;
+    if (outCharHeight) *outCharHeight = ScreenFontRowCount;
+    if (outDigitsOnly) *outDigitsOnly = 0;
 }
 
 float XPLMMeasureString(XPLMFontID, const char *inChar, int inNumChars) {
-    if (inChar == nullptr || inNumChars <= 0) return 0;
+    if (!inChar || inNumChars <= 0) return 0;
     const std::string_view text(inChar, strnlen(inChar, static_cast<std::size_t>(inNumChars)));
-    return static_cast<float>(CountLetters(text) * screenFontAdvance);
+    return static_cast<float>(CountLetters(text) * ScreenFontAdvance);
 }

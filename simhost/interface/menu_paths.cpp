@@ -8,7 +8,7 @@ namespace simhost {
 
 namespace {
 
-constexpr std::size_t mostListed = 20;
+constexpr std::size_t MostListed = 20;
 
 // How far a search came, for the error's text: the level at which nothing fitted any more.
 struct FurthestLevel {
@@ -21,7 +21,7 @@ std::string List(const std::vector<MenuItemView> &items) {
     std::size_t listed = 0, all = 0;
     for (const MenuItemView &item : items) {
         if (item.isSeparator) continue;
-        if (++all > mostListed) continue;
+        if (++all > MostListed) continue;
         list += (list.empty() ? "\"" : ", \"") + item.text + "\"";
         listed++;
     }
@@ -48,7 +48,7 @@ bool FindHere(const std::vector<MenuItemView> &items, std::string_view path, Men
 
 bool Find(const std::vector<MenuItemView> &items, std::string_view path, const std::string &before,
           MenuPlace &place, FurthestLevel &furthest) {
-    if (furthest.items == nullptr || before.size() > furthest.path.size()) furthest = {before, &items};
+    if (!furthest.items || before.size() > furthest.path.size()) furthest = {before, &items};
     if (FindHere(items, path, place)) return true;
     std::vector<std::size_t> leading;
     for (std::size_t i = 0; i < items.size(); i++)

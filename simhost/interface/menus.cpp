@@ -47,22 +47,22 @@ XPLMMenuID Handle(std::uintptr_t serial) {
 }
 
 // The simulator's own are always there.
-const XPLMMenuID pluginsMenu = Handle(1), aircraftMenu = Handle(2);
+const XPLMMenuID PluginsMenu = Handle(1), AircraftMenu = Handle(2);
 constinit std::uintptr_t lastSerial = 2; // goes on over resets
 constinit bool isAnyItemDead = false;    // in the plug-ins menu
 
-bool IsFixed(XPLMMenuID handle) {
-    return handle == pluginsMenu || handle == aircraftMenu;
+bool isFixed(XPLMMenuID handle) {
+    return handle == PluginsMenu || handle == AircraftMenu;
 }
 
-bool IsDead(const Item &item) {
+bool isDead(const Item &item) {
     return item.isOfSubmenuAlone && !Menus().contains(item.submenu);
 }
 
 Menu *Living(XPLMMenuID handle) {
-    if (IsFixed(handle)) {
+    if (isFixed(handle)) {
         Menu &menu = Menus()[handle];
-        if (handle == pluginsMenu && std::exchange(isAnyItemDead, false)) std::erase_if(menu.items, IsDead);
+        if (handle == PluginsMenu && std::exchange(isAnyItemDead, false)) std::erase_if(menu.items, isDead);
         return &menu;
     }
     const auto found = Menus().find(handle);
@@ -71,13 +71,13 @@ Menu *Living(XPLMMenuID handle) {
 
 Item *FindItem(XPLMMenuID handle, int index) {
     Menu *menu = Living(handle);
-    if (menu == nullptr || index < 0 || index >= static_cast<int>(menu->items.size())) return nullptr;
+    if (!menu || index < 0 || index >= static_cast<int>(menu->items.size())) return nullptr;
     return &menu->items[static_cast<std::size_t>(index)];
 }
 
 int Append(XPLMMenuID handle, Item item) {
     Menu *menu = Living(handle);
-    if (menu == nullptr) return -1;
+    if (!menu) return -1;
     item.owner = currentRunning.plugin;
     menu->items.push_back(std::move(item));
     return static_cast<int>(menu->items.size()) - 1;
@@ -89,9 +89,9 @@ void Destroy(XPLMMenuID handle) {
     while (!doomed.empty()) {
         const auto found = Menus().find(doomed.back());
         doomed.pop_back();
-        if (found == Menus().end() || IsFixed(found->first)) continue;
+        if (found == Menus().end() || isFixed(found->first)) continue;
         for (const Item &item : found->second.items)
-            if (item.submenu != nullptr) doomed.push_back(item.submenu);
+            if (item.submenu) doomed.push_back(item.submenu);
         Menus().erase(found);
         isAnyItemDead = true;
     }
@@ -109,7 +109,7 @@ std::vector<MenuItemView> ViewOf(const Menu &menu, int depth) {
         view.check = item.check;
         const Menu *submenu = Living(item.submenu);
         view.hasSubmenu = submenu != nullptr;
-        if (submenu != nullptr) view.items = ViewOf(*submenu, depth + 1);
+        if (submenu) view.items = ViewOf(*submenu, depth + 1);
         views.push_back(std::move(view));
     }
     return views;
@@ -118,31 +118,31 @@ std::vector<MenuItemView> ViewOf(const Menu &menu, int depth) {
 } // namespace
 
 std::vector<MenuItemView> MenuItems() {
-    std::vector<MenuItemView> items = ViewOf(*Living(aircraftMenu), 0);
-    std::vector<MenuItemView> ofPluginsMenu = ViewOf(*Living(pluginsMenu), 0);
+    std::vector<MenuItemView> items = ViewOf(*Living(AircraftMenu), 0);
+    std::vector<MenuItemView> ofPluginsMenu = ViewOf(*Living(PluginsMenu), 0);
     std::move(ofPluginsMenu.begin(), ofPluginsMenu.end(), std::back_inserter(items));
     return items;
 }
 
 bool ChooseMenuItem(const MenuPlace &place) {
-    const Menu *menu = Living(aircraftMenu);
+    const Menu *menu = Living(AircraftMenu);
     const Item *item = nullptr;
     for (std::size_t index : place) {
-        if (item == nullptr && index >= menu->items.size()) {
+        if (!item && index >= menu->items.size()) {
             index -= menu->items.size();
-            menu = Living(pluginsMenu);
-        } else if (item != nullptr) {
+            menu = Living(PluginsMenu);
+        } else if (item) {
             menu = Living(item->submenu);
         }
-        if (menu == nullptr || index >= menu->items.size()) return false;
+        if (!menu || index >= menu->items.size()) return false;
         item = &menu->items[index];
         if (item->isSeparator || !item->isEnabled) return false;
     }
-    if (item == nullptr || Living(item->submenu) != nullptr) return false;
-    if (item->command != nullptr) {
+    if (!item || Living(item->submenu)) return false;
+    if (item->command) {
         RunningScope scope(XPLM_PLUGIN_XPLANE, "menu");
         XPLMCommandOnce(item->command);
-    } else if (menu->handler != nullptr && IsPluginEnabled(menu->owner)) {
+    } else if (menu->handler && isPluginEnabled(menu->owner)) {
         RunningScope scope(menu->owner, "menu handler");
         menu->handler(menu->refcon, item->refcon);
     }
@@ -151,7 +151,7 @@ bool ChooseMenuItem(const MenuPlace &place) {
 
 void DropMenus(XPLMPluginID plugin, LeftBehind &leftBehind) {
     const auto isOwned = [&](const auto &owned) { return owned.owner == plugin; };
-    for (Menu *fixed : {Living(pluginsMenu), Living(aircraftMenu)}) {
+    for (Menu *fixed : {Living(PluginsMenu), Living(AircraftMenu)}) {
         for (const Item &item : fixed->items) {
             if (isOwned(item)) leftBehind.notes.push_back("menu item \"" + item.text + "\"");
         }
@@ -159,12 +159,12 @@ void DropMenus(XPLMPluginID plugin, LeftBehind &leftBehind) {
     }
     std::vector<XPLMMenuID> owned;
     for (const auto &[handle, menu] : Menus()) {
-        if (!IsFixed(handle) && isOwned(menu)) owned.push_back(handle);
+        if (!isFixed(handle) && isOwned(menu)) owned.push_back(handle);
     }
     std::sort(owned.begin(), owned.end());
     for (const XPLMMenuID handle : owned) {
         const Menu *menu = Living(handle);
-        if (menu == nullptr) continue; // gone with the one above it
+        if (!menu) continue; // gone with the one above it
         leftBehind.notes.push_back("menu \"" + menu->name + "\"");
         Destroy(handle);
     }
@@ -180,40 +180,40 @@ void ResetMenus() {
 using namespace simhost;
 
 XPLMMenuID XPLMFindPluginsMenu(void) {
-    return pluginsMenu;
+    return PluginsMenu;
 }
 
 XPLMMenuID XPLMFindAircraftMenu(void) {
     const std::string folder = AircraftFolder() + "plugins/";
     const bool isFromAircraft =
         !AircraftFolder().empty() && PluginPath(currentRunning.plugin).compare(0, folder.size(), folder) == 0;
-    return isFromAircraft ? aircraftMenu : nullptr;
+    return isFromAircraft ? AircraftMenu : nullptr;
 }
 
 XPLMMenuID XPLMCreateMenu(const char *inName, XPLMMenuID inParentMenu, int inParentItem,
                           XPLMMenuHandler_f inHandler, void *inMenuRef) {
     Item *parentItem = nullptr;
-    if (inParentMenu != nullptr) {
+    if (inParentMenu) {
         parentItem = FindItem(inParentMenu, inParentItem);
-        if (parentItem == nullptr || parentItem->isSeparator) {
+        if (!parentItem || parentItem->isSeparator) {
             ReportMisuse("XPLMCreateMenu under a menu item that does not exist");
             return nullptr;
         }
     }
     const XPLMMenuID handle = Handle(++lastSerial);
     Menu menu;
-    menu.name = inName != nullptr ? inName : "";
+    menu.name = inName ? inName : "";
     menu.handler = inHandler;
     menu.refcon = inMenuRef;
     menu.owner = currentRunning.plugin;
-    if (parentItem != nullptr) {
+    if (parentItem) {
         parentItem->submenu = handle;
     } else {
         Item item;
         item.text = menu.name;
         item.submenu = handle;
         item.isOfSubmenuAlone = true;
-        Append(pluginsMenu, std::move(item));
+        Append(PluginsMenu, std::move(item));
     }
     Menus().emplace(handle, std::move(menu));
     return handle;
@@ -225,16 +225,16 @@ void XPLMDestroyMenu(XPLMMenuID inMenuID) {
 
 void XPLMClearAllMenuItems(XPLMMenuID inMenuID) {
     Menu *menu = Living(inMenuID);
-    if (menu == nullptr) return;
+    if (!menu) return;
     // In the menus that all share, only one's own.
-    const bool isFixed = IsFixed(inMenuID);
+    const bool isShared = isFixed(inMenuID);
     std::erase_if(menu->items,
-                  [&](const Item &item) { return !isFixed || item.owner == currentRunning.plugin; });
+                  [&](const Item &item) { return !isShared || item.owner == currentRunning.plugin; });
 }
 
 int XPLMAppendMenuItem(XPLMMenuID inMenu, const char *inItemName, void *inItemRef, int) {
     Item item;
-    item.text = inItemName != nullptr ? inItemName : "";
+    item.text = inItemName ? inItemName : "";
     item.refcon = inItemRef;
     return Append(inMenu, std::move(item));
 }
@@ -242,7 +242,7 @@ int XPLMAppendMenuItem(XPLMMenuID inMenu, const char *inItemName, void *inItemRe
 int XPLMAppendMenuItemWithCommand(XPLMMenuID inMenu, const char *inItemName,
                                   XPLMCommandRef inCommandToExecute) {
     Item item;
-    item.text = inItemName != nullptr ? inItemName : "";
+    item.text = inItemName ? inItemName : "";
     item.command = inCommandToExecute;
     return Append(inMenu, std::move(item));
 }
@@ -255,7 +255,7 @@ void XPLMAppendMenuSeparator(XPLMMenuID inMenu) {
 
 void XPLMSetMenuItemName(XPLMMenuID inMenu, int inIndex, const char *inItemName, int) {
     Item *item = FindItem(inMenu, inIndex);
-    if (item != nullptr && inItemName != nullptr) item->text = inItemName;
+    if (item && inItemName) item->text = inItemName;
 }
 
 void XPLMCheckMenuItem(XPLMMenuID inMenu, int index, XPLMMenuCheck inCheck) {
@@ -264,7 +264,7 @@ void XPLMCheckMenuItem(XPLMMenuID inMenu, int index, XPLMMenuCheck inCheck) {
 
 void XPLMCheckMenuItemState(XPLMMenuID inMenu, int index, XPLMMenuCheck *outCheck) {
     const Item *item = FindItem(inMenu, index);
-    if (outCheck != nullptr) *outCheck = item != nullptr ? item->check : xplm_Menu_NoCheck;
+    if (outCheck) *outCheck = item ? item->check : xplm_Menu_NoCheck;
 }
 
 void XPLMEnableMenuItem(XPLMMenuID inMenu, int index, int enabled) {
@@ -272,7 +272,7 @@ void XPLMEnableMenuItem(XPLMMenuID inMenu, int index, int enabled) {
 }
 
 void XPLMRemoveMenuItem(XPLMMenuID inMenu, int inIndex) {
-    if (FindItem(inMenu, inIndex) == nullptr) return;
+    if (!FindItem(inMenu, inIndex)) return;
     Menu *menu = Living(inMenu);
     menu->items.erase(menu->items.begin() + inIndex);
 }

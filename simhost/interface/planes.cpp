@@ -6,9 +6,9 @@
 using namespace simhost;
 
 void XPLMCountAircraft(int *outTotalAircraft, int *outActiveAircraft, XPLMPluginID *outController) {
-    if (outTotalAircraft != nullptr) *outTotalAircraft = 1;
-    if (outActiveAircraft != nullptr) *outActiveAircraft = 1;
-    if (outController != nullptr) *outController = XPLM_NO_PLUGIN_ID;
+    if (outTotalAircraft) *outTotalAircraft = 1;
+    if (outActiveAircraft) *outActiveAircraft = 1;
+    if (outController) *outController = XPLM_NO_PLUGIN_ID;
 }
 
 void XPLMGetNthAircraftModel(int inIndex, char *outFileName, char *outPath) {

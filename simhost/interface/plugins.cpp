@@ -41,11 +41,11 @@ struct Plugin {
     XPLMError_f errorCallback = nullptr;
 };
 
-constexpr std::size_t pluginInfoSize = 256; // of every buffer with a plug-in's texts, zero included
+constexpr std::size_t PluginInfoSize = 256; // of every buffer with a plug-in's texts, zero included
 
-constexpr const char *datarefBrowserSignature = "xplanesdk.examples.DataRefEditor";
-constexpr int datarefBrowserMessage = 0x01000000; // parameter: the dataref's name
-constexpr const char *offeredFeatures[] = {"XPLM_USE_NATIVE_PATHS"};
+constexpr const char *DatarefBrowserSignature = "xplanesdk.examples.DataRefEditor";
+constexpr int DatarefBrowserMessage = 0x01000000; // parameter: the dataref's name
+constexpr const char *OfferedFeatures[] = {"XPLM_USE_NATIVE_PATHS"};
 
 std::vector<std::unique_ptr<Plugin>> &Plugins() {
     static auto &plugins = *new std::vector<std::unique_ptr<Plugin>>;
@@ -96,22 +96,21 @@ LeftBehind DropRegistrations(XPLMPluginID id) {
     return leftBehind;
 }
 
-bool IsLoaded(const std::string &path) {
-    return std::any_of(Plugins().begin(), Plugins().end(), [&](const auto &plugin) {
-        return plugin->library != nullptr && plugin->path == path;
-    });
+bool isLoaded(const std::string &path) {
+    return std::any_of(Plugins().begin(), Plugins().end(),
+                       [&](const auto &plugin) { return plugin->library && plugin->path == path; });
 }
 
-bool IsResident(const std::string &path) {
+bool isResident(const std::string &path) {
     void *library = dlopen(path.c_str(), RTLD_NOW | RTLD_NOLOAD);
-    if (library != nullptr) dlclose(library);
+    if (library) dlclose(library);
     return library != nullptr;
 }
 
 template <typename Function>
 bool FindEntryPoint(void *library, const char *name, Function &function, std::string &missing) {
     function = reinterpret_cast<Function>(dlsym(library, name));
-    if (function == nullptr) missing += (missing.empty() ? "" : ", ") + std::string(name);
+    if (!function) missing += (missing.empty() ? "" : ", ") + std::string(name);
     return function != nullptr;
 }
 
@@ -130,10 +129,10 @@ std::string MissingEntryPoints(void *library, EntryPoints &entryPoints) {
 bool CloseLibrary(XPLMPluginID id) {
     const Plugin *plugin = FindPlugin(id);
     bool isGone = true;
-    if (plugin->library != nullptr) {
+    if (plugin->library) {
         RunningScope scope(id, "being unloaded");
         dlclose(plugin->library);
-        isGone = !IsResident(plugin->path);
+        isGone = !isResident(plugin->path);
     }
     DropRegistrations(id);
     RemovePlugin(id);
@@ -141,13 +140,13 @@ bool CloseLibrary(XPLMPluginID id) {
 }
 
 bool StartPlugin(Plugin &plugin) {
-    char name[pluginInfoSize] = "", signature[pluginInfoSize] = "", description[pluginInfoSize] = "";
+    char name[PluginInfoSize] = "", signature[PluginInfoSize] = "", description[PluginInfoSize] = "";
     int started = 0;
     {
         RunningScope scope(plugin.id, "XPluginStart");
         started = plugin.entryPoints.start(name, signature, description);
     }
-    name[pluginInfoSize - 1] = signature[pluginInfoSize - 1] = description[pluginInfoSize - 1] = '\0';
+    name[PluginInfoSize - 1] = signature[PluginInfoSize - 1] = description[PluginInfoSize - 1] = '\0';
     plugin.name = name;
     plugin.signature = signature;
     plugin.description = description;
@@ -155,14 +154,14 @@ bool StartPlugin(Plugin &plugin) {
 }
 
 bool EnablePlugin(Plugin &plugin) {
-    if (plugin.isEnabled || plugin.entryPoints.enable == nullptr) return plugin.isEnabled;
+    if (plugin.isEnabled || !plugin.entryPoints.enable) return plugin.isEnabled;
     RunningScope scope(plugin.id, "XPluginEnable");
     plugin.isEnabled = plugin.entryPoints.enable() != 0;
     return plugin.isEnabled;
 }
 
 void DisablePlugin(Plugin &plugin) {
-    if (!plugin.isEnabled || plugin.entryPoints.disable == nullptr) return;
+    if (!plugin.isEnabled || !plugin.entryPoints.disable) return;
     RunningScope scope(plugin.id, "XPluginDisable");
     plugin.entryPoints.disable();
     plugin.isEnabled = false;
@@ -170,10 +169,10 @@ void DisablePlugin(Plugin &plugin) {
 
 void Deliver(const Plugin &plugin, XPLMPluginID from, int message, void *parameter) {
     if (!plugin.isEnabled) return;
-    if (plugin.id == datarefBrowser && message == datarefBrowserMessage && parameter != nullptr) {
+    if (plugin.id == datarefBrowser && message == DatarefBrowserMessage && parameter) {
         NamesTold().emplace_back(static_cast<const char *>(parameter));
     }
-    if (plugin.entryPoints.receiveMessage == nullptr) return;
+    if (!plugin.entryPoints.receiveMessage) return;
     RunningScope scope(plugin.id, "XPluginReceiveMessage");
     plugin.entryPoints.receiveMessage(from, message, parameter);
 }
@@ -208,8 +207,8 @@ XPLMPluginID LoadPlugin(const std::string &libraryPath, std::string &error) {
     error.clear();
     const std::string path = std::filesystem::absolute(libraryPath).lexically_normal().string();
     // XPLMGetPluginInfo could only tell such a plug-in a part of where it lies.
-    if (path.size() >= pluginInfoSize) error = path + " is too long a path for a plug-in";
-    if (error.empty() && IsLoaded(path)) error = path + " is loaded already";
+    if (path.size() >= PluginInfoSize) error = path + " is too long a path for a plug-in";
+    if (error.empty() && isLoaded(path)) error = path + " is loaded already";
     if (!error.empty()) return XPLM_NO_PLUGIN_ID;
 
     Plugin &plugin = AddPlugin(path);
@@ -217,9 +216,9 @@ XPLMPluginID LoadPlugin(const std::string &libraryPath, std::string &error) {
     {
         RunningScope scope(id, "being loaded");
         plugin.library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-        if (plugin.library == nullptr) {
+        if (!plugin.library) {
             const char *reason = dlerror();
-            error = reason != nullptr ? reason : path + " cannot be opened";
+            error = reason ? reason : path + " cannot be opened";
         }
     }
     if (error.empty()) {
@@ -243,9 +242,9 @@ XPLMPluginID LoadPlugin(const std::string &libraryPath, std::string &error) {
 void UnloadPlugin(XPLMPluginID id) {
     LeftBehindStore() = {};
     Plugin *plugin = FindPlugin(id);
-    if (plugin == nullptr) return;
+    if (!plugin) return;
     DisablePlugin(*plugin);
-    if (plugin->entryPoints.stop != nullptr) {
+    if (plugin->entryPoints.stop) {
         RunningScope scope(id, "XPluginStop");
         plugin->entryPoints.stop();
     }
@@ -266,7 +265,7 @@ const LeftBehind &LastLeftBehind() {
 void ActAsPlugin(const std::string &libraryPath) {
     Plugin &plugin = AddPlugin(libraryPath);
     plugin.isEnabled = true;
-    currentRunning = {plugin.id, programItself};
+    currentRunning = {plugin.id, ProgramItself};
 }
 
 void ResetPlugins() {
@@ -278,21 +277,21 @@ void ResetPlugins() {
     currentRunning = {};
 }
 
-bool IsPluginEnabled(XPLMPluginID id) {
+bool isPluginEnabled(XPLMPluginID id) {
     if (id == XPLM_PLUGIN_XPLANE) return true;
     const Plugin *plugin = FindPlugin(id);
-    return plugin != nullptr && plugin->isEnabled;
+    return plugin && plugin->isEnabled;
 }
 
 std::string PluginPath(XPLMPluginID id) {
     const Plugin *plugin = FindPlugin(id);
-    return plugin != nullptr ? plugin->path : std::string();
+    return plugin ? plugin->path : std::string();
 }
 
 std::string PluginName(XPLMPluginID id) {
     if (id == XPLM_PLUGIN_XPLANE) return "simulator";
     const Plugin *plugin = FindPlugin(id);
-    return plugin != nullptr && !plugin->name.empty() ? plugin->name : "plug-in " + std::to_string(id);
+    return plugin && !plugin->name.empty() ? plugin->name : "plug-in " + std::to_string(id);
 }
 
 void BroadcastMessage(int message, void *parameter) {
@@ -302,7 +301,7 @@ void BroadcastMessage(int message, void *parameter) {
 void ReportMisuse(const std::string &what) {
     WriteLog(PluginName(currentRunning.plugin) + ": " + what);
     const Plugin *plugin = FindPlugin(currentRunning.plugin);
-    if (plugin != nullptr && plugin->errorCallback != nullptr) plugin->errorCallback(what.c_str());
+    if (plugin && plugin->errorCallback) plugin->errorCallback(what.c_str());
 }
 
 void SetErrorCallback(void (*callback)(const char *message)) {
@@ -318,7 +317,7 @@ void SwitchDatarefBrowser(bool on) {
     }
     Plugin &plugin = AddPlugin(XplaneFolder() + "Resources/plugins/DataRefEditor/64/lin.xpl");
     plugin.name = "DataRefEditor";
-    plugin.signature = datarefBrowserSignature;
+    plugin.signature = DatarefBrowserSignature;
     plugin.description = "Lists datarefs";
     plugin.isEnabled = true;
     datarefBrowser = plugin.id;
@@ -349,14 +348,14 @@ XPLMPluginID XPLMGetNthPlugin(int inIndex) {
 
 XPLMPluginID XPLMFindPluginByPath(const char *inPath) {
     for (const auto &plugin : Plugins()) {
-        if (inPath != nullptr && PathForPlugin(plugin->path) == inPath) return plugin->id;
+        if (inPath && PathForPlugin(plugin->path) == inPath) return plugin->id;
     }
     return XPLM_NO_PLUGIN_ID;
 }
 
 XPLMPluginID XPLMFindPluginBySignature(const char *inSignature) {
     for (const auto &plugin : Plugins()) {
-        if (inSignature != nullptr && plugin->signature == inSignature) return plugin->id;
+        if (inSignature && plugin->signature == inSignature) return plugin->id;
     }
     return XPLM_NO_PLUGIN_ID;
 }
@@ -365,22 +364,22 @@ void XPLMGetPluginInfo(XPLMPluginID inPlugin, char *outName, char *outFilePath, 
                        char *outDescription) {
     const Plugin *plugin = FindPlugin(inPlugin);
     const bool isSimulator = inPlugin == XPLM_PLUGIN_XPLANE;
-    CopyText(plugin != nullptr ? plugin->name : isSimulator ? "X-Plane" : "", outName, pluginInfoSize);
-    CopyText(PathForPlugin(plugin != nullptr ? plugin->path
-                           : isSimulator     ? XplaneFolder()
-                                             : ""),
-             outFilePath, pluginInfoSize);
-    CopyText(plugin != nullptr ? plugin->signature : "", outSignature, pluginInfoSize);
-    CopyText(plugin != nullptr ? plugin->description : "", outDescription, pluginInfoSize);
+    CopyText(plugin ? plugin->name : isSimulator ? "X-Plane" : "", outName, PluginInfoSize);
+    CopyText(PathForPlugin(plugin        ? plugin->path
+                           : isSimulator ? XplaneFolder()
+                                         : ""),
+             outFilePath, PluginInfoSize);
+    CopyText(plugin ? plugin->signature : "", outSignature, PluginInfoSize);
+    CopyText(plugin ? plugin->description : "", outDescription, PluginInfoSize);
 }
 
 int XPLMIsPluginEnabled(XPLMPluginID inPluginID) {
-    return IsPluginEnabled(inPluginID) ? 1 : 0;
+    return isPluginEnabled(inPluginID) ? 1 : 0;
 }
 
 int XPLMEnablePlugin(XPLMPluginID inPluginID) {
     Plugin *plugin = FindPlugin(inPluginID);
-    return plugin != nullptr && EnablePlugin(*plugin) ? 1 : 0;
+    return plugin && EnablePlugin(*plugin) ? 1 : 0;
 }
 
 void XPLMDisablePlugin(XPLMPluginID inPluginID) {
@@ -401,8 +400,8 @@ void XPLMSendMessageToPlugin(XPLMPluginID inPlugin, int inMessage, void *inParam
 }
 
 int XPLMHasFeature(const char *inFeature) {
-    return inFeature != nullptr
-                   && std::any_of(std::begin(offeredFeatures), std::end(offeredFeatures),
+    return inFeature
+                   && std::any_of(std::begin(OfferedFeatures), std::end(OfferedFeatures),
                                   [&](const char *feature) { return std::strcmp(feature, inFeature) == 0; })
                ? 1
                : 0;
@@ -410,12 +409,12 @@ int XPLMHasFeature(const char *inFeature) {
 
 int XPLMIsFeatureEnabled(const char *inFeature) {
     const Plugin *plugin = FindPlugin(currentRunning.plugin);
-    return inFeature != nullptr && plugin != nullptr && plugin->enabledFeatures.contains(inFeature) ? 1 : 0;
+    return inFeature && plugin && plugin->enabledFeatures.contains(inFeature) ? 1 : 0;
 }
 
 void XPLMEnableFeature(const char *inFeature, int inEnable) {
     Plugin *plugin = FindPlugin(currentRunning.plugin);
-    if (plugin == nullptr || !XPLMHasFeature(inFeature)) return;
+    if (!plugin || !XPLMHasFeature(inFeature)) return;
     if (inEnable) {
         plugin->enabledFeatures.insert(inFeature);
     } else {
@@ -424,6 +423,6 @@ void XPLMEnableFeature(const char *inFeature, int inEnable) {
 }
 
 void XPLMEnumerateFeatures(XPLMFeatureEnumerator_f inEnumerator, void *inRef) {
-    if (inEnumerator == nullptr) return;
-    for (const char *feature : offeredFeatures) inEnumerator(feature, inRef);
+    if (!inEnumerator) return;
+    for (const char *feature : OfferedFeatures) inEnumerator(feature, inRef);
 }

@@ -32,7 +32,7 @@ constinit double frameSeconds = 0;   // length of the current frame
 constinit long long frameNumber = 0;
 
 // A frame that ends a hair before an interval is over, by rounding alone, is late enough.
-constexpr double timeTolerance = 1e-6;
+constexpr double TimeTolerance = 1e-6;
 
 void Schedule(FlightLoop &loop, float interval, double fromSeconds, long long fromFrame) {
     loop.dueSeconds = std::numeric_limits<double>::infinity();
@@ -48,12 +48,12 @@ FlightLoop *FindFlightLoop(XPLMFlightLoop_f callback, const void *refcon) {
     auto found = std::find_if(flightLoops.begin(), flightLoops.end(), [&](const FlightLoop &loop) {
         return loop.callback == callback && loop.refcon == refcon;
     });
-    return callback != nullptr && found != flightLoops.end() ? &*found : nullptr;
+    return callback && found != flightLoops.end() ? &*found : nullptr;
 }
 
 void SweepFlightLoops() {
     if (isRunningFlightLoops) return;
-    std::erase_if(flightLoops, [](const FlightLoop &loop) { return loop.callback == nullptr; });
+    std::erase_if(flightLoops, [](const FlightLoop &loop) { return !loop.callback; });
 }
 
 } // namespace
@@ -75,15 +75,15 @@ void RunFlightLoops() {
     const std::size_t count = flightLoops.size();
     for (std::size_t i = 0; i < count; i++) {
         const FlightLoop loop = flightLoops[i];
-        if (loop.callback == nullptr || !IsPluginEnabled(loop.owner)) continue;
-        if (elapsedSeconds < loop.dueSeconds - timeTolerance && frameNumber < loop.dueFrame) continue;
+        if (!loop.callback || !isPluginEnabled(loop.owner)) continue;
+        if (elapsedSeconds < loop.dueSeconds - TimeTolerance && frameNumber < loop.dueFrame) continue;
         float interval = 0;
         {
             RunningScope scope(loop.owner, "flight loop");
             interval = loop.callback(static_cast<float>(elapsedSeconds - loop.lastCallSeconds),
                                      static_cast<float>(frameSeconds), XPLMGetCycleNumber(), loop.refcon);
         }
-        if (flightLoops[i].callback == nullptr) continue;
+        if (!flightLoops[i].callback) continue;
         flightLoops[i].lastCallSeconds = elapsedSeconds;
         flightLoops[i].lastCallFrame = frameNumber;
         Schedule(flightLoops[i], interval, elapsedSeconds, frameNumber);
@@ -94,7 +94,7 @@ void RunFlightLoops() {
 
 void DropFlightLoops(XPLMPluginID plugin, LeftBehind &leftBehind) {
     for (FlightLoop &loop : flightLoops) {
-        if (loop.callback == nullptr || loop.owner != plugin) continue;
+        if (!loop.callback || loop.owner != plugin) continue;
         leftBehind.errors.push_back("flight loop "
                                     + DescribeFunction(reinterpret_cast<void *>(loop.callback)));
         loop.callback = nullptr;
@@ -122,7 +122,7 @@ int XPLMGetCycleNumber(void) {
 }
 
 void XPLMRegisterFlightLoopCallback(XPLMFlightLoop_f inFlightLoop, float inInterval, void *inRefcon) {
-    if (inFlightLoop == nullptr) {
+    if (!inFlightLoop) {
         ReportMisuse("XPLMRegisterFlightLoopCallback without a callback");
         return;
     }
@@ -138,7 +138,7 @@ void XPLMRegisterFlightLoopCallback(XPLMFlightLoop_f inFlightLoop, float inInter
 
 void XPLMUnregisterFlightLoopCallback(XPLMFlightLoop_f inFlightLoop, void *inRefcon) {
     FlightLoop *loop = FindFlightLoop(inFlightLoop, inRefcon);
-    if (loop == nullptr) return;
+    if (!loop) return;
     loop->callback = nullptr;
     SweepFlightLoops();
 }
@@ -146,7 +146,7 @@ void XPLMUnregisterFlightLoopCallback(XPLMFlightLoop_f inFlightLoop, void *inRef
 void XPLMSetFlightLoopCallbackInterval(XPLMFlightLoop_f inFlightLoop, float inInterval, int inRelativeToNow,
                                        void *inRefcon) {
     FlightLoop *loop = FindFlightLoop(inFlightLoop, inRefcon);
-    if (loop == nullptr) return;
+    if (!loop) return;
     if (inRelativeToNow) {
         Schedule(*loop, inInterval, elapsedSeconds, frameNumber);
     } else {

@@ -11,7 +11,7 @@ namespace {
 
 constinit std::vector<Dataref *> sharedDatarefs;
 
-bool IsOneType(XPLMDataTypeID type) {
+bool isOneType(XPLMDataTypeID type) {
     return type > 0 && type <= xplmType_Data && (type & (type - 1)) == 0;
 }
 
@@ -28,7 +28,7 @@ void NotifySubscribers(const Dataref &dataref) {
     // A callback may share or unshare: by index, and nothing is kept across the call.
     for (std::size_t i = 0; i < dataref.subscribers.size(); i++) {
         const Subscriber subscriber = dataref.subscribers[i];
-        if (subscriber.changed == nullptr || subscriber.plugin == writer) continue;
+        if (!subscriber.changed || subscriber.plugin == writer) continue;
         RunningScope scope(subscriber.plugin, "notice of changed data");
         subscriber.changed(subscriber.refcon);
     }
@@ -55,7 +55,7 @@ using namespace simhost;
 
 int XPLMShareData(const char *inDataName, XPLMDataTypeID inDataType, XPLMDataChanged_f inNotificationFunc,
                   void *inNotificationRefcon) {
-    if (inDataName == nullptr || *inDataName == '\0' || !IsOneType(inDataType)) {
+    if (!inDataName || *inDataName == '\0' || !isOneType(inDataType)) {
         ReportMisuse("XPLMShareData without a name or with other than one type");
         return 0;
     }
@@ -74,8 +74,8 @@ int XPLMShareData(const char *inDataName, XPLMDataTypeID inDataType, XPLMDataCha
 
 int XPLMUnshareData(const char *inDataName, XPLMDataTypeID inDataType, XPLMDataChanged_f inNotificationFunc,
                     void *inNotificationRefcon) {
-    Dataref *dataref = inDataName != nullptr ? FindRecord(inDataName) : nullptr;
-    if (dataref == nullptr || !dataref->isShared) return 0;
+    Dataref *dataref = inDataName ? FindRecord(inDataName) : nullptr;
+    if (!dataref || !dataref->isShared) return 0;
     const auto found = std::find_if(
         dataref->subscribers.begin(), dataref->subscribers.end(), [&](const Subscriber &subscriber) {
             return subscriber.type == inDataType && subscriber.changed == inNotificationFunc

@@ -19,9 +19,9 @@ namespace simhost {
 
 namespace {
 
-constexpr std::size_t keptLogLines = 100000;
-constexpr std::size_t longestLogLine = 1 << 16;
-constexpr std::size_t keptSpeech = 10000; // texts
+constexpr std::size_t KeptLogLines = 100000;
+constexpr std::size_t LongestLogLine = 1 << 16;
+constexpr std::size_t KeptSpeech = 10000; // texts
 
 struct Utilities {
     std::string xplaneFolder, aircraftFolder, aircraftFile;
@@ -40,7 +40,7 @@ Utilities &State() {
 }
 
 void WriteLogFile(const char *text, std::size_t length) {
-    if (State().logFile == nullptr) return;
+    if (!State().logFile) return;
     std::fwrite(text, 1, length, State().logFile);
     std::fflush(State().logFile); // what a crash is about comes last
 }
@@ -48,13 +48,13 @@ void WriteLogFile(const char *text, std::size_t length) {
 void KeepLogLine(std::string line) {
     while (!line.empty() && line.back() == '\r') line.pop_back();
     std::deque<std::string> &lines = State().logLines;
-    if (lines.size() >= keptLogLines && !State().hasDroppedLogLines) {
+    if (lines.size() >= KeptLogLines && !State().hasDroppedLogLines) {
         State().hasDroppedLogLines = true;
         WriteLog("the oldest log lines are no longer kept in memory; Log.txt has them all");
     }
-    while (lines.size() >= keptLogLines) lines.pop_front();
+    while (lines.size() >= KeptLogLines) lines.pop_front();
     lines.push_back(line);
-    if (HasEventListener()) ReportEvent({EventKind::LogLine, std::move(line), {}});
+    if (hasEventListener()) ReportEvent({EventKind::LogLine, std::move(line), {}});
 }
 
 void AppendToLog(const char *text) {
@@ -62,7 +62,7 @@ void AppendToLog(const char *text) {
     std::string &openLine = State().openLine;
     for (; *text != '\0'; text++) {
         if (*text != '\n') openLine += *text;
-        if (*text == '\n' || openLine.size() >= longestLogLine) {
+        if (*text == '\n' || openLine.size() >= LongestLogLine) {
             std::string line;
             line.swap(openLine);
             KeepLogLine(std::move(line));
@@ -96,7 +96,7 @@ void SetFolders(const std::string &xplaneFolder, const std::string &aircraftFold
     state.aircraftFolder = WithSlash(aircraftFolder);
     state.aircraftFile = aircraftFile;
     if (state.xplaneFolder == before) return;
-    if (state.logFile != nullptr) std::fclose(state.logFile);
+    if (state.logFile) std::fclose(state.logFile);
     state.logFile =
         state.xplaneFolder.empty() ? nullptr : std::fopen((state.xplaneFolder + "Log.txt").c_str(), "w");
 }
@@ -146,12 +146,12 @@ std::vector<std::string> TakeSimulatorSpeech() {
 
 void ResetUtilities() {
     Utilities &state = State();
-    if (state.logFile != nullptr) std::fclose(state.logFile);
+    if (state.logFile) std::fclose(state.logFile);
     state = {};
 }
 
 void CopyText(const std::string &text, char *out, std::size_t size) {
-    if (out == nullptr || size == 0) return;
+    if (!out || size == 0) return;
     const std::size_t length = std::min(text.size(), size - 1);
     std::memcpy(out, text.data(), length);
     out[length] = '\0';
@@ -159,14 +159,14 @@ void CopyText(const std::string &text, char *out, std::size_t size) {
 
 std::string DescribeFunction(const void *function) {
     Dl_info info = {};
-    if (dladdr(function, &info) == 0 || info.dli_fname == nullptr) return "of unknown origin";
-    if (info.dli_sname != nullptr && info.dli_saddr == function) return info.dli_sname;
+    if (dladdr(function, &info) == 0 || !info.dli_fname) return "of unknown origin";
+    if (info.dli_sname && info.dli_saddr == function) return info.dli_sname;
     const char *slash = std::strrchr(info.dli_fname, '/');
     char offset[32];
     std::snprintf(offset, sizeof offset, "+0x%zx",
                   reinterpret_cast<std::uintptr_t>(function)
                       - reinterpret_cast<std::uintptr_t>(info.dli_fbase));
-    return std::string(slash != nullptr ? slash + 1 : info.dli_fname) + offset;
+    return std::string(slash ? slash + 1 : info.dli_fname) + offset;
 }
 
 } // namespace simhost
@@ -186,17 +186,17 @@ const char *XPLMGetDirectorySeparator(void) {
 }
 
 char *XPLMExtractFileAndPath(char *inFullPath) {
-    if (inFullPath == nullptr) return nullptr;
+    if (!inFullPath) return nullptr;
     char *separator = std::strrchr(inFullPath, GivenSeparator());
-    if (separator == nullptr) return inFullPath;
+    if (!separator) return inFullPath;
     *separator = '\0';
     return separator + 1;
 }
 
 void XPLMGetVersions(int *outXPlaneVersion, int *outXPLMVersion, int *outHostID) {
-    if (outXPlaneVersion != nullptr) *outXPlaneVersion = 12100; // 12.1.0
-    if (outXPLMVersion != nullptr) *outXPLMVersion = kXPLM_Version;
-    if (outHostID != nullptr) *outHostID = 1; // X-Plane
+    if (outXPlaneVersion) *outXPlaneVersion = 12100; // 12.1.0
+    if (outXPLMVersion) *outXPLMVersion = kXPLM_Version;
+    if (outHostID) *outHostID = 1; // X-Plane
 }
 
 int XPLMGetLanguage(void) {
@@ -205,7 +205,7 @@ int XPLMGetLanguage(void) {
 
 void *XPLMFindSymbol(const char *inString) {
     // Only the interface itself, not everything else that lies in the process.
-    if (inString == nullptr || std::strncmp(inString, "XP", 2) != 0) return nullptr;
+    if (!inString || std::strncmp(inString, "XP", 2) != 0) return nullptr;
     return dlsym(RTLD_DEFAULT, inString);
 }
 
@@ -214,13 +214,13 @@ void XPLMSetErrorCallback(XPLMError_f inCallback) {
 }
 
 void XPLMDebugString(const char *inString) {
-    if (inString != nullptr) AppendToLog(inString);
+    if (inString) AppendToLog(inString);
 }
 
 void XPLMSpeakString(const char *inString) {
     if (inString == nullptr) return;
     std::deque<std::string> &speech = State().speech;
-    if (speech.size() >= keptSpeech) speech.pop_front();
+    if (speech.size() >= KeptSpeech) speech.pop_front();
     speech.emplace_back(inString);
     ReportEvent({EventKind::SimulatorSpeech, inString, {}});
 }

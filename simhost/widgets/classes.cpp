@@ -22,14 +22,14 @@ const XPMouseState_t &MouseOf(intptr_t first) {
 const std::string &TextOf(XPWidgetID id) {
     static const std::string none;
     const Widget *widget = FindWidget(id);
-    return widget != nullptr ? widget->descriptor : none;
+    return widget ? widget->descriptor : none;
 }
 
 void PressMainWindow(XPWidgetID widget, const XPMouseState_t &mouse) {
     XPSetKeyboardFocus(nullptr); // a click beside a text field ends typing
     const Rectangle place = PlaceOf(widget);
     if (PropertyOf(widget, xpProperty_MainWindowHasCloseBoxes) != 0
-        && IsInCloseBox(place, mouse.x, mouse.y)) {
+        && isInCloseBox(place, mouse.x, mouse.y)) {
         closing = widget;
     } else if (TitleBarOf(place).Contains(mouse.x, mouse.y)) {
         XPSetWidgetProperty(widget, xpProperty_DragXOff, mouse.x - place.left);
@@ -52,7 +52,7 @@ void DragMainWindow(XPWidgetID widget, const XPMouseState_t &mouse) {
 
 void ReleaseMainWindow(XPWidgetID widget, const XPMouseState_t &mouse) {
     XPSetWidgetProperty(widget, xpProperty_Dragging, 0);
-    const bool isClosed = closing == widget && IsInCloseBox(PlaceOf(widget), mouse.x, mouse.y);
+    const bool isClosed = closing == widget && isInCloseBox(PlaceOf(widget), mouse.x, mouse.y);
     closing = nullptr;
     if (isClosed) Notify(widget, xpMessage_CloseButtonPushed);
 }
@@ -76,11 +76,11 @@ void DrawButton(XPWidgetID widget) {
     if (PropertyOf(widget, xpProperty_ButtonType) == xpPushButton) {
         const bool isOn = PropertyOf(widget, xpProperty_ButtonBehavior) != xpButtonBehaviorPushButton
                           && PropertyOf(widget, xpProperty_ButtonState) != 0;
-        DrawPushButton(PlaceOf(widget), TextOf(widget), isPressed || isOn, IsEnabled(widget));
+        DrawPushButton(PlaceOf(widget), TextOf(widget), isPressed || isOn, isEnabled(widget));
     } else {
         DrawToggle(PlaceOf(widget), TextOf(widget),
                    PropertyOf(widget, xpProperty_ButtonBehavior) == xpButtonBehaviorRadioButton,
-                   PropertyOf(widget, xpProperty_ButtonState) != 0, isPressed, IsEnabled(widget));
+                   PropertyOf(widget, xpProperty_ButtonState) != 0, isPressed, isEnabled(widget));
     }
 }
 

@@ -19,15 +19,15 @@ XPWidgetID UnderMouse(XPLMWindowID window, int x, int y) {
     const XPWidgetID root = RootOfWindow(window);
     FollowWindow(root);
     XPWidgetID found = WidgetAt(root, x, y, true, true);
-    for (XPWidgetID id = found; id != nullptr; id = XPGetParentWidget(id))
-        if (!IsEnabled(id)) found = XPGetParentWidget(id);
+    for (XPWidgetID id = found; id; id = XPGetParentWidget(id))
+        if (!isEnabled(id)) found = XPGetParentWidget(id);
     return found;
 }
 
 int Press(XPLMWindowID window, XPMouseState_t &mouse) {
     XPWidgetID id = UnderMouse(window, mouse.x, mouse.y);
     const XPWidgetID root = RootOfWindow(window);
-    while (id != nullptr) {
+    while (id) {
         const XPWidgetID parent = XPGetParentWidget(id);
         holder = id;
         if (Send(id, xpMsg_MouseDown, xpMode_Direct, reinterpret_cast<intptr_t>(&mouse))) {
@@ -68,7 +68,7 @@ XPLMCursorStatus OnCursor(XPLMWindowID window, int x, int y, void *) {
 
 void OnKey(XPLMWindowID window, char key, XPLMKeyFlags flags, char virtualKey, void *, int losingFocus) {
     const XPWidgetID focused = FocusedWidget();
-    if (focused == nullptr || XPGetWidgetUnderlyingWindow(focused) != window) return;
+    if (!focused || XPGetWidgetUnderlyingWindow(focused) != window) return;
     if (losingFocus != 0) {
         LeaveKeyboard(focused);
         return;
@@ -80,7 +80,7 @@ void OnKey(XPLMWindowID window, char key, XPLMKeyFlags flags, char virtualKey, v
 // Keeps drawing within the exposed part of a widget that asks for it.
 class ClipScope {
 public:
-    explicit ClipScope(XPWidgetID id) : isOn(HasContext() && PropertyOf(id, xpProperty_Clip) != 0) {
+    explicit ClipScope(XPWidgetID id) : isOn(hasContext() && PropertyOf(id, xpProperty_Clip) != 0) {
         if (!isOn) return;
         const Rectangle exposed = ExposedPlace(id);
         glPushAttrib(GL_SCISSOR_BIT);
@@ -100,7 +100,7 @@ private:
 // A widget that takes the paint message draws itself and all that lies in it.
 void Paint(XPWidgetID id) {
     const Widget *widget = FindWidget(id);
-    if (widget == nullptr || !IsShown(*widget)) return;
+    if (!widget || !isShown(*widget)) return;
     {
         ClipScope clip(id);
         if (Send(id, xpMsg_Paint, xpMode_Direct)) return;
@@ -134,8 +134,8 @@ XPLMWindowID MakeRootWindow(const Widget &widget) {
 
 void FollowWindow(XPWidgetID root) {
     const Widget *widget = FindWidget(root);
-    const Window *window = widget != nullptr ? FindWindow(widget->window) : nullptr;
-    if (window == nullptr || window->place == widget->place) return;
+    const Window *window = widget ? FindWindow(widget->window) : nullptr;
+    if (!window || window->place == widget->place) return;
     const Rectangle place = window->place;
     XPSetWidgetGeometry(root, place.left, place.top, place.right, place.bottom);
 }

@@ -16,11 +16,11 @@ constinit XPWidgetID focused = nullptr;
 bool SendDirect(XPWidgetID id, XPWidgetMessage message, XPDispatchMode mode, intptr_t first,
                 intptr_t second) {
     const Widget *widget = FindWidget(id);
-    if (widget == nullptr) return false;
+    if (!widget) return false;
     bool isHandled = false;
     for (std::size_t i = widget->callbacks.size(); i-- > 0;) {
         widget = FindWidget(id);
-        if (widget == nullptr || i >= widget->callbacks.size()) break;
+        if (!widget || i >= widget->callbacks.size()) break;
         const WidgetCallback callback = widget->callbacks[i];
         RunningScope scope(callback.owner, "widget's callback");
         if (callback.function(message, id, first, second) != 0) isHandled = true;
@@ -30,7 +30,7 @@ bool SendDirect(XPWidgetID id, XPWidgetMessage message, XPDispatchMode mode, int
 }
 
 bool SendUpChain(XPWidgetID id, XPWidgetMessage message, intptr_t first, intptr_t second) {
-    while (id != nullptr) {
+    while (id) {
         const XPWidgetID parent = XPGetParentWidget(id);
         if (SendDirect(id, message, xpMode_Direct, first, second)) return true;
         id = parent;
@@ -42,7 +42,7 @@ bool SendUpChain(XPWidgetID id, XPWidgetMessage message, intptr_t first, intptr_
 bool SendRecursive(XPWidgetID id, XPWidgetMessage message, intptr_t first, intptr_t second) {
     bool isHandled = SendDirect(id, message, xpMode_Direct, first, second);
     const Widget *widget = FindWidget(id);
-    if (widget == nullptr) return isHandled;
+    if (!widget) return isHandled;
     const std::vector<XPWidgetID> children = widget->children;
     for (XPWidgetID child : children)
         if (SendRecursive(child, message, first, second)) isHandled = true;
@@ -58,10 +58,10 @@ void SetFocused(XPWidgetID id) {
     const XPWidgetID before = focused;
     const XPLMWindowID windowBefore = XPGetWidgetUnderlyingWindow(before);
     focused = id;
-    if (before != id) Send(before, xpMsg_KeyLoseFocus, xpMode_Direct, id != nullptr ? 1 : 0);
+    if (before != id) Send(before, xpMsg_KeyLoseFocus, xpMode_Direct, id ? 1 : 0);
     if (focused != id) return; // it has gone on from there
     const XPLMWindowID window = XPGetWidgetUnderlyingWindow(id);
-    if (window != nullptr || FocusedWindow() == windowBefore) GiveFocus(window);
+    if (window || FocusedWindow() == windowBefore) GiveFocus(window);
 }
 
 } // namespace
@@ -82,11 +82,11 @@ void Notify(XPWidgetID id, XPWidgetMessage message, intptr_t second) {
 }
 
 XPWidgetID FocusedWidget() {
-    return FindWidget(focused) != nullptr ? focused : nullptr;
+    return FindWidget(focused) ? focused : nullptr;
 }
 
 void LeaveKeyboard(XPWidgetID container) {
-    if (IsWithin(focused, container)) SetFocused(nullptr);
+    if (isWithin(focused, container)) SetFocused(nullptr);
 }
 
 } // namespace simhost
@@ -101,8 +101,8 @@ int XPSendMessageToWidget(XPWidgetID inWidget, XPWidgetMessage inMessage, XPDisp
 // It learns of the widget at once.
 void XPAddWidgetCallback(XPWidgetID inWidget, XPWidgetFunc_t inNewCallback) {
     Widget *widget = FindWidget(inWidget);
-    if (widget == nullptr) return;
-    if (inNewCallback == nullptr) {
+    if (!widget) return;
+    if (!inNewCallback) {
         ReportMisuse("XPAddWidgetCallback without a callback");
         return;
     }
@@ -112,7 +112,7 @@ void XPAddWidgetCallback(XPWidgetID inWidget, XPWidgetFunc_t inNewCallback) {
 
 // Who has the focus afterwards. A widget that does not take it, or that nobody sees, changes nothing.
 XPWidgetID XPSetKeyboardFocus(XPWidgetID inWidget) {
-    if (inWidget == nullptr) {
+    if (!inWidget) {
         SetFocused(nullptr);
     } else if (inWidget != FocusedWidget() && XPIsWidgetVisible(inWidget) != 0 && WantsKeys(inWidget, false)
                && XPIsWidgetVisible(inWidget) != 0) {
@@ -123,9 +123,9 @@ XPWidgetID XPSetKeyboardFocus(XPWidgetID inWidget) {
 
 // To the next one up the chain that wants it.
 void XPLoseKeyboardFocus(XPWidgetID inWidget) {
-    if (inWidget == nullptr || FocusedWidget() != inWidget) return;
+    if (!inWidget || FocusedWidget() != inWidget) return;
     XPWidgetID next = XPGetParentWidget(inWidget);
-    while (next != nullptr && !WantsKeys(next, true)) next = XPGetParentWidget(next);
+    while (next && !WantsKeys(next, true)) next = XPGetParentWidget(next);
     if (FocusedWidget() == inWidget) SetFocused(next);
 }
 

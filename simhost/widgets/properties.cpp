@@ -13,15 +13,15 @@ namespace {
 constinit int watchCount = 0;
 
 void SetCorners(const Rectangle &corners, int *left, int *top, int *right, int *bottom) {
-    if (left != nullptr) *left = corners.left;
-    if (top != nullptr) *top = corners.top;
-    if (right != nullptr) *right = corners.right;
-    if (bottom != nullptr) *bottom = corners.bottom;
+    if (left) *left = corners.left;
+    if (top) *top = corners.top;
+    if (right) *right = corners.right;
+    if (bottom) *bottom = corners.bottom;
 }
 
 void CollectExposed(XPWidgetID id, std::vector<std::pair<XPWidgetID, Rectangle>> &places) {
     const Widget *widget = FindWidget(id);
-    if (widget == nullptr) return;
+    if (!widget) return;
     places.emplace_back(id, ExposedPlace(id));
     for (XPWidgetID child : widget->children) CollectExposed(child, places);
 }
@@ -30,7 +30,7 @@ void CollectExposed(XPWidgetID id, std::vector<std::pair<XPWidgetID, Rectangle>>
 
 Rectangle ExposedPlace(XPWidgetID id) {
     Rectangle exposed = PlaceOf(id);
-    for (const Widget *widget = FindWidget(id); widget != nullptr; widget = FindWidget(widget->parent)) {
+    for (const Widget *widget = FindWidget(id); widget; widget = FindWidget(widget->parent)) {
         exposed.left = std::max(exposed.left, widget->place.left);
         exposed.right = std::max(exposed.left, std::min(exposed.right, widget->place.right));
         exposed.top = std::min(exposed.top, widget->place.top);
@@ -46,8 +46,7 @@ ExposureWatch::ExposureWatch(XPWidgetID top) : isOutermost(watchCount++ == 0) {
 ExposureWatch::~ExposureWatch() {
     watchCount--;
     for (const auto &[id, exposed] : before)
-        if (FindWidget(id) != nullptr && ExposedPlace(id) != exposed)
-            Send(id, xpMsg_ExposedChanged, xpMode_Direct);
+        if (FindWidget(id) && ExposedPlace(id) != exposed) Send(id, xpMsg_ExposedChanged, xpMode_Direct);
 }
 
 intptr_t PropertyOf(XPWidgetID id, XPWidgetPropertyID property, intptr_t otherwise) {
@@ -70,7 +69,7 @@ void XPGetWidgetGeometry(XPWidgetID inWidget, int *outLeft, int *outTop, int *ou
 void XPSetWidgetGeometry(XPWidgetID inWidget, int inLeft, int inTop, int inRight, int inBottom) {
     Widget *widget = FindWidget(inWidget);
     const Rectangle place = LimitedPlace(inLeft, inTop, inRight, inBottom);
-    if (widget == nullptr || widget->place == place) return;
+    if (!widget || widget->place == place) return;
     ExposureWatch watch(inWidget);
     XPWidgetGeometryChange_t change = {place.left - widget->place.left, place.bottom - widget->place.bottom,
                                        place.Width() - widget->place.Width(),
@@ -88,8 +87,8 @@ void XPGetWidgetExposedGeometry(XPWidgetID inWidgetID, int *outLeft, int *outTop
 
 void XPSetWidgetDescriptor(XPWidgetID inWidget, const char *inDescriptor) {
     Widget *widget = FindWidget(inWidget);
-    if (inDescriptor == nullptr) inDescriptor = "";
-    if (widget == nullptr || widget->descriptor == inDescriptor) return;
+    if (!inDescriptor) inDescriptor = "";
+    if (!widget || widget->descriptor == inDescriptor) return;
     widget->descriptor = inDescriptor;
     if (Window *window = FindWindow(widget->window)) window->title = inDescriptor;
     Send(inWidget, xpMsg_DescriptorChanged, xpMode_Direct);
@@ -99,8 +98,8 @@ void XPSetWidgetDescriptor(XPWidgetID inWidget, const char *inDescriptor) {
 // as in the simulator.
 int XPGetWidgetDescriptor(XPWidgetID inWidget, char *outDescriptor, int inMaxDescLength) {
     const Widget *widget = FindWidget(inWidget);
-    const std::string text = widget != nullptr ? widget->descriptor : std::string();
-    if (outDescriptor != nullptr && inMaxDescLength > 0) {
+    const std::string text = widget ? widget->descriptor : std::string();
+    if (outDescriptor && inMaxDescLength > 0) {
         const std::size_t size = std::min(text.size() + 1, static_cast<std::size_t>(inMaxDescLength));
         std::memcpy(outDescriptor, text.c_str(), size);
     }
@@ -109,7 +108,7 @@ int XPGetWidgetDescriptor(XPWidgetID inWidget, char *outDescriptor, int inMaxDes
 
 void XPSetWidgetProperty(XPWidgetID inWidget, XPWidgetPropertyID inProperty, intptr_t inValue) {
     Widget *widget = FindWidget(inWidget);
-    if (widget == nullptr) return;
+    if (!widget) return;
     const auto found = std::find_if(widget->properties.begin(), widget->properties.end(),
                                     [&](const auto &property) { return property.first == inProperty; });
     if (found == widget->properties.end())
@@ -122,12 +121,12 @@ void XPSetWidgetProperty(XPWidgetID inWidget, XPWidgetPropertyID inProperty, int
 }
 
 intptr_t XPGetWidgetProperty(XPWidgetID inWidget, XPWidgetPropertyID inProperty, int *inExists) {
-    if (inExists != nullptr) *inExists = 0;
+    if (inExists) *inExists = 0;
     const Widget *widget = FindWidget(inWidget);
-    if (widget == nullptr) return 0;
+    if (!widget) return 0;
     for (const auto &[property, value] : widget->properties) {
         if (property != inProperty) continue;
-        if (inExists != nullptr) *inExists = 1;
+        if (inExists) *inExists = 1;
         return value;
     }
     return 0;

@@ -12,7 +12,7 @@ namespace simhost {
 
 namespace {
 
-constexpr intptr_t leastThumb = 10; // boxels
+constexpr intptr_t LeastThumb = 10; // boxels
 
 // The bar along its length, from the end of the smallest position on; boxels.
 struct Bar {
@@ -55,7 +55,7 @@ Bar BarOf(XPWidgetID widget) {
     const double range = static_cast<double>(bar.most) - static_cast<double>(bar.least);
     const double share = static_cast<double>(bar.page) / (range + static_cast<double>(bar.page));
     bar.thumb = std::clamp(static_cast<intptr_t>(static_cast<double>(bar.track) * share),
-                           std::min(leastThumb, bar.track), bar.track);
+                           std::min(LeastThumb, bar.track), bar.track);
     if (range > 0)
         bar.thumbStart = std::lround(static_cast<double>(bar.track - bar.thumb)
                                      * static_cast<double>(bar.position - bar.least) / range);

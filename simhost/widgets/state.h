@@ -42,9 +42,9 @@ struct Widget {
 
 std::vector<std::unique_ptr<Widget>> &Widgets();    // in the order of their making
 Widget *FindWidget(XPWidgetID id);                  // null when there is none any more
-bool IsShown(const Widget &widget);                 // itself, whatever it lies in
-bool IsEnabled(XPWidgetID id);                      // unless the property says that it is not
-bool IsWithin(XPWidgetID id, XPWidgetID container); // lies in it, or is it
+bool isShown(const Widget &widget);                 // itself, whatever it lies in
+bool isEnabled(XPWidgetID id);                      // unless the property says that it is not
+bool isWithin(XPWidgetID id, XPWidgetID container); // lies in it, or is it
 XPWidgetID RootOfWindow(XPLMWindowID window);
 XPWidgetID WidgetAt(XPWidgetID container, int x, int y, bool isRecursive, bool isVisibleOnly);
 Rectangle PlaceOf(XPWidgetID id); // empty when there is none any more
@@ -100,7 +100,7 @@ int ProgressClass(XPWidgetMessage message, XPWidgetID widget, intptr_t first, in
 // ---- drawing.cpp: the looks of the classes, and where their parts are ----
 
 Rectangle TitleBarOf(const Rectangle &window);
-bool IsInCloseBox(const Rectangle &window, int x, int y); // there is one at each end of the title bar
+bool isInCloseBox(const Rectangle &window, int x, int y); // there is one at each end of the title bar
 
 void DrawMainWindow(const Rectangle &place, const std::string &title, bool isTranslucent, bool hasCloseBoxes,
                     bool isClosePressed);
@@ -119,6 +119,6 @@ struct TextFieldLook {
     int selectionLeft = 0, selectionRight = 0; // boxels from the text's left end; equal: the cursor
 };
 void DrawTextField(const Rectangle &place, const TextFieldLook &look);
-inline constexpr int textFieldMargin = 4; // from the field's edge to its text
+inline constexpr int TextFieldMargin = 4; // from the field's edge to its text
 
 } // namespace simhost

@@ -12,7 +12,7 @@ namespace simhost {
 
 namespace {
 
-constexpr bool IsInsideLetter(char byte) {
+constexpr bool isInsideLetter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
@@ -26,12 +26,12 @@ struct Field {
 
     std::size_t Next(std::size_t place) const {
         if (place < text.size()) place++;
-        while (place < text.size() && IsInsideLetter(text[place])) place++;
+        while (place < text.size() && isInsideLetter(text[place])) place++;
         return place;
     }
     std::size_t Previous(std::size_t place) const {
         if (place > 0) place--;
-        while (place > 0 && IsInsideLetter(text[place])) place--;
+        while (place > 0 && isInsideLetter(text[place])) place--;
         return place;
     }
     std::size_t Active() const { return isEndActive ? end : start; }
@@ -43,7 +43,7 @@ struct Field {
 std::size_t PlaceIn(const std::string &text, XPWidgetID widget, XPWidgetPropertyID property) {
     const intptr_t given = PropertyOf(widget, property);
     std::size_t place = std::min(static_cast<std::size_t>(std::max(given, intptr_t{0})), text.size());
-    while (place < text.size() && IsInsideLetter(text[place])) place--;
+    while (place < text.size() && isInsideLetter(text[place])) place--;
     return place;
 }
 
@@ -59,7 +59,7 @@ Field FieldOf(XPWidgetID widget) {
 }
 
 int LettersThatFit(XPWidgetID widget) {
-    return std::max((PlaceOf(widget).Width() - 2 * textFieldMargin) / screenFontAdvance, 1);
+    return std::max((PlaceOf(widget).Width() - 2 * TextFieldMargin) / ScreenFontAdvance, 1);
 }
 
 // Scrolls so far that the active end of the selection can be seen, and no farther than the text needs.
@@ -153,10 +153,10 @@ bool PressKey(XPWidgetID widget, const XPKeyState_t &key) {
 // The place between letters next to the mouse. Beside the field it is one letter beyond what can be seen, so
 // that a held mouse scrolls.
 std::size_t PlaceAt(const Field &field, int x) {
-    const int offset = x - PlaceOf(field.id).left - textFieldMargin;
-    if (offset < -textFieldMargin) return field.Previous(field.scroll);
+    const int offset = x - PlaceOf(field.id).left - TextFieldMargin;
+    if (offset < -TextFieldMargin) return field.Previous(field.scroll);
     const int letters =
-        std::min((offset + screenFontAdvance / 2) / screenFontAdvance, LettersThatFit(field.id) + 1);
+        std::min((offset + ScreenFontAdvance / 2) / ScreenFontAdvance, LettersThatFit(field.id) + 1);
     std::size_t place = field.scroll;
     for (int i = 0; i < letters; i++) place = field.Next(place);
     return place;
@@ -192,7 +192,7 @@ bool Draw(XPWidgetID widget) {
                               : field.text.substr(field.scroll, end - field.scroll);
     const auto offset = [&](std::size_t place) {
         const std::size_t seen = std::clamp(place, field.scroll, end);
-        return field.LettersBetween(field.scroll, seen) * screenFontAdvance;
+        return field.LettersBetween(field.scroll, seen) * ScreenFontAdvance;
     };
     look.selectionLeft = offset(field.start);
     look.selectionRight = offset(field.end);

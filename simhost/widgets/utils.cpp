@@ -12,7 +12,7 @@ using namespace simhost;
 // Each may lie in one made before it, in the given parent or in none.
 void XPUCreateWidgets(const XPWidgetCreate_t *inWidgetDefs, int inCount, XPWidgetID inParamParent,
                       XPWidgetID *ioWidgets) {
-    if (inWidgetDefs == nullptr || ioWidgets == nullptr) {
+    if (!inWidgetDefs || !ioWidgets) {
         ReportMisuse("XPUCreateWidgets without descriptions or without room for the widgets");
         return;
     }
@@ -42,8 +42,7 @@ void XPUMoveWidgetBy(XPWidgetID inWidget, int inDeltaX, int inDeltaY) {
 // called in front of whatever else the widget does.
 int XPUFixedLayout(XPWidgetMessage inMessage, XPWidgetID inWidget, intptr_t inParam1, intptr_t inParam2) {
     const Widget *widget = FindWidget(inWidget);
-    if (inMessage != xpMsg_Reshape || inParam1 != AsParameter(inWidget) || inParam2 == 0 || widget == nullptr)
-        return 0;
+    if (inMessage != xpMsg_Reshape || inParam1 != AsParameter(inWidget) || inParam2 == 0 || !widget) return 0;
     const XPWidgetGeometryChange_t change = *reinterpret_cast<const XPWidgetGeometryChange_t *>(inParam2);
     const std::vector<XPWidgetID> children = widget->children;
     for (XPWidgetID child : children) XPUMoveWidgetBy(child, change.dx, change.dy);

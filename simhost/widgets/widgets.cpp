@@ -15,17 +15,17 @@ namespace {
 
 constinit std::uintptr_t lastSerial = 1'000'000; // goes on over resets
 
-constexpr XPWidgetFunc_t classFunctions[] = {
+constexpr XPWidgetFunc_t ClassFunctions[] = {
     nullptr,        MainWindowClass, SubWindowClass,       ButtonClass,   TextFieldClass,
     ScrollBarClass, CaptionClass,    GeneralGraphicsClass, ProgressClass,
 };
-constexpr int classCount = sizeof classFunctions / sizeof *classFunctions;
+constexpr int ClassCount = sizeof ClassFunctions / sizeof *ClassFunctions;
 
 // The class whose function it has, in front or behind.
 XPWidgetClass ClassOf(const Widget &widget) {
     for (const WidgetCallback &callback : widget.callbacks)
-        for (int i = 1; i < classCount; i++)
-            if (classFunctions[i] == callback.function) return i;
+        for (int i = 1; i < ClassCount; i++)
+            if (ClassFunctions[i] == callback.function) return i;
     return xpWidgetClass_None;
 }
 
@@ -37,7 +37,7 @@ void LeaveParent(Widget &widget) {
 // What lies in it lies nowhere from now on.
 void Remove(XPWidgetID id) {
     Widget *widget = FindWidget(id);
-    if (widget == nullptr) return;
+    if (!widget) return;
     LeaveParent(*widget);
     for (XPWidgetID child : widget->children) FindWidget(child)->parent = nullptr;
     if (widget->isRoot) RemoveWindow(widget->window);
@@ -46,7 +46,7 @@ void Remove(XPWidgetID id) {
 
 void Destroy(XPWidgetID id, bool withChildren, bool isExplicit) {
     Widget *widget = FindWidget(id);
-    if (widget == nullptr || widget->isGoing) return;
+    if (!widget || widget->isGoing) return;
     widget->isGoing = true;
     LeaveKeyboard(id);
     Send(id, xpMsg_Destroy, xpMode_DirectAllCallbacks, isExplicit ? 1 : 0);
@@ -64,7 +64,7 @@ void Destroy(XPWidgetID id, bool withChildren, bool isExplicit) {
 
 XPWidgetID Create(const Rectangle &place, bool isVisible, const char *descriptor, bool isRoot,
                   XPWidgetID container, XPWidgetFunc_t function) {
-    if (isRoot && container != nullptr) {
+    if (isRoot && container) {
         ReportMisuse("a root widget cannot be made inside another widget");
         return nullptr;
     }
@@ -73,15 +73,15 @@ XPWidgetID Create(const Rectangle &place, bool isVisible, const char *descriptor
     made->id = id;
     made->owner = currentRunning.plugin;
     made->place = LimitedPlace(place);
-    made->descriptor = descriptor != nullptr ? descriptor : "";
+    made->descriptor = descriptor ? descriptor : "";
     made->isVisible = isVisible;
     made->isRoot = isRoot;
-    if (function != nullptr) made->callbacks.push_back({function, currentRunning.plugin});
+    if (function) made->callbacks.push_back({function, currentRunning.plugin});
     if (isRoot) made->window = MakeRootWindow(*made);
     Widgets().push_back(std::move(made));
     Send(id, xpMsg_Create, xpMode_Direct, 0);
-    if (container != nullptr) XPPlaceWidgetWithin(id, container);
-    return FindWidget(id) != nullptr ? id : nullptr;
+    if (container) XPPlaceWidgetWithin(id, container);
+    return FindWidget(id) ? id : nullptr;
 }
 
 void AddView(const Widget &widget, int parent, std::vector<WidgetView> &views) {
@@ -95,7 +95,7 @@ void AddView(const Widget &widget, int parent, std::vector<WidgetView> &views) {
     view.bottom = widget.place.bottom;
     view.isVisible = XPIsWidgetVisible(widget.id) != 0;
     view.isRoot = widget.isRoot;
-    view.isEnabled = IsEnabled(widget.id);
+    view.isEnabled = isEnabled(widget.id);
     view.hasFocus = FocusedWidget() == widget.id;
     view.parent = parent;
     view.owner = widget.owner;
@@ -118,17 +118,17 @@ Widget *FindWidget(XPWidgetID id) {
     return found != Widgets().end() && (*found)->id == id ? found->get() : nullptr;
 }
 
-bool IsShown(const Widget &widget) {
+bool isShown(const Widget &widget) {
     return widget.isRoot ? XPLMGetWindowIsVisible(widget.window) != 0 : widget.isVisible;
 }
 
-bool IsEnabled(XPWidgetID id) {
+bool isEnabled(XPWidgetID id) {
     return PropertyOf(id, xpProperty_Enabled, 1) != 0;
 }
 
-bool IsWithin(XPWidgetID id, XPWidgetID container) {
+bool isWithin(XPWidgetID id, XPWidgetID container) {
     const Widget *widget = FindWidget(id);
-    while (widget != nullptr && widget->id != container) widget = FindWidget(widget->parent);
+    while (widget && widget->id != container) widget = FindWidget(widget->parent);
     return widget != nullptr;
 }
 
@@ -140,11 +140,10 @@ XPWidgetID RootOfWindow(XPLMWindowID window) {
 
 XPWidgetID WidgetAt(XPWidgetID container, int x, int y, bool isRecursive, bool isVisibleOnly) {
     const Widget *widget = FindWidget(container);
-    if (widget == nullptr || !widget->place.Contains(x, y) || (isVisibleOnly && !IsShown(*widget)))
-        return nullptr;
+    if (!widget || !widget->place.Contains(x, y) || (isVisibleOnly && !isShown(*widget))) return nullptr;
     for (auto child = widget->children.rbegin(); child != widget->children.rend(); ++child) {
         const Widget &lower = *FindWidget(*child);
-        if (!lower.place.Contains(x, y) || (isVisibleOnly && !IsShown(lower))) continue;
+        if (!lower.place.Contains(x, y) || (isVisibleOnly && !isShown(lower))) continue;
         return isRecursive ? WidgetAt(*child, x, y, true, isVisibleOnly) : *child;
     }
     return container;
@@ -152,7 +151,7 @@ XPWidgetID WidgetAt(XPWidgetID container, int x, int y, bool isRecursive, bool i
 
 Rectangle PlaceOf(XPWidgetID id) {
     const Widget *widget = FindWidget(id);
-    return widget != nullptr ? widget->place : Rectangle{};
+    return widget ? widget->place : Rectangle{};
 }
 
 std::vector<WidgetView> AllWidgets() {
@@ -160,8 +159,7 @@ std::vector<WidgetView> AllWidgets() {
     for (XPLMWindowID window : IdsFrontToBack())
         if (const Widget *root = FindWidget(RootOfWindow(window))) AddView(*root, -1, views);
     for (const auto &widget : Widgets())
-        if (widget->parent == nullptr && (!widget->isRoot || FindWindow(widget->window) == nullptr))
-            AddView(*widget, -1, views);
+        if (!widget->parent && (!widget->isRoot || !FindWindow(widget->window))) AddView(*widget, -1, views);
     return views;
 }
 
@@ -172,7 +170,7 @@ void DropWidgets(XPLMPluginID plugin, LeftBehind &leftBehind) {
         if (widget->owner != plugin) continue;
         dropped.push_back(widget->id);
         // Named once, by what they all lie in.
-        if (widget->parent == nullptr) leftBehind.notes.push_back("widget \"" + widget->descriptor + "\"");
+        if (!widget->parent) leftBehind.notes.push_back("widget \"" + widget->descriptor + "\"");
     }
     for (XPWidgetID id : dropped) Remove(id);
 }
@@ -188,18 +186,18 @@ using namespace simhost;
 XPWidgetID XPCreateWidget(int inLeft, int inTop, int inRight, int inBottom, int inVisible,
                           const char *inDescriptor, int inIsRoot, XPWidgetID inContainer,
                           XPWidgetClass inClass) {
-    if (inClass < 0 || inClass >= classCount) {
+    if (inClass < 0 || inClass >= ClassCount) {
         ReportMisuse("XPCreateWidget with a class that does not exist");
         return nullptr;
     }
     return Create({inLeft, inTop, inRight, inBottom}, inVisible != 0, inDescriptor, inIsRoot != 0,
-                  inContainer, classFunctions[inClass]);
+                  inContainer, ClassFunctions[inClass]);
 }
 
 XPWidgetID XPCreateCustomWidget(int inLeft, int inTop, int inRight, int inBottom, int inVisible,
                                 const char *inDescriptor, int inIsRoot, XPWidgetID inContainer,
                                 XPWidgetFunc_t inCallback) {
-    if (inCallback == nullptr) {
+    if (!inCallback) {
         ReportMisuse("XPCreateCustomWidget without a callback");
         return nullptr;
     }
@@ -212,27 +210,27 @@ void XPDestroyWidget(XPWidgetID inWidget, int inDestroyChildren) {
 }
 
 XPWidgetFunc_t XPGetWidgetClassFunc(XPWidgetClass inWidgetClass) {
-    return inWidgetClass >= 0 && inWidgetClass < classCount ? classFunctions[inWidgetClass] : nullptr;
+    return inWidgetClass >= 0 && inWidgetClass < ClassCount ? ClassFunctions[inWidgetClass] : nullptr;
 }
 
 // In front of what lies there already. Its place on the screen stays as it is.
 void XPPlaceWidgetWithin(XPWidgetID inSubWidget, XPWidgetID inContainer) {
     Widget *widget = FindWidget(inSubWidget), *container = FindWidget(inContainer);
-    if (widget == nullptr || (inContainer != nullptr && (container == nullptr || container->isGoing))) return;
-    if (widget->isRoot || IsWithin(inContainer, inSubWidget)) {
+    if (!widget || (inContainer && (!container || container->isGoing))) return;
+    if (widget->isRoot || isWithin(inContainer, inSubWidget)) {
         ReportMisuse("XPPlaceWidgetWithin with a root widget, or into the widget itself");
         return;
     }
     const XPWidgetID before = widget->parent;
     if (before == inContainer) return;
     ExposureWatch watch(inSubWidget);
-    if (!IsWithin(inContainer, XPFindRootWidget(inSubWidget))) LeaveKeyboard(inSubWidget);
+    if (!isWithin(inContainer, XPFindRootWidget(inSubWidget))) LeaveKeyboard(inSubWidget);
     widget = FindWidget(inSubWidget);
     container = FindWidget(inContainer);
-    if (widget == nullptr || (inContainer != nullptr && container == nullptr)) return;
+    if (!widget || (inContainer && !container)) return;
     LeaveParent(*widget);
     widget->parent = inContainer;
-    if (container != nullptr) container->children.push_back(inSubWidget);
+    if (container) container->children.push_back(inSubWidget);
     Send(before, xpMsg_LoseChild, xpMode_Direct, AsParameter(inSubWidget));
     Send(inContainer, xpMsg_AcceptChild, xpMode_Direct, AsParameter(inSubWidget));
     Send(inSubWidget, xpMsg_AcceptParent, xpMode_Direct, AsParameter(inContainer));
@@ -240,7 +238,7 @@ void XPPlaceWidgetWithin(XPWidgetID inSubWidget, XPWidgetID inContainer) {
 
 int XPCountChildWidgets(XPWidgetID inWidget) {
     const Widget *widget = FindWidget(inWidget);
-    return widget != nullptr ? static_cast<int>(widget->children.size()) : 0;
+    return widget ? static_cast<int>(widget->children.size()) : 0;
 }
 
 XPWidgetID XPGetNthChildWidget(XPWidgetID inWidget, int inIndex) {
@@ -250,22 +248,22 @@ XPWidgetID XPGetNthChildWidget(XPWidgetID inWidget, int inIndex) {
 
 XPWidgetID XPGetParentWidget(XPWidgetID inWidget) {
     const Widget *widget = FindWidget(inWidget);
-    return widget != nullptr ? widget->parent : nullptr;
+    return widget ? widget->parent : nullptr;
 }
 
 void XPShowWidget(XPWidgetID inWidget) {
     Widget *widget = FindWidget(inWidget);
-    if (widget == nullptr || IsShown(*widget)) return;
+    if (!widget || isShown(*widget)) return;
     widget->isVisible = true;
     if (widget->isRoot) ShowWindow(widget->window, true);
     Send(inWidget, xpMsg_Shown, xpMode_UpChain, AsParameter(inWidget));
 }
 
 void XPHideWidget(XPWidgetID inWidget) {
-    if (const Widget *widget = FindWidget(inWidget); widget == nullptr || !IsShown(*widget)) return;
+    if (const Widget *widget = FindWidget(inWidget); !widget || !isShown(*widget)) return;
     LeaveKeyboard(inWidget);
     Widget *widget = FindWidget(inWidget);
-    if (widget == nullptr) return;
+    if (!widget) return;
     widget->isVisible = false;
     if (widget->isRoot) ShowWindow(widget->window, false);
     Send(inWidget, xpMsg_Hidden, xpMode_UpChain, AsParameter(inWidget));
@@ -274,14 +272,14 @@ void XPHideWidget(XPWidgetID inWidget) {
 // With all that it lies in, up to a root.
 int XPIsWidgetVisible(XPWidgetID inWidget) {
     const Widget *widget = FindWidget(inWidget);
-    while (widget != nullptr && IsShown(*widget) && !widget->isRoot) widget = FindWidget(widget->parent);
-    return widget != nullptr && IsShown(*widget) ? 1 : 0;
+    while (widget && isShown(*widget) && !widget->isRoot) widget = FindWidget(widget->parent);
+    return widget && isShown(*widget) ? 1 : 0;
 }
 
 XPWidgetID XPFindRootWidget(XPWidgetID inWidget) {
     const Widget *widget = FindWidget(inWidget);
-    while (widget != nullptr && !widget->isRoot) widget = FindWidget(widget->parent);
-    return widget != nullptr ? widget->id : nullptr;
+    while (widget && !widget->isRoot) widget = FindWidget(widget->parent);
+    return widget ? widget->id : nullptr;
 }
 
 void XPBringRootWidgetToFront(XPWidgetID inWidget) {
@@ -290,7 +288,7 @@ void XPBringRootWidgetToFront(XPWidgetID inWidget) {
 
 int XPIsWidgetInFront(XPWidgetID inWidget) {
     const Widget *root = FindWidget(XPFindRootWidget(inWidget));
-    return root != nullptr ? XPLMIsWindowInFront(root->window) : 0;
+    return root ? XPLMIsWindowInFront(root->window) : 0;
 }
 
 XPWidgetID XPGetWidgetForLocation(XPWidgetID inContainer, int inXOffset, int inYOffset, int inRecursive,
@@ -300,5 +298,5 @@ XPWidgetID XPGetWidgetForLocation(XPWidgetID inContainer, int inXOffset, int inY
 
 XPLMWindowID XPGetWidgetUnderlyingWindow(XPWidgetID inWidget) {
     const Widget *root = FindWidget(XPFindRootWidget(inWidget));
-    return root != nullptr ? root->window : nullptr;
+    return root ? root->window : nullptr;
 }

@@ -34,21 +34,21 @@ XPLMWindowID MakeWindow(Window &window) {
 }
 
 void SetCorners(const Rectangle &corners, int *left, int *top, int *right, int *bottom) {
-    if (left != nullptr) *left = corners.left;
-    if (top != nullptr) *top = corners.top;
-    if (right != nullptr) *right = corners.right;
-    if (bottom != nullptr) *bottom = corners.bottom;
+    if (left) *left = corners.left;
+    if (top) *top = corners.top;
+    if (right) *right = corners.right;
+    if (bottom) *bottom = corners.bottom;
 }
 
 const Window *FindPopOut(XPLMWindowID id) {
     const Window *window = FindWindow(id);
-    return window != nullptr && window->mode == xplm_WindowPopOut ? window : nullptr;
+    return window && window->mode == xplm_WindowPopOut ? window : nullptr;
 }
 
 } // namespace
 
 XPLMWindowID XPLMCreateWindowEx(XPLMCreateWindow_t *inParams) {
-    if (inParams == nullptr) {
+    if (!inParams) {
         ReportMisuse("XPLMCreateWindowEx without its parameters");
         return nullptr;
     }
@@ -100,13 +100,13 @@ void XPLMDestroyWindow(XPLMWindowID inWindowID) {
 void XPLMGetWindowGeometry(XPLMWindowID inWindowID, int *outLeft, int *outTop, int *outRight,
                            int *outBottom) {
     const Window *window = FindWindow(inWindowID);
-    const bool isOnMonitor = window != nullptr && !IsInVr(*window);
+    const bool isOnMonitor = window && !isInVr(*window);
     SetCorners(isOnMonitor ? window->place : Rectangle{}, outLeft, outTop, outRight, outBottom);
 }
 
 void XPLMSetWindowGeometry(XPLMWindowID inWindowID, int inLeft, int inTop, int inRight, int inBottom) {
     Window *window = FindWindow(inWindowID);
-    const bool isOnMonitor = window != nullptr && !IsInVr(*window) && window->mode != xplm_WindowPopOut;
+    const bool isOnMonitor = window && !isInVr(*window) && window->mode != xplm_WindowPopOut;
     if (isOnMonitor) PlaceWindow(*window, {inLeft, inTop, inRight, inBottom});
 }
 
@@ -114,31 +114,30 @@ void XPLMSetWindowGeometry(XPLMWindowID inWindowID, int inLeft, int inTop, int i
 void XPLMGetWindowGeometryOS(XPLMWindowID inWindowID, int *outLeft, int *outTop, int *outRight,
                              int *outBottom) {
     const Window *window = FindPopOut(inWindowID);
-    SetCorners(window != nullptr ? window->place : Rectangle{}, outLeft, outTop, outRight, outBottom);
+    SetCorners(window ? window->place : Rectangle{}, outLeft, outTop, outRight, outBottom);
 }
 
 void XPLMSetWindowGeometryOS(XPLMWindowID inWindowID, int inLeft, int inTop, int inRight, int inBottom) {
-    if (FindPopOut(inWindowID) != nullptr)
-        PlaceWindow(*FindWindow(inWindowID), {inLeft, inTop, inRight, inBottom});
+    if (FindPopOut(inWindowID)) PlaceWindow(*FindWindow(inWindowID), {inLeft, inTop, inRight, inBottom});
 }
 
 void XPLMGetWindowGeometryVR(XPLMWindowID inWindowID, int *outWidthBoxels, int *outHeightBoxels) {
     const Window *window = FindWindow(inWindowID);
-    const bool isInVr = window != nullptr && IsInVr(*window);
-    if (outWidthBoxels != nullptr) *outWidthBoxels = isInVr ? window->vrWidth : 0;
-    if (outHeightBoxels != nullptr) *outHeightBoxels = isInVr ? window->vrHeight : 0;
+    const bool isVr = window && isInVr(*window);
+    if (outWidthBoxels) *outWidthBoxels = isVr ? window->vrWidth : 0;
+    if (outHeightBoxels) *outHeightBoxels = isVr ? window->vrHeight : 0;
 }
 
 void XPLMSetWindowGeometryVR(XPLMWindowID inWindowID, int widthBoxels, int heightBoxels) {
     Window *window = FindWindow(inWindowID);
-    if (window == nullptr || !IsInVr(*window)) return;
+    if (!window || !isInVr(*window)) return;
     window->vrWidth = LimitedWidth(*window, widthBoxels);
     window->vrHeight = LimitedHeight(*window, heightBoxels);
 }
 
 int XPLMGetWindowIsVisible(XPLMWindowID inWindowID) {
     const Window *window = FindWindow(inWindowID);
-    return window != nullptr && window->isVisible ? 1 : 0;
+    return window && window->isVisible ? 1 : 0;
 }
 
 void XPLMSetWindowIsVisible(XPLMWindowID inWindowID, int inIsVisible) {
@@ -146,18 +145,18 @@ void XPLMSetWindowIsVisible(XPLMWindowID inWindowID, int inIsVisible) {
 }
 
 int XPLMWindowIsPoppedOut(XPLMWindowID inWindowID) {
-    return FindPopOut(inWindowID) != nullptr ? 1 : 0;
+    return FindPopOut(inWindowID) ? 1 : 0;
 }
 
 int XPLMWindowIsInVR(XPLMWindowID inWindowID) {
     const Window *window = FindWindow(inWindowID);
-    return window != nullptr && IsInVr(*window) ? 1 : 0;
+    return window && isInVr(*window) ? 1 : 0;
 }
 
 void XPLMSetWindowGravity(XPLMWindowID inWindowID, float inLeftGravity, float inTopGravity,
                           float inRightGravity, float inBottomGravity) {
     Window *window = FindWindow(inWindowID);
-    if (window == nullptr) return;
+    if (!window) return;
     const auto fraction = [](float gravity) { return gravity >= 0 ? std::min(gravity, 1.0F) : 0.0F; };
     window->leftGravity = fraction(inLeftGravity);
     window->topGravity = fraction(inTopGravity);
@@ -168,7 +167,7 @@ void XPLMSetWindowGravity(XPLMWindowID inWindowID, float inLeftGravity, float in
 void XPLMSetWindowResizingLimits(XPLMWindowID inWindowID, int inMinWidthBoxels, int inMinHeightBoxels,
                                  int inMaxWidthBoxels, int inMaxHeightBoxels) {
     Window *window = FindWindow(inWindowID);
-    if (window == nullptr) return;
+    if (!window) return;
     if (inMinWidthBoxels < 0 || inMinHeightBoxels < 0 || inMaxWidthBoxels < inMinWidthBoxels
         || inMaxHeightBoxels < inMinHeightBoxels) {
         ReportMisuse("XPLMSetWindowResizingLimits with a least size above the largest");
@@ -183,7 +182,7 @@ void XPLMSetWindowResizingLimits(XPLMWindowID inWindowID, int inMinWidthBoxels, 
 void XPLMSetWindowPositioningMode(XPLMWindowID inWindowID, XPLMWindowPositioningMode inPositioningMode,
                                   int inMonitorIndex) {
     Window *window = FindWindow(inWindowID);
-    if (window == nullptr) return;
+    if (!window) return;
     if (window->isLegacy) {
         ReportMisuse("XPLMSetWindowPositioningMode on a legacy window, which has no modes");
     } else if (inPositioningMode < xplm_WindowPositionFree || inPositioningMode > xplm_WindowVR) {
@@ -197,12 +196,12 @@ void XPLMSetWindowPositioningMode(XPLMWindowID inWindowID, XPLMWindowPositioning
 
 void XPLMSetWindowTitle(XPLMWindowID inWindowID, const char *inWindowTitle) {
     Window *window = FindWindow(inWindowID);
-    if (window != nullptr) window->title = inWindowTitle != nullptr ? inWindowTitle : "";
+    if (window) window->title = inWindowTitle ? inWindowTitle : "";
 }
 
 void *XPLMGetWindowRefCon(XPLMWindowID inWindowID) {
     const Window *window = FindWindow(inWindowID);
-    return window != nullptr ? window->refcon : nullptr;
+    return window ? window->refcon : nullptr;
 }
 
 void XPLMSetWindowRefCon(XPLMWindowID inWindowID, void *inRefcon) {
@@ -211,11 +210,11 @@ void XPLMSetWindowRefCon(XPLMWindowID inWindowID, void *inRefcon) {
 
 void XPLMTakeKeyboardFocus(XPLMWindowID inWindow) {
     const Window *window = FindWindow(inWindow);
-    if (inWindow == nullptr || (window != nullptr && window->isVisible)) GiveFocus(inWindow);
+    if (!inWindow || (window && window->isVisible)) GiveFocus(inWindow);
 }
 
 int XPLMHasKeyboardFocus(XPLMWindowID inWindow) {
-    return inWindow != nullptr && FocusedWindow() == inWindow ? 1 : 0;
+    return inWindow && FocusedWindow() == inWindow ? 1 : 0;
 }
 
 void XPLMBringWindowToFront(XPLMWindowID inWindow) {
@@ -225,7 +224,7 @@ void XPLMBringWindowToFront(XPLMWindowID inWindow) {
 // Among the visible ones of its layer.
 int XPLMIsWindowInFront(XPLMWindowID inWindow) {
     const Window *window = FindWindow(inWindow);
-    if (window == nullptr || !window->isVisible) return 0;
+    if (!window || !window->isVisible) return 0;
     for (XPLMWindowID id : IdsFrontToBack()) {
         const Window *other = FindWindow(id);
         if (other->isVisible && other->layer == window->layer) return id == inWindow ? 1 : 0;

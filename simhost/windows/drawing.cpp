@@ -13,41 +13,41 @@ namespace simhost {
 
 namespace {
 
-constexpr Tint background = {0.16F, 0.18F, 0.21F, 0.95F};
-constexpr Tint titleBar = {0.25F, 0.28F, 0.33F, 1.0F};
-constexpr Tint focusedTitleBar = {0.22F, 0.35F, 0.50F, 1.0F};
-constexpr Tint outline = {0.45F, 0.50F, 0.56F, 1.0F};
-constexpr Tint titleText = {0.92F, 0.94F, 0.96F, 1.0F};
-constexpr Tint behindModal = {0.0F, 0.0F, 0.0F, 0.5F};
+constexpr Tint Background = {0.16F, 0.18F, 0.21F, 0.95F};
+constexpr Tint TitleBar = {0.25F, 0.28F, 0.33F, 1.0F};
+constexpr Tint FocusedTitleBar = {0.22F, 0.35F, 0.50F, 1.0F};
+constexpr Tint Outline = {0.45F, 0.50F, 0.56F, 1.0F};
+constexpr Tint TitleText = {0.92F, 0.94F, 0.96F, 1.0F};
+constexpr Tint BehindModal = {0.0F, 0.0F, 0.0F, 0.5F};
 
-constexpr int closeBoxSize = 12;
-constexpr int cornerReach = 12; // how far from a corner two edges are grabbed at once
+constexpr int CloseBoxSize = 12;
+constexpr int CornerReach = 12; // how far from a corner two edges are grabbed at once
 
-bool IsFramed(const Window &window) {
+bool isFramed(const Window &window) {
     return window.decoration == xplm_WindowDecorationRoundRectangle;
 }
 
-bool HasEdges(const Window &window) {
-    return IsFramed(window) || window.decoration == xplm_WindowDecorationSelfDecoratedResizable;
+bool hasEdges(const Window &window) {
+    return isFramed(window) || window.decoration == xplm_WindowDecorationSelfDecoratedResizable;
 }
 
 // The contents, with the frame where there is one.
 Rectangle Outside(const Window &window) {
     const Rectangle &place = window.place;
-    if (!IsFramed(window)) return place;
-    return {place.left - borderWidth, place.top + titleBarHeight, place.right + borderWidth,
-            place.bottom - borderWidth};
+    if (!isFramed(window)) return place;
+    return {place.left - BorderWidth, place.top + TitleBarHeight, place.right + BorderWidth,
+            place.bottom - BorderWidth};
 }
 
 Rectangle CloseBox(const Window &window) {
-    const int bottom = window.place.top + (titleBarHeight - borderWidth - closeBoxSize) / 2;
-    return {window.place.left, bottom + closeBoxSize, window.place.left + closeBoxSize, bottom};
+    const int bottom = window.place.top + (TitleBarHeight - BorderWidth - CloseBoxSize) / 2;
+    return {window.place.left, bottom + CloseBoxSize, window.place.left + CloseBoxSize, bottom};
 }
 
 void DrawCloseBox(const Rectangle &box) {
-    OutlineRectangle(box.left, box.top, box.right, box.bottom, outline);
+    OutlineRectangle(box.left, box.top, box.right, box.bottom, Outline);
     const int textLeft = box.left + (box.Width() - TextWidth("x")) / 2;
-    DrawSimulatorText("x", textLeft, box.bottom + 3, titleText, true);
+    DrawSimulatorText("x", textLeft, box.bottom + 3, TitleText, true);
 }
 
 // As much of the title as the bar holds.
@@ -63,19 +63,19 @@ std::string FittingTitle(const Window &window, int width) {
 void DrawFrame(const Window &window) {
     const Rectangle outside = Outside(window);
     const Rectangle &place = window.place;
-    FillRectangle(outside.left, outside.top, outside.right, outside.bottom, background);
+    FillRectangle(outside.left, outside.top, outside.right, outside.bottom, Background);
     FillRectangle(outside.left, outside.top, outside.right, place.top,
-                  FocusedWindow() == window.id ? focusedTitleBar : titleBar);
-    OutlineRectangle(outside.left, outside.top, outside.right, outside.bottom, outline);
+                  FocusedWindow() == window.id ? FocusedTitleBar : TitleBar);
+    OutlineRectangle(outside.left, outside.top, outside.right, outside.bottom, Outline);
     const Rectangle box = CloseBox(window);
     DrawCloseBox(box);
-    const std::string title = FittingTitle(window, place.Width() - 2 * (closeBoxSize + borderWidth));
+    const std::string title = FittingTitle(window, place.Width() - 2 * (CloseBoxSize + BorderWidth));
     const int textLeft = place.left + std::max((place.Width() - TextWidth(title)) / 2, box.Width() + 4);
-    DrawSimulatorText(title, textLeft, box.bottom + 3, titleText, true);
+    DrawSimulatorText(title, textLeft, box.bottom + 3, TitleText, true);
 }
 
 void DrawContents(const Window &window) {
-    if (window.draw == nullptr) return;
+    if (!window.draw) return;
     RunningScope scope(window.owner, "window's draw function");
     DrawingScope drawing;
     window.draw(window.id, window.refcon);
@@ -95,7 +95,7 @@ WindowPart PartAt(const Window &window, int x, int y) {
 }
 
 GrabbedEdges EdgesAt(const Window &window, int x, int y) {
-    if (!HasEdges(window)) return {};
+    if (!hasEdges(window)) return {};
     const Rectangle outside = Outside(window);
     const auto within = [&](int reach) {
         return GrabbedEdges{.left = x < outside.left + reach,
@@ -103,9 +103,9 @@ GrabbedEdges EdgesAt(const Window &window, int x, int y) {
                             .right = x >= outside.right - reach,
                             .bottom = y < outside.bottom + reach};
     };
-    const GrabbedEdges near = within(borderWidth);
+    const GrabbedEdges near = within(BorderWidth);
     if (!near.left && !near.top && !near.right && !near.bottom) return {};
-    const GrabbedEdges far = within(cornerReach);
+    const GrabbedEdges far = within(CornerReach);
     return {.left = near.left || (far.left && (near.top || near.bottom)),
             .top = near.top || (far.top && (near.left || near.right)),
             .right = near.right || (far.right && (near.top || near.bottom)),
@@ -118,17 +118,17 @@ void DrawWindows() {
     bool isModalDrawn = false;
     for (XPLMWindowID id : order) {
         const Window *window = FindWindow(id);
-        if (window == nullptr || !window->isVisible || !IsPluginEnabled(window->owner)) continue;
-        if (IsInVr(*window)) {
+        if (!window || !window->isVisible || !isPluginEnabled(window->owner)) continue;
+        if (isInVr(*window)) {
             const HeadsetScope headset(window->title, window->vrWidth, window->vrHeight);
             DrawContents(*window);
             continue;
         }
         if (window->layer == xplm_WindowLayerModal && !isModalDrawn) {
-            FillRectangle(0, ScreenHeight(), ScreenWidth(), 0, behindModal);
+            FillRectangle(0, ScreenHeight(), ScreenWidth(), 0, BehindModal);
             isModalDrawn = true;
         }
-        if (IsFramed(*window)) DrawFrame(*window);
+        if (isFramed(*window)) DrawFrame(*window);
         DrawContents(*window);
     }
 }

@@ -12,7 +12,7 @@ namespace simhost {
 
 namespace {
 
-constexpr int leastGrabbed = 30; // contents that are dragged smaller could not be grabbed again
+constexpr int LeastGrabbed = 30; // contents that are dragged smaller could not be grabbed again
 
 // What the pressed button holds. The window is null when nobody took the press, or when it has gone since.
 struct Held {
@@ -41,26 +41,26 @@ struct KeySniffer {
 constinit std::vector<KeySniffer> keySniffers;
 constinit int keysOnTheWay = 0;
 
-bool IsBeamOn() {
+bool isBeamOn() {
     const Window *window = FindWindow(pointedAt);
-    return window != nullptr && IsInVr(*window);
+    return window && isInVr(*window);
 }
 
 void SetMouse(int x, int y) {
     mouseX = x;
     mouseY = y;
-    if (IsBeamOn()) return;
+    if (isBeamOn()) return;
     screenMouseX = x;
     screenMouseY = y;
 }
 
-bool IsWithinReach(const Window &window) {
-    if (!IsBeamOn()) return IsOnMonitor(window);
-    return window.id == pointedAt && window.isVisible && IsPluginEnabled(window.owner);
+bool isWithinReach(const Window &window) {
+    if (!isBeamOn()) return isOnMonitor(window);
+    return window.id == pointedAt && window.isVisible && isPluginEnabled(window.owner);
 }
 
 WindowPart PartAtMouse(const Window &window) {
-    if (!IsBeamOn()) return PartAt(window, mouseX, mouseY);
+    if (!isBeamOn()) return PartAt(window, mouseX, mouseY);
     const Rectangle contents = {0, window.vrHeight, window.vrWidth, 0};
     return contents.Contains(mouseX, mouseY) ? WindowPart::Contents : WindowPart::None;
 }
@@ -72,7 +72,7 @@ std::vector<XPLMWindowID> WithinReachOfMouse() {
     bool isModalOpen = false;
     for (XPLMWindowID id : IdsFrontToBack()) {
         const Window &window = *FindWindow(id);
-        if (!IsWithinReach(window)) continue;
+        if (!isWithinReach(window)) continue;
         if (isModalOpen && window.layer < xplm_WindowLayerModal) break;
         if (window.layer == xplm_WindowLayerModal) isModalOpen = true;
         ids.push_back(id);
@@ -83,14 +83,14 @@ std::vector<XPLMWindowID> WithinReachOfMouse() {
 // The window, if it still is there to be asked at the mouse's place, and the part of it.
 Window *StillUnderMouse(XPLMWindowID id, WindowPart &part) {
     Window *window = FindWindow(id);
-    if (window == nullptr || !IsWithinReach(*window)) return nullptr;
+    if (!window || !isWithinReach(*window)) return nullptr;
     part = PartAtMouse(*window);
     return part != WindowPart::None ? window : nullptr;
 }
 
 int CallClick(const Window &window, MouseButton button, XPLMMouseStatus status) {
     const XPLMHandleMouseClick_f callback = button == MouseButton::Left ? window.click : window.rightClick;
-    if (callback == nullptr) return 0;
+    if (!callback) return 0;
     RunningScope scope(window.owner, "window's mouse handler");
     return callback(window.id, mouseX, mouseY, status, window.refcon);
 }
@@ -104,7 +104,7 @@ void GrabFrame(Window &window, WindowPart part) {
 }
 
 int LeastOr(int least) {
-    return std::max(least, leastGrabbed);
+    return std::max(least, LeastGrabbed);
 }
 
 void DragFrame(Window &window) {
@@ -135,8 +135,8 @@ bool AskSniffers(bool beforeWindows, char character, XPLMKeyFlags flags, char vi
     const std::size_t count = keySniffers.size();
     for (std::size_t i = 0; i < count; i++) {
         const KeySniffer sniffer = keySniffers[i];
-        if (sniffer.callback == nullptr || sniffer.beforeWindows != beforeWindows) continue;
-        if (!IsPluginEnabled(sniffer.owner)) continue;
+        if (!sniffer.callback || sniffer.beforeWindows != beforeWindows) continue;
+        if (!isPluginEnabled(sniffer.owner)) continue;
         RunningScope scope(sniffer.owner, "key sniffer");
         if (sniffer.callback(character, flags, virtualKey, sniffer.refcon) == 0) return false;
     }
@@ -145,8 +145,8 @@ bool AskSniffers(bool beforeWindows, char character, XPLMKeyFlags flags, char vi
 
 bool GiveKeyToWindow(char character, XPLMKeyFlags flags, char virtualKey) {
     const Window *window = FindWindow(focused);
-    if (window == nullptr || !window->isVisible || !IsPluginEnabled(window->owner)) return false;
-    if (window->key == nullptr) return true;
+    if (!window || !window->isVisible || !isPluginEnabled(window->owner)) return false;
+    if (!window->key) return true;
     RunningScope scope(window->owner, "window's key handler");
     window->key(window->id, character, flags, virtualKey, window->refcon, 0);
     return true;
@@ -154,7 +154,7 @@ bool GiveKeyToWindow(char character, XPLMKeyFlags flags, char virtualKey) {
 
 void SweepKeySniffers() {
     if (keysOnTheWay != 0) return;
-    std::erase_if(keySniffers, [](const KeySniffer &sniffer) { return sniffer.callback == nullptr; });
+    std::erase_if(keySniffers, [](const KeySniffer &sniffer) { return !sniffer.callback; });
 }
 
 } // namespace
@@ -167,7 +167,7 @@ void GiveFocus(XPLMWindowID id) {
     if (focused == id) return;
     const Window *before = FindWindow(focused);
     focused = id;
-    if (before == nullptr || before->key == nullptr || !IsPluginEnabled(before->owner)) return;
+    if (!before || !before->key || !isPluginEnabled(before->owner)) return;
     RunningScope scope(before->owner, "window's key handler");
     before->key(before->id, 0, 0, 0, before->refcon, 1);
 }
@@ -184,7 +184,7 @@ void PointInHeadset(XPLMWindowID id) {
 
 void DropKeySniffers(XPLMPluginID plugin, LeftBehind &leftBehind) {
     for (KeySniffer &sniffer : keySniffers) {
-        if (sniffer.callback == nullptr || sniffer.owner != plugin) continue;
+        if (!sniffer.callback || sniffer.owner != plugin) continue;
         leftBehind.errors.push_back("key sniffer "
                                     + DescribeFunction(reinterpret_cast<void *>(sniffer.callback)));
         sniffer.callback = nullptr;
@@ -202,7 +202,7 @@ void ResetInput() {
     keySniffers.clear();
 }
 
-bool IsMouseHeld() {
+bool isMouseHeld() {
     return isHeld;
 }
 
@@ -220,8 +220,8 @@ void MoveMouse(int x, int y) {
     for (XPLMWindowID id : WithinReachOfMouse()) {
         WindowPart part = WindowPart::None;
         const Window *window = StillUnderMouse(id, part);
-        if (window == nullptr) continue;
-        if (part != WindowPart::Contents || window->cursor == nullptr) return;
+        if (!window) continue;
+        if (part != WindowPart::Contents || !window->cursor) return;
         RunningScope scope(window->owner, "window's cursor handler");
         cursorStatus = window->cursor(window->id, x, y, window->refcon);
         return;
@@ -239,7 +239,7 @@ bool PressMouse(int x, int y, MouseButton button) {
     for (XPLMWindowID id : WithinReachOfMouse()) {
         WindowPart part = WindowPart::None;
         Window *window = StillUnderMouse(id, part);
-        if (window == nullptr) continue;
+        if (!window) continue;
         if (part != WindowPart::Contents) {
             if (button == MouseButton::Left) GrabFrame(*window, part);
             return true;
@@ -255,7 +255,7 @@ bool PressMouse(int x, int y, MouseButton button) {
 void DragMouse(int x, int y) {
     SetMouse(x, y);
     Window *window = isHeld ? FindWindow(held.window) : nullptr;
-    if (window == nullptr || !IsPluginEnabled(window->owner)) return;
+    if (!window || !isPluginEnabled(window->owner)) return;
     if (held.part == WindowPart::Contents)
         CallClick(*window, held.button, xplm_MouseDrag);
     else
@@ -269,7 +269,7 @@ void ReleaseMouse(int x, int y) {
     const Window *window = FindWindow(held.window);
     const WindowPart part = held.part;
     held.window = nullptr;
-    if (window == nullptr || !IsPluginEnabled(window->owner)) return;
+    if (!window || !isPluginEnabled(window->owner)) return;
     if (part == WindowPart::Contents)
         CallClick(*window, held.button, xplm_MouseUp);
     else if (part == WindowPart::CloseBox && PartAt(*window, x, y) == WindowPart::CloseBox)
@@ -286,9 +286,9 @@ bool TurnWheel(int x, int y, int clicks) {
     for (XPLMWindowID id : WithinReachOfMouse()) {
         WindowPart part = WindowPart::None;
         const Window *window = StillUnderMouse(id, part);
-        if (window == nullptr) continue;
+        if (!window) continue;
         if (part != WindowPart::Contents) return true;
-        if (window->wheel == nullptr) continue;
+        if (!window->wheel) continue;
         RunningScope scope(window->owner, "window's wheel handler");
         if (window->wheel(window->id, x, y, verticalWheel, clicks, window->refcon) != 0) return true;
     }
@@ -312,8 +312,8 @@ using namespace simhost;
 namespace {
 
 void TellMouse(int *outX, int *outY) {
-    if (outX != nullptr) *outX = screenMouseX;
-    if (outY != nullptr) *outY = screenMouseY;
+    if (outX) *outX = screenMouseX;
+    if (outY) *outY = screenMouseY;
 }
 
 } // namespace
@@ -328,7 +328,7 @@ void XPLMGetMouseLocationGlobal(int *outX, int *outY) {
 }
 
 int XPLMRegisterKeySniffer(XPLMKeySniffer_f inCallback, int inBeforeWindows, void *inRefcon) {
-    if (inCallback == nullptr) {
+    if (!inCallback) {
         ReportMisuse("XPLMRegisterKeySniffer without a callback");
         return 0;
     }
@@ -338,8 +338,8 @@ int XPLMRegisterKeySniffer(XPLMKeySniffer_f inCallback, int inBeforeWindows, voi
 
 int XPLMUnregisterKeySniffer(XPLMKeySniffer_f inCallback, int inBeforeWindows, void *inRefcon) {
     for (KeySniffer &sniffer : keySniffers) {
-        if (inCallback == nullptr || sniffer.callback != inCallback
-            || sniffer.beforeWindows != (inBeforeWindows != 0) || sniffer.refcon != inRefcon)
+        if (!inCallback || sniffer.callback != inCallback || sniffer.beforeWindows != (inBeforeWindows != 0)
+            || sniffer.refcon != inRefcon)
             continue;
         sniffer.callback = nullptr;
         SweepKeySniffers();

@@ -12,7 +12,7 @@ struct NamedKey {
     char character;
     int virtualKey;
 };
-constexpr NamedKey namedKeys[] = {
+constexpr NamedKey NamedKeys[] = {
     {"return", XPLM_KEY_RETURN, XPLM_VK_RETURN},
     {"escape", XPLM_KEY_ESCAPE, XPLM_VK_ESCAPE},
     {"tab", XPLM_KEY_TAB, XPLM_VK_TAB},
@@ -39,10 +39,10 @@ constexpr NamedKey namedKeys[] = {
     {"f12", 0, XPLM_VK_F12},
 };
 
-constexpr std::string_view shiftedDigits = ")!@#$%^&*("; // over 0 to 9
-constexpr std::string_view shiftedSymbols = "~_+{}|:\"<>?";
+constexpr std::string_view ShiftedDigits = ")!@#$%^&*("; // over 0 to 9
+constexpr std::string_view ShiftedSymbols = "~_+{}|:\"<>?";
 
-bool IsBetween(int value, int first, int last) {
+bool isBetween(int value, int first, int last) {
     return value >= first && value <= last;
 }
 
@@ -54,19 +54,19 @@ bool KeyOfCharacter(char character, Key &key) {
         return true;
     };
     if (character == '\n') return KeyNamed("return", key);
-    if (IsBetween(character, 'a', 'z')) return set(character - 'a' + XPLM_VK_A, false);
-    if (IsBetween(character, 'A', 'Z')) return set(character - 'A' + XPLM_VK_A, true);
-    if (IsBetween(character, '0', '9')) return set(character - '0' + XPLM_VK_0, false);
-    for (const NamedKey &named : namedKeys)
+    if (isBetween(character, 'a', 'z')) return set(character - 'a' + XPLM_VK_A, false);
+    if (isBetween(character, 'A', 'Z')) return set(character - 'A' + XPLM_VK_A, true);
+    if (isBetween(character, '0', '9')) return set(character - '0' + XPLM_VK_0, false);
+    for (const NamedKey &named : NamedKeys)
         if (named.character == character && named.character != 0) return set(named.virtualKey, false);
-    if (!IsBetween(character, '!', '~')) return false;
-    const std::size_t digit = shiftedDigits.find(character);
+    if (!isBetween(character, '!', '~')) return false;
+    const std::size_t digit = ShiftedDigits.find(character);
     if (digit != std::string_view::npos) return set(static_cast<int>(digit) + XPLM_VK_0, true);
-    return set(0, shiftedSymbols.find(character) != std::string_view::npos);
+    return set(0, ShiftedSymbols.find(character) != std::string_view::npos);
 }
 
 bool KeyNamed(std::string_view name, Key &key) {
-    for (const NamedKey &named : namedKeys) {
+    for (const NamedKey &named : NamedKeys) {
         if (named.name != name) continue;
         key = {named.character, static_cast<char>(named.virtualKey), false};
         return true;
@@ -77,11 +77,11 @@ bool KeyNamed(std::string_view name, Key &key) {
 Key KeyOfVirtualKey(int virtualKey) {
     Key key;
     key.virtualKey = static_cast<char>(virtualKey);
-    for (const NamedKey &named : namedKeys)
+    for (const NamedKey &named : NamedKeys)
         if (named.virtualKey == virtualKey) key.character = named.character;
-    if (IsBetween(virtualKey, XPLM_VK_A, XPLM_VK_Z))
+    if (isBetween(virtualKey, XPLM_VK_A, XPLM_VK_Z))
         key.character = static_cast<char>(virtualKey - XPLM_VK_A + 'a');
-    if (IsBetween(virtualKey, XPLM_VK_0, XPLM_VK_9))
+    if (isBetween(virtualKey, XPLM_VK_0, XPLM_VK_9))
         key.character = static_cast<char>(virtualKey - XPLM_VK_0 + '0');
     return key;
 }

@@ -6,7 +6,7 @@
 
 namespace simhost {
 
-inline constexpr int menuBarHeight = 22;
+inline constexpr int MenuBarHeight = 22;
 
 // Draws the bar and what is open over the frame that was drawn last.
 void DrawMenuBar();
@@ -17,7 +17,7 @@ bool TurnWheelOverMenuBar(int x, int y, int clicks);
 // A press also closes menus. chosen becomes the item that was clicked, or stays empty.
 bool PressMenuBar(int x, int y, MenuPlace &chosen);
 
-bool IsMenuBarOpen();
+bool isMenuBarOpen();
 void CloseMenuBar();
 
 } // namespace simhost

@@ -73,8 +73,8 @@ void RemoveWindow(XPLMWindowID id);
 void RaiseWindow(XPLMWindowID id); // to the front of its layer
 void ShowWindow(XPLMWindowID id, bool visible);
 
-bool IsInVr(const Window &window);
-bool IsOnMonitor(const Window &window); // visible, not in the headset, its plug-in enabled
+bool isInVr(const Window &window);
+bool isOnMonitor(const Window &window); // visible, not in the headset, its plug-in enabled
 
 // Puts the contents where they are wanted, as far as limits and positioning mode allow. What does not fit is
 // made to fit at the right and the lower edge.
@@ -95,8 +95,8 @@ void ResetInput();
 // ---- drawing.cpp ----
 
 // The simulator frames windows with round corners: a title bar with a close box, and a border all around.
-inline constexpr int titleBarHeight = 20;
-inline constexpr int borderWidth = 4;
+inline constexpr int TitleBarHeight = 20;
+inline constexpr int BorderWidth = 4;
 
 enum class WindowPart { None, Contents, TitleBar, CloseBox, Edge };
 WindowPart PartAt(const Window &window, int x, int y);

@@ -19,13 +19,13 @@ namespace {
 constinit bool isVrOn = false;
 constinit std::uintptr_t lastSerial = 0; // goes on over resets
 
-constexpr int messageEnteredVr = 109;
-constexpr int messageExitingVr = 110;
-constexpr int popOutLayer = xplm_WindowLayerGrowlNotifications + 1;
-constexpr int keptOnScreen = 40; // boxels of a window that stay within reach
+constexpr int MessageEnteredVr = 109;
+constexpr int MessageExitingVr = 110;
+constexpr int PopOutLayer = xplm_WindowLayerGrowlNotifications + 1;
+constexpr int KeptOnScreen = 40; // boxels of a window that stay within reach
 
 int EffectiveLayer(const Window &window) {
-    return window.mode == xplm_WindowPopOut ? popOutLayer : window.layer;
+    return window.mode == xplm_WindowPopOut ? PopOutLayer : window.layer;
 }
 
 std::vector<std::unique_ptr<Window>>::iterator PlaceInList(XPLMWindowID id) {
@@ -40,18 +40,18 @@ Rectangle Screen() {
 }
 
 // One that waits for the headset lies on the monitor like a free one meanwhile.
-bool IsFree(const Window &window) {
+bool isFree(const Window &window) {
     return !window.isLegacy && (window.mode == xplm_WindowPositionFree || window.mode == xplm_WindowVR);
 }
 
 // Where a window lies that must stay within the pilot's reach: its title bar is on the screen.
 Rectangle WithinReach(const Window &window) {
     const Rectangle &place = window.place;
-    const int bar = window.decoration == xplm_WindowDecorationRoundRectangle ? titleBarHeight : 0;
-    int right = std::min(0, ScreenWidth() - keptOnScreen - place.left);
-    if (place.right < keptOnScreen) right = keptOnScreen - place.right;
+    const int bar = window.decoration == xplm_WindowDecorationRoundRectangle ? TitleBarHeight : 0;
+    int right = std::min(0, ScreenWidth() - KeptOnScreen - place.left);
+    if (place.right < KeptOnScreen) right = KeptOnScreen - place.right;
     int up = std::min(0, ScreenHeight() - bar - place.top);
-    if (place.top < keptOnScreen) up = keptOnScreen - place.top;
+    if (place.top < KeptOnScreen) up = KeptOnScreen - place.top;
     return {place.left + right, place.top + up, place.right + right, place.bottom + up};
 }
 
@@ -67,7 +67,7 @@ std::vector<std::unique_ptr<Window>> &Windows() {
 }
 
 Window *FindWindow(XPLMWindowID id) {
-    if (id == nullptr) return nullptr;
+    if (!id) return nullptr;
     const auto found = PlaceInList(id);
     return found != Windows().end() ? found->get() : nullptr;
 }
@@ -108,17 +108,17 @@ void RaiseWindow(XPLMWindowID id) {
 
 void ShowWindow(XPLMWindowID id, bool visible) {
     Window *window = FindWindow(id);
-    if (window == nullptr) return;
+    if (!window) return;
     window->isVisible = visible;
     if (!visible && FocusedWindow() == id) GiveFocus(nullptr);
 }
 
-bool IsInVr(const Window &window) {
+bool isInVr(const Window &window) {
     return isVrOn && window.mode == xplm_WindowVR;
 }
 
-bool IsOnMonitor(const Window &window) {
-    return window.isVisible && !IsInVr(window) && IsPluginEnabled(window.owner);
+bool isOnMonitor(const Window &window) {
+    return window.isVisible && !isInVr(window) && isPluginEnabled(window.owner);
 }
 
 int LimitedWidth(const Window &window, int width) {
@@ -163,7 +163,7 @@ std::vector<WindowView> WindowsFrontToBack() {
         XPLMGetWindowGeometry(id, &view.left, &view.top, &view.right, &view.bottom);
         view.isVisible = window.isVisible;
         view.isLegacy = window.isLegacy;
-        view.isInVr = IsInVr(window);
+        view.isInVr = isInVr(window);
         XPLMGetWindowGeometryVR(id, &view.vrWidth, &view.vrHeight);
         view.isPoppedOut = window.mode == xplm_WindowPopOut;
         view.hasFocus = FocusedWindow() == id;
@@ -194,24 +194,24 @@ void ResetWindows() {
 void SetVr(bool isOn) {
     if (isOn == isVrOn) return;
     // Plug-ins are told when the headset is on, and before it comes off.
-    if (!isOn) BroadcastMessage(messageExitingVr, nullptr);
+    if (!isOn) BroadcastMessage(MessageExitingVr, nullptr);
     PointInHeadset(nullptr);
     isVrOn = isOn;
     SetNumber("sim/graphics/VR/enabled", isOn ? 1 : 0);
-    if (isOn) BroadcastMessage(messageEnteredVr, nullptr);
+    if (isOn) BroadcastMessage(MessageEnteredVr, nullptr);
 }
 
 void ScreenSizeChanged(int widerBy, int higherBy) {
     for (const auto &window : Windows()) {
         Rectangle place = window->place;
-        if (IsFree(*window)) {
+        if (isFree(*window)) {
             place = {Follow(place.left, widerBy, window->leftGravity),
                      Follow(place.top, higherBy, window->topGravity),
                      Follow(place.right, widerBy, window->rightGravity),
                      Follow(place.bottom, higherBy, window->bottomGravity)};
         }
         if (!window->isLegacy) PlaceWindow(*window, place);
-        if (IsFree(*window) && window->decoration != xplm_WindowDecorationNone)
+        if (isFree(*window) && window->decoration != xplm_WindowDecorationNone)
             window->place = WithinReach(*window);
     }
 }

@@ -39,7 +39,7 @@ bool PressMouse(int x, int y, MouseButton button);
 void DragMouse(int x, int y);
 void ReleaseMouse(int x, int y);
 bool TurnWheel(int x, int y, int clicks);
-bool IsMouseHeld();
+bool isMouseHeld();
 
 // In the headset the mouse is a beam: until it is null again, or the window goes, places are those of this
 // window, (0, 0) its lower left, and nothing else is met. Where the screen's mouse is does not change.

@@ -22,16 +22,16 @@ namespace simhost {
 namespace {
 
 #if defined(__APPLE__)
-constexpr const char *LIBRARY_NAME = "mac.xpl", *LIBRARY_FOLDER = "mac_x64";
+constexpr const char *LibraryName = "mac.xpl", *LibraryFolder = "mac_x64";
 #else
-constexpr const char *LIBRARY_NAME = "lin.xpl", *LIBRARY_FOLDER = "lin_x64";
+constexpr const char *LibraryName = "lin.xpl", *LibraryFolder = "lin_x64";
 #endif
 
 // A folder that leads back into itself through a link would be copied for ever.
-constexpr int DEEPEST_FOLDER = 64;
+constexpr int DeepestFolder = 64;
 
 void CopyFolder(const fs::path &from, const fs::path &to, int depth) {
-    if (depth > DEEPEST_FOLDER)
+    if (depth > DeepestFolder)
         throw fs::filesystem_error("folders nested too deep", from,
                                    std::make_error_code(std::errc::too_many_symbolic_link_levels));
     fs::create_directories(to);
@@ -107,7 +107,7 @@ std::string FindPlugin(const std::string &nameOrPath, const std::string &program
 std::string MakeScratchRoot(std::string &error) {
     try {
         std::string pattern = (fs::canonical(fs::temp_directory_path()) / "fennic-sim-XXXXXX").string();
-        if (mkdtemp(pattern.data()) != nullptr) return pattern + "/";
+        if (mkdtemp(pattern.data())) return pattern + "/";
         error = "cannot make a folder " + pattern;
     } catch (const fs::filesystem_error &failure) {
         error = failure.what();
@@ -145,7 +145,7 @@ std::vector<std::string> FindPluginFolders(const std::string &folder) {
 std::string FindPluginLibrary(const std::string &pluginFolder) {
     const fs::path folder = pluginFolder, named = NameOfFolder(folder) + ".xpl";
     std::error_code failed;
-    for (const fs::path &library : {folder / "64" / LIBRARY_NAME, folder / LIBRARY_FOLDER / named})
+    for (const fs::path &library : {folder / "64" / LibraryName, folder / LibraryFolder / named})
         if (fs::is_regular_file(library, failed)) return library.string();
     return "";
 }

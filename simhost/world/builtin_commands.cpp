@@ -17,7 +17,7 @@ struct Switch {
     const char *dataref;
     int index = 0;
 };
-constexpr Switch switches[] = {
+constexpr Switch Switches[] = {
     {"sim/electrical/battery_1", "_toggle", "sim/cockpit2/electrical/battery_on", 0},
     {"sim/electrical/battery_2", "_toggle", "sim/cockpit2/electrical/battery_on", 1},
     {"sim/electrical/generator_1", "_toggle", "sim/cockpit2/electrical/generator_on", 0},
@@ -60,108 +60,108 @@ struct Single {
     Move move;
     double value;
 };
-constexpr const char *magnetos = "sim/cockpit2/engine/actuators/ignition_on";
-constexpr const char *ignitionKey = "sim/cockpit2/engine/actuators/ignition_key";
-constexpr const char *fuelSelector = "sim/cockpit2/fuel/fuel_tank_selector";
-constexpr const char *transponder = "sim/cockpit2/radios/actuators/transponder_mode";
-constexpr const char *flaps = "sim/cockpit2/controls/flap_handle_request_ratio";
-constexpr const char *flapRatio = "sim/cockpit2/controls/flap_ratio";
-constexpr const char *parkingBrake = "sim/cockpit2/controls/parking_brake_ratio";
-constexpr const char *gearHandle = "sim/cockpit2/controls/gear_handle_down";
-constexpr const char *speedBrakes = "sim/cockpit2/controls/speedbrake_ratio";
-constexpr const char *autobrake = "sim/cockpit2/switches/auto_brake_level";
-constexpr const char *apuSwitch = "sim/cockpit2/electrical/APU_starter_switch";
-constexpr const char *apuGenerator = "sim/cockpit2/electrical/APU_generator_on";
-constexpr const char *engineMode = "sim/cockpit2/engine/actuators/eng_mode_selector";
-constexpr const char *throttle = "sim/cockpit2/engine/actuators/throttle_ratio_all";
-constexpr const char *mixture = "sim/cockpit2/engine/actuators/mixture_ratio_all";
-constexpr const char *altimeter = "sim/cockpit2/gauges/actuators/barometer_setting_in_hg_pilot";
-constexpr const char *altimeterCopilot = "sim/cockpit2/gauges/actuators/barometer_setting_in_hg_copilot";
-constexpr const char *flightDirector = "sim/cockpit2/autopilot/flight_director_mode";
-constexpr double flapNotch = 1.0 / 3; // 10, 20 and 30 degrees
+constexpr const char *Magnetos = "sim/cockpit2/engine/actuators/ignition_on";
+constexpr const char *IgnitionKey = "sim/cockpit2/engine/actuators/ignition_key";
+constexpr const char *FuelSelector = "sim/cockpit2/fuel/fuel_tank_selector";
+constexpr const char *Transponder = "sim/cockpit2/radios/actuators/transponder_mode";
+constexpr const char *Flaps = "sim/cockpit2/controls/flap_handle_request_ratio";
+constexpr const char *FlapRatio = "sim/cockpit2/controls/flap_ratio";
+constexpr const char *ParkingBrake = "sim/cockpit2/controls/parking_brake_ratio";
+constexpr const char *GearHandle = "sim/cockpit2/controls/gear_handle_down";
+constexpr const char *SpeedBrakes = "sim/cockpit2/controls/speedbrake_ratio";
+constexpr const char *Autobrake = "sim/cockpit2/switches/auto_brake_level";
+constexpr const char *ApuSwitch = "sim/cockpit2/electrical/APU_starter_switch";
+constexpr const char *ApuGenerator = "sim/cockpit2/electrical/APU_generator_on";
+constexpr const char *EngineMode = "sim/cockpit2/engine/actuators/eng_mode_selector";
+constexpr const char *Throttle = "sim/cockpit2/engine/actuators/throttle_ratio_all";
+constexpr const char *Mixture = "sim/cockpit2/engine/actuators/mixture_ratio_all";
+constexpr const char *Altimeter = "sim/cockpit2/gauges/actuators/barometer_setting_in_hg_pilot";
+constexpr const char *AltimeterCopilot = "sim/cockpit2/gauges/actuators/barometer_setting_in_hg_copilot";
+constexpr const char *FlightDirector = "sim/cockpit2/autopilot/flight_director_mode";
+constexpr double FlapNotch = 1.0 / 3; // 10, 20 and 30 degrees
 
 // A command may stand here more than once. One without a dataref only exists.
-constexpr Single singles[] = {
+constexpr Single Singles[] = {
     {"sim/electrical/batteries_toggle", "sim/cockpit2/electrical/battery_on", 0, Move::Toggle, 0},
     {"sim/electrical/generators_toggle", "sim/cockpit2/electrical/generator_on", 0, Move::Toggle, 0},
-    {"sim/electrical/APU_off", apuSwitch, 0, Move::Set, 0},
-    {"sim/electrical/APU_on", apuSwitch, 0, Move::Set, 1},
-    {"sim/electrical/APU_start", apuSwitch, 0, Move::Set, 2},
-    {"sim/electrical/APU_generator_on", apuGenerator, 0, Move::Set, 1},
-    {"sim/electrical/APU_generator_off", apuGenerator, 0, Move::Set, 0},
-    {"sim/starters/eng_mode_norm", engineMode, 0, Move::Set, 0},
-    {"sim/starters/eng_mode_start", engineMode, 0, Move::Set, 1},
-    {"sim/magnetos/magnetos_off", magnetos, 0, Move::Set, 0},
-    {"sim/magnetos/magnetos_off", ignitionKey, 0, Move::Set, 0},
-    {"sim/magnetos/magnetos_both", magnetos, 0, Move::Set, 3},
-    {"sim/magnetos/magnetos_both", ignitionKey, 0, Move::Set, 3},
-    {"sim/magnetos/magnetos_off_1", magnetos, 0, Move::Set, 0},
-    {"sim/magnetos/magnetos_off_1", ignitionKey, 0, Move::Set, 0},
-    {"sim/magnetos/magnetos_left_1", magnetos, 0, Move::Set, 1},
-    {"sim/magnetos/magnetos_left_1", ignitionKey, 0, Move::Set, 1},
-    {"sim/magnetos/magnetos_right_1", magnetos, 0, Move::Set, 2},
-    {"sim/magnetos/magnetos_right_1", ignitionKey, 0, Move::Set, 2},
-    {"sim/magnetos/magnetos_both_1", magnetos, 0, Move::Set, 3},
-    {"sim/magnetos/magnetos_both_1", ignitionKey, 0, Move::Set, 3},
-    {"sim/fuel/fuel_selector_none", fuelSelector, 0, Move::Set, 0},
-    {"sim/fuel/fuel_selector_lft", fuelSelector, 0, Move::Set, 1},
-    {"sim/fuel/fuel_selector_ctr", fuelSelector, 0, Move::Set, 2},
-    {"sim/fuel/fuel_selector_rgt", fuelSelector, 0, Move::Set, 3},
-    {"sim/fuel/fuel_selector_all", fuelSelector, 0, Move::Set, 4},
-    {"sim/transponder/transponder_off", transponder, 0, Move::Set, 0},
-    {"sim/transponder/transponder_standby", transponder, 0, Move::Set, 1},
-    {"sim/transponder/transponder_on", transponder, 0, Move::Set, 2},
-    {"sim/transponder/transponder_alt", transponder, 0, Move::Set, 3},
-    {"sim/transponder/transponder_test", transponder, 0, Move::Set, 4},
-    {"sim/transponder/transponder_ground", transponder, 0, Move::Set, 5},
-    {"sim/transponder/transponder_ta_only", transponder, 0, Move::Set, 6},
-    {"sim/transponder/transponder_ta_ra", transponder, 0, Move::Set, 7},
-    {"sim/flight_controls/flaps_up", flaps, 0, Move::Step, -flapNotch},
-    {"sim/flight_controls/flaps_up", flapRatio, 0, Move::Step, -flapNotch},
-    {"sim/flight_controls/flaps_down", flaps, 0, Move::Step, flapNotch},
-    {"sim/flight_controls/flaps_down", flapRatio, 0, Move::Step, flapNotch},
-    {"sim/flight_controls/flaps_up_full", flaps, 0, Move::Set, 0},
-    {"sim/flight_controls/flaps_up_full", flapRatio, 0, Move::Set, 0},
-    {"sim/flight_controls/flaps_down_full", flaps, 0, Move::Set, 1},
-    {"sim/flight_controls/flaps_down_full", flapRatio, 0, Move::Set, 1},
-    {"sim/flight_controls/park_brake_set", parkingBrake, 0, Move::Set, 1},
-    {"sim/flight_controls/park_brake_release", parkingBrake, 0, Move::Set, 0},
-    {"sim/flight_controls/park_brake_toggle", parkingBrake, 0, Move::Toggle, 0},
-    {"sim/flight_controls/brakes_toggle_max", parkingBrake, 0, Move::Toggle, 0},
-    {"sim/flight_controls/brakes_rto_auto", autobrake, 0, Move::Set, 0},
-    {"sim/flight_controls/brakes_off_auto", autobrake, 0, Move::Set, 1},
-    {"sim/flight_controls/brakes_1_auto", autobrake, 0, Move::Set, 2},
-    {"sim/flight_controls/brakes_2_auto", autobrake, 0, Move::Set, 3},
-    {"sim/flight_controls/brakes_3_auto", autobrake, 0, Move::Set, 4},
-    {"sim/flight_controls/brakes_max_auto", autobrake, 0, Move::Set, 5},
-    {"sim/flight_controls/speed_brakes_up_all", speedBrakes, 0, Move::Set, 0},
-    {"sim/flight_controls/speed_brakes_down_all", speedBrakes, 0, Move::Set, 1},
-    {"sim/flight_controls/landing_gear_down", gearHandle, 0, Move::Set, 1},
-    {"sim/flight_controls/landing_gear_up", gearHandle, 0, Move::Set, 0},
-    {"sim/flight_controls/landing_gear_toggle", gearHandle, 0, Move::Toggle, 0},
-    {"sim/engines/throttle_full", throttle, 0, Move::Set, 1},
+    {"sim/electrical/APU_off", ApuSwitch, 0, Move::Set, 0},
+    {"sim/electrical/APU_on", ApuSwitch, 0, Move::Set, 1},
+    {"sim/electrical/APU_start", ApuSwitch, 0, Move::Set, 2},
+    {"sim/electrical/APU_generator_on", ApuGenerator, 0, Move::Set, 1},
+    {"sim/electrical/APU_generator_off", ApuGenerator, 0, Move::Set, 0},
+    {"sim/starters/eng_mode_norm", EngineMode, 0, Move::Set, 0},
+    {"sim/starters/eng_mode_start", EngineMode, 0, Move::Set, 1},
+    {"sim/magnetos/magnetos_off", Magnetos, 0, Move::Set, 0},
+    {"sim/magnetos/magnetos_off", IgnitionKey, 0, Move::Set, 0},
+    {"sim/magnetos/magnetos_both", Magnetos, 0, Move::Set, 3},
+    {"sim/magnetos/magnetos_both", IgnitionKey, 0, Move::Set, 3},
+    {"sim/magnetos/magnetos_off_1", Magnetos, 0, Move::Set, 0},
+    {"sim/magnetos/magnetos_off_1", IgnitionKey, 0, Move::Set, 0},
+    {"sim/magnetos/magnetos_left_1", Magnetos, 0, Move::Set, 1},
+    {"sim/magnetos/magnetos_left_1", IgnitionKey, 0, Move::Set, 1},
+    {"sim/magnetos/magnetos_right_1", Magnetos, 0, Move::Set, 2},
+    {"sim/magnetos/magnetos_right_1", IgnitionKey, 0, Move::Set, 2},
+    {"sim/magnetos/magnetos_both_1", Magnetos, 0, Move::Set, 3},
+    {"sim/magnetos/magnetos_both_1", IgnitionKey, 0, Move::Set, 3},
+    {"sim/fuel/fuel_selector_none", FuelSelector, 0, Move::Set, 0},
+    {"sim/fuel/fuel_selector_lft", FuelSelector, 0, Move::Set, 1},
+    {"sim/fuel/fuel_selector_ctr", FuelSelector, 0, Move::Set, 2},
+    {"sim/fuel/fuel_selector_rgt", FuelSelector, 0, Move::Set, 3},
+    {"sim/fuel/fuel_selector_all", FuelSelector, 0, Move::Set, 4},
+    {"sim/transponder/transponder_off", Transponder, 0, Move::Set, 0},
+    {"sim/transponder/transponder_standby", Transponder, 0, Move::Set, 1},
+    {"sim/transponder/transponder_on", Transponder, 0, Move::Set, 2},
+    {"sim/transponder/transponder_alt", Transponder, 0, Move::Set, 3},
+    {"sim/transponder/transponder_test", Transponder, 0, Move::Set, 4},
+    {"sim/transponder/transponder_ground", Transponder, 0, Move::Set, 5},
+    {"sim/transponder/transponder_ta_only", Transponder, 0, Move::Set, 6},
+    {"sim/transponder/transponder_ta_ra", Transponder, 0, Move::Set, 7},
+    {"sim/flight_controls/flaps_up", Flaps, 0, Move::Step, -FlapNotch},
+    {"sim/flight_controls/flaps_up", FlapRatio, 0, Move::Step, -FlapNotch},
+    {"sim/flight_controls/flaps_down", Flaps, 0, Move::Step, FlapNotch},
+    {"sim/flight_controls/flaps_down", FlapRatio, 0, Move::Step, FlapNotch},
+    {"sim/flight_controls/flaps_up_full", Flaps, 0, Move::Set, 0},
+    {"sim/flight_controls/flaps_up_full", FlapRatio, 0, Move::Set, 0},
+    {"sim/flight_controls/flaps_down_full", Flaps, 0, Move::Set, 1},
+    {"sim/flight_controls/flaps_down_full", FlapRatio, 0, Move::Set, 1},
+    {"sim/flight_controls/park_brake_set", ParkingBrake, 0, Move::Set, 1},
+    {"sim/flight_controls/park_brake_release", ParkingBrake, 0, Move::Set, 0},
+    {"sim/flight_controls/park_brake_toggle", ParkingBrake, 0, Move::Toggle, 0},
+    {"sim/flight_controls/brakes_toggle_max", ParkingBrake, 0, Move::Toggle, 0},
+    {"sim/flight_controls/brakes_rto_auto", Autobrake, 0, Move::Set, 0},
+    {"sim/flight_controls/brakes_off_auto", Autobrake, 0, Move::Set, 1},
+    {"sim/flight_controls/brakes_1_auto", Autobrake, 0, Move::Set, 2},
+    {"sim/flight_controls/brakes_2_auto", Autobrake, 0, Move::Set, 3},
+    {"sim/flight_controls/brakes_3_auto", Autobrake, 0, Move::Set, 4},
+    {"sim/flight_controls/brakes_max_auto", Autobrake, 0, Move::Set, 5},
+    {"sim/flight_controls/speed_brakes_up_all", SpeedBrakes, 0, Move::Set, 0},
+    {"sim/flight_controls/speed_brakes_down_all", SpeedBrakes, 0, Move::Set, 1},
+    {"sim/flight_controls/landing_gear_down", GearHandle, 0, Move::Set, 1},
+    {"sim/flight_controls/landing_gear_up", GearHandle, 0, Move::Set, 0},
+    {"sim/flight_controls/landing_gear_toggle", GearHandle, 0, Move::Toggle, 0},
+    {"sim/engines/throttle_full", Throttle, 0, Move::Set, 1},
     {"sim/engines/throttle_full", "sim/cockpit2/engine/actuators/throttle_ratio", 0, Move::Set, 1},
-    {"sim/engines/throttle_idle", throttle, 0, Move::Set, 0},
+    {"sim/engines/throttle_idle", Throttle, 0, Move::Set, 0},
     {"sim/engines/throttle_idle", "sim/cockpit2/engine/actuators/throttle_ratio", 0, Move::Set, 0},
-    {"sim/engines/mixture_max", mixture, 0, Move::Set, 1},
+    {"sim/engines/mixture_max", Mixture, 0, Move::Set, 1},
     {"sim/engines/mixture_max", "sim/cockpit2/engine/actuators/mixture_ratio", 0, Move::Set, 1},
-    {"sim/engines/mixture_min", mixture, 0, Move::Set, 0},
+    {"sim/engines/mixture_min", Mixture, 0, Move::Set, 0},
     {"sim/engines/mixture_min", "sim/cockpit2/engine/actuators/mixture_ratio", 0, Move::Set, 0},
-    {"sim/instruments/barometer_std", altimeter, 0, Move::Set, 29.92},
-    {"sim/instruments/barometer_copilot_std", altimeterCopilot, 0, Move::Set, 29.92},
+    {"sim/instruments/barometer_std", Altimeter, 0, Move::Set, 29.92},
+    {"sim/instruments/barometer_copilot_std", AltimeterCopilot, 0, Move::Set, 29.92},
     {"sim/systems/seatbelt_sign_toggle", "sim/cockpit2/switches/fasten_seat_belts", 0, Move::Toggle, 0},
     {"sim/systems/no_smoking_toggle", "sim/cockpit2/switches/no_smoking", 0, Move::Toggle, 0},
     {"sim/ice/alternate_static_port", "sim/cockpit2/switches/alternate_static_air_ratio", 0, Move::Toggle, 0},
-    {"sim/autopilot/fdir_on", flightDirector, 0, Move::Set, 1},
-    {"sim/autopilot/servos_on", flightDirector, 0, Move::Set, 2},
-    {"sim/autopilot/servos_off_any", flightDirector, 0, Move::Set, 0},
+    {"sim/autopilot/fdir_on", FlightDirector, 0, Move::Set, 1},
+    {"sim/autopilot/servos_on", FlightDirector, 0, Move::Set, 2},
+    {"sim/autopilot/servos_off_any", FlightDirector, 0, Move::Set, 0},
     {"sim/operation/pause_on", "sim/time/paused", 0, Move::Set, 1},
     {"sim/operation/pause_off", "sim/time/paused", 0, Move::Set, 0},
     {"sim/operation/pause_toggle", "sim/time/paused", 0, Move::Toggle, 0},
 };
 
 // Commands whose doing is beyond one dataref: they exist, are counted and reach their handlers.
-constexpr const char *others[] = {
+constexpr const char *Others[] = {
     "sim/none/none",
     "sim/annunciator/clear_master_caution",
     "sim/annunciator/clear_master_warning",
@@ -224,13 +224,13 @@ constexpr const char *others[] = {
 
 std::vector<BuiltinAction> MakeActions() {
     std::vector<BuiltinAction> actions;
-    for (const Switch &entry : switches) {
+    for (const Switch &entry : Switches) {
         const std::string name = entry.name;
         actions.push_back({name + "_on", entry.dataref, entry.index, Move::Set, 1});
         actions.push_back({name + "_off", entry.dataref, entry.index, Move::Set, 0});
         actions.push_back({name + entry.toggle, entry.dataref, entry.index, Move::Toggle, 0});
     }
-    for (const Single &entry : singles) {
+    for (const Single &entry : Singles) {
         actions.push_back({entry.command, entry.dataref, entry.index, entry.move, entry.value});
     }
     std::stable_sort(actions.begin(), actions.end(),
@@ -246,7 +246,7 @@ std::span<const BuiltinAction> BuiltinActions() {
 }
 
 std::vector<std::string> BuiltinCommands() {
-    std::vector<std::string> commands(std::begin(others), std::end(others));
+    std::vector<std::string> commands(std::begin(Others), std::end(Others));
     for (const BuiltinAction &action : BuiltinActions()) commands.push_back(action.command);
     return commands;
 }

@@ -10,7 +10,7 @@ namespace simhost {
 
 namespace {
 
-constexpr BuiltinDataref builtinDatarefs[] = {
+constexpr BuiltinDataref Rows[] = {
     // The flight and the frame
     {"sim/time/total_flight_time_sec", xplmType_Float, 1, true, 0},
     {"sim/time/total_running_time_sec", xplmType_Float, 1, true, 0},
@@ -390,11 +390,11 @@ constexpr BuiltinDataref builtinDatarefs[] = {
 } // namespace
 
 std::span<const BuiltinDataref> BuiltinDatarefs() {
-    return builtinDatarefs;
+    return Rows;
 }
 
 void PublishBuiltinDatarefs() {
-    for (const BuiltinDataref &dataref : builtinDatarefs) {
+    for (const BuiltinDataref &dataref : Rows) {
         PublishDataref(dataref.name, dataref.type, dataref.elements, dataref.isWritable);
         if (dataref.initial == 0) continue;
         for (int i = 0; i < dataref.elements; i++) SetNumber(dataref.name, dataref.initial, i);

@@ -14,8 +14,8 @@ namespace simhost {
 
 namespace {
 
-constexpr int unsizedDataBytes = 512;
-constexpr long long mostElements = 1 << 24;
+constexpr int UnsizedDataBytes = 512;
+constexpr long long MostElements = 1 << 24;
 
 // The text up to the next tab, which is taken away with it.
 std::string_view TakeField(std::string_view &line) {
@@ -45,14 +45,14 @@ bool ParseType(std::string_view text, ListedDataref &dataref) {
     for (std::string_view rest = isArray ? text.substr(bracket) : std::string_view(); !rest.empty();) {
         const std::size_t close = rest.find(']');
         if (rest.front() != '[' || close == std::string_view::npos) return false;
-        int size = unsizedDataBytes;
+        int size = UnsizedDataBytes;
         const char *const digits = rest.data() + 1, *const end = rest.data() + close;
         if (digits != end) {
             const auto [parsed, fault] = std::from_chars(digits, end, size);
             if (fault != std::errc() || parsed != end || size <= 0) return false;
         }
         elements *= size;
-        if (elements > mostElements) return false;
+        if (elements > MostElements) return false;
         rest = rest.substr(close + 1);
     }
     dataref.elements = static_cast<int>(elements);
@@ -118,7 +118,7 @@ bool ReadSimulatorLists(const std::string &xplaneFolder, std::string &error) {
     if (commands.empty()) return false;
     for (const ListedDataref &listed : datarefs) {
         const XPLMDataRef known = XPLMFindDataRef(listed.name.c_str());
-        if (known != nullptr && XPLMGetDataRefTypes(known) == listed.type
+        if (known && XPLMGetDataRefTypes(known) == listed.type
             && ElementCount(known, listed.type) == listed.elements) {
             continue;
         }

@@ -75,16 +75,16 @@ void XPLMWorldToLocal(double inLatitude, double inLongitude, double inAltitude, 
                       double *outZ) {
     double east = 0, north = 0, up = 0;
     Reference().Forward(inLatitude, inLongitude, inAltitude, east, north, up);
-    if (outX != nullptr) *outX = east;
-    if (outY != nullptr) *outY = up;
-    if (outZ != nullptr) *outZ = -north;
+    if (outX) *outX = east;
+    if (outY) *outY = up;
+    if (outZ) *outZ = -north;
 }
 
 void XPLMLocalToWorld(double inX, double inY, double inZ, double *outLatitude, double *outLongitude,
                       double *outAltitude) {
     double latitude = 0, longitude = 0, altitude = 0;
     Reference().Reverse(inX, -inZ, inY, latitude, longitude, altitude);
-    if (outLatitude != nullptr) *outLatitude = latitude;
-    if (outLongitude != nullptr) *outLongitude = longitude;
-    if (outAltitude != nullptr) *outAltitude = altitude;
+    if (outLatitude) *outLatitude = latitude;
+    if (outLongitude) *outLongitude = longitude;
+    if (outAltitude) *outAltitude = altitude;
 }

@@ -13,7 +13,7 @@ using namespace simhost;
 
 namespace {
 
-constexpr int inBar = 590, firstRow = 565, rowHeight = 18; // of a screen 600 high
+constexpr int InBar = 590, FirstRow = 565, RowHeight = 18; // of a screen 600 high
 
 class MenuBar : public ::testing::Test {
 protected:
@@ -37,46 +37,46 @@ protected:
         if (!PressMenuBar(x, y, chosen)) return "below";
         return MenuPath(chosen);
     }
-    static int Row(int row) { return firstRow - row * rowHeight; }
+    static int Row(int row) { return FirstRow - row * RowHeight; }
 
     XPLMMenuID crew = nullptr, more = nullptr;
 };
 
 TEST_F(MenuBar, OpensAndChooses) {
     EXPECT_EQ(Click(20, Row(0)), "below");
-    EXPECT_EQ(Click(20, inBar), "");
-    EXPECT_TRUE(IsMenuBarOpen());
+    EXPECT_EQ(Click(20, InBar), "");
+    EXPECT_TRUE(isMenuBarOpen());
     EXPECT_EQ(Click(20, Row(1)), "Crew/Two");
-    EXPECT_FALSE(IsMenuBarOpen());
+    EXPECT_FALSE(isMenuBarOpen());
 
-    Click(20, inBar);
+    Click(20, InBar);
     EXPECT_EQ(Click(20, Row(2)) + Click(20, Row(4)), "") << "a separator, a disabled item";
-    EXPECT_TRUE(IsMenuBarOpen());
+    EXPECT_TRUE(isMenuBarOpen());
     EXPECT_TRUE(MoveOverMenuBar(20, Row(3)));
     EXPECT_EQ(Click(150, Row(3)), "Crew/More/Three") << "the submenu lies on the right of its item";
 
-    Click(20, inBar);
-    MoveOverMenuBar(60, inBar);
+    Click(20, InBar);
+    MoveOverMenuBar(60, InBar);
     EXPECT_EQ(Click(60, Row(0)), "Next/Four") << "an open menu follows the mouse along the bar";
 
-    Click(20, inBar);
+    Click(20, InBar);
     EXPECT_EQ(Click(700, 100), "") << "a click beside closes, and goes no further";
     EXPECT_EQ(Click(700, 100), "below");
-    Click(20, inBar);
-    Click(20, inBar);
-    EXPECT_FALSE(IsMenuBarOpen());
-    EXPECT_EQ(Click(700, inBar), "");
+    Click(20, InBar);
+    Click(20, InBar);
+    EXPECT_FALSE(isMenuBarOpen());
+    EXPECT_EQ(Click(700, InBar), "");
     EXPECT_FALSE(MoveOverMenuBar(700, 100));
 }
 
 TEST_F(MenuBar, MenusMayChangeWhileTheyAreOpen) {
-    Click(20, inBar);
+    Click(20, InBar);
     MoveOverMenuBar(20, Row(3));
     XPLMDestroyMenu(more);
     DrawFrame(true);
     DrawMenuBar();
     EXPECT_EQ(Click(150, Row(3)), "") << "beside what is left";
-    Click(20, inBar);
+    Click(20, InBar);
     XPLMClearAllMenuItems(crew);
     DrawMenuBar();
     XPLMDestroyMenu(crew);
@@ -84,22 +84,22 @@ TEST_F(MenuBar, MenusMayChangeWhileTheyAreOpen) {
     EXPECT_FALSE(Click(20, Row(0)) == "Crew/One");
     ResetSimulator();
     DrawMenuBar();
-    EXPECT_FALSE(IsMenuBarOpen());
+    EXPECT_FALSE(isMenuBarOpen());
 }
 
 TEST_F(MenuBar, LongMenusAreScrolled) {
     XPLMClearAllMenuItems(crew);
     for (int i = 0; i < 10000; i++) XPLMAppendMenuItem(crew, std::to_string(i).c_str(), nullptr, 0);
     XPLMAppendMenuItem(crew, std::string(5000, 'x').c_str(), nullptr, 0);
-    Click(20, inBar);
+    Click(20, InBar);
     DrawFrame(true);
     DrawMenuBar();
     EXPECT_TRUE(TurnWheelOverMenuBar(20, Row(0), -10));
     EXPECT_EQ(Click(20, Row(0)), "Crew/30");
-    Click(20, inBar);
+    Click(20, InBar);
     TurnWheelOverMenuBar(20, Row(0), 10);
     EXPECT_EQ(Click(20, Row(0)), "Crew/0");
-    Click(20, inBar);
+    Click(20, InBar);
     TurnWheelOverMenuBar(20, Row(0), -100000);
     const std::string last = Click(20, Row(30));
     EXPECT_EQ(last.size(), 5005u) << last.substr(0, 20);
@@ -112,12 +112,12 @@ TEST_F(MenuBar, ShowsCheckMarks) {
         DrawMenuBar();
         const std::vector<unsigned char> pixels = ReadScreenPixels();
         int bright = 0;
-        for (int y = Row(row) - rowHeight / 2; y < Row(row) + rowHeight / 2; y++)
+        for (int y = Row(row) - RowHeight / 2; y < Row(row) + RowHeight / 2; y++)
             for (int x = 2; x < 17; x++)
                 bright += pixels[static_cast<std::size_t>(((599 - y) * 800 + x) * 4)] > 200;
         return bright;
     };
-    Click(20, inBar);
+    Click(20, InBar);
     MoveOverMenuBar(700, 100);
     EXPECT_EQ(markedPixels(0), 0);
     XPLMCheckMenuItem(crew, 0, xplm_Menu_Checked);

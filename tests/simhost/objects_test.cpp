@@ -20,8 +20,8 @@ using namespace simhost;
 
 namespace {
 
-const std::string head = "I\n800\nOBJ\n";
-const std::string triangle = "VT 1 0 0 0 0 1 0 0\nVT 1 1 0 0 0 1 1 0\nVT 2 0 0 0 0 1 1 1\n"
+const std::string Head = "I\n800\nOBJ\n";
+const std::string Triangle = "VT 1 0 0 0 0 1 0 0\nVT 1 1 0 0 0 1 1 0\nVT 2 0 0 0 0 1 1 1\n"
                              "IDX 0\nIDX 1\nIDX 2\n";
 
 ObjectFile Read(const std::string &text) {
@@ -35,7 +35,7 @@ TEST(Objects, AreReadWhateverTheirForm) {
         "\xEF\xBB\xBF"
         "A made elsewhere\n\n800\nOBJ\nTEXTURE\ta b.png # paint\nTEXTURE_NORMAL\n"
         "POINT_COUNTS 3 0 0 12\nGLOBAL_specular 1\n"
-        + triangle + "IDX10 0 1 2 0 1 2 0 1 2 +0\nUNHEARD of\nATTR_manip_none\nLINES 0 2\nTRIS\t0 3\n";
+        + Triangle + "IDX10 0 1 2 0 1 2 0 1 2 +0\nUNHEARD of\nATTR_manip_none\nLINES 0 2\nTRIS\t0 3\n";
     for (const char *end : {"\n", "\r\n", "\r"}) {
         std::string changed;
         for (char c : text) c == '\n' ? changed += end : changed += c;
@@ -51,7 +51,7 @@ TEST(Objects, AreReadWhateverTheirForm) {
 
 TEST(Objects, LeaveOutWhatIsWrongAndSayWhere) {
     const ObjectFile object =
-        Read(head + triangle
+        Read(Head + Triangle
              + "VT 1 2 3\nTRIS 0 4\nTRIS 0 3\nANIM_end\nIDX 9\nTRIS 3 9\n"
                "TRIS -1 3\nANIM_rotate_key 0 1\nTRIS 2147483647 3\nANIM_begin\nANIM_hide 0 nan x");
     std::string problems;
@@ -74,7 +74,7 @@ TEST(Objects, LeaveOutWhatIsWrongAndSayWhere) {
 
 // The corners of what is drawn for given values, as "x,y,z " rounded to hundredths.
 std::string Pose(const std::string &commands, const std::vector<double> &values = {}, float distance = 1) {
-    const ObjectFile object = Read(head + triangle + commands);
+    const ObjectFile object = Read(Head + Triangle + commands);
     std::vector<PosedTriangles> posed;
     PoseObject(object, values, distance, posed);
     std::string corners;
@@ -157,10 +157,10 @@ protected:
 
     // Attached beside an object around the seat, so that no plain cockpit is drawn; it is out of sight.
     void Attach(const std::string &object) {
-        Write("objects/around.obj", head
+        Write("objects/around.obj", Head
                                         + "VT -9 -9 -9 0 1 0 0 0\nVT 9 9 9 0 1 0 0 0\nVT 9 9 9 0 1 0 0 0\n"
                                           "IDX 0\nIDX 1\nIDX 2\n");
-        Write("objects/kvfennic.obj", head + "TEXTURE four.png\n" + object);
+        Write("objects/kvfennic.obj", Head + "TEXTURE four.png\n" + object);
         std::vector<unsigned char> pixels; // 16 x 16, from the upper left
         for (unsigned i = 0; i < 256; i++) {
             const bool isLeft = i % 16 < 8, isAbove = i < 128;
@@ -205,10 +205,10 @@ protected:
     std::vector<std::string> notes;
 };
 
-const std::string squareIndices = "IDX10 0 1 2 0 2 3 4 5 6 4\nIDX 6\nIDX 7\n";
+const std::string SquareIndices = "IDX10 0 1 2 0 2 3 4 5 6 4\nIDX 6\nIDX 7\n";
 
 TEST_F(CockpitView, DrawsAnObjectWhereItIs) {
-    Attach(Square(0) + squareIndices
+    Attach(Square(0) + SquareIndices
            + "ANIM_begin\nANIM_rotate 1 0 0 0 90 0 1 test/turn[2]\n"
              "ANIM_hide 1 1 test/turn[3]\nTRIS 0 6\nANIM_end\n");
     EXPECT_TRUE(notes.empty());
@@ -239,7 +239,7 @@ TEST_F(CockpitView, DrawsAnObjectWhereItIs) {
 
 TEST_F(CockpitView, HidesWhatIsBehindAndTurnedAway) {
     std::string cover = Square(0.3), plain = Square(0); // the farther one is drawn last
-    Attach(plain + cover + squareIndices
+    Attach(plain + cover + SquareIndices
            + "ANIM_begin\nANIM_hide 1 1 test/turn[3]\nTRIS 0 6\nANIM_end\nTRIS 6 6\n");
     const int near = Find(true, false, false).count;
     SetNumber("test/turn", 1, 3);
@@ -266,7 +266,7 @@ TEST_F(CockpitView, FindsTheFigure) {
 
     Show("cockpit");
     ASSERT_EQ(notes.size(), 2u) << "the seat is missing, and so is she";
-    Write("objects/kvfennic.obj", head + triangle);
+    Write("objects/kvfennic.obj", Head + Triangle);
     Show("front");
     EXPECT_EQ(notes.size(), 1u);
     std::filesystem::rename(folder + "objects/kvfennic.obj", folder + "other.obj");

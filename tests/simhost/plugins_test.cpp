@@ -19,10 +19,10 @@ using namespace simhost;
 namespace {
 
 // The guest's modes, as in plugins/guest.c.
-enum { refuseStart = 1, refuseEnable = 2, leaveBehind = 4, longName = 8 };
+enum { RefuseStart = 1, RefuseEnable = 2, LeaveBehind = 4, LongName = 8 };
 
-const std::string folder = TEST_PLUGINS;
-const std::string guest = folder + "/guest.xpl";
+const std::string Folder = TEST_PLUGINS;
+const std::string Guest = Folder + "/guest.xpl";
 
 class Plugins : public ::testing::Test {
 protected:
@@ -55,7 +55,7 @@ protected:
 };
 
 TEST_F(Plugins, LoadsTellsAndUnloads) {
-    const XPLMPluginID id = Load(guest);
+    const XPLMPluginID id = Load(Guest);
     ASSERT_GT(id, XPLM_PLUGIN_XPLANE);
     EXPECT_EQ(GetNumber("guest/id_at_load"), id) << "calls of static initialisers are the plug-in's";
     EXPECT_EQ(XPLMGetMyID(), XPLM_PLUGIN_XPLANE);
@@ -65,19 +65,19 @@ TEST_F(Plugins, LoadsTellsAndUnloads) {
     EXPECT_EQ(XPLMGetNthPlugin(-1), XPLM_NO_PLUGIN_ID);
     EXPECT_EQ(XPLMFindPluginBySignature("test.guest"), id);
     EXPECT_EQ(XPLMFindPluginBySignature("nobody"), XPLM_NO_PLUGIN_ID);
-    EXPECT_EQ(XPLMFindPluginByPath(guest.c_str()), id);
+    EXPECT_EQ(XPLMFindPluginByPath(Guest.c_str()), id);
     EXPECT_EQ(XPLMFindPluginByPath(nullptr), XPLM_NO_PLUGIN_ID);
     char name[256], path[256], description[256];
     XPLMGetPluginInfo(id, name, path, nullptr, description);
     EXPECT_STREQ(name, "Guest");
-    EXPECT_EQ(path, guest);
+    EXPECT_EQ(path, Guest);
     EXPECT_STREQ(description, "Does what a test asks of it");
     XPLMGetPluginInfo(99, name, nullptr, nullptr, nullptr);
     EXPECT_STREQ(name, "");
     EXPECT_EQ(PluginName(id), "Guest");
     EXPECT_EQ(XPLMIsPluginEnabled(id), 1);
     std::string error;
-    EXPECT_EQ(LoadPlugin(guest, error), XPLM_NO_PLUGIN_ID);
+    EXPECT_EQ(LoadPlugin(Guest, error), XPLM_NO_PLUGIN_ID);
     EXPECT_TRUE(Holds(error, "loaded already")) << error;
 
     StepFrame(0.02);
@@ -94,17 +94,17 @@ TEST_F(Plugins, LoadsTellsAndUnloads) {
     const std::vector<std::string> log = TakeLogLines();
     EXPECT_EQ(std::count(log.begin(), log.end(), "guest stops"), 1) << "a last line without its end";
 
-    EXPECT_NE(Load(guest), id);
+    EXPECT_NE(Load(Guest), id);
     EXPECT_EQ(XPLMGetDatai(starts), 1) << "globals are fresh, and the old handle has revived";
 }
 
 TEST_F(Plugins, ErrorsSayWhatIsWrong) {
-    EXPECT_TRUE(Holds(LoadError(folder + "/absent.xpl"), "absent.xpl"));
-    EXPECT_TRUE(Holds(LoadError(folder + "/unresolved.xpl"), "XPLMCallOfAnotherAge"));
-    EXPECT_TRUE(Holds(LoadError(folder + "/incomplete.xpl"),
+    EXPECT_TRUE(Holds(LoadError(Folder + "/absent.xpl"), "absent.xpl"));
+    EXPECT_TRUE(Holds(LoadError(Folder + "/unresolved.xpl"), "XPLMCallOfAnotherAge"));
+    EXPECT_TRUE(Holds(LoadError(Folder + "/incomplete.xpl"),
                       "XPluginStop, XPluginEnable, XPluginDisable, XPluginReceiveMessage"));
     EXPECT_TRUE(Holds(LoadError("/" + std::string(300, 'x') + "/lin.xpl"), "too long"));
-    EXPECT_TRUE(Holds(LoadError(guest, refuseStart), "Guest refused to start"));
+    EXPECT_TRUE(Holds(LoadError(Guest, RefuseStart), "Guest refused to start"));
     // What it had registered before it refused is gone with it.
     StepFrame(0.02);
     EXPECT_EQ(XPLMIsDataRefGood(XPLMFindDataRef("guest/starts")), 0);
@@ -112,7 +112,7 @@ TEST_F(Plugins, ErrorsSayWhatIsWrong) {
 }
 
 TEST_F(Plugins, DisabledMeansNoCallbacks) {
-    const XPLMPluginID id = Load(guest, refuseEnable);
+    const XPLMPluginID id = Load(Guest, RefuseEnable);
     EXPECT_EQ(XPLMIsPluginEnabled(id), 0);
     StepFrame(0.02);
     XPLMSendMessageToPlugin(id, 4711, nullptr);
@@ -129,7 +129,7 @@ TEST_F(Plugins, DisabledMeansNoCallbacks) {
 }
 
 TEST_F(Plugins, Messages) {
-    const XPLMPluginID id = Load(guest);
+    const XPLMPluginID id = Load(Guest);
     BroadcastMessage(XPLM_MSG_PLANE_LOADED, nullptr);
     EXPECT_EQ(GetNumber("guest/message"), XPLM_MSG_PLANE_LOADED);
     EXPECT_EQ(GetNumber("guest/sender"), XPLM_PLUGIN_XPLANE);
@@ -144,7 +144,7 @@ TEST_F(Plugins, Messages) {
 }
 
 TEST_F(Plugins, WhatIsLeftBehindIsNamedAndNeverCalledAgain) {
-    UnloadPlugin(Load(guest, leaveBehind));
+    UnloadPlugin(Load(Guest, LeaveBehind));
     const std::string errors = Joined(LastLeftBehind().errors);
     EXPECT_EQ(LastLeftBehind().errors.size(), 7u) << errors;
     EXPECT_TRUE(Holds(errors, "flight loop guest.xpl+0x")) << errors;
@@ -155,14 +155,14 @@ TEST_F(Plugins, WhatIsLeftBehindIsNamedAndNeverCalledAgain) {
     EXPECT_EQ(GetNumber("guest/starts"), 0);
 
     // A library that cannot be unloaded is a note.
-    UnloadPlugin(Load(folder + "/resident.xpl"));
+    UnloadPlugin(Load(Folder + "/resident.xpl"));
     EXPECT_TRUE(Holds(Joined(LastLeftBehind().notes), "stayed in memory"));
     UnloadPlugin(12345);
     EXPECT_TRUE(LastLeftBehind().notes.empty());
 }
 
 TEST_F(Plugins, ANameWithoutAnEndIsCut) {
-    EXPECT_EQ(PluginName(Load(guest, longName)), std::string(255, 'n'));
+    EXPECT_EQ(PluginName(Load(Guest, LongName)), std::string(255, 'n'));
 }
 
 int ReadNothing(void *) {

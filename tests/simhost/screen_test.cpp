@@ -25,7 +25,7 @@ using namespace simhost;
 namespace {
 
 // The painter's modes, as in plugins/painter.c.
-enum { changeEverything = 1, pushAndPop = 2, neverEnd = 4, causeError = 8, changeOutsideFrames = 16 };
+enum { ChangeEverything = 1, PushAndPop = 2, NeverEnd = 4, CauseError = 8, ChangeOutsideFrames = 16 };
 
 struct Pixel {
     int red, green, blue;
@@ -124,7 +124,7 @@ TEST_F(Screen, ShowsWhatAPlugInDraws) {
 }
 
 TEST_F(Screen, KeepsCallbacksFromSpoilingEachOther) {
-    for (int mode : {changeEverything, pushAndPop, neverEnd, causeError, changeOutsideFrames}) {
+    for (int mode : {ChangeEverything, PushAndPop, NeverEnd, CauseError, ChangeOutsideFrames}) {
         SCOPED_TRACE(mode);
         ResetSimulator();
         SetScreenSize(200, 100);
@@ -134,7 +134,7 @@ TEST_F(Screen, KeepsCallbacksFromSpoilingEachOther) {
         const Picture picture = Draw();
         ExpectPainted(picture);
         const std::size_t mistakes = CountLogLines("Painter: ");
-        EXPECT_EQ(mistakes, mode == pushAndPop ? 2u : mode == neverEnd || mode == causeError ? 1u : 0u);
+        EXPECT_EQ(mistakes, mode == PushAndPop ? 2u : mode == NeverEnd || mode == CauseError ? 1u : 0u);
         UnloadPlugin(painter);
         const Picture empty = Draw();
         EXPECT_TRUE(Same(picture, empty, 100, 0, 200, 100)) << "the background too";
@@ -142,7 +142,7 @@ TEST_F(Screen, KeepsCallbacksFromSpoilingEachOther) {
 }
 
 TEST_F(Screen, GivesOrdinaryFramesTheSameState) {
-    LoadPainter(changeEverything);
+    LoadPainter(ChangeEverything);
     StepFrame(0.02);
     EXPECT_EQ(GetNumber("test/seen", 0), 200) << "the viewport is the screen's";
     EXPECT_EQ(GetNumber("test/seen", 6), 1) << "there is something to draw on";

@@ -45,7 +45,7 @@ TEST_F(Input, ThePressGoesDownToTheOneThatTakesIt) {
         << "wherever the cursor is, and in every frame";
     below.answer = 0;
     PressMouse(75, 75, MouseButton::Left);
-    EXPECT_TRUE(IsMouseHeld());
+    EXPECT_TRUE(isMouseHeld());
     above.answer = below.answer = 1;
     DragMouse(80, 80);
     ReleaseMouse(80, 80);
