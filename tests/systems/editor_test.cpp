@@ -398,7 +398,7 @@ TEST_F(RandomEditing, KeepsTheModelWholeAndIsUndoneToTheFirstByte) {
     Load(RandomModel(3).Text() + RandomModel(11).Text());
     const std::string first = Saved();
     int done = 0;
-    for (int i = 0; done < 10000 && i < 100000 && !hasFailure(); i++) {
+    for (int i = 0; done < 10000 && i < 100000 && !HasFailure(); i++) {
         SCOPED_TRACE(i);
         const BlockPlace at = Place();
         const unsigned changes = modelChangeCount;

@@ -47,7 +47,7 @@ TEST_F(EditorWindow, ZonesStandApartOnEveryScreen) {
     isEditorShown = true;
     for (const auto &[width, height] : {std::pair{1280, 800}, {1366, 900}, {1920, 1080}, {3840, 2160}}) {
         simhost::SetScreenSize(width, height);
-        for (int i = 0; i < 60 && !hasFailure(); i++) {
+        for (int i = 0; i < 60 && !HasFailure(); i++) {
             SCOPED_TRACE(std::to_string(width) + " " + std::to_string(i));
             const auto system = static_cast<int>(random.Below(6));
             SelectPlace({system, static_cast<int>(random.Below(5)), static_cast<int>(random.Below(7))});

@@ -203,14 +203,14 @@ protected:
 };
 
 TEST_F(Program, AgreesWithTheReferenceOnRandomModels) {
-    for (unsigned seed = 1; seed <= Models && !hasFailure(); seed++) {
+    for (unsigned seed = 1; seed <= Models && !HasFailure(); seed++) {
         RandomModel random(seed);
         const std::string text = random.Text();
         LoadModel(text);
         const std::vector<FlightStep> steps = PlanFlight(random);
         const std::vector<Seen> reference = Fly(steps, true);
         const std::vector<Seen> program = Fly(steps, false);
-        for (size_t frame = 0; frame < steps.size() && !hasFailure(); frame++) {
+        for (size_t frame = 0; frame < steps.size() && !HasFailure(); frame++) {
             SCOPED_TRACE("seed " + int2string(static_cast<int>(seed)) + ", frame "
                          + int2string(static_cast<int>(frame)) + ", heard \"" + steps[frame].heard + "\"\n"
                          + text);

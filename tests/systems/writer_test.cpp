@@ -242,7 +242,7 @@ protected:
 };
 
 TEST_F(RandomWriter, ModelsComeBackEqual) {
-    for (unsigned seed = 1; seed <= 80 && !hasFailure(); seed++) {
+    for (unsigned seed = 1; seed <= 80 && !HasFailure(); seed++) {
         SCOPED_TRACE(seed);
         const auto lines = LoadAfresh(RandomModel(seed).Text());
         EXPECT_EQ(CountLines(lines, {"line dropped"}), 0) << "all of it is good";
@@ -259,7 +259,7 @@ TEST_F(RandomWriter, ModelsComeBackEqual) {
 // understood again.
 TEST_F(RandomWriter, FilesWithMistakesLoseNoLine) {
     int saved = 0, droppedLines = 0;
-    for (unsigned seed = 1; seed <= 300 && !hasFailure(); seed++) {
+    for (unsigned seed = 1; seed <= 300 && !HasFailure(); seed++) {
         SCOPED_TRACE(seed);
         RandomModel random(seed);
         const auto lines = LoadAfresh(random.WithMistakes(random.Text()));
