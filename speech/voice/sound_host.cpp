@@ -53,9 +53,10 @@ private:
         while (isInputOpen) {
             pollfd handles[] = {{handle, POLLIN, 0}, {STDIN_FILENO, 0, 0}};
             if (poll(handles, 2, -1) < 0 && errno == EINTR) continue;
-            if (handles[0].revents != 0) return true;
+            // Also before a block that has come meanwhile, so that a host sees one end alone.
             isInputOpen = handles[1].revents == 0;
             if (!isInputOpen) return false;
+            if (handles[0].revents != 0) return true;
         }
         return true;
     }
