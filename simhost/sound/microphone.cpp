@@ -20,8 +20,6 @@
 
 #include "speech/voice/wav_file.h"
 
-extern char **environ;
-
 namespace simhost {
 
 namespace {
@@ -127,7 +125,8 @@ bool Synthesise(const std::string &text, const PilotsVoice &voice, const std::st
 bool SpeakIntoMicrophone(const std::string &text, const PilotsVoice &voice, const std::string &program,
                          const std::string &folder, double &seconds, std::string &error) {
     Samples sound;
-    if (text.ends_with(".wav")) {
+    const bool isRecording = text.ends_with(".wav");
+    if (isRecording) {
         if (!fennic_voice::ReadWavFile(text, sound, error)) return false;
     } else {
         Samples &known =
@@ -136,7 +135,8 @@ bool SpeakIntoMicrophone(const std::string &text, const PilotsVoice &voice, cons
         sound = known;
     }
     seconds = static_cast<double>(sound.size()) / SOUND_RATE;
-    if (!sound.empty()) microphone.waiting.push_back({text, std::move(sound)});
+    const std::string told = isRecording ? text.substr(text.rfind('/') + 1) : text;
+    if (!sound.empty()) microphone.waiting.push_back({told, std::move(sound)});
     return true;
 }
 
