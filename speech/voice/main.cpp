@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "speech/voice/check.h"
 #include "speech/voice/recognise_files.h"
 #include "speech/voice/server.h"
 
@@ -19,11 +20,12 @@ const char *const Usage =
     "                                                    on the standard input and output\n"
     "       fennic-voice --recognise CONTEXT.txt [--expected FILE] [--scores] WAV...\n"
     "                                                    print what is understood in each recording\n"
+    "       fennic-voice --check [CONTEXT.txt]           try everything once, and tell what works\n"
     "       fennic-voice --devices                       list microphones and loudspeakers\n"
     "\n"
     "  --microphone NAME    a device, or a part of its name; or a WAV file, heard from each CmdRecStart on\n"
     "  --loudspeaker NAME   a device, or a part of its name; or a WAV file to be written\n"
-    "  --settings FILE      instead of settings.txt beside the program's folder\n"
+    "  --settings FILE      instead of settings.txt and user_settings.txt beside the program's folder\n"
     "  --model FOLDER       of the recognition, instead of model/ beside the program's folder\n"
     "  --child              end as soon as the input ends\n"
     "\n"
@@ -32,7 +34,7 @@ const char *const Usage =
 struct CommandLine {
     std::string microphone, loudspeaker, settings, model, context, expected;
     std::vector<std::string> recordings;
-    bool isChild = false, wantsDevices = false, wantsScores = false, wantsHelp = false;
+    bool isChild = false, wantsDevices = false, wantsCheck = false, wantsScores = false, wantsHelp = false;
 };
 
 // False, with a line, when it is none.
@@ -44,6 +46,7 @@ bool Read(int count, char **words, CommandLine &line) {
     };
     const std::pair<const char *, bool *> flags[] = {{"--child", &line.isChild},
                                                      {"--devices", &line.wantsDevices},
+                                                     {"--check", &line.wantsCheck},
                                                      {"--scores", &line.wantsScores},
                                                      {"--help", &line.wantsHelp}};
     for (int i = 1; i < count; i++) {
@@ -57,7 +60,7 @@ bool Read(int count, char **words, CommandLine &line) {
         for (const auto &[name, flag] : flags)
             if (word == name) *flag = isKnown = true;
         if (isKnown) continue;
-        if (word.starts_with("--") || line.context.empty()) {
+        if (word.starts_with("--") || (line.context.empty() && !line.wantsCheck)) {
             std::fprintf(stderr, "fennic-voice: no option %s, or nothing behind it\n%s", word.c_str(), Usage);
             return false;
         }
@@ -66,8 +69,10 @@ bool Read(int count, char **words, CommandLine &line) {
     return true;
 }
 
+// A recording, or a pipe from which one comes or to which one goes.
 bool isWavFile(const std::string &name) {
-    return name.ends_with(".wav") || name.ends_with(".WAV");
+    std::error_code ignored;
+    return name.ends_with(".wav") || name.ends_with(".WAV") || std::filesystem::is_fifo(name, ignored);
 }
 
 // A host that gives the sound says so in the environment, since the companion starts us.
@@ -79,14 +84,16 @@ std::unique_ptr<Sound> OpenSound(const Settings &settings, std::string &error) {
     return OpenDevices(settings.microphone, settings.loudspeaker);
 }
 
-int Serve(const Settings &settings, bool isChild) {
+// The server, or a check of all that it needs.
+int Work(const Settings &settings, const CommandLine &line) {
     std::string error;
     const std::unique_ptr<Sound> sound = OpenSound(settings, error);
     if (!sound) {
         std::fprintf(stderr, "fennic-voice: no sound: %s\n", error.c_str());
         return 1;
     }
-    return RunServer(*sound, settings, isChild);
+    if (!line.wantsCheck) return RunServer(*sound, settings, line.isChild);
+    return CheckAll(*sound, !sound->isWaiting(), settings, line.recordings.empty() ? "" : line.recordings[0]);
 }
 
 int ListDevices() {
@@ -108,11 +115,17 @@ int main(int count, char **words) {
     if (line.wantsDevices) return ListDevices();
 
     std::error_code ignored;
-    const std::filesystem::path home =
-        std::filesystem::canonical(words[0], ignored).parent_path().parent_path();
+    std::filesystem::path program = std::filesystem::canonical("/proc/self/exe", ignored);
+    if (program.empty()) program = std::filesystem::canonical(words[0], ignored);
+    const std::filesystem::path home = program.parent_path().parent_path();
     Settings settings;
-    settings.modelFolder = home / "model";
-    ReadSettings(line.settings.empty() ? (home / "settings.txt").string() : line.settings, settings);
+    settings.modelFolder = (home / "model").string();
+    if (!line.settings.empty()) {
+        ReadSettings(line.settings, settings);
+    } else {
+        for (const char *name : {"settings.txt", "user_settings.txt"}) // the pilot's own come last
+            ReadSettings((home / name).string(), settings);
+    }
     for (const char *name : {"pronunciations.txt", "user_pronunciations.txt"})
         if (std::filesystem::exists(home / name)) settings.pronunciations.push_back(home / name);
     if (!line.model.empty()) settings.modelFolder = line.model;
@@ -120,5 +133,5 @@ int main(int count, char **words) {
     if (!line.loudspeaker.empty()) settings.loudspeaker = line.loudspeaker;
     if (!line.context.empty())
         return RecogniseFiles(settings, line.context, line.expected, line.recordings, line.wantsScores);
-    return Serve(settings, line.isChild);
+    return Work(settings, line);
 }

@@ -19,7 +19,12 @@ namespace fennic_voice {
 
 namespace {
 
-const int LongestMilliseconds = 20000;
+const int LongestMilliseconds = 10000;
+#ifdef MSG_NOSIGNAL
+const int NoSignal = MSG_NOSIGNAL;
+#else
+const int NoSignal = 0; // there the socket is told
+#endif
 const size_t LongestOutput = size_t{200} << 20;
 
 struct Program {
@@ -34,12 +39,17 @@ void Close(int &handle) {
 
 bool Start(const std::string &line, Program &program) {
     int input[2], output[2];
-    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, input) != 0) return false;
-    if (pipe2(output, O_CLOEXEC) != 0) {
+    if (socketpair(AF_UNIX, SOCK_STREAM, 0, input) != 0) return false;
+    if (pipe(output) != 0) {
         close(input[0]);
         close(input[1]);
         return false;
     }
+#ifdef SO_NOSIGPIPE
+    const int on = 1;
+    setsockopt(input[0], SOL_SOCKET, SO_NOSIGPIPE, &on, sizeof on);
+#endif
+    for (int handle : {input[0], input[1], output[0], output[1]}) fcntl(handle, F_SETFD, FD_CLOEXEC);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, input[1], STDIN_FILENO);
@@ -71,7 +81,7 @@ bool Exchange(Program &program, const std::string &input, std::string &output) {
         if (left <= 0 || poll(handles, program.input >= 0 ? 2 : 1, static_cast<int>(left)) == 0) return false;
         if (handles[1].revents != 0 && program.input >= 0) {
             const ssize_t count =
-                send(program.input, input.data() + written, input.size() - written, MSG_NOSIGNAL);
+                send(program.input, input.data() + written, input.size() - written, NoSignal);
             if (count > 0) written += static_cast<size_t>(count);
             if ((count < 0 && errno != EAGAIN && errno != EINTR) || written == input.size())
                 Close(program.input);
@@ -103,7 +113,10 @@ bool RunCommand(const std::string &line, const std::string &input, std::string &
     int status = 0;
     while (waitpid(program.id, &status, 0) < 0 && errno == EINTR) continue;
     const bool isGood = isWhole && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-    if (!isGood) error = isWhole ? "the command failed: " + line : "the command took too long: " + line;
+    if (!isWhole)
+        error = "took too long";
+    else if (!isGood)
+        error = WIFEXITED(status) ? "ended with status " + std::to_string(WEXITSTATUS(status)) : "was ended";
     return isGood;
 }
 

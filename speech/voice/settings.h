@@ -1,15 +1,18 @@
 // What the pilot can choose, from a text file of lines "key=value".
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
 namespace fennic_voice {
 
 struct Settings {
-    std::string microphone, loudspeaker;     // names of devices or parts of them; empty: the system's choice
-    std::string womansCommand, mansCommand;  // programs that speak; empty: the built-in voices
-    std::string modelFolder;                 // of the recognition
+    std::string microphone, loudspeaker; // names of devices or parts of them; empty: the system's choice
+    std::map<std::string, std::string>
+        voices;                    // programs that speak, by a voice's name in lower case, or w or m
+    bool hearsAbortAlways = false; // also while the button is not held
+    std::string modelFolder;       // of the recognition
     std::vector<std::string> pronunciations; // files
 };
 

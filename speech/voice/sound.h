@@ -17,10 +17,16 @@ public:
     virtual ~Sound() = default;
 
     // The next block of what the microphone hears. Waits for it, and so is the clock of all that is done
-    // here. False when there will be none any more.
+    // here; where none comes in time, the block is empty. False when there will be none any more.
     virtual bool Read(Samples &block) = 0;
 
-    // What the loudspeaker is to play meanwhile, as long as the block read before.
+    // How much the loudspeaker wants to have now, after so much was read.
+    virtual size_t Wanted(size_t read) const { return read; }
+
+    // False when it need not be given silence where nothing is said.
+    virtual bool wantsSilence() const { return true; }
+
+    // What the loudspeaker is to play next.
     virtual void Write(const Samples &block) = 0;
 
     // True when time stands still between two blocks, so that work may take as long as it takes.
@@ -29,14 +35,15 @@ public:
     // True while the microphone's sound that belongs to a press of the button is not all read yet.
     virtual bool hasMore() const { return false; }
 
-    // False while there is no microphone.
-    virtual bool hasMicrophone() const { return true; }
-
     // The button was pressed: a recording begins.
     virtual void Listen() {}
 
-    // What has changed, one line for the log each: "reco 0 no microphone" and the like.
-    virtual std::vector<std::string> TakeNews() { return {}; }
+    // Whether nobody speaks or listens, so that devices may be looked for, which interrupts those there are.
+    virtual void SetIdle(bool) {}
+
+    // Why there is no microphone or no loudspeaker; empty while there is one.
+    virtual std::string MicrophoneTrouble() const { return {}; }
+    virtual std::string LoudspeakerTrouble() const { return {}; }
 };
 
 // A host on a local socket that sends blocks, each behind its number of samples (32 bits, little-endian),
@@ -48,8 +55,8 @@ std::unique_ptr<Sound> ConnectToHost(const std::string &socketPath, std::string 
 std::unique_ptr<Sound> OpenSoundFiles(const std::string &microphone, const std::string &loudspeaker,
                                       std::string &error);
 
-// The system's devices, by name or a part of it; empty: the system's choice. Those that are missing or
-// vanish are looked for again every few seconds.
+// The system's devices, by name or a part of it, capitals or not; empty: the system's choice. Those that are
+// missing or vanish are looked for again, after a second and then less and less often, at last once a minute.
 std::unique_ptr<Sound> OpenDevices(const std::string &microphone, const std::string &loudspeaker);
 
 // Names of the devices there are.

@@ -1,20 +1,24 @@
 // The system's devices through PortAudio: the one library of its kind that Debian keeps for all three
-// systems, with sound of our own rate wherever the system converts. Its callbacks run in threads of its own;
-// all they do is to fill and empty two rings.
+// systems. Its callbacks run in threads of its own; all they do is to fill and empty two rings.
 //
-// The clock of this program is the microphone. Where there is none, it is the system's.
+// The clock of this program is the microphone. Where none gives sound, it is the system's.
 #include <algorithm>
 #include <atomic>
+#include <cctype>
 #include <chrono>
 #include <cstring>
+#include <fcntl.h>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 
 #ifdef __linux__
 #include <dlfcn.h>
 #endif
+#include <pa_debugprint.h>
 #include <portaudio.h>
 
+#include "speech/voice/resampler.h"
 #include "speech/voice/sound.h"
 
 namespace fennic_voice {
@@ -22,205 +26,374 @@ namespace fennic_voice {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-const std::chrono::seconds LookAgainAfter{3};
-const std::chrono::milliseconds LongestSilence{500}; // a microphone that gives nothing for so long is gone
-const size_t RingSize = size_t{1} << 15;             // samples, two seconds; a power of two
+const std::chrono::seconds ShortestDelay{1}, LongestDelay{60}; // before a device is opened again
+const std::chrono::seconds HealthyAfter{10};                   // of work that end the growing of the delay
+const std::chrono::seconds LongestSilence{4}; // a device that moves nothing for so long is gone
+const std::chrono::milliseconds BlockTime{1000 * BlockSize / SampleRate}, LongestWait{3 * BlockTime};
+const size_t RingSize = size_t{1} << 16; // samples, more than a second at 48 kHz; a power of two
+const double SecondsAhead = 0.08;        // of sound that the loudspeaker is given
 
 // One writer, one reader, never waiting.
 class Ring {
 public:
-    void Put(const int16_t *samples, size_t count) {
+    // Put and Take move what there is room or sound for; the number of samples that were taken.
+    void Put(const int16_t *samples, size_t count, size_t stride = 1) {
         const size_t begin = written.load(std::memory_order_relaxed),
                      free = RingSize - (begin - taken.load(std::memory_order_acquire));
         count = std::min(count, free);
-        for (size_t i = 0; i < count; i++) ring[(begin + i) % RingSize] = samples[i];
+        for (size_t i = 0; i < count; i++) ring[(begin + i) % RingSize] = samples[i * stride];
         written.store(begin + count, std::memory_order_release);
     }
-    size_t Take(int16_t *samples, size_t count) {
+    size_t Take(int16_t *samples, size_t count, size_t stride = 1) {
         const size_t begin = taken.load(std::memory_order_relaxed);
         count = std::min(count, written.load(std::memory_order_acquire) - begin);
-        for (size_t i = 0; i < count; i++) samples[i] = ring[(begin + i) % RingSize];
+        for (size_t i = 0; i < count; i++)
+            for (size_t channel = 0; channel < stride; channel++)
+                samples[i * stride + channel] = ring[(begin + i) % RingSize];
         taken.store(begin + count, std::memory_order_release);
         return count;
     }
     size_t Size() const {
         return written.load(std::memory_order_acquire) - taken.load(std::memory_order_acquire);
     }
+    void Clear() { taken = written.load(); } // while neither end is in use
 
 private:
     int16_t ring[RingSize] = {};
     std::atomic<size_t> written{0}, taken{0};
 };
 
+// What a callback has to know.
+struct Ends {
+    Ring ring;
+    size_t channels = 1;
+    std::atomic<size_t> moved{0}; // samples that the device has given or taken
+};
+
+// Of several channels the first is heard.
 int TakeSound(const void *input, void *, unsigned long count, const PaStreamCallbackTimeInfo *,
-              PaStreamCallbackFlags, void *ring) {
-    static_cast<Ring *>(ring)->Put(static_cast<const int16_t *>(input), count);
+              PaStreamCallbackFlags, void *data) {
+    Ends &ends = *static_cast<Ends *>(data);
+    if (input) ends.ring.Put(static_cast<const int16_t *>(input), count, ends.channels);
+    ends.moved += count;
     return paContinue;
 }
 
 int GiveSound(const void *, void *output, unsigned long count, const PaStreamCallbackTimeInfo *,
-              PaStreamCallbackFlags, void *ring) {
+              PaStreamCallbackFlags, void *data) {
+    Ends &ends = *static_cast<Ends *>(data);
     auto *const samples = static_cast<int16_t *>(output);
-    const size_t taken = static_cast<Ring *>(ring)->Take(samples, count);
-    std::memset(samples + taken, 0, (count - taken) * sizeof(int16_t));
+    const size_t taken = ends.ring.Take(samples, count, ends.channels);
+    std::memset(samples + taken * ends.channels, 0, (count - taken) * ends.channels * sizeof(int16_t));
+    ends.moved += count;
     return paContinue;
-}
-
-int ChannelsOf(const PaDeviceInfo &device, bool isInput) {
-    return isInput ? device.maxInputChannels : device.maxOutputChannels;
 }
 
 #ifdef __linux__
 void Ignore(const char *, int, const char *, int, const char *, ...) {}
 #endif
+void IgnoreLine(const char *) {} // PortAudio tells of each call that failed: what follows from it, we tell
 
-// On Linux the system's library writes a line to the standard error for each kind of device that is not
-// there.
-void SilenceSystem() {
+// While it lives, what the system's libraries write to the standard error goes nowhere: they tell there of
+// each kind of device that is not there.
+class Hush {
+public:
+    Hush() {
+        PaUtil_SetDebugPrintFunction(IgnoreLine);
 #ifdef __linux__
-    void *const library = dlopen("libasound.so.2", RTLD_NOW);
-    void *const function = library ? dlsym(library, "snd_lib_error_set_handler") : nullptr;
-    if (function) reinterpret_cast<int (*)(decltype(&Ignore))>(function)(Ignore);
+        void *const library = dlopen("libasound.so.2", RTLD_NOW);
+        void *const function = library ? dlsym(library, "snd_lib_error_set_handler") : nullptr;
+        if (function) reinterpret_cast<int (*)(decltype(&Ignore))>(function)(Ignore);
 #endif
+        const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+        dup2(nowhere, STDERR_FILENO);
+        close(nowhere);
+    }
+    ~Hush() {
+        dup2(kept, STDERR_FILENO);
+        close(kept);
+    }
+    Hush(const Hush &) = delete;
+    Hush &operator=(const Hush &) = delete;
+
+private:
+    const int kept = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3);
+};
+
+int ChannelsOf(const PaDeviceInfo &device, bool isInput) {
+    return isInput ? device.maxInputChannels : device.maxOutputChannels;
 }
 
-bool StartLibrary() {
-    SilenceSystem();
-    return Pa_Initialize() == paNoError;
+std::string Lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
 }
 
 PaDeviceIndex FindDevice(const std::string &name, bool isInput) {
     if (name.empty()) return isInput ? Pa_GetDefaultInputDevice() : Pa_GetDefaultOutputDevice();
     for (PaDeviceIndex i = 0; i < Pa_GetDeviceCount(); i++) {
         const PaDeviceInfo *const device = Pa_GetDeviceInfo(i);
-        if (ChannelsOf(*device, isInput) > 0 && std::strstr(device->name, name.c_str())) return i;
+        if (ChannelsOf(*device, isInput) > 0 && Lower(device->name).find(Lower(name)) != std::string::npos)
+            return i;
     }
     return paNoDevice;
 }
 
-std::vector<std::string> DeviceNames(bool isInput) {
+std::vector<std::string> NamesOfOpened(bool isInput) {
     std::vector<std::string> names;
-    if (!StartLibrary()) return names;
     for (PaDeviceIndex i = 0; i < Pa_GetDeviceCount(); i++)
         if (ChannelsOf(*Pa_GetDeviceInfo(i), isInput) > 0) names.emplace_back(Pa_GetDeviceInfo(i)->name);
+    return names;
+}
+
+std::vector<std::string> DeviceNames(bool isInput) {
+    const Hush hush;
+    if (Pa_Initialize() != paNoError) return {};
+    std::vector<std::string> names = NamesOfOpened(isInput);
     Pa_Terminate();
     return names;
 }
 
 // One direction: a device, its stream and the ring between its thread and ours.
-struct Line {
-    Line(bool isInput, std::string wanted, const char *missing)
-        : isInput(isInput), wanted(std::move(wanted)), missing(missing) {}
+class Line {
+public:
+    Line(bool isInput, std::string wanted) : isInput(isInput), wanted(std::move(wanted)) {}
 
+    // Both keep the reason of a failure.
+    bool Open();
+    void Close();
+
+    // Closes a device that is gone or has fallen silent.
+    void Watch();
+
+    bool isOpen() const { return stream != nullptr; }
+    bool isDue() const { return !stream && Clock::now() >= openAt; }
+    void Fail(const std::string &reason); // to be tried again later
+    const std::string &Trouble() const { return trouble; }
+
+    // Our samples, from the microphone or for the loudspeaker.
+    void TakeAll(Samples &samples);
+    void Give(const Samples &samples);
+    void Drain() const; // waits until what was given is heard
+    double SecondsWaiting() const { return static_cast<double>(ends.ring.Size()) / rate; }
+
+private:
     const bool isInput;
     const std::string wanted;
-    const char *const missing; // the news when there is none
-    Ring ring;
+    Ends ends;
     PaStream *stream = nullptr;
-    bool wasThere = true; // so that the first failure is news
+    double rate = SampleRate; // the device's
+    Resampler resampler{SampleRate, SampleRate};
+    std::string trouble;
+    Clock::time_point openAt{}, openedAt{}, movedAt{};
+    std::chrono::seconds delay = ShortestDelay;
+    size_t lastMoved = 0;
 
-    bool Open(std::string &reason);
-    void Close() {
-        if (stream) Pa_CloseStream(stream);
-        stream = nullptr;
-    }
-    bool isActive() const { return stream && Pa_IsStreamActive(stream) == 1; }
+    PaError OpenAs(PaDeviceIndex index, double deviceRate, int channels);
 };
 
-bool Line::Open(std::string &reason) {
+PaError Line::OpenAs(PaDeviceIndex index, double deviceRate, int channels) {
+    const PaDeviceInfo &device = *Pa_GetDeviceInfo(index);
     PaStreamParameters parameters = {};
-    parameters.device = FindDevice(wanted, isInput);
-    if (parameters.device == paNoDevice) {
-        reason = wanted.empty() ? "there is none" : "there is none named " + wanted;
+    parameters.device = index;
+    parameters.channelCount = channels;
+    parameters.sampleFormat = paInt16;
+    parameters.suggestedLatency = isInput ? device.defaultLowInputLatency : device.defaultLowOutputLatency;
+    ends.channels = static_cast<size_t>(channels);
+    ends.ring.Clear();
+    PaError result =
+        Pa_OpenStream(&stream, isInput ? &parameters : nullptr, isInput ? nullptr : &parameters, deviceRate,
+                      paFramesPerBufferUnspecified, paNoFlag, isInput ? TakeSound : GiveSound, &ends);
+    if (result == paNoError) {
+        result = Pa_StartStream(stream);
+        if (result != paNoError) Pa_CloseStream(stream);
+    }
+    if (result != paNoError) {
+        stream = nullptr;
+        return result;
+    }
+    rate = deviceRate;
+    const auto whole = static_cast<unsigned>(deviceRate);
+    resampler = isInput ? Resampler(whole, SampleRate) : Resampler(SampleRate, whole);
+    return result;
+}
+
+// Most systems convert; a device that is named itself may have but one rate, and two channels.
+bool Line::Open() {
+    const PaDeviceIndex index = FindDevice(wanted, isInput);
+    if (index == paNoDevice) {
+        std::string reason = "there is none";
+        if (!wanted.empty()) {
+            reason += " named \"" + wanted + "\", but";
+            for (const std::string &name : NamesOfOpened(isInput)) reason += " \"" + name + "\"";
+            if (reason.back() == 't') reason += " none at all";
+        }
+        Fail(reason);
         return false;
     }
-    parameters.channelCount = 1;
-    parameters.sampleFormat = paInt16;
-    const PaDeviceInfo *const device = Pa_GetDeviceInfo(parameters.device);
-    parameters.suggestedLatency = isInput ? device->defaultLowInputLatency : device->defaultLowOutputLatency;
-    PaError result = Pa_OpenStream(&stream, isInput ? &parameters : nullptr, isInput ? nullptr : &parameters,
-                                   SampleRate, BlockSize, paNoFlag, isInput ? TakeSound : GiveSound, &ring);
-    if (result == paNoError) result = Pa_StartStream(stream);
-    if (result == paNoError) return true;
-    reason = std::string(device->name) + ": " + Pa_GetErrorText(result);
-    Close();
+    const PaDeviceInfo &device = *Pa_GetDeviceInfo(index);
+    const double rates[] = {SampleRate, device.defaultSampleRate, 48000.0, 44100.0};
+    PaError result = paNoError;
+    for (const double deviceRate : rates)
+        for (int channels = 1; channels <= std::min(2, ChannelsOf(device, isInput)); channels++) {
+            result = OpenAs(index, deviceRate, channels);
+            if (result == paNoError) {
+                trouble.clear();
+                openedAt = movedAt = Clock::now();
+                lastMoved = ends.moved;
+                return true;
+            }
+            if (result == paDeviceUnavailable) break; // in use: no other rate helps
+        }
+    const PaHostErrorInfo &host = *Pa_GetLastHostErrorInfo();
+    Fail(std::string(device.name) + ": " + Pa_GetErrorText(result)
+         + (result == paUnanticipatedHostError && host.errorText ? std::string(": ") + host.errorText : ""));
     return false;
+}
+
+void Line::Close() {
+    const Hush hush;
+    if (stream) Pa_AbortStream(stream);
+    if (stream) Pa_CloseStream(stream);
+    stream = nullptr;
+}
+
+void Line::Fail(const std::string &reason) {
+    if (openedAt != Clock::time_point() && Clock::now() - openedAt > HealthyAfter) delay = ShortestDelay;
+    openedAt = {};
+    trouble = reason;
+    openAt = Clock::now() + delay;
+    delay = std::min(delay * 2, LongestDelay);
+}
+
+void Line::Watch() {
+    if (!stream) return;
+    const Clock::time_point now = Clock::now();
+    const size_t moved = ends.moved;
+    if (moved != lastMoved) movedAt = now;
+    lastMoved = moved;
+    const bool isActive = Pa_IsStreamActive(stream) == 1;
+    if (isActive && now - movedAt < LongestSilence) return;
+    Close();
+    Fail(isActive ? "it has stopped to work" : "it is gone");
+}
+
+void Line::TakeAll(Samples &samples) {
+    int16_t part[1024];
+    while (const size_t count = ends.ring.Take(part, std::size(part)))
+        resampler.Add(std::span(part).first(count), samples);
+}
+
+void Line::Give(const Samples &samples) {
+    Samples converted;
+    resampler.Add(samples, converted);
+    ends.ring.Put(converted.data(), converted.size());
+}
+
+void Line::Drain() const {
+    if (!stream || SecondsWaiting() == 0.0) return;
+    const double seconds = std::min(SecondsWaiting() + Pa_GetStreamInfo(stream)->outputLatency, 0.4);
+    std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
 }
 
 class DeviceSound : public Sound {
 public:
     DeviceSound(const std::string &microphone, const std::string &loudspeaker)
-        : input(true, microphone, "reco 0 no microphone: "), output{false, loudspeaker,
-                                                                    "speech 0 no loudspeaker: "} {
-        Open();
+        : input(true, microphone), output(false, loudspeaker) {
+        StartAnew();
     }
     ~DeviceSound() override {
+        output.Drain();
         input.Close();
         output.Close();
-        if (isInitialised) Pa_Terminate();
+        const Hush hush;
+        if (hasLibrary) Pa_Terminate();
     }
 
     bool Read(Samples &block) override;
+    size_t Wanted(size_t read) const override;
     void Write(const Samples &block) override {
-        if (output.ring.Size() < RingSize / 8) output.ring.Put(block.data(), block.size());
+        if (output.isOpen()) output.Give(block);
     }
+    bool wantsSilence() const override { return false; }
     bool isWaiting() const override { return false; }
-    bool hasMicrophone() const override { return input.isActive(); }
-    std::vector<std::string> TakeNews() override { return std::exchange(news, {}); }
+    void SetIdle(bool value) override { isIdle = value; }
+    std::string MicrophoneTrouble() const override {
+        return input.isOpen() ? "" : "no microphone: " + input.Trouble();
+    }
+    std::string LoudspeakerTrouble() const override {
+        return output.isOpen() ? "" : "no loudspeaker: " + output.Trouble();
+    }
 
 private:
     Line input, output;
-    bool isInitialised = false;
-    Clock::time_point lookAgain, nextBlock = Clock::now();
-    std::vector<std::string> news;
+    bool hasLibrary = false, isIdle = true;
+    Clock::time_point nextBlock = Clock::now();
+    Samples heard; // by the microphone, not read yet
 
-    void Open();
-    void Tell(Line &line, bool isThere, const std::string &reason);
-    bool isWhole() const { return input.isActive() && output.isActive(); }
+    void StartAnew();
+    void LookAfterDevices();
 };
 
-void DeviceSound::Tell(Line &line, bool isThere, const std::string &reason) {
-    if (isThere == line.wasThere) return;
-    line.wasThere = isThere;
-    if (!isThere)
-        news.push_back(line.missing + reason);
-    else
-        news.emplace_back(line.isInput ? "reco 1 the microphone is there again"
-                                       : "speech 1 the loudspeaker is there again");
-}
-
 // The library lists the devices once, when it starts: to see new ones it is started anew.
-void DeviceSound::Open() {
+void DeviceSound::StartAnew() {
+    const bool wereOpen[] = {input.isOpen(), output.isOpen()};
     input.Close();
     output.Close();
-    if (isInitialised) Pa_Terminate();
-    isInitialised = StartLibrary();
-    for (Line *line : {&input, &output}) {
-        std::string reason = "the system gives no sound";
-        const bool isThere = isInitialised && line->Open(reason);
-        Tell(*line, isThere, reason);
+    const Hush hush;
+    if (hasLibrary) Pa_Terminate();
+    hasLibrary = Pa_Initialize() == paNoError;
+    Line *const lines[] = {&input, &output};
+    for (size_t i = 0; i < 2; i++) {
+        if (!wereOpen[i] && !lines[i]->isDue()) continue;
+        if (hasLibrary)
+            lines[i]->Open();
+        else
+            lines[i]->Fail("the system gives no sound");
     }
-    lookAgain = Clock::now() + LookAgainAfter;
+}
+
+void DeviceSound::LookAfterDevices() {
+    input.Watch();
+    output.Watch();
+    if (!isIdle) { // a device that the system still knows can be opened without disturbing the other
+        const Hush hush;
+        for (Line *line : {&input, &output})
+            if (hasLibrary && line->isDue()) line->Open();
+    } else if (input.isDue() || output.isDue()) {
+        StartAnew();
+    }
 }
 
 bool DeviceSound::Read(Samples &block) {
-    block.assign(BlockSize, 0);
-    if (!isWhole() && Clock::now() > lookAgain) Open();
-    const Clock::time_point end = Clock::now() + LongestSilence;
-    while (input.isActive() && input.ring.Size() < BlockSize && Clock::now() < end)
+    LookAfterDevices();
+    const Clock::time_point latest = std::max(nextBlock, Clock::now() - LongestWait) + LongestWait;
+    block.clear();
+    while (input.isOpen()) {
+        input.TakeAll(heard);
+        if (heard.size() >= BlockSize) {
+            block.assign(heard.begin(), heard.begin() + BlockSize);
+            heard.erase(heard.begin(), heard.begin() + BlockSize);
+            nextBlock = Clock::now();
+            return true;
+        }
+        if (Clock::now() >= latest) { // it may be late, and gives more at once then
+            nextBlock = Clock::now();
+            return true;
+        }
         std::this_thread::sleep_for(std::chrono::milliseconds(3));
-    if (input.ring.Size() >= BlockSize) {
-        input.ring.Take(block.data(), BlockSize);
-        nextBlock = Clock::now();
-        return true;
     }
-    if (input.isActive()) { // it says that it runs, and gives nothing
-        input.Close();
-        Tell(input, false, "it fell silent");
-    }
-    nextBlock += std::chrono::milliseconds(1000 * BlockSize / SampleRate);
+    block.assign(BlockSize, 0);
+    nextBlock = std::max(nextBlock + BlockTime, Clock::now() - LongestWait);
     std::this_thread::sleep_until(nextBlock);
     return true;
+}
+
+size_t DeviceSound::Wanted(size_t read) const {
+    if (!output.isOpen()) return input.isOpen() && read == 0 ? BlockSize : read;
+    const double missing = SecondsAhead - output.SecondsWaiting();
+    return missing > 0.0 ? static_cast<size_t>(missing * SampleRate) : 0;
 }
 
 } // namespace

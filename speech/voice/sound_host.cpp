@@ -3,6 +3,7 @@
 // noticed, too.
 #include <cerrno>
 #include <cstring>
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -33,7 +34,7 @@ public:
     void Write(const Samples &block) override {
         const char *next = reinterpret_cast<const char *>(block.data());
         for (size_t left = block.size() * sizeof(int16_t); left > 0;) {
-            const ssize_t count = send(handle, next, left, MSG_NOSIGNAL);
+            const ssize_t count = send(handle, next, left, 0);
             if (count < 0 && errno == EINTR) continue;
             if (count <= 0) return; // the next Read will tell
             next += count;
@@ -84,7 +85,8 @@ std::unique_ptr<Sound> ConnectToHost(const std::string &socketPath, std::string 
         return nullptr;
     }
     std::memcpy(address.sun_path, socketPath.c_str(), socketPath.size());
-    const int handle = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const int handle = socket(AF_UNIX, SOCK_STREAM, 0);
+    if (handle >= 0) fcntl(handle, F_SETFD, FD_CLOEXEC);
     if (handle >= 0 && connect(handle, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0)
         return std::make_unique<HostSound>(handle);
     error = std::strerror(errno);

@@ -8,7 +8,8 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
-#include <numbers>
+
+#include "speech/voice/resampler.h"
 
 namespace fennic_voice {
 
@@ -68,28 +69,6 @@ double Value(const std::string &data, size_t at, const Format &format) {
     return static_cast<int32_t>(raw) / 2147483648.0;
 }
 
-// By a sinc of 16 of the lower rate's samples to either side under a Hann window.
-Samples Resample(const Samples &samples, unsigned rate) {
-    if (rate == SampleRate) return samples;
-    const double step = static_cast<double>(rate) / SampleRate; // samples read for one made
-    const double cutoff = std::min(1.0, 1.0 / step);
-    const double reach = 16.0 / cutoff;
-    Samples made(static_cast<size_t>(static_cast<double>(samples.size()) / step));
-    for (size_t i = 0; i < made.size(); i++) {
-        const double centre = static_cast<double>(i) * step;
-        const auto first = static_cast<size_t>(std::max(0.0, std::ceil(centre - reach)));
-        const size_t end = std::min(samples.size(), static_cast<size_t>(centre + reach) + 1);
-        double sum = 0.0;
-        for (size_t k = first; k < end; k++) {
-            const double x = static_cast<double>(k) - centre, angle = std::numbers::pi * x * cutoff;
-            const double sinc = x == 0.0 ? 1.0 : std::sin(angle) / angle;
-            sum += samples[k] * cutoff * sinc * (0.5 + 0.5 * std::cos(std::numbers::pi * x / reach));
-        }
-        made[i] = static_cast<int16_t>(std::clamp(std::lround(sum), -32768L, 32767L));
-    }
-    return made;
-}
-
 } // namespace
 
 bool ReadWav(const std::string &bytes, Samples &samples, std::string &error) {
@@ -113,7 +92,10 @@ bool ReadWav(const std::string &bytes, Samples &samples, std::string &error) {
         all[i] =
             static_cast<int16_t>(std::clamp(std::lround(sum / format.channels * 32767.0), -32768L, 32767L));
     }
-    samples = Resample(all, format.rate);
+    samples.clear();
+    Resampler resampler(format.rate, SampleRate);
+    resampler.Add(all, samples);
+    resampler.Finish(samples);
     return true;
 }
 
