@@ -10,8 +10,10 @@
 #include <poll.h>
 #include <spawn.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 #include "voice/link_words.h"
 
@@ -23,6 +25,7 @@ namespace {
 
 const size_t LongestLine = 100000;
 const size_t LongestWaiting = size_t{256} * 1024;
+const size_t MostInAFrame = size_t{64} * 1024;
 const int EndMilliseconds = 500;
 
 void Close(int &handle) {
@@ -40,15 +43,23 @@ bool MakeQuiet(int handle) {
     return fcntl(handle, F_SETFL, O_NONBLOCK) == 0;
 }
 
-// Reads all there is; false when the other end is closed.
-bool ReadAll(int handle, LineBuffer &lines) {
+// Reads what there is; false when the other end is closed.
+bool ReadSome(int handle, LineBuffer &lines) {
     char buffer[4096];
-    while (true) {
+    for (size_t round = 0; round < MostInAFrame / sizeof buffer; round++) {
         const ssize_t count = read(handle, buffer, sizeof buffer);
         if (count > 0) lines.Add(buffer, static_cast<size_t>(count));
         if (count == 0) return false;
         if (count < 0 && errno != EINTR) return errno == EAGAIN || errno == EWOULDBLOCK;
     }
+    return true;
+}
+
+void MakeExecutable(const std::string &program) {
+    struct stat state = {};
+    if (access(program.c_str(), X_OK) == 0 || stat(program.c_str(), &state) != 0 || !S_ISREG(state.st_mode))
+        return;
+    chmod(program.c_str(), state.st_mode | S_IXUSR | S_IXGRP | S_IXOTH);
 }
 
 std::string DescribeEnd(int status) {
@@ -59,6 +70,7 @@ std::string DescribeEnd(int status) {
 } // namespace
 
 void LineBuffer::Add(const char *bytes, size_t count) {
+    text.erase(0, std::exchange(taken, 0));
     text.append(bytes, count);
     const size_t last = text.rfind('\n');
     const size_t begun = last == std::string::npos ? 0 : last + 1;
@@ -66,15 +78,21 @@ void LineBuffer::Add(const char *bytes, size_t count) {
 }
 
 bool LineBuffer::Take(std::string &line) {
-    const size_t end = text.find('\n');
+    const size_t end = text.find('\n', taken);
     if (end == std::string::npos) return false;
-    line.assign(text, 0, end);
-    text.erase(0, end + 1);
+    line.assign(text, taken, end - taken);
+    taken = end + 1;
     return true;
+}
+
+void LineBuffer::Clear() {
+    text.clear();
+    taken = 0;
 }
 
 bool HelperProcess::Start(const std::string &program, std::string &error) {
     if (isRunning()) End();
+    MakeExecutable(program);
     int input[2] = {-1, -1}, result[2] = {-1, -1}, errorPipe[2] = {-1, -1};
     if (socketpair(AF_UNIX, SOCK_STREAM, 0, input) != 0 || pipe(result) != 0 || pipe(errorPipe) != 0) {
         error = std::strerror(errno);
@@ -124,7 +142,7 @@ void HelperProcess::CloseHandles() {
 }
 
 bool HelperProcess::Send(const std::string &line) {
-    if (!isRunning() || waiting.size() + line.size() > LongestWaiting) return false;
+    if (inputHandle < 0 || waiting.size() + line.size() > LongestWaiting) return false;
     waiting += line;
     waiting += '\n';
     return true;
@@ -147,8 +165,8 @@ void HelperProcess::Write() {
 void HelperProcess::Exchange() {
     if (!isRunning()) return;
     Write();
-    if (errorHandle >= 0 && !ReadAll(errorHandle, errors)) Close(errorHandle);
-    if (outputHandle >= 0 && ReadAll(outputHandle, output)) return;
+    if (errorHandle >= 0 && !ReadSome(errorHandle, errors)) Close(errorHandle);
+    if (outputHandle >= 0 && ReadSome(outputHandle, output)) return;
     Close(outputHandle);
     Reap(false);
 }
@@ -169,12 +187,20 @@ void HelperProcess::Reap(bool waits) {
     CloseHandles();
 }
 
-void HelperProcess::End() {
-    if (!isRunning()) return;
+void HelperProcess::Leave() {
     Send(link_words::Exit);
     Write();
     Close(inputHandle);
+}
+
+void HelperProcess::End() {
+    if (!isRunning()) return;
+    Leave();
     Reap(true);
+}
+
+void HelperProcess::Kill() {
+    if (isRunning()) Reap(false);
 }
 
 } // namespace fennic_speech

@@ -11,30 +11,37 @@ class LineBuffer {
 public:
     void Add(const char *bytes, size_t count);
     bool Take(std::string &line); // the next whole line; one of more than 100,000 bytes is cut
-    void Clear() { text.clear(); }
+    void Clear();
 
 private:
     std::string text;
+    size_t taken = 0; // bytes of it
 };
 
 class HelperProcess {
 public:
-    // Starts the program; one that runs already is ended. False, with the reason in error, when it cannot
-    // be started.
+    // Starts the program; one that runs already is ended. Where its file has lost the right to be run, as
+    // some unpackers have it, it gets it. False, with the reason in error, when it cannot be started.
     bool Start(const std::string &program, std::string &error);
 
-    // Sends "exit>" and closes its input. One that is still there when End is called again, or after half
-    // a second of End, is killed: End returns when the process is gone.
+    // Sends "exit>" and closes its input: it will end, as Exchange notices.
+    void Leave();
+
+    // Leaves it and waits, at most half a second before it is killed: returns when the process is gone.
     void End();
 
-    // Takes what the process wrote and writes what waits for it. Once a frame; without anything to do it
-    // costs three system calls and no memory.
+    // Ends it at once.
+    void Kill();
+
+    // Takes what the process wrote, 64 kB of each kind at most, and writes what waits for it. Once a frame;
+    // without anything to do it costs three system calls and no memory.
     void Exchange();
 
     bool isRunning() const { return id > 0; }
     int Id() const { return id; } // the system's number of the process; 0 while none runs
 
-    // A line for its input. Dropped, with false, when it reads nothing and more than 256 kB wait.
+    // A line for its input. Dropped, with false, when it was left, or reads nothing and more than 256 kB
+    // wait.
     bool Send(const std::string &line);
 
     // The next line of its output, and of its error output.

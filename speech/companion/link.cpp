@@ -148,7 +148,8 @@ void DeliverAnswer() {
 }
 
 void TellState(bool ofSpeech, int state) {
-    XPLMSetDatai((ofSpeech ? link_.speechState : link_.recognitionState).handle, state);
+    XPLMDataRef handle = (ofSpeech ? link_.speechState : link_.recognitionState).handle;
+    if (handle) XPLMSetDatai(handle, state);
 }
 
 void ResetLink() {

@@ -3,8 +3,10 @@
 //
 // All of it runs in the simulator's thread and never waits.
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include "XPLMDataAccess.h"
 #include "XPLMPlugin.h"
@@ -18,10 +20,15 @@ using namespace fennic_speech;
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 const float EveryFrame = -1.0F;
 const double ShortestDelay = 1.0, LongestDelay = 60.0; // seconds before the process is started again
 const double HealthyAfter = 60.0;                      // seconds of life that end the growing of the delay
 const int MostLogLines = 20;                           // of the process, a second
+const size_t LongestAnswer = 599;                      // bytes that she takes of a message
+const double PatienceFactor = 4.0, PatienceSeconds = 20.0; // beyond the time that a text is given
+const std::chrono::milliseconds TimeToEnd{500};
 
 // What a process that is started anew must be told.
 struct Remembered {
@@ -33,9 +40,17 @@ struct Companion {
     HelperProcess process;
     Remembered remembered;
     double startAt = 0.0, startedAt = 0.0, delay = ShortestDelay; // seconds of the simulator's run
+    std::string lastFailure;                                      // to start the process
+    bool isRestarting = false;
+    bool canSpeak = true, canHear = true; // as the process told, or as its absence tells
     int logLines = 0;
     double logSecond = 0.0;
     std::string line; // kept for its memory
+
+    // Until when the process must have said what it was given to say. Both must be over, since the
+    // simulator's time may stand still or run ahead; 0: there is nothing to be said.
+    double silentAt = 0.0;
+    Clock::time_point silentAtClock, killAt;
 };
 Companion companion;
 
@@ -55,45 +70,92 @@ std::string ProgramPath() {
     return file.substr(0, file.rfind('/') + 1) + "fennic-voice";
 }
 
+void SetState(bool ofSpeech, bool works) {
+    (ofSpeech ? companion.canSpeak : companion.canHear) = works;
+    TellState(ofSpeech, works ? 1 : 0);
+}
+
+bool BeginsWith(const std::string &text, const char *begin) {
+    return text.compare(0, std::strlen(begin), begin) == 0;
+}
+
+// What comes from the voice, so many lines a second.
+void LogOfVoice(const std::string &line) {
+    if (Now() - companion.logSecond >= 1.0) {
+        if (companion.logLines > MostLogLines)
+            Log(std::to_string(companion.logLines - MostLogLines) + " more lines of the voice are left out");
+        companion.logSecond = Now();
+        companion.logLines = 0;
+    }
+    if (++companion.logLines <= MostLogLines) Log(line);
+}
+
+// "speech 1 ready", "reco 0 no microphone": a half of the link, how it is, and why.
+void TakeState(const std::string &line) {
+    const bool ofSpeech = BeginsWith(line, "speech ");
+    if (!ofSpeech && !BeginsWith(line, "reco ")) return;
+    const size_t digit = ofSpeech ? 7 : 5;
+    if (line.size() > digit && (line[digit] == '0' || line[digit] == '1'))
+        SetState(ofSpeech, line[digit] == '1');
+}
+
 void StartProcess() {
     std::string error;
     companion.startedAt = Now();
+    companion.silentAt = 0.0;
+    companion.silentAtClock = {};
     if (companion.process.Start(companion.program, error)) {
+        companion.lastFailure.clear();
+        companion.canSpeak = true; // or it will tell; what is said meanwhile waits for it
         const Remembered &remembered = companion.remembered;
         for (const std::string *message : {&remembered.context, &remembered.voice, &remembered.volume,
                                            &remembered.rate, &remembered.expected})
             if (!message->empty()) companion.process.Send(*message);
         return;
     }
-    Log("cannot start " + companion.program + ": " + error + "; texts are spoken by the simulator");
-    TellState(true, 0);
-    TellState(false, 0);
+    if (error != companion.lastFailure)
+        Log("cannot start " + companion.program + ": " + error + "; texts are spoken by the simulator");
+    companion.lastFailure = error;
+    SetState(true, false);
+    SetState(false, false);
     companion.startAt = Now() + LongestDelay;
 }
 
 void NoticeEnd() {
     const double now = Now();
+    SetState(true, false);
+    SetState(false, false);
+    companion.startAt = now;
+    if (std::exchange(companion.isRestarting, false)) return;
     if (now - companion.startedAt > HealthyAfter) companion.delay = ShortestDelay;
     Log("the voice ended " + companion.process.Ending() + "; it is started again in "
         + std::to_string(static_cast<int>(companion.delay)) + " s");
-    TellState(true, 0);
-    TellState(false, 0);
-    companion.startAt = now + companion.delay;
+    companion.startAt += companion.delay;
     companion.delay = std::min(companion.delay * 2.0, LongestDelay);
+}
+
+// One that does not say what it was given to say hangs.
+void NoticeSilence() {
+    if (companion.isRestarting) {
+        if (Clock::now() > companion.killAt) companion.process.Kill();
+    } else if (companion.silentAt > 0.0 && Now() > companion.silentAt
+               && Clock::now() > companion.silentAtClock) {
+        Log("the voice does not say what it was given to say");
+        companion.process.Kill();
+    }
 }
 
 void KeepRunning() {
     const bool wasRunning = companion.process.isRunning();
     companion.process.Exchange();
+    while (companion.process.TakeLogLine(companion.line)) {
+        TakeState(companion.line);
+        LogOfVoice(companion.line);
+    }
+    if (companion.process.isRunning()) NoticeSilence();
     if (companion.process.isRunning()) return;
-    if (wasRunning)
-        NoticeEnd();
-    else if (Now() >= companion.startAt)
-        StartProcess();
-}
-
-bool BeginsWith(const std::string &text, const char *begin) {
-    return text.compare(0, std::strlen(begin), begin) == 0;
+    if (wasRunning) NoticeEnd();
+    if (Now() >= companion.startAt) StartProcess();
 }
 
 void Remember(const std::string &message) {
@@ -108,49 +170,66 @@ void Remember(const std::string &message) {
         remembered.rate = message;
 }
 
+void ExpectSpeech(size_t characters) {
+    const double seconds = PatienceSeconds + PatienceFactor * (0.1 * static_cast<double>(characters) + 1.0);
+    const Clock::time_point clock = Clock::now();
+    companion.silentAt = std::max(companion.silentAt, Now()) + seconds;
+    companion.silentAtClock =
+        std::max(companion.silentAtClock, clock)
+        + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
+}
+
+// A process that has no loudspeaker is not asked: the simulator may have one.
+void Say(const std::string &message) {
+    const char *const text = message.c_str() + std::strlen(link_words::Say);
+    if (companion.canSpeak && !companion.isRestarting && companion.process.Send(message))
+        ExpectSpeech(message.size());
+    else
+        XPLMSpeakString(text);
+}
+
 // "exit>" is the first officer's good-bye, when the aircraft is left: the voice falls silent, but waits for
 // the next one.
 void Carry(const std::string &message) {
     Remember(message);
-    if (message == link_words::Exit) {
-        companion.process.Send(link_words::Restart);
+    if (BeginsWith(message, link_words::Say)) {
+        Say(message);
     } else if (message == link_words::Restart) {
-        companion.process.End();
         companion.startAt = Now();
         companion.delay = ShortestDelay;
-    } else if (!companion.process.Send(message) && BeginsWith(message, link_words::Say)) {
-        XPLMSpeakString(message.c_str() + std::strlen(link_words::Say));
+        companion.killAt = Clock::now() + TimeToEnd;
+        companion.isRestarting = companion.process.isRunning();
+        companion.process.Leave();
+    } else {
+        companion.process.Send(message == link_words::Exit ? link_words::Restart : message);
     }
 }
 
-// "speech 1 ready", "reco 0 no microphone": a half of the link, how it is, and why.
-void TakeLogLine(const std::string &line) {
-    const bool ofSpeech = BeginsWith(line, "speech ");
-    if (ofSpeech || BeginsWith(line, "reco ")) {
-        const size_t digit = ofSpeech ? 7 : 5;
-        if (line.size() > digit && (line[digit] == '0' || line[digit] == '1'))
-            TellState(ofSpeech, line[digit] - '0');
+// What the voice writes is a message of the link, or nothing that she can use.
+void TakeAnswer(const std::string &line, bool isThere) {
+    if (line == link_words::Spoken) {
+        companion.silentAt = 0.0;
+        companion.silentAtClock = {};
     }
-    if (Now() - companion.logSecond >= 1.0) {
-        if (companion.logLines > MostLogLines)
-            Log(std::to_string(companion.logLines - MostLogLines) + " more lines of the voice are left out");
-        companion.logSecond = Now();
-        companion.logLines = 0;
-    }
-    if (++companion.logLines <= MostLogLines) Log(line);
+    const bool isText = !line.empty() && line.size() <= LongestAnswer
+                        && std::none_of(line.begin(), line.end(), [](unsigned char c) { return c < ' '; });
+    if (isText && isThere) Answer(line);
+    if (!isText) LogOfVoice("a line that is no message is dropped");
 }
 
 void CarryLines() {
     std::string &line = companion.line;
     const bool isThere = FindFirstOfficer();
+    if (isThere && hasComeAnew()) {
+        TellState(true, companion.canSpeak ? 1 : 0);
+        TellState(false, companion.canHear ? 1 : 0);
+    }
     while (isThere && TakeMessage(line)) Carry(line);
     if (isThere && TakeExpected(line)) {
         companion.remembered.expected = link_words::ExpectedNow + line;
         companion.process.Send(companion.remembered.expected);
     }
-    while (companion.process.TakeLine(line))
-        if (isThere) Answer(line);
-    while (companion.process.TakeLogLine(line)) TakeLogLine(line);
+    while (companion.process.TakeLine(line)) TakeAnswer(line, isThere);
     DeliverAnswer();
 }
 

@@ -1,9 +1,11 @@
 // The companion's process: lines both ways without waiting, and no process left behind.
 #include "speech/companion/helper_process.h"
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
@@ -80,12 +82,72 @@ TEST_F(Helper, GarbageIsCutIntoLines) {
     process.End();
 }
 
-TEST_F(Helper, AProgramThatIsMissingIsTold) {
+TEST_F(Helper, AFloodTakesItsTurn) {
+    Start("yes 123456789");
+    std::string line;
+    for (int frame = 0, most = 0; frame < 200; frame++) {
+        process.Exchange();
+        int lines = 0;
+        while (process.TakeLine(line)) lines++;
+        most = std::max(most, lines);
+        EXPECT_LE(most, 64 * 1024 / 10 + 1);
+    }
+    EXPECT_TRUE(process.isRunning());
+    process.Kill();
+    EXPECT_EQ(process.Ending(), "by signal 9");
+}
+
+TEST_F(Helper, LeavesWithoutAWait) {
+    Start("while read -r line; do echo \"$line\"; done; echo end");
+    EXPECT_TRUE(process.Send("say>Bye."));
+    process.Leave();
+    EXPECT_FALSE(process.Send("say>Nobody hears."));
+    for (const char *line : {"say>Bye.", "exit>", "end"}) EXPECT_EQ(NextLine(), line);
+    EXPECT_TRUE(Until([&] { return !process.isRunning(); }));
+    EXPECT_EQ(process.Ending(), "with status 0");
+}
+
+// The simulator's process ends without a word, in the middle of a text.
+TEST_F(Helper, TheVoiceDoesNotOutliveItsCompanion) {
+    const std::string numberFile = program + ".number";
+    const pid_t companion = fork();
+    ASSERT_GE(companion, 0);
+    if (companion == 0) {
+        Start("echo $$ >" + numberFile + ".new; mv " + numberFile + ".new " + numberFile
+              + "; exec " VOICE_PROGRAM " --model /nowhere \"$@\"");
+        process.Send("say>A text that has only just begun when all of this comes to its end, and goes on.");
+        Until([] { return false; });
+        _exit(0);
+    }
+    int voice = 0;
+    for (int i = 0; i < 10000 && !(std::ifstream(numberFile) >> voice); i++) usleep(10000);
+    ASSERT_GT(voice, 0);
+    usleep(300000);
+    kill(companion, SIGKILL);
+    waitpid(companion, nullptr, 0);
+    std::string state = "R"; // a zombie has ended: whoever inherits it may be slow to look
+    for (int i = 0; i < 10000 && state != "Z" && !state.empty(); i++) {
+        usleep(10000);
+        std::string number, name;
+        state.clear();
+        std::ifstream("/proc/" + std::to_string(voice) + "/stat") >> number >> name >> state;
+    }
+    EXPECT_TRUE(state.empty() || state == "Z") << state;
+    std::filesystem::remove(numberFile);
+}
+
+TEST_F(Helper, AProgramThatIsMissingOrMayNotBeRunIsTold) {
     std::string error;
     EXPECT_FALSE(process.Start(program + ".missing", error));
     EXPECT_NE(error, "");
     EXPECT_FALSE(process.isRunning());
     process.End();
+
+    Start("echo lives; read -r line"); // unpacked without its rights
+    process.Kill();
+    std::filesystem::permissions(program, std::filesystem::perms::owner_read);
+    EXPECT_TRUE(process.Start(program, error)) << error;
+    EXPECT_EQ(NextLine(), "lives");
 }
 
 } // namespace
