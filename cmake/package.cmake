@@ -1,11 +1,11 @@
 # Makes one zip file for each staged aircraft: the folder plugins/fennic, to be unzipped in the aircraft's
-# folder. The same files give the same bytes: entries are sorted, and their time is a fixed one.
+# folder.
 #   cmake -DSOURCE=<checkout> -DSTAGED=<folder of staged aircraft> -DOUT=<folder> [-DLIBRARIES=<more .xpl>]
 #         -P package.cmake
 cmake_minimum_required(VERSION 3.25)
+include(${CMAKE_CURRENT_LIST_DIR}/package_zip.cmake)
 
 file(STRINGS ${SOURCE}/VERSION VERSION LIMIT_COUNT 1)
-find_program(ZIP zip REQUIRED)
 file(GLOB folders RELATIVE ${STAGED} ${STAGED}/*)
 file(MAKE_DIRECTORY ${OUT})
 
@@ -22,6 +22,12 @@ foreach(folder IN LISTS folders)
     if(LIBRARIES)
         file(COPY ${LIBRARIES} DESTINATION ${fennic}/64)
     endif()
+    if(LIBRARIES MATCHES "mac\\.xpl") # for a Mac and for Linux: the voices of both, and a Mac's in the settings
+        file(READ ${SOURCE}/data/voicelist_mac.txt voices)
+        file(READ ${SOURCE}/speech/data/voicelist_linux.txt more_voices)
+        file(WRITE ${fennic}/64/data/voicelist_mac.txt "${voices}${more_voices}")
+        file(COPY ${SOURCE}/data/settings_mac.txt ${SOURCE}/data/settings_win.txt DESTINATION ${fennic}/64/data)
+    endif()
 
     file(GLOB aircraft_file ${STAGED}/${folder}/*.acf)
     file(STRINGS ${aircraft_file} DESCRIPTION REGEX "^P acf/_descrip ")
@@ -37,24 +43,5 @@ foreach(folder IN LISTS folders)
     file(COPY_FILE ${SOURCE}/LICENSE ${fennic}/licences/fennic.txt)
     file(COPY ${SOURCE}/cmake/licences/ DESTINATION ${fennic}/licences)
 
-    file(GLOB_RECURSE files RELATIVE ${fennic} ${fennic}/*)
-    set(checksums "")
-    foreach(file IN LISTS files)
-        file(SHA256 ${fennic}/${file} checksum)
-        string(APPEND checksums "${checksum}  ${file}\n")
-    endforeach()
-    file(WRITE ${fennic}/checksums.txt "${checksums}")
-
-    set(zip_file ${OUT}/Fennic-${VERSION}-${folder}.zip)
-    file(REMOVE ${zip_file})
-    file(GLOB_RECURSE files RELATIVE ${root} ${root}/*)
-    list(JOIN files "\n" list)
-    file(WRITE ${OUT}/files.txt "${list}\n")
-    execute_process(COMMAND ${CMAKE_COMMAND} -E env TZ=UTC find ${root} -exec touch -t 202601010000 {} +
-                    COMMAND_ERROR_IS_FATAL ANY)
-    execute_process(COMMAND find ${root} -type f -exec chmod 644 {} + COMMAND_ERROR_IS_FATAL ANY)
-    execute_process(COMMAND ${CMAKE_COMMAND} -E env TZ=UTC ${ZIP} -q -X -9 ${zip_file} -@
-                    WORKING_DIRECTORY ${root} INPUT_FILE ${OUT}/files.txt COMMAND_ERROR_IS_FATAL ANY)
-    message(STATUS "${zip_file}")
+    make_package(${OUT}/Fennic-${VERSION}-${folder}.zip ${root} plugins/fennic)
 endforeach()
-file(REMOVE_RECURSE ${OUT}/unpacked ${OUT}/files.txt)

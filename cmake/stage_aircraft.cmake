@@ -2,6 +2,9 @@
 # with its library, data/, custom/ and the aircraft's systems/ under plugins/fennic/64/.
 # Made afresh at each build, so that a file removed from the sources is gone here too.
 #
+# The voices of data/ are those of a Mac. Elsewhere the list is another one, and so are the voices of the
+# settings.
+#
 # A system that an aircraft lists in systems/_systems.txt and has no file for comes from aircraft/shared/.
 foreach(folder IN LISTS AIRCRAFT)
     set(staged ${TARGET}/${folder})
@@ -10,6 +13,15 @@ foreach(folder IN LISTS AIRCRAFT)
     file(COPY ${SOURCE}/aircraft/${folder} DESTINATION ${TARGET})
     file(MAKE_DIRECTORY ${staged}/objects ${plugin}/systems)
     file(COPY ${LIBRARY} ${SOURCE}/data ${SOURCE}/custom DESTINATION ${plugin})
+    if(NOT SYSTEM STREQUAL "Darwin")
+        file(COPY_FILE ${SOURCE}/speech/data/voicelist_linux.txt ${plugin}/data/voicelist_mac.txt)
+        foreach(settings settings_mac.txt settings_win.txt)
+            file(READ ${plugin}/data/${settings} text)
+            string(REPLACE ".voice.samantha" ".voice.woman" text "${text}")
+            string(REPLACE ".voice.daniel" ".voice.man" text "${text}")
+            file(WRITE ${plugin}/data/${settings} "${text}")
+        endforeach()
+    endif()
     file(COPY_FILE ${SOURCE}/VERSION ${plugin}/version.txt)
     file(COPY_FILE ${SOURCE}/CHANGELOG.md ${plugin}/CHANGELOG.txt)
     # The aircraft that carries the figure itself: its .acf attaches her, and needs no setup.

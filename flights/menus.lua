@@ -204,7 +204,7 @@ choose("Select Voice/Fred")
 check.list(check.messages(), {"restart>", "setvoice>" .. VOICE .. "Fred"}, "restart, voice")
 sim.stop()
 check.list({setting("volume"), setting("rate"), setting("APLvoice%-w"), setting("APLvoice%-m")},
-           {"10", "10", VOICE .. "Fred", VOICE .. "daniel"}, "kept for next time")
+           {"10", "10", VOICE .. "Fred", VOICE .. "man"}, "kept for next time")
 sim.start()
 sim.run(1)
 check.list(check.messages(), {"exit>", "contextpath>" .. plugin, "initvoice>" .. VOICE .. "Fred", "volume>10",

@@ -5,8 +5,8 @@ local check = require "lib.check"
 local plugin = sim.dir("plugin")
 local settings = plugin .. "data/settings_mac.txt"
 local FRAME = 1 / 60
-local NORA = "com.apple.speech.synthesis.voice.samantha"
-local JONAS = "com.apple.speech.synthesis.voice.daniel"
+local NORA = "com.apple.speech.synthesis.voice.woman"
+local JONAS = "com.apple.speech.synthesis.voice.man"
 
 -- The list of the last sixteen messages, numbered from the first one on, shows those that were sent.
 local function check_listed(texts)

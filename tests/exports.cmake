@@ -1,7 +1,7 @@
-# What the plug-in's library shows the simulator's process: the five entry points and nothing else; and what
+# What a plug-in's library shows the simulator's process: the five entry points and nothing else; and what
 # it wants from it: the simulator's interface and the system's own libraries, of a C library that is not too
-# new for its users.
-#   cmake -DNM=<nm> -DREADELF=<readelf> -DLIBRARY=<lin.xpl> -P exports.cmake
+# new for its users. A program of ours wants the latter alone.
+#   cmake -DNM=<nm> -DREADELF=<readelf> -DLIBRARY=<lin.xpl, or a program> -P exports.cmake
 cmake_minimum_required(VERSION 3.25)
 
 function(output_lines result)
@@ -14,7 +14,8 @@ endfunction()
 output_lines(exported ${NM} -D --defined-only --format=just-symbols ${LIBRARY})
 list(SORT exported)
 set(entry_points XPluginDisable XPluginEnable XPluginReceiveMessage XPluginStart XPluginStop)
-if(NOT exported STREQUAL entry_points)
+cmake_path(GET LIBRARY EXTENSION is_library)
+if(is_library AND NOT exported STREQUAL entry_points)
     message(SEND_ERROR "exported: ${exported}\nexpected: ${entry_points}")
 endif()
 
@@ -65,6 +66,6 @@ foreach(symbol IN LISTS wanted)
         message(SEND_ERROR "wanted, but offered neither by the simulator nor by the system: ${symbol}")
     endif()
 endforeach()
-if(interface EQUAL 0)
+if(is_library AND interface EQUAL 0)
     message(SEND_ERROR "no call of the simulator's interface found among ${wanted}")
 endif()

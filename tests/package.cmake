@@ -1,6 +1,7 @@
-# A package as a pilot gets it: the same bytes each time it is made, complete by its own checksums, and in a
-# fresh aircraft's folder it flies.
-#   cmake -DSOURCE=<checkout> -DSTAGED=<staged aircraft> -DWORK=<scratch> -DSIM=<fennic-sim> -P package.cmake
+# Packages as a pilot gets them: the same bytes each time they are made, complete by their own checksums, and in a
+# fresh aircraft's folder she flies, with a voice where there is one.
+#   cmake -DSOURCE=<checkout> -DSTAGED=<staged aircraft> -DWORK=<scratch> -DSIM=<fennic-sim>
+#         [-DSPEECH=<staged fennic_speech> -DENGINES=<sources of the engines>] -P package.cmake
 cmake_minimum_required(VERSION 3.25)
 set(aircraft Cessna_172SP)
 
@@ -23,3 +24,34 @@ file(REMOVE_RECURSE ${WORK}/simulator/${aircraft}/systems)
 run(${CMAKE_COMMAND} -E chdir ${WORK}/simulator/${aircraft} ${CMAKE_COMMAND} -E tar xf ${WORK}/first/${package})
 run(${CMAKE_COMMAND} -E chdir ${WORK}/simulator/${aircraft}/plugins/fennic sha256sum --check --quiet checksums.txt)
 run(${SIM} --quiet --aircraft ${WORK}/simulator/${aircraft} ${SOURCE}/flights/first_start.lua)
+
+if(SPEECH)
+    foreach(time first second)
+        run(${CMAKE_COMMAND} -DSOURCE=${SOURCE} -DSTAGED=${SPEECH} -DENGINES=${ENGINES} -DOUT=${WORK}/${time} -P
+            ${SOURCE}/cmake/package_speech.cmake)
+        file(TOUCH ${SPEECH}/settings.txt)
+    endforeach()
+    file(GLOB package RELATIVE ${WORK}/first ${WORK}/first/Fennic-speech-*-linux.zip)
+    run(${CMAKE_COMMAND} -E compare_files ${WORK}/first/${package} ${WORK}/second/${package})
+    set(plugins ${WORK}/simulator/Resources/plugins)
+    file(MAKE_DIRECTORY ${plugins})
+    run(${CMAKE_COMMAND} -E chdir ${plugins} ${CMAKE_COMMAND} -E tar xf ${WORK}/first/${package})
+    set(speech ${plugins}/fennic_speech)
+    run(${CMAKE_COMMAND} -E chdir ${speech} sha256sum --check --quiet checksums.txt)
+    foreach(licence fennic pocketsphinx sphinxbase model flite_and_its_voices portaudio)
+        if(NOT EXISTS ${speech}/licences/${licence}.txt)
+            message(FATAL_ERROR "no licence of ${licence}")
+        endif()
+    endforeach()
+    # The program finds its files, says a sentence, and understands it when it hears it.
+    set(voice ${speech}/64/fennic-voice)
+    file(WRITE ${WORK}/say.txt "say>Before start checklist.\n")
+    execute_process(COMMAND ${voice} --loudspeaker ${WORK}/said.wav INPUT_FILE ${WORK}/say.txt
+                    COMMAND_ERROR_IS_FATAL ANY)
+    execute_process(COMMAND ${voice} --check --microphone ${WORK}/said.wav --loudspeaker ${WORK}/check.wav
+                    OUTPUT_VARIABLE told COMMAND_ERROR_IS_FATAL ANY)
+    message(STATUS "${told}")
+    if(NOT told MATCHES "understood +\"before start checklist\"")
+        message(FATAL_ERROR "it does not understand itself")
+    endif()
+endif()
