@@ -12,10 +12,12 @@
 #include "frame/checklist_import.h"
 #include "frame/menu_actions.h"
 #include "frame/settings.h"
+#include "frame/shipped_files.h"
 #include "systems/body_parser.h"
 #include "util/files.h"
 #include "util/guard.h"
 #include "util/make_fresh.h"
+#include "util/numbers.h"
 #include "util/paths.h"
 #include "util/text.h"
 #include "voice/speech_link.h"
@@ -95,6 +97,8 @@ void AddUpdate() {
         AddItem(idUpdate, "Version " + (lines.empty() ? "" : lines[0]), nullptr);
     }
     AddItem(idUpdate, "Check Update", "CheckUpdate");
+    const int beside = CountFilesBeside();
+    if (beside > 0) AddItem(idUpdate, "New versions beside your own files: " + int2string(beside), nullptr);
 }
 
 // A group that comes back behind another one gets a second submenu of its name.

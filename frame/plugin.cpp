@@ -17,6 +17,7 @@
 #include "frame/menus.h"
 #include "frame/overlay.h"
 #include "frame/settings.h"
+#include "frame/shipped_files.h"
 #include "frame/simulator_datarefs.h"
 #include "gfx/fonts.h"
 #include "gfx/textures.h"
@@ -77,6 +78,7 @@ void StartEverything() {
     wasCallbacksRegistred = false;
     FindSimulatorDatarefs();
     RemoveLeftovers();
+    PutShippedFilesInPlace();
     ReadSettings();
     LoadAnimationFile(WhatPluginPath() + "data/obj/fennic.txt");
     ReadPositionFolder();

@@ -96,6 +96,17 @@ Reading ReadLines(const std::string &path, std::vector<FileLine> &lines, uint64_
     return reading;
 }
 
+Reading ReadWholeFile(const std::string &path, std::string &content, uint64_t limit, Reason &reason) {
+    content.clear();
+    const auto add = [&content](std::string_view piece) {
+        content += piece;
+        return true;
+    };
+    const Reading reading = ReadNotingFailure(path, limit, add, reason);
+    if (reading != Reading::Read) content.clear();
+    return reading;
+}
+
 bool isWritten(const std::string &path, const Fill &fill) {
     const Reason reason = ReplaceFile(path, fill);
     if (!reason.empty()) LogCantWrite(path, reason);
@@ -148,16 +159,19 @@ std::vector<std::string> ReadFileToVector(const std::string &path) {
     return texts;
 }
 
+Reading ReadWholeFile(const std::string &path, std::string &content, uint64_t limit) {
+    Reason reason;
+    const Reading reading = ReadWholeFile(path, content, limit, reason);
+    if (reading == Reading::Failed) LogCantOpen(path, reason);
+    return reading;
+}
+
 std::string ReadFileToString(const std::string &path, uint64_t limit) {
     std::string content;
     Reason reason;
-    const auto add = [&content](std::string_view piece) {
-        content += piece;
-        return true;
-    };
-    if (ReadNotingFailure(path, limit, add, reason) == Reading::Read) return content;
-    LogFileProblem("Nimbrel:FileIO:Cant open file ", path, reason);
-    return "";
+    if (ReadWholeFile(path, content, limit, reason) != Reading::Read)
+        LogFileProblem("Nimbrel:FileIO:Cant open file ", path, reason);
+    return content;
 }
 
 int FileLineSize(const std::string &path) {
@@ -241,6 +255,11 @@ std::vector<std::string> ReadFolderListFromFolder(const std::string &folder) {
     for (const std::string &name : names)
         if (!Contains(name, ".")) folders.push_back(folder + "/" + name);
     return folders;
+}
+
+void MakeFolders(const std::string &root, const std::string &path) {
+    for (size_t end = path.find('/'); end != std::string::npos; end = path.find('/', end + 1))
+        MakeFolder(root + path.substr(0, end));
 }
 
 bool isSafeFileName(std::string_view name) {

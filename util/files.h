@@ -46,6 +46,10 @@ std::vector<std::string> ReadFileToVector(const std::string &path);
 // The whole file; empty, with one line in the log, when it cannot be read.
 std::string ReadFileToString(const std::string &path, uint64_t limit = AircraftFile);
 
+// The whole file, byte for byte. Nothing in the log when there is no file, one line when it could not be
+// read; content is empty then.
+Reading ReadWholeFile(const std::string &path, std::string &content, uint64_t limit = SmallFile);
+
 // Gives take every line without its "\n", one after the other, so that a file may be larger than the memory.
 // False from take ends the reading, which counts as failed. Nothing in the log when there is no file.
 using TakeLine = std::function<bool(std::string_view line)>;
@@ -91,6 +95,10 @@ std::vector<std::string> ReadFileListFromFolder(const std::string &folder);
 
 // folder + "/" + name of the entries whose name contains no "."; sorted by bytes.
 std::vector<std::string> ReadFolderListFromFolder(const std::string &folder);
+
+// Makes those folders of a path below root (which ends in "/") that are missing: "a/b/c.txt" needs "a" and
+// "a/b".
+void MakeFolders(const std::string &root, const std::string &path);
 
 // True when a name may become a file's name: not empty, no path separator, not "." or "..". Names that
 // come from files or edit boxes are checked with this before they reach a path.

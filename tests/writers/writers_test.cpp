@@ -21,11 +21,13 @@
 #include "figure/positions.h"
 #include "frame/aircraft.h"
 #include "frame/settings.h"
+#include "frame/shipped_files.h"
 #include "systems/editor/model.h"
 #include "systems/saved_values.h"
 #include "systems/writer.h"
 #include "tests/systems/model_folder.h"
 #include "tests/writers/file_calls.h"
+#include "util/checksum.h"
 #include "util/files.h"
 #include "voice/phrases.h"
 #include "voice/speech_link.h"
@@ -185,6 +187,7 @@ protected:
                 continue;
             const bool isOld = before.contains(name) && before.at(name) == bytes;
             const bool isNew = after.contains(name) && after.at(name) == bytes;
+            if (name.ends_with("shipped_files.txt")) continue; // a record, written at first and at last
             const bool isMixture =
                 name.ends_with("_save.txt") && IsMixtureOfLines(bytes, before.at(name), after.at(name));
             if (!isOld && !isNew && !isMixture)
@@ -278,6 +281,13 @@ template <int type> void ShipAndUpdate(Writers &folder) {
         folder.write(std::string("data/obj/") + name, std::string("the newer ") + name);
 }
 
+// The files of one version, "shipped/" in a package.
+void ShipVersion(Writers &folder, const std::string &version) {
+    for (const char *name : {"A", "B", "C"})
+        folder.write(std::string("shipped/systems/") + name + ".txt", name + version);
+    folder.write("shipped/custom/positions-w/rest/r.txt", "pose " + version);
+}
+
 const Writer AllWriters[] = {
     {"settings",
      [](Writers &folder) {
@@ -299,11 +309,33 @@ const Writer AllWriters[] = {
      [](Writers &folder) { // a device moves to another system, and there is a new one
          folder.WriteModel();
          CreateSystemsFromFile();
-         CopyDevice(0, 1);
-         MoveDevice(1, 0);
-         NewDevice(NewSystem(2), -1);
+         CopyDevice({0, 1});
+         MoveDevice({1, 0});
+         NewDevice({NewSystem({2}), -1});
      },
      SaveSystems, true},
+    {"shipped", [](Writers &folder) { ShipVersion(folder, "1"); },
+     [](Writers &) { PutShippedFilesInPlace(); }},
+    {"shipped_update",
+     [](Writers &folder) { // B is the user's now, C was deleted, and D is new
+         ShipVersion(folder, "1");
+         PutShippedFilesInPlace();
+         folder.write("systems/B.txt", "my own");
+         fs::remove(folder.plugin + "systems/C.txt");
+         ShipVersion(folder, "2");
+         folder.write("shipped/systems/D.txt", "D2");
+     },
+     [](Writers &) { PutShippedFilesInPlace(); }},
+    {"shipped_before_records",
+     [](Writers &folder) { // an earlier version's folder, without C
+         ShipVersion(folder, "2");
+         for (const char *name : {"A", "B"})
+             folder.write(std::string("systems/") + name + ".txt", name + std::string("1"));
+         folder.write("shipped/versions.txt", TextChecksum("A1\n") + " systems/A.txt\n" + TextChecksum("B1\n")
+                                                  + " systems/B.txt\n" + TextChecksum("C1\n")
+                                                  + " systems/C.txt\n");
+     },
+     [](Writers &) { PutShippedFilesInPlace(); }},
     {"position",
      [](Writers &folder) {
          folder.LoadChannels();
