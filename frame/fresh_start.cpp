@@ -35,6 +35,7 @@
 #include "voice/executer.h"
 #include "voice/expected_phrases.h"
 #include "voice/phrases.h"
+#include "voice/published_log.h"
 #include "voice/recognition.h"
 #include "voice/selection.h"
 #include "voice/selection_window.h"
@@ -64,6 +65,7 @@ void ResetEverything() {
     ResetSelection();
     ResetSelectionWindow();
     ResetSpeechLink();
+    ResetPublishedLog();
     ResetExpectedPhrases();
 
     ResetReader();

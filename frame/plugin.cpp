@@ -30,6 +30,7 @@
 #include "voice/executer.h"
 #include "voice/expected_phrases.h"
 #include "voice/link_words.h"
+#include "voice/published_log.h"
 #include "voice/speech_link.h"
 
 namespace {
@@ -75,6 +76,7 @@ void RemoveLeftovers() {
 void StartEverything() {
     UseNativePaths();
     ResetEverything();
+    PublishLog();
     wasCallbacksRegistred = false;
     FindSimulatorDatarefs();
     RemoveLeftovers();
@@ -119,7 +121,8 @@ void TakeEverythingBack() {
                                DeleteSystems,
                                UnLoadFonts,
                                UnLoadTextures,
-                               EndLog};
+                               EndLog,
+                               UnpublishLog};
     for (void (*const step)() : steps) RunGuarded("the stop", step);
 }
 

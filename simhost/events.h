@@ -8,7 +8,11 @@
 namespace simhost {
 
 enum class EventKind {
-    LogLine,         // subject: the line
+    Problem,         // subject: what the log tells of one
+    ActionBegun,     // subject: what she does, in words
+    ActionOnCommand, // an action is about to fire or hold a command; subject: its name
+    ActionOnDataref, // the same of writing a dataref; subject: its name, with "[n]" for an element
+    AnswersExpected, // subject: all of them, with tabs between
     SpeechMessage,   // subject: what the plug-in wrote to "kv/to_speech"
     SimulatorSpeech, // subject: what the simulator says with its own voice
     CommandBegun,    // subject: name; detail: "pilot" or "plug-in"
@@ -19,7 +23,7 @@ enum class EventKind {
 };
 
 struct Event {
-    EventKind kind = EventKind::LogLine;
+    EventKind kind = EventKind::Problem;
     std::string subject;
     std::string detail;
 };

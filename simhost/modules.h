@@ -34,6 +34,9 @@ void WriteLog(const std::string &line);
 // Says once per function, until the reset, that this simulator lacks it.
 void ReportNotOffered(const char *function);
 
+// What a plug-in wrote to "kv/diagnost/log": a kind, a subject and words, with tabs between them.
+void RecordLogText(std::string_view text);
+
 // Finishes a last line without a line end, so that it is seen.
 void FlushLog();
 

@@ -92,4 +92,7 @@ std::vector<std::string> TakeSimulatorSpeech();
 // The lines written to the simulator's log since the last call, without line ends.
 std::vector<std::string> TakeLogLines();
 
+// Those that tell of a problem, without what stands at the start of each, since the last call of either.
+std::vector<std::string> TakeProblems();
+
 } // namespace simhost

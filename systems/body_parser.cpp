@@ -172,13 +172,11 @@ void BodyParser::ResolveLink(sysLink_struct &link) const {
 } // namespace
 
 bool isMissing(const structExecute &action) {
-    switch (action.type) {
-    case ScriptPosition: return !mapPos.contains(action.text);
-    case ScriptCommandOnce:
-    case ScriptCommandBegin:
-    case ScriptCommandEnd:
-    case ScriptCommandEndNow: return !XPLMFindCommand(action.text.c_str());
-    case ScriptSet: return !FindDataref(action.text.substr(0, action.text.find('[')).c_str());
+    switch (TextOfAction(action.type)) {
+    case ActionText::Position: return !mapPos.contains(action.text);
+    case ActionText::Command: return !XPLMFindCommand(action.text.c_str());
+    case ActionText::Dataref:
+        return !FindDataref(action.text.substr(0, action.text.find('[')).c_str());
     default: return false;
     }
 }

@@ -13,6 +13,7 @@
 #include "figure/channels.h"
 #include "frame/main_loop.h"
 #include "frame/simulator_datarefs.h"
+#include "systems/action_kinds.h"
 #include "systems/expectations.h"
 #include "systems/graph.h"
 #include "systems/links.h"
@@ -69,22 +70,21 @@ void RestartAnswerTimers() {
     restartedTimers.clear();
 }
 
+std::string QueuedTextOf(const structExecute &action, QueuedText form) {
+    if (form == QueuedText::Value) return double2string(action.value);
+    return form == QueuedText::Text ? action.text : action.text + "=" + double2string(action.value);
+}
+
+// What is queued is done by the executer, when it comes to it; all else is done here.
 void RunAction(const structExecute &action, const device_struct &device, StepContext &step) {
+    const ActionKind *kind = ActionKindOf(action.type);
+    if (!kind) return;
+    if (kind->when == ActionTime::Queued) {
+        const bool isOther = action.value == 0.0 && kind->queueTypeAtZero >= 0;
+        QueueAction(isOther ? kind->queueTypeAtZero : kind->queueType, QueuedTextOf(action, kind->queued));
+    }
     switch (action.type) {
-    case ScriptSay: QueueAction(ActionSay, action.text); break;
-    case ScriptSayWait: QueueAction(ActionSayWait, action.text); break;
-    case ScriptPosition:
-        QueueAction(action.value != 0.0 ? ActionPosition : ActionPositionFast, action.text);
-        break;
-    case ScriptBreak:
-        QueueAction(ActionBreak, action.text);
-        step.isBrokenOff = true;
-        break;
-    case ScriptCommandOnce: QueueAction(ActionCommandOnce, action.text); break;
-    case ScriptCommandBegin: QueueAction(ActionCommandBegin, action.text); break;
-    case ScriptCommandEnd: QueueAction(ActionCommandEnd, action.text); break;
-    case ScriptPause: QueueAction(ActionPause, double2string(action.value)); break;
-    case ScriptSet: QueueAction(ActionDataref, action.text + "=" + double2string(action.value)); break;
+    case ScriptBreak: step.isBrokenOff = true; break;
     case ScriptInput: ExpectInput(device.name, action.text); break;
     case ScriptCommandEndNow: ExecuteCommand(action.text, "End"); break;
     case ScriptAnswer: restartedTimers.push_back(&action); break;

@@ -6,15 +6,13 @@
 #include <functional>
 #include <vector>
 
-#include "util/log.h"
 #include "util/make_fresh.h"
 #include "util/refilled_list.h"
 #include "voice/expected_phrases.h"
+#include "voice/published_log.h"
 #include "voice/recognition.h"
 
 namespace {
-
-const size_t AnswersLogged = 100;
 
 struct ExpectedInput {
     std::string name;
@@ -55,15 +53,6 @@ bool isEqual(const ExpectedInput &expected, const input_struct &published) {
                          published.texts.end());
 }
 
-void LogAnswers() {
-    std::string list;
-    const size_t listed = std::min(answers.size(), AnswersLogged);
-    for (size_t i = 0; i < listed; i++) list += (list.empty() ? "" : ", ") + answers[i];
-    if (listed < answers.size()) list += ", and " + std::to_string(answers.size() - listed) + " more";
-    if (isAnyAnswerExpected) list += list.empty() ? "any" : ", any";
-    string2debugString("Expected answers: ", list.empty() ? "none" : list, 1);
-}
-
 void PublishAnswers() {
     const bool isSame =
         std::equal(expectedAnswers.begin(), expectedAnswers.end(), answers.begin(), answers.end());
@@ -71,7 +60,7 @@ void PublishAnswers() {
     answers.assign(expectedAnswers.begin(), expectedAnswers.end());
     wasAnyAnswerExpected = isAnyAnswerExpected;
     ExpectedPhrasesChange();
-    LogAnswers();
+    LogAnswers(answers, isAnyAnswerExpected);
 }
 
 void PublishInputs() {

@@ -17,6 +17,7 @@
 #include <string>
 #include <vector>
 
+#include "systems/action_kinds.h"
 #include "systems/dataref_binding.h"
 #include "voice/phrases.h"
 
@@ -119,26 +120,9 @@ struct graf_struct {
     std::string asWritten = {};
 };
 
-// Types of script actions, as the files number them.
-enum {
-    ScriptSay = 0,
-    ScriptSayWait = 1,
-    ScriptPosition = 2,
-    ScriptBreak = 3,
-    ScriptCommandOnce = 4,
-    ScriptCommandBegin = 5,
-    ScriptCommandEnd = 6,
-    ScriptPause = 7,
-    ScriptSet = 8,
-    ScriptInput = 9,
-    ScriptPass = 10,
-    ScriptCommandEndNow = 11,
-    ScriptAnswer = 12,
-};
-
 // One action of a logic block.
 struct structExecute {
-    int type = ScriptSay;
+    int type = ScriptSay; // a code of the action kinds
     std::string text; // phrase, position name, command, dataref or answer
     double value = 0.0;
     int notFound = 0; // the named position, command or dataref did not exist at load

@@ -36,7 +36,7 @@ bool FindSpokenLink(std::string_view text, size_t from, SpokenLink &found) {
 
 void ReadSpokenLinks(structExecute &action, const ParameterAddress &owner) {
     action.spokenLinks.clear();
-    if (action.type != ScriptSay && action.type != ScriptSayWait) return;
+    if (TextOfAction(action.type) != ActionText::Spoken) return;
     SpokenLink found;
     for (size_t from = 0; FindLinkOfAction(action, from, found); from = found.end) {
         sysLink_struct link = String2sysLinkSDO(owner, found.name);

@@ -5,24 +5,8 @@
 #include <string>
 #include <vector>
 
-// Types of queued actions. Their order is that of the names that the executer logs.
-enum {
-    ActionSay = 0,            // text to say
-    ActionSayWait = 1,        // text to say, alternatives separated by "#"; waits for the end of speech
-    ActionPosition = 2,       // position name; an animated move
-    ActionPositionFast = 3,   // position name; at once
-    ActionPause = 4,          // seconds, decimal
-    ActionBreak = 5,          // drops the rest of the queue
-    ActionCommandOnce = 6,    // command name
-    ActionCommandBegin = 7,   // command name
-    ActionCommandEnd = 8,     // command name
-    ActionDataref = 9,        // dataref name, optionally with [index], "=", value
-    ActionCommandEndNow = 10, // nothing to do here: the systems cycle ends such commands itself
-    ActionAnswer = 11,        // text beginning with seconds: starts an answer timer
-};
-
 struct doStruct {
-    int type = ActionSay;
+    int type = 0; // queueType of an action kind (systems/action_kinds.h); one of none does nothing
     std::string text;
 };
 

@@ -15,6 +15,7 @@
 #include "frame/aircraft.h"
 #include "frame/datarefs.h"
 #include "frame/settings.h"
+#include "systems/action_kinds.h"
 #include "systems/links.h"
 #include "util/clock.h"
 #include "util/find_dataref.h"
@@ -24,6 +25,7 @@
 #include "util/text.h"
 #include "voice/action_queue.h"
 #include "voice/link_words.h"
+#include "voice/published_log.h"
 #include "voice/speech_link.h"
 
 const float OneLetterPauseSec = 0.1F;
@@ -43,13 +45,6 @@ namespace {
 const size_t QueueCapacity = 10000;
 const size_t SpokenTextsKept = 100; // more than overlay and editor can show
 const float NextActionAfterSaySec = 0.5F;
-
-// Index = action type. The blank behind "dotypePause" is part of the name.
-const char *const dotypeName[] = {
-    "dotypeSay",     "dotypeSayWait",  "dotypePos",    "dotypePosFast", "dotypePause ",    "dotypeBreak",
-    "dotypeComOnce", "dotypeComBegin", "dotypeComEnd", "dotypeDrf",     "dotypeComEndNow", "dotypeAnswer",
-};
-const int ActionTypes = sizeof dotypeName / sizeof dotypeName[0];
 
 std::vector<XPLMCommandRef> begunCommands; // and not ended, in this order
 float abortRepeatsUntil = 0.0F;            // FlightTimeSEC before which an abort repeats the last one
@@ -98,44 +93,44 @@ void DropQueue() {
     std::vector<doStruct> dropped;
     dropped.swap(executeFlow);
     for (const doStruct &action : dropped)
-        if (action.type == ActionCommandEnd && isBegun(XPLMFindCommand(action.text.c_str())))
+        if (action.type == QueueType(ScriptCommandEnd) && isBegun(XPLMFindCommand(action.text.c_str())))
             ExecuteCommand(action.text, "End");
 }
 
 void Perform(const doStruct &action) {
     switch (action.type) {
-    case ActionSay:
+    case QueueType(ScriptSay):
         Announce(action.text, ExecuteSay);
         isPrevExecuteCompleted = 1;
         break;
-    case ActionSayWait:
+    case QueueType(ScriptSayWait):
         Announce(action.text, ExecuteWaitSay);
         isPrevExecuteCompleted = 1;
         break;
-    case ActionPosition:
+    case QueueType(ScriptPosition):
         isPrevExecuteCompleted = 0;
         ExecutePos(action.text);
         break;
-    case ActionPositionFast:
+    case QueueTypeAtZero(ScriptPosition):
         isPrevExecuteCompleted = 0;
         ExecutePosFast(action.text);
         break;
-    case ActionPause:
+    case QueueType(ScriptPause):
         isPrevExecuteCompleted = 1;
         waitUntil = TimeIn(LeadingNumber(action.text));
         break;
-    case ActionBreak:
+    case QueueType(ScriptBreak):
         DropQueue();
-        string2debugString("executeFlow.clear() - ", dotypeName[ActionBreak], 1);
+        string2debugString("executeFlow.clear() - ", NameOfQueued(action.type), 1);
         break;
-    case ActionCommandOnce: ExecuteCommand(action.text, "Once"); break;
-    case ActionCommandBegin: ExecuteCommand(action.text, "Begin"); break;
-    case ActionCommandEnd: ExecuteCommand(action.text, "End"); break;
-    case ActionDataref:
+    case QueueType(ScriptCommandOnce): ExecuteCommand(action.text, "Once"); break;
+    case QueueType(ScriptCommandBegin): ExecuteCommand(action.text, "Begin"); break;
+    case QueueType(ScriptCommandEnd): ExecuteCommand(action.text, "End"); break;
+    case QueueType(ScriptSet):
         isPrevExecuteCompleted = 1;
         ExecuteDrf(action.text);
         break;
-    case ActionAnswer:
+    case QueueType(ScriptAnswer):
         isPrevExecuteCompleted = 1;
         answerstimer.push_back({action.text, FlightTimeSEC + LeadingNumber(action.text)});
         break;
@@ -191,9 +186,7 @@ void Executer() {
     if (waitUntil > FlightTimeSEC) return;
     if (lockStep == 1) return;
     const doStruct action = executeFlow.front();
-    const bool isKnown = action.type >= 0 && action.type < ActionTypes;
-    string2debugString(std::string("EXECUTE RUN: ") + (isKnown ? dotypeName[action.type] : "unknown") + " ",
-                       action.text, 1);
+    LogAction(action);
     Perform(action);
     if (!executeFlow.empty()) {
         executeFlow.erase(executeFlow.begin());

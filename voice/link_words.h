@@ -9,6 +9,7 @@ inline const char *const ToSpeech = "kv/to_speech";
 inline const char *const FrSpeech = "kv/fr_speech";
 inline const char *const Messages = "kv/speech/messages"; // the last of those to the server, numbered
 inline const char *const Expected = "kv/speech/expected"; // the phrases that are expected now
+inline const char *const LogTold = "kv/diagnost/log";     // what went wrong last, and what she does
 inline const char *const SpeechState = "kv/diagnost/speech";
 inline const char *const RecognitionState = "kv/diagnost/reco";
 

@@ -8,24 +8,13 @@
 
 namespace {
 
-// What a kind of action is listed as; null: not listed.
-const char *PhrasePrefix(int actionType) {
-    switch (actionType) {
-    case ScriptSay: return "say: ";
-    case ScriptSayWait: return "s&w: ";
-    case ScriptInput: return "inp: ";
-    case ScriptAnswer: return "ans: ";
-    default: return nullptr;
-    }
-}
-
 void LogParameter(const out_parameter_struct &parameter, const std::string &place) {
     for (const logicblock_struct &block : parameter.logic) {
         for (const structExecute &action : block.executes) {
-            const char *prefix = PhrasePrefix(action.type);
-            if (!prefix) continue;
+            const ActionKind *kind = ActionKindOf(action.type);
+            if (!kind || !kind->listedAs) continue;
             const std::string phrase = ReplaceStringAll(action.text, ",", ";");
-            XPLMDebugString((prefix + phrase + " (" + place + parameter.name + ")\n").c_str());
+            XPLMDebugString((kind->listedAs + phrase + " (" + place + parameter.name + ")\n").c_str());
         }
     }
 }

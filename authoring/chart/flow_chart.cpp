@@ -27,23 +27,8 @@ std::string DescribeComparison(const compare_block_class &comparison) {
 }
 
 std::string DescribeAction(const structExecute &action) {
-    switch (action.type) {
-    case ScriptSay:
-    case ScriptSayWait: return "says \"" + action.text + "\"";
-    case ScriptPosition: return "moves to " + action.text;
-    case ScriptBreak: return "breaks off";
-    case ScriptCommandOnce: return "presses " + action.text;
-    case ScriptCommandBegin: return "holds " + action.text;
-    case ScriptCommandEnd:
-    case ScriptCommandEndNow: return "lets go of " + action.text;
-    case ScriptPause: return "waits " + SignificantDigits(action.value) + " s";
-    case ScriptSet: return "sets " + action.text + " to " + SignificantDigits(action.value);
-    case ScriptInput: return "offers \"" + action.text + "\"";
-    case ScriptAnswer:
-        if (action.value <= 0.0) return "no longer expects \"" + action.text + "\"";
-        return "expects \"" + action.text + "\" for " + SignificantDigits(action.value) + " s";
-    default: return "goes on";
-    }
+    const ActionKind *kind = ActionKindOf(action.type);
+    return kind ? DeedOf(*kind, action.text, action.value) : "goes on";
 }
 
 bool BreaksOff(const logicblock_struct &block) {

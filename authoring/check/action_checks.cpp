@@ -149,40 +149,33 @@ void CheckText(const structExecute &action, const std::string &file) {
 
 void CheckAction(const structExecute &action, const ParameterPlace &place) {
     const std::string &file = place.parameter.fileName;
-    switch (action.type) {
-    case ScriptSay:
-    case ScriptSayWait: CheckText(action, file); break;
-    case ScriptPosition: CheckPosition(action.text, file, action.line); break;
-    case ScriptCommandOnce:
-    case ScriptCommandBegin:
-    case ScriptCommandEnd:
-    case ScriptCommandEndNow:
+    switch (TextOfAction(action.type)) {
+    case ActionText::Spoken: CheckText(action, file); break;
+    case ActionText::Position: CheckPosition(action.text, file, action.line); break;
+    case ActionText::Command:
         if (!XPLMFindCommand(action.text.c_str())) ReportMissing("command", action.text, file, action.line);
         break;
-    case ScriptSet:
+    case ActionText::Dataref:
         if (Contains(action.text, "="))
             AddFinding(Severity::Error, file, action.line, "the name of a dataref contains no \"=\"");
         else
             CheckDataref(action.text, Use::Write, file, action.line);
         break;
-    case ScriptPause:
-        if (action.value <= 0.0) AddFinding(Severity::Warning, file, action.line, "a pause of no time");
-        break;
-    case ScriptBreak:
-    case ScriptInput:
-    case ScriptPass:
-    case ScriptAnswer: break;
-    default: AddFinding(Severity::Error, file, action.line, "there is no action " + int2string(action.type));
+    case ActionText::Phrase:
+    case ActionText::None: break;
     }
+    if (action.type == ScriptPause && action.value <= 0.0)
+        AddFinding(Severity::Warning, file, action.line, "a pause of no time");
+    if (!ActionKindOf(action.type))
+        AddFinding(Severity::Error, file, action.line, "there is no action " + int2string(action.type));
 }
 
 // A break drops what is queued behind it, also by its own block.
 void CheckBehindBreak(const logicblock_struct &block, const ParameterPlace &place) {
     bool isBroken = false;
     for (const structExecute &action : block.executes) {
-        const bool isAtOnce = action.type == ScriptInput || action.type == ScriptPass
-                              || action.type == ScriptCommandEndNow || action.type == ScriptAnswer;
-        if (isBroken && !isAtOnce) {
+        const ActionKind *kind = ActionKindOf(action.type);
+        if (isBroken && (!kind || kind->when == ActionTime::Queued)) {
             AddFinding(Severity::Error, place.parameter.fileName, action.line,
                        "never done: the break above drops what stands behind it");
             return;

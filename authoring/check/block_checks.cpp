@@ -77,8 +77,10 @@ void CheckInheritedJoin(const logicblock_struct &block, const std::string &file)
     }
 }
 
+// What is offered or expected in each frame is meant to be.
 bool isRepeatedEachFrame(const structExecute &action) {
-    return action.type != ScriptInput && action.type != ScriptPass && action.type != ScriptAnswer;
+    const ActionKind *kind = ActionKindOf(action.type);
+    return !kind || (kind->when != ActionTime::Never && kind->text != ActionText::Phrase);
 }
 
 void CheckParameter(const ParameterPlace &place) {

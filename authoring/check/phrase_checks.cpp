@@ -112,7 +112,7 @@ void CheckOffers() {
     ForEachParameter([](const ParameterPlace &place) {
         for (const logicblock_struct &block : place.parameter.logic)
             for (const structExecute &action : block.executes)
-                if ((action.type == ScriptInput || action.type == ScriptAnswer) && action.text != ANY
+                if (TextOfAction(action.type) == ActionText::Phrase && action.text != ANY
                     && !awaited.contains(action.text))
                     AddFinding(Severity::Error, place.parameter.fileName, action.line,
                                "offered to the pilot, but no block waits for it: " + action.text);

@@ -69,7 +69,7 @@ bool isFollower(const ParameterAddress &place, int depth) {
 }
 
 bool isSpoken(const structExecute &action) {
-    return action.type == ScriptSay || action.type == ScriptSayWait;
+    return TextOfAction(action.type) == ActionText::Spoken;
 }
 
 // Whether the block can fire without a phrase, so in every frame.
@@ -102,7 +102,7 @@ void CollectWrittenDatarefs() {
         if (!place.parameter.outDataref.name.empty()) writtenDatarefs.insert(place.parameter.outDataref.name);
         for (const logicblock_struct &block : place.parameter.logic)
             for (const structExecute &action : block.executes)
-                if (action.type == ScriptSet)
+                if (TextOfAction(action.type) == ActionText::Dataref)
                     writtenDatarefs.insert(action.text.substr(0, action.text.find('[')));
     });
 }

@@ -46,7 +46,7 @@ void AddOnce(Texts &texts, const std::string &text) {
 Texts Sayings(const logicblock_struct &block) {
     Texts said;
     for (const structExecute &action : block.executes)
-        if ((action.type == ScriptSay || action.type == ScriptSayWait) && !action.text.starts_with('#'))
+        if (TextOfAction(action.type) == ActionText::Spoken && !action.text.starts_with('#'))
             said.push_back(Spoken(action.text));
     return said;
 }

@@ -160,6 +160,11 @@ int Log(Call &call) {
     return 1;
 }
 
+int Problems(Call &call) {
+    PushTexts(call.lua, TakeProblems());
+    return 1;
+}
+
 int DatarefBrowser(Call &call) {
     SwitchDatarefBrowser(call.Boolean(1, "on"));
     return 0;
@@ -217,6 +222,7 @@ void AddCockpitCalls(lua_State *lua) {
                    {"sent", Bridge<Sent>},
                    {"said", Bridge<Said>},
                    {"log", Bridge<Log>},
+                   {"problems", Bridge<Problems>},
                    {"dataref_browser", Bridge<DatarefBrowser>},
                    {"dataref_browser_names", Bridge<DatarefBrowserNames>},
                    {"note", Bridge<Note>}});

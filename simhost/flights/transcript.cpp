@@ -1,8 +1,8 @@
 // Puts the transcript together. The columns are the flight time (left out while it stays the same), the
 // speaker, and the words; what the first officer does stands indented, a verb and its object.
 //
-// An action's write of a dataref is told from the figure's own traffic by the plug-in's log: the line
-// "EXECUTE RUN: dotypeDrf name=value" comes right before it.
+// An action's write of a dataref is told from the figure's own traffic by what the plug-in publishes of its
+// log, which comes right before it.
 #include "simhost/flights/transcript.h"
 
 #include <algorithm>
@@ -15,7 +15,6 @@
 
 #include "XPLMDataAccess.h"
 #include "XPLMUtilities.h"
-#include "simhost/flights/log_problems.h"
 #include "simhost/number_text.h"
 #include "simhost/simulator.h"
 #include "simhost/sound/microphone.h"
@@ -71,7 +70,7 @@ struct {
     int framesToGo = 0; // 0: nothing to be told
 } answers;
 
-// The action that the executer has announced and not been seen to do yet.
+// The action that was announced and has not been seen yet.
 struct {
     std::string dataref, index, command;
 } announced;
@@ -167,25 +166,24 @@ std::string Quoted(std::string_view text) {
     return std::string("\"").append(text).append("\"");
 }
 
-bool TakePrefix(std::string_view &text, std::string_view prefix) {
-    if (text.substr(0, prefix.size()) != prefix) return false;
-    text.remove_prefix(prefix.size());
-    return true;
+// Up to a tab, and that with it.
+std::string_view TakeField(std::string_view &rest) {
+    const std::string_view field = rest.substr(0, rest.find('\t'));
+    rest.remove_prefix(std::min(field.size() + 1, rest.size()));
+    return field;
 }
 
-// "CHECKED, SET" becomes: for "CHECKED" or "SET".
+// CHECKED and SET become: for "CHECKED" or "SET".
 void TellAnswers() {
     answers.framesToGo = 0;
     if (answers.now == answers.told) return;
     answers.told = answers.now;
-    std::string_view list = answers.now;
-    if (list == "none" || list.empty()) return;
+    std::string_view rest = answers.now;
+    if (rest.empty()) return;
     std::string text = "for ";
-    while (!list.empty()) {
-        const size_t comma = std::min(list.find(", "), list.size());
-        text += Quoted(list.substr(0, comma));
-        list.remove_prefix(std::min(comma + 2, list.size()));
-        if (!list.empty()) text += list.find(", ") == std::string_view::npos ? " or " : ", ";
+    while (!rest.empty()) {
+        text += Quoted(TakeField(rest));
+        if (!rest.empty()) text += rest.find('\t') == std::string_view::npos ? " or " : ", ";
     }
     Action("waits", text);
 }
@@ -195,37 +193,17 @@ void NoteAnswers(std::string_view list) {
     answers.framesToGo = SETTLED_FRAMES;
 }
 
-// "2.500000" as "2.5".
-std::string ShortNumber(std::string_view text) {
-    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-    double number = 0;
-    if (std::from_chars(text.data(), text.data() + text.size(), number).ec != std::errc())
-        return std::string(text);
-    return NumberText(number);
+void AnnounceWrite(std::string_view element) {
+    const size_t bracket = std::min(element.find('['), element.size());
+    announced.dataref = element.substr(0, bracket);
+    announced.index = element.substr(bracket);
 }
 
-// The executer's announcement of its next action: "dotypePos NAME".
-void TellAction(std::string_view action) {
-    announced = {};
-    const auto is = [&action](std::string_view type) { return TakePrefix(action, type); };
-    if (is("dotypePosFast ") || is("dotypePos ")) {
-        Action("moves", std::string("to ").append(action));
-    } else if (is("dotypePause ")) {
-        Action("pauses", ShortNumber(action) + " s", DIM);
-    } else if (is("dotypeBreak")) {
-        Action("stops", "here");
-    } else if (is("dotypeComOnce ") || is("dotypeComBegin ")) {
-        announced.command = action;
-    } else if (is("dotypeDrf ")) {
-        const size_t equals = action.find('=');
-        if (equals == std::string_view::npos) return;
-        std::string name;
-        for (const char c : action.substr(0, equals))
-            if (c != ' ') name += c;
-        const size_t bracket = std::min(name.find('['), name.size());
-        announced.index = name.substr(bracket);
-        announced.dataref = name.substr(0, bracket);
-    }
+// A verb and what it is about.
+void TellAction(std::string_view words) {
+    const size_t blank = std::min(words.find(' '), words.size());
+    Action(std::string(words.substr(0, blank)).c_str(),
+           std::string(words.substr(std::min(blank + 1, words.size()))));
 }
 
 std::string WithoutScratchPath(std::string_view text) {
@@ -237,18 +215,11 @@ std::string WithoutScratchPath(std::string_view text) {
     return shortened;
 }
 
-void TellLogLine(std::string_view line) {
-    line = WithoutLogPrefix(line); // with the flight time, which stands on the left already
-    if (TakePrefix(line, "EXECUTE RUN: ")) return TellAction(line);
-    if (TakePrefix(line, "Expected answers: ")) return NoteAnswers(line);
-    LineProblem ignored;
-    if (TellsOfProblem(line) || ReadLineProblem(line, ignored))
-        Speaker(PROBLEM_COLOUR, "LOG", WithoutScratchPath(line));
-}
-
 void TellSpeech(std::string_view message) {
-    if (TakePrefix(message, "say>")) {
+    constexpr std::string_view SAY = "say>";
+    if (message.starts_with(SAY)) {
         ++counted.said;
+        message.remove_prefix(SAY.size());
         while (!message.empty() && message.back() == ' ') message.remove_suffix(1); // spelled numbers end so
         return Speaker(FENNIC_COLOUR, "FENNIC", Quoted(message));
     }
@@ -322,8 +293,15 @@ void CloseTranscript(double simulatedSeconds, double realSeconds) {
 }
 
 void TranscribeEvent(const Event &event) {
+    if (event.kind == EventKind::ActionBegun || event.kind == EventKind::ActionOnCommand
+        || event.kind == EventKind::ActionOnDataref)
+        announced = {};
     switch (event.kind) {
-    case EventKind::LogLine: return TellLogLine(event.subject);
+    case EventKind::Problem: return Speaker(PROBLEM_COLOUR, "LOG", WithoutScratchPath(event.subject));
+    case EventKind::ActionBegun: return TellAction(event.subject);
+    case EventKind::ActionOnCommand: announced.command = event.subject; return;
+    case EventKind::ActionOnDataref: return AnnounceWrite(event.subject);
+    case EventKind::AnswersExpected: return NoteAnswers(event.subject);
     case EventKind::SpeechMessage: return TellSpeech(event.subject);
     case EventKind::DatarefWritten: return TellWritten(event);
     case EventKind::SimulatorSpeech: return Speaker(PLAIN, "X-PLANE", Quoted(event.subject));

@@ -100,7 +100,7 @@ int ReadArray(XPLMDataRef handle, Buffer *out, int offset, int maximum,
 // Whether a write by the running plug-in is one that a listener wants to know of.
 bool isReported(const Dataref &dataref) {
     return dataref.owner != currentRunning.plugin && currentRunning.plugin != XPLM_PLUGIN_XPLANE
-           && !dataref.isSpeech && hasEventListener();
+           && dataref.channel == Channel::None && hasEventListener();
 }
 
 template <typename Value> void ReportWrite(const std::string &subject, Value value) {
@@ -197,7 +197,8 @@ Dataref &RecordOf(const std::string &name) {
     Dataref &dataref = element->second;
     if (isNew) {
         dataref.name = element->first;
-        dataref.isSpeech = name == "kv/to_speech";
+        if (name == "kv/to_speech") dataref.channel = Channel::Speech;
+        if (name == "kv/diagnost/log") dataref.channel = Channel::Log;
     }
     return dataref;
 }
@@ -205,7 +206,7 @@ Dataref &RecordOf(const std::string &name) {
 void MakeOrphan(Dataref &dataref) {
     Dataref orphan;
     orphan.name = dataref.name;
-    orphan.isSpeech = dataref.isSpeech;
+    orphan.channel = dataref.channel;
     orphan.wasGood = dataref.isGood || dataref.wasGood;
     dataref = std::move(orphan);
 }
@@ -320,9 +321,9 @@ int XPLMGetDatab(XPLMDataRef inDataRef, void *outValue, int inOffset, int inMaxB
 
 void XPLMSetDatab(XPLMDataRef inDataRef, void *inValue, int inOffset, int inLength) {
     const auto *dataref = static_cast<const Dataref *>(inDataRef);
-    if (dataref && dataref->isSpeech && dataref->isWritable && (dataref->types & xplmType_Data)) {
-        RecordSpeech(inValue, inLength);
-    }
+    if (dataref && dataref->channel != Channel::None && dataref->isWritable
+        && (dataref->types & xplmType_Data))
+        RecordText(dataref->channel, inValue, inLength);
     WriteArray(inDataRef, inValue, inOffset, inLength, DataType);
 }
 

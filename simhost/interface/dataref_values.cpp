@@ -138,17 +138,18 @@ bool SetText(const std::string &name, const std::string &value) {
         if (!dataref->isShared && bytes.size() > dataref->bytes.size()) return false;
         std::fill(dataref->bytes.begin(), dataref->bytes.end(), 0);
     }
-    const bool isSpeech = dataref->isSpeech;
-    dataref->isSpeech = false; // the plug-in did not say this
+    const Channel channel = dataref->channel;
+    dataref->channel = Channel::None; // the plug-in did not say this
     XPLMSetDatab(dataref, bytes.data(), 0, static_cast<int>(bytes.size()));
-    dataref->isSpeech = isSpeech;
+    dataref->channel = channel;
     return true;
 }
 
-void RecordSpeech(const void *text, int length) {
+void RecordText(Channel channel, const void *text, int length) {
     if (!text || length <= 0) return;
     const char *begin = static_cast<const char *>(text);
     std::string message(begin, std::find(begin, begin + length, '\0'));
+    if (channel == Channel::Log) return RecordLogText(message);
     if (SentMessages().size() >= KeptMessages) SentMessages().pop_front();
     SentMessages().push_back({FlightTimeSeconds(), message});
     if (hasEventListener()) ReportEvent({EventKind::SpeechMessage, std::move(message), {}});

@@ -22,6 +22,9 @@ struct Subscriber {
     XPLMPluginID plugin = XPLM_NO_PLUGIN_ID;
 };
 
+// Datarefs whose texts are kept, or told, as they are written.
+enum class Channel : unsigned char { None, Speech /* "kv/to_speech" */, Log /* "kv/diagnost/log" */ };
+
 struct Dataref {
     // What every access looks at comes first, to lie in one cache line.
     XPLMDataTypeID types = xplmType_Unknown; // Unknown while an orphan
@@ -29,7 +32,7 @@ struct Dataref {
     bool wasGood = false;                    // an orphan that plug-ins still find by its name
     bool isStored = false;   // the value is kept here; otherwise the owner's functions have it
     bool isWritable = false; // by plug-ins
-    bool isSpeech = false;   // "kv/to_speech"
+    Channel channel = Channel::None;
     bool isShared = false;
     XPLMPluginID owner = XPLM_PLUGIN_XPLANE;
 
@@ -90,8 +93,8 @@ void NotifySubscribers(const Dataref &dataref);
 void DropSubscribers(XPLMPluginID plugin, LeftBehind &leftBehind);
 void ForgetSharedData(); // when all datarefs have been made orphans
 
-// Keeps what the plug-in says to the speech server: length bytes, up to the first zero byte.
-void RecordSpeech(const void *text, int length);
+// Takes what a plug-in writes to such a dataref: length bytes, up to the first zero byte.
+void RecordText(Channel channel, const void *text, int length);
 void ResetSentMessages();
 
 } // namespace simhost

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <deque>
 #include <set>
+#include <string_view>
 
 #include "simhost/events.h"
 #include "simhost/modules.h"
@@ -26,8 +27,9 @@ constexpr std::size_t KeptSpeech = 10000; // texts
 struct Utilities {
     std::string xplaneFolder, aircraftFolder, aircraftFile;
     std::deque<std::string> logLines;
-    std::deque<std::string> speech; // of the simulator's own voice
-    std::string openLine;           // what came after the last line end
+    std::deque<std::string> speech;   // of the simulator's own voice
+    std::deque<std::string> problems; // among the lines
+    std::string openLine;             // what came after the last line end
     bool hasDroppedLogLines = false;
     bool usesColons = false; // in paths, for plug-ins that did not ask for native ones
     std::FILE *logFile = nullptr;
@@ -45,6 +47,28 @@ void WriteLogFile(const char *text, std::size_t length) {
     std::fflush(State().logFile); // what a crash is about comes last
 }
 
+void KeepProblem(std::string text) {
+    std::deque<std::string> &problems = State().problems;
+    while (problems.size() >= KeptLogLines) problems.pop_front();
+    problems.push_back(text);
+    if (hasEventListener()) ReportEvent({EventKind::Problem, std::move(text), {}});
+}
+
+// A line by which anybody tells of a problem: "Error" or "!!!" comes first, or right behind a name and ":".
+bool isProblemLine(std::string_view line) {
+    const size_t colon = line.find(": ");
+    const std::string_view unnamed = colon == std::string_view::npos ? "" : line.substr(colon + 2);
+    for (std::string_view sign : {"Error", "ERROR", "!!!"})
+        if (line.starts_with(sign) || unnamed.starts_with(sign)) return true;
+    return false;
+}
+
+std::string_view TakeField(std::string_view &rest) {
+    const std::string_view field = rest.substr(0, rest.find('\t'));
+    rest.remove_prefix(std::min(field.size() + 1, rest.size()));
+    return field;
+}
+
 void KeepLogLine(std::string line) {
     while (!line.empty() && line.back() == '\r') line.pop_back();
     std::deque<std::string> &lines = State().logLines;
@@ -54,7 +78,7 @@ void KeepLogLine(std::string line) {
     }
     while (lines.size() >= KeptLogLines) lines.pop_front();
     lines.push_back(line);
-    if (hasEventListener()) ReportEvent({EventKind::LogLine, std::move(line), {}});
+    if (isProblemLine(line)) KeepProblem(std::move(line));
 }
 
 void AppendToLog(const char *text) {
@@ -137,11 +161,31 @@ void FlushLog() {
 }
 
 std::vector<std::string> TakeLogLines() {
+    State().problems.clear();
     return TakeAll(State().logLines);
 }
 
 std::vector<std::string> TakeSimulatorSpeech() {
     return TakeAll(State().speech);
+}
+
+std::vector<std::string> TakeProblems() {
+    return TakeAll(State().problems);
+}
+
+void RecordLogText(std::string_view text) {
+    const std::string_view kind = TakeField(text);
+    const std::string subject(TakeField(text)), words(text);
+    if (kind == "error") KeepProblem(words);
+    if (!hasEventListener() || kind == "error" || kind == "speech") return; // which the speech link tells
+    if (kind == "answers")
+        ReportEvent({EventKind::AnswersExpected, words, {}});
+    else if (kind == "command")
+        ReportEvent({EventKind::ActionOnCommand, subject, {}});
+    else if (kind == "dataref")
+        ReportEvent({EventKind::ActionOnDataref, subject, {}});
+    else
+        ReportEvent({EventKind::ActionBegun, words, {}});
 }
 
 void ResetUtilities() {

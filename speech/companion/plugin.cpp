@@ -58,6 +58,14 @@ void Log(const std::string &text) {
     XPLMDebugString(("FENNIC Speech: " + text + "\n").c_str());
 }
 
+// The same of a problem, told to programs as the first officer tells hers.
+void LogProblem(const std::string &text) {
+    Log(text);
+    const XPLMDataRef told = XPLMFindDataRef(link_words::LogTold);
+    std::string record = "error\t\tFENNIC Speech: " + text;
+    if (told) XPLMSetDatab(told, record.data(), 0, static_cast<int>(record.size()) + 1);
+}
+
 double Now() {
     return XPLMGetElapsedTime();
 }
@@ -87,7 +95,8 @@ void LogOfVoice(const std::string &line) {
         companion.logSecond = Now();
         companion.logLines = 0;
     }
-    if (++companion.logLines <= MostLogLines) Log(line);
+    const bool isProblem = BeginsWith(line, "speech 0") || BeginsWith(line, "reco 0");
+    if (++companion.logLines <= MostLogLines) (isProblem ? LogProblem : Log)(line);
 }
 
 // "speech 1 ready", "reco 0 no microphone": a half of the link, how it is, and why.
@@ -114,7 +123,8 @@ void StartProcess() {
         return;
     }
     if (error != companion.lastFailure)
-        Log("cannot start " + companion.program + ": " + error + "; texts are spoken by the simulator");
+        LogProblem("cannot start " + companion.program + ": " + error
+                   + "; texts are spoken by the simulator");
     companion.lastFailure = error;
     SetState(true, false);
     SetState(false, false);
@@ -128,8 +138,8 @@ void NoticeEnd() {
     companion.startAt = now;
     if (std::exchange(companion.isRestarting, false)) return;
     if (now - companion.startedAt > HealthyAfter) companion.delay = ShortestDelay;
-    Log("the voice ended " + companion.process.Ending() + "; it is started again in "
-        + std::to_string(static_cast<int>(companion.delay)) + " s");
+    LogProblem("the voice ended " + companion.process.Ending() + "; it is started again in "
+               + std::to_string(static_cast<int>(companion.delay)) + " s");
     companion.startAt += companion.delay;
     companion.delay = std::min(companion.delay * 2.0, LongestDelay);
 }
@@ -140,7 +150,7 @@ void NoticeSilence() {
         if (Clock::now() > companion.killAt) companion.process.Kill();
     } else if (companion.silentAt > 0.0 && Now() > companion.silentAt
                && Clock::now() > companion.silentAtClock) {
-        Log("the voice does not say what it was given to say");
+        LogProblem("the voice does not say what it was given to say");
         companion.process.Kill();
     }
 }

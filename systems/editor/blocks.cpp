@@ -15,9 +15,6 @@ structExecute ExecCopy;
 
 namespace {
 
-const char *const ExampleText = "Example Text!";
-const char *const NotDefined = "not_define";
-
 bool wasActionCopied = false;
 
 // A step that changes one parameter, which comes back as it is now.
@@ -99,20 +96,9 @@ calcBlock_struct *CalculationAt(const BlockPlace &place, int calculation) {
 }
 
 // The text that a new action begins with.
-const char *DefaultText(int type) {
-    switch (type) {
-    case ScriptSay:
-    case ScriptSayWait: return ExampleText;
-    case ScriptPosition:
-    case ScriptCommandOnce:
-    case ScriptCommandBegin:
-    case ScriptCommandEnd:
-    case ScriptCommandEndNow:
-    case ScriptSet:
-    case ScriptInput:
-    case ScriptPass: return NotDefined;
-    default: return "";
-    }
+const char *NewText(int type) {
+    const ActionKind *kind = ActionKindOf(type);
+    return kind ? kind->newText : "";
 }
 
 void Rebind(dataref_class &dataref, int mode, const out_parameter_struct &parameter) {
@@ -232,7 +218,7 @@ void SetOperator(const BlockPlace &place, int calculation, int index, int oper) 
 
 int AddAction(const BlockPlace &place, int after) {
     structExecute action;
-    action.text = DefaultText(action.type);
+    action.text = NewText(action.type);
     return AddRecord("ADD ACTION", place, &logicblock_struct::executes, after, std::move(action));
 }
 
@@ -242,9 +228,9 @@ void DeleteAction(const BlockPlace &place, int index) {
 
 // A text that was never written by the author gives way to the new type's.
 void SetActionType(const BlockPlace &place, int index, int type) {
-    if (type < ScriptSay || type > ScriptAnswer) return;
+    if (!ActionKindOf(type)) return;
     ChangeRecord("ACTION TYPE", place, &logicblock_struct::executes, index, [=](structExecute &action) {
-        if (action.text == DefaultText(action.type)) action.text = DefaultText(type);
+        if (action.text == NewText(action.type)) action.text = NewText(type);
         action.type = type;
         ReadSpokenLinks(action);
         action.notFound = isMissing(action) ? 1 : 0;

@@ -18,13 +18,6 @@ namespace {
 
 const int Gap = 4;
 const char *const OperatorNames[CalculationOperators] = {" =", " +", " -", " *", " /", "b2i", "flr"};
-const char *const ActionNames[] = {"SAY",    "SAY&WAIT",    "POSITION", "BREAK", "COMONCE",
-                                   "COMBEG", "COMEND",      "PAUSE",    "SET",   "INPUT",
-                                   "PASS",   "cmd endnow:", "ANSWER"};
-const int ActionOrder[] = {ScriptSay,         ScriptSayWait,      ScriptPosition,   ScriptPause,
-                           ScriptCommandOnce, ScriptCommandBegin, ScriptCommandEnd, ScriptBreak,
-                           ScriptSet,         ScriptInput,        ScriptPass,       ScriptAnswer};
-
 click_zone_class ItemZone(int action, const char *name, int item, int element = -1) {
     click_zone_class zone = Zone(action, name);
     zone.item = item;
@@ -167,9 +160,8 @@ void DrawAction(const Area &area, int index, const structExecute &action) {
     click_zone_class zone = ItemZone(ActionSelectItem, "", index);
     zone.area = {area.left, area.top, area.left + typeWidth, area.bottom};
     AddClickZone(parZones, zone);
-    const bool isKnown = action.type >= ScriptSay && action.type <= ScriptAnswer;
-    DrawCut(isKnown ? ActionNames[action.type] : "unknown", area.left + 3, area.top, typeWidth - 6,
-            ColourYellow);
+    const ActionKind *kind = ActionKindOf(action.type);
+    DrawCut(kind ? kind->label : "unknown", area.left + 3, area.top, typeWidth - 6, ColourYellow);
     int x = area.left + typeWidth;
     DrawField({x, area.top, x + valueWidth, area.bottom}, FieldActionValue, index, -1, ColourWhite,
               SignificantDigits(action.value));
@@ -244,9 +236,10 @@ void DrawExecuteStack(const Area &area) {
     AddBoard(parZones, ItemZone(ActionPasteAction, "PASTE", selDraw), x, area.top);
     int top = area.top - RowHeight - 2;
     x = area.left;
-    for (int type : ActionOrder) {
-        click_zone_class zone = ItemZone(ActionSetActionType, ActionNames[type], selDraw);
-        zone.value = type;
+    for (const ActionKind &kind : ActionKinds) {
+        if (!kind.isOffered) continue;
+        click_zone_class zone = ItemZone(ActionSetActionType, kind.label, selDraw);
+        zone.value = kind.code;
         if (x + BoardWidth(zone.name) > area.right) {
             x = area.left;
             top -= RowHeight + 2;

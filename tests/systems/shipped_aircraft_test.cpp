@@ -16,10 +16,10 @@
 #include "figure/channels.h"
 #include "figure/positions.h"
 #include "frame/settings.h"
-#include "simhost/flights/log_problems.h"
 #include "simhost/world/simulator_lists.h"
 #include "systems/writer.h"
 #include "tests/systems/model_folder.h"
+#include "util/log.h"
 
 namespace {
 
@@ -28,18 +28,21 @@ const std::filesystem::path Staged = STAGED_AIRCRAFT; // the folders as the buil
 // The plug-in's folder as it ships with one aircraft, loaded as at start.
 class ShippedAircraft : public ModelFolder, public ::testing::WithParamInterface<std::filesystem::path> {
 protected:
-    std::vector<std::string> log; // of loading
+    std::vector<std::string> problems; // of loading
 
     ShippedAircraft() {
         const auto whole =
             std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing;
         for (const char *folder : {"systems", "data", "custom"})
             std::filesystem::copy(GetParam() / folder, plugin + folder, whole);
+        ListenToLog([this](const LogRecord &record, const std::string &) {
+            problems.push_back(record.file + ": " + WordsOf(record));
+        });
         ReadSettings();
         LoadAnimationFile(plugin + "data/obj/fennic.txt");
         ReadPositionFolder();
         CreateSystemsFromFile();
-        log = simhost::TakeLogLines();
+        ResetLog();
     }
 
     using Visit =
@@ -89,11 +92,6 @@ INSTANTIATE_TEST_SUITE_P(Aircraft, ShippedAircraft, ::testing::ValuesIn(Aircraft
                              return name;
                          });
 
-bool isCommandAction(int type) {
-    return type == ScriptCommandOnce || type == ScriptCommandBegin || type == ScriptCommandEnd
-           || type == ScriptCommandEndNow;
-}
-
 bool isOwn(const std::string &dataref) {
     return dataref.rfind("kv/", 0) == 0;
 }
@@ -107,9 +105,7 @@ std::string SplitIndex(const std::string &fullName, int &index) {
 
 TEST_P(ShippedAircraft, LoadsWithoutAComplaint) {
     ASSERT_FALSE(systems_vector.empty());
-    for (const std::string &line : log)
-        EXPECT_FALSE(simhost::TellsOfProblem(simhost::WithoutLogPrefix(line))) << line;
-    EXPECT_EQ(CountLines(log, {".txt"}), 0) << "a line that was dropped";
+    EXPECT_EQ(problems, std::vector<std::string>());
     ForEachAction([](const std::string &address, const structExecute &action) {
         EXPECT_FALSE(action.notFound) << address << ": " << action.text;
     });
@@ -127,7 +123,7 @@ TEST_P(ShippedAircraft, IsWrittenBackAsItIs) {
 
 TEST_P(ShippedAircraft, SpeaksOnlyOfWhatExists) {
     ForEachAction([](const std::string &address, const structExecute &action) {
-        if (action.type != ScriptSay && action.type != ScriptSayWait) return;
+        if (TextOfAction(action.type) != ActionText::Spoken) return;
         for (size_t begin = 0; (begin = action.text.find('<', begin)) != std::string::npos; begin++) {
             const size_t end = action.text.find('>', begin);
             ASSERT_NE(end, std::string::npos) << address << ": " << action.text;
@@ -148,7 +144,7 @@ TEST_P(ShippedAircraft, CanBeAnswered) {
         EXPECT_EQ(phrase, known);
     }
     ForEachAction([&](const std::string &address, const structExecute &action) {
-        if (action.type != ScriptInput && action.type != ScriptAnswer) return;
+        if (TextOfAction(action.type) != ActionText::Phrase) return;
         EXPECT_TRUE(phrases.contains(action.text)) << address << " offers \"" << action.text << "\"";
     });
 }
@@ -228,7 +224,7 @@ TEST_P(ShippedAircraft, UsesNamesOfTheSimulator) {
         });
     ForEachAction([&](const std::string &address, const structExecute &action) {
         if (action.type == ScriptSet) expectListed(address, action.text, true);
-        EXPECT_TRUE(commands.contains(action.text) || !isCommandAction(action.type))
+        EXPECT_TRUE(commands.contains(action.text) || TextOfAction(action.type) != ActionText::Command)
             << address << ": " << action.text;
     });
 }

@@ -63,7 +63,7 @@ TEST_F(ExecuterTest, AWriteThatCannotBeDoneSaysWhy) {
 
 TEST_F(ExecuterTest, WhatIsUnknownIsPassedOverAndAnAnswerGetsItsTime) {
     executeFlow = {
-        {ActionCommandOnce, "t/no"}, {12, "no such type"}, {-1, "nor this"}, {ActionAnswer, "2.5 checked"}};
+        {QueueType(ScriptCommandOnce), "t/no"}, {12, "no such type"}, {-1, "nor this"}, {QueueType(ScriptAnswer), "2.5 checked"}};
     Run(0.4);
     EXPECT_TRUE(executeFlow.empty());
     ASSERT_EQ(answerstimer.size(), 1U);
@@ -73,7 +73,7 @@ TEST_F(ExecuterTest, WhatIsUnknownIsPassedOverAndAnAnswerGetsItsTime) {
 
 TEST_F(ExecuterTest, StepModeStartsOneActionAStep) {
     isNeedStep = 1;
-    executeFlow = {{ActionSay, "A"}, {ActionSay, "B"}, {ActionSay, "C"}};
+    executeFlow = {{0, "A"}, {0, "B"}, {0, "C"}};
     EXPECT_EQ(Run(5), Said{"0.0 say>A"});
     EXPECT_EQ(executeFlowActual, "B");
     lockStep = 0;
@@ -87,7 +87,7 @@ TEST_F(ExecuterTest, ASentenceTakesTheTimeOfItsCharacters) {
 
 TEST_F(ExecuterTest, NothingGrowsWithoutBound) {
     simhost::TakeLogLines();
-    for (int i = 0; i < 30000; i++) QueueAction(ActionPause, "1");
+    for (int i = 0; i < 30000; i++) QueueAction(QueueType(ScriptPause), "1");
     EXPECT_EQ(CountNewLines({"queue is full"}), 1);
     EXPECT_LT(executeFlow.size(), 20000U);
     for (int i = 0; i < 1000; i++) ExecuteSay(std::to_string(i));

@@ -22,8 +22,8 @@
 
 namespace {
 
-XPLMDataRef toSpeech, fromSpeech, half, readOnly, pair;
-std::string sent, heard;
+XPLMDataRef toSpeech, fromSpeech, half, readOnly, pair, published;
+std::string sent, heard, told;
 int pairOfInts[2] = {4, 5};
 XPLMCommandRef pushToTalk;
 int frames = 0;
@@ -80,42 +80,49 @@ void Log(const std::string &text) {
     XPLMDebugString(("KV FENNIC Plugin: 0 SEC TFT " + text + "\n").c_str());
 }
 
+// As the product publishes what its log tells.
+void Tell(const std::string &kind, const std::string &subject, const std::string &words) {
+    std::string text = kind + "\t" + subject + "\t" + words;
+    XPLMSetDatab(published, text.data(), 0, static_cast<int>(text.size()) + 1);
+}
+
 int Number(const char *name) {
     return XPLMGetDatai(XPLMFindDataRef(name));
 }
 
-// One frame of a checklist item, each in the way in which the product does and logs it.
+// One frame of a checklist item, each in the way in which the product does and tells it.
 void Answer(const std::string &text) {
     XPLMDataRef beacon = XPLMFindDataRef("probe/beacon");
     XPLMCommandRef lights = XPLMFindCommand("probe/lights_on");
     if (text == "beacon") {
-        Log("EXECUTE RUN: dotypeDrf probe/beacon = 1");
+        Tell("dataref", "probe/beacon", "sets probe/beacon to 1");
         XPLMSetDatai(beacon, 1);
         XPLMSetDatai(XPLMFindDataRef("probe/other"), frames); // the model's own traffic: not told
     } else if (text == "fuel") {
-        Log("EXECUTE RUN: dotypeDrf probe/fuel[1]=2.5");
+        Tell("dataref", "probe/fuel[1]", "sets probe/fuel[1] to 2.5");
         float value = 2.5f;
         XPLMSetDatavf(XPLMFindDataRef("probe/fuel"), &value, 1, 1);
     } else if (text == "lights") {
-        Log("EXECUTE RUN: dotypeComOnce probe/lights_on");
+        Tell("command", "probe/lights_on", "presses probe/lights_on");
         XPLMCommandOnce(lights);
     } else if (text == "hold") {
-        Log("EXECUTE RUN: dotypeComBegin probe/lights_on");
+        Tell("command", "probe/lights_on", "holds probe/lights_on");
         XPLMCommandBegin(lights);
     } else if (text == "let go") {
         XPLMCommandEnd(lights);
     } else if (text == "nothing there") {
-        Log("EXECUTE RUN: dotypeComOnce probe/no_such");
+        Tell("command", "probe/no_such", "presses probe/no_such");
     } else if (text == "move") {
-        Log("EXECUTE RUN: dotypePos REST");
+        Tell("position", "REST", "moves to REST");
     } else if (text == "ask") {
-        Log("Expected answers: CHECKED, NOT CHECKED");
+        Tell("answers", "", "CHECKED\tNOT CHECKED");
     } else if (text == "answered") {
-        Log("Expected answers: none");
+        Tell("answers", "", "");
     } else if (text == "fail") {
-        Log("Error in script - cant find dataref: nowhere");
-        Log("systems/base line check.txt line 7: no comparison - line dropped: flaps");
-        Log("Just Get Recognition: mirrors adjusted"); // no problem, whatever is in it
+        Tell("error", "", "Error in script - cant find dataref: nowhere");
+        Tell("error", "systems/x.txt", "systems/x.txt line 7: no comparison - line dropped: flaps");
+        XPLMDebugString("Probe: Error 7\n");
+        Log("Just Get Recognition: Error mirrors adjusted"); // no problem, whatever is in it
     } else {
         Send("say>" + text);
         Send("volume>80");
@@ -265,6 +272,7 @@ ENTRY int XPluginStart(char *name, char *signature, char *description) {
     std::strcpy(description, "Answers and misbehaves");
     if (Number("probe/refuse_start") != 0) return 0;
     toSpeech = MakeText("kv/to_speech", ReadText, WriteText, &sent);
+    published = MakeText("kv/diagnost/log", ReadText, WriteText, &told);
     fromSpeech = MakeText("kv/fr_speech", ReadText, WriteText, &heard);
     half = MakeText("probe/half", ReadHalf, nullptr, nullptr);
     readOnly = XPLMRegisterDataAccessor("probe/seven", xplmType_Int, 0, ReadSeven, nullptr, nullptr, nullptr,
@@ -288,7 +296,7 @@ ENTRY void XPluginStop(void) {
     if (Number("probe/leave_behind") != 0) return;
     XPLMUnregisterFlightLoopCallback(OnFrame, nullptr);
     XPLMUnregisterDrawCallback(OnDraw, xplm_Phase_Window, 0, nullptr);
-    for (XPLMDataRef dataref : {toSpeech, fromSpeech, half, readOnly, pair})
+    for (XPLMDataRef dataref : {toSpeech, fromSpeech, half, readOnly, pair, published})
         XPLMUnregisterDataAccessor(dataref);
 }
 
