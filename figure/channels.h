@@ -28,6 +28,7 @@ const int HeadChannel = 3;
 const int LeftFingersFirst = 7, LeftFingersLast = 21;
 const int RightFingersFirst = 25, RightFingersLast = 39;
 const int FigureOffsetChannel = 46;
+const int FigureChannels = 47; // of the figure that is shipped
 const char *const FigureOffsetName = "xyz";
 
 // Single datarefs of the figure; null when another plug-in had taken the name.

@@ -84,12 +84,13 @@ void BodyParser::Parse() {
 }
 
 void BodyParser::ParseLine() {
-    bool isWhole = true;
-    BodyItem item = ReadBodyLine(Line(), isWhole);
+    LineRemarks remarks;
+    BodyItem item = ReadBodyLine(Line(), remarks);
+    ReportRemarks(remarks, parameter.fileName, LineNumber());
     const bool isOutside =
         parameter.logic.empty() && !std::get_if<BlockBegin>(&item) && !std::get_if<JoinLine>(&item);
     if (isOutside) item = UnreadableLine{"stands before the first \"logic:\"", true};
-    KeepAsWritten(Line(), isWhole, item);
+    KeepAsWritten(Line(), remarks.isWhole, item);
     std::visit([this](auto &read) { Add(std::move(read)); }, item);
 }
 
@@ -109,7 +110,7 @@ void BodyParser::Add(JoinLine item) {
 void BodyParser::Add(compare_block_class &&comparison) {
     join = {};
     comparison.joinOp = joinOp;
-    comparison.joinText = joinOp == 1 ? "||" : "&&";
+    comparison.joinText = JoinKeys[joinOp];
     if (comparison.a.kind == LinkSpeech) {
         comparison.phraseStroka = MakeStrokaFromText(comparison.phrase, AddToContext);
         OfferToMenu(system, device, place.out, comparison.phrase);
@@ -175,8 +176,7 @@ bool isMissing(const structExecute &action) {
     switch (TextOfAction(action.type)) {
     case ActionText::Position: return !mapPos.contains(action.text);
     case ActionText::Command: return !XPLMFindCommand(action.text.c_str());
-    case ActionText::Dataref:
-        return !FindDataref(action.text.substr(0, action.text.find('[')).c_str());
+    case ActionText::Dataref: return !FindDataref(action.text.substr(0, action.text.find('[')).c_str());
     default: return false;
     }
 }

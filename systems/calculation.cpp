@@ -18,9 +18,7 @@ bool calcString2calcStack(const ParameterAddress &owner, std::string_view text,
 }
 
 void calcStack_class::operTypeDetect() {
-    const auto *found = std::find(std::begin(OperatorTexts), std::end(OperatorTexts), oper);
-    operType =
-        found == std::end(OperatorTexts) ? OperatorLoad : static_cast<int>(found - std::begin(OperatorTexts));
+    operType = std::max(OperatorOf(oper), static_cast<int>(OperatorLoad));
 }
 
 double calcStack_class::Calc(double acc, const std::vector<double> &results) {

@@ -18,16 +18,16 @@ bool compare_block_class::Logic(bool in, const std::string &recognised) {
     cmpResult = false;
     if (!recognised.empty()) {
         const bool isEqual = recognised == phrase;
-        cmpResult = phrase == "any" || (cmpOp == 0 && isEqual) || (cmpOp == 1 && !isEqual);
+        cmpResult =
+            phrase == "any" || (cmpOp == CompareEqual && isEqual) || (cmpOp == CompareNotEqual && !isEqual);
     }
     return Join(in);
 }
 
 bool compare_block_class::Compare() const {
-    const bool isEquality = cmpOp == 0 || cmpOp == 1;
-    if (isEquality && !bList.empty()) {
+    if (isEquality(cmpOp) && !bList.empty()) {
         const bool isListed = std::any_of(bList.begin(), bList.end(), [this](int n) { return aValue == n; });
-        return isListed == (cmpOp == 0);
+        return isListed == (cmpOp == CompareEqual);
     }
     if (cmpOp < 0 || cmpOp >= ComparisonOperators) return false;
     const Comparator &comparator = Comparators[cmpOp];

@@ -123,7 +123,7 @@ struct graf_struct {
 // One action of a logic block.
 struct structExecute {
     int type = ScriptSay; // a code of the action kinds
-    std::string text; // phrase, position name, command, dataref or answer
+    std::string text;     // phrase, position name, command, dataref or answer
     double value = 0.0;
     int notFound = 0; // the named position, command or dataref did not exist at load
     sysLink_struct link;

@@ -55,8 +55,8 @@ bool isSame(const out_parameter_struct &a, const out_parameter_struct &b) {
 // The record that the reader makes of a body line; false when it makes something else.
 template <typename Record> bool ReadAgain(const std::string &line, Record &record) {
     if (KindOfLine(line) != LineKind::Body) return false;
-    bool isWhole = true;
-    BodyItem item = ReadBodyLine(line, isWhole);
+    LineRemarks ignored;
+    BodyItem item = ReadBodyLine(line, ignored);
     Record *found = std::get_if<Record>(&item);
     if (!found) return false;
     record = std::move(*found);
@@ -98,16 +98,8 @@ template <typename Record> std::string AuthorsLine(const Record &record) {
     return Says(line, record) ? line : "";
 }
 
-std::string Operand(const sysLink_struct &link, double number) {
-    return isLink(link) ? link.name : ExactDecimal(number);
-}
-
-std::string RightOperand(const compare_block_class &comparison) {
-    if (comparison.bList.empty()) return Operand(comparison.b, comparison.bValue);
-    std::string list;
-    for (int number : comparison.bList) list += (list.empty() ? "" : ";") + int2string(number);
-    // A list of one must still be read as a list.
-    return comparison.bList.size() == 1 ? list + ";" : list;
+std::string Line(int key, const std::string &rest) {
+    return LineKeys[key].text + rest;
 }
 
 // Fields that the reader had no use for stand as the author wrote them, while the parameter is what it was
@@ -116,33 +108,65 @@ void KeepFields(const out_parameter_struct &parameter, std::vector<std::string> 
     if (parameter.asWritten.empty()) return;
     const std::vector<std::string> written =
         StringToWordsArray(NameInLine(LineKind::Parameter, parameter.asWritten), ',');
-    if (written.size() < 10) return;
+    if (written.size() < FewestFields) return;
     const std::string &type = written[1];
-    if (type != "int" && type != "integer" && type != "execute" && type != "double"
-        && parameter.type == TypeInteger && parameter.initValue == 0.0) {
+    if (!isTypeWord(type) && parameter.type == TypeInteger && parameter.initValue == 0.0) {
         fields[1] = type;
         fields[3] = written[3];
     }
     for (size_t mode : {7U, 9U})
         if (fields[mode].empty() && fields[mode - 1] == written[mode - 1]) fields[mode] = written[mode];
-    if (written.size() < 12) return;
+    if (written.size() < MostFields) return;
     if (!parameter.saveOnExit && written[11] != "1") fields[11] = written[11];
-    fields.insert(fields.end(), written.begin() + 12, written.end());
+    fields.insert(fields.end(), written.begin() + MostFields, written.end());
 }
 
 } // namespace
+
+std::string ShownNumber(double number) {
+    return SignificantDigits(number);
+}
+
+void AddOperand(std::string &text, const sysLink_struct &link, double number, NumberForm form) {
+    if (isLink(link))
+        text += link.name;
+    else
+        text += form(number);
+}
+
+void AddOperand(std::string &text, const calcStack_class &element, NumberForm form) {
+    if (element.blockIndex == -1)
+        AddOperand(text, element.link, element.constant, form);
+    else
+        text.append(CalculationWord).append(int2string(element.blockIndex));
+}
+
+void AddRightOperand(std::string &text, const compare_block_class &comparison, NumberForm form) {
+    const std::vector<int> &list = comparison.bList;
+    if (list.empty()) AddOperand(text, comparison.b, comparison.bValue, form);
+    for (size_t i = 0; i < list.size(); i++) text.append(i > 0 ? ";" : "").append(int2string(list[i]));
+    if (list.size() == 1) text += ';';
+}
+
+void AddElements(std::string &text, const calcBlock_struct &calculation, NumberForm form) {
+    for (const calcStack_class &element : calculation.stack) {
+        text.append(element.oper).append("[");
+        AddOperand(text, element, form);
+        text += ']';
+    }
+}
 
 const char *ModeWord(int mode) {
     return mode == BindingNew ? "new" : mode == BindingExist ? "exist" : "";
 }
 
 std::string LineOf(const system_class &system) {
-    const std::string line = "sys=" + system.name;
+    const std::string line = Line(KeySystem, system.name);
     return Says(line, system) || !Says(system.asWritten, system) ? line : system.asWritten;
 }
 
 std::string LineOf(const device_struct &device) {
-    const std::string line = (device.serialStack ? "devstack=" : "dev=") + device.name;
+    const std::string line = Line(device.serialStack ? KeySerialDevice : KeyDevice, device.name);
     return Says(line, device) || !Says(device.asWritten, device) ? line : device.asWritten;
 }
 
@@ -162,7 +186,7 @@ std::string LineOf(const out_parameter_struct &parameter) {
         parameter.saveOnExit ? "1" : "0",
     };
     KeepFields(parameter, fields);
-    std::string line = "out=" + fields[0];
+    std::string line = Line(KeyParameter, fields[0]);
     for (size_t i = 1; i < fields.size(); i++) line += "," + fields[i];
     return Says(line, parameter) || !Says(parameter.asWritten, parameter) ? line : parameter.asWritten;
 }
@@ -170,9 +194,12 @@ std::string LineOf(const out_parameter_struct &parameter) {
 std::string LineOf(const compare_block_class &comparison) {
     std::string line = AuthorsLine(comparison);
     if (!line.empty()) return line;
-    if (comparison.a.kind == LinkSpeech) return "instring=" + comparison.phrase;
-    return "[" + Operand(comparison.a, comparison.aValue) + "]" + comparison.cmpText + "["
-           + RightOperand(comparison) + "]";
+    if (comparison.a.kind == LinkSpeech) return Line(KeySpeech, comparison.phrase);
+    line = "[";
+    AddOperand(line, comparison.a, comparison.aValue, ExactDecimal);
+    line += "]" + comparison.cmpText + "[";
+    AddRightOperand(line, comparison, ExactDecimal);
+    return line + "]";
 }
 
 // A calculation without elements stands for the block's constant, which only the last one can give.
@@ -182,31 +209,25 @@ std::string LineOf(const calcBlock_struct &calculation, const logicblock_struct 
     if (calculation.stack.empty() && isLast) {
         CalculationLine written;
         const bool isToldByLine = ReadAgain(line, written) && written.constant == block.constant;
-        if (!isToldByLine || isNumber(ReplaceString(line, "calc=", "")))
-            return "calc=" + ExactDecimal(block.constant);
+        if (!isToldByLine || isNumber(ReplaceString(line, LineKeys[KeyCalculation].text, "")))
+            return Line(KeyCalculation, ExactDecimal(block.constant));
     }
     if (!line.empty()) return line;
-    line = "calc=";
-    if (calculation.stack.empty()) line += ExactDecimal(0.0);
-    for (const calcStack_class &element : calculation.stack) {
-        const bool isBlock = element.blockIndex != -1;
-        line += element.oper + "[";
-        line += isBlock ? "CBLOCK" + int2string(element.blockIndex) : Operand(element.link, element.constant);
-        line += "]";
-    }
+    line = Line(KeyCalculation, calculation.stack.empty() ? ExactDecimal(0.0) : "");
+    AddElements(line, calculation, ExactDecimal);
     return line;
 }
 
 std::string LineOf(const structExecute &action) {
     std::string line = AuthorsLine(action);
     if (!line.empty()) return line;
-    return "execute=" + int2string(action.type) + "," + ReplaceStringAll(action.text, ",", ";") + ","
-           + ExactDecimal(action.value);
+    return Line(KeyAction, int2string(action.type) + "," + ReplaceStringAll(action.text, ",", ";") + ","
+                               + ExactDecimal(action.value));
 }
 
 std::string LineOf(const graf_struct &point) {
     std::string line = AuthorsLine(point);
-    return line.empty() ? "graf=" + ExactDecimal(point.x) + "," + ExactDecimal(point.y) : line;
+    return line.empty() ? Line(KeyPoint, ExactDecimal(point.x) + "," + ExactDecimal(point.y)) : line;
 }
 
 bool Says(const std::string &line, const system_class &system) {
@@ -225,7 +246,8 @@ bool Says(const std::string &line, const out_parameter_struct &parameter) {
     SplitFields(rest, ',', fields);
     out_parameter_struct found;
     std::string reason;
-    return ReadParameterFields(fields, found, reason) && isSame(found, parameter);
+    LineRemarks ignored;
+    return ReadParameterFields(fields, found, reason, ignored) && isSame(found, parameter);
 }
 
 bool Says(const std::string &line, const compare_block_class &comparison) {

@@ -133,7 +133,7 @@ private:
 
     void CompileComparison(compare_block_class &comparison) {
         const unsigned joinsWithOr = comparison.joinOp == 1;
-        const bool isList = !comparison.bList.empty() && comparison.cmpOp <= 1;
+        const bool isList = !comparison.bList.empty() && isEquality(comparison.cmpOp);
         if (isList || comparison.a.kind == LinkSpeech) {
             program.comparisons.push_back({Count(program.special) & IndexMask, 0, 0, 0, 0, joinsWithOr});
             program.special.push_back(&comparison);

@@ -39,6 +39,7 @@ private:
     void StartDevice(const FileLine &line);
     void StartParameter(const FileLine &line);
     void Drop(const FileLine &line, const std::string &reason, bool isMisplaced = false);
+    void Ignore(const FileLine &line);
     void Keep(const FileLine &line, const std::string &reason);
     KeptLines &Place();
     device_struct *CurrentDevice();
@@ -67,7 +68,11 @@ Reading ModelReader::ReadFile(const std::string &file, bool &hasLines) {
 }
 
 void ModelReader::ReadLine(FileLine &line) {
-    switch (KindOfLine(line.text)) {
+    const LineKind kind = KindOfLine(line.text);
+    LineRemarks remarks;
+    RemarkOnKey(kind, line.text, remarks);
+    ReportRemarks(remarks, fileName, line.number);
+    switch (kind) {
     case LineKind::System: StartSystem(line); return;
     case LineKind::Device:
     case LineKind::SerialDevice: StartDevice(line); return;
@@ -75,8 +80,10 @@ void ModelReader::ReadLine(FileLine &line) {
     case LineKind::Body: break;
     }
     if (out < 0) {
-        Keep(line, isAfterDropped ? "stands below a line that was not understood"
-                                  : "stands before anything that it could belong to");
+        if (isAfterDropped)
+            Keep(line, "stands below a line that was not understood");
+        else
+            Ignore(line);
         return;
     }
     out_parameter_struct &parameter = CurrentDevice()->outs.back();
@@ -124,6 +131,21 @@ void ModelReader::Drop(const FileLine &line, const std::string &reason, bool isM
     isAfterDropped = true;
 }
 
+// The log does not say so: it is what the format has for such lines.
+void ModelReader::Ignore(const FileLine &line) {
+    const std::string reason = std::string("stands before the first parameter of its ")
+                               + (CurrentDevice() ? "device"
+                                  : sys >= 0      ? "system"
+                                                  : "file");
+    Report({.severity = Severity::Warning,
+            .file = fileName,
+            .line = line.number,
+            .reason = "ignored: it " + reason + ": " + line.text,
+            .isMisplaced = true,
+            .isLogged = false});
+    Keep(line, reason);
+}
+
 void ModelReader::Keep(const FileLine &line, const std::string &reason) {
     Place().push_back({.text = line.text, .reason = reason, .line = line.number});
 }
@@ -157,12 +179,15 @@ void ModelReader::StartParameter(const FileLine &line) {
     }
     out_parameter_struct parameter;
     std::string reason;
-    if (!ReadParameterFields(fields, parameter, reason)) {
+    LineRemarks remarks;
+    const bool isRead = ReadParameterFields(fields, parameter, reason, remarks);
+    ReportRemarks(remarks, fileName, line.number);
+    if (!isRead) {
         Drop(line, reason);
         return;
     }
     isAfterDropped = false;
-    KeepAsWritten(line.text, parameter);
+    KeepAsWritten(line.text, remarks.isWhole, parameter);
     parameter.fileName = fileName;
     parameter.line = line.number;
     parameter.value = parameter.initValue;

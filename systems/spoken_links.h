@@ -1,12 +1,30 @@
-// Links inside spoken texts: "<SYSTEM.DEVICE.PARAMETER>" is said as the parameter's value, with "&" behind
-// the "<" digit by digit.
+// What is replaced in spoken texts. Links: "<SYSTEM.DEVICE.PARAMETER>" is said as the parameter's value, with
+// "&" behind the "<" digit by digit. And words between brackets, each once.
 #pragma once
 
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <type_traits>
 
 #include "systems/model.h"
+
+// Words between brackets, by their meaning.
+enum PlaceholderMeaning { HerName, PilotName, PilotAddress, TakeoffRunway, LandingRunway };
+
+struct Placeholder {
+    const char *word;
+    bool isRunway;      // of the two only the first of these rows is replaced in a text
+    const char *onPage; // stands for it on the page of phrases
+    const char *spoken; // for the table of docs/systems-files.md, in its language
+};
+inline constexpr Placeholder Placeholders[] = {
+    {"[NAME]", false, "…", "the first officer's name, from the settings"},
+    {"[USER]", false, "…", "the pilot's name, from the settings"},
+    {"[SIR]", false, "Sir", "how the pilot is addressed, from the settings"},
+    {"[TORW]", true, "…", "the take-off runway"},
+    {"[LDRW]", true, "…", "the landing runway"},
+}; // by meaning
 
 // A link in a text: from a "<" to the first ">" behind it.
 struct SpokenLink {

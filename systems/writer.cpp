@@ -108,7 +108,7 @@ void SystemsText::PutAll(const logicblock_struct &block, int list, const Records
 }
 
 void SystemsText::Put(const logicblock_struct &block) {
-    Put("logic:");
+    Put(BlockKey);
     PutComparisons(block);
     PutAll(block, ListOfCalculations, block.calcs);
     PutAll(block, ListOfActions, block.executes);
@@ -135,7 +135,7 @@ bool SystemsText::PutKept(const logicblock_struct &block, int list, size_t behin
         const size_t place = std::min(static_cast<size_t>(kept.behind), CountOf(block, list));
         if (kept.list != list || place != behind) continue;
         Put(kept.text);
-        isJoin = isJoin || kept.text == "||" || kept.text == "&&";
+        isJoin = isJoin || kept.text == JoinKeys[0] || kept.text == JoinKeys[1];
     }
     return isJoin;
 }

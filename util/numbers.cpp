@@ -132,6 +132,13 @@ std::string ExactDecimal(double x) {
     return text;
 }
 
+std::string ShortDecimal(double x) {
+    std::string text = ExactDecimal(x);
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.ends_with('.')) text.pop_back();
+    return text == "-0" ? "0" : text;
+}
+
 std::string SignificantDigits(double x, int digits) {
     const char *const formats[] = {"%.1g", "%.2g", "%.3g", "%.4g", "%.5g", "%.6g"};
     return FormatPlain(formats[std::clamp(digits, 1, 6) - 1], x);

@@ -34,6 +34,9 @@ std::string double2string(double x);
 // no exponent. x must be finite.
 std::string ExactDecimal(double x);
 
+// The same without the zeros behind: "0.5", "3".
+std::string ShortDecimal(double x);
+
 // One to six significant digits, as the format "%g" gives them.
 std::string SignificantDigits(double x, int digits = 6);
 

@@ -292,14 +292,15 @@ void ExecuteCommand(const std::string &name, const std::string &mode) {
 }
 
 std::string VarToString(std::string text) {
-    text = ReplaceString(std::move(text), "[NAME]", globalName);
-    text = ReplaceString(std::move(text), "[USER]", globalUser);
-    text = ReplaceString(std::move(text), "[SIR]", globalSir);
+    const auto word = [](PlaceholderMeaning meaning) { return Placeholders[meaning].word; };
+    text = ReplaceString(std::move(text), word(HerName), globalName);
+    text = ReplaceString(std::move(text), word(PilotName), globalUser);
+    text = ReplaceString(std::move(text), word(PilotAddress), globalSir);
     if (acfType == 737 || acfType == 739) {
-        if (Contains(text, "[TORW]"))
-            text = ReplaceRunway(text, "[TORW]", OrvikToRwyName, OrvikToRwyDistM);
-        else if (Contains(text, "[LDRW]"))
-            text = ReplaceRunway(text, "[LDRW]", OrvikLdgRwyName, OrvikLdgRwyDistM);
+        if (Contains(text, word(TakeoffRunway)))
+            text = ReplaceRunway(text, word(TakeoffRunway), OrvikToRwyName, OrvikToRwyDistM);
+        else if (Contains(text, word(LandingRunway)))
+            text = ReplaceRunway(text, word(LandingRunway), OrvikLdgRwyName, OrvikLdgRwyDistM);
     }
     // One pass from left to right: what a link is replaced by is not looked at again.
     std::string spoken;

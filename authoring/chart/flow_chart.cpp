@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "authoring/chart/chart.h"
+#include "systems/notation.h"
 #include "util/numbers.h"
 #include "util/text.h"
 
@@ -10,20 +11,15 @@ namespace simhost {
 
 namespace {
 
-std::string Side(const sysLink_struct &link, double constant) {
-    return link.kind == LinkNone ? SignificantDigits(constant) : link.name;
-}
-
 std::string DescribeComparison(const compare_block_class &comparison) {
     if (comparison.a.kind == LinkSpeech)
         return comparison.phrase == "any" ? "the pilot says anything"
                                           : "the pilot says \"" + comparison.phrase + "\"";
-    std::string right = Side(comparison.b, comparison.bValue);
-    if (!comparison.bList.empty()) {
-        right.clear();
-        for (int number : comparison.bList) right += (right.empty() ? "" : " or ") + int2string(number);
-    }
-    return Side(comparison.a, comparison.aValue) + " " + comparison.cmpText + " " + right;
+    std::string left, right;
+    AddOperand(left, comparison.a, comparison.aValue, ShownNumber);
+    AddRightOperand(right, comparison, ShownNumber);
+    if (right.ends_with(';')) right.pop_back();
+    return left + " " + comparison.cmpText + " " + ReplaceStringAll(right, ";", " or ");
 }
 
 std::string DescribeAction(const structExecute &action) {

@@ -10,6 +10,7 @@
 #include "authoring/check/checks.h"
 #include "authoring/check/findings.h"
 #include "figure/positions.h"
+#include "frame/datarefs.h"
 #include "frame/settings.h"
 #include "systems/links.h"
 #include "util/find_dataref.h"
@@ -21,7 +22,6 @@ namespace simhost {
 namespace {
 
 constexpr std::string_view OF_THE_SIMULATOR = "sim/";
-constexpr int MOST_ELEMENTS = 16; // of an array that the plug-in reaches
 
 bool hasSimulatorLists = false;
 size_t uncheckedNames = 0;
@@ -65,9 +65,10 @@ void CheckElement(const std::string &fullName, XPLMDataRef dataref, const std::s
     const std::string digits = fullName.substr(bracket + 1, fullName.find(']') - bracket - 1);
     if (!fullName.ends_with(']'))
         AddFinding(Severity::Error, file, line, "\"[\" without \"]\": " + fullName);
-    else if (!ParseInt(digits, index) || index < 0 || index >= MOST_ELEMENTS)
+    else if (!ParseInt(digits, index) || !isReachableElement(index))
         AddFinding(Severity::Error, file, line,
-                   "the index of an array is a number from 0 to 15: " + fullName);
+                   "the index of an array is a number from 0 to " + int2string(ReachableElements - 1) + ": "
+                       + fullName);
     else if (dataref && ElementsOf(dataref) == 0)
         AddFinding(Severity::Error, file, line, "no array, so it takes no index: " + fullName);
     else if (dataref && index >= ElementsOf(dataref))
@@ -109,21 +110,22 @@ void CheckPosition(const std::string &name, const std::string &file, int line) {
         AddFinding(Severity::Error, file, line, "there is no position " + name + " in " + folders);
 }
 
-constexpr std::string_view PLACEHOLDERS[] = {"[NAME]", "[USER]", "[SIR]", "[TORW]", "[LDRW]"};
-
-// Of each placeholder the first one in a text is replaced; of the runways only one.
+// Of each word the first one in a text is replaced; of the runways only one.
 void CheckPlaceholdersOnce(const std::string &text, const std::string &file, int line) {
-    for (const std::string_view word : PLACEHOLDERS) {
+    const char *runway = nullptr;
+    for (const Placeholder &spoken : Placeholders) {
+        const std::string word = spoken.word;
         const size_t first = text.find(word);
         if (first == std::string::npos) continue;
         if (text.find(word, first + 1) != std::string::npos)
             AddFinding(Severity::Error, file, line,
-                       "only the first " + std::string(word)
-                           + " is replaced, the second is spoken as it stands: " + text);
+                       "only the first " + word + " is replaced, the second is spoken as it stands: " + text);
+        if (runway)
+            AddFinding(Severity::Error, file, line,
+                       std::string("beside ") + runway + " a " + word
+                           + " is not replaced, it is spoken as it stands: " + text);
+        if (spoken.isRunway) runway = spoken.word;
     }
-    if (Contains(text, "[TORW]") && Contains(text, "[LDRW]"))
-        AddFinding(Severity::Error, file, line,
-                   "beside [TORW] a [LDRW] is not replaced, it is spoken as it stands: " + text);
 }
 
 // Placeholders: links that do not end, and words between brackets. The links themselves are checked with all
@@ -142,7 +144,8 @@ void CheckText(const structExecute &action, const std::string &file) {
     }
     for (size_t open = text.find('['); open != std::string::npos; open = text.find('[', open + 1)) {
         const std::string word = text.substr(open, text.find(']', open) - open + 1);
-        if (std::find(std::begin(PLACEHOLDERS), std::end(PLACEHOLDERS), word) == std::end(PLACEHOLDERS))
+        if (std::none_of(std::begin(Placeholders), std::end(Placeholders),
+                         [&](const Placeholder &known) { return known.word == word; }))
             AddFinding(Severity::Warning, file, line, "unknown placeholder, spoken as it stands: " + word);
     }
 }

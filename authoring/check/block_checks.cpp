@@ -6,6 +6,7 @@
 #include "authoring/check/checks.h"
 #include "authoring/check/conditions.h"
 #include "authoring/check/findings.h"
+#include "systems/operators.h"
 #include "util/numbers.h"
 
 namespace simhost {
@@ -36,7 +37,7 @@ bool FinishesStep(const logicblock_struct &block) {
     return std::any_of(block.calcs.begin(), block.calcs.end(), [](const calcBlock_struct &calculation) {
         const std::vector<calcStack_class> &stack = calculation.stack;
         const bool isZero = stack.size() == 1 && stack[0].link.kind == LinkNone && stack[0].blockIndex == -1
-                            && stack[0].operType == 0 && stack[0].constant == 0.0;
+                            && stack[0].operType == OperatorLoad && stack[0].constant == 0.0;
         return !stack.empty() && !isZero;
     });
 }

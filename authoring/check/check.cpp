@@ -32,6 +32,8 @@ void Tell(const LogRecord &record) {
     const std::string text = WordsOf(record);
     if (record.isMisplaced)
         AddSymptom(record.severity, record.file, record.line, record.line, text);
+    else if (!record.isLogged && record.severity == Severity::Error)
+        AddCause(record.file, record.line, text);
     else
         AddFinding(record.severity, record.file, record.line, text);
 }

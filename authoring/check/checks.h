@@ -8,8 +8,8 @@
 
 namespace simhost {
 
-// The lines of each systems file: those that the reader takes for something else than they look like, or
-// ignores, and what it drops inside them; the list of files against the folder.
+// The letters of each systems file, and the list of files against the folder. What the lines say, the reader
+// reports itself.
 void CheckSystemsFiles(const std::string &pluginFolder);
 
 // Names of systems, devices and parameters; links; numbers; graphs.

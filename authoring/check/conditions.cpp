@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "systems/links.h"
+#include "systems/operators.h"
 
 namespace simhost {
 
@@ -12,24 +13,22 @@ namespace {
 
 constexpr size_t MOST_ALTERNATIVES = 64;
 
-enum { Equal, NotEqual, Greater, Less, AtLeast, AtMost }; // as compare_block_class::cmpOp has them
-
 ValueRange RangeOf(int oper, double value) {
     ValueRange range;
-    if (oper == Equal || oper == Greater || oper == AtLeast) range.lowest = value;
-    if (oper == Equal || oper == Less || oper == AtMost) range.highest = value;
-    range.isLowestOpen = oper == Greater;
-    range.isHighestOpen = oper == Less;
-    if (oper == NotEqual) range.excluded.push_back(value);
+    if (oper == CompareEqual || oper == CompareGreater || oper == CompareAtLeast) range.lowest = value;
+    if (oper == CompareEqual || oper == CompareLess || oper == CompareAtMost) range.highest = value;
+    range.isLowestOpen = oper == CompareGreater;
+    range.isHighestOpen = oper == CompareLess;
+    if (oper == CompareNotEqual) range.excluded.push_back(value);
     return range;
 }
 
 // Of "the list contains the value", the span is enough to find contradictions.
 ValueRange RangeOf(const compare_block_class &comparison) {
-    if (comparison.bList.empty() || (comparison.cmpOp != Equal && comparison.cmpOp != NotEqual))
+    if (comparison.bList.empty() || !isEquality(comparison.cmpOp))
         return RangeOf(comparison.cmpOp, comparison.bValue);
     ValueRange range;
-    if (comparison.cmpOp == NotEqual) {
+    if (comparison.cmpOp == CompareNotEqual) {
         range.excluded.assign(comparison.bList.begin(), comparison.bList.end());
         return range;
     }
@@ -42,10 +41,10 @@ ValueRange RangeOf(const compare_block_class &comparison) {
 
 int Mirrored(int oper) {
     switch (oper) {
-    case Greater: return Less;
-    case Less: return Greater;
-    case AtLeast: return AtMost;
-    case AtMost: return AtLeast;
+    case CompareGreater: return CompareLess;
+    case CompareLess: return CompareGreater;
+    case CompareAtLeast: return CompareAtMost;
+    case CompareAtMost: return CompareAtLeast;
     default: return oper;
     }
 }
@@ -80,7 +79,7 @@ bool ValueRange::Contains(const ValueRange &other) const {
     if (other.highest > highest || (other.highest == highest && isHighestOpen && !other.isHighestOpen))
         return false;
     return std::all_of(excluded.begin(), excluded.end(), [&](double value) {
-        ValueRange one = RangeOf(Equal, value);
+        ValueRange one = RangeOf(CompareEqual, value);
         one.Intersect(other);
         return one.isEmpty();
     });
@@ -106,7 +105,7 @@ bool Conjunction::Add(const compare_block_class &comparison) {
     } else if (isOfConstants(comparison)) {
         if (comparison.bList.empty()) {
             ValueRange range = RangeOf(comparison.cmpOp, comparison.bValue);
-            range.Intersect(RangeOf(Equal, comparison.aValue));
+            range.Intersect(RangeOf(CompareEqual, comparison.aValue));
             return !range.isEmpty();
         }
     } else if (comparison.b.kind == LinkNone) {

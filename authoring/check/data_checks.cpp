@@ -23,7 +23,6 @@ namespace simhost {
 
 namespace {
 
-constexpr size_t CHANNELS = 47;
 constexpr size_t LINE_FIELDS = 5; // of a position: the channel's number and name, x, y and z
 
 // False when the positions, which go by the numbers of channels, cannot be looked at.
@@ -39,18 +38,20 @@ bool CheckChannels(const std::string &file) {
                        "this is channel " + int2string(number) + ", since the order of the lines counts");
         number++;
     }
-    if (anim.size() != CHANNELS)
+    const int channels = static_cast<int>(anim.size());
+    if (channels != FigureChannels)
         AddFinding(Severity::Error, file, 0,
-                   "the figure has 47 channels, and here are " + int2string(static_cast<int>(anim.size())));
+                   "the figure has " + int2string(FigureChannels) + " channels, and here are "
+                       + int2string(channels));
     else if (anim[FigureOffsetChannel].name != FigureOffsetName)
         AddFinding(Severity::Error, file, 0,
-                   std::string("channel 46 is called \"") + FigureOffsetName + "\", not \""
-                       + anim[FigureOffsetChannel].name + "\"");
+                   "channel " + int2string(FigureOffsetChannel) + " is called \"" + FigureOffsetName
+                       + "\", not \"" + anim[FigureOffsetChannel].name + "\"");
     std::set<std::string> names;
     for (const structAnim &channel : anim)
         if (!names.insert(channel.name).second)
             AddFinding(Severity::Error, file, 0, "two channels have the name " + channel.name);
-    return anim.size() == CHANNELS;
+    return channels == FigureChannels;
 }
 
 // The loader goes by the index of a line; the name is for the reader, and should be that channel's.
@@ -108,7 +109,8 @@ void CheckPositionsOf(const std::string &pluginFolder, const std::string &folder
 // A preset moves the fingers of one hand, and its name says which.
 void CheckHand(const std::string &file, const std::string &preset) {
     const bool isLeft = preset.starts_with("l_");
-    const int first = isLeft ? 7 : 25, last = first + 14;
+    const int first = isLeft ? LeftFingersFirst : RightFingersFirst,
+              last = isLeft ? LeftFingersLast : RightFingersLast;
     const std::vector<FileLine> lines = ReadFileLines(file);
     const bool movesHand = std::any_of(lines.begin(), lines.end(), [&](const FileLine &line) {
         int channel = -1;

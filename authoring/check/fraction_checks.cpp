@@ -16,7 +16,6 @@ namespace simhost {
 namespace {
 
 constexpr int DEEPEST_LINK = 200; // of a chain that is followed
-constexpr int EQUAL = 0, NOT_EQUAL = 1;
 
 std::map<ParameterAddress, std::string> sourceNames; // where one has its fractions from; "": it has none
 
@@ -37,7 +36,7 @@ std::string SourceOfCalculation(const calcBlock_struct &calculation, int depth) 
             source.clear();
             continue;
         }
-        if (element.oper == "/") source = "a division";
+        if (element.operType == OperatorDivide) source = "a division";
         if (element.link.kind == LinkLive) {
             const std::string &own = SourceOf(element.link, depth + 1);
             if (!own.empty()) source = own;
@@ -73,7 +72,7 @@ bool isLimit(const sysLink_struct &link, double number) {
 }
 
 void CheckComparison(const compare_block_class &comparison, const ParameterPlace &place) {
-    if (comparison.cmpOp != EQUAL && comparison.cmpOp != NOT_EQUAL) return;
+    if (!isEquality(comparison.cmpOp)) return;
     if (comparison.a.kind != LinkLive || comparison.b.kind != LinkNone) return;
     if (comparison.bList.empty() && isLimit(comparison.a, comparison.bValue)) return;
     const std::string &source = SourceOf(comparison.a, 0);

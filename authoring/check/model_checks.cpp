@@ -9,6 +9,8 @@
 
 #include "authoring/check/checks.h"
 #include "authoring/check/findings.h"
+#include "systems/notation.h"
+#include "systems/operators.h"
 #include "util/numbers.h"
 #include "util/text.h"
 
@@ -157,7 +159,7 @@ void CheckLinksOf(const logicblock_struct &block, const ParameterPlace &place) {
             CheckLink(element.link, place, block.calcs[i].line);
             if (element.blockIndex < -1 || element.blockIndex >= static_cast<int>(i))
                 AddFinding(Severity::Error, place.parameter.fileName, block.calcs[i].line,
-                           "CBLOCK" + int2string(element.blockIndex)
+                           CalculationWord + int2string(element.blockIndex)
                                + " is no calculation above this one in its block");
         }
     }
@@ -168,11 +170,11 @@ void CheckLinksOf(const logicblock_struct &block, const ParameterPlace &place) {
 void CheckOperators(const logicblock_struct &block, const ParameterPlace &place) {
     for (const calcBlock_struct &calculation : block.calcs)
         for (const calcStack_class &element : calculation.stack) {
-            if (element.operType == 0 && !element.oper.empty())
+            if (element.operType == OperatorLoad && !element.oper.empty())
                 AddFinding(Severity::Error, place.parameter.fileName, calculation.line,
                            "no operator: \"" + element.oper + "\"");
-            if (element.oper == "/" && element.link.kind == LinkNone && element.blockIndex == -1
-                && element.constant == 0.0)
+            if (element.operType == OperatorDivide && element.link.kind == LinkNone
+                && element.blockIndex == -1 && element.constant == 0.0)
                 AddFinding(Severity::Warning, place.parameter.fileName, calculation.line,
                            "a division by 0 gives 0");
         }

@@ -31,11 +31,9 @@ std::string Spoken(std::string text) {
         if (end == std::string::npos) break;
         text.replace(begin, end - begin + 1, "…");
     }
-    for (const auto &[from, to] :
-         {std::pair("[SIR]", "Sir"), std::pair("[USER]", "…"), std::pair("[NAME]", "…"),
-          std::pair("[TORW]", "…"), std::pair("[LDRW]", "…"), std::pair("#", " / ")})
-        text = ReplaceStringAll(std::move(text), from, to);
-    return text;
+    for (const Placeholder &spoken : Placeholders)
+        text = ReplaceStringAll(std::move(text), spoken.word, spoken.onPage);
+    return ReplaceStringAll(std::move(text), "#", " / ");
 }
 
 void AddOnce(Texts &texts, const std::string &text) {

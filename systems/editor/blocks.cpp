@@ -8,6 +8,7 @@
 #include "systems/editor/undo.h"
 #include "systems/kept_lines.h"
 #include "systems/links.h"
+#include "systems/notation.h"
 #include "systems/operators.h"
 #include "util/numbers.h"
 
@@ -85,7 +86,7 @@ void ShiftCalculationNames(logicblock_struct &block, int first, int by) {
 calcStack_class NewElement(int oper) {
     calcStack_class element;
     element.constant = 0.0;
-    element.oper = OperatorTexts[oper];
+    element.oper = Operators[oper].text;
     element.operTypeDetect();
     return element;
 }
@@ -138,7 +139,7 @@ void DeleteComparison(const BlockPlace &place, int index) {
 void SwitchJoin(const BlockPlace &place, int index) {
     ChangeRecord("JOIN", place, &logicblock_struct::compares, index, [](compare_block_class &comparison) {
         comparison.joinOp = comparison.joinOp == 1 ? 0 : 1;
-        comparison.joinText = comparison.joinOp == 1 ? "||" : "&&";
+        comparison.joinText = JoinKeys[comparison.joinOp];
     });
 }
 
@@ -147,7 +148,7 @@ void SwitchComparator(const BlockPlace &place, int index) {
                  [](compare_block_class &comparison) {
                      if (comparison.a.kind == LinkSpeech) return; // the files know no other than "=="
                      comparison.cmpOp = (comparison.cmpOp + 1) % ComparisonOperators;
-                     comparison.cmpText = ComparisonTexts[comparison.cmpOp];
+                     comparison.cmpText = Comparators[comparison.cmpOp].text;
                  });
 }
 
@@ -212,7 +213,7 @@ void SetOperator(const BlockPlace &place, int calculation, int index, int oper) 
     calcStack_class *element = record ? RecordAt(record->stack, index) : nullptr;
     if (!element || oper < 0 || oper >= CalculationOperators) return;
     const ParameterStep step("OPERATOR", place);
-    element->oper = OperatorTexts[oper];
+    element->oper = Operators[oper].text;
     element->operTypeDetect();
 }
 

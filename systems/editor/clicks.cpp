@@ -11,6 +11,7 @@
 #include "systems/editor/undo.h"
 #include "systems/editor/usage.h"
 #include "systems/links.h"
+#include "systems/notation.h"
 #include "util/numbers.h"
 
 namespace {
@@ -241,8 +242,8 @@ void DeleteElementOf(const BlockPlace &place, int calculation, int element) {
     DeleteElement(place, calculation, element);
     const bool isGone = BlockAt(place) && BlockAt(place)->calcs.size() < calculations;
     if (isUsed && isGone && !isEditorMessageBad)
-        Say("DELETED, though other calculations used CBLOCK" + int2string(calculation)
-                + ": they have 0 instead; UNDO takes it back",
+        Say(std::string("DELETED, though other calculations used ") + CalculationWord
+                + int2string(calculation) + ": they have 0 instead; UNDO takes it back",
             true);
 }
 

@@ -68,17 +68,8 @@ void DrawDataref(const char *label, const Area &area, int field, int action, con
              area.right - board - Gap, area.top);
 }
 
-// As the files have it, without the zeros behind.
-std::string_view Shortened(std::string &text) {
-    text.erase(text.find_last_not_of('0') + 1);
-    if (text.back() == '.') text.pop_back();
-    return text;
-}
-
 std::string Limit(bool has, double limit) {
-    std::string text = has ? ExactDecimal(limit) : "non";
-    if (has) Shortened(text);
-    return text;
+    return has ? ShortDecimal(limit) : "non";
 }
 
 const char *KindOfUse(const out_usage_struct &usage) {
@@ -134,8 +125,7 @@ void DrawDetails(const Area &area) {
     DrawLabelled("UNIT:", row(false), FieldUnit, parameter.unit);
     DrawSwitch("TYPE:", row(true), ActionSwitchType, parameter.type == TypeDouble ? "DOUBLE" : "INTEGER");
     top -= Line;
-    std::string initial = ExactDecimal(parameter.initValue);
-    DrawLabelled("INIT VALUE:", row(false), FieldInit, Shortened(initial));
+    DrawLabelled("INIT VALUE:", row(false), FieldInit, ShortDecimal(parameter.initValue));
     DrawCut("ACTUAL VALUE:", middle + Gap, top, LabelWidth, ColourCyan);
     DrawCut(SignificantDigits(LiveValue(selection)), middle + Gap + LabelWidth + 3, top,
             area.right - middle - LabelWidth, ColourGreen);

@@ -10,6 +10,8 @@
 #include "systems/editor/model.h"
 #include "systems/editor/undo.h"
 #include "systems/links.h"
+#include "systems/notation.h"
+#include "systems/operators.h"
 #include "util/numbers.h"
 #include "util/text.h"
 
@@ -21,14 +23,6 @@ std::string Trimmed(const std::string &text) {
     const size_t first = text.find_first_not_of(' ');
     if (first == std::string::npos) return "";
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
-// A number as it is shown and edited: without the zeros that the files fill up with.
-std::string ShortNumber(double value) {
-    std::string text = ExactDecimal(value);
-    text.erase(text.find_last_not_of('0') + 1);
-    if (text.ends_with('.')) text.pop_back();
-    return text == "-0" ? "0" : text;
 }
 
 // "1.5" for "1,5"; empty for what is no number written so.
@@ -58,8 +52,8 @@ std::string TextRefusal(const std::string &text, std::string_view forbidden) {
         if (static_cast<unsigned char>(c) < ' ') return "control characters cannot be kept";
         if (forbidden.find(c) != std::string_view::npos) return SignRefusal(c, forbidden);
     }
-    for (const char *key : {"sys=", "dev=", "devstack=", "out=", "graf=", "calc=", "execute=", "instring="})
-        if (Contains(text, key)) return std::string("this must not contain ") + key;
+    for (const LineKey &key : LineKeys)
+        if (Contains(text, key.text)) return std::string("this must not contain ") + key.text;
     return "";
 }
 
@@ -129,29 +123,15 @@ std::string SetLeft(const std::string &text, compare_block_class &comparison) {
 }
 
 std::string SetOperand(const std::string &text, calcStack_class &element) {
-    const std::string_view word = "CBLOCK";
+    const std::string_view word = CalculationWord;
     element.blockIndex = -1;
     if (!text.starts_with(word)) return ReadOperand(text, element.link, element.constant);
     const std::string digits = text.substr(word.size());
     element.link = {};
     if (!ParseInt(digits, element.blockIndex) || int2string(element.blockIndex) != digits
         || element.blockIndex < 0)
-        return "CBLOCK is followed by the number of a calculation, from 0";
+        return std::string(word) + " is followed by the number of a calculation, from 0";
     return "";
-}
-
-std::string CalculationText(const logicblock_struct &block, const calcBlock_struct &calculation) {
-    if (calculation.stack.empty()) return ShortNumber(block.constant);
-    std::string text;
-    for (const calcStack_class &element : calculation.stack) {
-        text += element.oper + "[";
-        if (element.blockIndex != -1)
-            text += "CBLOCK" + int2string(element.blockIndex);
-        else
-            text += isLink(element.link) ? element.link.name : ShortNumber(element.constant);
-        text += "]";
-    }
-    return text;
 }
 
 // The whole line. A text without brackets is a single operand.
@@ -172,7 +152,7 @@ std::string SetCalculation(const std::string &text, calcBlock_struct &calculatio
         refusal = "this is not a number: " + error;
     for (size_t i = 0; i < stack.size() && refusal.empty(); i++) {
         calcStack_class &element = stack[i];
-        const bool isKnown = element.operType != 0 || element.oper.empty();
+        const bool isKnown = element.operType != OperatorLoad || element.oper.empty();
         if (!isKnown) return "there is no operator " + element.oper;
         refusal = SetOperand(std::string(pieces[i].substr(element.oper.size() + 1)), element);
     }
@@ -252,37 +232,32 @@ const char *StepName(int field) {
     return names[field];
 }
 
-std::string OperandText(const sysLink_struct &link, double number) {
-    return isLink(link) ? link.name : ShortNumber(number);
-}
-
 std::string BlockFieldText(const FieldPlace &field, logicblock_struct &block) {
     const compare_block_class *comparison = RecordAt(block.compares, field.item);
     calcBlock_struct *calculation = RecordAt(block.calcs, field.item);
     const calcStack_class *element = calculation ? RecordAt(calculation->stack, field.element) : nullptr;
     const structExecute *action = RecordAt(block.executes, field.item);
     const graf_struct *point = RecordAt(block.graph, field.item);
+    std::string text;
     switch (field.field) {
     case FieldLeft:
-        if (!comparison) return "";
-        return comparison->a.kind == LinkSpeech ? comparison->phrase
-                                                : OperandText(comparison->a, comparison->aValue);
-    case FieldRight: {
-        if (!comparison) return "";
-        std::string list;
-        for (int number : comparison->bList) list += int2string(number) + ";";
-        if (comparison->bList.size() > 1) list.pop_back();
-        return list.empty() ? OperandText(comparison->b, comparison->bValue) : list;
-    }
-    case FieldCalculation: return calculation ? CalculationText(block, *calculation) : "";
+        if (comparison && comparison->a.kind == LinkSpeech) return comparison->phrase;
+        if (comparison) AddOperand(text, comparison->a, comparison->aValue, ShortDecimal);
+        return text;
+    case FieldRight:
+        if (comparison) AddRightOperand(text, *comparison, ShortDecimal);
+        return text;
+    case FieldCalculation:
+        if (calculation && calculation->stack.empty()) return ShortDecimal(block.constant);
+        if (calculation) AddElements(text, *calculation, ShortDecimal);
+        return text;
     case FieldOperand:
-        if (!element) return "";
-        return element->blockIndex != -1 ? "CBLOCK" + int2string(element->blockIndex)
-                                         : OperandText(element->link, element->constant);
+        if (element) AddOperand(text, *element, ShortDecimal);
+        return text;
     case FieldActionText: return action ? action->text : "";
-    case FieldActionValue: return action ? ShortNumber(action->value) : "";
-    case FieldPointX: return point ? ShortNumber(point->x) : "";
-    case FieldPointY: return point ? ShortNumber(point->y) : "";
+    case FieldActionValue: return action ? ShortDecimal(action->value) : "";
+    case FieldPointX: return point ? ShortDecimal(point->x) : "";
+    case FieldPointY: return point ? ShortDecimal(point->y) : "";
     default: return "";
     }
 }
@@ -299,9 +274,9 @@ std::string FieldText(const FieldPlace &field) {
     case FieldName: return parameter.name;
     case FieldUnit: return parameter.unit;
     case FieldFreeText: return parameter.text;
-    case FieldInit: return ShortNumber(parameter.initValue);
-    case FieldMin: return parameter.hasMin ? ShortNumber(parameter.minLimit) : "";
-    case FieldMax: return parameter.hasMax ? ShortNumber(parameter.maxLimit) : "";
+    case FieldInit: return ShortDecimal(parameter.initValue);
+    case FieldMin: return parameter.hasMin ? ShortDecimal(parameter.minLimit) : "";
+    case FieldMax: return parameter.hasMax ? ShortDecimal(parameter.maxLimit) : "";
     case FieldInDataref: return parameter.inDataref.fullName;
     case FieldOutDataref: return parameter.outDataref.fullName;
     default: break;

@@ -11,6 +11,7 @@
 #include "systems/editor/kept.h"
 #include "systems/editor/state.h"
 #include "systems/links.h"
+#include "systems/notation.h"
 #include "systems/program.h"
 #include "util/numbers.h"
 
@@ -18,7 +19,6 @@ namespace {
 
 const int Gap = 4;
 const int StateWidth = 66;
-const char *const Joins[] = {"&&", "||"};
 
 // TRUE and FALSE for the chain; a block that fired calculates; one that is true and did not fire waits behind
 // another one, and all wait that are not evaluated, whatever they were when they last were.
@@ -72,21 +72,17 @@ void DrawOperand(const Area &area, int block, int item, int field, const sysLink
     DrawCut(text, area.left + 3, area.top, width, LinkColour(link));
 }
 
-// The right operand's list as it is written.
-std::string_view ListText(const std::vector<int> &list) {
+std::string_view LeftText(const compare_block_class &comparison) {
     static std::string text; // kept for its memory
     text.clear();
-    for (int number : list) {
-        if (!text.empty()) text += ';';
-        text += int2string(number);
-    }
+    AddOperand(text, comparison.a, comparison.aValue, ShownNumber);
     return text;
 }
 
-std::string_view OperandText(const sysLink_struct &link, double number) {
+std::string_view RightText(const compare_block_class &comparison) {
     static std::string text; // kept for its memory
-    if (isLink(link)) return link.name;
-    text = SignificantDigits(number);
+    text.clear();
+    AddRightOperand(text, comparison, ShownNumber);
     return text;
 }
 
@@ -101,8 +97,9 @@ void DrawComparison(const Area &area, int block, int item, const compare_block_c
     const bool isSpeech = comparison.a.kind == LinkSpeech;
     const int top = area.top;
     const int buttons = BoardWidth("ADD") + BoardWidth("DEL") + 2 * Gap;
-    const int operatorWidth = 34, joinWidth = BoardWidth("&&") + Gap, kindWidth = BoardWidth("SPEECH") + Gap;
-    AddBoard(parZones, BlockZone(ActionSwitchJoin, Joins[comparison.joinOp == 1], block, item), area.left,
+    const int operatorWidth = 34, joinWidth = BoardWidth(JoinKeys[0]) + Gap,
+              kindWidth = BoardWidth("SPEECH") + Gap;
+    AddBoard(parZones, BlockZone(ActionSwitchJoin, JoinKeys[comparison.joinOp == 1], block, item), area.left,
              top);
     int x = area.left + joinWidth;
     AddBoard(parZones, BlockZone(ActionSwitchSpeech, isSpeech ? "SPEECH" : "VALUE", block, item), x, top);
@@ -113,15 +110,13 @@ void DrawComparison(const Area &area, int block, int item, const compare_block_c
     if (isSpeech) {
         DrawOperand(field(x, right), block, item, FieldLeft, {}, comparison.phrase, 0.0);
     } else {
-        DrawOperand(field(x, x + width), block, item, FieldLeft, comparison.a,
-                    OperandText(comparison.a, comparison.aValue), comparison.aValue);
+        DrawOperand(field(x, x + width), block, item, FieldLeft, comparison.a, LeftText(comparison),
+                    comparison.aValue);
         AddBoard(parZones, BlockZone(ActionSwitchComparator, comparison.cmpText.c_str(), block, item),
                  x + width + 2, top);
         const bool isList = !comparison.bList.empty();
         DrawOperand(field(right - width, right), block, item, FieldRight,
-                    isList ? sysLink_struct() : comparison.b,
-                    isList ? ListText(comparison.bList) : OperandText(comparison.b, comparison.bValue),
-                    comparison.bValue);
+                    isList ? sysLink_struct() : comparison.b, RightText(comparison), comparison.bValue);
     }
     DrawState(state, right + Gap, top);
     x = AddBoard(parZones, BlockZone(ActionAddComparison, "ADD", block, item), area.right - buttons, top);

@@ -10,6 +10,7 @@
 #include "systems/editor/usage.h"
 #include "systems/kept_lines.h"
 #include "systems/links.h"
+#include "systems/notation.h"
 #include "util/files.h"
 #include "util/make_fresh.h"
 #include "util/numbers.h"
@@ -234,7 +235,7 @@ std::string NameRefusal(std::string_view name) {
             return std::string("a name must not contain ") + c;
     }
     if (isNumber(name)) return "a name must not read as a number";
-    if (Contains(name, "CBLOCK")) return "a name must not contain CBLOCK";
+    if (Contains(name, CalculationWord)) return std::string("a name must not contain ") + CalculationWord;
     return "";
 }
 

@@ -10,6 +10,7 @@
 #include "systems/editor/state.h"
 #include "systems/editor/undo.h"
 #include "systems/links.h"
+#include "systems/notation.h"
 #include "systems/operators.h"
 #include "systems/program.h"
 #include "util/numbers.h"
@@ -17,7 +18,7 @@
 namespace {
 
 const int Gap = 4;
-const char *const OperatorNames[CalculationOperators] = {" =", " +", " -", " *", " /", "b2i", "flr"};
+
 click_zone_class ItemZone(int action, const char *name, int item, int element = -1) {
     click_zone_class zone = Zone(action, name);
     zone.item = item;
@@ -53,9 +54,8 @@ std::string_view Named(const char *word, int number) {
 
 std::string_view OperandText(const calcStack_class &element) {
     static std::string text; // kept for its memory
-    if (element.blockIndex != -1) return Named("CBLOCK", element.blockIndex);
-    if (isLink(element.link)) return element.link.name;
-    text = SignificantDigits(element.constant);
+    text.clear();
+    AddOperand(text, element, ShownNumber);
     return text;
 }
 
@@ -100,7 +100,7 @@ void DrawElement(const Area &area, int calculation, int index, const calcStack_c
     zone.area = {x, top, x + 36, area.bottom};
     AddClickZone(parZones, zone);
     const bool isKnown = element.operType != 0 || element.oper.empty();
-    DrawCut(isKnown ? std::string_view(OperatorNames[element.operType]) : std::string_view(element.oper),
+    DrawCut(isKnown ? std::string_view(Operators[element.operType].label) : std::string_view(element.oper),
             x + 3, top, 32, isKnown ? ColourWhite : ColourRed);
     x += 40;
     const int right = area.right - buttons - 2 * (valueWidth + Gap);
@@ -182,7 +182,7 @@ void DrawCalculationStack(const Area &area) {
     int x = AddBoard(parZones, ItemZone(ActionAddCalculation, "ADD", selCalc), area.left + 190, area.top)
             + 2 * Gap;
     for (int oper = 0; oper < CalculationOperators; oper++) {
-        click_zone_class zone = ItemZone(ActionSetOperator, OperatorNames[oper], selCalc, selDraw);
+        click_zone_class zone = ItemZone(ActionSetOperator, Operators[oper].label, selCalc, selDraw);
         zone.value = oper;
         x = AddBoard(parZones, zone, x, area.top);
     }

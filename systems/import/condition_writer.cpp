@@ -22,13 +22,11 @@ const double WholeTolerance = 0.01, FractionTolerance = 0.001; // of equality wi
 const int HighestPower = 16;
 
 bool isCompared(const std::string &oper, double left, double right) {
-    for (int code = 0; code < ComparisonOperators; code++) {
-        if (oper != ComparisonTexts[code]) continue;
-        const Comparator &comparator = Comparators[code];
-        if (comparator.swapped) std::swap(left, right);
-        return CompareNumbers(left, right, comparator.greater, comparator.equal, comparator.negated) != 0;
-    }
-    return false;
+    const int code = ComparisonOf(oper);
+    if (code < 0) return false;
+    const Comparator &comparator = Comparators[code];
+    if (comparator.swapped) std::swap(left, right);
+    return CompareNumbers(left, right, comparator.greater, comparator.equal, comparator.negated) != 0;
 }
 
 std::string Opposite(const std::string &oper) {
@@ -63,9 +61,7 @@ bool isConstant(const ClistExpression &expression, double &number) {
         number = std::pow(left, right);
         return std::isfinite(number);
     }
-    const char *const *const text =
-        std::find(OperatorTexts, OperatorTexts + CalculationOperators, expression.text);
-    number = ApplyOperator(static_cast<int>(text - OperatorTexts), left, right);
+    number = ApplyOperator(OperatorOf(expression.text), left, right);
     return true;
 }
 
@@ -170,8 +166,7 @@ ConditionWriter::Term ConditionWriter::Negated(Term term) {
     case Term::False: term.kind = Term::True; break;
     case Term::Compare: {
         const std::string oper = Opposite(term.comparison.cmpText);
-        const auto *const code = std::find(ComparisonTexts, ComparisonTexts + ComparisonOperators, oper);
-        term.comparison.cmpOp = static_cast<int>(code - ComparisonTexts);
+        term.comparison.cmpOp = ComparisonOf(oper);
         term.comparison.cmpText = oper;
         break;
     }

@@ -22,9 +22,8 @@ compare_block_class Comparison(const Operand &left, const std::string &oper, con
     compare_block_class comparison;
     SetOperand(left, comparison.a, comparison.aValue);
     SetOperand(right, comparison.b, comparison.bValue);
-    for (int code = 0; code < ComparisonOperators; code++)
-        if (oper == ComparisonTexts[code]) comparison.cmpOp = code;
-    comparison.cmpText = ComparisonTexts[comparison.cmpOp];
+    comparison.cmpOp = std::max(ComparisonOf(oper), static_cast<int>(CompareEqual));
+    comparison.cmpText = Comparators[comparison.cmpOp].text;
     return comparison;
 }
 

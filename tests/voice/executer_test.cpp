@@ -62,8 +62,10 @@ TEST_F(ExecuterTest, AWriteThatCannotBeDoneSaysWhy) {
 }
 
 TEST_F(ExecuterTest, WhatIsUnknownIsPassedOverAndAnAnswerGetsItsTime) {
-    executeFlow = {
-        {QueueType(ScriptCommandOnce), "t/no"}, {12, "no such type"}, {-1, "nor this"}, {QueueType(ScriptAnswer), "2.5 checked"}};
+    executeFlow = {{QueueType(ScriptCommandOnce), "t/no"},
+                   {12, "no such type"},
+                   {-1, "nor this"},
+                   {QueueType(ScriptAnswer), "2.5 checked"}};
     Run(0.4);
     EXPECT_TRUE(executeFlow.empty());
     ASSERT_EQ(answerstimer.size(), 1U);
