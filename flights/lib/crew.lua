@@ -6,6 +6,7 @@ local crew = {}
 
 crew.step_world = nil -- a function that is called before each frame, with the flight time
 crew.is_aloud = false -- true: the captain speaks into the microphone, and listens to her voice
+crew.repeats = 0 -- how often he had to say something again
 
 local ramps = {}  -- dataref -> {from, to, begin, finish}: values on their way
 local said = {}   -- all she has said, in order
@@ -14,6 +15,7 @@ local quietAt = 0 -- when she will have finished speaking, as far as it is known
 
 local BUTTON = "kv/fennic/rec"
 local PAUSE = 0.4 -- between two sentences, in her voice or his, seconds
+local PATIENCE, ATTEMPTS = 3, 3 -- seconds in which something comes of what he says, or he says it again
 
 -- Takes a dataref to a value, evenly, while time passes.
 function crew.move(dataref, to, seconds)
@@ -68,11 +70,26 @@ function crew.speak(text, voice, rate)
     crew.fly(0.1)
 end
 
+-- The same, and again when she neither understands anything nor goes on.
+local function speakUntilHeard(text)
+    local before = #said
+    for attempt = 1, ATTEMPTS do
+        sim.understood()
+        crew.speak(text)
+        local latest = sim.time() + PATIENCE
+        repeat
+            if #said > before or #sim.understood() > 0 then return end
+            crew.step()
+        until sim.time() > latest
+        if attempt < ATTEMPTS then crew.repeats = crew.repeats + 1 end
+    end
+end
+
 -- The captain lets her finish, thinks, and speaks.
 function crew.captain(text)
     while sim.time() < quietAt do crew.step() end
     crew.fly(0.3)
-    if crew.is_aloud then crew.speak(text) else sim.hear(text) end
+    if crew.is_aloud then speakUntilHeard(text) else sim.hear(text) end
 end
 
 function crew.answers(challenge, answer)

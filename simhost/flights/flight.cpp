@@ -213,7 +213,10 @@ bool PrepareSimulator(std::string &error) {
     SetScreenSize(options.screenWidth, options.screenHeight);
     SetFolders(flight.scratch.root, flight.scratch.aircraft, FindAircraftFile(flight.scratch.aircraft).name);
     flight.frameSeconds = 1 / options.framesPerSecond;
-    SetEventListener(TranscribeEvent);
+    SetEventListener([](const Event &event) {
+        NoteUnderstood(event);
+        TranscribeEvent(event);
+    });
     return StartSound(error);
 }
 

@@ -1,5 +1,5 @@
-// The calls on what is heard and said aloud: speak, noise, record, loudness, simulator_said; and the sound of
-// a frame.
+// The calls on what is heard and said aloud: speak, noise, record, loudness, understood, simulator_said; and
+// the sound of a frame.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -17,6 +17,7 @@ namespace simhost {
 namespace {
 
 constexpr const char *VOICE_PROCESS = "fennic_speech/process", *VOICE_PROGRAM = "fennic-voice";
+constexpr const char *FROM_SPEECH_SERVER = "kv/fr_speech", *SPOKEN = "stop>";
 constexpr double BLOCKS_A_SECOND = static_cast<double>(SOUND_RATE) / BLOCK_SAMPLES;
 
 double blocksDue = 0; // of the time that has passed
@@ -92,6 +93,12 @@ int SimulatorSaid(Call &call) {
     return 1;
 }
 
+int Understood(Call &call) {
+    PushTexts(call.lua, flight.understood);
+    flight.understood.clear();
+    return 1;
+}
+
 int VoiceProcess() {
     if (flight.globalPlugins.empty()) return 0;
     SimulatorCall inside;
@@ -132,6 +139,12 @@ void RunFrameOfSound() {
     if (!problem.empty()) std::fprintf(stderr, "fennic-sim: %s\n", problem.c_str());
 }
 
+void NoteUnderstood(const Event &event) {
+    if (event.kind == EventKind::DatarefWritten && event.subject == FROM_SPEECH_SERVER
+        && !event.detail.empty() && event.detail != SPOKEN)
+        flight.understood.push_back(event.detail);
+}
+
 bool EndSound() {
     CloseVoiceHost();
     ResetMicrophone();
@@ -146,6 +159,7 @@ void AddSoundCalls(lua_State *lua) {
                    {"noise", Bridge<Noise>},
                    {"record", Bridge<RecordCall>},
                    {"loudness", Bridge<Loudness>},
+                   {"understood", Bridge<Understood>},
                    {"simulator_said", Bridge<SimulatorSaid>}});
 }
 

@@ -7,6 +7,7 @@
 #include <lua.hpp>
 
 #include "XPLMDefs.h"
+#include "simhost/events.h"
 #include "simhost/flights/flight.h"
 #include "simhost/flights/watchdog.h"
 #include "simhost/simulator.h"
@@ -35,7 +36,7 @@ struct FlightState {
 
     // What the simulator gave out and the flight has not asked for yet, one list for each call.
     std::vector<SentMessage> sent;
-    std::vector<std::string> said;
+    std::vector<std::string> said, understood;
 };
 extern FlightState flight;
 
@@ -75,7 +76,8 @@ void EndFrameOfSpeech();
 // else the simulator's: then each frame waits for it. False with the reason in error.
 bool StartSound(std::string &error);
 void RunFrameOfSound();
-bool EndSound(); // false when a recording was not written, which it tells on stderr
+void NoteUnderstood(const Event &event); // by a speech server in the simulator
+bool EndSound();                         // false when a recording was not written, which it tells on stderr
 
 // Loads what lies in the aircraft's folder; before it, the first time, what lies in Resources/plugins/: of
 // those, one that cannot be loaded is told on stderr and passed over. False with the reason in error; then
