@@ -15,7 +15,8 @@ local quietAt = 0 -- when she will have finished speaking, as far as it is known
 
 local BUTTON = "kv/fennic/rec"
 local PAUSE = 0.4 -- between two sentences, in her voice or his, seconds
-local PATIENCE, ATTEMPTS = 3, 3 -- seconds in which something comes of what he says, or he says it again
+local PATIENCE = 3 -- seconds in which something comes of what he says, or he says it again
+local RATES = {50, 30, 70} -- slower then, and quicker
 
 -- Takes a dataref to a value, evenly, while time passes.
 function crew.move(dataref, to, seconds)
@@ -70,18 +71,21 @@ function crew.speak(text, voice, rate)
     crew.fly(0.1)
 end
 
--- The same, and again when she neither understands anything nor goes on.
+-- The same, and again, at another pace, when she neither understands it nor goes on.
 local function speakUntilHeard(text)
     local before = #said
-    for attempt = 1, ATTEMPTS do
+    for attempt, rate in ipairs(RATES) do
         sim.understood()
-        crew.speak(text)
+        crew.speak(text, "man", rate)
         local latest = sim.time() + PATIENCE
         repeat
-            if #said > before or #sim.understood() > 0 then return end
+            for _, heard in ipairs(sim.understood()) do
+                if heard == text then return end
+            end
+            if #said > before then return end
             crew.step()
         until sim.time() > latest
-        if attempt < ATTEMPTS then crew.repeats = crew.repeats + 1 end
+        if attempt < #RATES then crew.repeats = crew.repeats + 1 end
     end
 end
 

@@ -16,19 +16,19 @@ namespace simhost {
 
 namespace {
 
-constexpr const char *VOICE_PROCESS = "fennic_speech/process", *VOICE_PROGRAM = "fennic-voice";
-constexpr const char *FROM_SPEECH_SERVER = "kv/fr_speech", *SPOKEN = "stop>";
-constexpr double BLOCKS_A_SECOND = static_cast<double>(SOUND_RATE) / BLOCK_SAMPLES;
+constexpr const char *ProcessDataref = "fennic_speech/process", *ProgramName = "fennic-voice";
+constexpr const char *FromSpeechServer = "kv/fr_speech", *Spoken = "stop>";
+constexpr double BlocksASecond = static_cast<double>(SoundRate) / BlockSamples;
 
 double blocksDue = 0; // of the time that has passed
 int loudestNow = 0;   // of the loudspeaker's last block
 
-bool HasDevices() {
+bool hasDevices() {
     return flight.options.window || flight.options.realTime;
 }
 
 void NeedOwnTime(const Call &call) {
-    if (HasDevices())
+    if (hasDevices())
         call.Fail("with --window and --real-time the voice has the machine's own devices; fly without them");
 }
 
@@ -36,7 +36,7 @@ void NeedOwnTime(const Call &call) {
 std::string VoiceProgram() {
     std::error_code failed;
     for (const std::string &folder : FindPluginFolders(flight.scratch.root + "Resources")) {
-        const auto program = std::filesystem::path(FindPluginLibrary(folder)).parent_path() / VOICE_PROGRAM;
+        const auto program = std::filesystem::path(FindPluginLibrary(folder)).parent_path() / ProgramName;
         if (program.is_absolute() && std::filesystem::exists(program, failed)) return program.string();
     }
     return "";
@@ -66,7 +66,7 @@ int Speak(Call &call) {
 }
 
 int Noise(Call &call) {
-    SetMicrophoneNoise(call.Has(1) ? call.Number(1, "below", -20, 100) : QUIET_ROOM);
+    SetMicrophoneNoise(call.Has(1) ? call.Number(1, "below", -20, 100) : QuietRoom);
     return 0;
 }
 
@@ -102,13 +102,13 @@ int Understood(Call &call) {
 int VoiceProcess() {
     if (flight.globalPlugins.empty()) return 0;
     SimulatorCall inside;
-    return static_cast<int>(GetNumber(VOICE_PROCESS));
+    return static_cast<int>(GetNumber(ProcessDataref));
 }
 
 } // namespace
 
 bool StartSound(std::string &error) {
-    if (HasDevices()) return true;
+    if (hasDevices()) return true;
     {
         SimulatorFolder socketsPlace;
         if (!OpenVoiceHost(HangSeconds(), error)) return false;
@@ -117,21 +117,21 @@ bool StartSound(std::string &error) {
 }
 
 void RunFrameOfSound() {
-    if (HasDevices()) return;
+    if (hasDevices()) return;
     AwaitVoice(VoiceProcess());
-    TranscribeVoice(IsVoiceThere());
-    if (!IsVoiceThere() && !IsRecording() && !IsPilotSpeaking()) {
+    TranscribeVoice(isVoiceConnected());
+    if (!isVoiceConnected() && !isRecording() && !isPilotSpeaking()) {
         blocksDue = 0;
         loudestNow = 0;
         return;
     }
-    for (blocksDue += flight.frameSeconds * BLOCKS_A_SECOND; blocksDue > 1 - 1e-6; blocksDue -= 1) {
+    for (blocksDue += flight.frameSeconds * BlocksASecond; blocksDue > 1 - 1e-6; blocksDue -= 1) {
         std::string begun;
         const SoundBlock microphone = HearMicrophone(begun);
         if (!begun.empty()) TranscribeHeard(begun);
         SoundBlock loudspeaker;
         ExchangeSound(microphone, loudspeaker);
-        if (IsRecording()) Record(microphone, loudspeaker);
+        if (isRecording()) Record(microphone, loudspeaker);
         loudestNow = 0;
         for (const int sample : loudspeaker) loudestNow = std::max(loudestNow, std::abs(sample));
     }
@@ -140,8 +140,8 @@ void RunFrameOfSound() {
 }
 
 void NoteUnderstood(const Event &event) {
-    if (event.kind == EventKind::DatarefWritten && event.subject == FROM_SPEECH_SERVER
-        && !event.detail.empty() && event.detail != SPOKEN)
+    if (event.kind == EventKind::DatarefWritten && event.subject == FromSpeechServer && !event.detail.empty()
+        && event.detail != Spoken)
         flight.understood.push_back(event.detail);
 }
 

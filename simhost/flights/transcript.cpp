@@ -23,21 +23,21 @@ namespace simhost {
 
 namespace {
 
-constexpr size_t LINE_WIDTH = 98;
-constexpr size_t SPEAKER_COLUMN = 9;
-constexpr size_t SPEECH_COLUMN = 17;
-constexpr size_t ACTION_COLUMN = 11;
-constexpr size_t OBJECT_COLUMN = 19;
-constexpr size_t NARROWEST_TEXT = 20;
+constexpr size_t LineWidth = 98;
+constexpr size_t SpeakerColumn = 9;
+constexpr size_t SpeechColumn = 17;
+constexpr size_t ActionColumn = 11;
+constexpr size_t ObjectColumn = 19;
+constexpr size_t NarrowestText = 20;
 
-constexpr const char *PUSH_TO_TALK = "kv/fennic/rec", *FROM_SPEECH_SERVER = "kv/fr_speech";
+constexpr const char *PushToTalk = "kv/fennic/rec", *FromSpeechServer = "kv/fr_speech";
 
-constexpr const char *BOLD = "\033[1m";
-constexpr const char *PILOT_COLOUR = "\033[1;36m";
-constexpr const char *FENNIC_COLOUR = "\033[1;32m";
-constexpr const char *PROBLEM_COLOUR = "\033[33m";
-constexpr const char *DIM = "\033[2m";
-constexpr const char *PLAIN = "";
+constexpr const char *Bold = "\033[1m";
+constexpr const char *PilotColour = "\033[1;36m";
+constexpr const char *FennicColour = "\033[1;32m";
+constexpr const char *ProblemColour = "\033[33m";
+constexpr const char *Dim = "\033[2m";
+constexpr const char *Plain = "";
 
 bool isShown = false;
 bool isColoured = false;
@@ -53,14 +53,14 @@ struct {
 } counted;
 
 // What has changed must stay the same for so many frames before it is told, or the pilot must go on.
-constexpr int SETTLED_FRAMES = 10;
+constexpr int SettledFrames = 10;
 
 // What the pilot sets. A switch is told with the next line; a lever that is being moved, set again and
 // again, when it has come to rest.
 struct PendingSet {
     std::string dataref, value, time;
     bool isMoving = false;
-    int framesToGo = SETTLED_FRAMES;
+    int framesToGo = SettledFrames;
 };
 std::vector<PendingSet> pendingSets;
 
@@ -123,7 +123,7 @@ void Print(const std::string &time, const char *colour, size_t headColumn, const
             line.append(textColumn - column, ' ');
         else if (first && !head.empty())
             line += ' ';
-        line += TakeWords(rest, std::max(LINE_WIDTH - textColumn, NARROWEST_TEXT));
+        line += TakeWords(rest, std::max(LineWidth - textColumn, NarrowestText));
     }
     if (isColoured && *colour != 0) line += "\033[0m";
     line += '\n';
@@ -131,7 +131,7 @@ void Print(const std::string &time, const char *colour, size_t headColumn, const
 }
 
 void PrintSet(const PendingSet &set) {
-    Print(set.isMoving ? TimeNow() : set.time, PILOT_COLOUR, SPEAKER_COLUMN, "PILOT", SPEECH_COLUMN,
+    Print(set.isMoving ? TimeNow() : set.time, PilotColour, SpeakerColumn, "PILOT", SpeechColumn,
           "sets " + set.dataref + " = " + set.value);
 }
 
@@ -153,13 +153,13 @@ void PrintAllSets() {
 void Speaker(const char *colour, const char *who, const std::string &text) {
     if (!isShown) return;
     PrintSwitches();
-    Print(TimeNow(), colour, SPEAKER_COLUMN, who, SPEECH_COLUMN, text);
+    Print(TimeNow(), colour, SpeakerColumn, who, SpeechColumn, text);
 }
 
-void Action(const char *verb, const std::string &object, const char *colour = PLAIN) {
+void Action(const char *verb, const std::string &object, const char *colour = Plain) {
     if (!isShown) return;
     PrintSwitches();
-    Print(TimeNow(), colour, ACTION_COLUMN, verb, OBJECT_COLUMN, object);
+    Print(TimeNow(), colour, ActionColumn, verb, ObjectColumn, object);
 }
 
 std::string Quoted(std::string_view text) {
@@ -190,7 +190,7 @@ void TellAnswers() {
 
 void NoteAnswers(std::string_view list) {
     answers.now = list;
-    answers.framesToGo = SETTLED_FRAMES;
+    answers.framesToGo = SettledFrames;
 }
 
 void AnnounceWrite(std::string_view element) {
@@ -216,22 +216,22 @@ std::string WithoutScratchPath(std::string_view text) {
 }
 
 void TellSpeech(std::string_view message) {
-    constexpr std::string_view SAY = "say>";
-    if (message.starts_with(SAY)) {
+    constexpr std::string_view Say = "say>";
+    if (message.starts_with(Say)) {
         ++counted.said;
-        message.remove_prefix(SAY.size());
+        message.remove_prefix(Say.size());
         while (!message.empty() && message.back() == ' ') message.remove_suffix(1); // spelled numbers end so
-        return Speaker(FENNIC_COLOUR, "FENNIC", Quoted(message));
+        return Speaker(FennicColour, "FENNIC", Quoted(message));
     }
     if ((silent > 0 || !isButtonTold) && (message == "CmdRecStart" || message == "CmdRecStop")) return;
-    Action("sends", WithoutScratchPath(message), DIM);
+    Action("sends", WithoutScratchPath(message), Dim);
 }
 
 // True when it is told by what the pilot says, or that he says nothing.
 bool isTalkTold(bool isHeld) {
     if (isHeld) {
         isButtonTold = !isVoiceThere;
-        hasPilotSpoken = IsPilotSpeaking();
+        hasPilotSpoken = isPilotSpeaking();
     } else if (!isButtonTold && !hasPilotSpoken) {
         TranscribeHeard("");
     }
@@ -241,8 +241,8 @@ bool isTalkTold(bool isHeld) {
 void TellCommand(const Event &event) {
     if (event.detail == "pilot") {
         if (silent > 0) return;
-        if (event.subject == PUSH_TO_TALK && isTalkTold(event.kind == EventKind::CommandBegun)) return;
-        return Speaker(PILOT_COLOUR, "PILOT",
+        if (event.subject == PushToTalk && isTalkTold(event.kind == EventKind::CommandBegun)) return;
+        return Speaker(PilotColour, "PILOT",
                        (event.kind == EventKind::CommandEnded ? "lets go of " : "holds ") + event.subject);
     }
     announced.command.clear();
@@ -259,7 +259,7 @@ void TellUnderstood(const std::string &message) {
 }
 
 void TellWritten(const Event &event) {
-    if (event.subject == FROM_SPEECH_SERVER) return TellUnderstood(event.detail);
+    if (event.subject == FromSpeechServer) return TellUnderstood(event.detail);
     const std::string &dataref = announced.dataref;
     if (dataref.empty()) return;
     // One changed element is told as "name[n]".
@@ -297,14 +297,14 @@ void TranscribeEvent(const Event &event) {
         || event.kind == EventKind::ActionOnDataref)
         announced = {};
     switch (event.kind) {
-    case EventKind::Problem: return Speaker(PROBLEM_COLOUR, "LOG", WithoutScratchPath(event.subject));
+    case EventKind::Problem: return Speaker(ProblemColour, "LOG", WithoutScratchPath(event.subject));
     case EventKind::ActionBegun: return TellAction(event.subject);
     case EventKind::ActionOnCommand: announced.command = event.subject; return;
     case EventKind::ActionOnDataref: return AnnounceWrite(event.subject);
     case EventKind::AnswersExpected: return NoteAnswers(event.subject);
     case EventKind::SpeechMessage: return TellSpeech(event.subject);
     case EventKind::DatarefWritten: return TellWritten(event);
-    case EventKind::SimulatorSpeech: return Speaker(PLAIN, "X-PLANE", Quoted(event.subject));
+    case EventKind::SimulatorSpeech: return Speaker(Plain, "X-PLANE", Quoted(event.subject));
     default: return TellCommand(event);
     }
 }
@@ -332,7 +332,7 @@ void TranscribeFrameEnd() {
     }
     if (!announced.command.empty()) {
         if (XPLMFindCommand(announced.command.c_str()) == nullptr)
-            Action("misses", announced.command + " (there is no such command)", PROBLEM_COLOUR);
+            Action("misses", announced.command + " (there is no such command)", ProblemColour);
         announced.command.clear();
     }
 }
@@ -346,11 +346,11 @@ void TranscribeHeard(const std::string &text) {
     hasPilotSpoken = true;
     if (answers.framesToGo > 0) TellAnswers();
     PrintAllSets();
-    Speaker(PILOT_COLOUR, "PILOT", text.empty() ? "(says nothing)" : Quoted(text));
+    Speaker(PilotColour, "PILOT", text.empty() ? "(says nothing)" : Quoted(text));
 }
 
 void TranscribeReply(const std::string &text) {
-    Speaker(DIM, "", "(the speech server writes: " + text + ")");
+    Speaker(Dim, "", "(the speech server writes: " + text + ")");
 }
 
 void TranscribeSet(const std::string &dataref, const std::string &value) {
@@ -359,18 +359,18 @@ void TranscribeSet(const std::string &dataref, const std::string &value) {
         if (set.dataref != dataref) continue;
         set.value = value;
         set.isMoving = true;
-        set.framesToGo = SETTLED_FRAMES;
+        set.framesToGo = SettledFrames;
         return;
     }
     pendingSets.push_back({dataref, value, TimeNow()});
 }
 
 void TranscribeTap(const std::string &command) {
-    Speaker(PILOT_COLOUR, "PILOT", "presses " + command);
+    Speaker(PilotColour, "PILOT", "presses " + command);
 }
 
 void TranscribeAct(const std::string &act) {
-    Speaker(PILOT_COLOUR, "PILOT", act);
+    Speaker(PilotColour, "PILOT", act);
 }
 
 TranscriptPause::TranscriptPause() {
@@ -383,7 +383,7 @@ TranscriptPause::~TranscriptPause() {
 void TranscribeDirection(const std::string &text) {
     if (!isShown) return;
     PrintSwitches();
-    Print(TimeNow(), DIM, SPEAKER_COLUMN, "", SPEAKER_COLUMN, std::string("(").append(text).append(")"));
+    Print(TimeNow(), Dim, SpeakerColumn, "", SpeakerColumn, std::string("(").append(text).append(")"));
 }
 
 void TranscribeNote(const std::string &text) {
@@ -391,7 +391,7 @@ void TranscribeNote(const std::string &text) {
     PrintSwitches();
     for (size_t start = 0; start <= text.size();) {
         const size_t end = std::min(text.find('\n', start), text.size());
-        Print(TimeNow(), BOLD, SPEAKER_COLUMN, "", SPEAKER_COLUMN, text.substr(start, end - start));
+        Print(TimeNow(), Bold, SpeakerColumn, "", SpeakerColumn, text.substr(start, end - start));
         start = end + 1;
     }
 }

@@ -26,7 +26,7 @@ namespace {
 
 using fennic_voice::Samples;
 
-constexpr double SPEECH_RMS =
+constexpr double SpeechRms =
     32768 * 0.09; // -21 dB of full scale: peaks of speech lie some 12 to 15 dB higher
 
 // White noise through three poles and a zero, flat to within half a dB of 1/f between 10 Hz and 8 kHz; the
@@ -41,11 +41,11 @@ public:
         slow = 0.99765 * slow + white * 0.0990460;
         middle = 0.96300 * middle + white * 0.2965164;
         fast = 0.57000 * fast + white * 1.0526913;
-        return (slow + middle + fast + white * 0.1848) / RMS;
+        return (slow + middle + fast + white * 0.1848) / Rms;
     }
 
 private:
-    static constexpr double RMS = 1.73; // of what comes out
+    static constexpr double Rms = 1.73; // of what comes out
     std::uint64_t state = 88172645463325252;
     double slow = 0, middle = 0, fast = 0;
 };
@@ -59,7 +59,7 @@ struct Microphone {
     std::deque<Utterance> waiting; // the first is being heard
     std::size_t next = 0;          // its first sample not heard yet
     PinkNoise noise;
-    double noiseBelow = QUIET_ROOM;
+    double noiseBelow = QuietRoom;
     std::map<std::string, Samples> spoken; // by voice and text: a flight says the same things again
 };
 Microphone microphone;
@@ -68,7 +68,7 @@ void BringToOneLoudness(Samples &sound) {
     double power = 0;
     for (const std::int16_t sample : sound) power += static_cast<double>(sample) * sample;
     if (power == 0) return;
-    const double gain = SPEECH_RMS / std::sqrt(power / static_cast<double>(sound.size()));
+    const double gain = SpeechRms / std::sqrt(power / static_cast<double>(sound.size()));
     for (std::int16_t &sample : sound)
         sample = static_cast<std::int16_t>(std::clamp(sample * gain, -32767.0, 32767.0));
 }
@@ -134,7 +134,7 @@ bool SpeakIntoMicrophone(const std::string &text, const PilotsVoice &voice, cons
         if (known.empty() && !Synthesise(text, voice, program, folder, known, error)) return false;
         sound = known;
     }
-    seconds = static_cast<double>(sound.size()) / SOUND_RATE;
+    seconds = static_cast<double>(sound.size()) / SoundRate;
     const std::string told = isRecording ? text.substr(text.rfind('/') + 1) : text;
     if (!sound.empty()) microphone.waiting.push_back({told, std::move(sound)});
     return true;
@@ -147,7 +147,7 @@ void SetMicrophoneNoise(double decibelsBelow) {
 SoundBlock HearMicrophone(std::string &begun) {
     SoundBlock block;
     begun.clear();
-    const double gain = SPEECH_RMS * std::pow(10.0, -microphone.noiseBelow / 20);
+    const double gain = SpeechRms * std::pow(10.0, -microphone.noiseBelow / 20);
     for (std::int16_t &sample : block) {
         double value = microphone.noise.Next() * gain;
         if (!microphone.waiting.empty()) {
@@ -164,7 +164,7 @@ SoundBlock HearMicrophone(std::string &begun) {
     return block;
 }
 
-bool IsPilotSpeaking() {
+bool isPilotSpeaking() {
     return !microphone.waiting.empty();
 }
 

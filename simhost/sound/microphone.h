@@ -21,11 +21,11 @@ bool SpeakIntoMicrophone(const std::string &text, const PilotsVoice &voice, cons
 
 // Pink noise from now on, so many dB below the pilot's voice, both as root mean squares.
 void SetMicrophoneNoise(double decibelsBelow);
-inline constexpr double QUIET_ROOM = 50; // dB, at the start
+inline constexpr double QuietRoom = 50; // dB, at the start
 
 // The next 20 ms. begun is the text that begins to be heard in them; empty for none.
 SoundBlock HearMicrophone(std::string &begun);
-bool IsPilotSpeaking();
+bool isPilotSpeaking();
 
 // Nothing waits, and it is quiet.
 void ResetMicrophone();

@@ -11,7 +11,7 @@ namespace simhost {
 
 namespace {
 
-constexpr unsigned CHANNELS = 2, SAMPLE_BYTES = 2, HEADER_BYTES = 44;
+constexpr unsigned Channels = 2, SampleBytes = 2, HeaderBytes = 44;
 
 std::FILE *file = nullptr;
 std::string path;
@@ -23,17 +23,17 @@ void AddNumber(std::string &bytes, std::uint32_t number, int size) {
 
 void WriteHeader(std::uint64_t dataBytes) {
     const auto size =
-        static_cast<std::uint32_t>(std::min<std::uint64_t>(dataBytes, 0xFFFFFFFF - HEADER_BYTES));
+        static_cast<std::uint32_t>(std::min<std::uint64_t>(dataBytes, 0xFFFFFFFF - HeaderBytes));
     std::string header = "RIFF";
-    AddNumber(header, size + HEADER_BYTES - 8, 4);
+    AddNumber(header, size + HeaderBytes - 8, 4);
     header += "WAVEfmt ";
     AddNumber(header, 16, 4);
     AddNumber(header, 1, 2); // whole numbers
-    AddNumber(header, CHANNELS, 2);
-    AddNumber(header, SOUND_RATE, 4);
-    AddNumber(header, SOUND_RATE * CHANNELS * SAMPLE_BYTES, 4);
-    AddNumber(header, CHANNELS * SAMPLE_BYTES, 2);
-    AddNumber(header, SAMPLE_BYTES * 8, 2);
+    AddNumber(header, Channels, 2);
+    AddNumber(header, SoundRate, 4);
+    AddNumber(header, SoundRate * Channels * SampleBytes, 4);
+    AddNumber(header, Channels * SampleBytes, 2);
+    AddNumber(header, SampleBytes * 8, 2);
     header += "data";
     AddNumber(header, size, 4);
     std::fwrite(header.data(), 1, header.size(), file);
@@ -42,7 +42,7 @@ void WriteHeader(std::uint64_t dataBytes) {
 } // namespace
 
 bool BeginRecording(const std::string &newPath, std::string &error) {
-    if (IsRecording() && !EndRecording(error)) return false;
+    if (isRecording() && !EndRecording(error)) return false;
     path = newPath;
     blocks = 0;
     file = std::fopen(path.c_str(), "wbe");
@@ -54,14 +54,14 @@ bool BeginRecording(const std::string &newPath, std::string &error) {
     return true;
 }
 
-bool IsRecording() {
+bool isRecording() {
     return file != nullptr;
 }
 
 void Record(const SoundBlock &pilot, const SoundBlock &firstOfficer) {
-    char bytes[BLOCK_SAMPLES * CHANNELS * SAMPLE_BYTES];
+    char bytes[BlockSamples * Channels * SampleBytes];
     char *next = bytes;
-    for (std::size_t i = 0; i < BLOCK_SAMPLES; ++i)
+    for (std::size_t i = 0; i < BlockSamples; ++i)
         for (const std::int16_t sample : {pilot[i], firstOfficer[i]}) {
             *next++ = static_cast<char>(sample);
             *next++ = static_cast<char>(sample >> 8);
@@ -71,9 +71,9 @@ void Record(const SoundBlock &pilot, const SoundBlock &firstOfficer) {
 }
 
 bool EndRecording(std::string &error) {
-    if (!IsRecording()) return true;
+    if (!isRecording()) return true;
     std::rewind(file);
-    WriteHeader(blocks * BLOCK_SAMPLES * CHANNELS * SAMPLE_BYTES);
+    WriteHeader(blocks * BlockSamples * Channels * SampleBytes);
     const bool isWritten = std::ferror(file) == 0;
     const bool isClosed = std::fclose(file) == 0;
     file = nullptr;

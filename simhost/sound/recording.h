@@ -10,7 +10,7 @@ namespace simhost {
 
 // Begins a recording, in place of one that runs. False with the reason in error.
 bool BeginRecording(const std::string &path, std::string &error);
-bool IsRecording();
+bool isRecording();
 void Record(const SoundBlock &pilot, const SoundBlock &firstOfficer);
 
 // Finishes the file. False, with the reason in error, when it could not be written whole.

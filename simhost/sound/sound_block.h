@@ -7,9 +7,9 @@
 
 namespace simhost {
 
-inline constexpr int SOUND_RATE = 16000; // samples a second
-inline constexpr std::size_t BLOCK_SAMPLES = 320;
+inline constexpr int SoundRate = 16000; // samples a second
+inline constexpr std::size_t BlockSamples = 320;
 
-using SoundBlock = std::array<std::int16_t, BLOCK_SAMPLES>;
+using SoundBlock = std::array<std::int16_t, BlockSamples>;
 
 } // namespace simhost

@@ -23,8 +23,8 @@ namespace {
 
 using std::chrono::steady_clock;
 
-constexpr const char *HOST_VARIABLE = "FENNIC_VOICE_HOST", *SOCKET_NAME = "voice.socket";
-constexpr int LOOK_MILLISECONDS = 20; // between two looks whether a process lives
+constexpr const char *HostVariable = "FENNIC_VOICE_HOST", *SocketName = "voice.socket";
+constexpr int LookMilliseconds = 20; // between two looks whether a process lives
 
 struct VoiceHost {
     int listener = -1, connection = -1;
@@ -40,7 +40,7 @@ void Close(int &handle) {
     handle = -1;
 }
 
-bool HasEnded(int process) {
+bool hasEnded(int process) {
     siginfo_t info = {};
     if (waitid(P_PID, static_cast<id_t>(process), &info, WEXITED | WNOHANG | WNOWAIT) != 0) return true;
     return info.si_pid == process;
@@ -69,7 +69,7 @@ int PeerOf(int connection) {
 // Takes the connections that have come, and keeps the one from the process.
 bool Accept(int process) {
     pollfd waiting = {host.listener, POLLIN, 0};
-    while (host.connection < 0 && poll(&waiting, 1, LOOK_MILLISECONDS) > 0) {
+    while (host.connection < 0 && poll(&waiting, 1, LookMilliseconds) > 0) {
         int connection = accept4(host.listener, nullptr, nullptr, SOCK_CLOEXEC);
         if (connection < 0) return false;
         if (PeerOf(connection) == process)
@@ -114,7 +114,7 @@ bool Receive(void *bytes, std::size_t size) {
 bool Listen() {
     sockaddr_un address = {};
     address.sun_family = AF_UNIX;
-    std::strcpy(address.sun_path, SOCKET_NAME); // a whole path may be longer than a socket's may be
+    std::strcpy(address.sun_path, SocketName); // a whole path may be longer than a socket's may be
     host.listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     return host.listener >= 0
            && bind(host.listener, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0
@@ -125,7 +125,7 @@ bool Listen() {
 
 bool OpenVoiceHost(double limitSeconds, std::string &error) {
     host.limitSeconds = limitSeconds;
-    if (Listen() && setenv(HOST_VARIABLE, SOCKET_NAME, 1) == 0) return true;
+    if (Listen() && setenv(HostVariable, SocketName, 1) == 0) return true;
     error = std::strerror(errno);
     CloseVoiceHost();
     return false;
@@ -135,7 +135,7 @@ void CloseVoiceHost() {
     Close(host.connection);
     Close(host.listener);
     host = VoiceHost();
-    unsetenv(HOST_VARIABLE);
+    unsetenv(HostVariable);
 }
 
 void AwaitVoice(int process) {
@@ -145,18 +145,18 @@ void AwaitVoice(int process) {
     if (process <= 0 || process == host.abandoned) return;
     const steady_clock::time_point deadline = Deadline();
     while (!Accept(process)) {
-        if (HasEnded(process)) return;
+        if (hasEnded(process)) return;
         if (steady_clock::now() > deadline) return Abandon(process, "did not come for its sound");
     }
 }
 
-bool IsVoiceThere() {
+bool isVoiceConnected() {
     return host.connection >= 0;
 }
 
 void ExchangeSound(const SoundBlock &microphone, SoundBlock &loudspeaker) {
     loudspeaker.fill(0);
-    if (!IsVoiceThere()) return;
+    if (!isVoiceConnected()) return;
     const auto count = static_cast<std::uint32_t>(microphone.size());
     const std::size_t bytes = microphone.size() * sizeof microphone[0];
     if (Send(&count, sizeof count) && Send(microphone.data(), bytes) && Receive(loudspeaker.data(), bytes))
@@ -166,7 +166,7 @@ void ExchangeSound(const SoundBlock &microphone, SoundBlock &loudspeaker) {
     if (isLate) return Abandon(host.process, "did not answer");
     Close(host.connection);
     const steady_clock::time_point deadline = Deadline();
-    while (!HasEnded(host.process)) {
+    while (!hasEnded(host.process)) {
         if (steady_clock::now() > deadline) return Abandon(host.process, "hung up and did not end");
         poll(nullptr, 0, 1);
     }

@@ -21,7 +21,7 @@ void CloseVoiceHost();
 // Once a frame: the process that is to speak now, 0 for none. Waits until it has come, or has ended.
 void AwaitVoice(int process);
 
-bool IsVoiceThere();
+bool isVoiceConnected();
 
 // Gives it a block and waits for its answer; silence while nobody is there.
 void ExchangeSound(const SoundBlock &microphone, SoundBlock &loudspeaker);
