@@ -1,6 +1,7 @@
 // Numbers as texts and back, the same under every locale.
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <string>
 #include <string_view>
@@ -12,6 +13,13 @@ template <typename Real> std::string NumberText(Real value) {
     char text[40];
     const auto end = std::to_chars(text, text + sizeof text, value).ptr;
     return std::string(text, end);
+}
+
+// Takes what stands before the first tab, and the tab.
+inline std::string_view TakeField(std::string_view &rest) {
+    const std::string_view field = rest.substr(0, rest.find('\t'));
+    rest.remove_prefix(std::min(field.size() + 1, rest.size()));
+    return field;
 }
 
 // Reads a text that is a number and nothing else; false, with number untouched, for any other.

@@ -3,6 +3,7 @@
 // action does stands elsewhere: in the executer, or for one that is done at once in the systems cycle.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <iterator>
 #include <string>
@@ -69,12 +70,14 @@ inline constexpr ActionKind ActionKinds[] = {
 #undef ACTION
 };
 
-// The rows by their code; the codes are 0 to the number of rows.
+// The rows by their code; the codes go from 0 on, without a gap.
 inline constexpr auto ActionsByCode = [] {
     std::array<const ActionKind *, std::size(ActionKinds)> rows = {};
     for (const ActionKind &kind : ActionKinds) rows.at(static_cast<size_t>(kind.code)) = &kind;
     return rows;
 }();
+static_assert(std::find(ActionsByCode.begin(), ActionsByCode.end(), nullptr) == ActionsByCode.end(),
+              "a code twice");
 
 // The row of a code; null when there is none.
 constexpr const ActionKind *ActionKindOf(int code) {
@@ -100,8 +103,4 @@ std::string DeedOf(const ActionKind &kind, std::string_view text, double value);
 constexpr ActionText TextOfAction(int code) {
     const ActionKind *kind = ActionKindOf(code);
     return kind ? kind->text : ActionText::None;
-}
-constexpr ActionTime TimeOfAction(int code) {
-    const ActionKind *kind = ActionKindOf(code);
-    return kind ? kind->when : ActionTime::Never;
 }

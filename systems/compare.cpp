@@ -18,8 +18,8 @@ bool compare_block_class::Logic(bool in, const std::string &recognised) {
     cmpResult = false;
     if (!recognised.empty()) {
         const bool isEqual = recognised == phrase;
-        cmpResult =
-            phrase == "any" || (cmpOp == CompareEqual && isEqual) || (cmpOp == CompareNotEqual && !isEqual);
+        cmpResult = phrase == AnyPhrase || (cmpOp == CompareEqual && isEqual)
+                    || (cmpOp == CompareNotEqual && !isEqual);
     }
     return Join(in);
 }

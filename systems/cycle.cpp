@@ -105,7 +105,7 @@ void RunActions(const BlockRecord &record, StepContext &step) {
 // A speech comparison tells the pilot what is waited for, whether or not it can still fire.
 [[gnu::noinline]] bool CompareSpecial(compare_block_class &comparison, bool chain, const StepContext &step) {
     if (comparison.a.kind != LinkSpeech) return comparison.Logic(chain);
-    if (comparison.phrase == "any") {
+    if (comparison.phrase == AnyPhrase) {
         isAnyInputGood = true;
         if (step.isSerial && !step.isFirst) ExpectAnyAnswer();
     } else if (step.isSerial && !step.isFirst) {

@@ -84,6 +84,8 @@ struct calcBlock_struct {
     std::string asWritten;
 };
 
+inline constexpr const char *AnyPhrase = "any"; // in a speech comparison: whatever was heard
+
 // One comparison line.
 struct compare_block_class {
     sysLink_struct a;
@@ -91,7 +93,7 @@ struct compare_block_class {
     sysLink_struct b;
     double bValue = 0.0;
     std::vector<int> bList; // right operand: a list of integers
-    std::string phrase;     // of a speech comparison; "any" for whatever was heard
+    std::string phrase;     // of a speech comparison
     strokaStruct phraseStroka;
     int joinOp = 0; // 0 "&&", 1 "||"
     std::string joinText = "&&";

@@ -56,20 +56,13 @@ inline constexpr size_t FewestFields = 10,
 // ---- Reading ----
 
 // What an author can hardly have meant by a line that can be read.
-struct Remark {
-    Severity severity = Severity::Error;
-    std::string text;
-};
 struct LineRemarks {
     bool isWhole = true; // every part of the line had a use
-    std::vector<Remark> list;
+    std::vector<std::string> list;
 
-    void Add(std::string text, Severity severity = Severity::Error) {
-        list.push_back({severity, std::move(text)});
-    }
-    void AddLoss(std::string text, Severity severity = Severity::Error) {
+    void AddLoss(std::string remark) {
         isWhole = false;
-        Add(std::move(text), severity);
+        list.push_back(std::move(remark));
     }
 };
 

@@ -67,7 +67,7 @@ BodyItem ReadCalculationLine(std::string_view line, LineRemarks &remarks) {
     }
     const auto count = [&](char bracket) { return std::count(rest.begin(), rest.end(), bracket); };
     if (!isWhole || count('[') != count(']'))
-        remarks.Add("each operand stands between \"[\" and \"]\": " + std::string(line));
+        remarks.list.push_back("each operand stands between \"[\" and \"]\": " + std::string(line));
     remarks.isWhole = isWhole;
     return item;
 }
@@ -145,11 +145,12 @@ BodyItem ReadComparison(const std::string &line, LineRemarks &remarks) {
         return NotANumber("right side", right);
     remarks.isWhole = fields.size() == 2;
     if (!hasOperator)
-        remarks.Add("no comparison, but the comma is taken for ==: " + line);
+        remarks.list.push_back("no comparison, but the comma is taken for ==: " + line);
     else if (fields.size() > 2)
-        remarks.Add("what follows the comma is ignored; a number has a point, a list \";\": " + line);
+        remarks.list.push_back("what follows the comma is ignored; a number has a point, a list \";\": "
+                               + line);
     if (isList && !isEquality(comparison.cmpOp))
-        remarks.Add("a list is compared with == or != only: " + line);
+        remarks.list.push_back("a list is compared with == or != only: " + line);
     if (isList && !ReadList(right, comparison.bList))
         remarks.AddLoss("a list holds whole numbers only, without blanks: " + line);
     return comparison;
@@ -207,8 +208,7 @@ void RemarkOnFields(const std::vector<std::string_view> &fields, LineRemarks &re
     }
     const std::string_view flag = fields.size() > 11 ? fields[11] : "";
     if (!flag.empty() && flag != "0" && flag != "1")
-        remarks.AddLoss("only \"1\" in the last field saves the value: " + std::string(flag),
-                        Severity::Warning);
+        remarks.AddLoss("only \"1\" in the last field saves the value: " + std::string(flag));
 }
 
 BodyItem ReadKeyedLine(int key, const std::string &line, LineRemarks &remarks) {
@@ -224,12 +224,8 @@ BodyItem ReadKeyedLine(int key, const std::string &line, LineRemarks &remarks) {
 } // namespace
 
 void ReportRemarks(const LineRemarks &remarks, const std::string &file, int line) {
-    for (const Remark &remark : remarks.list)
-        Report({.severity = remark.severity,
-                .file = file,
-                .line = line,
-                .reason = remark.text,
-                .isLogged = false});
+    for (const std::string &remark : remarks.list)
+        Report({.file = file, .line = line, .reason = remark, .isLogged = false});
 }
 
 LineKind KindOfLine(std::string_view line) {
@@ -239,7 +235,8 @@ LineKind KindOfLine(std::string_view line) {
 
 void RemarkOnKey(LineKind kind, std::string_view line, LineRemarks &remarks) {
     const int key = static_cast<int>(kind);
-    if (kind != LineKind::Body && !line.starts_with(LineKeys[key].text)) remarks.Add(TakenFor(key, line));
+    if (kind != LineKind::Body && !line.starts_with(LineKeys[key].text))
+        remarks.list.push_back(TakenFor(key, line));
 }
 
 std::string NameInLine(LineKind kind, std::string_view line) {
@@ -302,7 +299,7 @@ BodyItem ReadBodyLine(const std::string &line, LineRemarks &remarks) {
     const int key = FindKey(line, KeyPoint, KeySpeech);
     BodyItem item = ReadKeyedLine(key, line, remarks);
     if (key >= 0 && !line.starts_with(LineKeys[key].text))
-        remarks.list.insert(remarks.list.begin(), {Severity::Error, TakenFor(key, line)});
+        remarks.list.insert(remarks.list.begin(), TakenFor(key, line));
     return item;
 }
 

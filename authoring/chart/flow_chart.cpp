@@ -13,8 +13,8 @@ namespace {
 
 std::string DescribeComparison(const compare_block_class &comparison) {
     if (comparison.a.kind == LinkSpeech)
-        return comparison.phrase == "any" ? "the pilot says anything"
-                                          : "the pilot says \"" + comparison.phrase + "\"";
+        return comparison.phrase == AnyPhrase ? "the pilot says anything"
+                                              : "the pilot says \"" + comparison.phrase + "\"";
     std::string left, right;
     AddOperand(left, comparison.a, comparison.aValue, ShownNumber);
     AddRightOperand(right, comparison, ShownNumber);

@@ -123,9 +123,9 @@ bool Conjunction::Add(const compare_block_class &comparison) {
 }
 
 bool Conjunction::Add(const Conjunction &other) {
-    if (phrase.empty() || phrase == "any")
+    if (phrase.empty() || phrase == AnyPhrase)
         phrase = other.phrase.empty() ? phrase : other.phrase;
-    else if (!other.phrase.empty() && other.phrase != "any" && other.phrase != phrase)
+    else if (!other.phrase.empty() && other.phrase != AnyPhrase && other.phrase != phrase)
         return false;
     others.insert(others.end(), other.others.begin(), other.others.end());
     for (const auto &[link, range] : other.ranges) {
@@ -137,7 +137,7 @@ bool Conjunction::Add(const Conjunction &other) {
 }
 
 bool Conjunction::Implies(const Conjunction &weaker) const {
-    if (!weaker.phrase.empty() && weaker.phrase != phrase && !(weaker.phrase == "any" && !phrase.empty()))
+    if (!weaker.phrase.empty() && weaker.phrase != phrase && !(weaker.phrase == AnyPhrase && !phrase.empty()))
         return false;
     for (const std::string &text : weaker.others)
         if (std::find(others.begin(), others.end(), text) == others.end()) return false;

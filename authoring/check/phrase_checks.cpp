@@ -15,7 +15,6 @@ namespace simhost {
 
 namespace {
 
-constexpr const char *ANY = "any";
 constexpr const char *ABORT = "abort";
 
 // Somebody who waits for a phrase whatever else is going on: the first step of a sequence, or a parameter
@@ -80,11 +79,11 @@ void CollectListeners() {
                 if (comparison.a.kind != LinkSpeech) continue;
                 CheckPhrase(comparison.phrase, place.parameter.fileName, comparison.line);
                 awaited.insert(comparison.phrase);
-                if (comparison.phrase == ANY && isAlone(block)
+                if (comparison.phrase == AnyPhrase && isAlone(block)
                     && (!place.device.serialStack || place.isFirstStep()))
                     AddSymptom(Severity::Warning, place.parameter.fileName, comparison.line, place.LastLine(),
                                "uses up whatever the pilot says, so no later block hears it");
-                if (comparison.phrase != ANY && (!place.device.serialStack || place.isFirstStep()))
+                if (comparison.phrase != AnyPhrase && (!place.device.serialStack || place.isFirstStep()))
                     claims[comparison.phrase].push_back({place, &block, comparison.line});
             }
         }
@@ -112,7 +111,7 @@ void CheckOffers() {
     ForEachParameter([](const ParameterPlace &place) {
         for (const logicblock_struct &block : place.parameter.logic)
             for (const structExecute &action : block.executes)
-                if (TextOfAction(action.type) == ActionText::Phrase && action.text != ANY
+                if (TextOfAction(action.type) == ActionText::Phrase && action.text != AnyPhrase
                     && !awaited.contains(action.text))
                     AddFinding(Severity::Error, place.parameter.fileName, action.line,
                                "offered to the pilot, but no block waits for it: " + action.text);

@@ -53,7 +53,7 @@ Texts Phrases(const logicblock_struct &block) {
     Texts phrases;
     for (const compare_block_class &comparison : block.compares)
         if (comparison.a.kind == LinkSpeech)
-            AddOnce(phrases, comparison.phrase == "any" ? "*anything*" : "**" + comparison.phrase + "**");
+            AddOnce(phrases, comparison.phrase == AnyPhrase ? "*anything*" : "**" + comparison.phrase + "**");
     return phrases;
 }
 

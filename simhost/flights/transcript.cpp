@@ -166,13 +166,6 @@ std::string Quoted(std::string_view text) {
     return std::string("\"").append(text).append("\"");
 }
 
-// Up to a tab, and that with it.
-std::string_view TakeField(std::string_view &rest) {
-    const std::string_view field = rest.substr(0, rest.find('\t'));
-    rest.remove_prefix(std::min(field.size() + 1, rest.size()));
-    return field;
-}
-
 // CHECKED and SET become: for "CHECKED" or "SET".
 void TellAnswers() {
     answers.framesToGo = 0;

@@ -14,6 +14,7 @@
 
 #include "simhost/events.h"
 #include "simhost/modules.h"
+#include "simhost/number_text.h"
 #include "simhost/simulator.h"
 
 namespace simhost {
@@ -61,12 +62,6 @@ bool isProblemLine(std::string_view line) {
     for (std::string_view sign : {"Error", "ERROR", "!!!"})
         if (line.starts_with(sign) || unnamed.starts_with(sign)) return true;
     return false;
-}
-
-std::string_view TakeField(std::string_view &rest) {
-    const std::string_view field = rest.substr(0, rest.find('\t'));
-    rest.remove_prefix(std::min(field.size() + 1, rest.size()));
-    return field;
 }
 
 void KeepLogLine(std::string line) {

@@ -159,7 +159,7 @@ void SwitchSpeech(const BlockPlace &place, int index) {
         switched.joinText = comparison.joinText;
         if (comparison.a.kind != LinkSpeech) {
             switched.a.kind = LinkSpeech;
-            switched.phrase = "any";
+            switched.phrase = AnyPhrase;
             switched.phraseStroka = MakeStrokaFromText(switched.phrase, NormaliseOnly);
         }
         comparison = std::move(switched);
