@@ -1,5 +1,7 @@
-# Makes one zip file for each staged aircraft: the folder plugins/fennic, to be unzipped in the aircraft's
-# folder.
+# Makes one zip file for each staged aircraft: the folder fennic, to be unzipped in the folder plugins of the
+# aircraft. What its user may change is not where it will be read: the settings lie in custom/, from where the
+# first start takes them, and systems, positions and presets in shipped/, from where each start puts them in
+# their places unless the user's own are there. So a zip file unzipped over an older one takes nothing away.
 #   cmake -DSOURCE=<checkout> -DSTAGED=<folder of staged aircraft> -DOUT=<folder> [-DLIBRARIES=<more .xpl>]
 #         -P package.cmake
 cmake_minimum_required(VERSION 3.25)
@@ -16,9 +18,9 @@ foreach(folder IN LISTS folders)
     if(states)
         message(FATAL_ERROR "somebody has flown with this folder: ${states}")
     endif()
-    set(fennic ${root}/plugins/fennic)
+    set(fennic ${root}/fennic)
     file(REMOVE_RECURSE ${root})
-    file(COPY ${STAGED}/${folder}/plugins DESTINATION ${root})
+    file(COPY ${STAGED}/${folder}/plugins/fennic DESTINATION ${root})
     if(LIBRARIES)
         file(COPY ${LIBRARIES} DESTINATION ${fennic}/64)
     endif()
@@ -28,6 +30,16 @@ foreach(folder IN LISTS folders)
         file(WRITE ${fennic}/64/data/voicelist_mac.txt "${voices}${more_voices}")
         file(COPY ${SOURCE}/data/settings_mac.txt ${SOURCE}/data/settings_win.txt DESTINATION ${fennic}/64/data)
     endif()
+
+    file(MAKE_DIRECTORY ${fennic}/64/shipped/custom)
+    file(GLOB poses RELATIVE ${fennic}/64/custom ${fennic}/64/custom/*)
+    foreach(part IN LISTS poses)
+        file(RENAME ${fennic}/64/custom/${part} ${fennic}/64/shipped/custom/${part})
+    endforeach()
+    file(RENAME ${fennic}/64/systems ${fennic}/64/shipped/systems)
+    file(COPY_FILE ${SOURCE}/cmake/shipped_versions.txt ${fennic}/64/shipped/versions.txt)
+    file(RENAME ${fennic}/64/data/settings_mac.txt ${fennic}/64/custom/settings_mac.txt)
+    file(COPY_FILE ${fennic}/64/data/settings_win.txt ${fennic}/64/custom/settings_win.txt)
 
     file(GLOB aircraft_file ${STAGED}/${folder}/*.acf)
     file(STRINGS ${aircraft_file} DESCRIPTION REGEX "^P acf/_descrip ")
@@ -43,5 +55,5 @@ foreach(folder IN LISTS folders)
     file(COPY_FILE ${SOURCE}/LICENSE ${fennic}/licences/fennic.txt)
     file(COPY ${SOURCE}/cmake/licences/ DESTINATION ${fennic}/licences)
 
-    make_package(${OUT}/Fennic-${VERSION}-${folder}.zip ${root} plugins/fennic)
+    make_package(${OUT}/Fennic-${VERSION}-${folder}.zip ${root} fennic)
 endforeach()

@@ -1,7 +1,7 @@
 # Packages as a pilot gets them: the same bytes each time they are made, complete by their own checksums, and in a
 # fresh aircraft's folder she flies, with a voice where there is one.
 #   cmake -DSOURCE=<checkout> -DSTAGED=<staged aircraft> -DWORK=<scratch> -DSIM=<fennic-sim>
-#         [-DSPEECH=<staged fennic_speech> -DENGINES=<sources of the engines>] -P package.cmake
+#         -DCHECKSUMS=<shipped_checksums> [-DSPEECH=<staged fennic_speech> -DENGINES=<sources of the engines>] -P package.cmake
 cmake_minimum_required(VERSION 3.25)
 set(aircraft Cessna_172SP)
 
@@ -20,9 +20,26 @@ file(GLOB package RELATIVE ${WORK}/first ${WORK}/first/Fennic-*-${aircraft}.zip)
 run(${CMAKE_COMMAND} -E compare_files ${WORK}/first/${package} ${WORK}/second/${package})
 
 file(COPY ${SOURCE}/aircraft/${aircraft} DESTINATION ${WORK}/simulator)
+set(plugins ${WORK}/simulator/${aircraft}/plugins)
 file(REMOVE_RECURSE ${WORK}/simulator/${aircraft}/systems)
-run(${CMAKE_COMMAND} -E chdir ${WORK}/simulator/${aircraft} ${CMAKE_COMMAND} -E tar xf ${WORK}/first/${package})
-run(${CMAKE_COMMAND} -E chdir ${WORK}/simulator/${aircraft}/plugins/fennic sha256sum --check --quiet checksums.txt)
+file(MAKE_DIRECTORY ${plugins})
+run(${CMAKE_COMMAND} -E chdir ${plugins} ${CMAKE_COMMAND} -E tar xf ${WORK}/first/${package})
+run(${CMAKE_COMMAND} -E chdir ${plugins}/fennic sha256sum --check --quiet checksums.txt)
+# The next version must know each of these files as an earlier one.
+execute_process(COMMAND ${CHECKSUMS} ${plugins}/fennic/64/shipped OUTPUT_VARIABLE shipped COMMAND_ERROR_IS_FATAL ANY)
+file(STRINGS ${SOURCE}/cmake/shipped_versions.txt versions)
+string(REPLACE "\n" ";" shipped "${shipped}")
+foreach(line IN LISTS shipped)
+    if(NOT line MATCHES "versions.txt$" AND NOT line IN_LIST versions AND NOT line STREQUAL "")
+        message(FATAL_ERROR "not in cmake/shipped_versions.txt; run ./fennic versions: ${line}")
+    endif()
+endforeach()
+# What the user makes has no place in the zip file, so that the next one does not take it.
+file(GLOB_RECURSE live ${plugins}/fennic/64/systems/* ${plugins}/fennic/64/custom/positions-*/*
+     ${plugins}/fennic/64/data/settings_mac.txt)
+if(live)
+    message(FATAL_ERROR "an update would replace the user's ${live}")
+endif()
 run(${SIM} --quiet --aircraft ${WORK}/simulator/${aircraft} ${SOURCE}/flights/first_start.lua)
 
 if(SPEECH)
