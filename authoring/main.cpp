@@ -67,6 +67,18 @@ bool ReadScreen(std::string_view text, int &width, int &height) {
            && height >= 1 && height <= 16384;
 }
 
+// Where the speech companion is: in that simulator, or built beside this program. Empty: nowhere.
+std::string SpeechFolder(const std::string &xplaneFolder) {
+    namespace fs = std::filesystem;
+    std::error_code failed;
+    const fs::path program = fs::read_symlink("/proc/self/exe", failed).parent_path();
+    for (const fs::path &folder :
+         {fs::path(xplaneFolder) / "Resources/plugins/fennic_speech", program / "plugins/fennic_speech"})
+        if (folder.is_absolute() || !xplaneFolder.empty())
+            if (fs::exists(folder / "pronunciations.txt", failed)) return folder;
+    return "";
+}
+
 // "fennic-sim check [--xplane DIR] FOLDER"
 int Check(int count, char **words) {
     simhost::CheckOptions options;
@@ -79,6 +91,7 @@ int Check(int count, char **words) {
         else
             options.folder = word;
     }
+    options.speechFolder = SpeechFolder(options.xplaneFolder);
     return options.folder.empty() ? Refuse("check needs a folder") : simhost::CheckFolder(options);
 }
 

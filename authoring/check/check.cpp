@@ -70,7 +70,7 @@ int CheckFolder(const CheckOptions &options) {
     CheckBlocks();
     CheckRepeats();
     CheckFractions();
-    CheckPhrases();
+    CheckPhrases(options.speechFolder);
     CheckLinkCycles();
     CheckFonts(pluginFolder);
 

@@ -6,8 +6,9 @@
 namespace simhost {
 
 struct CheckOptions {
-    std::string folder;       // an aircraft's, or the plug-in's inside it
-    std::string xplaneFolder; // of a simulator with its lists of datarefs and commands; empty: none
+    std::string folder;         // an aircraft's, or the plug-in's inside it
+    std::string xplaneFolder;   // of a simulator with its lists of datarefs and commands; empty: none
+    std::string speechFolder{}; // of the installed speech companion, with its dictionary; empty: none
 };
 
 // Reads the folder with the plug-in's own readers, writes nothing into it, and prints what it finds.

@@ -31,7 +31,8 @@ void CheckFractions();
 void CheckBlocks();
 
 // What the pilot can say: phrases that cannot be heard, that two listeners claim, that nobody waits for.
-void CheckPhrases();
+// speechFolder: the speech companion's, for words whose pronunciation its dictionaries lack; empty: none.
+void CheckPhrases(const std::string &speechFolder);
 
 // Parameters that depend on each other in a circle.
 void CheckLinkCycles();

@@ -1,8 +1,11 @@
 // What the pilot can say. A phrase is heard as the speech server knows it: in lower case, without
 // punctuation; and the first who waits for it uses it up.
+#include <algorithm>
+#include <fstream>
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "authoring/check/checks.h"
@@ -26,6 +29,7 @@ struct Listener {
 };
 
 std::set<std::string> awaited;                       // by any block
+std::set<std::string, std::less<>> pronounced;       // the words of the dictionaries; empty: there are none
 std::map<std::string, std::vector<Listener>> claims; // by phrase
 
 std::string AsHeard(const std::string &phrase) {
@@ -48,6 +52,39 @@ void CheckPhrase(const std::string &phrase, const std::string &file, int line) {
         AddFinding(Severity::Error, file, line,
                    "this phrase is never heard, the speech server gives it back as \"" + heard
                        + "\": " + phrase);
+}
+
+// Each line of a dictionary begins with a word; "word(2)" is another way to say it.
+void ReadDictionaries(const std::string &speechFolder) {
+    pronounced.clear();
+    if (speechFolder.empty()) return;
+    for (const char *name :
+         {"/model/cmudict-en-us.dict", "/pronunciations.txt", "/user_pronunciations.txt"}) {
+        std::ifstream file(speechFolder + name);
+        for (std::string line; std::getline(file, line);)
+            if (const std::string word = line.substr(0, line.find_first_of("( \t\r")); !word.empty())
+                pronounced.insert(word);
+    }
+}
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// A word is told once. Numbers are always known.
+void CheckWords(const std::string &phrase, const std::string &file, int line) {
+    if (pronounced.empty() || phrase == ANY) return;
+    for (const std::string &word : StringToWordsArray(AsHeard(phrase), ' ')) {
+        if (word.empty() || std::all_of(word.begin(), word.end(), isDigit)) continue;
+        if (!pronounced.insert(word).second) continue;
+        const bool canBeGuessed =
+            std::all_of(word.begin(), word.end(), [](char c) { return c >= 'a' && c <= 'z'; });
+        AddFinding(canBeGuessed ? Severity::Note : Severity::Warning, file, line,
+                   canBeGuessed ? "the speech server guesses how \"" + word
+                                      + "\" is said; user_pronunciations.txt can tell it"
+                                : "the speech server cannot listen for \"" + word
+                                      + "\": it needs a line in user_pronunciations.txt");
+    }
 }
 
 bool isOnlyThePhrase(const Conjunction &conjunction) {
@@ -78,6 +115,7 @@ void CollectListeners() {
             for (const compare_block_class &comparison : block.compares) {
                 if (comparison.a.kind != LinkSpeech) continue;
                 CheckPhrase(comparison.phrase, place.parameter.fileName, comparison.line);
+                CheckWords(comparison.phrase, place.parameter.fileName, comparison.line);
                 awaited.insert(comparison.phrase);
                 if (comparison.phrase == AnyPhrase && isAlone(block)
                     && (!place.device.serialStack || place.isFirstStep()))
@@ -120,7 +158,8 @@ void CheckOffers() {
 
 } // namespace
 
-void CheckPhrases() {
+void CheckPhrases(const std::string &speechFolder) {
+    ReadDictionaries(speechFolder);
     awaited.clear();
     claims.clear();
     CollectListeners();

@@ -7,7 +7,9 @@ namespace fennic_voice {
 namespace {
 
 const size_t KeptBefore = SampleRate * 3 / 10; // samples
-const double PauseSeconds = 0.3;               // behind a phrase, before it is taken for whole
+// Seconds of silence behind a phrase before it is taken for whole: when no other goes on from it, when one
+// does, and when what was said is none.
+const double ShortPause = 0.1, UsualPause = 0.3, LongPause = 0.6;
 
 } // namespace
 
@@ -63,7 +65,10 @@ void Listener::Hear(const Samples &block) {
     }
     if (!recogniser) return;
     recogniser->Hear(block);
-    if (recogniser->SilenceBehindPhrase() < PauseSeconds) return;
+    const SoFar soFar = recogniser->HeardSoFar();
+    if (!soFar.hasSpeech || soFar.silence < ShortPause) return;
+    const bool isPhrase = Accept(soFar.heard);
+    if (soFar.silence < (!isPhrase ? LongPause : soFar.goesOn ? UsualPause : ShortPause)) return;
     End();
     Begin(); // the next phrase
 }

@@ -53,8 +53,8 @@ int RecogniseFiles(const Settings &settings, const std::string &context, const s
         }
         std::fputs(Accept(heard) ? heard.phrase.c_str() : "", stdout);
         if (withScores)
-            std::printf("\t%s\t%s\t%.2f\t%.2f\t%.3f\t%.2f", heard.phrase.c_str(), heard.english.c_str(),
-                        Confidence(heard), heard.lag, heard.covered, heard.seconds);
+            std::printf("\t%s\t%s\t%.2f", heard.phrase.c_str(), TextOf(heard.english).c_str(),
+                        Confidence(heard));
         std::fputs("\n", stdout);
         std::fflush(stdout);
     }

@@ -5,14 +5,18 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <map>
 #include <set>
 #include <sstream>
 
 extern "C" {
 #include <err.h>
+#include <feat.h>
 #include <fsg_model.h>
 #include <pocketsphinx.h>
 }
+
+#include "speech/voice/front_end.h"
 
 namespace fennic_voice {
 
@@ -23,8 +27,14 @@ struct FreeDecoder {
 };
 using Decoder = std::unique_ptr<ps_decoder_t, FreeDecoder>;
 
+const int LeastSilence = FramesPerSecond / 10; // frames behind speech, to be a pause
+const size_t MostWords = 30;                   // of a phrase
+const size_t MostTold = 10;                    // phrases that are left out
 const char *const GrammarName = "phrases";
-const double ExpectedShare = 0.9; // of the probability, for the phrases that are expected now
+// The mean of speech that the model's makers give, until some was heard.
+const Cepstrum FirstMean = {41.00F, -5.29F, -0.12F, 5.09F,  2.48F,  -4.07F, -1.37F,
+                            -1.78F, -5.08F, -2.05F, -6.45F, -1.42F, 1.17F};
+const double ExpectedShare = 0.99; // of the probability, for the phrases that are expected now
 
 Decoder MakeDecoder(const std::string &folder, const std::vector<std::string> &settings) {
     std::vector<std::string> words = {"fennic-voice", "-hmm", folder + "/en-us", "-logfn", "/dev/null",
@@ -36,6 +46,7 @@ Decoder MakeDecoder(const std::string &folder, const std::vector<std::string> &s
         cmd_ln_parse_r(nullptr, ps_args(), static_cast<int>(arguments.size()), arguments.data(), TRUE);
     Decoder decoder(config ? ps_init(config) : nullptr);
     if (config) cmd_ln_free_r(config);
+    if (decoder) ps_get_feat(decoder.get())->cmn = CMN_NONE; // frames come without the mean
     return decoder;
 }
 
@@ -56,43 +67,74 @@ std::string WithoutVariant(std::string_view word) {
 }
 
 // The best path of a decoder so far.
-struct Path {
-    std::string words;
-    double score = 0.0; // acoustic, of all frames
-    int frames = 0;
-    int speechFrames = 0;
-    int silenceAtEnd = 0; // frames
-};
-
-Path PathOf(ps_decoder_t *decoder) {
-    Path path;
+std::vector<HeardWord> PathOf(ps_decoder_t *decoder) {
+    std::vector<HeardWord> path;
     for (ps_seg_t *segment = ps_seg_iter(decoder); segment; segment = ps_seg_next(segment)) {
         int first = 0, last = 0;
         int32 acoustic = 0, language = 0, backOff = 0;
         ps_seg_frames(segment, &first, &last);
         ps_seg_prob(segment, &acoustic, &language, &backOff);
         const char *word = ps_seg_word(segment);
-        const int frames = last - first + 1;
-        path.score += acoustic;
-        path.frames += frames;
-        if (isSilence(word)) {
-            path.silenceAtEnd += frames;
-            continue;
+        HeardWord heard;
+        heard.frames = last - first + 1;
+        heard.acoustic = acoustic;
+        heard.language = language;
+        if (!isSilence(word)) {
+            heard.word = WithoutVariant(word);
+            if (char *phones = ps_lookup_word(decoder, word)) {
+                heard.phones = phones;
+                ckd_free(phones);
+            }
         }
-        path.silenceAtEnd = 0;
-        path.speechFrames += frames;
-        if (!path.words.empty()) path.words += ' ';
-        path.words += WithoutVariant(word);
+        path.push_back(std::move(heard));
     }
     return path;
+}
+
+// The phrases as a tree: those that begin alike share their first words.
+struct PhraseNode {
+    std::map<std::string, int> longer;  // phrases that go on: the word, and where to
+    std::map<std::string, double> ends; // phrases that end with a word: their probability
+    double probability = 0.0;           // of all phrases that come here
+};
+
+void AddPhrase(std::vector<PhraseNode> &tree, const std::vector<std::string> &words, double probability) {
+    size_t node = 0;
+    for (size_t i = 0; i + 1 < words.size(); i++) {
+        tree[node].probability += probability;
+        const auto [next, isNew] = tree[node].longer.emplace(words[i], static_cast<int>(tree.size()));
+        node = static_cast<size_t>(next->second);
+        if (isNew) tree.emplace_back();
+    }
+    tree[node].probability += probability;
+    tree[node].ends[words.back()] += probability;
+}
+
+void TellLeftOut(const std::vector<std::string> &phrases) {
+    for (size_t i = 0; i < std::min(phrases.size(), MostTold); i++)
+        std::fprintf(stderr, "reco 1 cannot listen for \"%.100s\": %s\n", phrases[i].c_str(),
+                     WordsOf(phrases[i]).size() > MostWords ? "too many words"
+                                                            : "a word that nobody can pronounce");
+    if (phrases.size() > MostTold)
+        std::fprintf(stderr, "reco 1 cannot listen for %zu phrases more\n", phrases.size() - MostTold);
+}
+
+int SilenceAtEnd(const std::vector<HeardWord> &path) {
+    int frames = 0;
+    for (auto word = path.rbegin(); word != path.rend() && word->word.empty(); ++word) frames += word->frames;
+    return frames;
 }
 
 } // namespace
 
 struct Recogniser::Engines {
+    std::unique_ptr<FrontEnd> front;
     Decoder phrases, english;
-    int framesPerSecond = 100;
+    Cepstrum mean = FirstMean;                 // of the speech so far, with this microphone
+    std::vector<Cepstrum> frames;              // of the utterance
     std::set<std::string, std::less<>> begins; // of longer phrases: phrases that others go on from
+    std::set<std::string, std::less<>> wholes;
+    std::set<std::string, std::less<>> expected; // phrases
     bool hasPhrases = false;
     bool isHearing = false;
 };
@@ -105,12 +147,15 @@ std::unique_ptr<Recogniser> Recogniser::Load(const std::string &folder,
                                              std::string &error) {
     err_set_logfp(nullptr);
     auto engines = std::make_unique<Engines>();
-    engines->phrases = MakeDecoder(folder, {"-lw", "6.5", "-wip", "1", "-fsgusefiller", "yes"});
+    engines->front = FrontEnd::Load(folder);
+    // Few phrases are soon searched; in noise the right one falls far behind before it catches up.
+    engines->phrases = MakeDecoder(folder, {"-lw", "6.5", "-wip", "1", "-fsgusefiller", "yes", "-beam",
+                                            "1e-120", "-pbeam", "1e-120", "-wbeam", "1e-100"});
     const std::string dictionary = folder + "/cmudict-en-us.dict";
     engines->english = MakeDecoder(folder, {"-lm", folder + "/en-us.lm.bin", "-dict", dictionary, "-fwdflat",
                                             "no", "-maxhmmpf", "3000"});
     std::unique_ptr<Recogniser> recogniser(new Recogniser(std::move(engines)));
-    if (!recogniser->engines->phrases || !recogniser->engines->english
+    if (!recogniser->engines->front || !recogniser->engines->phrases || !recogniser->engines->english
         || !recogniser->pronunciations.Read(dictionary)) {
         error = "no model of speech in " + folder;
         return nullptr;
@@ -121,6 +166,8 @@ std::unique_ptr<Recogniser> Recogniser::Load(const std::string &folder,
 
 // Tells the decoder every way to say a word. False when there is none.
 bool Recogniser::Teach(const std::string &word) {
+    // The decoder has words of its own, for silence and breath, and names of variants.
+    if (isSilence(word) || word.find('(') != std::string::npos) return false;
     ps_decoder_t *decoder = engines->phrases.get();
     if (char *phones = ps_lookup_word(decoder, word.c_str())) {
         ckd_free(phones);
@@ -144,26 +191,27 @@ void Recogniser::SetPhrases(const std::vector<std::string> &phrases,
                             const std::vector<std::string> &expected) {
     leftOut.clear();
     engines->begins.clear();
+    engines->wholes.clear();
+    engines->expected = {expected.begin(), expected.end()};
     std::vector<std::pair<std::vector<std::string>, bool>> known; // words, expected
-    const std::set<std::string> wanted(expected.begin(), expected.end());
     std::set<std::string> all(phrases.begin(), phrases.end());
     all.insert(expected.begin(), expected.end());
-    int states = 2;
     for (const std::string &phrase : all) {
         std::vector<std::string> words = WordsOf(phrase);
         if (words.empty()) continue;
-        if (!std::all_of(words.begin(), words.end(), [&](const std::string &word) { return Teach(word); })) {
-            std::fprintf(stderr, "reco 1 cannot listen for \"%s\": a word that nobody can pronounce\n",
-                         phrase.c_str());
+        if (words.size() > MostWords
+            || !std::all_of(words.begin(), words.end(),
+                            [&](const std::string &word) { return Teach(word); })) {
             leftOut.push_back(phrase);
             continue;
         }
         std::string begin;
         for (size_t i = 0; i + 1 < words.size(); i++)
             engines->begins.insert(begin += (i == 0 ? "" : " ") + words[i]);
-        states += static_cast<int>(words.size()) - 1;
-        known.emplace_back(std::move(words), wanted.contains(phrase));
+        engines->wholes.insert(begin + (begin.empty() ? "" : " ") + words.back());
+        known.emplace_back(std::move(words), engines->expected.contains(phrase));
     }
+    TellLeftOut(leftOut);
     engines->hasPhrases = !known.empty();
     if (known.empty()) return;
 
@@ -171,23 +219,28 @@ void Recogniser::SetPhrases(const std::vector<std::string> &phrases,
         std::count_if(known.begin(), known.end(), [](const auto &phrase) { return phrase.second; }));
     const double others = static_cast<double>(known.size()) - expectedCount;
     const double share = expectedCount == 0 ? 0.0 : others == 0 ? 1.0 : ExpectedShare;
+    std::vector<PhraseNode> tree(1);
+    for (const auto &[words, isExpected] : known)
+        AddPhrase(tree, words, isExpected ? share / expectedCount : (1.0 - share) / others);
+
     ps_decoder_t *decoder = engines->phrases.get();
     logmath_t *log = ps_get_logmath(decoder);
-    fsg_model_t *grammar = fsg_model_init(
-        GrammarName, log, static_cast<float32>(cmd_ln_float32_r(ps_get_config(decoder), "-lw")), states);
+    const auto weight = static_cast<float32>(cmd_ln_float32_r(ps_get_config(decoder), "-lw"));
+    fsg_model_t *grammar = fsg_model_init(GrammarName, log, weight, static_cast<int>(tree.size()) + 1);
     grammar->start_state = 0;
     grammar->final_state = 1;
-    int next = 2;
-    for (const auto &[words, isExpected] : known) {
-        const double probability = isExpected ? share / expectedCount : (1.0 - share) / others;
-        int from = 0;
-        for (size_t i = 0; i < words.size(); i++) {
-            const int to = i + 1 == words.size() ? 1 : next++;
-            const int word = fsg_model_word_add(grammar, words[i].c_str());
-            const int cost = i == 0 ? static_cast<int>(logmath_log(log, probability)) : 0;
-            fsg_model_trans_add(grammar, from, to, static_cast<int32>(cost * fsg_model_lw(grammar)), word);
-            from = to;
-        }
+    const auto state = [](int node) { return node == 0 ? 0 : node + 1; };
+    const auto add = [&](int from, int to, const std::string &word, double probability) {
+        fsg_model_trans_add(grammar, from, to,
+                            static_cast<int32>(weight * static_cast<float>(logmath_log(log, probability))),
+                            fsg_model_word_add(grammar, word.c_str()));
+    };
+    for (size_t i = 0; i < tree.size(); i++) {
+        const int from = state(static_cast<int>(i));
+        for (const auto &[word, node] : tree[i].longer)
+            add(from, state(node), word, tree[static_cast<size_t>(node)].probability / tree[i].probability);
+        for (const auto &[word, probability] : tree[i].ends)
+            add(from, 1, word, probability / tree[i].probability);
     }
     ps_set_fsg(decoder, GrammarName, grammar);
     ps_set_search(decoder, GrammarName);
@@ -196,23 +249,42 @@ void Recogniser::SetPhrases(const std::vector<std::string> &phrases,
 
 void Recogniser::Start() {
     if (!engines->hasPhrases) return;
+    engines->front->Start();
+    engines->frames.clear();
     for (ps_decoder_t *decoder : {engines->phrases.get(), engines->english.get()}) ps_start_utt(decoder);
     engines->isHearing = true;
 }
 
 void Recogniser::Hear(std::span<const int16_t> sound) {
     if (!engines->isHearing) return;
+    std::vector<Cepstrum> frames = engines->front->Hear(sound);
+    if (frames.empty()) return;
+    engines->frames.insert(engines->frames.end(), frames.begin(), frames.end());
+    std::vector<mfcc_t *> rows;
+    for (Cepstrum &frame : frames) {
+        for (size_t i = 0; i < frame.size(); i++) frame[i] -= engines->mean[i];
+        rows.push_back(frame.data());
+    }
     for (ps_decoder_t *decoder : {engines->phrases.get(), engines->english.get()})
-        ps_process_raw(decoder, sound.data(), sound.size(), FALSE, FALSE);
+        ps_process_cep(decoder, rows.data(), static_cast<int>(rows.size()), FALSE, FALSE);
 }
 
-double Recogniser::SilenceBehindPhrase() {
-    if (!engines->isHearing) return 0.0;
-    const Path path = PathOf(engines->phrases.get());
-    if (path.words.empty() || path.silenceAtEnd == 0) return 0.0;
-    return engines->begins.contains(path.words)
-               ? 0.0
-               : static_cast<double>(path.silenceAtEnd) / engines->framesPerSecond;
+SoFar Recogniser::HeardSoFar() {
+    SoFar soFar;
+    if (!engines->isHearing) return soFar;
+    Heard &heard = soFar.heard;
+    heard.words = PathOf(engines->phrases.get());
+    if (SilenceAtEnd(heard.words) < LeastSilence) return soFar;
+    heard.english = PathOf(engines->english.get());
+    const int silence = std::min(SilenceAtEnd(heard.words), SilenceAtEnd(heard.english));
+    if (silence < LeastSilence) return soFar;
+    soFar.silence = static_cast<double>(silence) / FramesPerSecond;
+    soFar.hasSpeech = !TextOf(heard.words).empty() || !TextOf(heard.english).empty();
+    const std::string text = TextOf(heard.words);
+    if (engines->wholes.contains(text)) heard.phrase = text;
+    heard.isExpected = engines->expected.contains(heard.phrase);
+    soFar.goesOn = engines->begins.contains(text);
+    return soFar;
 }
 
 Heard Recogniser::Finish() {
@@ -222,12 +294,10 @@ Heard Recogniser::Finish() {
     for (ps_decoder_t *decoder : {engines->phrases.get(), engines->english.get()}) ps_end_utt(decoder);
     int32 score = 0;
     if (const char *phrase = ps_get_hyp(engines->phrases.get(), &score)) heard.phrase = phrase;
-    const Path phrase = PathOf(engines->phrases.get()), english = PathOf(engines->english.get());
-    heard.english = english.words;
-    const int speech = std::max({phrase.speechFrames, english.speechFrames, 1});
-    heard.seconds = static_cast<double>(speech) / engines->framesPerSecond;
-    heard.covered = static_cast<double>(phrase.speechFrames) / speech;
-    heard.lag = (english.score - phrase.score) / speech;
+    heard.isExpected = engines->expected.contains(heard.phrase);
+    heard.words = PathOf(engines->phrases.get());
+    heard.english = PathOf(engines->english.get());
+    LearnMean(engines->frames, engines->mean);
     return heard;
 }
 

@@ -16,6 +16,14 @@
 
 namespace fennic_voice {
 
+// What was heard when speech pauses, a tenth of a second at least.
+struct SoFar {
+    Heard heard;          // without a phrase when it is the beginning of one
+    double silence = 0.0; // seconds since the last word
+    bool hasSpeech = false;
+    bool goesOn = false; // the phrase is the beginning of a longer one, too
+};
+
 class Recogniser {
 public:
     // folder: the model's, which holds en-us/, en-us.lm.bin and cmudict-en-us.dict. Null, with the reason in
@@ -27,8 +35,8 @@ public:
     Recogniser &operator=(const Recogniser &) = delete;
 
     // The phrases to understand, in lower case, words separated by blanks; those that are expected now are
-    // likelier. Not between Start and Finish. One line to stderr for a phrase with a word that nobody can
-    // pronounce, and it is left out.
+    // likelier. Not between Start and Finish. A phrase with a word that nobody can pronounce, or with more
+    // than 30 words, is left out; the first ten are told to stderr.
     void SetPhrases(const std::vector<std::string> &phrases, const std::vector<std::string> &expected);
 
     // The phrases left out.
@@ -40,9 +48,8 @@ public:
     void Hear(std::span<const int16_t> sound);
     Heard Finish();
 
-    // While hearing: the speech so far is a whole phrase with silence behind it, and no longer one goes on
-    // from there. Silence in seconds.
-    double SilenceBehindPhrase();
+    // While hearing: what would be heard if it ended now. Nothing while somebody speaks.
+    SoFar HeardSoFar();
 
 private:
     struct Engines;

@@ -293,6 +293,27 @@ TEST_F(Check, NamesOfTheSimulatorByItsLists) {
         EXPECT_NE(output.find(finding), std::string::npos) << finding << " in\n" << output;
 }
 
+TEST_F(Check, WordsThatNobodyCanSay) {
+    std::filesystem::create_directories(root + "speech/model");
+    std::ofstream(root + "speech/model/cmudict-en-us.dict") << "gear G IH R\nup AH P\nup(2) AH P\n";
+    std::ofstream(root + "speech/pronunciations.txt") << "# words\napu\tEY P IY Y UW\n";
+    write("systems/_systems.txt", "A\n");
+    write("systems/A.txt", Head
+                               + std::string("logic:\ninstring=gear up 15\ninstring=apu gearr\n"
+                                             "instring=gearr \xc2\xabtwo\nexecute=0,yes,0\n"));
+    testing::internal::CaptureStdout();
+    simhost::CheckFolder({plugin, "", root + "speech"});
+    output = testing::internal::GetCapturedStdout();
+    EXPECT_NE(output.find("A.txt:7: note: the speech server guesses how \"gearr\" is said"),
+              std::string::npos)
+        << output;
+    EXPECT_NE(output.find("A.txt:8: warning: the speech server cannot listen for \"\xc2\xabtwo\""),
+              std::string::npos)
+        << output;
+    EXPECT_EQ(output.find("\"apu\""), std::string::npos) << output;
+    EXPECT_EQ(output.find("\"15\""), std::string::npos) << output;
+}
+
 // The descriptions that Graphviz is given; the arrows are what can be wrong in them.
 class Chart : public Check {
 protected:

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include "speech/voice/listener.h"
+#include "speech/voice/sound.h"
 #include "speech/voice/synthesis.h"
 
 namespace fennic_voice {
@@ -64,15 +66,55 @@ TEST_F(Voice, UnderstandsWhatItSaysAndNothingElse) {
     EXPECT_FALSE(Accept(Hear({})));
 }
 
-TEST_F(Voice, KnowsWhenAPhraseIsOver) {
-    recogniser->SetPhrases({"flaps", "flaps up"}, {"flaps up"});
-    const Samples sound = Spoken("flaps up", false);
-    recogniser->Start();
-    recogniser->Hear(std::span(sound).first(SampleRate * 3 / 10));
-    EXPECT_EQ(recogniser->SilenceBehindPhrase(), 0.0);
-    recogniser->Hear(std::span(sound).subspan(SampleRate * 3 / 10));
-    EXPECT_GT(recogniser->SilenceBehindPhrase(), 0.1);
-    EXPECT_EQ(recogniser->Finish().phrase, "flaps up");
+// While the button is held: a phrase comes soon after its end, or later where a longer one could follow; and
+// what was refused before does not hide it.
+TEST_F(Voice, AnswersWhereSpeechPauses) {
+    std::vector<std::string> understood;
+    Listener listener([&](const std::string &phrase) { understood.push_back(phrase); });
+    listener.SetRecogniser(recogniser.get());
+    listener.SetPhrases({"flaps", "flaps up", "gear down", "autobrake medium"});
+    listener.Press();
+    const auto hear = [&](const std::string &text) { // the blocks of silence until something is understood
+        Samples sound = Spoken(text, false);
+        sound.resize(sound.size() + SampleRate);
+        size_t last = 0, blocks = 0;
+        understood.clear();
+        for (size_t i = 0; i + BlockSize <= sound.size(); i += BlockSize) {
+            listener.Hear(Samples(&sound[i], &sound[i] + BlockSize));
+            if (!understood.empty()) continue;
+            blocks++;
+            if (std::any_of(&sound[i], &sound[i] + BlockSize, [](int16_t s) { return std::abs(s) > 600; }))
+                last = blocks;
+        }
+        return blocks - last;
+    };
+    EXPECT_LT(hear("gear down"), 15U);
+    EXPECT_EQ(understood, std::vector<std::string>{"gear down"});
+    const size_t longer = hear("flaps");
+    EXPECT_GE(longer, 15U);
+    EXPECT_LT(longer, 35U);
+    EXPECT_EQ(understood, std::vector<std::string>{"flaps"});
+    hear("What a lovely morning over the mountains.");
+    EXPECT_TRUE(understood.empty());
+    hear("flaps up");
+    EXPECT_EQ(understood, std::vector<std::string>{"flaps up"});
+    listener.Release();
+}
+
+TEST_F(Voice, ReadsAnyListOfPhrases) {
+    std::vector<std::string> phrases = {"gear down", "",       "  ",           "\xff\xfe{}",
+                                        "[sil]",     "<s> up", "gear(2) down", std::string(100000, 'a'),
+                                        "gear  down"};
+    for (int i = 0; i < 40; i++) phrases[2] += " gear";
+    for (int i = 0; i < 2000; i++) phrases.push_back("flaps " + std::to_string(i) + " degrees");
+    testing::internal::CaptureStderr();
+    recogniser->SetPhrases(phrases, {"gear up"});
+    const std::string told = testing::internal::GetCapturedStderr();
+    EXPECT_LE(std::count(told.begin(), told.end(), '\n'), 11);
+    EXPECT_NE(told.find("too many words"), std::string::npos) << told;
+    EXPECT_EQ(Hear(Spoken("gear down", false)).phrase, "gear down");
+    recogniser->SetPhrases({"\xff"}, {});
+    EXPECT_EQ(Hear(Spoken("gear down", false)).phrase, "");
 }
 
 TEST(Pronunciations, NumbersAndUnknownWords) {

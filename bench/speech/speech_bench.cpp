@@ -1,0 +1,400 @@
+// How well and how fast the voice understands: `fennic-speech-bench FOLDER [--full] [--fit]`, the folder
+// being made by make_sounds. The quick run hears a few phrases of each voice, the full one four times as
+// many. With
+// --fit it prints new weights for speech/voice/rejection.cpp, from every second voice, and what they do with
+// the others.
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <random>
+#include <thread>
+
+#include "bench/speech/fit_rejection.h"
+#include "speech/voice/listener.h"
+#include "speech/voice/phrase_file.h"
+#include "speech/voice/sound.h"
+#include "speech/voice/speaker.h"
+#include "speech/voice/wav_file.h"
+
+using namespace fennic_voice;
+using namespace speech_bench;
+
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+const double Clean = 1000.0; // dB of signal to noise
+const size_t Lead = SampleRate * 3 / 10;
+const double NothingHeard = -100.0; // stands for a confidence
+const size_t ExpectedCount = 9;     // what the overlay shows on average
+
+double Milliseconds(Clock::duration time) {
+    return std::chrono::duration<double, std::milli>(time).count();
+}
+
+// The mean power of the pieces that are at most 20 dB softer than the loudest.
+double PowerOfSpeech(const Samples &sound) {
+    std::vector<double> powers;
+    for (size_t i = 0; i + BlockSize <= sound.size(); i += BlockSize) {
+        double power = 0.0;
+        for (size_t j = 0; j < BlockSize; j++) power += static_cast<double>(sound[i + j]) * sound[i + j];
+        powers.push_back(power / BlockSize);
+    }
+    const double most = powers.empty() ? 0.0 : *std::max_element(powers.begin(), powers.end());
+    double sum = 0.0;
+    int count = 0;
+    for (double power : powers)
+        if (power * 100.0 > most) {
+            sum += power;
+            count++;
+        }
+    return sum / std::max(count, 1);
+}
+
+// The sound between two silences, in pink noise (Paul Kellet's filter of white noise).
+Samples WithNoise(const Samples &sound, double decibels, unsigned seed) {
+    Samples padded(Lead);
+    padded.insert(padded.end(), sound.begin(), sound.end());
+    padded.resize(padded.size() + Lead);
+    if (decibels == Clean) return padded;
+    std::mt19937 random(seed);
+    std::normal_distribution<double> white;
+    std::vector<double> pink(padded.size());
+    double low = 0.0, middle = 0.0, high = 0.0, power = 0.0;
+    for (double &value : pink) {
+        const double next = white(random);
+        low = 0.99765 * low + next * 0.0990460;
+        middle = 0.96300 * middle + next * 0.2965164;
+        high = 0.57000 * high + next * 1.0526913;
+        value = low + middle + high + next * 0.1848;
+        power += value * value / static_cast<double>(pink.size());
+    }
+    const double factor = std::sqrt(PowerOfSpeech(sound) / power * std::pow(10.0, -decibels / 10.0));
+    for (size_t i = 0; i < padded.size(); i++)
+        padded[i] = static_cast<int16_t>(std::clamp(padded[i] + factor * pink[i], -32768.0, 32767.0));
+    return padded;
+}
+
+Samples Load(const fs::path &file) {
+    Samples sound;
+    std::string error;
+    if (!ReadWavFile(file, sound, error)) std::fprintf(stderr, "%s: %s\n", file.c_str(), error.c_str());
+    return sound;
+}
+
+std::vector<fs::path> Files(const fs::path &folder) {
+    std::vector<fs::path> files;
+    for (const auto &entry : fs::directory_iterator(folder)) files.push_back(entry.path());
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+double MegabytesInUse() {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with("VmRSS:")) return std::atof(line.c_str() + 6) / 1024.0;
+    return 0.0;
+}
+
+class Bench {
+public:
+    Bench(fs::path folder, bool isFull) : folder(std::move(folder)), isFull(isFull) {}
+    bool Start();
+    void Understand();
+    void HearPeople();
+    void Refuse();
+    void PrintShares() const;
+    void MeasureReaction();
+    void MeasureSpeaking() const;
+    void MeasureLoad();
+    void PrintRejection(bool fits) const;
+
+private:
+    struct Share {
+        int right = 0, all = 0;
+        void Add(bool isRight) { right += isRight ? 1 : 0, all++; }
+    };
+
+    const fs::path folder;
+    const bool isFull;
+    std::vector<std::string> phrases;
+    std::unique_ptr<Recogniser> recogniser;
+    std::map<std::string, std::map<std::string, Share>> shares; // voice, condition
+    std::vector<Example> examples;
+    std::vector<double> goodConfidence, otherConfidence;
+
+    Heard Hear(const Samples &sound);
+    std::vector<std::string> ExpectedWith(const std::string &phrase, unsigned seed) const;
+    void Remember(const Heard &heard, const std::string &said, size_t turn);
+};
+
+bool Bench::Start() {
+    std::string error;
+    if (!ReadPhraseFile(folder / "context.txt", phrases) || phrases.empty()) {
+        std::fprintf(stderr, "no phrases in %s\n", folder.c_str());
+        return false;
+    }
+    const double before = MegabytesInUse();
+    const auto start = Clock::now();
+    recogniser = Recogniser::Load(SPEECH_MODEL, {SPEECH_DATA "/pronunciations.txt"}, error);
+    if (!recogniser) {
+        std::fprintf(stderr, "%s\n", error.c_str());
+        return false;
+    }
+    recogniser->SetPhrases(phrases, {});
+    std::printf("%zu phrases; ready after %.0f ms; the recognition takes %.0f MB\n", phrases.size(),
+                Milliseconds(Clock::now() - start), MegabytesInUse() - before);
+    return true;
+}
+
+Heard Bench::Hear(const Samples &sound) {
+    recogniser->Start();
+    for (size_t i = 0; i < sound.size(); i += BlockSize)
+        recogniser->Hear(std::span(sound).subspan(i, std::min(BlockSize, sound.size() - i)));
+    return recogniser->Finish();
+}
+
+std::vector<std::string> Bench::ExpectedWith(const std::string &phrase, unsigned seed) const {
+    std::mt19937 random(seed);
+    std::vector<std::string> expected;
+    if (!phrase.empty()) expected.push_back(phrase);
+    while (expected.size() < ExpectedCount) expected.push_back(phrases[random() % phrases.size()]);
+    return expected;
+}
+
+// turn: of the voice; every second one is fitted to.
+void Bench::Remember(const Heard &heard, const std::string &said, size_t turn) {
+    const bool isGood = heard.phrase == said;
+    if (said.empty() && heard.phrase.empty()) otherConfidence.push_back(NothingHeard);
+    if (heard.phrase.empty() || (!said.empty() && !isGood)) return; // nothing to refuse; another mistake
+    examples.push_back({SignsOf(heard), isGood, turn % 2 == 0});
+    (isGood ? goodConfidence : otherConfidence).push_back(Confidence(heard));
+}
+
+void Bench::Understand() {
+    const size_t wanted = isFull ? 24 : 6;
+    size_t turn = 0;
+    for (const fs::path &voice : Files(folder / "phrases")) {
+        turn++;
+        for (size_t k = 0; k < wanted; k++) {
+            // Each voice says other phrases, so that all are said.
+            const size_t number = (k * phrases.size() / wanted + turn * 5) % phrases.size();
+            const std::string &phrase = phrases[number];
+            const Samples sound = Load(voice / (std::to_string(number) + ".wav"));
+            for (const auto &[name, decibels] :
+                 {std::pair("clean", Clean), std::pair("20 dB", 20.0), std::pair("10 dB", 10.0)})
+                for (bool isExpected : {false, true}) {
+                    const auto seed = static_cast<unsigned>(number);
+                    recogniser->SetPhrases(phrases, isExpected ? ExpectedWith(phrase, seed)
+                                                               : std::vector<std::string>());
+                    const Heard heard = Hear(WithNoise(sound, decibels, seed));
+                    shares[voice.filename()][name + std::string(isExpected ? " exp." : "")].Add(
+                        heard.phrase == phrase && Accept(heard));
+                    Remember(heard, phrase, turn);
+                }
+        }
+    }
+}
+
+// People who say words that are on the list.
+void Bench::HearPeople() {
+    std::vector<std::string> words;
+    ReadPhraseFile(folder / "people.context.txt", words);
+    std::swap(words, phrases);
+    std::ifstream list(folder / "people.txt");
+    size_t number = 0;
+    for (std::string line; std::getline(list, line); number++) {
+        if (!isFull && number % 4 != 0) continue;
+        const std::string name = line.substr(0, line.find('\t')), word = line.substr(line.find('\t') + 1);
+        const Samples sound = Load(folder / "people" / (name + ".wav"));
+        for (bool isExpected : {false, true}) {
+            recogniser->SetPhrases(phrases, isExpected ? ExpectedWith(word, static_cast<unsigned>(number))
+                                                       : std::vector<std::string>());
+            const Heard heard = Hear(WithNoise(sound, Clean, 0));
+            shares["people"][isExpected ? "clean exp." : "clean"].Add(heard.phrase == word && Accept(heard));
+            Remember(heard, word, number / 4);
+        }
+    }
+    std::swap(words, phrases);
+}
+
+void Bench::Refuse() {
+    const size_t wanted = isFull ? 30 : 8;
+    unsigned seed = 0;
+    size_t turn = 0;
+    for (const fs::path &voice : Files(folder / "foreign")) {
+        turn++;
+        const std::vector<fs::path> files = Files(voice);
+        for (size_t k = 0; k < std::min(wanted, files.size()); k++) {
+            const Samples sound =
+                WithNoise(Load(files[k * files.size() / std::min(wanted, files.size())]), Clean, 0);
+            const bool isExpected = ++seed % 2 == 0;
+            recogniser->SetPhrases(phrases, isExpected ? ExpectedWith("", seed) : std::vector<std::string>());
+            const Heard heard = Hear(sound);
+            shares[voice.filename()]["foreign"].Add(Accept(heard));
+            Remember(heard, "", turn);
+        }
+    }
+}
+
+void Bench::PrintShares() const {
+    const char *const conditions[] = {"clean",      "20 dB",      "10 dB",  "clean exp.",
+                                      "20 dB exp.", "10 dB exp.", "foreign"};
+    std::printf(
+        "\nUnderstood, in %%, without and with the expected phrases; and foreign sentences accepted\n%-32s",
+        "");
+    for (const char *condition : conditions) std::printf("%11s", condition);
+    std::map<std::string, Share> sums;
+    const auto print = [&](const std::string &name, const std::map<std::string, Share> &row) {
+        std::printf("\n%-32s", name.c_str());
+        for (const char *condition : conditions) {
+            const auto found = row.find(condition);
+            if (found == row.end())
+                std::printf("%11s", "");
+            else
+                std::printf("%11.1f", 100.0 * found->second.right / found->second.all);
+        }
+    };
+    for (const auto &[voice, row] : shares) {
+        print(voice, row);
+        for (const auto &[condition, share] : row) {
+            sums[condition].right += share.right;
+            sums[condition].all += share.all;
+        }
+    }
+    print("all", sums);
+    std::printf("\n%-32s", "recordings");
+    for (const char *condition : conditions) std::printf("%11d", sums[condition].all);
+    std::printf("\n");
+}
+
+// From the end of the sound, as the listener gets it block by block, to the phrase: the blocks that it waits
+// for, and what it computes in the last one.
+void Bench::MeasureReaction() {
+    std::vector<double> times;
+    Clock::duration busy = {};
+    double heardSeconds = 0.0;
+    const fs::path voice = folder / "phrases" / "flite_slt";
+    for (size_t number = 0; number < phrases.size(); number += isFull ? 3 : 12) {
+        Samples sound = Load(voice / (std::to_string(number) + ".wav"));
+        size_t end = sound.size();
+        const int loudest = std::abs(*std::max_element(
+            sound.begin(), sound.end(), [](int16_t a, int16_t b) { return std::abs(a) < std::abs(b); }));
+        while (end > 0 && std::abs(sound[end - 1]) * 30 < loudest) end--;
+        sound.resize(end);
+        sound.resize(end + SampleRate);
+        bool isUnderstood = false;
+        Listener listener([&](const std::string &) { isUnderstood = true; });
+        listener.SetRecogniser(recogniser.get());
+        listener.SetPhrases(phrases);
+        listener.SetExpected(ExpectedWith(phrases[number], static_cast<unsigned>(number)));
+        listener.Hear(Samples(Lead));
+        listener.Press();
+        for (size_t i = 0; i < sound.size() && !isUnderstood; i += BlockSize) {
+            const size_t next = std::min(i + BlockSize, sound.size());
+            const auto start = Clock::now();
+            listener.Hear({sound.begin() + static_cast<std::ptrdiff_t>(i),
+                           sound.begin() + static_cast<std::ptrdiff_t>(next)});
+            const auto took = Clock::now() - start;
+            busy += took;
+            heardSeconds += static_cast<double>(BlockSize) / SampleRate;
+            if (isUnderstood)
+                times.push_back((static_cast<double>(next) - static_cast<double>(end)) * 1000.0 / SampleRate
+                                + Milliseconds(took));
+        }
+        listener.Release();
+    }
+    if (times.empty()) return;
+    std::sort(times.begin(), times.end());
+    std::printf(
+        "\nFrom the end of speech to the phrase, button held: half within %.0f ms, 90 %% within %.0f ms (%zu "
+        "phrases)\nHearing takes %.2f of the time\n",
+        times[times.size() / 2], times[times.size() * 9 / 10], times.size(),
+        Milliseconds(busy) / 1000.0 / heardSeconds);
+}
+
+void Bench::MeasureSpeaking() const {
+    PrepareVoices();
+    for (const auto &[name, voice] : {std::pair("woman", BuiltIn::Woman), std::pair("man", BuiltIn::Man)}) {
+        double longest = 0.0;
+        for (const char *text :
+             {"Gear up.", "Before start checklist.",
+              "There is no bleed air, Sir. The APU or ground air first, and then the engines."}) {
+            Speaker speaker(false);
+            VoiceChoice choice;
+            choice.builtIn = voice;
+            speaker.SetVoice(choice);
+            Samples block(BlockSize);
+            const auto start = Clock::now();
+            speaker.Say(text);
+            const auto isSilent = [&] {
+                return std::all_of(block.begin(), block.end(), [](int16_t s) { return s == 0; });
+            };
+            for (speaker.Speak(block); isSilent() && Clock::now() - start < std::chrono::seconds(10);
+                 speaker.Speak(block))
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            longest = std::max(longest, Milliseconds(Clock::now() - start));
+        }
+        std::printf("From say> to the first sample, %s: at most %.0f ms\n", name, longest);
+    }
+}
+
+// A list of phrases as nobody would write it.
+void Bench::MeasureLoad() {
+    std::vector<std::string> many;
+    for (size_t i = 0; many.size() < 5000; i++)
+        many.push_back(phrases[i % phrases.size()] + " "
+                       + phrases[(i / phrases.size() * 7 + i) % phrases.size()]);
+    auto start = Clock::now();
+    recogniser->SetPhrases(many, {});
+    const double load = Milliseconds(Clock::now() - start);
+    const Samples sound = WithNoise(Load(folder / "phrases" / "flite_slt" / "1.wav"), Clean, 0);
+    start = Clock::now();
+    Hear(sound);
+    std::printf("5,000 phrases: ready after %.0f ms, hearing takes %.2f of the time\n", load,
+                Milliseconds(Clock::now() - start) / 1000.0 * SampleRate / static_cast<double>(sound.size()));
+    recogniser->SetPhrases(phrases, {});
+}
+
+void Bench::PrintRejection(bool fits) const {
+    std::printf("\nRefusing, over all recordings above (accepted is what has a confidence above 0)\n");
+    PrintCurve(goodConfidence, otherConfidence);
+    if (!fits) return;
+    const Weights weights = FitRejection(examples);
+    std::vector<double> good, other;
+    for (const Example &example : examples)
+        if (!example.isFitted) (example.isGood ? good : other).push_back(weights.ConfidenceOf(example.signs));
+    std::printf("With these weights, the voices that were not fitted to\n");
+    PrintCurve(good, other);
+}
+
+} // namespace
+
+int main(int count, char **words) {
+    bool isFull = false, fits = false;
+    std::string folder;
+    for (int i = 1; i < count; i++) {
+        if (std::strcmp(words[i], "--full") == 0)
+            isFull = true;
+        else if (std::strcmp(words[i], "--fit") == 0)
+            fits = true;
+        else
+            folder = words[i];
+    }
+    Bench bench(folder, isFull);
+    if (folder.empty() || !bench.Start()) return 2;
+    bench.MeasureReaction();
+    bench.MeasureSpeaking();
+    bench.MeasureLoad();
+    bench.Understand();
+    bench.HearPeople();
+    bench.Refuse();
+    bench.PrintShares();
+    bench.PrintRejection(fits);
+}

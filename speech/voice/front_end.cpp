@@ -1,0 +1,130 @@
+// Two things are done to the sound before its frames are made. Noise is taken off, more than ears would like.
+// Then a little white noise is added, 40 dB below the loudest: the model comes from recordings of rooms, and
+// sound without any noise, as other programs make it, is to it a voice that it does not know.
+#include "speech/voice/front_end.h"
+
+#include <algorithm>
+#include <cmath>
+
+extern "C" {
+#include <err.h>
+#include <fe.h>
+#include <pocketsphinx.h>
+#include <speex/speex_preprocess.h>
+}
+
+namespace fennic_voice {
+
+namespace {
+
+const size_t PieceSize = SampleRate / FramesPerSecond; // samples that noise is taken off at a time
+const int Suppressed = -25;                            // dB
+const double FirstLevel = 2000.0; // root mean square of a loud piece, before one was heard
+const double AddedShare = 0.01;   // of that level, as noise
+const double LevelDecay = 0.999;  // a piece
+const double OldFrames = 200.0;   // that a mean counts as
+
+class FreePreprocessor {
+public:
+    void operator()(SpeexPreprocessState *state) const { speex_preprocess_state_destroy(state); }
+};
+
+} // namespace
+
+struct FrontEnd::Engine {
+    cmd_ln_t *settings = nullptr;
+    fe_t *front = nullptr;
+    std::unique_ptr<SpeexPreprocessState, FreePreprocessor> cleaner;
+    Samples waiting; // not a whole piece yet
+    double level = FirstLevel;
+    uint32_t seed = 1;
+
+    Engine() = default;
+    Engine(const Engine &) = delete;
+    Engine &operator=(const Engine &) = delete;
+    ~Engine() {
+        if (front) fe_free(front);
+        if (settings) cmd_ln_free_r(settings);
+    }
+
+    void Clean(int16_t *piece);
+};
+
+FrontEnd::FrontEnd(std::unique_ptr<Engine> engine) : engine(std::move(engine)) {}
+FrontEnd::~FrontEnd() = default;
+
+std::unique_ptr<FrontEnd> FrontEnd::Load(const std::string &folder) {
+    auto engine = std::make_unique<Engine>();
+    engine->settings =
+        cmd_ln_parse_file_r(nullptr, ps_args(), (folder + "/en-us/feat.params").c_str(), FALSE);
+    if (!engine->settings) return nullptr;
+    cmd_ln_set_boolean_r(engine->settings, "-remove_silence", FALSE);
+    engine->front = fe_init_auto_r(engine->settings);
+    if (!engine->front || fe_get_output_size(engine->front) != static_cast<int>(Cepstrum().size()))
+        return nullptr;
+    return std::unique_ptr<FrontEnd>(new FrontEnd(std::move(engine)));
+}
+
+void FrontEnd::Start() {
+    fe_start_stream(engine->front);
+    fe_start_utt(engine->front);
+    engine->cleaner.reset(speex_preprocess_state_init(PieceSize, SampleRate));
+    int suppressed = Suppressed;
+    speex_preprocess_ctl(engine->cleaner.get(), SPEEX_PREPROCESS_SET_NOISE_SUPPRESS, &suppressed);
+    engine->waiting.clear();
+    engine->level = FirstLevel;
+    engine->seed = 1;
+}
+
+// The added noise is the same in each utterance, so that a recording is always understood alike.
+void FrontEnd::Engine::Clean(int16_t *piece) {
+    speex_preprocess_run(cleaner.get(), piece);
+    double power = 0.0;
+    for (size_t i = 0; i < PieceSize; i++) power += static_cast<double>(piece[i]) * piece[i];
+    level = std::max(level * LevelDecay, std::sqrt(power / PieceSize));
+    const double spread = AddedShare * level * std::sqrt(12.0); // of even noise of that root mean square
+    for (size_t i = 0; i < PieceSize; i++) {
+        seed = seed * 1664525U + 1013904223U;
+        const double noise = spread * (seed / 4294967296.0 - 0.5);
+        piece[i] = static_cast<int16_t>(std::clamp(std::lround(piece[i] + noise), -32768L, 32767L));
+    }
+}
+
+std::vector<Cepstrum> FrontEnd::Hear(std::span<const int16_t> sound) {
+    Samples &waiting = engine->waiting;
+    waiting.insert(waiting.end(), sound.begin(), sound.end());
+    size_t cleaned = 0;
+    for (; cleaned + PieceSize <= waiting.size(); cleaned += PieceSize) engine->Clean(&waiting[cleaned]);
+    const int16 *next = waiting.data();
+    size_t left = cleaned;
+    int32 count = 0;
+    fe_process_frames(engine->front, &next, &left, nullptr, &count, nullptr);
+    std::vector<Cepstrum> frames(static_cast<size_t>(count));
+    std::vector<mfcc_t *> rows;
+    for (Cepstrum &frame : frames) rows.push_back(frame.data());
+    rows.push_back(nullptr); // less than a frame is taken, too
+    fe_process_frames(engine->front, &next, &left, rows.data(), &count, nullptr);
+    frames.resize(static_cast<size_t>(count));
+    waiting.erase(waiting.begin(), waiting.begin() + static_cast<std::ptrdiff_t>(cleaned));
+    return frames;
+}
+
+void LearnMean(std::span<const Cepstrum> frames, Cepstrum &mean) {
+    if (frames.size() < 10) return;
+    std::vector<float> loudness;
+    for (const Cepstrum &frame : frames) loudness.push_back(frame[0]);
+    std::sort(loudness.begin(), loudness.end());
+    const float quiet = loudness[loudness.size() / 10], loud = loudness[loudness.size() * 19 / 20];
+    std::array<double, std::tuple_size_v<Cepstrum>> sum = {};
+    int count = 0;
+    for (const Cepstrum &frame : frames) {
+        if (frame[0] < quiet + 0.3F * (loud - quiet)) continue;
+        for (size_t i = 0; i < sum.size(); i++) sum[i] += frame[i];
+        count++;
+    }
+    if (count < 10) return;
+    for (size_t i = 0; i < sum.size(); i++)
+        mean[i] = static_cast<float>((OldFrames * mean[i] + sum[i]) / (OldFrames + count));
+}
+
+} // namespace fennic_voice

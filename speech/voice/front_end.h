@@ -1,0 +1,42 @@
+// Sound as the recognition's model wants it: a frame of 13 cepstral coefficients each 10 ms, noise removed.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "speech/voice/samples.h"
+
+namespace fennic_voice {
+
+const int FramesPerSecond = 100;
+
+using Cepstrum = std::array<float, 13>; // the first is the loudness, as a logarithm
+
+class FrontEnd {
+public:
+    // folder: the model's. Null when it cannot be read.
+    static std::unique_ptr<FrontEnd> Load(const std::string &folder);
+    ~FrontEnd();
+    FrontEnd(const FrontEnd &) = delete;
+    FrontEnd &operator=(const FrontEnd &) = delete;
+
+    // Begins afresh: what it knows of the noise is forgotten.
+    void Start();
+
+    // The frames that are whole now.
+    std::vector<Cepstrum> Hear(std::span<const int16_t> sound);
+
+private:
+    struct Engine;
+    std::unique_ptr<Engine> engine;
+    explicit FrontEnd(std::unique_ptr<Engine> engine);
+};
+
+// Takes the mean of those frames that are loud beside the quietest, in which somebody speaks, into a mean of
+// earlier ones, which counts as two seconds of speech. Nothing changes for less than a tenth of a second.
+void LearnMean(std::span<const Cepstrum> frames, Cepstrum &mean);
+
+} // namespace fennic_voice
