@@ -377,6 +377,7 @@ void Bench::PrintRejection(bool fits) const {
 } // namespace
 
 int main(int count, char **words) {
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
     bool isFull = false, fits = false;
     std::string folder;
     for (int i = 1; i < count; i++) {
@@ -390,8 +391,8 @@ int main(int count, char **words) {
     Bench bench(folder, isFull);
     if (folder.empty() || !bench.Start()) return 2;
     bench.MeasureReaction();
-    bench.MeasureSpeaking();
     bench.MeasureLoad();
+    bench.MeasureSpeaking();
     bench.Understand();
     bench.HearPeople();
     bench.Refuse();

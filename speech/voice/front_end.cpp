@@ -24,6 +24,15 @@ const double AddedShare = 0.01;   // of that level, as noise
 const double LevelDecay = 0.999;  // a piece
 const double OldFrames = 200.0;   // that a mean counts as
 
+// Frames above are loud beside the quietest.
+float LeastOfSpeech(std::span<const Cepstrum> frames) {
+    std::vector<float> loudness;
+    for (const Cepstrum &frame : frames) loudness.push_back(frame[0]);
+    std::sort(loudness.begin(), loudness.end());
+    const float quiet = loudness[loudness.size() / 10], loud = loudness[loudness.size() * 19 / 20];
+    return quiet + 0.3F * (loud - quiet);
+}
+
 class FreePreprocessor {
 public:
     void operator()(SpeexPreprocessState *state) const { speex_preprocess_state_destroy(state); }
@@ -111,20 +120,25 @@ std::vector<Cepstrum> FrontEnd::Hear(std::span<const int16_t> sound) {
 
 void LearnMean(std::span<const Cepstrum> frames, Cepstrum &mean) {
     if (frames.size() < 10) return;
-    std::vector<float> loudness;
-    for (const Cepstrum &frame : frames) loudness.push_back(frame[0]);
-    std::sort(loudness.begin(), loudness.end());
-    const float quiet = loudness[loudness.size() / 10], loud = loudness[loudness.size() * 19 / 20];
+    const float least = LeastOfSpeech(frames);
     std::array<double, std::tuple_size_v<Cepstrum>> sum = {};
     int count = 0;
     for (const Cepstrum &frame : frames) {
-        if (frame[0] < quiet + 0.3F * (loud - quiet)) continue;
+        if (frame[0] < least) continue;
         for (size_t i = 0; i < sum.size(); i++) sum[i] += frame[i];
         count++;
     }
     if (count < 10) return;
     for (size_t i = 0; i < sum.size(); i++)
         mean[i] = static_cast<float>((OldFrames * mean[i] + sum[i]) / (OldFrames + count));
+}
+
+int QuietAtEnd(std::span<const Cepstrum> frames) {
+    if (frames.size() < 10) return 0;
+    const float least = LeastOfSpeech(frames);
+    const auto loud =
+        std::find_if(frames.rbegin(), frames.rend(), [&](const Cepstrum &f) { return f[0] >= least; });
+    return static_cast<int>(loud - frames.rbegin());
 }
 
 } // namespace fennic_voice

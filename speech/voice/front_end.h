@@ -39,4 +39,7 @@ private:
 // earlier ones, which counts as two seconds of speech. Nothing changes for less than a tenth of a second.
 void LearnMean(std::span<const Cepstrum> frames, Cepstrum &mean);
 
+// How many frames have passed since the last of those.
+int QuietAtEnd(std::span<const Cepstrum> frames);
+
 } // namespace fennic_voice

@@ -66,10 +66,12 @@ void Listener::Hear(const Samples &block) {
     if (!recogniser) return;
     recogniser->Hear(block);
     const SoFar soFar = recogniser->HeardSoFar();
-    if (!soFar.hasSpeech || soFar.silence < ShortPause) return;
-    const bool isPhrase = Accept(soFar.heard);
-    if (soFar.silence < (!isPhrase ? LongPause : soFar.goesOn ? UsualPause : ShortPause)) return;
-    End();
+    const double pause = soFar.goesOn ? UsualPause : ShortPause;
+    const bool isPhrase = soFar.silence >= pause && Accept(soFar.heard);
+    if (!isPhrase && (!soFar.hasSpeech || soFar.quiet < LongPause)) return;
+    // What the pause has told counts: the engines' last words are worse where silence follows.
+    recogniser->Finish();
+    if (isPhrase) understood(soFar.heard.phrase);
     Begin(); // the next phrase
 }
 

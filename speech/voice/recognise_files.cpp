@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
+#include <cstdlib>
 
 #include "speech/voice/phrase_file.h"
 #include "speech/voice/recogniser.h"
+#include "speech/voice/sound.h"
 #include "speech/voice/wav_file.h"
 
 namespace fennic_voice {
@@ -14,11 +15,25 @@ namespace {
 
 const size_t Silence = SampleRate * 3 / 10; // samples, before and behind a recording that is cut close
 
+// The part of a recording that is not silent, with so much of the rest on both sides.
+std::span<const int16_t> WithoutEnds(const Samples &sound) {
+    int loudest = 0;
+    for (const int16_t sample : sound) loudest = std::max(loudest, std::abs(int{sample}));
+    const auto isLoud = [&](int16_t sample) { return std::abs(int{sample}) * 50 > loudest; };
+    const size_t first =
+        static_cast<size_t>(std::find_if(sound.begin(), sound.end(), isLoud) - sound.begin());
+    const size_t last =
+        static_cast<size_t>(sound.rend() - std::find_if(sound.rbegin(), sound.rend(), isLoud));
+    const size_t begin = first - std::min(first, Silence), end = std::min(last + Silence, sound.size());
+    return std::span(sound).subspan(std::min(begin, end), end - std::min(begin, end));
+}
+
 void HearRecording(Recogniser &recogniser, const Samples &sound) {
     const Samples silence(Silence, 0);
+    const std::span<const int16_t> part = WithoutEnds(sound);
     recogniser.Hear(silence);
-    for (size_t i = 0; i < sound.size(); i += SampleRate / 50)
-        recogniser.Hear(std::span(sound).subspan(i, std::min<size_t>(SampleRate / 50, sound.size() - i)));
+    for (size_t i = 0; i < part.size(); i += BlockSize)
+        recogniser.Hear(part.subspan(i, std::min(BlockSize, part.size() - i)));
     recogniser.Hear(silence);
 }
 

@@ -27,9 +27,8 @@ struct FreeDecoder {
 };
 using Decoder = std::unique_ptr<ps_decoder_t, FreeDecoder>;
 
-const int LeastSilence = FramesPerSecond / 10; // frames behind speech, to be a pause
-const size_t MostWords = 30;                   // of a phrase
-const size_t MostTold = 10;                    // phrases that are left out
+const size_t MostWords = 30; // of a phrase
+const size_t MostTold = 10;  // phrases that are left out
 const char *const GrammarName = "phrases";
 // The mean of speech that the model's makers give, until some was heard.
 const Cepstrum FirstMean = {41.00F, -5.29F, -0.12F, 5.09F,  2.48F,  -4.07F, -1.37F,
@@ -148,12 +147,13 @@ std::unique_ptr<Recogniser> Recogniser::Load(const std::string &folder,
     err_set_logfp(nullptr);
     auto engines = std::make_unique<Engines>();
     engines->front = FrontEnd::Load(folder);
-    // Few phrases are soon searched; in noise the right one falls far behind before it catches up.
-    engines->phrases = MakeDecoder(folder, {"-lw", "6.5", "-wip", "1", "-fsgusefiller", "yes", "-beam",
+    // Few phrases are soon searched; in noise the right one falls far behind before it catches up. Silence is
+    // as likely as a word, or "up" would be heard in the breath behind "flaps".
+    engines->phrases = MakeDecoder(folder, {"-lw", "6.5", "-silprob", "0.3", "-fsgusefiller", "yes", "-beam",
                                             "1e-120", "-pbeam", "1e-120", "-wbeam", "1e-100"});
     const std::string dictionary = folder + "/cmudict-en-us.dict";
-    engines->english = MakeDecoder(folder, {"-lm", folder + "/en-us.lm.bin", "-dict", dictionary, "-fwdflat",
-                                            "no", "-maxhmmpf", "3000"});
+    engines->english = MakeDecoder(folder, {"-lm", folder + "/en-us.lm.bin", "-dict", dictionary, "-silprob",
+                                            "0.1", "-fwdflat", "no", "-maxhmmpf", "3000"});
     std::unique_ptr<Recogniser> recogniser(new Recogniser(std::move(engines)));
     if (!recogniser->engines->front || !recogniser->engines->phrases || !recogniser->engines->english
         || !recogniser->pronunciations.Read(dictionary)) {
@@ -260,27 +260,29 @@ void Recogniser::Hear(std::span<const int16_t> sound) {
     std::vector<Cepstrum> frames = engines->front->Hear(sound);
     if (frames.empty()) return;
     engines->frames.insert(engines->frames.end(), frames.begin(), frames.end());
-    std::vector<mfcc_t *> rows;
     for (Cepstrum &frame : frames) {
         for (size_t i = 0; i < frame.size(); i++) frame[i] -= engines->mean[i];
-        rows.push_back(frame.data());
+        // One at a time: many at once, at the beginning of an utterance, confuse the decoders' buffers.
+        for (ps_decoder_t *decoder : {engines->phrases.get(), engines->english.get()}) {
+            mfcc_t *row = frame.data();
+            ps_process_cep(decoder, &row, 1, FALSE, FALSE);
+        }
     }
-    for (ps_decoder_t *decoder : {engines->phrases.get(), engines->english.get()})
-        ps_process_cep(decoder, rows.data(), static_cast<int>(rows.size()), FALSE, FALSE);
 }
 
 SoFar Recogniser::HeardSoFar() {
     SoFar soFar;
     if (!engines->isHearing) return soFar;
+    const int quiet = QuietAtEnd(engines->frames);
+    if (quiet == 0) return soFar;
     Heard &heard = soFar.heard;
     heard.words = PathOf(engines->phrases.get());
-    if (SilenceAtEnd(heard.words) < LeastSilence) return soFar;
     heard.english = PathOf(engines->english.get());
     const int silence = std::min(SilenceAtEnd(heard.words), SilenceAtEnd(heard.english));
-    if (silence < LeastSilence) return soFar;
+    soFar.quiet = static_cast<double>(quiet) / FramesPerSecond;
     soFar.silence = static_cast<double>(silence) / FramesPerSecond;
-    soFar.hasSpeech = !TextOf(heard.words).empty() || !TextOf(heard.english).empty();
     const std::string text = TextOf(heard.words);
+    soFar.hasSpeech = !text.empty() || !TextOf(heard.english).empty();
     if (engines->wholes.contains(text)) heard.phrase = text;
     heard.isExpected = engines->expected.contains(heard.phrase);
     soFar.goesOn = engines->begins.contains(text);

@@ -16,10 +16,11 @@
 
 namespace fennic_voice {
 
-// What was heard when speech pauses, a tenth of a second at least.
+// What was heard up to a moment in which nobody speaks.
 struct SoFar {
     Heard heard;          // without a phrase when it is the beginning of one
-    double silence = 0.0; // seconds since the last word
+    double silence = 0.0; // seconds since the last word, as both decoders hear it
+    double quiet = 0.0;   // seconds since anything was loud
     bool hasSpeech = false;
     bool goesOn = false; // the phrase is the beginning of a longer one, too
 };
