@@ -139,7 +139,9 @@ struct Recogniser::Engines {
 };
 
 Recogniser::Recogniser(std::unique_ptr<Engines> engines) : engines(std::move(engines)) {}
-Recogniser::~Recogniser() = default;
+Recogniser::~Recogniser() {
+    Finish(); // a decoder that is freed while it hears leaves memory behind
+}
 
 std::unique_ptr<Recogniser> Recogniser::Load(const std::string &folder,
                                              const std::vector<std::string> &dictionaries,
