@@ -78,7 +78,6 @@ constexpr const char *Mixture = "sim/cockpit2/engine/actuators/mixture_ratio_all
 constexpr const char *Altimeter = "sim/cockpit2/gauges/actuators/barometer_setting_in_hg_pilot";
 constexpr const char *AltimeterCopilot = "sim/cockpit2/gauges/actuators/barometer_setting_in_hg_copilot";
 constexpr const char *FlightDirector = "sim/cockpit2/autopilot/flight_director_mode";
-constexpr double FlapNotch = 1.0 / 3; // 10, 20 and 30 degrees
 
 // A command may stand here more than once. One without a dataref only exists.
 constexpr Single Singles[] = {
@@ -116,10 +115,10 @@ constexpr Single Singles[] = {
     {"sim/transponder/transponder_ground", Transponder, 0, Move::Set, 5},
     {"sim/transponder/transponder_ta_only", Transponder, 0, Move::Set, 6},
     {"sim/transponder/transponder_ta_ra", Transponder, 0, Move::Set, 7},
-    {"sim/flight_controls/flaps_up", Flaps, 0, Move::Step, -FlapNotch},
-    {"sim/flight_controls/flaps_up", FlapRatio, 0, Move::Step, -FlapNotch},
-    {"sim/flight_controls/flaps_down", Flaps, 0, Move::Step, FlapNotch},
-    {"sim/flight_controls/flaps_down", FlapRatio, 0, Move::Step, FlapNotch},
+    {"sim/flight_controls/flaps_up", Flaps, 0, Move::Notch, -1},
+    {"sim/flight_controls/flaps_up", FlapRatio, 0, Move::Notch, -1},
+    {"sim/flight_controls/flaps_down", Flaps, 0, Move::Notch, 1},
+    {"sim/flight_controls/flaps_down", FlapRatio, 0, Move::Notch, 1},
     {"sim/flight_controls/flaps_up_full", Flaps, 0, Move::Set, 0},
     {"sim/flight_controls/flaps_up_full", FlapRatio, 0, Move::Set, 0},
     {"sim/flight_controls/flaps_down_full", Flaps, 0, Move::Set, 1},
@@ -154,6 +153,11 @@ constexpr Single Singles[] = {
     {"sim/ice/alternate_static_port", "sim/cockpit2/switches/alternate_static_air_ratio", 0, Move::Toggle, 0},
     {"sim/autopilot/fdir_on", FlightDirector, 0, Move::Set, 1},
     {"sim/autopilot/servos_on", FlightDirector, 0, Move::Set, 2},
+    {"sim/autopilot/heading", "sim/cockpit2/autopilot/heading_status", 0, Move::Set, 2},
+    {"sim/autopilot/NAV", "sim/cockpit2/autopilot/nav_status", 0, Move::Set, 2},
+    {"sim/autopilot/altitude_hold", "sim/cockpit2/autopilot/altitude_hold_status", 0, Move::Set, 2},
+    {"sim/autopilot/vertical_speed", "sim/cockpit2/autopilot/vvi_status", 0, Move::Set, 2},
+    {"sim/autopilot/approach", "sim/cockpit2/autopilot/approach_status", 0, Move::Set, 1},
     {"sim/autopilot/servos_off_any", FlightDirector, 0, Move::Set, 0},
     {"sim/operation/pause_on", "sim/time/paused", 0, Move::Set, 1},
     {"sim/operation/pause_off", "sim/time/paused", 0, Move::Set, 0},
@@ -167,9 +171,7 @@ constexpr const char *Others[] = {
     "sim/annunciator/clear_master_warning",
     "sim/annunciator/test_all_annunciators",
     "sim/annunciator/test_stall",
-    "sim/autopilot/altitude_hold",
     "sim/autopilot/fdir_toggle",
-    "sim/autopilot/heading",
     "sim/autopilot/servos_toggle",
     "sim/autopilot/take_off_go_around",
     "sim/engines/engage_starters",
@@ -265,7 +267,8 @@ void RunBuiltinActions(const BuiltinAction &first) {
     for (const BuiltinAction *action = &first; action < end && action->command == first.command; action++) {
         double value = action->value;
         if (action->move == Move::Toggle) value = GetNumber(action->dataref, action->index) != 0 ? 0 : 1;
-        if (action->move == Move::Step) {
+        if (action->move == Move::Notch) {
+            value /= std::max(GetNumber("sim/aircraft/controls/acf_flap_detents"), 1.0);
             value = std::clamp(GetNumber(action->dataref, action->index) + value, 0.0, 1.0);
         }
         SetNumber(action->dataref, value, action->index);

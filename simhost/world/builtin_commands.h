@@ -12,7 +12,7 @@ namespace simhost {
 enum class Move {
     Set,    // to the value
     Toggle, // between 0 and 1
-    Step,   // by the value, within 0 to 1
+    Notch,  // by so many notches of the flap lever, within 0 to 1
 };
 
 struct BuiltinAction {
