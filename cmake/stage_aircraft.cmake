@@ -6,6 +6,23 @@
 # settings.
 #
 # A system that an aircraft lists in systems/_systems.txt and has no file for comes from aircraft/shared/.
+#
+# The systems for all other aircraft, aircraft/any/, are put together in <ANY>/systems/.
+
+# Completes a folder of systems files.
+function(add_shared_systems name systems_folder)
+    file(STRINGS ${systems_folder}/_systems.txt systems)
+    foreach(system IN LISTS systems)
+        if(EXISTS ${systems_folder}/${system}.txt)
+            continue()
+        elseif(NOT EXISTS ${SOURCE}/aircraft/shared/${system}.txt)
+            message(FATAL_ERROR "aircraft/${name}/systems/_systems.txt lists ${system}, which is "
+                                "neither there nor in aircraft/shared/")
+        endif()
+        file(COPY ${SOURCE}/aircraft/shared/${system}.txt DESTINATION ${systems_folder})
+    endforeach()
+endfunction()
+
 foreach(folder IN LISTS AIRCRAFT)
     set(staged ${TARGET}/${folder})
     set(plugin ${staged}/plugins/fennic/64)
@@ -32,15 +49,10 @@ foreach(folder IN LISTS AIRCRAFT)
     if(EXISTS ${staged}/systems)
         file(COPY ${staged}/systems DESTINATION ${plugin})
         file(REMOVE_RECURSE ${staged}/systems)
-        file(STRINGS ${plugin}/systems/_systems.txt systems)
-        foreach(system IN LISTS systems)
-            if(EXISTS ${plugin}/systems/${system}.txt)
-                continue()
-            elseif(NOT EXISTS ${SOURCE}/aircraft/shared/${system}.txt)
-                message(FATAL_ERROR "aircraft/${folder}/systems/_systems.txt lists ${system}, which is "
-                                    "neither there nor in aircraft/shared/")
-            endif()
-            file(COPY ${SOURCE}/aircraft/shared/${system}.txt DESTINATION ${plugin}/systems)
-        endforeach()
+        add_shared_systems(${folder} ${plugin}/systems)
     endif()
 endforeach()
+
+file(REMOVE_RECURSE ${ANY})
+file(COPY ${SOURCE}/aircraft/any/systems DESTINATION ${ANY})
+add_shared_systems(any ${ANY}/systems)

@@ -39,6 +39,15 @@ function overlay.line(wanted)
     return found
 end
 
+-- The drawn texts that match, in the order drawn.
+function overlay.lines(pattern)
+    local texts = {}
+    for _, line in ipairs(sim.screen_text()) do
+        if line.text:find(pattern) then texts[#texts + 1] = line.text end
+    end
+    return texts
+end
+
 function overlay.colour(text)
     local line = overlay.line(text)
     check.that(line, text .. " is not drawn")

@@ -24,6 +24,16 @@
 namespace {
 
 const std::filesystem::path Staged = STAGED_AIRCRAFT; // the folders as the build puts them together
+const std::filesystem::path ForAll = Staged.parent_path() / "any"; // systems alone
+
+std::vector<std::filesystem::path> AircraftFolders() {
+    std::vector<std::filesystem::path> folders;
+    for (const auto &entry : std::filesystem::directory_iterator(Staged))
+        folders.push_back(entry.path() / "plugins/fennic/64");
+    std::sort(folders.begin(), folders.end());
+    folders.push_back(ForAll);
+    return folders;
+}
 
 // The plug-in's folder as it ships with one aircraft, loaded as at start.
 class ShippedAircraft : public ModelFolder, public ::testing::WithParamInterface<std::filesystem::path> {
@@ -33,8 +43,9 @@ protected:
     ShippedAircraft() {
         const auto whole =
             std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing;
-        for (const char *folder : {"systems", "data", "custom"})
-            std::filesystem::copy(GetParam() / folder, plugin + folder, whole);
+        const auto rest = GetParam() == ForAll ? AircraftFolders().front() : GetParam();
+        for (const auto &folder : {GetParam() / "systems", rest / "data", rest / "custom"})
+            std::filesystem::copy(folder, plugin + folder.filename().string(), whole);
         ListenToLog([this](const LogRecord &record, const std::string &) {
             problems.push_back(record.file + ": " + WordsOf(record));
         });
@@ -76,16 +87,9 @@ protected:
     }
 };
 
-std::vector<std::filesystem::path> AircraftFolders() {
-    std::vector<std::filesystem::path> folders;
-    for (const auto &entry : std::filesystem::directory_iterator(Staged))
-        folders.push_back(entry.path() / "plugins/fennic/64");
-    std::sort(folders.begin(), folders.end());
-    return folders;
-}
-
 INSTANTIATE_TEST_SUITE_P(Aircraft, ShippedAircraft, ::testing::ValuesIn(AircraftFolders()),
                          [](const auto &info) {
+                             if (info.param == ForAll) return std::string("any");
                              std::string name =
                                  std::filesystem::relative(info.param, Staged).begin()->string();
                              std::replace(name.begin(), name.end(), '-', '_');
