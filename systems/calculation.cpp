@@ -21,16 +21,6 @@ void calcStack_class::operTypeDetect() {
     operType = std::max(OperatorOf(oper), static_cast<int>(OperatorLoad));
 }
 
-double calcStack_class::Calc(double acc, const std::vector<double> &results) {
-    input = acc;
-    if (blockIndex == -1)
-        operand = link.kind == LinkNone ? constant : GetValueFromSysLink(link);
-    else if (blockIndex >= 0 && static_cast<size_t>(blockIndex) < results.size())
-        operand = results[static_cast<size_t>(blockIndex)];
-    result = ApplyOperator(operType, acc, operand);
-    return result;
-}
-
 double BinaryToInteger(double value) {
     const int digits = TruncateToInt(value);
     double number = 0.0;

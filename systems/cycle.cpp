@@ -14,11 +14,12 @@
 #include "frame/main_loop.h"
 #include "frame/simulator_datarefs.h"
 #include "systems/action_kinds.h"
+#include "systems/evaluation.h"
 #include "systems/expectations.h"
 #include "systems/graph.h"
 #include "systems/links.h"
-#include "systems/operators.h"
 #include "systems/program.h"
+#include "systems/trace.h"
 #include "util/clock.h"
 #include "util/log.h"
 #include "util/numbers.h"
@@ -103,111 +104,83 @@ void RunActions(const BlockRecord &record, StepContext &step) {
 }
 
 // A speech comparison tells the pilot what is waited for, whether or not it can still fire.
-[[gnu::noinline]] bool CompareSpecial(compare_block_class &comparison, bool chain, const StepContext &step) {
-    if (comparison.a.kind != LinkSpeech) return comparison.Logic(chain);
+[[gnu::noinline]] bool CompareSpecial(const SpecialComparison &special, const double *values,
+                                      const StepContext &step) {
+    const compare_block_class &comparison = *special.record;
+    if (!special.isSpeech) return CompareWithList(comparison, values[special.operand]);
     if (comparison.phrase == AnyPhrase) {
         isAnyInputGood = true;
         if (step.isSerial && !step.isFirst) ExpectAnyAnswer();
     } else if (step.isSerial && !step.isFirst) {
         ExpectAnswer(comparison.phrase);
     }
-    return comparison.Logic(chain, LastRecognition);
+    return CompareWithSpeech(comparison, LastRecognition);
 }
 
-void ConsumeRecognition(const StepContext &step) {
+// The live values.
+struct FrameView {
+    double *values;
+    const StepContext &step;
+
+    double &operator[](uint32_t index) const { return values[index]; }
+    bool isTrue(const SpecialComparison &special) const { return CompareSpecial(special, values, step); }
+    void Compared(double, double, bool) const {}
+    void Calculated(double, double) const {}
+};
+
+void ConsumeRecognition(uint32_t block, const StepContext &step) {
+    TraceConsumption(systemsProgram, block);
     LastRecognitionOld.clear();
     LastRecognition.clear();
     if (step.isSerial) isNewRecognitionMayCome = false;
 }
 
-// The arrays of the program, as a frame runs over them. Plain pointers: the compiler need not read them
-// again after each value that is stored.
-struct Arrays {
-    double *values;
-    uint16_t *firedBlocks;
-    uint8_t *evaluated;
-    const ProgramParameter *parameters;
-    const ProgramBlock *blocks;
-    const ProgramComparison *comparisons;
-    const ProgramElement *elements;
-    const SystemsProgram &program; // what firing a block with a record, or a special comparison, needs
-};
-
-// The value of a block's calculations, starting from the parameter's value.
-[[gnu::always_inline]] inline double Calculate(const Arrays &arrays, uint32_t block, double value) {
-    const ProgramElement *element = arrays.elements + arrays.blocks[block].firstElement;
-    const ProgramElement *const end = arrays.elements + arrays.blocks[block + 1].firstElement;
-    double accumulator = value;
-    for (; element != end; ++element) {
-        if (element->oper == OperatorKeep) [[unlikely]] {
-            arrays.values[element->operand] = accumulator;
-            accumulator = value;
-        } else {
-            accumulator =
-                ApplyOperator(static_cast<int>(element->oper), accumulator, arrays.values[element->operand]);
-        }
-    }
-    return accumulator;
-}
-
 // What the parameter becomes when a block with actions, speech or a graph fires.
-[[gnu::noinline]] double FireRecord(const Arrays &arrays, uint32_t block, double value, StepContext &step) {
+[[gnu::noinline]] double FireRecord(const ProgramArrays &arrays, uint32_t block, double value,
+                                    StepContext &step) {
     const BlockRecord &record = arrays.program.records[arrays.blocks[block].record];
     RunActions(record, step);
     if (step.isSerial && step.isBrokenOff) return StepBrokenOff;
     if (step.isSerial && !record.block->executes.empty()) return StepDone;
-    value = Calculate(arrays, block, value);
+    const FrameView view{arrays.values, step};
+    value = Calculate(arrays, block, value, view);
     if (!record.block->calcs.empty() && record.block->graph.size() >= 2)
         value = CalcGraf(record.block->graph, value);
     return value;
 }
 
-[[gnu::always_inline]] inline bool EvaluateChain(const Arrays &arrays, uint32_t block,
-                                                 const StepContext &step) {
-    const ProgramComparison *comparison = arrays.comparisons + arrays.blocks[block].firstComparison;
-    const ProgramComparison *const end = arrays.comparisons + arrays.blocks[block + 1].firstComparison;
-    unsigned chain = 1;
-    for (; comparison != end; ++comparison) {
-        if (!comparison->greater && !comparison->equal) [[unlikely]] {
-            chain = CompareSpecial(*arrays.program.special[comparison->first], chain != 0, step);
-            continue;
-        }
-        const unsigned isTrue =
-            CompareNumbers(arrays.values[comparison->first], arrays.values[comparison->second],
-                           comparison->greater, comparison->equal, comparison->negated);
-        chain = (chain & isTrue) | (comparison->joinsWithOr & (chain | isTrue));
-    }
-    return chain != 0;
-}
-
-[[gnu::always_inline]] inline double Fire(const Arrays &arrays, uint32_t index, uint32_t block, double value,
-                                          StepContext &step) {
+[[gnu::always_inline]] inline double Fire(const ProgramArrays &arrays, uint32_t index, uint32_t block,
+                                          double value, StepContext &step) {
     const uint32_t number = block - arrays.parameters[index].firstBlock;
     arrays.firedBlocks[index] = static_cast<uint16_t>(std::min<uint32_t>(number, NoBlock - 1));
     if (arrays.blocks[block].record != NoRecord) [[unlikely]]
         return FireRecord(arrays, block, value, step);
-    return step.isBrokenOff && step.isSerial ? StepBrokenOff : Calculate(arrays, block, value);
+    if (step.isBrokenOff && step.isSerial) return StepBrokenOff;
+    const FrameView view{arrays.values, step};
+    return Calculate(arrays, block, value, view);
 }
 
 // Evaluates a parameter's blocks up to the first true one, which fires.
-[[gnu::always_inline]] inline double EvaluateBlocks(const Arrays &arrays, uint32_t index, double value,
+[[gnu::always_inline]] inline double EvaluateBlocks(const ProgramArrays &arrays, uint32_t index, double value,
                                                     StepContext &step) {
+    const FrameView view{arrays.values, step};
     const uint32_t endBlock = arrays.parameters[index + 1].firstBlock;
     for (uint32_t block = arrays.parameters[index].firstBlock; block < endBlock; block++)
-        if (EvaluateChain(arrays, block, step)) return Fire(arrays, index, block, value, step);
+        if (EvaluateChain(arrays, block, view)) return Fire(arrays, index, block, value, step);
     arrays.firedBlocks[index] |= InactiveBlock;
     return value;
 }
 
 // The same where speech is compared: every block is evaluated, since it tells what is waited for, and one
 // that is true consumes the recognition even behind the one that fired.
-double EvaluateAllBlocks(const Arrays &arrays, uint32_t index, double value, StepContext &step) {
+double EvaluateAllBlocks(const ProgramArrays &arrays, uint32_t index, double value, StepContext &step) {
+    const FrameView view{arrays.values, step};
     const uint32_t endBlock = arrays.parameters[index + 1].firstBlock;
     bool hasFired = false;
     for (uint32_t block = arrays.parameters[index].firstBlock; block < endBlock; block++) {
-        if (!EvaluateChain(arrays, block, step)) continue;
+        if (!EvaluateChain(arrays, block, view)) continue;
         const uint32_t record = arrays.blocks[block].record;
-        if (record != NoRecord && arrays.program.records[record].hasSpeech) ConsumeRecognition(step);
+        if (record != NoRecord && arrays.program.records[record].hasSpeech) ConsumeRecognition(block, step);
         if (!hasFired) value = Fire(arrays, index, block, value, step);
         hasFired = true;
     }
@@ -216,7 +189,7 @@ double EvaluateAllBlocks(const Arrays &arrays, uint32_t index, double value, Ste
 }
 
 // With datarefs, limits or speech.
-[[gnu::noinline]] void EvaluateWithTraits(const Arrays &arrays, uint32_t index, StepContext &step) {
+[[gnu::noinline]] void EvaluateWithTraits(const ProgramArrays &arrays, uint32_t index, StepContext &step) {
     const ProgramParameter parameter = arrays.parameters[index];
     out_parameter_struct &record = *arrays.program.parameterRecords[parameter.record];
     double &value = arrays.values[index];
@@ -232,20 +205,21 @@ double EvaluateAllBlocks(const Arrays &arrays, uint32_t index, double value, Ste
     if (parameter.traits & HasOutput) record.outDataref.SetValue(result);
 }
 
-inline void EvaluateParameter(const Arrays &arrays, uint32_t index, StepContext &step) {
+inline void EvaluateParameter(const ProgramArrays &arrays, uint32_t index, StepContext &step) {
     if (arrays.parameters[index].traits != 0)
         EvaluateWithTraits(arrays, index, step);
     else
         arrays.values[index] = EvaluateBlocks(arrays, index, arrays.values[index], step);
 }
 
-void Rewind(const Arrays &arrays, const ProgramRun &run) {
+void Rewind(const ProgramArrays &arrays, const ProgramRun &run) {
     std::fill(arrays.values + run.firstParameter, arrays.values + run.endParameter, 0.0);
+    std::fill(arrays.evaluated + run.firstParameter, arrays.evaluated + run.endParameter, 0);
     onChecklistOrProcedure = false;
 }
 
 // True when the step may be evaluated: it is reached, and the executer has nothing left to do.
-bool isStepOpen(const Arrays &arrays, const ProgramRun &run, uint32_t index) {
+bool isStepOpen(const ProgramArrays &arrays, const ProgramRun &run, uint32_t index) {
     const bool isFirst = index == run.firstParameter;
     const double before = isFirst ? 0.0 : arrays.values[index - 1];
     if (arrays.values[index] == 0.0 && !isFirst && before == 0.0) return false;
@@ -257,7 +231,7 @@ bool isStepOpen(const Arrays &arrays, const ProgramRun &run, uint32_t index) {
 }
 
 // A sequence: one step after the other, each waiting until the actions of the one before are done.
-void RunSequence(const Arrays &arrays, const ProgramRun &run) {
+void RunSequence(const ProgramArrays &arrays, const ProgramRun &run) {
     StepContext step;
     step.isSerial = true;
     std::fill(arrays.evaluated + run.firstParameter, arrays.evaluated + run.endParameter, 0);
@@ -279,17 +253,15 @@ void RunSequence(const Arrays &arrays, const ProgramRun &run) {
     }
 }
 
-void RunParameters(const Arrays &arrays, const ProgramRun &run) {
+void RunParameters(const ProgramArrays &arrays, const ProgramRun &run) {
     StepContext noStep;
     for (uint32_t index = run.firstParameter; index < run.endParameter; index++)
         EvaluateParameter(arrays, index, noStep);
 }
 
 void RunProgram(SystemsProgram &program) {
-    const Arrays arrays = {program.values.data(),    program.firedBlocks.data(),
-                           program.evaluated.data(), program.parameters.data(),
-                           program.blocks.data(),    program.comparisons.data(),
-                           program.elements.data(),  program};
+    const ProgramArrays arrays(program);
+    if (areFramesTraced) BeginTracedFrame(program);
     for (const ProgramRun &run : program.runs) {
         if (run.serial)
             RunSequence(arrays, run);

@@ -4,7 +4,9 @@
 // All records are values in vectors owned by systems_vector. Cross references are addresses, so the vectors
 // are only appended to, or all links are resolved again. Deleting sets a flag; a deleted item stays, and is
 // evaluated, until the next load. The records are what files and editor see; while the model runs its live
-// values are in the systems program (systems/program.h), and RefreshRecords brings them back here.
+// values are in the systems program (systems/program.h), and RefreshRecords brings them back here. What a
+// comparison or an element read and gave in the last frame the trace tells (systems/trace.h); their own
+// fields for it, operand, input, result, inState, cmpResult and outState, are left alone.
 //
 // A record's line is the number, from 1, of the line of its system's file that it was read from; 0 for what
 // the editor made. Its asWritten is that line as the author wrote it, where the record does not tell all that
@@ -64,17 +66,13 @@ struct calcStack_class {
     std::string oper; // as written
     int operType = 0; // CalculationOperator
     sysLink_struct link;
-    int blockIndex = -1;   // operand: the result of that calculation of the same logic block
-    double operand = 0.0;  // the value used last
+    int blockIndex = -1; // operand: the result of that calculation of the same logic block
+    double operand = 0.0;
     double constant = 1.0; // operand: a number
     double input = 0.0;
     double result = 0.0;
 
     void operTypeDetect();
-
-    // Applies the operator to the accumulator; results are those of the calculations of this logic block
-    // that came before. Returns the new accumulator.
-    double Calc(double acc, const std::vector<double> &results);
 };
 
 struct calcBlock_struct {
@@ -89,9 +87,9 @@ inline constexpr const char *AnyPhrase = "any"; // in a speech comparison: whate
 // One comparison line.
 struct compare_block_class {
     sysLink_struct a;
-    double aValue = 0.0;
+    double aValue = 0.0; // left operand: a number
     sysLink_struct b;
-    double bValue = 0.0;
+    double bValue = 0.0;    // right operand: a number
     std::vector<int> bList; // right operand: a list of integers
     std::string phrase;     // of a speech comparison
     strokaStruct phraseStroka;
@@ -104,14 +102,6 @@ struct compare_block_class {
     bool outState = false;
     int line = 0;
     std::string asWritten;
-
-    // Joins a numeric comparison, or one with the recognised speech, to the chain's value so far.
-    bool Logic(bool in);
-    bool Logic(bool in, const std::string &recognised);
-
-private:
-    bool Compare() const;
-    bool Join(bool in);
 };
 
 // One point of a graph.

@@ -1,5 +1,4 @@
-// What comparisons and calculations do with numbers: the one definition that the records and the compiled
-// program share.
+// The operators of comparisons and calculations: how they are written, and what they do with numbers.
 #pragma once
 
 #include <cmath>

@@ -28,13 +28,6 @@ void ForEachParameter(auto visit) {
             for (out_parameter_struct &parameter : device.outs) visit(parameter);
 }
 
-// Of a parameter that is there.
-uint32_t ValueIndex(const ParameterAddress &place) {
-    const uint32_t device = systemsProgram.firstDeviceOfSystem[static_cast<uint32_t>(place.sys)]
-                            + static_cast<uint32_t>(place.dev);
-    return systemsProgram.firstParameterOfDevice[device] + static_cast<uint32_t>(place.out);
-}
-
 class Compiler {
 public:
     void Compile() {
@@ -118,7 +111,7 @@ private:
     bool CompileBlock(BlockRecord record) {
         const uint32_t firstComparison = Count(program.comparisons);
         const uint32_t firstElement = Count(program.elements);
-        for (compare_block_class &comparison : record.block->compares) {
+        for (const compare_block_class &comparison : record.block->compares) {
             if (comparison.a.kind == LinkSpeech) record.hasSpeech = true;
             CompileComparison(comparison);
         }
@@ -131,12 +124,13 @@ private:
         return record.hasSpeech;
     }
 
-    void CompileComparison(compare_block_class &comparison) {
+    void CompileComparison(const compare_block_class &comparison) {
         const unsigned joinsWithOr = comparison.joinOp == 1;
         const bool isList = !comparison.bList.empty() && isEquality(comparison.cmpOp);
-        if (isList || comparison.a.kind == LinkSpeech) {
+        const bool isSpeech = comparison.a.kind == LinkSpeech;
+        if (isList || isSpeech) {
             program.comparisons.push_back({Count(program.special) & IndexMask, 0, 0, 0, 0, joinsWithOr});
-            program.special.push_back(&comparison);
+            program.special.push_back({&comparison, isSpeech, Operand(comparison.a, comparison.aValue)});
             return;
         }
         const Comparator &comparator = Comparators[comparison.cmpOp];
@@ -165,16 +159,16 @@ private:
                 AddElement(static_cast<uint32_t>(element.operType), CalculationOperand(element, kept));
             if (isLast) continue;
             kept.push_back(Count(program.values));
-            program.values.push_back(calculation.result);
+            program.values.push_back(0.0);
             AddElement(OperatorKeep, kept.back());
         }
     }
 
-    // An operand that names a calculation which does not come before it keeps what it had.
+    // An operand that names a calculation which does not come before it is 0.
     uint32_t CalculationOperand(const calcStack_class &element, const std::vector<uint32_t> &kept) {
         if (element.blockIndex == -1) return Operand(element.link, element.constant);
         const bool isKept = element.blockIndex >= 0 && static_cast<size_t>(element.blockIndex) < kept.size();
-        return isKept ? kept[static_cast<size_t>(element.blockIndex)] : Constant(element.operand);
+        return isKept ? kept[static_cast<size_t>(element.blockIndex)] : Constant(0.0);
     }
 };
 
@@ -184,6 +178,12 @@ SystemsProgram &CurrentProgram() {
     if (!isProgramCurrent) Compiler().Compile();
     isProgramCurrent = true;
     return systemsProgram;
+}
+
+uint32_t ValueIndex(const ParameterAddress &place) {
+    const uint32_t device = systemsProgram.firstDeviceOfSystem[static_cast<uint32_t>(place.sys)]
+                            + static_cast<uint32_t>(place.dev);
+    return systemsProgram.firstParameterOfDevice[device] + static_cast<uint32_t>(place.out);
 }
 
 void ModelChanges() {

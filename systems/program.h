@@ -5,12 +5,13 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "systems/model.h"
 
-// A comparison of two values as CompareNumbers takes it, or, when it asks for neither relation, one of a
-// record, whose index in special is first.
+// A comparison of two values as CompareNumbers takes it, or, when it asks for neither relation, the special
+// one whose index is first.
 struct ProgramComparison {
     uint32_t first : 30;
     uint32_t greater : 1;
@@ -18,6 +19,13 @@ struct ProgramComparison {
     uint32_t second : 30;
     uint32_t negated : 1;
     uint32_t joinsWithOr : 1;
+};
+
+// A comparison of a value with a list, or of what was heard with a phrase.
+struct SpecialComparison {
+    const compare_block_class *record;
+    bool isSpeech;
+    uint32_t operand; // of a list: the value
 };
 
 const uint32_t OperatorKeep = 7; // stores the accumulator at the operand and starts over from the parameter
@@ -38,7 +46,7 @@ struct ProgramBlock {
 
 // What a block that fires needs of its record.
 struct BlockRecord {
-    logicblock_struct *block;
+    const logicblock_struct *block;
     const device_struct *device;
     ParameterAddress place; // for the log, with the block's index
     int index;
@@ -76,10 +84,17 @@ struct SystemsProgram {
     std::vector<ProgramComparison> comparisons;
     std::vector<ProgramElement> elements;
     std::vector<BlockRecord> records;
-    std::vector<compare_block_class *> special;
+    std::vector<SpecialComparison> special;
     std::vector<out_parameter_struct *> parameterRecords;
     std::vector<uint32_t> firstDeviceOfSystem;    // index in firstParameterOfDevice
     std::vector<uint32_t> firstParameterOfDevice; // index in values
+
+    // What the last frame began with, while frames are traced (systems/trace.h).
+    struct {
+        std::vector<double> values; // of the parameters; none: no frame since the program was compiled
+        std::string heard;
+        uint32_t consumer = NoRecord; // the block that consumed the recognition
+    } before;
 };
 
 const uint16_t InactiveBlock = 0x8000; // did not fire in the last frame
@@ -96,6 +111,9 @@ void ModelChanges();
 
 // Brings the live values and the states of the blocks into the records.
 void RefreshRecords();
+
+// The index of a parameter, which must be there, in the current program's values.
+uint32_t ValueIndex(const ParameterAddress &place);
 
 // The live value of the parameter; 0 when there is none there.
 double LiveValue(const ParameterAddress &place);

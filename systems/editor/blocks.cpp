@@ -10,6 +10,7 @@
 #include "systems/links.h"
 #include "systems/notation.h"
 #include "systems/operators.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 
 structExecute ExecCopy;
@@ -248,6 +249,10 @@ void CopyAction(const BlockPlace &place, int index) {
 
 bool isActionCopied() {
     return wasActionCopied;
+}
+
+void ForgetCopiedAction() {
+    MakeFresh(ExecCopy, wasActionCopied);
 }
 
 int PasteAction(const BlockPlace &place, int after) {

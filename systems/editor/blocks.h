@@ -38,6 +38,7 @@ void SetActionType(const BlockPlace &place, int index, int type);
 extern structExecute ExecCopy;
 void CopyAction(const BlockPlace &place, int index);
 bool isActionCopied();
+void ForgetCopiedAction();
 int PasteAction(const BlockPlace &place, int after);
 
 int AddPoint(const BlockPlace &place, int after);

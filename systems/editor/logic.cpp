@@ -1,6 +1,5 @@
-// The logic stack: a parameter's blocks and their comparisons, with what they compare now. Numeric
-// comparisons are evaluated here again, of the blocks that are seen; those of speech show what the cycle
-// found, unless it has passed over them.
+// The logic stack: a parameter's blocks and their comparisons, with what they compared in the last frame. Of
+// the blocks that are seen the trace is asked for it.
 #include "systems/editor/panels.h"
 
 #include <algorithm>
@@ -12,7 +11,7 @@
 #include "systems/editor/state.h"
 #include "systems/links.h"
 #include "systems/notation.h"
-#include "systems/program.h"
+#include "systems/trace.h"
 #include "util/numbers.h"
 
 namespace {
@@ -22,11 +21,11 @@ const int StateWidth = 66;
 
 // TRUE and FALSE for the chain; a block that fired calculates; one that is true and did not fire waits behind
 // another one, and all wait that are not evaluated, whatever they were when they last were.
-const char *StateOf(const logicblock_struct &block, bool chain, bool hasFired, bool isEvaluated) {
-    if (!isEvaluated) return "WAIT";
-    if (hasFired) return "CALC";
-    if (block.compares.empty()) return "DEFAULT";
-    return chain ? "WAIT" : "FALSE";
+const char *StateOf(const BlockTrace &trace) {
+    if (!trace.isEvaluated) return "WAIT";
+    if (trace.hasFired) return "CALC";
+    if (trace.comparisons.empty()) return "DEFAULT";
+    return trace.isTrue ? "WAIT" : "FALSE";
 }
 
 int StateColour(const char *state) {
@@ -54,7 +53,7 @@ click_zone_class BlockZone(int action, const char *name, int block, int item) {
     return zone;
 }
 
-// An operand, and behind it the value that its parameter has now.
+// An operand, and behind it the value that its parameter had.
 void DrawOperand(const Area &area, int block, int item, int field, const sysLink_struct &link,
                  std::string_view text, double value) {
     click_zone_class zone = BlockZone(ActionEdit, "", block, item);
@@ -86,15 +85,11 @@ std::string_view RightText(const compare_block_class &comparison) {
     return text;
 }
 
-// What a comparison of numbers gives is known at any time; what was said is heard by what is evaluated.
-const char *StateOf(const compare_block_class &comparison, bool isEvaluated) {
-    if (comparison.a.kind == LinkSpeech && !isEvaluated) return "WAIT";
-    return comparison.cmpResult ? "TRUE" : "FALSE";
-}
-
 void DrawComparison(const Area &area, int block, int item, const compare_block_class &comparison,
-                    const char *state) {
+                    const BlockTrace &trace) {
     const bool isSpeech = comparison.a.kind == LinkSpeech;
+    const ComparisonTrace &told = trace.comparisons[static_cast<size_t>(item)];
+    const bool isUnheard = isSpeech && !trace.isEvaluated; // what was said is heard by what is evaluated
     const int top = area.top;
     const int buttons = BoardWidth("ADD") + BoardWidth("DEL") + 2 * Gap;
     const int operatorWidth = 34, joinWidth = BoardWidth(JoinKeys[0]) + Gap,
@@ -110,15 +105,14 @@ void DrawComparison(const Area &area, int block, int item, const compare_block_c
     if (isSpeech) {
         DrawOperand(field(x, right), block, item, FieldLeft, {}, comparison.phrase, 0.0);
     } else {
-        DrawOperand(field(x, x + width), block, item, FieldLeft, comparison.a, LeftText(comparison),
-                    comparison.aValue);
+        DrawOperand(field(x, x + width), block, item, FieldLeft, comparison.a, LeftText(comparison), told.a);
         AddBoard(parZones, BlockZone(ActionSwitchComparator, comparison.cmpText.c_str(), block, item),
                  x + width + 2, top);
         const bool isList = !comparison.bList.empty();
         DrawOperand(field(right - width, right), block, item, FieldRight,
-                    isList ? sysLink_struct() : comparison.b, RightText(comparison), comparison.bValue);
+                    isList ? sysLink_struct() : comparison.b, RightText(comparison), told.b);
     }
-    DrawState(state, right + Gap, top);
+    DrawState(isUnheard ? "WAIT" : told.isTrue ? "TRUE" : "FALSE", right + Gap, top);
     x = AddBoard(parZones, BlockZone(ActionAddComparison, "ADD", block, item), area.right - buttons, top);
     AddBoard(parZones, BlockZone(ActionDeleteComparison, "DEL", block, item), x, top);
 }
@@ -149,27 +143,15 @@ void DrawBlockHead(const Area &area, int index, const logicblock_struct &block, 
     AddBoard(parZones, BlockZone(ActionDeleteBlock, "DEL", index, -1), x, top);
 }
 
-// The chain of a block as the cycle evaluates it, with the values of now.
-bool EvaluateChain(logicblock_struct &block) {
-    bool chain = true;
-    for (compare_block_class &comparison : block.compares) {
-        if (comparison.a.kind == LinkSpeech)
-            chain = comparison.joinOp == 1 ? chain || comparison.cmpResult : chain && comparison.cmpResult;
-        else
-            chain = comparison.Logic(chain);
-    }
-    return chain;
-}
-
 } // namespace
 
 void DrawLogicStack(const Area &area) {
     DrawCut("LOGIC STACK:", area.left, area.top, 200, ColourCyan);
     if (!ParameterAt(selection)) return;
     AddBoard(parZones, Zone(ActionAddBlock, "ADD"), area.left + 120, area.top);
-    std::vector<logicblock_struct> &logic = ParameterAt(selection)->logic;
-    const bool isNow = isEvaluated(selection);
-    const int fired = isNow ? FiredBlock(selection) : -1;
+    const std::vector<logicblock_struct> &logic = ParameterAt(selection)->logic;
+    const int fired = isEvaluated(selection) ? FiredBlock(selection) : -1;
+    static BlockTrace trace;              // kept for its memory
     if (fired >= 0 && logic.size() > 1) { // which may be far down
         click_zone_class zone = BlockZone(ActionGoToBlock, "", fired, -1);
         zone.area = {area.left + 190, area.top, area.left + 350, area.top - RowHeight + 1};
@@ -188,25 +170,24 @@ void DrawLogicStack(const Area &area) {
     const int first = scroll[ListLogic], end = first + rows;
     int row = 0;
     for (size_t b = 0; b < logic.size() && row < end; b++) {
-        logicblock_struct &block = logic[b];
+        const logicblock_struct &block = logic[b];
         const int index = static_cast<int>(b), blockEnd = row + 1 + static_cast<int>(block.compares.size());
         if (blockEnd <= first) {
             row = blockEnd;
             continue;
         }
-        const bool chain = EvaluateChain(block);
+        TraceBlock(selection, index, trace);
         const auto place = [&] {
             const int top = listTop - (row - first) * RowHeight;
             return Area{area.left + 2, top, area.right - barWidth, top - RowHeight};
         };
-        if (row >= first) DrawBlockHead(place(), index, block, StateOf(block, chain, fired == index, isNow));
+        if (row >= first) DrawBlockHead(place(), index, block, StateOf(trace));
         row++;
         for (size_t c = 0; c < block.compares.size() && row < end; c++, row++)
             if (row >= first) {
                 Area indented = place();
                 indented.left += 12;
-                DrawComparison(indented, index, static_cast<int>(c), block.compares[c],
-                               StateOf(block.compares[c], isNow));
+                DrawComparison(indented, index, static_cast<int>(c), block.compares[c], trace);
             }
     }
 }

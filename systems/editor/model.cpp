@@ -438,5 +438,6 @@ int CloneDevice(const ParameterAddress &place) {
 }
 
 void ForgetCopies() {
-    MakeFresh(OutParameterCopy, DeviceCopy, copiedDeviceName);
+    MakeFresh(OutParameterCopy, DeviceCopy, copiedDeviceName, OutParameterSysLinkCopy);
+    ForgetCopiedAction();
 }

@@ -12,7 +12,7 @@
 #include "systems/links.h"
 #include "systems/notation.h"
 #include "systems/operators.h"
-#include "systems/program.h"
+#include "systems/trace.h"
 #include "util/numbers.h"
 
 namespace {
@@ -83,7 +83,8 @@ void LookForMissing(logicblock_struct &block) {
 }
 
 // Columns of a calculation's row: CALC n, operator, operand, its value, the result so far, ADD, DEL.
-void DrawElement(const Area &area, int calculation, int index, const calcStack_class &element) {
+void DrawElement(const Area &area, int calculation, int index, const calcStack_class &element,
+                 const ElementTrace &told) {
     const int top = area.top, buttons = BoardWidth("ADD") + BoardWidth("DEL") + 2 * Gap;
     const int valueWidth = 74;
     const bool isSelected = calculation == selCalc && index == selDraw;
@@ -106,8 +107,8 @@ void DrawElement(const Area &area, int calculation, int index, const calcStack_c
     const int right = area.right - buttons - 2 * (valueWidth + Gap);
     DrawField({x, top, right, area.bottom}, FieldOperand, calculation, index, LinkColour(element.link.kind),
               OperandText(element));
-    DrawNumberRight(element.operand, right + valueWidth, top, valueWidth, ColourCyan);
-    DrawNumberRight(element.result, right + 2 * valueWidth + Gap, top, valueWidth, ColourGreen);
+    DrawNumberRight(told.operand, right + valueWidth, top, valueWidth, ColourCyan);
+    DrawNumberRight(told.result, right + 2 * valueWidth + Gap, top, valueWidth, ColourGreen);
     x = AddBoard(parZones, ItemZone(ActionAddElement, "ADD", calculation, index), area.right - buttons, top);
     AddBoard(parZones, ItemZone(ActionDeleteElement, "DEL", calculation, index), x, top);
 }
@@ -119,22 +120,6 @@ void DrawConstant(const Area &area, int calculation, double constant) {
     DrawField({area.left + 66, area.top, area.right - buttons, area.bottom}, FieldCalculation, calculation,
               -1, ColourWhite, SignificantDigits(constant));
     AddBoard(parZones, ItemZone(ActionDeleteElement, "DEL", calculation, 0), area.right - buttons, area.top);
-}
-
-// Every calculation with the values of now, as the cycle would.
-void EvaluateCalculations(logicblock_struct &block, double value) {
-    static std::vector<double> results; // kept for its memory
-    results.clear();
-    for (calcBlock_struct &calculation : block.calcs) {
-        if (calculation.stack.empty()) {
-            calculation.result = block.constant;
-            continue;
-        }
-        double accumulator = value;
-        for (calcStack_class &element : calculation.stack) accumulator = element.Calc(accumulator, results);
-        calculation.result = accumulator;
-        results.push_back(accumulator);
-    }
 }
 
 void DrawPoint(const Area &area, int index, const graf_struct &point) {
@@ -178,7 +163,9 @@ void DrawCalculationStack(const Area &area) {
     DrawCut("CALCULATION STACK:", area.left, area.top, 190, ColourCyan);
     logicblock_struct *block = BlockAt(SelectedBlock());
     if (!block) return;
-    EvaluateCalculations(*block, LiveValue(selection));
+    static BlockTrace trace; // kept for its memory
+    TraceBlock(selection, selDrawStack, trace);
+    size_t traced = 0; // elements of the calculations so far
     int x = AddBoard(parZones, ItemZone(ActionAddCalculation, "ADD", selCalc), area.left + 190, area.top)
             + 2 * Gap;
     for (int oper = 0; oper < CalculationOperators; oper++) {
@@ -198,9 +185,10 @@ void DrawCalculationStack(const Area &area) {
         if (calculation.stack.empty() && row >= rows.first && row < rows.end)
             DrawConstant(rows.At(row), index, block->constant);
         if (calculation.stack.empty()) row++;
-        for (size_t e = 0; e < calculation.stack.size(); e++, row++)
+        for (size_t e = 0; e < calculation.stack.size(); e++, row++, traced++)
             if (row >= rows.first && row < rows.end)
-                DrawElement(rows.At(row), index, static_cast<int>(e), calculation.stack[e]);
+                DrawElement(rows.At(row), index, static_cast<int>(e), calculation.stack[e],
+                            trace.elements[traced]);
     }
 }
 

@@ -19,6 +19,7 @@
 #include "systems/editor/undo.h"
 #include "systems/editor/usage.h"
 #include "systems/links.h"
+#include "systems/trace.h"
 #include "util/guard.h"
 #include "util/make_fresh.h"
 #include "util/screen.h"
@@ -196,6 +197,7 @@ void SysWindowCreate() {
                                  Guarded<"a key in the editor", SysKeyCallback>,
                                  Guarded<"a click in the editor", SysMouseClickCallback, 1>, nullptr);
     cover = CreateCover();
+    areFramesTraced = true;
 }
 
 void SysWindowDestroy() {
@@ -203,6 +205,7 @@ void SysWindowDestroy() {
     DestroyWindow(cover);
     DestroyWindow(SysWindow);
     isCovering = false;
+    areFramesTraced = false;
     ForgetUndo();
 }
 
@@ -282,7 +285,8 @@ void MouseUp(int, int) {
 }
 
 void ResetEditor() {
-    MakeFresh(SysWindow, cover, isCovering, sW, sH, pressed, pressedY, pressedRow, ExecCopy, usageVector);
+    MakeFresh(SysWindow, cover, isCovering, areFramesTraced, sW, sH, pressed, pressedY, pressedRow,
+              usageVector);
     pressedTime = -10.0;
     ForgetCopies();
     modelChangeCount++; // what was kept of the model before is not that of this one

@@ -8,7 +8,7 @@
 
 #include "frame/datarefs.h"
 #include "tests/systems/model_folder.h"
-#include "tests/systems/random_model.h"
+#include "tests/systems/random_edits.h"
 #include "util/files.h"
 
 namespace {
@@ -291,128 +291,17 @@ TEST_F(Editor, PublishedDatarefsFollowUndo) {
     EXPECT_TRUE(isPublished("t/out") && !isPublished("t/other") && !isPublished("t/third"));
 }
 
-class RandomEditing : public Editor {
-protected:
-    RandomModel random{7};
-
-    int Index(size_t count) {
-        if (count == 0 || random.Chance(5)) return random.Chance(50) ? -1 : 100;
-        return static_cast<int>(random.Below(static_cast<unsigned>(count)));
-    }
-
-    BlockPlace Place() {
-        BlockPlace place;
-        place.sys = Index(systems_vector.size());
-        if (const system_class *system = SystemAt(place)) place.dev = Index(system->devices.size());
-        if (const device_struct *device = DeviceAt(place)) place.out = Index(device->outs.size());
-        if (const auto *parameter = ParameterAt(place)) place.block = Index(parameter->logic.size());
-        return place;
-    }
-
-    std::string Text() {
-        const std::string link = SysDevOut2name(Place());
-        if (random.Chance(70) && !link.empty()) return link;
-        return random.OneOf({"P0",
-                             "NEW",
-                             "D1",
-                             "S0",
-                             "S0.D0.P0",
-                             "S1.D1.P1",
-                             "NewSystem.NewDevice.NewOut",
-                             "5",
-                             "-2.5",
-                             "1;2;3",
-                             "t/int",
-                             "t/ints[3]",
-                             "t/fresh",
-                             "kv/cmd",
-                             "[S0.D0.P0]*[2]",
-                             "[CBLOCK0]",
-                             "CBLOCK1",
-                             "go now",
-                             "a=b",
-                             "",
-                             "sys=x",
-                             "a;b",
-                             "a,b",
-                             "non"});
-    }
-
-    // Names are few, so that what is renamed meets links that wait for its name.
-    void Rename(const BlockPlace &at) {
-        const int field = FieldSystemName + static_cast<int>(random.Below(3));
-        SetField({field, at, 0, 0}, random.OneOf({"P0", "P1", "S0", "S1", "D0", "D1", "in_X", "S2", "D2"}));
-    }
-
-    void EditTree(const BlockPlace &at) {
-        const bool isRoomy = systems_vector.size() < 5; // the model is kept small, so that links meet
-        const bool hasRoom = SystemAt(at) && SystemAt(at)->devices.size() < 5;
-        const bool isShort = DeviceAt(at) && DeviceAt(at)->outs.size() < 8;
-        switch (random.Below(14)) {
-        case 0: isRoomy ? void(NewSystem(at)) : DeleteOut(at); break;
-        case 1: hasRoom ? void(NewDevice(at)) : SwitchSerial(at); break;
-        case 2: isShort ? void(NewOut(at)) : DeleteOut(at); break;
-        case 3: random.Chance(5) ? DeleteSystem(at) : SwitchSerial(at); break;
-        case 4: random.Chance(10) ? DeleteDevice(at) : CopyDevice(at); break;
-        case 5: CopyOut(at); break;
-        case 6: isShort ? PasteOut(at) : MoveOut(at); break;
-        case 7: hasRoom ? PasteDevice(at) : MoveDevice(at); break;
-        case 8: hasRoom ? CloneDevice(at) : MoveDevice(at); break;
-        case 9: MoveDevice(at); break;
-        default: MoveOut(at); break;
-        }
-    }
-
-    void EditBlocks(const BlockPlace &at, int i, int k) {
-        switch (random.Below(19)) {
-        case 0: AddBlock(at); break;
-        case 1: DeleteBlock(at); break;
-        case 2: AddComparison(at, i); break;
-        case 3: DeleteComparison(at, i); break;
-        case 4: SwitchJoin(at, i); break;
-        case 5: SwitchComparator(at, i); break;
-        case 6: SwitchSpeech(at, i); break;
-        case 7: AddCalculation(at, i); break;
-        case 8: AddElement(at, i, k); break;
-        case 9: DeleteElement(at, i, k); break;
-        case 10: SetOperator(at, i, k, Index(7)); break;
-        case 11: AddAction(at, i); break;
-        case 12: DeleteAction(at, i); break;
-        case 13: SetActionType(at, i, Index(14)); break;
-        case 14: CopyAction(at, i); break;
-        case 15: PasteAction(at, i); break;
-        case 16: AddPoint(at, i); break;
-        case 17: DeletePoint(at, i); break;
-        default:
-            SwitchType(at);
-            SwitchSaveOnExit(at);
-            SwitchDatarefMode(at, random.Chance(50));
-            break;
-        }
-    }
-};
-
-TEST_F(RandomEditing, KeepsTheModelWholeAndIsUndoneToTheFirstByte) {
+TEST_F(Editor, KeepsTheModelWholeAndIsUndoneToTheFirstByte) {
     for (const ModelDataref &dataref : ModelDatarefs)
         simhost::PublishDataref(dataref.name, dataref.type, dataref.elements);
     Load(RandomModel(3).Text() + RandomModel(11).Text());
     const std::string first = Saved();
+    RandomModel random(7);
     int done = 0;
     for (int i = 0; done < 10000 && i < 100000 && !HasFailure(); i++) {
         SCOPED_TRACE(i);
-        const BlockPlace at = Place();
         const unsigned changes = modelChangeCount;
-        const int item = Index(2), element = Index(2);
-        const unsigned kind = random.Below(10);
-        if (kind < 2)
-            EditTree(at);
-        else if (kind < 5)
-            EditBlocks(at, item, element);
-        else if (kind < 6)
-            Rename(at);
-        else
-            SetField({static_cast<int>(random.Below(FieldPointY + 1)), at, item, element}, Text());
-        if (random.Chance(2)) UndoEditStep();
+        EditAtRandom(random);
         if (modelChangeCount != changes) done++;
         if (random.Chance(10)) Frame(random.Chance(20) ? "go now" : "");
         if (i % 50 == 0) ExpectWhole();

@@ -80,7 +80,7 @@ std::string RandomModel::Parameter(unsigned index, bool isSerial) {
                 + ",exist";
     else
         text += ",,";
-    text += ",text,0\n";
+    text += std::string(",text,") + OneOf({"0", "0", "1", "2", ""}) + "\n";
     for (unsigned i = 0, count = Below(4); i < count; i++) text += Block(isSerial);
     return text;
 }
