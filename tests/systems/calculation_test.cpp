@@ -93,18 +93,6 @@ TEST_F(Calculation, Comparisons) {
     for (const auto &row : rows) EXPECT_EQ(isTrue(row.line), row.expected) << row.line;
 }
 
-TEST_F(Calculation, NotANumberIsUnequalToEverything) {
-    const std::string nan =
-        "calc=[" + std::string(300, '9') + "]*[" + std::string(300, '9') + "]\ncalc=[CBLOCK0]-[CBLOCK0]\n";
-    for (const char *line : {"[S.D.N]==[S.D.N]", "[S.D.N]!=[S.D.N]", "[S.D.N]>[0]", "[S.D.N]<[0]",
-                             "[S.D.N]>=[0]", "[S.D.N]<=[0]", "[S.D.N]==[0;1]", "[S.D.N]!=[0;1]"}) {
-        DeleteSystems();
-        Load("sys=S\ndev=D\n" + Out("N") + "logic:\n" + nan + Out("P") + "logic:\n" + line + "\ncalc=[1]\n");
-        Frame();
-        EXPECT_EQ(Value("S.D.P") == 1, std::string(line).find("!=") != std::string::npos) << line;
-    }
-}
-
 TEST(Graph, Lookup) {
     const std::vector<graf_struct> line = {{0, 0}, {10, 100}};
     const std::vector<graf_struct> step = {{0, 0}, {5, 10}, {5, 20}, {10, 30}};
@@ -136,14 +124,6 @@ TEST(Graph, Lookup) {
 TEST_F(Calculation, AGraphNeedsTwoPoints) {
     EXPECT_EQ(Result("calc=[5]\ngraf=0,50\n"), 5);
     EXPECT_EQ(Result("calc=[5]\ngraf=0,50\ngraf=10,60\n"), 55);
-}
-
-TEST_F(Calculation, OnlyTheFirstTrueBlockFires) {
-    EXPECT_EQ(Result("[1]==[2]\ncalc=[1]\nlogic:\ncalc=[2]\nlogic:\ncalc=[3]\n"), 2);
-    RefreshRecords();
-    EXPECT_EQ(Parameter("S.D.P").activeBlock, 1);
-    EXPECT_TRUE(Parameter("S.D.P").logic[1].active);
-    EXPECT_FALSE(Parameter("S.D.P").logic[2].active);
 }
 
 } // namespace

@@ -95,11 +95,14 @@ protected:
 
 TEST_F(Editor, LinksFollowWhatIsRenamedAndMoved) {
     Load("sys=S\ndev=D\n" + Out("P", "5") + Out("in_X") + "dev=E\n" + Out("Q")
-         + "logic:\n[S.D.P]==[S.F.P]\ncalc=[S.D.P]+[T.D.in_X]\nsys=T\ndev=D\n" + Out("in_X", "7")
-         + "logic:\ncalc=[T.D.in_X]\n" + Out("P"));
+         + "logic:\n[S.D.P]==[S.F.P]\n||\n[1]<[S.D.in_X]\ncalc=[S.D.P]+[T.D.in_X]\nsys=T\ndev=D\n"
+         + Out("in_X", "7") + "logic:\ncalc=[T.D.in_X]\n" + Out("P"));
     compare_block_class &comparison = systems_vector[0].devices[1].outs[0].logic[0].compares[0];
     const auto left = [&] { return systems_vector[0].devices[1].outs[0].logic[0].compares[0].a.name; };
     const std::string first = Saved();
+    EXPECT_EQ(UsersOutside({0, 0}), "S.E.Q");
+    UsageVectorRebuild({0, 0, 1});
+    ASSERT_EQ(usageVector.size(), 1U) << "on the right";
     CopyOut({0, 1, 0});
     EXPECT_EQ(RenameOut({0, 0, 0}, "VOLT"), "");
     EXPECT_EQ(left(), "S.D.VOLT");
@@ -271,6 +274,16 @@ TEST_F(Editor, ARightSideLeavesNothingOfTheOneBefore) {
     EXPECT_EQ(Type(FieldRight, "4"), "");
     const compare_block_class &comparison = Parameter("S.D.P").logic[0].compares[0];
     EXPECT_TRUE(comparison.bList.empty() && comparison.bValue == 4.0);
+}
+
+TEST_F(Editor, OperandsNameTheirCalculationsWhateverComesBetween) {
+    Load("sys=S\ndev=D\n" + Out("P") + "logic:\ncalc=[1]\ncalc=[5]\ncalc=[CBLOCK1]+[1]\n");
+    EXPECT_EQ(AddCalculation({{0, 0, 0}, 0}, 0), 1);
+    Frame();
+    EXPECT_EQ(Value("S.D.P"), 6);
+    DeleteElement({{0, 0, 0}, 0}, 2, 0);
+    Frame();
+    EXPECT_EQ(Value("S.D.P"), 1) << "0 in place of what is gone";
 }
 
 // Datarefs are published, taken back and published again as their parameters come and go.

@@ -98,6 +98,8 @@ TEST_F(EditorWindow, ClicksSayWhatTheyDid) {
     SelectPlace({0, 0, 0});
     EXPECT_TRUE(says(click(ActionDelete, ListOut, -1), "used by S.D.Q"));
     EXPECT_TRUE(Parameter("S.D.P").deleted);
+    click(ActionDelete, ListDev, -1);
+    EXPECT_TRUE(says(click(ActionNew, ListOut, -1), "was deleted"));
     DeleteSystems();
 }
 

@@ -192,6 +192,10 @@ protected:
             flight.push_back(Look());
             flight.back().findings = isReference ? referenceFindings : TracedFindings();
         }
+        ForEachAddress([](const ParameterAddress &place) { // flagged deleted: not saved
+            if (place.out == 1) ParameterAt(place)->deleted = true;
+            if (place.dev == 2) DeviceAt(place)->deleted = true;
+        });
         std::filesystem::remove(plugin + "systems/_save.txt");
         isReference ? WriteByTheRule() : SaveParametersValue();
         if (exists("systems/_save.txt")) flight.back().rest += "\nsaved " + read("systems/_save.txt");
