@@ -2,8 +2,6 @@
 // lies in its place, a link to somewhere else too, is never written through.
 #include "util/file_replacing.h"
 
-#include <set>
-
 #include "util/paths.h"
 
 const char *const NewFileSuffix = ".fennic-new";
@@ -70,6 +68,20 @@ Reason FindTarget(const std::string &path, std::string &target) {
     return MayBeReplaced(target);
 }
 
+Fill CopyOf(const std::string &from, Reason &unread) {
+    return [&from, &unread](const Write &write) {
+        Reason unwritten;
+        const auto copyPiece = [&](std::string_view piece) {
+            unwritten = write(piece);
+            return unwritten.empty();
+        };
+        const Reading reading = ReadPieces(from, AircraftFile, copyPiece, unread);
+        if (reading == Reading::Absent) unread = "there is no such file";
+        if (reading == Reading::Failed && !unread.empty()) KeepFile(from);
+        return unread.empty() ? unwritten : unread;
+    };
+}
+
 Reason ReplaceFile(const std::string &path, const Fill &fill) {
     std::string target;
     if (Reason reason = FindTarget(path, target); !reason.empty()) return reason;
@@ -78,8 +90,14 @@ Reason ReplaceFile(const std::string &path, const Fill &fill) {
     if (!reason.empty()) return reason;
     reason = MoveOver(neighbour, target);
     if (reason.empty())
-        SyncFolder(FolderOf(target));
+        SyncFoldersOf({target});
     else
         RemoveFile(neighbour);
     return reason;
+}
+
+void SyncFoldersOf(const std::set<std::string> &files) {
+    std::set<std::string> folders;
+    for (const std::string &file : files) folders.insert(FolderOf(file));
+    for (const std::string &folder : folders) SyncFolder(folder);
 }

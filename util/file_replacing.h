@@ -2,6 +2,7 @@
 // WriteWholeFile, copyFile and WriteFileSet alone.
 #pragma once
 
+#include <set>
 #include <string>
 
 #include "util/file_calls.h"
@@ -19,5 +20,11 @@ std::string FolderOf(const std::string &path);
 // the plug-in's own folders, something else than a file is there, or the permissions do not allow it.
 Reason FindTarget(const std::string &path, std::string &target);
 
+// Fills a new file with all bytes of another one. unread is why that could not be read; it is then kept, too.
+Fill CopyOf(const std::string &from, Reason &unread);
+
 // Writes a new file beside the target and renames it over it.
 Reason ReplaceFile(const std::string &path, const Fill &fill);
+
+// Makes last, through a loss of power, what was renamed or removed among these files, in whatever folders.
+void SyncFoldersOf(const std::set<std::string> &files);

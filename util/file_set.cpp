@@ -48,16 +48,8 @@ Reason KeepOld(const std::string &target) {
     RemoveFile(old);
     if (GiveSecondName(target, old)) return "";
     const std::string unfinished = old + NewFileSuffix;
-    const auto copy = [&target](const Write &write) {
-        Reason reason, unwritten;
-        const auto copyPiece = [&](std::string_view piece) {
-            unwritten = write(piece);
-            return unwritten.empty();
-        };
-        ReadPieces(target, AircraftFile, copyPiece, reason);
-        return reason.empty() ? unwritten : reason;
-    };
-    const Reason reason = WriteNewFile(unfinished, target, copy);
+    Reason unread;
+    const Reason reason = WriteNewFile(unfinished, target, CopyOf(target, unread));
     return reason.empty() ? MoveOver(unfinished, old) : reason;
 }
 
@@ -78,9 +70,18 @@ Reason WriteJournal(const std::string &folder, const std::vector<const FileOfSet
     return ReplaceFile(folder + JournalName, [&names](const Write &write) { return write(names); });
 }
 
-// On disk before anything that comes after it.
-bool RemoveJournal(const std::string &folder) {
-    SyncFolder(folder);
+using Targets = std::set<std::string>; // links followed, so that they may be in other folders
+
+Targets TargetsOf(const std::vector<Member> &members) {
+    Targets targets;
+    for (const Member &member : members)
+        if (!member.target.empty()) targets.insert(member.target);
+    return targets;
+}
+
+// On disk before anything that comes after it, and behind all that came before it.
+bool RemoveJournal(const std::string &folder, const Targets &targets) {
+    SyncFoldersOf(targets);
     if (!RemoveFile(folder + JournalName)) return false;
     SyncFolder(folder);
     return true;
@@ -95,7 +96,8 @@ void RemoveBeside(const std::string &target) {
 
 // The new files go last: as long as one is there, FinishFileSet sees that a set is to be undone.
 void Undo(const std::string &folder, const std::vector<Member> &members) {
-    bool isUndone = RemoveJournal(folder);
+    const Targets targets = TargetsOf(members);
+    bool isUndone = RemoveJournal(folder, targets);
     for (const Member &member : members) {
         if (!isUndone) break;
         if (!member.isSwapped) continue;
@@ -106,9 +108,9 @@ void Undo(const std::string &folder, const std::vector<Member> &members) {
         LogFileProblem("FileIO:Cant restore file ", member.target, reason);
         isUndone = false;
     }
-    SyncFolder(folder);
-    for (const Member &member : members)
-        if (isUndone && !member.target.empty()) RemoveBeside(member.target);
+    SyncFoldersOf(targets);
+    for (const std::string &target : targets)
+        if (isUndone) RemoveBeside(target);
 }
 
 bool Fail(const std::string &path, const Reason &reason, std::string &failed) {
@@ -134,7 +136,7 @@ bool ReplaceAll(const std::string &folder, const std::vector<const FileOfSet *> 
 
 // What FinishFileSet looks at.
 struct Leftovers {
-    std::set<std::string> targets; // files beside which something may lie
+    Targets targets; // files beside which something may lie
     bool hasNewContent = false;
 };
 
@@ -160,14 +162,16 @@ bool FindLeftovers(const std::string &folder, Leftovers &leftovers) {
 Reason CompleteSet(const std::string &folder) {
     std::vector<FileLine> lines;
     if (ReadLines(folder + JournalName, lines) != Reading::Read) return "the journal cannot be read";
+    Targets targets;
     for (const FileLine &line : lines) {
         if (!isSafeFileName(line.text)) continue;
         std::string target;
         if (Reason reason = FindTarget(folder + line.text, target); !reason.empty()) return reason;
+        targets.insert(target);
         if (WhatIsBehind(NewContentOf(target)) == Presence::Absent) continue;
         if (Reason reason = MoveOver(NewContentOf(target), target); !reason.empty()) return reason;
     }
-    if (!RemoveJournal(folder)) return "the journal cannot be removed";
+    if (!RemoveJournal(folder, targets)) return "the journal cannot be removed";
     string2debugString("FileIO:A save that had been broken off was completed in ", folder, 1);
     return "";
 }
@@ -181,7 +185,7 @@ Reason UndoSet(const std::string &folder, const Leftovers &leftovers) {
         restored++;
     }
     if (restored > 0) string2debugString("FileIO:A save that had been broken off was undone in ", folder, 1);
-    SyncFolder(folder);
+    SyncFoldersOf(leftovers.targets);
     return "";
 }
 
@@ -204,8 +208,9 @@ bool WriteFileSet(const std::vector<FileOfSet> &files, std::string &failed) {
         Undo(folder, members);
         return false;
     }
-    if (RemoveJournal(folder))
-        for (const Member &member : members) RemoveBeside(member.target);
+    const Targets targets = TargetsOf(members);
+    if (RemoveJournal(folder, targets))
+        for (const std::string &target : targets) RemoveBeside(target);
     return true;
 }
 

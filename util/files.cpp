@@ -203,17 +203,7 @@ bool WriteFileInPieces(const std::string &path, const FillFile &fill) {
 
 int copyFile(const std::string &from, const std::string &to) {
     Reason unread;
-    const auto copy = [&](const Write &write) {
-        Reason unwritten;
-        const auto copyPiece = [&](std::string_view piece) {
-            unwritten = write(piece);
-            return unwritten.empty();
-        };
-        const Reading reading = ReadNotingFailure(from, AircraftFile, copyPiece, unread);
-        if (reading == Reading::Absent) unread = "there is no such file";
-        return unread.empty() ? unwritten : unread;
-    };
-    const Reason reason = ReplaceFile(to, copy);
+    const Reason reason = ReplaceFile(to, CopyOf(from, unread));
     if (reason.empty()) {
         string2debugString("copyFile from: " + from, " to: " + to, 1);
         return 1;
