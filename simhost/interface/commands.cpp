@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "simhost/events.h"
+#include "simhost/interface/callback_list.h"
 #include "simhost/modules.h"
 #include "simhost/simulator.h"
 #include "simhost/world/builtin_commands.h"
@@ -14,7 +15,7 @@ namespace simhost {
 namespace {
 
 struct Handler {
-    XPLMCommandCallback_f callback = nullptr; // null: unregistered, swept out after the dispatch
+    XPLMCommandCallback_f callback = nullptr;
     void *refcon = nullptr;
     bool before = false;
     XPLMPluginID owner = XPLM_PLUGIN_XPLANE;
@@ -23,8 +24,7 @@ struct Handler {
 struct Command {
     std::string name;
     bool exists = false;
-    std::vector<Handler> handlers;
-    int dispatchDepth = 0;
+    CallbackList<Handler> handlers;
     std::vector<XPLMPluginID>
         holders; // who began it and has not ended it; the simulator stands for the pilot
     CommandCount count;
@@ -67,36 +67,21 @@ Command &MakeExisting(const std::string &name) {
     return command;
 }
 
-void SweepHandlers(Command &command) {
-    if (command.dispatchDepth > 0) return;
-    std::erase_if(command.handlers, [](const Handler &handler) { return !handler.callback; });
-}
-
 // False when a "before" handler ended it.
-bool RunHandlers(Command &command, XPLMCommandPhase phase, bool before, std::size_t count) {
-    for (std::size_t i = 0; i < count; i++) {
-        const Handler handler = command.handlers[i];
-        if (!handler.callback || handler.before != before || !isPluginEnabled(handler.owner)) {
-            continue;
-        }
+bool RunHandlers(CallbackList<Handler>::Round &round, Command &command, XPLMCommandPhase phase, bool before) {
+    return round.Run([&](const Handler &handler, std::size_t) {
+        if (handler.before != before) return true;
         RunningScope scope(handler.owner, "command handler");
         const int goesOn = handler.callback(&command, phase, handler.refcon);
-        if (before && goesOn == 0) return false;
-    }
-    return true;
+        return !before || goesOn != 0;
+    });
 }
 
 void Dispatch(Command &command, XPLMCommandPhase phase) {
-    command.dispatchDepth++;
-    const std::size_t count = command.handlers.size(); // those registered meanwhile wait for the next phase
-    if (RunHandlers(command, phase, true, count)) {
-        if (phase == xplm_CommandBegin && command.action) {
-            RunBuiltinActions(*command.action);
-        }
-        RunHandlers(command, phase, false, count);
-    }
-    command.dispatchDepth--;
-    SweepHandlers(command);
+    CallbackList<Handler>::Round round(command.handlers);
+    if (!RunHandlers(round, command, phase, true)) return;
+    if (phase == xplm_CommandBegin && command.action) RunBuiltinActions(*command.action);
+    RunHandlers(round, command, phase, false);
 }
 
 void Report(EventKind kind, const Command &command) {
@@ -169,12 +154,9 @@ void ContinueHeldCommands() {
 void DropCommandHandlers(XPLMPluginID plugin, LeftBehind &leftBehind) {
     std::vector<std::string> notes;
     for (auto &[name, command] : Commands()) {
-        for (Handler &handler : command.handlers) {
-            if (!handler.callback || handler.owner != plugin) continue;
+        command.handlers.Drop(plugin, [&, &name = name](const Handler &) {
             notes.push_back("command handler of \"" + name + "\"");
-            handler.callback = nullptr;
-        }
-        SweepHandlers(command);
+        });
     }
     const std::vector<Command *> held = heldCommands;
     for (Command *command : held) {
@@ -192,7 +174,7 @@ void ResetCommands() {
     heldCommands.clear();
     for (auto &[name, command] : Commands()) {
         command.exists = false;
-        command.handlers.clear();
+        command.handlers.Clear();
         command.holders.clear();
     }
     for (const std::string &name : BuiltinCommands()) AddCommand(name, "");
@@ -241,20 +223,13 @@ void XPLMRegisterCommandHandler(XPLMCommandRef inComand, XPLMCommandCallback_f i
         ReportMisuse("XPLMRegisterCommandHandler without a handler");
         return;
     }
-    command->handlers.push_back({inHandler, inRefcon, inBefore != 0, currentRunning.plugin});
+    command->handlers.Add({inHandler, inRefcon, inBefore != 0, currentRunning.plugin});
 }
 
 void XPLMUnregisterCommandHandler(XPLMCommandRef inComand, XPLMCommandCallback_f inHandler, int inBefore,
                                   void *inRefcon) {
     Command *command = Existing(inComand);
-    if (!command || !inHandler) return;
-    for (Handler &handler : command->handlers) {
-        if (handler.callback != inHandler || handler.before != (inBefore != 0)
-            || handler.refcon != inRefcon) {
-            continue;
-        }
-        handler.callback = nullptr;
-        SweepHandlers(*command);
-        return;
-    }
+    if (!command) return;
+    command->handlers.Remove(inHandler, inRefcon,
+                             [&](const Handler &handler) { return handler.before == (inBefore != 0); });
 }

@@ -1,11 +1,11 @@
-// Draw callbacks and the screen's size. A callback may unregister itself or others while it runs, so the list
-// is swept afterwards.
+// Draw callbacks and the screen's size.
 #include "XPLMDisplay.h"
 
 #include <algorithm>
 
 #include "simhost/drawing/graphics_state.h"
 #include "simhost/drawing/screen.h"
+#include "simhost/interface/callback_list.h"
 #include "simhost/modules.h"
 #include "simhost/simulator.h"
 #include "simhost/windows/windows.h"
@@ -15,36 +15,28 @@ namespace simhost {
 namespace {
 
 struct DrawCallback {
-    XPLMDrawCallback_f callback = nullptr; // null: unregistered, swept out after the run
+    XPLMDrawCallback_f callback = nullptr;
     XPLMDrawingPhase phase = 0;
     bool before = false;
     void *refcon = nullptr;
     XPLMPluginID owner = XPLM_PLUGIN_XPLANE;
 };
 
-constinit std::vector<DrawCallback> drawCallbacks;
-constinit bool isDrawing = false;
+constinit CallbackList<DrawCallback> drawCallbacks;
 
 constexpr int DefaultScreenWidth = 1920;
 constexpr int DefaultScreenHeight = 1080;
 constinit int screenWidth = DefaultScreenWidth;
 constinit int screenHeight = DefaultScreenHeight;
 
-void SweepDrawCallbacks() {
-    if (isDrawing) return;
-    std::erase_if(drawCallbacks, [](const DrawCallback &draw) { return !draw.callback; });
-}
-
-void RunPhase(XPLMDrawingPhase phase, bool before) {
-    const std::size_t count = drawCallbacks.size();
-    for (std::size_t i = 0; i < count; i++) {
-        const DrawCallback draw = drawCallbacks[i];
-        if (!draw.callback || draw.phase != phase || draw.before != before) continue;
-        if (!isPluginEnabled(draw.owner)) continue;
+void RunPhase(CallbackList<DrawCallback>::Round &round, XPLMDrawingPhase phase, bool before) {
+    round.Run([&](const DrawCallback &draw, std::size_t) {
+        if (draw.phase != phase || draw.before != before) return true;
         RunningScope scope(draw.owner, "draw callback");
         DrawingScope drawing;
         draw.callback(phase, before ? 1 : 0, draw.refcon);
-    }
+        return true;
+    });
 }
 
 void SetPair(int first, int second, int *outFirst, int *outSecond) {
@@ -72,26 +64,18 @@ int ScreenHeight() {
 }
 
 void RunDrawPhase(XPLMDrawingPhase phase) {
-    if (drawCallbacks.empty()) return;
-    isDrawing = true;
-    RunPhase(phase, true);
-    RunPhase(phase, false);
-    isDrawing = false;
-    SweepDrawCallbacks();
+    if (drawCallbacks.isEmpty()) return;
+    CallbackList<DrawCallback>::Round round(drawCallbacks);
+    RunPhase(round, phase, true);
+    RunPhase(round, phase, false);
 }
 
 void DropDrawCallbacks(XPLMPluginID plugin, LeftBehind &leftBehind) {
-    for (DrawCallback &draw : drawCallbacks) {
-        if (!draw.callback || draw.owner != plugin) continue;
-        leftBehind.errors.push_back("draw callback "
-                                    + DescribeFunction(reinterpret_cast<void *>(draw.callback)));
-        draw.callback = nullptr;
-    }
-    SweepDrawCallbacks();
+    drawCallbacks.Drop(plugin, "draw callback", leftBehind);
 }
 
 void ResetDisplay() {
-    drawCallbacks.clear();
+    drawCallbacks.Clear();
     screenWidth = DefaultScreenWidth;
     screenHeight = DefaultScreenHeight;
 }
@@ -109,23 +93,16 @@ int XPLMRegisterDrawCallback(XPLMDrawCallback_f inCallback, XPLMDrawingPhase inP
         return 0;
     }
     ProvideGraphics();
-    drawCallbacks.push_back({inCallback, inPhase, inWantsBefore != 0, inRefcon, currentRunning.plugin});
+    drawCallbacks.Add({inCallback, inPhase, inWantsBefore != 0, inRefcon, currentRunning.plugin});
     return 1;
 }
 
 int XPLMUnregisterDrawCallback(XPLMDrawCallback_f inCallback, XPLMDrawingPhase inPhase, int inWantsBefore,
                                void *inRefcon) {
-    if (!inCallback) return 0;
-    for (DrawCallback &draw : drawCallbacks) {
-        if (draw.callback != inCallback || draw.phase != inPhase || draw.before != (inWantsBefore != 0)
-            || draw.refcon != inRefcon) {
-            continue;
-        }
-        draw.callback = nullptr;
-        SweepDrawCallbacks();
-        return 1;
-    }
-    return 0;
+    const auto isIt = [&](const DrawCallback &draw) {
+        return draw.phase == inPhase && draw.before == (inWantsBefore != 0);
+    };
+    return drawCallbacks.Remove(inCallback, inRefcon, isIt) ? 1 : 0;
 }
 
 void XPLMGetScreenSize(int *outWidth, int *outHeight) {

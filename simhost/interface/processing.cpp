@@ -1,11 +1,11 @@
-// Flight loops and the simulator's clocks. A callback may register, unregister and reschedule any callback,
-// itself included, while the list is being run: entries are only marked here and swept out after the run.
+// Flight loops and the simulator's clocks.
 #include "XPLMProcessing.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
+#include "simhost/interface/callback_list.h"
 #include "simhost/modules.h"
 #include "simhost/simulator.h"
 
@@ -14,7 +14,7 @@ namespace simhost {
 namespace {
 
 struct FlightLoop {
-    XPLMFlightLoop_f callback = nullptr; // null: unregistered, swept out after the run
+    XPLMFlightLoop_f callback = nullptr;
     void *refcon = nullptr;
     XPLMPluginID owner = XPLM_PLUGIN_XPLANE;
     double lastCallSeconds = 0; // of the registration until the first call
@@ -24,8 +24,7 @@ struct FlightLoop {
     long long dueFrame = std::numeric_limits<long long>::max();
 };
 
-constinit std::vector<FlightLoop> flightLoops;
-constinit bool isRunningFlightLoops = false;
+constinit CallbackList<FlightLoop> flightLoops;
 
 constinit double elapsedSeconds = 0; // since the reset; goes on while paused
 constinit double frameSeconds = 0;   // length of the current frame
@@ -44,16 +43,8 @@ void Schedule(FlightLoop &loop, float interval, double fromSeconds, long long fr
     }
 }
 
-FlightLoop *FindFlightLoop(XPLMFlightLoop_f callback, const void *refcon) {
-    auto found = std::find_if(flightLoops.begin(), flightLoops.end(), [&](const FlightLoop &loop) {
-        return loop.callback == callback && loop.refcon == refcon;
-    });
-    return callback && found != flightLoops.end() ? &*found : nullptr;
-}
-
-void SweepFlightLoops() {
-    if (isRunningFlightLoops) return;
-    std::erase_if(flightLoops, [](const FlightLoop &loop) { return !loop.callback; });
+bool isAny(const FlightLoop &) {
+    return true;
 }
 
 } // namespace
@@ -69,41 +60,30 @@ double ElapsedSeconds() {
 }
 
 void RunFlightLoops() {
-    isRunningFlightLoops = true;
-    // Those registered by a callback of this run wait for the next frame. The list may move in memory
-    // during a call, so nothing is kept across it.
-    const std::size_t count = flightLoops.size();
-    for (std::size_t i = 0; i < count; i++) {
-        const FlightLoop loop = flightLoops[i];
-        if (!loop.callback || !isPluginEnabled(loop.owner)) continue;
-        if (elapsedSeconds < loop.dueSeconds - TimeTolerance && frameNumber < loop.dueFrame) continue;
+    CallbackList<FlightLoop>::Round(flightLoops).Run([](const FlightLoop &loop, std::size_t number) {
+        const bool isDue = elapsedSeconds >= loop.dueSeconds - TimeTolerance || frameNumber >= loop.dueFrame;
+        if (!isDue) return true;
         float interval = 0;
         {
             RunningScope scope(loop.owner, "flight loop");
             interval = loop.callback(static_cast<float>(elapsedSeconds - loop.lastCallSeconds),
                                      static_cast<float>(frameSeconds), XPLMGetCycleNumber(), loop.refcon);
         }
-        if (!flightLoops[i].callback) continue;
-        flightLoops[i].lastCallSeconds = elapsedSeconds;
-        flightLoops[i].lastCallFrame = frameNumber;
-        Schedule(flightLoops[i], interval, elapsedSeconds, frameNumber);
-    }
-    isRunningFlightLoops = false;
-    SweepFlightLoops();
+        if (FlightLoop *called = flightLoops.At(number)) {
+            called->lastCallSeconds = elapsedSeconds;
+            called->lastCallFrame = frameNumber;
+            Schedule(*called, interval, elapsedSeconds, frameNumber);
+        }
+        return true;
+    });
 }
 
 void DropFlightLoops(XPLMPluginID plugin, LeftBehind &leftBehind) {
-    for (FlightLoop &loop : flightLoops) {
-        if (!loop.callback || loop.owner != plugin) continue;
-        leftBehind.errors.push_back("flight loop "
-                                    + DescribeFunction(reinterpret_cast<void *>(loop.callback)));
-        loop.callback = nullptr;
-    }
-    SweepFlightLoops();
+    flightLoops.Drop(plugin, "flight loop", leftBehind);
 }
 
 void ResetProcessing() {
-    flightLoops.clear();
+    flightLoops.Clear();
     elapsedSeconds = 0;
     frameSeconds = 0;
     frameNumber = 0;
@@ -133,19 +113,16 @@ void XPLMRegisterFlightLoopCallback(XPLMFlightLoop_f inFlightLoop, float inInter
     loop.lastCallSeconds = elapsedSeconds;
     loop.lastCallFrame = frameNumber;
     Schedule(loop, inInterval, elapsedSeconds, frameNumber);
-    flightLoops.push_back(loop);
+    flightLoops.Add(loop);
 }
 
 void XPLMUnregisterFlightLoopCallback(XPLMFlightLoop_f inFlightLoop, void *inRefcon) {
-    FlightLoop *loop = FindFlightLoop(inFlightLoop, inRefcon);
-    if (!loop) return;
-    loop->callback = nullptr;
-    SweepFlightLoops();
+    flightLoops.Remove(inFlightLoop, inRefcon, isAny);
 }
 
 void XPLMSetFlightLoopCallbackInterval(XPLMFlightLoop_f inFlightLoop, float inInterval, int inRelativeToNow,
                                        void *inRefcon) {
-    FlightLoop *loop = FindFlightLoop(inFlightLoop, inRefcon);
+    FlightLoop *loop = flightLoops.Find(inFlightLoop, inRefcon, isAny);
     if (!loop) return;
     if (inRelativeToNow) {
         Schedule(*loop, inInterval, elapsedSeconds, frameNumber);

@@ -4,6 +4,7 @@
 
 #include "XPLMDisplay.h"
 #include "simhost/drawing/screen.h"
+#include "simhost/interface/callback_list.h"
 #include "simhost/modules.h"
 #include "simhost/windows/state.h"
 #include "simhost/windows/windows.h"
@@ -33,13 +34,12 @@ constinit XPLMCursorStatus cursorStatus = xplm_CursorDefault;
 constinit XPLMWindowID focused = nullptr;
 
 struct KeySniffer {
-    XPLMKeySniffer_f callback = nullptr; // null: unregistered, swept out after the key
+    XPLMKeySniffer_f callback = nullptr;
     bool beforeWindows = false;
     void *refcon = nullptr;
     XPLMPluginID owner = XPLM_PLUGIN_XPLANE;
 };
-constinit std::vector<KeySniffer> keySniffers;
-constinit int keysOnTheWay = 0;
+constinit CallbackList<KeySniffer> keySniffers;
 
 bool isBeamOn() {
     const Window *window = FindWindow(pointedAt);
@@ -131,16 +131,13 @@ void DragFrame(Window &window) {
 }
 
 // Whether the key goes on.
-bool AskSniffers(bool beforeWindows, char character, XPLMKeyFlags flags, char virtualKey) {
-    const std::size_t count = keySniffers.size();
-    for (std::size_t i = 0; i < count; i++) {
-        const KeySniffer sniffer = keySniffers[i];
-        if (!sniffer.callback || sniffer.beforeWindows != beforeWindows) continue;
-        if (!isPluginEnabled(sniffer.owner)) continue;
+bool AskSniffers(CallbackList<KeySniffer>::Round &round, bool beforeWindows, char character,
+                 XPLMKeyFlags flags, char virtualKey) {
+    return round.Run([&](const KeySniffer &sniffer, std::size_t) {
+        if (sniffer.beforeWindows != beforeWindows) return true;
         RunningScope scope(sniffer.owner, "key sniffer");
-        if (sniffer.callback(character, flags, virtualKey, sniffer.refcon) == 0) return false;
-    }
-    return true;
+        return sniffer.callback(character, flags, virtualKey, sniffer.refcon) != 0;
+    });
 }
 
 bool GiveKeyToWindow(char character, XPLMKeyFlags flags, char virtualKey) {
@@ -150,11 +147,6 @@ bool GiveKeyToWindow(char character, XPLMKeyFlags flags, char virtualKey) {
     RunningScope scope(window->owner, "window's key handler");
     window->key(window->id, character, flags, virtualKey, window->refcon, 0);
     return true;
-}
-
-void SweepKeySniffers() {
-    if (keysOnTheWay != 0) return;
-    std::erase_if(keySniffers, [](const KeySniffer &sniffer) { return !sniffer.callback; });
 }
 
 } // namespace
@@ -183,13 +175,7 @@ void PointInHeadset(XPLMWindowID id) {
 }
 
 void DropKeySniffers(XPLMPluginID plugin, LeftBehind &leftBehind) {
-    for (KeySniffer &sniffer : keySniffers) {
-        if (!sniffer.callback || sniffer.owner != plugin) continue;
-        leftBehind.errors.push_back("key sniffer "
-                                    + DescribeFunction(reinterpret_cast<void *>(sniffer.callback)));
-        sniffer.callback = nullptr;
-    }
-    SweepKeySniffers();
+    keySniffers.Drop(plugin, "key sniffer", leftBehind);
 }
 
 void ResetInput() {
@@ -199,7 +185,7 @@ void ResetInput() {
     held = {};
     cursorStatus = xplm_CursorDefault;
     focused = nullptr;
-    keySniffers.clear();
+    keySniffers.Clear();
 }
 
 bool isMouseHeld() {
@@ -296,13 +282,10 @@ bool TurnWheel(int x, int y, int clicks) {
 }
 
 bool SendKey(char character, XPLMKeyFlags flags, char virtualKey) {
-    keysOnTheWay++;
-    const bool isTaken = !AskSniffers(true, character, flags, virtualKey)
-                         || GiveKeyToWindow(character, flags, virtualKey)
-                         || !AskSniffers(false, character, flags, virtualKey);
-    keysOnTheWay--;
-    SweepKeySniffers();
-    return isTaken;
+    CallbackList<KeySniffer>::Round round(keySniffers);
+    return !AskSniffers(round, true, character, flags, virtualKey)
+           || GiveKeyToWindow(character, flags, virtualKey)
+           || !AskSniffers(round, false, character, flags, virtualKey);
 }
 
 } // namespace simhost
@@ -332,18 +315,13 @@ int XPLMRegisterKeySniffer(XPLMKeySniffer_f inCallback, int inBeforeWindows, voi
         ReportMisuse("XPLMRegisterKeySniffer without a callback");
         return 0;
     }
-    keySniffers.push_back({inCallback, inBeforeWindows != 0, inRefcon, currentRunning.plugin});
+    keySniffers.Add({inCallback, inBeforeWindows != 0, inRefcon, currentRunning.plugin});
     return 1;
 }
 
 int XPLMUnregisterKeySniffer(XPLMKeySniffer_f inCallback, int inBeforeWindows, void *inRefcon) {
-    for (KeySniffer &sniffer : keySniffers) {
-        if (!inCallback || sniffer.callback != inCallback || sniffer.beforeWindows != (inBeforeWindows != 0)
-            || sniffer.refcon != inRefcon)
-            continue;
-        sniffer.callback = nullptr;
-        SweepKeySniffers();
-        return 1;
-    }
-    return 0;
+    const auto isIt = [&](const KeySniffer &sniffer) {
+        return sniffer.beforeWindows == (inBeforeWindows != 0);
+    };
+    return keySniffers.Remove(inCallback, inRefcon, isIt) ? 1 : 0;
 }
