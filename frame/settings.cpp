@@ -3,6 +3,7 @@
 // the gender line came before them, which is the order they are written in.
 #include "frame/settings.h"
 
+#include <cstring>
 #include <vector>
 
 #include "util/files.h"
@@ -12,98 +13,99 @@
 #include "util/paths.h"
 #include "util/text.h"
 
-std::string globalGender;
-std::string globalPosFolder;
-std::string globalIBMVoiceW, globalIBMVoiceM;
-std::string globalAPLVoiceW, globalAPLVoiceM;
-std::string globalVoiceW, globalVoiceM;
-int globalVolume = 100;
-int globalRate = 50;
-std::string globalNameW, globalNameM;
-std::string globalName;
-std::string globalSizeW, globalSizeM;
-std::string globalSir;
-std::string globalUser;
-std::string globalCheckDrfName;
-int widgetOffsetY = 10;
-int InstallationState = InstallationMissing;
+SettingsState settings;
 
 namespace {
 
 const char *const SettingsFile = "data/settings_mac.txt";
 const char *const SettingsFileKept = "data/settings_mac.txt.kept";
-const int DefaultOffsetY = 10;
 
-bool isFileOurs = false; // what it holds was read, or written here, so that it may be replaced
-
-// What is being read, for messages.
-struct SettingsLine {
-    const std::string &file;
-    int number;
-    const std::string &value;
-};
-
-void SetGender(const SettingsLine &line) {
-    if (line.value != "w" && line.value != "m") return;
-    globalGender = line.value;
-    globalPosFolder = "positions-" + line.value + "/";
+void TakeGender(const std::string &value, const std::string &) {
+    if (value != "w" && value != "m") return;
+    globalGender = value;
+    globalPosFolder = "positions-" + value + "/";
 }
 
-void SetAPLVoiceW(const SettingsLine &line) {
-    globalAPLVoiceW = globalVoiceW = line.value;
+void TakeName(std::string &kept, const char *gender, const std::string &value) {
+    kept = value;
+    if (globalGender == gender) globalName = value;
 }
 
-void SetAPLVoiceM(const SettingsLine &line) {
-    globalAPLVoiceM = globalVoiceM = line.value;
-}
-
-void SetNameW(const SettingsLine &line) {
-    globalNameW = line.value;
-    if (globalGender == "w") globalName = line.value;
-}
-
-void SetNameM(const SettingsLine &line) {
-    globalNameM = line.value;
-    if (globalGender == "m") globalName = line.value;
-}
-
-void SetNumber(int &setting, const char *key, const SettingsLine &line) {
-    if (!ParseInt(line.value, setting))
-        LogDroppedLine(line.file, line.number, NoNumber(key, line.value), key);
+// What stands behind the key need only begin with the number, so 11 is read as 1.
+void TakeInstallation(const std::string &, const std::string &behindKey) {
+    for (const int state : {InstallationRemoved, InstallationMissing, InstallationPutOff, InstallationReady})
+        if (behindKey.starts_with(int2string(state))) InstallationState = state;
 }
 
 // The offset is not taken over: every start begins at the default height.
-void SetOffsetY(const SettingsLine &line) {
-    if (isNumber(line.value)) widgetOffsetY = DefaultOffsetY;
+void TakeOffsetY(const std::string &value, const std::string &) {
+    if (isNumber(value)) widgetOffsetY = SettingsState().offsetY;
 }
 
-struct SettingsKey {
-    const char *text;
-    void (*set)(const SettingsLine &line);
+const char *NoGender(const std::string &value) {
+    return value == "w" || value == "m" ? nullptr : "the gender is \"w\" or \"m\"";
+}
+
+const char *NoPercentage(const std::string &value) {
+    int percent = 0;
+    const bool isOther = ParseInt(value, percent) && (percent < 10 || percent > 100);
+    return isOther ? "volume and rate are from 10 to 100" : nullptr;
+}
+
+const char *NoInstallation(const std::string &value) {
+    for (const char *state : {"-1", "0", "1", "2", "11"})
+        if (value == state) return nullptr;
+    return "the installation is -1, 0, 1 or 2";
+}
+
+const SettingsKey Keys[] = {
+    {.text = "gender=", .place = 1, .string = &settings.gender, .take = TakeGender, .whyNot = NoGender},
+    {.text = "IBMvoice-w=", .place = 4, .string = &settings.voiceIBMw},
+    {.text = "IBMvoice-m=", .place = 5, .string = &settings.voiceIBMm},
+    {.text = "APLvoice-w=",
+     .place = 2,
+     .string = &settings.voiceAPLw,
+     .take = [](const std::string &value, const std::string &) { globalAPLVoiceW = globalVoiceW = value; }},
+    {.text = "APLvoice-m=",
+     .place = 3,
+     .string = &settings.voiceAPLm,
+     .take = [](const std::string &value, const std::string &) { globalAPLVoiceM = globalVoiceM = value; }},
+    {.text = "volume=", .place = 6, .number = &settings.volume, .whyNot = NoPercentage},
+    {.text = "rate=", .place = 7, .number = &settings.rate, .whyNot = NoPercentage},
+    {.text = "installation=",
+     .place = 16,
+     .number = &settings.installation,
+     .take = TakeInstallation,
+     .whyNot = NoInstallation},
+    {.text = "name-w=",
+     .place = 8,
+     .string = &settings.nameW,
+     .take = [](const std::string &value, const std::string &) { TakeName(globalNameW, "w", value); }},
+    {.text = "name-m=",
+     .place = 9,
+     .string = &settings.nameM,
+     .take = [](const std::string &value, const std::string &) { TakeName(globalNameM, "m", value); }},
+    {.text = "size-m=", .place = 11, .string = &settings.sizeM},
+    {.text = "size-w=", .place = 10, .string = &settings.sizeW},
+    {.text = "sign=", .place = 12, .string = &settings.sir},
+    {.text = "user=", .place = 13, .string = &settings.user},
+    {.text = "checkdrf=", .place = 14, .string = &settings.checkDataref},
+    {.text = "txtoffset=", .place = 15, .number = &settings.offsetY, .take = TakeOffsetY},
 };
 
-// In order of precedence.
-const SettingsKey Keys[] = {
-    {"gender=", SetGender},
-    {"IBMvoice-w=", [](const SettingsLine &line) { globalIBMVoiceW = line.value; }},
-    {"IBMvoice-m=", [](const SettingsLine &line) { globalIBMVoiceM = line.value; }},
-    {"APLvoice-w=", SetAPLVoiceW},
-    {"APLvoice-m=", SetAPLVoiceM},
-    {"volume=", [](const SettingsLine &line) { SetNumber(globalVolume, "volume=", line); }},
-    {"rate=", [](const SettingsLine &line) { SetNumber(globalRate, "rate=", line); }},
-    {"installation=-1", [](const SettingsLine &) { InstallationState = InstallationRemoved; }},
-    {"installation=0", [](const SettingsLine &) { InstallationState = InstallationMissing; }},
-    {"installation=1", [](const SettingsLine &) { InstallationState = InstallationPutOff; }},
-    {"installation=2", [](const SettingsLine &) { InstallationState = InstallationReady; }},
-    {"name-w=", SetNameW},
-    {"name-m=", SetNameM},
-    {"size-m=", [](const SettingsLine &line) { globalSizeM = line.value; }},
-    {"size-w=", [](const SettingsLine &line) { globalSizeW = line.value; }},
-    {"sign=", [](const SettingsLine &line) { globalSir = line.value; }},
-    {"user=", [](const SettingsLine &line) { globalUser = line.value; }},
-    {"checkdrf=", [](const SettingsLine &line) { globalCheckDrfName = line.value; }},
-    {"txtoffset=", SetOffsetY},
-};
+void TakeSetting(const std::string &file, const FileLine &line) {
+    for (const SettingsKey &key : Keys) {
+        if (!Contains(line.text, key.text)) continue;
+        const std::string value = ReplaceString(RemoveNRS(line.text), key.text, "");
+        if (key.take)
+            key.take(value, line.text.substr(line.text.find(key.text) + std::strlen(key.text)));
+        else if (key.string)
+            *key.string = value;
+        else if (!ParseInt(value, *key.number))
+            LogDroppedLine(file, line.number, NoNumber(key.text, value), key.text);
+        return;
+    }
+}
 
 // The file to read, relative to the plug-in's folder; empty when no folder has the pair. While the system
 // does not say whether the partner is there, nobody knows whether the file would have been read.
@@ -134,7 +136,8 @@ void CheckInstalledObject(const std::string &pluginFolder) {
 // What it holds goes into a copy, the first time; false when that fails.
 bool KeepUnreadSettings(const std::string &pluginFolder) {
     const std::string file = pluginFolder + SettingsFile, kept = pluginFolder + SettingsFileKept;
-    if (isFileOurs || WhatIsAt(file) != Presence::Present || WhatIsAt(kept) == Presence::Present) return true;
+    if (settings.isFileOurs || WhatIsAt(file) != Presence::Present || WhatIsAt(kept) == Presence::Present)
+        return true;
     if (!copyFile(file, kept)) return false;
     LogFileProblem("Settings were not read, since settings_win.txt is not beside them - kept in ", kept);
     return true;
@@ -142,22 +145,19 @@ bool KeepUnreadSettings(const std::string &pluginFolder) {
 
 } // namespace
 
+std::span<const SettingsKey> SettingsKeys() {
+    return Keys;
+}
+
 void ReadSettings() {
-    isFileOurs = false;
+    settings.isFileOurs = false;
     const std::string pluginFolder = WhatPluginPath();
     const std::string file = FindSettingsFile(pluginFolder);
     if (file.empty()) return;
     std::vector<FileLine> lines;
     if (ReadLines(pluginFolder + file, lines) != Reading::Read) return;
-    isFileOurs = file == SettingsFile;
-    for (const FileLine &line : lines) {
-        for (const SettingsKey &key : Keys) {
-            if (!Contains(line.text, key.text)) continue;
-            const std::string value = ReplaceString(RemoveNRS(line.text), key.text, "");
-            key.set({file, line.number, value});
-            break;
-        }
-    }
+    settings.isFileOurs = file == SettingsFile;
+    for (const FileLine &line : lines) TakeSetting(file, line);
     if (!lines.empty()) CheckInstalledObject(pluginFolder);
 }
 
@@ -167,39 +167,17 @@ void SaveSettings() {
     else
         globalAPLVoiceM = globalVoiceM;
 
+    std::string lines[std::size(Keys)];
+    for (const SettingsKey &key : Keys)
+        lines[key.place - 1] = key.text + (key.string ? *key.string : int2string(*key.number)) + "\r\n";
     std::string content;
-    const auto write = [&content](const char *key, const std::string &value) {
-        content += key + value + "\r\n";
-    };
-    write("gender=", globalGender);
-    write("APLvoice-w=", globalAPLVoiceW);
-    write("APLvoice-m=", globalAPLVoiceM);
-    write("IBMvoice-w=", globalIBMVoiceW);
-    write("IBMvoice-m=", globalIBMVoiceM);
-    write("volume=", int2string(globalVolume));
-    write("rate=", int2string(globalRate));
-    write("name-w=", globalNameW);
-    write("name-m=", globalNameM);
-    write("size-w=", globalSizeW);
-    write("size-m=", globalSizeM);
-    write("sign=", globalSir);
-    write("user=", globalUser);
-    write("checkdrf=", globalCheckDrfName);
-    write("txtoffset=", int2string(widgetOffsetY));
-    write("installation=", int2string(InstallationState));
+    for (const std::string &line : lines) content += line;
     content += "\r\n";
     const std::string pluginFolder = WhatPluginPath();
     if (!KeepUnreadSettings(pluginFolder)) return;
-    isFileOurs |= WriteWholeFile(pluginFolder + SettingsFile, content);
+    settings.isFileOurs |= WriteWholeFile(pluginFolder + SettingsFile, content);
 }
 
 void ResetSettings() {
-    MakeFresh(globalGender, globalPosFolder, globalIBMVoiceW, globalIBMVoiceM, globalAPLVoiceW);
-    MakeFresh(globalAPLVoiceM, globalVoiceW, globalVoiceM, globalNameW, globalNameM, globalName);
-    MakeFresh(globalSizeW, globalSizeM, globalSir, globalUser, globalCheckDrfName);
-    globalVolume = 100;
-    globalRate = 50;
-    widgetOffsetY = DefaultOffsetY;
-    InstallationState = InstallationMissing;
-    isFileOurs = false;
+    MakeFresh(settings);
 }

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <map>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -148,30 +149,21 @@ void CheckFigureFiles(const std::string &pluginFolder) {
 
 // What the reader of the settings ignores.
 void CheckSetting(const std::string &file, const FileLine &line, bool areVoicesKnown, bool &hasNames) {
-    const size_t equals = line.text.find('=');
-    const std::string key = line.text.substr(0, equals),
-                      value = equals == std::string::npos ? "" : line.text.substr(equals + 1);
-    static constexpr std::string_view KEYS[] = {"gender",     "APLvoice-w", "APLvoice-m", "IBMvoice-w",
-                                                "IBMvoice-m", "volume",     "rate",       "name-w",
-                                                "name-m",     "size-w",     "size-m",     "sign",
-                                                "user",       "checkdrf",   "txtoffset",  "installation"};
-    static constexpr std::string_view STATES[] = {"-1", "0", "1", "2", "11"};
+    const std::string key = line.text.substr(0, line.text.find('=') + 1),
+                      value = line.text.substr(key.size());
+    const std::span<const SettingsKey> keys = SettingsKeys();
+    const auto known = std::find_if(keys.begin(), keys.end(),
+                                    [&](const SettingsKey &candidate) { return candidate.text == key; });
     const auto warn = [&](const std::string &text) {
         AddFinding(Severity::Warning, file, line.number, text);
     };
-    int number = 0;
     if (key.starts_with("name-")) hasNames = true;
-    if (std::find(std::begin(KEYS), std::end(KEYS), key) == std::end(KEYS))
+    if (known == keys.end())
         warn("ignored, there is no such setting: " + line.text);
-    else if (key == "gender" && value != "w" && value != "m")
-        warn("the gender is \"w\" or \"m\": " + value);
-    else if (key == "gender" && hasNames)
+    else if (const char *const reason = known->whyNot ? known->whyNot(value) : nullptr)
+        warn(reason + (": " + value));
+    else if (key == "gender=" && hasNames)
         warn("the gender must stand before the names, else they are not used");
-    else if (key == "installation"
-             && std::find(std::begin(STATES), std::end(STATES), value) == std::end(STATES))
-        warn("the installation is -1, 0, 1 or 2: " + value);
-    else if ((key == "volume" || key == "rate") && ParseInt(value, number) && (number < 10 || number > 100))
-        warn("volume and rate are from 10 to 100: " + value);
     else if (areVoicesKnown && key.starts_with("APLvoice-") && !value.empty()
              && std::find(voiceList.begin(), voiceList.end(), value) == voiceList.end())
         warn("this voice is not in voicelist_mac.txt: " + value);
