@@ -185,15 +185,15 @@ bool Contains(std::string_view text, std::string_view part) {
 }
 
 std::string FileAddress(std::string_view path) {
-    constexpr std::string_view PLAIN = "/-._~", DIGITS = "0123456789ABCDEF";
+    constexpr std::string_view plain = "/-._~", digits = "0123456789ABCDEF";
     std::string address = "file://";
     for (const char c : path) {
         const auto byte = static_cast<unsigned char>(c);
         const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-        if (isLetter || PLAIN.find(c) != std::string_view::npos)
+        if (isLetter || plain.find(c) != std::string_view::npos)
             address += c;
         else
-            address.append({'%', DIGITS[byte >> 4U], DIGITS[byte & 15U]});
+            address.append({'%', digits[byte >> 4U], digits[byte & 15U]});
     }
     return address;
 }
