@@ -11,14 +11,7 @@
 #include "util/clock.h"
 #include "util/make_fresh.h"
 
-int eyesOpen = 1, lipsOpen = 0;
-int faceAnim = 0;
-float Next_eyesOpenTime = -1, Next_eyesCloseTime = -1;
-float Next_lipsOpenTime = -1, Next_lipsCloseTime = -1;
-float Next_lipsAnimTime = -1;
-float NextRestPositionTime = 0, NextEyePositionTime = 0;
-float newEyePositionAddX = 0, newEyePositionAddY = 0;
-bool isLiveAnimationBlocked = false;
+FigureMotionState figureMotion;
 
 namespace {
 
@@ -175,18 +168,13 @@ void FaceAnimation() {
 }
 
 void ReInitFigureVariables() {
-    eyesOpen = 1;
-    lipsOpen = 0;
-    faceAnim = 0;
-    Next_eyesOpenTime = Next_eyesCloseTime = -1;
-    Next_lipsOpenTime = Next_lipsCloseTime = Next_lipsAnimTime = -1;
-    NextRestPositionTime = NextEyePositionTime = 0;
-    newEyePositionAddX = newEyePositionAddY = 0;
+    const bool isBlocked = isLiveAnimationBlocked;
+    MakeFresh(figureMotion);
+    isLiveAnimationBlocked = isBlocked;
     TargetTimeSEC = -1.0;
     AnimTime = 0.8;
 }
 
 void ResetAnimation() {
-    ReInitFigureVariables();
-    MakeFresh(isLiveAnimationBlocked);
+    MakeFresh(figureMotion);
 }

@@ -3,18 +3,28 @@
 // rest for the first 5 seconds of a flight.
 #pragma once
 
-extern int eyesOpen, lipsOpen; // 0 or 1
-extern int faceAnim;           // 0 eyes open, 1 lips open, 2 both open, 3 both closed
-
-// Deadlines in seconds of flight time; -1: none.
-extern float Next_eyesOpenTime, Next_eyesCloseTime;
-extern float Next_lipsOpenTime, Next_lipsCloseTime;
-extern float Next_lipsAnimTime; // the lips move until then; set by whoever lets the first officer speak
-extern float NextRestPositionTime, NextEyePositionTime;
-extern float newEyePositionAddX, newEyePositionAddY; // where the eyes wander, added to the head's share
-
-// Set while a checklist or procedure runs: no rest poses, small head movements.
-extern bool isLiveAnimationBlocked;
+struct FigureMotionState {
+    int eyesOpen = 1, lipsOpen = 0; // 0 or 1
+    int face = 0;                   // 0 eyes open, 1 lips open, 2 both open, 3 both closed
+    // Deadlines in seconds of flight time; -1: none.
+    float eyesOpenTime = -1.0F, eyesCloseTime = -1.0F;
+    float lipsOpenTime = -1.0F, lipsCloseTime = -1.0F;
+    float lipsAnimTime = -1.0F; // the lips move until then; set by whoever lets the first officer speak
+    float restPositionTime = 0.0F, eyePositionTime = 0.0F;
+    float eyeAddX = 0.0F, eyeAddY = 0.0F; // where the eyes wander, added to the head's share
+    // A checklist or procedure runs: no rest poses, small head movements.
+    bool isLiveBlocked = false;
+};
+extern FigureMotionState figureMotion;
+inline int &eyesOpen = figureMotion.eyesOpen, &lipsOpen = figureMotion.lipsOpen;
+inline int &faceAnim = figureMotion.face;
+inline float &Next_eyesOpenTime = figureMotion.eyesOpenTime, &Next_eyesCloseTime = figureMotion.eyesCloseTime;
+inline float &Next_lipsOpenTime = figureMotion.lipsOpenTime, &Next_lipsCloseTime = figureMotion.lipsCloseTime;
+inline float &Next_lipsAnimTime = figureMotion.lipsAnimTime;
+inline float &NextRestPositionTime = figureMotion.restPositionTime;
+inline float &NextEyePositionTime = figureMotion.eyePositionTime;
+inline float &newEyePositionAddX = figureMotion.eyeAddX, &newEyePositionAddY = figureMotion.eyeAddY;
+inline bool &isLiveAnimationBlocked = figureMotion.isLiveBlocked;
 
 // One frame of the running move; sets every moving axis to its target and ends the move when its time has
 // passed.

@@ -10,17 +10,7 @@
 #include "util/paths.h"
 #include "util/text.h"
 
-std::vector<structAnim> anim;
-
-XPLMDataRef DRFf_DeltaHdg2Fo = nullptr;
-XPLMDataRef DRFf_EyesX = nullptr;
-XPLMDataRef DRFf_EyesY = nullptr;
-XPLMDataRef DRFi_Glass = nullptr;
-XPLMDataRef DRFi_ShowPlanshet = nullptr;
-XPLMDataRef DRFi_Face = nullptr;
-XPLMDataRef DRFi_ShowFennic = nullptr;
-XPLMDataRef DRFi_Baro100 = nullptr;
-XPLMDataRef DRFi_BaroCheck = nullptr;
+FigureChannelsState figureChannels;
 
 namespace {
 
@@ -89,6 +79,5 @@ void SaveAnimationFile() {
 }
 
 void ResetChannels() {
-    MakeFresh(anim, DRFf_DeltaHdg2Fo, DRFf_EyesX, DRFf_EyesY, DRFi_Glass, DRFi_ShowPlanshet, DRFi_Face);
-    MakeFresh(DRFi_ShowFennic, DRFi_Baro100, DRFi_BaroCheck);
+    MakeFresh(figureChannels);
 }

@@ -21,9 +21,6 @@ struct structAnim {
     XPLMDataRef dataref[AxisCount] = {};
 };
 
-// In the order of the definition file, which the figure object and all position files rely on.
-extern std::vector<structAnim> anim;
-
 const int HeadChannel = 3;
 const int LeftFingersFirst = 7, LeftFingersLast = 21;
 const int RightFingersFirst = 25, RightFingersLast = 39;
@@ -31,16 +28,27 @@ const int FigureOffsetChannel = 46;
 const int FigureChannels = 47; // of the figure that is shipped
 const char *const FigureOffsetName = "xyz";
 
-// Single datarefs of the figure; null when another plug-in had taken the name.
-extern XPLMDataRef DRFf_DeltaHdg2Fo;  // "kv/fo/delta_hdg2fo": pilot's view to the figure, degrees
-extern XPLMDataRef DRFf_EyesX;        // "kv/fo/_eyes_x"
-extern XPLMDataRef DRFf_EyesY;        // "kv/fo/_eyes_y"
-extern XPLMDataRef DRFi_Glass;        // "kv/fo/_glass": 1 shows the glasses
-extern XPLMDataRef DRFi_ShowPlanshet; // "kv/fo/_planshet": 1 shows the tablet
-extern XPLMDataRef DRFi_Face;         // "kv/fo/_face": eyes and lips, -1 while hidden
-extern XPLMDataRef DRFi_ShowFennic;   // "kv/fo/_show": 1 shows the figure
-extern XPLMDataRef DRFi_Baro100;      // "kv/fo/baro100": altimeter setting, 1/100 inHg
-extern XPLMDataRef DRFi_BaroCheck;    // "kv/fo/baro_check": 1 when the setting is sensible
+// The single datarefs are null when another plug-in had taken the name.
+struct FigureChannelsState {
+    std::vector<structAnim>
+        table; // in the order of the definition file: object and position files rely on it
+    XPLMDataRef deltaHdg2Fo = nullptr;  // "kv/fo/delta_hdg2fo": pilot's view to the figure, degrees
+    XPLMDataRef eyesX = nullptr;        // "kv/fo/_eyes_x"
+    XPLMDataRef eyesY = nullptr;        // "kv/fo/_eyes_y"
+    XPLMDataRef glass = nullptr;        // "kv/fo/_glass": 1 shows the glasses
+    XPLMDataRef showPlanshet = nullptr; // "kv/fo/_planshet": 1 shows the tablet
+    XPLMDataRef face = nullptr;         // "kv/fo/_face": eyes and lips, -1 while hidden
+    XPLMDataRef showFennic = nullptr;   // "kv/fo/_show": 1 shows the figure
+    XPLMDataRef baro100 = nullptr;      // "kv/fo/baro100": altimeter setting, 1/100 inHg
+    XPLMDataRef baroCheck = nullptr;    // "kv/fo/baro_check": 1 when the setting is sensible
+};
+extern FigureChannelsState figureChannels;
+inline std::vector<structAnim> &anim = figureChannels.table;
+inline XPLMDataRef &DRFf_DeltaHdg2Fo = figureChannels.deltaHdg2Fo;
+inline XPLMDataRef &DRFf_EyesX = figureChannels.eyesX, &DRFf_EyesY = figureChannels.eyesY;
+inline XPLMDataRef &DRFi_Glass = figureChannels.glass, &DRFi_ShowPlanshet = figureChannels.showPlanshet;
+inline XPLMDataRef &DRFi_Face = figureChannels.face, &DRFi_ShowFennic = figureChannels.showFennic;
+inline XPLMDataRef &DRFi_Baro100 = figureChannels.baro100, &DRFi_BaroCheck = figureChannels.baroCheck;
 
 // Fills the table from a definition file (lines "index,name": the order of the lines counts, not the index)
 // and publishes all datarefs of the figure. A file that cannot be read leaves the table empty, with one

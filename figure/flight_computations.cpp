@@ -12,13 +12,7 @@
 #include "util/make_fresh.h"
 #include "util/numbers.h"
 
-int OrvikOnAir = -1, OrvikLanded = -1;
-float OrvikRaOld = 0;
-float OrvikLandLat = 0, OrvikLandLon = 0, OrvikLandHdg = 0;
-float OrvikToRwyDistM = -1;
-float OrvikLdgRwyDistM = -1;
-float OrvikLdgRwyDeltaHdgDeg = -1;
-std::string OrvikToRwyName, OrvikLdgRwyName;
+RunwayState runwayState;
 
 namespace {
 
@@ -52,11 +46,12 @@ orvikInput *const OrvikInputs[] = {
     &RadioAltitude, &Latitude,   &Longitude, &MagneticHeading, &MagneticVariation, &ToRwyLat,   &ToRwyLon,
     &ToRwyCourse,   &ToRwyIdent, &LdgRwyLat, &LdgRwyLon,       &LdgRwyCourse,      &LdgRwyIdent};
 
-bool wasOrvikLookedUp = false;
-double OrvikLookupTime = 0; // of the last look for what was missing
-
-XPLMDataRef DRFf_ToRwyDistM = nullptr, DRFf_ToRwyDeltaHdgDeg = nullptr;
-XPLMDataRef DRFf_LdgRwyDistM = nullptr, DRFf_LdgRwyDeltaHdgDeg = nullptr;
+struct {
+    bool isLookedUp = false;
+    double lookupTime = 0; // of the last look for what was missing
+    XPLMDataRef toRwyDistM = nullptr, toRwyDeltaHdgDeg = nullptr;
+    XPLMDataRef ldgRwyDistM = nullptr, ldgRwyDeltaHdgDeg = nullptr;
+} runways;
 
 // Looked up once.
 struct {
@@ -70,7 +65,7 @@ struct {
 } view;
 
 void FindOrvikInputs() {
-    OrvikLookupTime = FlightTimeSEC;
+    runways.lookupTime = FlightTimeSEC;
     for (orvikInput *input : OrvikInputs)
         if (!input->handle) input->handle = FindDataref(input->name);
 }
@@ -92,15 +87,15 @@ std::string SpokenRunway(const orvikInput &input) {
 
 void PublishDeparture(float distM, float deltaHdgDeg) {
     OrvikToRwyDistM = distM;
-    XPLMSetDataf(DRFf_ToRwyDistM, distM);
-    XPLMSetDataf(DRFf_ToRwyDeltaHdgDeg, deltaHdgDeg);
+    XPLMSetDataf(runways.toRwyDistM, distM);
+    XPLMSetDataf(runways.toRwyDeltaHdgDeg, deltaHdgDeg);
 }
 
 void PublishArrival(float distM, float deltaHdgDeg) {
     OrvikLdgRwyDistM = distM;
     OrvikLdgRwyDeltaHdgDeg = deltaHdgDeg;
-    XPLMSetDataf(DRFf_LdgRwyDistM, distM);
-    XPLMSetDataf(DRFf_LdgRwyDeltaHdgDeg, deltaHdgDeg);
+    XPLMSetDataf(runways.ldgRwyDistM, distM);
+    XPLMSetDataf(runways.ldgRwyDeltaHdgDeg, deltaHdgDeg);
 }
 
 float MagneticBearing(float lat1, float lon1, float lat2, float lon2) {
@@ -175,19 +170,19 @@ int HundredthsOf(XPLMDataRef pressure) {
 } // namespace
 
 void CreateOrvikDatarefs() {
-    DRFf_ToRwyDistM = CreateDrf_Float("kv/fnc/orvik/to_rwy/dist_m", -1.0F);
-    DRFf_ToRwyDeltaHdgDeg = CreateDrf_Float("kv/fnc/orvik/to_rwy/delta_hdg_deg", -1.0F);
-    DRFf_LdgRwyDistM = CreateDrf_Float("kv/fnc/orvik/ldg_rwy/dist_m", -1.0F);
-    DRFf_LdgRwyDeltaHdgDeg = CreateDrf_Float("kv/fnc/orvik/ldg_rwy/delta_hdg_deg", -1.0F);
+    runways.toRwyDistM = CreateDrf_Float("kv/fnc/orvik/to_rwy/dist_m", -1.0F);
+    runways.toRwyDeltaHdgDeg = CreateDrf_Float("kv/fnc/orvik/to_rwy/delta_hdg_deg", -1.0F);
+    runways.ldgRwyDistM = CreateDrf_Float("kv/fnc/orvik/ldg_rwy/dist_m", -1.0F);
+    runways.ldgRwyDeltaHdgDeg = CreateDrf_Float("kv/fnc/orvik/ldg_rwy/delta_hdg_deg", -1.0F);
 }
 
 void CalcOrvik() {
-    if (!wasOrvikLookedUp) {
+    if (!runways.isLookedUp) {
         FindOrvikInputs();
-        wasOrvikLookedUp = true;
+        runways.isLookedUp = true;
         return;
     }
-    if (std::abs(FlightTimeSEC - OrvikLookupTime) >= LookupSeconds) FindOrvikInputs();
+    if (std::abs(FlightTimeSEC - runways.lookupTime) >= LookupSeconds) FindOrvikInputs();
 
     const float radioAltitude = Number(RadioAltitude);
     if (std::isnan(radioAltitude)) {
@@ -249,10 +244,6 @@ std::string RunwayName(const std::string &ident) {
 }
 
 void ResetFlightComputations() {
-    MakeFresh(OrvikRaOld, OrvikLandLat, OrvikLandLon, OrvikLandHdg, OrvikToRwyName, OrvikLdgRwyName);
-    OrvikOnAir = OrvikLanded = -1;
-    OrvikToRwyDistM = OrvikLdgRwyDistM = OrvikLdgRwyDeltaHdgDeg = -1.0F;
     for (orvikInput *input : OrvikInputs) input->handle = nullptr;
-    MakeFresh(wasOrvikLookedUp, OrvikLookupTime, DRFf_ToRwyDistM, DRFf_ToRwyDeltaHdgDeg);
-    MakeFresh(DRFf_LdgRwyDistM, DRFf_LdgRwyDeltaHdgDeg, baro, view);
+    MakeFresh(runwayState, runways, baro, view);
 }

@@ -6,14 +6,24 @@
 #include <string>
 
 // Runway state. -1: not known, and of the flags: not since load. Distances in metres, headings in degrees.
-extern int OrvikOnAir, OrvikLanded;                    // 0 or 1
-extern float OrvikRaOld;                               // radio altitude taken last in the air, feet
-extern float OrvikLandLat, OrvikLandLon, OrvikLandHdg; // aircraft at touchdown
-extern float OrvikToRwyDistM;                          // aircraft to departure threshold
-extern float OrvikLdgRwyDistM;                         // in the air: to the arrival threshold; landed:
-                                                       // sideways from the line it landed on
-extern float OrvikLdgRwyDeltaHdgDeg;                   // to the arrival runway
-extern std::string OrvikToRwyName, OrvikLdgRwyName;    // as spoken
+struct RunwayState {
+    int onAir = -1, landed = -1;                 // 0 or 1
+    float raOld = 0;                             // radio altitude taken last in the air, feet
+    float landLat = 0, landLon = 0, landHdg = 0; // aircraft at touchdown
+    float toRwyDistM = -1;                       // aircraft to departure threshold
+    float ldgRwyDistM =
+        -1; // in the air: to the arrival threshold; landed: sideways from the line it landed on
+    float ldgRwyDeltaHdgDeg = -1;      // to the arrival runway
+    std::string toRwyName, ldgRwyName; // as spoken
+};
+extern RunwayState runwayState;
+inline int &OrvikOnAir = runwayState.onAir, &OrvikLanded = runwayState.landed;
+inline float &OrvikRaOld = runwayState.raOld;
+inline float &OrvikLandLat = runwayState.landLat, &OrvikLandLon = runwayState.landLon;
+inline float &OrvikLandHdg = runwayState.landHdg;
+inline float &OrvikToRwyDistM = runwayState.toRwyDistM, &OrvikLdgRwyDistM = runwayState.ldgRwyDistM;
+inline float &OrvikLdgRwyDeltaHdgDeg = runwayState.ldgRwyDeltaHdgDeg;
+inline std::string &OrvikToRwyName = runwayState.toRwyName, &OrvikLdgRwyName = runwayState.ldgRwyName;
 
 // Publishes the four "kv/fnc/orvik/" floats with -1. Without them CalcOrvik's results reach only the
 // globals.

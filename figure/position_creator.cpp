@@ -11,18 +11,13 @@
 #include "gfx/drawing.h"
 #include "gfx/fonts.h"
 #include "gfx/textures.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/screen.h"
 #include "util/text.h"
 
 widgetVR_class EditorPanel;
-int b[ButtonCount];
-int box_PositionName = -1;
-int anim_selected = -1;
-int isSelectedAnimStart = -1;
-int MouseInitX = 0, MouseInitY = 0;
-int CursorXnow = 0, CursorYnow = 0;
-float AnimInitXdrfValue = 0.0F, AnimInitYdrfValue = 0.0F, AnimInitZdrfValue = 0.0F;
+PositionCreatorState positionCreator;
 
 namespace {
 
@@ -50,8 +45,6 @@ void SetAxis(structAnim &channel, int axis, float value) {
     channel.current[axis] = value;
     XPLMSetDataf(channel.dataref[axis], value);
 }
-
-bool wasOnMonitor = true; // in the last frame
 
 // The screen's mouse reaches beyond the panel; what points into a headset or another window does not move it.
 void ReadMousePlace(int &x, int &y) {
@@ -181,8 +174,9 @@ void DrawPositionCreator() {
         return;
     }
     const bool isOnMonitor = EditorPanel.isOnMonitor();
-    if (isOnMonitor != wasOnMonitor) isSelectedAnimStart = -1; // places mean something else now
-    wasOnMonitor = isOnMonitor;
+    if (isOnMonitor != positionCreator.wasOnMonitor)
+        isSelectedAnimStart = -1; // places mean something else now
+    positionCreator.wasOnMonitor = isOnMonitor;
     ReadMousePlace(CursorXnow, CursorYnow);
     if (isChannel(isSelectedAnimStart))
         Drag();
@@ -217,8 +211,5 @@ void SetCurrentPositionName(const std::string &name) {
 
 void ResetPositionCreator() {
     EditorPanel.Delete();
-    ReInitPositionCreator();
-    for (int &button : b) button = 0;
-    box_PositionName = -1;
-    wasOnMonitor = true;
+    MakeFresh(positionCreator);
 }

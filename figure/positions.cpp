@@ -13,13 +13,7 @@
 #include "util/paths.h"
 #include "util/text.h"
 
-std::vector<std::string> positionList;
-std::vector<std::string> positionRestList;
-std::vector<std::string> presetList;
-std::map<std::string, std::string> mapPos;
-std::string ActualPosition;
-double AnimTime = 0.8;
-double TargetTimeSEC = -1.0;
+PositionsState positions;
 
 namespace {
 
@@ -211,7 +205,5 @@ void SavePresetRghtToFile() {
 }
 
 void ResetPositions() {
-    MakeFresh(positionList, positionRestList, presetList, mapPos, ActualPosition);
-    AnimTime = 0.8;
-    TargetTimeSEC = -1.0;
+    MakeFresh(positions);
 }

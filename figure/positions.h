@@ -7,16 +7,21 @@
 #include <string>
 #include <vector>
 
-extern std::vector<std::string> positionList;     // names without ".txt", as the folders were scanned
-extern std::vector<std::string> positionRestList; // those with "rest" in their name, for the idle motion
-extern std::vector<std::string> presetList;       // what the preset folder lists, with ".txt"
-extern std::map<std::string, std::string> mapPos; // position name to its subfolder, "" for none
-
-// The file of the position loaded last by a smooth move, relative to the position folder.
-extern std::string ActualPosition;
-
-extern double AnimTime;      // length of a smooth move, seconds
-extern double TargetTimeSEC; // flight time at which the running move ends; -1: none is running
+struct PositionsState {
+    std::vector<std::string> list;             // names without ".txt", as the folders were scanned
+    std::vector<std::string> restList;         // those with "rest" in their name, for the idle motion
+    std::vector<std::string> presets;          // what the preset folder lists, with ".txt"
+    std::map<std::string, std::string> groups; // position name to its subfolder, "" for none
+    std::string actual;       // file of the one loaded last by a smooth move, relative to the position folder
+    double animTime = 0.8;    // length of a smooth move, seconds
+    double targetTime = -1.0; // flight time at which the running move ends; -1: none is running
+};
+extern PositionsState positions;
+inline std::vector<std::string> &positionList = positions.list, &positionRestList = positions.restList;
+inline std::vector<std::string> &presetList = positions.presets;
+inline std::map<std::string, std::string> &mapPos = positions.groups;
+inline std::string &ActualPosition = positions.actual;
+inline double &AnimTime = positions.animTime, &TargetTimeSEC = positions.targetTime;
 
 // Scans "custom/" + globalPosFolder with one level of subfolders, and "custom/presets/". The list of rest
 // poses is not emptied: each scan adds its own.
