@@ -130,18 +130,22 @@ void AttachFigure() {
 
 void SetupAcf() {
     failedSteps.clear();
-    if (acfType == 319 || acfType == 321) {
+    switch (ThisAircraft().setup) {
+    case FigureSetup::Seats:
         if (KeepFigure()) {
             BackUpAndCopyObject("kvfennic.obj", "kvfennic.obj");
             CopyTextures();
         }
         BackUpAndCopyObject("seats.obj", "seats.obj");
         BackUpAndCopyObject("seats.obj", "seats_Std.obj");
-    } else if (acfType == 737 || acfType == 739) {
+        break;
+    case FigureSetup::Replaced:
         if (KeepFigure()) CopyFigure();
         for (const char *name : {"kvfennic.obj", "kvfennic.png"})
             if (!PutInPlaceOfStandIn(name))
                 Fail(std::string("data/obj/original/") + name + " could not be replaced", MakeRoom);
+        break;
+    default: break;
     }
     LogSteps("Setup");
 }
@@ -154,7 +158,7 @@ void Setup_767() {
 }
 
 void SetUpThisAircraft() {
-    if (acfType == 767)
+    if (ThisAircraft().setup == FigureSetup::Attached)
         Setup_767();
     else
         SetupAcf();
@@ -163,15 +167,18 @@ void SetUpThisAircraft() {
 void UninstallFromAcf() {
     failedSteps.clear();
     const std::string objects = WhatThisAircraftPath() + "objects/";
-    if (acfType == 319 || acfType == 321) {
+    switch (ThisAircraft().setup) {
+    case FigureSetup::Seats:
         for (const char *name : {"kvfennic.obj", "seats.obj", "seats_Std.obj"})
             RestoreBackup(objects + name, std::string("objects/") + name);
         for (const char *name : {"kvfennic.png", "kvfennic_nml.png"})
             if (isOwnFileKept(name)) CopyObject(KeptPath(name), name);
-    } else if (acfType == 737 || acfType == 739) {
+        break;
+    case FigureSetup::Replaced:
         for (const char *name : {"kvfennic.obj", "kvfennic.png"}) RestoreOriginal(name);
-    } else if (acfType == 767) {
-        RestoreBackup(WhatThisAircraftAcfPath(), AcfName());
+        break;
+    case FigureSetup::Attached: RestoreBackup(WhatThisAircraftAcfPath(), AcfName()); break;
+    case FigureSetup::None: break;
     }
     LogSteps("Uninstall");
 }

@@ -18,21 +18,21 @@ struct FailedStep {
 // Those of the last setup or removal, in their order; empty when all was done.
 extern std::vector<FailedStep> failedSteps;
 
-// Puts the figure into an aircraft: its object and textures and, in the types 319 and 321, the seats that
-// make room for her. Types other than 319, 321, 737 and 739 need nothing.
+// Puts the figure into an aircraft: its object and textures and, where its setup is Seats, the seats that
+// make room for her. Nothing where it is None or Attached.
 void SetupAcf();
 
-// The same in a 767, where the figure must also be attached in the aircraft's file (.acf).
+// The same where it is Attached, as in the 767: the aircraft's file (.acf) must name the figure, too.
 void Setup_767();
 
 // The one of the two that the loaded aircraft needs.
 void SetUpThisAircraft();
 
-// Brings back what the setup found: from its backups, and from what own_figure.h keeps or, in a 737 and 739
-// whose own figure was never seen, has for it. Backups and what is kept stay.
+// Brings back what the setup found: from its backups, and from what own_figure.h keeps or, where it is
+// Replaced and the aircraft's own figure was never seen, has for it. Backups and what is kept stay.
 void UninstallFromAcf();
 
-// 1 when the aircraft's .acf names the figure's object: type 767 is set up; -1 when it cannot be read. Only
+// 1 when the aircraft's .acf names the figure's object: the 767 is set up; -1 when it cannot be read. Only
 // the .acf decides, not the files that it names.
 int isSetupCompleted_767();
 

@@ -4,6 +4,7 @@
 
 #include "figure/flight_computations.h"
 #include "frame/datarefs.h"
+#include "systems/editor/window.h"
 #include "systems/reader.h"
 #include "systems/writer.h"
 #include "util/files.h"
@@ -12,33 +13,30 @@
 #include "util/make_fresh.h"
 #include "util/paths.h"
 
-int acfType = 0;
-bool isLegalAcf = true;
-int globalDeveloper = 0;
-int isVAdraw = 0;
+AircraftState aircraftState;
 
 namespace {
 
-struct AircraftRow {
-    const char *description; // what it begins with
-    int type;
-    const char *label; // for the log
-    const char *modelFile;
-    int variant; // published for type 739, else 0
-};
+const AircraftTraits Cessna = {};
+const AircraftTraits Airbus = {.setup = FigureSetup::Seats};
+const AircraftTraits Boeing737 = {
+    .setup = FigureSetup::Replaced, .publishesRunways = true, .hasClickSound = true};
+const AircraftTraits LevelUp = {.setup = FigureSetup::Replaced, .publishesRunways = true};
+const AircraftTraits Boeing767 = {.setup = FigureSetup::Attached};
+const AircraftTraits Airbus345 = {.carriesFigure = true};
 
 const AircraftRow Aircraft[] = {
-    {"Cessna 172 SP Skyhawk - 180HP", 172, "Cessna 172 SP Skyhawk", "Cessna_172SP.acf", 0},
-    {"A319 with high fidelity system modelling", 319, "TL319", "a319.acf", 0},
-    {"A321 with high fidelity system modelling", 321, "TL321", "a321.acf", 0},
-    {"Boeing 737-800X", 737, "O737X", "b738_4k.acf", 0},
-    {"Boeing 737-800NG", 739, "737 Level Up", "737_80NG.acf", 738},
-    {"Boeing 737-900ER", 739, "737 Level Up", "737_80NG.acf", 739},
-    {"Boeing 737-600NG", 739, "737 Level Up", "737_80NG.acf", 736},
-    {"Boeing 737-700NG", 739, "737 Level Up", "737_80NG.acf", 737},
-    {"Boeing 737-900NG", 739, "737 Level Up", "737_80NG.acf", 739},
-    {"Boeing 767 300ER", 767, "FF767", "767-300ER_xp11.acf", 0},
-    {"KV340-500", 345, "KV345", "a340.acf", 0},
+    {"Cessna 172 SP Skyhawk - 180HP", 172, "Cessna 172 SP Skyhawk", "Cessna_172SP.acf", 0, Cessna},
+    {"A319 with high fidelity system modelling", 319, "TL319", "a319.acf", 0, Airbus},
+    {"A321 with high fidelity system modelling", 321, "TL321", "a321.acf", 0, Airbus},
+    {"Boeing 737-800X", 737, "O737X", "b738_4k.acf", 0, Boeing737},
+    {"Boeing 737-800NG", 739, "737 Level Up", "737_80NG.acf", 738, LevelUp},
+    {"Boeing 737-900ER", 739, "737 Level Up", "737_80NG.acf", 739, LevelUp},
+    {"Boeing 737-600NG", 739, "737 Level Up", "737_80NG.acf", 736, LevelUp},
+    {"Boeing 737-700NG", 739, "737 Level Up", "737_80NG.acf", 737, LevelUp},
+    {"Boeing 737-900NG", 739, "737 Level Up", "737_80NG.acf", 739, LevelUp},
+    {"Boeing 767 300ER", 767, "FF767", "767-300ER_xp11.acf", 0, Boeing767},
+    {"KV340-500", 345, "KV345", "a340.acf", 0, Airbus345},
 };
 
 // A folder without the file has no developer mode.
@@ -49,17 +47,19 @@ void ReadDeveloperMode() {
         if (line == "editor=1") globalDeveloper = isVAdraw = 1;
 }
 
-const AircraftRow *FindAircraft(const std::string &description) {
+} // namespace
+
+const AircraftTraits &ThisAircraft() {
+    static const AircraftTraits none;
+    for (const AircraftRow &row : Aircraft)
+        if (row.type == acfType) return row.traits;
+    return none;
+}
+
+const AircraftRow *ServedAircraft(const std::string &description) {
     for (const AircraftRow &row : Aircraft)
         if (description.starts_with(row.description)) return &row;
     return nullptr;
-}
-
-} // namespace
-
-const char *ServedModelFile(const std::string &description) {
-    const AircraftRow *row = FindAircraft(description);
-    return row ? row->modelFile : nullptr;
 }
 
 std::string ReadDRF_descrString() {
@@ -67,7 +67,7 @@ std::string ReadDRF_descrString() {
 }
 
 int ReadDRF_descr() {
-    const AircraftRow *row = FindAircraft(ReadDRF_descrString());
+    const AircraftRow *row = ServedAircraft(ReadDRF_descrString());
     if (!row) return 0;
     isLegalAcf = true;
     acfType = row->type;
@@ -77,16 +77,16 @@ int ReadDRF_descr() {
 
 void ReadAcfTypeAndDeveloperMode() {
     ReadDeveloperMode();
-    const AircraftRow *row = FindAircraft(ReadDRF_descrString());
+    const AircraftRow *row = ServedAircraft(ReadDRF_descrString());
     if (!row || !isFileExistString(WhatThisAircraftPath() + row->modelFile)) return;
     acfType = row->type;
-    if (acfType == 737 || acfType == 739) CreateOrvikDatarefs();
-    if (acfType == 739) CreateDrf_Int("kv/fnc/lu_mode", row->variant);
+    if (row->traits.publishesRunways) CreateOrvikDatarefs();
+    if (row->variant != 0) CreateDrf_Int("kv/fnc/lu_mode", row->variant);
     FinishInterruptedSave();
     CreateSystemsFromFile();
+    if (isVAdraw == 1) SysWindowCreate();
 }
 
 void ResetAircraft() {
-    MakeFresh(acfType, globalDeveloper, isVAdraw);
-    isLegalAcf = true;
+    MakeFresh(aircraftState);
 }

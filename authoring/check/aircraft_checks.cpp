@@ -16,16 +16,16 @@ void CheckAircraft(const std::string &pluginFolder) {
         std::filesystem::path(pluginFolder).parent_path().parent_path().parent_path().parent_path() / "";
     const AircraftFile found = FindAircraftFile(folder.string());
     if (found.name.empty()) return; // the plug-in's folder alone
-    const char *const modelFile = ServedModelFile(found.description);
-    if (!modelFile)
+    const AircraftRow *const served = ServedAircraft(found.description);
+    if (!served)
         AddFinding(Severity::Error, folder / found.name, 0,
                    found.hasDescription
                        ? "she does not serve this aircraft, so nothing here is read; its description is \""
                              + found.description + "\""
                        : "without a description she does not know the aircraft, so nothing here is read");
-    else if (!std::filesystem::exists(folder / modelFile))
+    else if (!std::filesystem::exists(folder / served->modelFile))
         AddFinding(Severity::Error, folder / found.name, 0,
-                   std::string("the file of this aircraft must be named ") + modelFile
+                   "the file of this aircraft must be named " + served->modelFile
                        + ", else none of the systems files is read");
 }
 
