@@ -7,8 +7,7 @@
 
 #include "bench/allocations.h"
 #include "bench/made_model.h"
-#include "frame/aircraft.h"
-#include "frame/main_loop.h"
+#include "frame/kill_switch.h"
 #include "gfx/fonts.h"
 #include "gfx/opengl.h"
 #include "simhost/drawing/screen.h"
@@ -28,9 +27,8 @@ const int Parameters = 10000;
 
 void LoadModel(const BenchFolder &folder) {
     folder.Write("sys.txt", MadeModel(Parameters));
-    isVAdraw = 1;
     CreateSystemsFromFile();
-    isVAdraw = 0;
+    SysWindowCreate();
     isFennicKillDrfWasReaded = true;
     CalculateSystemsCycle(0, 0, 0, nullptr);
 }
@@ -66,6 +64,7 @@ void BM_EditorFrame(benchmark::State &state) {
     }
     state.counters["allocs/frame"] =
         static_cast<double>(allocations) / static_cast<double>(state.iterations());
+    SysWindowDestroy();
     DeleteSystems();
     UnLoadFonts();
 }
@@ -85,6 +84,7 @@ void BM_EditorEdit(benchmark::State &state) {
         SetField({FieldInit, {{3, 5, 7}, -1}, -1, -1}, (isOdd = !isOdd) ? "1" : "2");
         CalculateSystemsCycle(0, 0, 0, nullptr);
     }
+    SysWindowDestroy();
     DeleteSystems();
 }
 BENCHMARK(BM_EditorEdit)->Unit(benchmark::kMillisecond);
@@ -100,6 +100,7 @@ void BM_EditorRename(benchmark::State &state) {
     }
     state.counters["undo_bytes/step"] =
         static_cast<double>(UndoBytes()) / static_cast<double>(CountUndoSteps());
+    SysWindowDestroy();
     DeleteSystems();
 }
 BENCHMARK(BM_EditorRename)->Unit(benchmark::kMillisecond);

@@ -7,8 +7,8 @@
 #include <fstream>
 #include <random>
 
-#include "frame/simulator_datarefs.h"
 #include "simhost/simulator.h"
+#include "util/clock.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "XPLMDisplay.h"
 #include "bench/frames.h"
 #include "bench/made_model.h"
-#include "frame/main_loop.h"
+#include "frame/kill_switch.h"
 #include "frame/overlay.h"
 
 #include "simhost/drawing/screen.h"

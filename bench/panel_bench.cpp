@@ -8,7 +8,7 @@
 #include "bench/frames.h"
 #include "bench/made_model.h"
 #include "figure/position_creator.h"
-#include "frame/main_loop.h"
+#include "frame/kill_switch.h"
 #include "frame/overlay.h"
 #include "gfx/fonts.h"
 #include "gfx/opengl.h"

@@ -4,7 +4,7 @@
 
 #include "bench/frames.h"
 #include "bench/made_model.h"
-#include "frame/main_loop.h"
+#include "frame/kill_switch.h"
 #include "simhost/simulator.h"
 #include "systems/cycle.h"
 #include "systems/model.h"

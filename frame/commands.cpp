@@ -1,20 +1,18 @@
 // Command handlers run between frames, on the simulator's thread.
 #include "frame/commands.h"
 
-#include "XPLMUtilities.h"
 #include "util/clock.h"
 #include "util/guard.h"
 #include "util/make_fresh.h"
 #include "voice/action_queue.h"
+#include "voice/link_words.h"
 #include "voice/recognition.h"
 #include "voice/selection.h"
 #include "voice/speech_link.h"
 
-int ShowWidget = 1;
+CommandsState commandsState;
 
 namespace {
-
-XPLMCommandRef CommandRec, CommandStep, CommandWidget, CommandSelect, CommandStop;
 
 // Push to talk.
 int CommandRecHandler(XPLMCommandRef, XPLMCommandPhase phase, void *) {
@@ -40,8 +38,7 @@ int CommandSelectHandler(XPLMCommandRef, XPLMCommandPhase phase, void *) {
 }
 
 void CommandAbort() {
-    Recognise("abort");
-    NewRecognition_Handler();
+    Hear(link_words::Abort, HeardFrom::StopCommand);
 }
 
 int CommandStopHandler(XPLMCommandRef, XPLMCommandPhase phase, void *) {
@@ -78,6 +75,5 @@ void CustCommExit() {
 }
 
 void ResetCommands() {
-    MakeFresh(CommandRec, CommandStep, CommandWidget, CommandSelect, CommandStop);
-    ShowWidget = 1;
+    MakeFresh(commandsState);
 }

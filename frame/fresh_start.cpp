@@ -12,6 +12,7 @@
 #include "frame/aircraft.h"
 #include "frame/commands.h"
 #include "frame/datarefs.h"
+#include "frame/kill_switch.h"
 #include "frame/main_loop.h"
 #include "frame/menu_actions.h"
 #include "frame/menus.h"
@@ -20,14 +21,8 @@
 #include "gfx/fonts.h"
 #include "gfx/offscreen.h"
 #include "gfx/textures.h"
-#include "systems/body_parser.h"
 #include "systems/editor/window.h"
-#include "systems/expectations.h"
-#include "systems/links.h"
 #include "systems/model.h"
-#include "systems/reader.h"
-#include "systems/saved_values.h"
-#include "systems/writer.h"
 #include "util/clock.h"
 #include "util/files.h"
 #include "util/guard.h"
@@ -61,25 +56,19 @@ void ResetEverything() {
 
     ResetExecuter();
     ResetPhrases();
-    ResetRecognition();
     ResetSelection();
     ResetSelectionWindow();
     ResetSpeechLink();
     ResetPublishedLog();
     ResetExpectedPhrases();
 
-    ResetReader();
-    ResetBodyParser();
-    ResetExpectations();
-    ResetLinks();
-    ResetModel();
-    ForgetSavedValues();
-    ResetWriter();
+    ForgetModel();
     ResetEditor();
 
     ResetAircraft();
     ResetCommands();
     ResetPublishedDatarefs();
+    ResetKillSwitch();
     ResetMainLoop();
     ResetMenuActions();
     ResetMenus();

@@ -4,7 +4,7 @@
 #include "util/find_dataref.h"
 #include "util/make_fresh.h"
 
-KillSwitch killSwitch;
+KillSwitchState killSwitch;
 
 void FindKillSwitch() {
     DRFi_FennicKill = FindDataref("kv/fennic_kill");

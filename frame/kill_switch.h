@@ -3,11 +3,11 @@
 
 #include "XPLMDataAccess.h"
 
-struct KillSwitch {
+struct KillSwitchState {
     bool wasLookedUp = false;
     XPLMDataRef dataref = nullptr; // null when the aircraft has none
 };
-extern KillSwitch killSwitch;
+extern KillSwitchState killSwitch;
 inline bool &isFennicKillDrfWasReaded = killSwitch.wasLookedUp;
 inline XPLMDataRef &DRFi_FennicKill = killSwitch.dataref;
 

@@ -9,9 +9,9 @@
 #include "figure/positions.h"
 #include "figure/setup_dialogs.h"
 #include "frame/aircraft.h"
+#include "frame/kill_switch.h"
 #include "frame/menus.h"
 #include "frame/settings.h"
-#include "frame/simulator_datarefs.h"
 #include "util/clock.h"
 #include "util/files.h"
 #include "util/find_dataref.h"
@@ -24,24 +24,12 @@
 #include "voice/selection.h"
 #include "voice/speech_link.h"
 
-bool isFennicKillDrfWasReaded = false;
-XPLMDataRef DRFi_FennicKill = nullptr;
+MainLoopState mainLoopState;
 
 namespace {
 
 const float NextFrame = -1.0F;
 const float InASecond = 1.0F;
-
-double FlightTimeOld = 0.0; // flight time of the previous frame
-bool isControlDrfWasFind = false;
-int drfDone = 0;  // one-time binding done
-int readDone = 0; // voice list, context and menu loaded
-
-void FindKillSwitch() {
-    DRFi_FennicKill = FindDataref("kv/fennic_kill");
-    FindClickDataref();
-    isFennicKillDrfWasReaded = true;
-}
 
 bool FindControlDataref() {
     if (!isControlDrfWasFind)
@@ -61,7 +49,7 @@ void AdvanceClock() {
 
 void BindOnce() {
     if (drfDone != 0) return;
-    if (acfType == 345)
+    if (ThisAircraft().carriesFigure)
         InstallationState = InstallationNotNeeded;
     else if (InstallationState == InstallationMissing)
         OpenSetupPrompt();
@@ -95,13 +83,12 @@ void LoadOrStartVoice() {
 
 } // namespace
 
-bool isKilled() {
-    return DRFi_FennicKill && XPLMGetDatai(DRFi_FennicKill) == 1;
-}
-
 float Main(float, float, int, void *) {
     ReportLeftOutLines();
-    if (!isFennicKillDrfWasReaded) FindKillSwitch();
+    if (!isFennicKillDrfWasReaded) {
+        FindKillSwitch();
+        FindClickDataref();
+    }
     if (isKilled()) return NextFrame;
     if (!FindControlDataref()) return InASecond;
     AdvanceClock();
@@ -114,7 +101,7 @@ float Main(float, float, int, void *) {
     ReadServerMessage(wasStoppedNow);
     CalcBaro();
     RunSelectionClick();
-    if (acfType == 737 || acfType == 739) CalcOrvik();
+    if (ThisAircraft().publishesRunways) CalcOrvik();
     return NextFrame;
 }
 
@@ -135,6 +122,5 @@ void SavePathToFile() {
 }
 
 void ResetMainLoop() {
-    MakeFresh(isFennicKillDrfWasReaded, DRFi_FennicKill, FlightTimeOld, isControlDrfWasFind, drfDone,
-              readDone);
+    MakeFresh(mainLoopState);
 }

@@ -26,14 +26,12 @@
 #include "voice/recognition.h"
 #include "voice/speech_link.h"
 
+MenuActionsState menuActionsState;
+
 namespace {
 
 const int LowestPercent = 10, HighestPercent = 100; // of volume and rate
 const int VolumeStep = 10, RateStep = 5;
-
-XPLMDataRef DRFi_Comments; // "kv/fennic/comments", the aircraft's: announce everything
-XPLMDataRef DRFi_RealMode; // "kv/fennic/realmode", the aircraft's: the first officer's job only
-OptionItems options;
 
 int StepUp(int percent, int step) {
     return std::min(percent, HighestPercent - step) + step;
@@ -115,20 +113,22 @@ struct OptionAction {
 };
 
 const OptionAction OptionActions[] = {
-    {"AnnSop", &DRFi_Comments, 0, "say>I will only announce the S O P actions"},
-    {"AnnAll", &DRFi_Comments, 1, "say>I will announce all my actions"},
-    {"ExeFnc", &DRFi_RealMode, 1, "say>I will only perform Pilot Monitoring actions"},
-    {"ExeAll", &DRFi_RealMode, 0, "say>I will perform all S O P actions"},
+    {"AnnSop", &menuActionsState.comments, 0, "say>I will only announce the S O P actions"},
+    {"AnnAll", &menuActionsState.comments, 1, "say>I will announce all my actions"},
+    {"ExeFnc", &menuActionsState.realMode, 1, "say>I will only perform Pilot Monitoring actions"},
+    {"ExeAll", &menuActionsState.realMode, 0, "say>I will perform all S O P actions"},
 };
 
 void CheckOneOf(bool isFirst, int first, int second) {
-    XPLMCheckMenuItem(options.menu, first, isFirst ? xplm_Menu_Checked : xplm_Menu_Unchecked);
-    XPLMCheckMenuItem(options.menu, second, isFirst ? xplm_Menu_Unchecked : xplm_Menu_Checked);
+    XPLMCheckMenuItem(menuActionsState.options.menu, first,
+                      isFirst ? xplm_Menu_Checked : xplm_Menu_Unchecked);
+    XPLMCheckMenuItem(menuActionsState.options.menu, second,
+                      isFirst ? xplm_Menu_Unchecked : xplm_Menu_Checked);
 }
 
 void RefreshCheckMarks() {
-    CheckOneOf(XPLMGetDatai(DRFi_Comments) == 1, options.itemAnnAll, options.itemAnnSop);
-    CheckOneOf(XPLMGetDatai(DRFi_RealMode) == 1, options.ExeFnc, options.ExeAll);
+    CheckOneOf(XPLMGetDatai(menuActionsState.comments) == 1, itemAnnAll, itemAnnSop);
+    CheckOneOf(XPLMGetDatai(menuActionsState.realMode) == 1, ExeFnc, ExeAll);
 }
 
 } // namespace
@@ -145,7 +145,7 @@ void MenuHandler(void *, void *reference) {
 }
 
 void MenuCommandHandler(void *, void *reference) {
-    if (reference) Recognise(static_cast<const char *>(reference));
+    if (reference) Hear(static_cast<const char *>(reference), HeardFrom::Menu);
 }
 
 void MenuOptionsHandler(void *, void *reference) {
@@ -173,12 +173,12 @@ void MenuUpdateHandler(void *, void *reference) {
 }
 
 void BindOptions(const OptionItems &items) {
-    DRFi_Comments = FindDataref("kv/fennic/comments");
-    DRFi_RealMode = FindDataref("kv/fennic/realmode");
-    options = items;
+    menuActionsState.comments = FindDataref("kv/fennic/comments");
+    menuActionsState.realMode = FindDataref("kv/fennic/realmode");
+    menuActionsState.options = items;
     RefreshCheckMarks();
 }
 
 void ResetMenuActions() {
-    MakeFresh(DRFi_Comments, DRFi_RealMode, options);
+    MakeFresh(menuActionsState);
 }

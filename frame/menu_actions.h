@@ -1,6 +1,7 @@
 // What the items of the plug-in's menu do. Handlers get the item's reference, a text; null does nothing.
 #pragma once
 
+#include "XPLMDataAccess.h"
 #include "XPLMMenus.h"
 
 void MenuHandler(void *menu, void *reference);        // tools, volume, rate, positions, presets
@@ -12,9 +13,18 @@ void MenuUpdateHandler(void *menu, void *reference);
 // The items of the options submenu whose check marks follow the aircraft's datarefs.
 struct OptionItems {
     XPLMMenuID menu = nullptr;
-    int itemAnnSop = -1, itemAnnAll = -1; // announce: normal procedures, everything
-    int ExeFnc = -1, ExeAll = -1;         // execute: the first officer's job, both pilots'
+    int annSop = -1, annAll = -1; // announce: normal procedures, everything
+    int exeFnc = -1, exeAll = -1; // execute: the first officer's job, both pilots'
 };
+
+struct MenuActionsState {
+    XPLMDataRef comments = nullptr; // "kv/fennic/comments", the aircraft's: announce everything
+    XPLMDataRef realMode = nullptr; // "kv/fennic/realmode", the aircraft's: the first officer's job only
+    OptionItems options;
+};
+extern MenuActionsState menuActionsState;
+inline int &itemAnnSop = menuActionsState.options.annSop, &itemAnnAll = menuActionsState.options.annAll;
+inline int &ExeFnc = menuActionsState.options.exeFnc, &ExeAll = menuActionsState.options.exeAll;
 
 // Looks the aircraft's datarefs up and sets the check marks, now and after every click on an option.
 void BindOptions(const OptionItems &items);

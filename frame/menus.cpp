@@ -2,11 +2,8 @@
 // copied, since the simulator keeps the pointer for as long as the menu lives.
 #include "frame/menus.h"
 
-#include <deque>
-#include <string>
 #include <vector>
 
-#include "XPLMMenus.h"
 #include "figure/positions.h"
 #include "frame/aircraft.h"
 #include "frame/checklist_import.h"
@@ -22,19 +19,18 @@
 #include "util/text.h"
 #include "voice/speech_link.h"
 
+MenusState menusState;
+
 namespace {
 
 const int KeepsItsParameter = 0; // an argument that the simulator ignores
-
-XPLMMenuID idAircraft, idFENNIC, OptionsID, idUpdate;
-std::deque<std::string> references; // of items from lists; a deque does not move them
 
 int AddItem(XPLMMenuID menu, const std::string &label, const char *reference) {
     return XPLMAppendMenuItem(menu, label.c_str(), const_cast<char *>(reference), KeepsItsParameter);
 }
 
 void AddListItem(XPLMMenuID menu, const std::string &label, const std::string &reference) {
-    AddItem(menu, label, references.emplace_back(reference).c_str());
+    AddItem(menu, label, menusState.references.emplace_back(reference).c_str());
 }
 
 XPLMMenuID AddSubmenu(XPLMMenuID parent, const std::string &label, XPLMMenuHandler_f handler) {
@@ -43,7 +39,7 @@ XPLMMenuID AddSubmenu(XPLMMenuID parent, const std::string &label, XPLMMenuHandl
 }
 
 void AddSetupItem() {
-    if (acfType == 345) return;
+    if (ThisAircraft().carriesFigure) return;
     if (InstallationState != InstallationReady)
         AddItem(idFENNIC, "Setup Fennic", "Setup");
     else
@@ -64,10 +60,10 @@ void AddOptions() {
     OptionItems items;
     OptionsID = items.menu =
         AddSubmenu(idFENNIC, "Options", Guarded<"the menu of options", MenuOptionsHandler>);
-    items.itemAnnSop = AddItem(OptionsID, "Announce SOP procedures", "AnnSop");
-    items.itemAnnAll = AddItem(OptionsID, "Announce ALL procedures", "AnnAll");
-    items.ExeFnc = AddItem(OptionsID, "Execute PM (fennic) job only", "ExeFnc");
-    items.ExeAll = AddItem(OptionsID, "Execute PM and PF (both) job", "ExeAll");
+    items.annSop = AddItem(OptionsID, "Announce SOP procedures", "AnnSop");
+    items.annAll = AddItem(OptionsID, "Announce ALL procedures", "AnnAll");
+    items.exeFnc = AddItem(OptionsID, "Execute PM (fennic) job only", "ExeFnc");
+    items.exeAll = AddItem(OptionsID, "Execute PM and PF (both) job", "ExeAll");
     BindOptions(items);
 }
 
@@ -143,7 +139,7 @@ void BuildMenu1() {
     // A plug-in that was not installed in the aircraft has no aircraft menu and goes under the plug-ins menu.
     const int item = idAircraft ? AddItem(idAircraft, "Fennic", nullptr) : 0;
     idFENNIC = XPLMCreateMenu("Fennic", idAircraft, item, Guarded<"the menu", MenuHandler>, nullptr);
-    if (acfType != 345 && InstallationState != InstallationReady) AddItem(idFENNIC, "Setup Fennic", "Setup");
+    if (InstallationState != InstallationReady) AddSetupItem();
     if (isChecklistImportOffered()) AddItem(idFENNIC, "Import Checklist", "ImportChecklist");
 }
 
@@ -162,5 +158,5 @@ void DestroyMenu() {
 }
 
 void ResetMenus() {
-    MakeFresh(idAircraft, idFENNIC, OptionsID, idUpdate, references);
+    MakeFresh(menusState);
 }

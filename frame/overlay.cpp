@@ -10,7 +10,7 @@
 #include "XPLMGraphics.h"
 #include "figure/position_creator.h"
 #include "frame/commands.h"
-#include "frame/main_loop.h"
+#include "frame/kill_switch.h"
 #include "frame/settings.h"
 #include "systems/editor/window.h"
 #include "util/clock.h"
@@ -43,24 +43,27 @@ const Colour ItemColour = {0.85F, 0.85F, 0.85F};
 const Colour CalledColour = {1.00F, 0.80F, 0.35F};
 const Colour HintColour = {0.60F, 0.60F, 0.60F};
 
-int listHeight = 0, listWidth = 0; // of the last frame
-int widestLine = 0;                // of this frame so far, from the list's place
-int characterWidth = 0;            // of the simulator's font, in which all characters are equally wide
-int screenTop = 0;
-XPLMDataRef DRFf_SinWave; // "sim/graphics/animation/sin_wave_2", -1 to 1
+struct OverlayState {
+    int listHeight = 0, listWidth = 0; // of the last frame
+    int widestLine = 0;                // of this frame so far, from the list's place
+    int characterWidth = 0;            // of the simulator's font, in which all characters are equally wide
+    int screenTop = 0;
+    XPLMDataRef sinWave = nullptr; // "sim/graphics/animation/sin_wave_2", -1 to 1
+};
+OverlayState state;
 
 // The highlighted answer swings between yellow and white.
 Colour PulsingColour() {
-    if (!DRFf_SinWave) DRFf_SinWave = FindDataref("sim/graphics/animation/sin_wave_2");
-    const float pulse = std::clamp(XPLMGetDataf(DRFf_SinWave) * 0.5F + 0.5F, 0.0F, 1.0F);
+    if (!state.sinWave) state.sinWave = FindDataref("sim/graphics/animation/sin_wave_2");
+    const float pulse = std::clamp(XPLMGetDataf(state.sinWave) * 0.5F + 0.5F, 0.0F, 1.0F);
     return {1.0F, 0.85F + 0.15F * pulse, 0.20F + 0.80F * pulse};
 }
 
 // Lines above the screen are not worth a call.
 void DrawText(const char *text, int x, int y, const Colour &colour) {
-    if (y > screenTop) return;
+    if (y > state.screenTop) return;
     const int length = static_cast<int>(CountCharacters({text, strnlen(text, LongestLine)}));
-    widestLine = std::max(widestLine, x - widgetOffsetX + length * characterWidth);
+    state.widestLine = std::max(state.widestLine, x - widgetOffsetX + length * state.characterWidth);
     float rgb[] = {colour.red, colour.green, colour.blue};
     XPLMDrawString(rgb, x, y, const_cast<char *>(text), nullptr, xplmFont_Basic);
 }
@@ -116,31 +119,32 @@ int DrawGroup(const input_struct &group, int y) {
 
 // What the list covers, darkened so that its texts can be read before any sky.
 void DrawBackground() {
-    XPLMDrawTranslucentDarkBox(
-        widgetOffsetX + HeadingIndent - BoxMargin, std::min(widgetOffsetY + listHeight, screenTop),
-        widgetOffsetX + std::max(listWidth, selW) + BoxMargin, widgetOffsetY - BoxMargin / 2);
+    XPLMDrawTranslucentDarkBox(widgetOffsetX + HeadingIndent - BoxMargin,
+                               std::min(widgetOffsetY + state.listHeight, state.screenTop),
+                               widgetOffsetX + std::max(state.listWidth, selW) + BoxMargin,
+                               widgetOffsetY - BoxMargin / 2);
 }
 
 void DrawList() {
     int screenWidth = 0;
-    ReadScreenSize(screenWidth, screenTop);
+    ReadScreenSize(screenWidth, state.screenTop);
     DrawBackground();
     vectorSelect.Clear();
-    widestLine = 0;
-    XPLMGetFontDimensions(xplmFont_Basic, &characterWidth, nullptr, nullptr);
+    state.widestLine = 0;
+    XPLMGetFontDimensions(xplmFont_Basic, &state.characterWidth, nullptr, nullptr);
     DrawText("(MOVABLE)", widgetOffsetX + HeadingIndent, widgetOffsetY, HintColour);
     int y = DrawSpokenTexts(widgetOffsetY + LineHeight);
     y = DrawAnswers(y);
     for (const input_struct &group : inputs) y = DrawGroup(group, y);
-    listWidth = widestLine;
+    state.listWidth = state.widestLine;
     const int height = y - widgetOffsetY;
     if (isEditorOverScreen()) { // which hides the list; it is not clicked through the editor
         SelWindowDestroy();
         return;
     }
-    if (height == listHeight && isSelWindowOpen()) return;
-    listHeight = height;
-    SelWindowCreate(listHeight + WindowAboveList);
+    if (height == state.listHeight && isSelWindowOpen()) return;
+    state.listHeight = height;
+    SelWindowCreate(state.listHeight + WindowAboveList);
 }
 
 void FoldWhenIdle() {
@@ -151,7 +155,7 @@ void FoldWhenIdle() {
 } // namespace
 
 int DrawScreen(XPLMDrawingPhase, int, void *) {
-    if (!isFennicKillDrfWasReaded || isKilled()) {
+    if (isAtRest()) {
         CloseOverlay();
         return 1;
     }
@@ -174,5 +178,5 @@ void CloseOverlay() {
 }
 
 void ResetOverlay() {
-    MakeFresh(listHeight, listWidth, widestLine, characterWidth, screenTop, DRFf_SinWave);
+    MakeFresh(state);
 }

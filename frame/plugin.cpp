@@ -18,11 +18,12 @@
 #include "frame/overlay.h"
 #include "frame/settings.h"
 #include "frame/shipped_files.h"
-#include "frame/simulator_datarefs.h"
 #include "gfx/fonts.h"
 #include "gfx/textures.h"
 #include "systems/cycle.h"
+#include "systems/editor/window.h"
 #include "systems/model.h"
+#include "util/clock.h"
 #include "util/files.h"
 #include "util/guard.h"
 #include "util/log.h"
@@ -54,11 +55,12 @@ void RegisterCallbacks() {
 
 // Without callbacks the plug-in does nothing; the setup sets the state for the next start.
 void RegisterCallbacksIfInstalled() {
-    if (acfType == 345) {
+    if (ThisAircraft().carriesFigure) {
         RegisterCallbacks();
         return;
     }
-    if (acfType == 767 && InstallationState == InstallationReady && isSetupCompleted_767() == 0)
+    const bool isInAcf = ThisAircraft().setup == FigureSetup::Attached;
+    if (isInAcf && InstallationState == InstallationReady && isSetupCompleted_767() == 0)
         InstallationState = InstallationMissing;
     if (InstallationState == InstallationReady) RegisterCallbacks();
     if (InstallationState == InstallationMissing) OpenSetupPrompt();
@@ -118,6 +120,7 @@ void TakeEverythingBack() {
                                UnregisterMainCallbacks,
                                UnregisterDrfs,
                                UnregisterSystemsLoop,
+                               SysWindowDestroy,
                                DeleteSystems,
                                UnLoadFonts,
                                UnLoadTextures,

@@ -11,8 +11,7 @@
 #include "XPLMDataAccess.h"
 #include "figure/animation.h"
 #include "figure/channels.h"
-#include "frame/main_loop.h"
-#include "frame/simulator_datarefs.h"
+#include "frame/kill_switch.h"
 #include "systems/action_kinds.h"
 #include "systems/evaluation.h"
 #include "systems/expectations.h"
@@ -130,8 +129,7 @@ struct FrameView {
 
 void ConsumeRecognition(uint32_t block, const StepContext &step) {
     TraceConsumption(systemsProgram, block);
-    LastRecognitionOld.clear();
-    LastRecognition.clear();
+    ForgetRecognition();
     if (step.isSerial) isNewRecognitionMayCome = false;
 }
 
@@ -239,7 +237,7 @@ void RunSequence(const ProgramArrays &arrays, const ProgramRun &run) {
         if (arrays.values[index] > 0.0) {
             onChecklistOrProcedure = true;
             isLiveAnimationBlocked = true;
-            if (LastRecognition == "abort") {
+            if (isAbortHeard()) {
                 index = run.endParameter - 1;
                 XPLMSetDatai(DRFi_ShowPlanshet, 0);
                 onChecklistOrProcedure = false;
@@ -273,7 +271,7 @@ void RunProgram(SystemsProgram &program) {
 } // namespace
 
 float CalculateSystemsCycle(float, float, int, void *) {
-    if (!isFennicKillDrfWasReaded || isKilled()) return NextFrame;
+    if (isAtRest()) return NextFrame;
     isLiveAnimationBlocked = false;
     onChecklistOrProcedure = false;
     BeginExpectations();
@@ -283,12 +281,7 @@ float CalculateSystemsCycle(float, float, int, void *) {
         restartedTimers.clear();
         RunProgram(CurrentProgram());
         RestartAnswerTimers();
-        // Every running sequence has seen it; one that starts from now on is not to be aborted.
-        if (LastRecognition == "abort") {
-            LastRecognition.clear();
-            EndBegunCommands(); // also when the menu or an answer says so
-        }
-        ForgetUnusedRecognition();
+        EndRecognition();
     }
     PublishExpectations();
     PublishExpectedPhrases();

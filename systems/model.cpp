@@ -1,10 +1,16 @@
-// The model's globals and its end.
+// The model's globals and its end, which is also that of what was read, written and begun for it.
 #include "systems/model.h"
 
-#include "systems/editor/window.h"
+#include "systems/body_parser.h"
+#include "systems/expectations.h"
+#include "systems/links.h"
 #include "systems/program.h"
+#include "systems/reader.h"
 #include "systems/saved_values.h"
+#include "systems/writer.h"
 #include "util/make_fresh.h"
+#include "voice/action_queue.h"
+#include "voice/recognition.h"
 
 std::vector<system_class> systems_vector;
 NameIndex mapSystemName;
@@ -13,6 +19,10 @@ int isSeparateSysSaving = -1;
 
 void DeleteSystems() {
     SaveParametersValue();
+    ForgetModel();
+}
+
+void ForgetModel() {
     for (system_class &system : systems_vector) {
         for (device_struct &device : system.devices) {
             for (out_parameter_struct &parameter : device.outs) {
@@ -22,14 +32,14 @@ void DeleteSystems() {
         }
     }
     ModelChanges();
-    systems_vector.clear();
-    mapSystemName.clear();
-    keptBeforeSystems = {};
-    SysWindowDestroy();
-}
-
-void ResetModel() {
-    ModelChanges();
     MakeFresh(systems_vector, mapSystemName, keptBeforeSystems);
     isSeparateSysSaving = -1;
+    ForgetSavedValues();
+    ResetReader();
+    ResetBodyParser();
+    ResetLinks();
+    ResetExpectations();
+    ResetWriter();
+    ResetActionQueue();
+    ResetRecognition();
 }

@@ -210,8 +210,9 @@ extern KeptBeforeSystems keptBeforeSystems;
 // 1: the model came from the files that "systems/_systems.txt" lists; 0: from "sys.txt"; -1: no files.
 extern int isSeparateSysSaving;
 
-// Saves the values flagged for it, takes the model's datarefs back and empties the model.
+// Saves the values flagged for it, and forgets the model.
 void DeleteSystems();
 
-// Everything as when the program starts.
-void ResetModel();
+// Takes the model's datarefs back and makes all that was kept of it new: what reading, writing and links
+// keep, and what its scripts wait for, have heard and have queued. Saves nothing.
+void ForgetModel();

@@ -4,9 +4,7 @@
 
 #include <algorithm>
 
-#include "frame/aircraft.h"
 #include "systems/body_parser.h"
-#include "systems/editor/window.h"
 #include "systems/kept_lines.h"
 #include "systems/model.h"
 #include "systems/notation.h"
@@ -258,7 +256,6 @@ void CreateSystemsFromFile() {
     ForgetSavedValues();
     LogicAndCalcForOutputParce();
     isModelComplete = isComplete;
-    if (isVAdraw == 1) SysWindowCreate();
 }
 
 void ResetReader() {

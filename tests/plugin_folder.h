@@ -11,8 +11,8 @@
 
 #include <gtest/gtest.h>
 
-#include "frame/simulator_datarefs.h"
 #include "simhost/simulator.h"
+#include "util/clock.h"
 
 #if APL
 const char *const LibraryName = "mac.xpl";

@@ -1,10 +1,16 @@
-// Holds the clock's two values; the main loop advances them.
+// The one place that looks the clock's datarefs up.
 #include "util/clock.h"
+
+#include "util/find_dataref.h"
 #include "util/make_fresh.h"
 
-double FlightTimeSEC = 0.0;
-double FrpSEC = 0.0;
+ClockState clockState;
+
+void FindSimulatorDatarefs() {
+    DRFf_TotalFlightTimeSec = FindDataref("sim/time/total_flight_time_sec");
+    DRF_paused = FindDataref("sim/time/paused");
+}
 
 void ResetClock() {
-    MakeFresh(FlightTimeSEC, FrpSEC);
+    MakeFresh(clockState);
 }

@@ -15,13 +15,27 @@ struct answertimer_struct {
     double time = 0.0; // FlightTimeSEC at which it runs out
 };
 
-extern std::vector<doStruct> executeFlow; // the first entry is the next action
-extern std::string executeFlowActual;     // text of the action at the head of the queue
-extern int isPrevExecuteCompleted;        // 0 while a figure move that an action started is running
-extern float waitUntil;                   // FlightTimeSEC before which no action may start
-extern int isNeedStep;                    // step mode: each action waits for the step command
-extern int lockStep;                      // 1 while step mode waits
-extern std::vector<answertimer_struct> answerstimer;
+struct ActionQueueState {
+    std::vector<doStruct> flow; // the first entry is the next action
+    std::string actual;         // text of the action at the head of the queue
+    int isPrevCompleted = 1;    // 0 while a figure move that an action started is running
+    float waitUntil = 0.0F;     // FlightTimeSEC before which no action may start
+    int isNeedStep = 0;         // step mode: each action waits for the step command
+    int lockStep = 0;           // 1 while step mode waits
+    std::vector<answertimer_struct> answerTimers;
+    bool wasOverflowLogged = false;
+};
+extern ActionQueueState actionQueue;
+inline std::vector<doStruct> &executeFlow = actionQueue.flow;
+inline std::string &executeFlowActual = actionQueue.actual;
+inline int &isPrevExecuteCompleted = actionQueue.isPrevCompleted;
+inline float &waitUntil = actionQueue.waitUntil;
+inline int &isNeedStep = actionQueue.isNeedStep;
+inline int &lockStep = actionQueue.lockStep;
+inline std::vector<answertimer_struct> &answerstimer = actionQueue.answerTimers;
+
+// Everything as when the program starts.
+void ResetActionQueue();
 
 // Appends an action. A queue that a runaway script has filled takes no more, and says so once.
 void QueueAction(int type, const std::string &text);

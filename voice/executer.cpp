@@ -4,10 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <set>
 
-#include "XPLMDataAccess.h"
-#include "XPLMUtilities.h"
 #include "figure/animation.h"
 #include "figure/channels.h"
 #include "figure/flight_computations.h"
@@ -30,15 +27,8 @@
 
 const float OneLetterPauseSec = 0.1F;
 const float SaySystemPauseSec = 1.0F;
-std::vector<std::string> fennicsay;
-
-std::vector<doStruct> executeFlow;
-std::string executeFlowActual;
-int isPrevExecuteCompleted = 1;
-float waitUntil = 0.0F;
-int isNeedStep = 0;
-int lockStep = 0;
-std::vector<answertimer_struct> answerstimer;
+ExecuterState executerState;
+ActionQueueState actionQueue;
 
 namespace {
 
@@ -46,15 +36,8 @@ const size_t QueueCapacity = 10000;
 const size_t SpokenTextsKept = 100; // more than overlay and editor can show
 const float NextActionAfterSaySec = 0.5F;
 
-std::vector<XPLMCommandRef> begunCommands; // and not ended, in this order
-float abortRepeatsUntil = 0.0F;            // FlightTimeSEC before which an abort repeats the last one
-
-std::set<std::string> reportedIndices; // texts whose index cannot be written
-bool wasOverflowLogged = false;
-
-XPLMDataRef DRFi_isAnnounceNeed; // "kv/fennic/comments", the aircraft's; looked up while missing
-
 bool isBegun(XPLMCommandRef command) {
+    const std::vector<XPLMCommandRef> &begunCommands = executerState.begunCommands;
     return std::find(begunCommands.begin(), begunCommands.end(), command) != begunCommands.end();
 }
 
@@ -140,7 +123,7 @@ void Perform(const doStruct &action) {
 
 // Says once per text that its index cannot be written.
 void ReportIndexOnce(const std::string &text) {
-    if (reportedIndices.insert(text).second)
+    if (executerState.reportedIndices.insert(text).second)
         LogProblem("Error in script - array index outside 0 to 15: ", text);
 }
 
@@ -176,8 +159,8 @@ void QueueAction(int type, const std::string &text) {
         executeFlow.push_back({type, text});
         return;
     }
-    if (!wasOverflowLogged) LogProblem("Error in script - action queue is full, dropped: ", text);
-    wasOverflowLogged = true;
+    if (!actionQueue.wasOverflowLogged) LogProblem("Error in script - action queue is full, dropped: ", text);
+    actionQueue.wasOverflowLogged = true;
 }
 
 void Executer() {
@@ -205,23 +188,23 @@ void AbortExecution() {
 
 void SayAborted() {
     EndBegunCommands();
-    const bool isRepetition = FlightTimeSEC < abortRepeatsUntil;
-    abortRepeatsUntil = TimeIn(NextActionAfterSaySec);
+    const bool isRepetition = FlightTimeSEC < executerState.abortRepeatsUntil;
+    executerState.abortRepeatsUntil = TimeIn(NextActionAfterSaySec);
     if (isRepetition)
-        waitUntil = abortRepeatsUntil;
+        waitUntil = executerState.abortRepeatsUntil;
     else
         ExecuteSay(link_words::AbortedText);
 }
 
 void EndBegunCommands() {
     std::vector<XPLMCommandRef> held;
-    held.swap(begunCommands); // first: what ends one may abort again
+    held.swap(executerState.begunCommands); // first: what ends one may abort again
     for (XPLMCommandRef command : held) XPLMCommandEnd(command);
 }
 
 void ReInitExecuter() {
     waitUntil = 0.0F;
-    abortRepeatsUntil = 0.0F;
+    executerState.abortRepeatsUntil = 0.0F;
     answerstimer.clear(); // their times are those of the flight before
     EndBegunCommands();
 }
@@ -282,11 +265,11 @@ void ExecuteCommand(const std::string &name, const std::string &mode) {
     if (!command) return;
     if (mode == "Once") XPLMCommandOnce(command);
     if (mode == "Begin" && !isBegun(command)) {
-        begunCommands.push_back(command);
+        executerState.begunCommands.push_back(command);
         XPLMCommandBegin(command);
     }
     if (mode == "End") {
-        std::erase(begunCommands, command);
+        std::erase(executerState.begunCommands, command);
         XPLMCommandEnd(command);
     }
 }
@@ -296,7 +279,7 @@ std::string VarToString(std::string text) {
     text = ReplaceString(std::move(text), word(HerName), globalName);
     text = ReplaceString(std::move(text), word(PilotName), globalUser);
     text = ReplaceString(std::move(text), word(PilotAddress), globalSir);
-    if (acfType == 737 || acfType == 739) {
+    if (ThisAircraft().publishesRunways) {
         if (Contains(text, word(TakeoffRunway)))
             text = ReplaceRunway(text, word(TakeoffRunway), OrvikToRwyName, OrvikToRwyDistM);
         else if (Contains(text, word(LandingRunway)))
@@ -310,8 +293,11 @@ std::string VarToString(std::string text) {
     return spoken.append(text, done);
 }
 
+void ResetActionQueue() {
+    MakeFresh(actionQueue);
+}
+
 void ResetExecuter() {
-    MakeFresh(fennicsay, executeFlow, executeFlowActual, waitUntil, isNeedStep, lockStep, answerstimer);
-    MakeFresh(begunCommands, abortRepeatsUntil, reportedIndices, wasOverflowLogged, DRFi_isAnnounceNeed);
-    isPrevExecuteCompleted = 1;
+    MakeFresh(executerState);
+    ResetActionQueue();
 }

@@ -1,14 +1,27 @@
 // Performs the queued actions: speaks, moves the figure, fires commands, writes datarefs, waits.
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
+
+#include "XPLMDataAccess.h"
+#include "XPLMUtilities.h"
 
 extern const float OneLetterPauseSec; // speaking time allowed per character
 extern const float SaySystemPauseSec; // extra time for every said text
 
-// What the first officer has said, newest first; the oldest are forgotten.
-extern std::vector<std::string> fennicsay;
+// Beside the queue, which action_queue.h has.
+struct ExecuterState {
+    std::vector<std::string> said;             // what she has said, newest first; the oldest are forgotten
+    std::vector<XPLMCommandRef> begunCommands; // and not ended, in this order
+    float abortRepeatsUntil = 0.0F;            // FlightTimeSEC before which an abort repeats the last one
+    std::set<std::string> reportedIndices;     // texts whose index cannot be written
+    XPLMDataRef isAnnounceNeeded = nullptr;    // "kv/fennic/comments", the aircraft's; sought while missing
+};
+extern ExecuterState executerState;
+inline std::vector<std::string> &fennicsay = executerState.said;
+inline XPLMDataRef &DRFi_isAnnounceNeed = executerState.isAnnounceNeeded;
 
 // One step, once a frame: at most one action starts.
 void Executer();
@@ -45,5 +58,5 @@ void ExecuteCommand(const std::string &name, const std::string &mode);
 // A text about a runway that is not known becomes empty; a link that does not resolve becomes "UNKNOWN".
 std::string VarToString(std::string text);
 
-// Everything as when the program starts.
+// Everything as when the program starts, the queue too.
 void ResetExecuter();

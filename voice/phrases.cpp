@@ -2,7 +2,6 @@
 #include "voice/phrases.h"
 
 #include <string_view>
-#include <unordered_set>
 
 #include "util/files.h"
 #include "util/log.h"
@@ -12,15 +11,12 @@
 #include "voice/link_words.h"
 #include "voice/speech_link.h"
 
-std::vector<std::string> contextDictionary;
-std::string contextString;
+ContextState context;
 
 namespace {
 
-const char *const contextDefault =
+const char *const ContextDefault =
     ",CHECKED,CONFIRMED,YES,NO,CONFIG,SET,OFF,ON,NORMAL,STOP,ABORT,increase volume,decrease volume,exit";
-
-std::unordered_set<std::string> contextIndex; // what contextDictionary holds
 
 std::string ContextFile() {
     return WhatPluginPath() + "data/context.txt";
@@ -40,7 +36,7 @@ bool WriteContext() {
 }
 
 void AddPhraseToContext(const std::string &text) {
-    if (!contextIndex.insert(text).second) return;
+    if (!context.index.insert(text).second) return;
     contextDictionary.push_back(text);
     contextString += "," + text;
 }
@@ -72,15 +68,15 @@ float ComparePhrase(const strokaStruct &a, const strokaStruct &b) {
 
 void ReadCommandsFolder() {
     string2debugString("Context: ", contextString, 1);
-    WriteWholeFile(ContextFile(), contextString + contextDefault + "\r\n");
-    for (std::string &phrase : StringToWordsArray(contextDefault, ',')) {
+    WriteWholeFile(ContextFile(), contextString + ContextDefault + "\r\n");
+    for (std::string &phrase : StringToWordsArray(ContextDefault, ',')) {
         if (phrase.empty()) continue;
-        contextIndex.insert(phrase);
+        context.index.insert(phrase);
         contextDictionary.push_back(std::move(phrase));
     }
     if (WriteContext()) SendMSG(link_words::ContextPath + WhatPluginPath());
 }
 
 void ResetPhrases() {
-    MakeFresh(contextDictionary, contextString, contextIndex);
+    MakeFresh(context);
 }

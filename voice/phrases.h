@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 struct slovoStruct {
@@ -15,8 +16,14 @@ struct strokaStruct {
     std::vector<slovoStruct> words;
 };
 
-extern std::vector<std::string> contextDictionary; // in the order first added
-extern std::string contextString;                  // the same, each preceded by ","
+struct ContextState {
+    std::vector<std::string> dictionary;   // in the order first added
+    std::string text;                      // the same, each preceded by ","
+    std::unordered_set<std::string> index; // what the dictionary holds
+};
+extern ContextState context;
+inline std::vector<std::string> &contextDictionary = context.dictionary;
+inline std::string &contextString = context.text;
 
 // What MakeStrokaFromText does besides normalising.
 enum {

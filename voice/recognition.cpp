@@ -8,41 +8,55 @@
 #include "voice/executer.h"
 #include "voice/phrases.h"
 
-std::string LastRecognition;
-std::string LastRecognitionOld;
-bool isNewRecognitionMayCome = false;
-bool isAnyInputGood = false;
-bool isRecognizeSome = false;
-int isOnExecuteUntilNextCommand = 0;
-bool onChecklistOrProcedure = false;
-std::vector<std::string> answers;
-std::vector<input_struct> inputs;
+RecognitionState recognitionState;
 
 namespace {
 
 const double UnusedLifeSec = 15.0;
 
-double unusedSec = 0.0;  // flight time with an empty queue since LastRecognition came
-bool isCounting = false; // false until the first frame that has seen it is over
+// Whether the handler takes it at once. What comes from list, menu and select command was read on the screen,
+// and is as the scripts have it.
+bool isHandled(const std::string &text, HeardFrom source) {
+    switch (source) {
+    case HeardFrom::Server: return text == link_words::Abort || text != LastRecognitionOld;
+    case HeardFrom::Silence:
+    case HeardFrom::StopCommand: return true;
+    default: return false;
+    }
+}
 
 } // namespace
 
-void Recognise(const std::string &text) {
+void Hear(const std::string &text, HeardFrom source) {
+    const bool isAbort = text == link_words::Abort;
+    if (source == HeardFrom::Server && !isAbort && !isNewRecognitionMayCome) return;
     LastRecognition = text;
-    isCounting = false;
+    recognitionState.isCounting = false;
+    if (source == HeardFrom::Silence || source == HeardFrom::SelectCommand) LastRecognitionOld.clear();
+    if (source == HeardFrom::List && isAbort) SayAborted();
+    if (isHandled(text, source)) NewRecognition_Handler();
 }
 
-void ForgetUnusedRecognition() {
-    if (!isCounting || LastRecognition.empty()) {
+void ForgetRecognition() {
+    LastRecognition.clear();
+    LastRecognitionOld.clear();
+}
+
+void EndRecognition() {
+    if (isAbortHeard()) {
+        LastRecognition.clear(); // what starts from now on is not to be aborted
+        EndBegunCommands();      // also when the menu or an answer says so
+    }
+    double &unusedSec = recognitionState.unusedSec;
+    if (!recognitionState.isCounting || LastRecognition.empty()) {
         unusedSec = 0.0;
-        isCounting = !LastRecognition.empty();
+        recognitionState.isCounting = !LastRecognition.empty();
         return;
     }
     if (executeFlow.empty()) unusedSec += FrpSEC;
     if (unusedSec < UnusedLifeSec) return;
     string2debugString("Forgotten, since nobody waited for it: ", LastRecognition, 1);
-    LastRecognition.clear();
-    LastRecognitionOld.clear();
+    ForgetRecognition();
 }
 
 void NewRecognition_Handler() {
@@ -52,7 +66,7 @@ void NewRecognition_Handler() {
     }
     string2debugString("Just Get Recognition: ", LastRecognition, 1);
     if (MakeStrokaFromText(LastRecognition, NormaliseOnly).text == "ABORT") {
-        LastRecognition = "abort"; // however the server wrote it, as the systems cycle knows it
+        LastRecognition = link_words::Abort; // however the server wrote it, as the systems cycle knows it
         AbortExecution();
         return;
     }
@@ -64,6 +78,5 @@ void NewRecognition_Handler() {
 }
 
 void ResetRecognition() {
-    MakeFresh(LastRecognition, LastRecognitionOld, isNewRecognitionMayCome, isAnyInputGood, isRecognizeSome);
-    MakeFresh(isOnExecuteUntilNextCommand, onChecklistOrProcedure, answers, inputs, unusedSec, isCounting);
+    MakeFresh(recognitionState);
 }

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "XPLMDataAccess.h"
 #include "frame/aircraft.h"
 #include "util/clock.h"
 #include "util/find_dataref.h"
@@ -13,21 +12,13 @@
 #include "voice/action_queue.h"
 #include "voice/recognition.h"
 
-int selectCommandAnswerIndex = -1;
-double selectCommandStartTime = 0.0;
-double selectCommandHoldLong = 0.0;
-int selectCommandDoSelect = 0;
-int selectCommandDoConfirm = 0;
-bool SndTimerOn = false;
-double SndTimerSec = 0.0;
+SelectionState selectionState;
 
 namespace {
 
 const double HoldSec = 0.3;    // a longer press confirms, a shorter one steps
 const double StepSec = 0.5;    // from the press to the step
 const double LongAgo = -1.0e9; // a press since when every release ends a hold
-
-XPLMDataRef DRFi_FennicSnd; // "kv/fennic/click_snd", the aircraft's
 
 void StopTimer() {
     SndTimerOn = false;
@@ -44,8 +35,7 @@ void ConfirmAnswer(const std::string &answer) {
     selectCommandDoConfirm = 0;
     selectCommandDoSelect = 0;
     selectCommandAnswerIndex = -1;
-    Recognise(answer);
-    LastRecognitionOld.clear();
+    Hear(answer, HeardFrom::SelectCommand);
     string2debugString("LastRecognition=answers[i]=", answer, 1);
     const auto isItsTimer = [&](const answertimer_struct &timer) { return timer.name == answer; };
     const auto timer = std::find_if(answerstimer.begin(), answerstimer.end(), isItsTimer);
@@ -81,7 +71,7 @@ void FindClickDataref() {
 }
 
 void RunSelectionClick() {
-    if (!DRFi_FennicSnd && acfType != 737) return;
+    if (!DRFi_FennicSnd && !ThisAircraft().hasClickSound) return;
     if (!SndTimerOn) {
         XPLMSetDatai(DRFi_FennicSnd, 0);
         return;
@@ -113,7 +103,5 @@ void CarryOutSelection() {
 }
 
 void ResetSelection() {
-    MakeFresh(selectCommandStartTime, selectCommandHoldLong, selectCommandDoSelect, selectCommandDoConfirm);
-    MakeFresh(SndTimerOn, SndTimerSec, DRFi_FennicSnd);
-    selectCommandAnswerIndex = -1;
+    MakeFresh(selectionState);
 }

@@ -2,13 +2,27 @@
 // hold confirms. The button's presses and the frame set requests; each drawing frame carries them out.
 #pragma once
 
-extern int selectCommandAnswerIndex;  // the highlighted answer; -1: none
-extern double selectCommandStartTime; // FlightTimeSEC of the last press
-extern double selectCommandHoldLong;  // how long the last press was held, seconds
-extern int selectCommandDoSelect;     // a step is pending
-extern int selectCommandDoConfirm;    // a confirmation is pending
-extern bool SndTimerOn;               // held and not yet confirmed
-extern double SndTimerSec;            // held so far, seconds
+#include "XPLMDataAccess.h"
+
+struct SelectionState {
+    int answerIndex = -1;             // the highlighted answer; -1: none
+    double startTime = 0.0;           // FlightTimeSEC of the last press
+    double holdLong = 0.0;            // how long the last press was held, seconds
+    int doSelect = 0;                 // a step is pending
+    int doConfirm = 0;                // a confirmation is pending
+    bool isHeld = false;              // and not yet confirmed
+    double heldSec = 0.0;             // so far
+    XPLMDataRef clickSound = nullptr; // "kv/fennic/click_snd", the aircraft's
+};
+extern SelectionState selectionState;
+inline int &selectCommandAnswerIndex = selectionState.answerIndex;
+inline double &selectCommandStartTime = selectionState.startTime;
+inline double &selectCommandHoldLong = selectionState.holdLong;
+inline int &selectCommandDoSelect = selectionState.doSelect;
+inline int &selectCommandDoConfirm = selectionState.doConfirm;
+inline bool &SndTimerOn = selectionState.isHeld;
+inline double &SndTimerSec = selectionState.heldSec;
+inline XPLMDataRef &DRFi_FennicSnd = selectionState.clickSound;
 
 void SelectPressed();
 void SelectReleased();

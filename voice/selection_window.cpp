@@ -4,22 +4,14 @@
 
 #include <algorithm>
 
-#include "XPLMDisplay.h"
 #include "frame/settings.h"
 #include "util/clock.h"
 #include "util/guard.h"
 #include "util/make_fresh.h"
 #include "util/screen.h"
-#include "voice/executer.h"
 #include "voice/recognition.h"
 
-RefilledList<structSelect> vectorSelect;
-std::string LastCalledChklProcName;
-std::string unfoldedTitle;
-double secUnfoldTFT = 0.0;
-int widgetOffsetX = 0;
-int selH = 0;
-int selW = 200;
+SelectionWindowState selectionWindow;
 
 namespace {
 
@@ -28,16 +20,6 @@ const int LineBelow = 3, LineAbove = 18; // what belongs to a line, around its b
 
 const int FarthestLeft = 35, FarthestRight = 10; // of the list's place, from the screen's edges
 const int Lowest = 10, Highest = 100;            // from the screen's lower and upper edge
-
-// Where mouse and list were when the button was pressed.
-struct PressPlace {
-    int mouseX, mouseY, listX, listY;
-};
-
-XPLMWindowID selectionWindow;
-bool isPressed = false; // the button, on the window: it stays the same window until then
-PressPlace press;
-int screenWidth = 0, screenHeight = 0; // when the window was made or drawn last
 
 const structSelect *LineAt(int y) {
     for (const structSelect &line : vectorSelect)
@@ -53,14 +35,9 @@ void ClickTitle(const std::string &title) {
 
 void ClickLine(const structSelect &line) {
     secUnfoldTFT = FlightTimeSEC;
-    if (!line.isPassive) {
-        Recognise(line.text);
-        LastCalledChklProcName = line.text;
-    }
-    if (LastRecognition == "abort") {
-        SayAborted();
-        LastCalledChklProcName.clear();
-    }
+    if (line.isPassive) return;
+    Hear(line.text, HeardFrom::List);
+    LastCalledChklProcName = isAbortHeard() ? "" : line.text;
 }
 
 void MouseDown(int y) {
@@ -73,20 +50,20 @@ void MouseDown(int y) {
 }
 
 void ReadScreen() {
-    ReadScreenSize(screenWidth, screenHeight);
+    ReadScreenSize(selectionWindow.screenWidth, selectionWindow.screenHeight);
 }
 
 // The same window in the list's present place.
 void MoveWindow() {
-    XPLMSetWindowGeometry(selectionWindow, widgetOffsetX - LeftOfList, selH + widgetOffsetY,
+    XPLMSetWindowGeometry(selectionWindow.window, widgetOffsetX - LeftOfList, selH + widgetOffsetY,
                           widgetOffsetX + selW, widgetOffsetY);
 }
 
 // On another screen the window is made afresh, in the list's place there.
 void SelWindowDraw(XPLMWindowID, void *) {
-    const int width = screenWidth, height = screenHeight;
+    const int width = selectionWindow.screenWidth, height = selectionWindow.screenHeight;
     ReadScreen();
-    if (width != screenWidth || height != screenHeight) SelWindowCreate(selH);
+    if (width != selectionWindow.screenWidth || height != selectionWindow.screenHeight) SelWindowCreate(selH);
 }
 
 void SelWindowKey(XPLMWindowID, char, XPLMKeyFlags, char, void *, int) {}
@@ -94,23 +71,28 @@ void SelWindowKey(XPLMWindowID, char, XPLMKeyFlags, char, void *, int) {}
 // The list follows the mouse from where both were at the press, as far as the screen goes. So it never comes
 // to 0, which stands for the middle.
 void Drag(int x, int y) {
-    if (!isPressed) return;
+    const SelectionWindowState &state = selectionWindow;
+    if (!state.isPressed) return;
     ReadScreen();
-    widgetOffsetX = std::clamp(press.listX + x - press.mouseX, FarthestLeft,
-                               std::max(screenWidth - FarthestRight, FarthestLeft));
-    widgetOffsetY =
-        std::clamp(press.listY + y - press.mouseY, Lowest, std::max(screenHeight - Highest, Lowest));
+    widgetOffsetX = std::clamp(state.pressListX + x - state.pressX, FarthestLeft,
+                               std::max(state.screenWidth - FarthestRight, FarthestLeft));
+    widgetOffsetY = std::clamp(state.pressListY + y - state.pressY, Lowest,
+                               std::max(state.screenHeight - Highest, Lowest));
     MoveWindow();
 }
 
 void Press(int x, int y) {
-    isPressed = true;
-    press = {x, y, widgetOffsetX, widgetOffsetY};
+    SelectionWindowState &state = selectionWindow;
+    state.isPressed = true;
+    state.pressX = x;
+    state.pressY = y;
+    state.pressListX = widgetOffsetX;
+    state.pressListY = widgetOffsetY;
     MouseDown(y);
 }
 
 void Release() {
-    isPressed = false;
+    selectionWindow.isPressed = false;
     SelWindowCreate(selH);
 }
 
@@ -148,26 +130,26 @@ void AddToSelVector(const std::string &text, int posY, bool isTitle, bool isPass
 
 void SelWindowCreate(int height) {
     selH = height;
-    if (isPressed) {
+    if (selectionWindow.isPressed) {
         MoveWindow();
         return;
     }
     SelWindowDestroy();
     ReadScreen();
-    selectionWindow =
+    selectionWindow.window =
         XPLMCreateWindow(widgetOffsetX - LeftOfList, selH + widgetOffsetY, widgetOffsetX + selW,
                          widgetOffsetY, 1, Guarded<"drawing the list's window", SelWindowDraw>, SelWindowKey,
                          Guarded<"a click on the list", SelWindowMouse, 1>, nullptr);
 }
 
 void SelWindowDestroy() {
-    if (selectionWindow) XPLMDestroyWindow(selectionWindow);
-    selectionWindow = nullptr;
-    isPressed = false;
+    if (selectionWindow.window) XPLMDestroyWindow(selectionWindow.window);
+    selectionWindow.window = nullptr;
+    selectionWindow.isPressed = false;
 }
 
 void KeepListOnScreen() {
-    if (isPressed) return;
+    if (selectionWindow.isPressed) return;
     int width = 0, height = 0;
     ReadScreenSize(width, height);
     const int x = PlaceX(widgetOffsetX, width), y = PlaceY(widgetOffsetY, height);
@@ -178,11 +160,9 @@ void KeepListOnScreen() {
 }
 
 bool isSelWindowOpen() {
-    return selectionWindow != nullptr;
+    return selectionWindow.window != nullptr;
 }
 
 void ResetSelectionWindow() {
-    MakeFresh(vectorSelect, LastCalledChklProcName, unfoldedTitle, secUnfoldTFT, widgetOffsetX, selH);
-    MakeFresh(selectionWindow, isPressed, press, screenWidth, screenHeight);
-    selW = 200;
+    MakeFresh(selectionWindow);
 }

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "XPLMDisplay.h"
 #include "util/refilled_list.h"
 
 // One clickable line.
@@ -14,12 +15,25 @@ struct structSelect {
     bool isPassive = false; // a click selects nothing
 };
 
-extern RefilledList<structSelect> vectorSelect; // the overlay empties and fills it every frame
-extern std::string LastCalledChklProcName;      // what was called last by a click
-extern std::string unfoldedTitle;               // the group that is open; empty: none
-extern double secUnfoldTFT;                     // FlightTimeSEC of the last click in the list
-extern int widgetOffsetX;                       // of the list, boxels; widgetOffsetY is a setting
-extern int selH, selW;                          // height and width of the window
+struct SelectionWindowState {
+    RefilledList<structSelect> lines; // the overlay empties and fills it every frame
+    std::string lastCalled;           // what was called last by a click
+    std::string unfoldedTitle;        // the group that is open; empty: none
+    double clickedSec = 0.0;          // FlightTimeSEC of the last click in the list
+    int offsetX = 0;                  // of the list, boxels; widgetOffsetY is a setting
+    int height = 0, width = 200;      // of the window
+    XPLMWindowID window = nullptr;
+    bool isPressed = false; // the button, on the window: it stays the same window until then
+    int pressX = 0, pressY = 0, pressListX = 0, pressListY = 0; // mouse and list when it was pressed
+    int screenWidth = 0, screenHeight = 0;                      // when the window was made or drawn last
+};
+extern SelectionWindowState selectionWindow;
+inline RefilledList<structSelect> &vectorSelect = selectionWindow.lines;
+inline std::string &LastCalledChklProcName = selectionWindow.lastCalled;
+inline std::string &unfoldedTitle = selectionWindow.unfoldedTitle;
+inline double &secUnfoldTFT = selectionWindow.clickedSec;
+inline int &widgetOffsetX = selectionWindow.offsetX;
+inline int &selH = selectionWindow.height, &selW = selectionWindow.width;
 
 void AddToSelVector(const std::string &text, int posY, bool isTitle, bool isPassive);
 

@@ -3,13 +3,10 @@
 #include "voice/speech_link.h"
 
 #include <algorithm>
-#include <deque>
 
-#include "XPLMDataAccess.h"
 #include "figure/animation.h"
 #include "frame/datarefs.h"
 #include "frame/settings.h"
-#include "frame/simulator_datarefs.h"
 #include "util/clock.h"
 #include "util/files.h"
 #include "util/find_dataref.h"
@@ -20,11 +17,7 @@
 #include "voice/link_words.h"
 #include "voice/recognition.h"
 
-std::vector<std::string> voiceList;
-int setvoiceDone = 0;
-int needCmdRecStart = 0;
-int needCmdRecStop = 0;
-int onAir = 0;
+SpeechLinkState speechLink;
 
 namespace {
 
@@ -33,26 +26,16 @@ const size_t MessagesListed = 16;
 const double VoiceAfterSec = 3.0;     // flight time before which no voice is chosen
 const float SettingsAfterSec = 30.0F; // flight time before which volume and rate are not sent at start
 
-XPLMDataRef DRFs_ToSpeech;
-XPLMDataRef DRFs_FrSpeech;
-
-// The last messages, each behind its number, as the dataref of them shows them.
-struct SentMessages {
-    XPLMDataRef dataref = nullptr;
-    unsigned long count = 0;
-    std::deque<std::string> lines;
-};
-SentMessages sentMessages;
-
 void List(const std::string &message) {
-    std::string line = std::to_string(++sentMessages.count) + " " + message;
+    std::deque<std::string> &lines = speechLink.messageLines;
+    std::string line = std::to_string(++speechLink.messageCount) + " " + message;
     for (char &character : line)
         if (character == '\n' || character == '\r' || character == '\0') character = ' ';
-    sentMessages.lines.push_back(std::move(line));
-    if (sentMessages.lines.size() > MessagesListed) sentMessages.lines.pop_front();
+    lines.push_back(std::move(line));
+    if (lines.size() > MessagesListed) lines.pop_front();
     std::string list;
-    for (const std::string &listed : sentMessages.lines) list += listed + "\n";
-    XPLMSetDatab(sentMessages.dataref, list.data(), 0, static_cast<int>(list.size()) + 1);
+    for (const std::string &listed : lines) list += listed + "\n";
+    XPLMSetDatab(speechLink.messages, list.data(), 0, static_cast<int>(list.size()) + 1);
 }
 
 void SendChosenVoice() {
@@ -74,7 +57,7 @@ void CreateSpeechDatarefs() {
     CreateDrf_String(link_words::FrSpeech, "");
     CreateDrf_Int(link_words::SpeechState, 1);
     CreateDrf_Int(link_words::RecognitionState, 1);
-    sentMessages.dataref = CreateDrf_String(link_words::Messages, "");
+    speechLink.messages = CreateDrf_String(link_words::Messages, "");
     FindSpeechDatarefs();
 }
 
@@ -134,8 +117,7 @@ bool RunPushToTalk() {
         needCmdRecStop = 0;
         SendMSG(link_words::RecStop);
         onAir = 0;
-        LastRecognition.clear();
-        LastRecognitionOld.clear();
+        ForgetRecognition();
         return true;
     }
     return false;
@@ -145,30 +127,22 @@ void ReadServerMessage(bool wasStoppedNow) {
     const std::string message = ReadMSG();
     if (message == link_words::Spoken) {
         Next_lipsAnimTime = static_cast<float>(FlightTimeSEC);
-    } else if (message == link_words::Abort) {
-        Recognise(message);
-        NewRecognition_Handler();
-    } else if (!message.empty() && isNewRecognitionMayCome) {
-        Recognise(message);
-        if (LastRecognition != LastRecognitionOld) NewRecognition_Handler();
-    } else if (message.empty() && isAnyInputGood && wasStoppedNow) {
+    } else if (!message.empty()) {
+        Hear(message, HeardFrom::Server);
+    } else if (isAnyInputGood && wasStoppedNow) {
         needCmdRecStop = 0;
         onAir = 0;
-        Recognise("ANY");
-        LastRecognitionOld.clear();
-        NewRecognition_Handler();
+        Hear("ANY", HeardFrom::Silence);
     }
 }
 
 void ReInitSpeechLink() {
     needCmdRecStart = 0;
     needCmdRecStop = 0;
-    LastRecognition.clear();
-    LastRecognitionOld.clear();
+    ForgetRecognition();
     isOnExecuteUntilNextCommand = 0;
 }
 
 void ResetSpeechLink() {
-    MakeFresh(voiceList, setvoiceDone, needCmdRecStart, needCmdRecStop, onAir, DRFs_ToSpeech, DRFs_FrSpeech,
-              sentMessages);
+    MakeFresh(speechLink);
 }

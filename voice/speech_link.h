@@ -2,14 +2,29 @@
 // sequence, and push-to-talk.
 #pragma once
 
+#include <deque>
 #include <string>
 #include <vector>
 
-extern std::vector<std::string> voiceList; // lines of "data/voicelist_mac.txt"
-extern int setvoiceDone;    // start-up: 0 nothing sent, 1 voice, 2 volume and 3 rate stage done
-extern int needCmdRecStart; // requests of the push-to-talk button
-extern int needCmdRecStop;
-extern int onAir; // the server is listening
+#include "XPLMDataAccess.h"
+
+struct SpeechLinkState {
+    std::vector<std::string> voiceList; // lines of "data/voicelist_mac.txt"
+    int setvoiceDone = 0;               // start-up: 0 nothing sent, 1 voice, 2 volume and 3 rate stage done
+    int needRecStart = 0, needRecStop = 0; // requests of the push-to-talk button
+    int onAir = 0;                         // the server is listening
+    XPLMDataRef toSpeech = nullptr, fromSpeech = nullptr;
+    // The last messages, each behind its number, as the dataref of them shows them.
+    XPLMDataRef messages = nullptr;
+    unsigned long messageCount = 0;
+    std::deque<std::string> messageLines;
+};
+extern SpeechLinkState speechLink;
+inline std::vector<std::string> &voiceList = speechLink.voiceList;
+inline int &setvoiceDone = speechLink.setvoiceDone;
+inline int &needCmdRecStart = speechLink.needRecStart, &needCmdRecStop = speechLink.needRecStop;
+inline int &onAir = speechLink.onAir;
+inline XPLMDataRef &DRFs_ToSpeech = speechLink.toSpeech, &DRFs_FrSpeech = speechLink.fromSpeech;
 
 // Publishes the link's datarefs and looks their handles up.
 void CreateSpeechDatarefs();

@@ -5,9 +5,9 @@
 #include <filesystem>
 
 #include "frame/commands.h"
-#include "frame/simulator_datarefs.h"
 #include "simhost/simulator.h"
 #include "simhost/world/simulator_lists.h"
+#include "util/clock.h"
 #include "voice/speech_link.h"
 
 namespace simhost {

@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "XPLMProcessing.h"
-#include "frame/main_loop.h"
+#include "frame/kill_switch.h"
 #include "gfx/fonts.h"
 #include "systems/editor/blocks.h"
 #include "systems/editor/clicks.h"
@@ -214,7 +214,7 @@ bool isEditorOverScreen() {
 }
 
 void SysWindowCallback(XPLMWindowID, void *) {
-    if (!isFennicKillDrfWasReaded || isKilled()) {
+    if (isAtRest()) {
         DrawNothing();
         return;
     }

@@ -1,7 +1,6 @@
 // The editor's window: whatever is selected on whatever screen, zones do not overlap and stay on the screen.
 #include "systems/editor/window.h"
 
-#include "frame/aircraft.h"
 #include "gfx/fonts.h"
 #include "simhost/drawing/screen.h"
 #include "simhost/simulator.h"
@@ -38,12 +37,12 @@ protected:
 TEST_F(EditorWindow, ZonesStandApartOnEveryScreen) {
     std::filesystem::copy(SHIPPED_DATA "/fnt", plugin + "data/fnt", std::filesystem::copy_options::recursive);
     LoadFonts();
-    isVAdraw = 1;
     RandomModel random(5);
     std::string text = random.Text() + random.Text() + "dev=A DEVICE WITH A VERY LONG NAME INDEED\n";
     for (int i = 0; i < 200; i++)
         text += Out("A_PARAMETER_WITH_A_LONG_NAME_" + std::to_string(i), "12345.678");
     Load("what is this\n" + random.WithMistakes(text)); // and much that is not understood
+    SysWindowCreate();
     isEditorShown = true;
     for (const auto &[width, height] : {std::pair{1280, 800}, {1366, 900}, {1920, 1080}, {3840, 2160}}) {
         simhost::SetScreenSize(width, height);
@@ -64,14 +63,15 @@ TEST_F(EditorWindow, ZonesStandApartOnEveryScreen) {
             ClickZone(zone, false);
         }
     }
+    SysWindowDestroy();
     DeleteSystems();
     UnLoadFonts();
 }
 
 // What a click did, or why it did nothing, as the author reads it.
 TEST_F(EditorWindow, ClicksSayWhatTheyDid) {
-    isVAdraw = 1;
     Load("sys=S\ndev=D\n" + Out("P") + Out("Q") + "logic:\nexecute=0,<S.D.P>,0\n");
+    SysWindowCreate();
     const auto click = [](int action, int list, int item) {
         click_zone_class zone;
         zone.action = action;
@@ -100,6 +100,7 @@ TEST_F(EditorWindow, ClicksSayWhatTheyDid) {
     EXPECT_TRUE(Parameter("S.D.P").deleted);
     click(ActionDelete, ListDev, -1);
     EXPECT_TRUE(says(click(ActionNew, ListOut, -1), "was deleted"));
+    SysWindowDestroy();
     DeleteSystems();
 }
 

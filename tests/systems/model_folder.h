@@ -1,7 +1,7 @@
 // A plug-in's folder whose systems model a test writes as text, loads, and runs frame by frame.
 #pragma once
 
-#include "frame/main_loop.h"
+#include "frame/kill_switch.h"
 #include "systems/cycle.h"
 #include "systems/links.h"
 #include "systems/model.h"

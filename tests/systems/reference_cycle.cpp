@@ -7,7 +7,6 @@
 #include "XPLMDataAccess.h"
 #include "figure/animation.h"
 #include "figure/channels.h"
-#include "frame/simulator_datarefs.h"
 #include "systems/model.h"
 #include "util/clock.h"
 #include "util/log.h"

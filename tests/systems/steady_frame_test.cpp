@@ -2,6 +2,7 @@
 // shipped and with a model that uses every kind of block.
 #include "bench/allocations.h"
 #include "figure/channels.h"
+#include "frame/main_loop.h"
 #include "frame/settings.h"
 #include "tests/systems/model_folder.h"
 #include "voice/speech_link.h"
