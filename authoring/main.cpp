@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr const char *USAGE =
+constexpr const char *Usage =
     "usage: fennic-sim [--aircraft DIR] [--fps N] [--screen WxH] [--window] [--quiet] [--keep]\n"
     "                  [--real-time] [--plugin DIR]... [--record FILE] [--alone] [--xplane DIR]\n"
     "                  FLIGHT.lua [ARG...]\n"
@@ -53,7 +53,7 @@ constexpr const char *USAGE =
     "Exit status: 0 the flight went well; 1 the script failed or a plug-in left something behind;\n"
     "2 wrong usage; 3 a plug-in crashed, hung or ended the program.\n";
 
-constexpr const char *STANDARD_AIRCRAFT = "Cessna_172SP";
+constexpr const char *StandardAircraft = "Cessna_172SP";
 
 int Refuse(const std::string &why) {
     std::fprintf(stderr, "fennic-sim: %s\nTry fennic-sim --help.\n", why.c_str());
@@ -140,7 +140,7 @@ int main(int count, char **words) {
     if (count > 1 && std::strcmp(words[1], "phrases") == 0) return Phrases(count - 2, words + 2);
     if (count > 1 && std::strcmp(words[1], "import") == 0) return Import(count - 2, words + 2);
     simhost::FlightOptions options;
-    std::string aircraft = STANDARD_AIRCRAFT;
+    std::string aircraft = StandardAircraft;
     int place = 1;
     for (; place < count && words[place][0] == '-'; ++place) {
         std::string option = words[place];
@@ -157,7 +157,7 @@ int main(int count, char **words) {
             option.resize(equals);
         }
         if (option == "--help" || option == "-h") {
-            std::fputs(USAGE, stdout);
+            std::fputs(Usage, stdout);
             return simhost::ExitFlown;
         }
         if (bool *isChosen = option == "--quiet"       ? &options.quiet

@@ -11,10 +11,10 @@
 #include <cstdio>
 #include <cstdlib>
 
-constexpr int PIXELS = 12; // of the font's em; 7 from letter to letter
-constexpr int ASCENT = 10, ROWS = 13, COLUMNS = 8;
+constexpr int Pixels = 12; // of the font's em; 7 from letter to letter
+constexpr int Ascent = 10, Rows = 13, Columns = 8;
 
-constexpr const char *HEAD =
+constexpr const char *Head =
     R"(// Made by tools/make_screen_font.cpp from DejaVu Sans Mono, which is derived from Bitstream Vera:
 //
 // Copyright (c) 2003 by Bitstream, Inc. All Rights Reserved. Bitstream Vera is a trademark of Bitstream, Inc.
@@ -60,10 +60,10 @@ const std::uint32_t screenFontRows[screenFontCount][screenFontRowCount] = {
 
 // One row of a letter's cell, 4 bits of coverage for each pixel, the leftmost in the highest bits.
 unsigned RowLevels(const FT_GlyphSlot glyph, int row) {
-    const int bitmapRow = row - (ASCENT - glyph->bitmap_top);
+    const int bitmapRow = row - (Ascent - glyph->bitmap_top);
     if (bitmapRow < 0 || bitmapRow >= static_cast<int>(glyph->bitmap.rows)) return 0;
     unsigned levels = 0;
-    for (int column = 0; column < COLUMNS; column++) {
+    for (int column = 0; column < Columns; column++) {
         const int x = column - glyph->bitmap_left;
         if (x < 0 || x >= static_cast<int>(glyph->bitmap.width)) continue;
         const unsigned coverage = glyph->bitmap.buffer[bitmapRow * glyph->bitmap.pitch + x];
@@ -76,21 +76,21 @@ int main(int argc, char **argv) {
     FT_Library library;
     FT_Face face;
     if (argc != 2 || FT_Init_FreeType(&library) != 0 || FT_New_Face(library, argv[1], 0, &face) != 0
-        || FT_Set_Pixel_Sizes(face, 0, PIXELS) != 0) {
+        || FT_Set_Pixel_Sizes(face, 0, Pixels) != 0) {
         std::fprintf(stderr, "usage: make_screen_font FONT.ttf > screen_font_table.cpp\n");
         return EXIT_FAILURE;
     }
-    std::fputs(HEAD, stdout);
+    std::fputs(Head, stdout);
     for (unsigned char letter = ' '; letter <= '~'; letter++) {
         if (FT_Load_Char(face, letter, FT_LOAD_RENDER) != 0) return EXIT_FAILURE;
         const FT_GlyphSlot glyph = face->glyph;
         const int bottom = glyph->bitmap_top - static_cast<int>(glyph->bitmap.rows);
-        if (glyph->bitmap.rows != 0 && (glyph->bitmap_top > ASCENT || bottom < ASCENT - ROWS)) {
+        if (glyph->bitmap.rows != 0 && (glyph->bitmap_top > Ascent || bottom < Ascent - Rows)) {
             std::fprintf(stderr, "'%c' is higher than its cell\n", letter);
             return EXIT_FAILURE;
         }
         std::printf("    {");
-        for (int row = 0; row < ROWS; row++)
+        for (int row = 0; row < Rows; row++)
             std::printf("%s0x%08x", row == 0 ? "" : ", ", RowLevels(glyph, row));
         const char shown[] = {static_cast<char>(letter), 0};
         std::printf("}, // %s\n", letter == ' ' ? "blank" : letter == '\\' ? "backslash" : shown);

@@ -32,7 +32,7 @@ std::vector<FoundDevice> FindSequences(const std::string &name) {
     return found;
 }
 
-constexpr size_t MOST_DEVICES = 30; // that can be drawn with an arrow for each pair
+constexpr size_t MostDevices = 30; // that can be drawn with an arrow for each pair
 
 size_t CountDevices() {
     size_t count = 0;
@@ -80,7 +80,7 @@ int ChartFolder(const ChartOptions &options) {
     CreateSystemsFromFile();
     std::ostringstream dot;
     const auto system = mapSystemName.find(options.device);
-    if (options.device.empty() && CountDevices() > MOST_DEVICES) {
+    if (options.device.empty() && CountDevices() > MostDevices) {
         DescribeSystems(dot);
     } else if (options.device.empty() || system != mapSystemName.end()) {
         DescribeDevices(dot, options.device.empty() ? -1 : system->second);

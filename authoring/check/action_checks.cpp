@@ -21,7 +21,7 @@ namespace simhost {
 
 namespace {
 
-constexpr std::string_view OF_THE_SIMULATOR = "sim/";
+constexpr std::string_view OfTheSimulator = "sim/";
 
 bool hasSimulatorLists = false;
 size_t uncheckedNames = 0;
@@ -30,7 +30,7 @@ std::map<std::string, std::set<std::string>> positionsOf; // by folder, such as 
 // Names of the simulator are known when its lists were read; those of the aircraft and of other plug-ins
 // never are, before the aircraft flies.
 void ReportMissing(const char *what, const std::string &name, const std::string &file, int line) {
-    if (!name.starts_with(OF_THE_SIMULATOR))
+    if (!name.starts_with(OfTheSimulator))
         AddFinding(Severity::Note, file, line,
                    std::string("this ") + what + " must come from the aircraft or another plug-in: " + name);
     else if (hasSimulatorLists)

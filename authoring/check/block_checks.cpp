@@ -13,7 +13,7 @@ namespace simhost {
 
 namespace {
 
-constexpr size_t MOST_EARLIER_BLOCKS = 200; // that a block is compared with, so that a check ends soon
+constexpr size_t MostEarlierBlocks = 200; // that a block is compared with, so that a check ends soon
 
 bool isCoveredBy(const Conjunction &one, const Alternatives &earlier) {
     return earlier.isExact
@@ -24,7 +24,7 @@ bool isCoveredBy(const Conjunction &one, const Alternatives &earlier) {
 // The block, among those before, that fires whenever this one could; -1 for none.
 int BlockInTheWay(const std::vector<Alternatives> &blocks, size_t index) {
     if (!blocks[index].isExact) return -1;
-    for (size_t earlier = 0; earlier < std::min(index, MOST_EARLIER_BLOCKS); earlier++)
+    for (size_t earlier = 0; earlier < std::min(index, MostEarlierBlocks); earlier++)
         if (std::all_of(blocks[index].list.begin(), blocks[index].list.end(),
                         [&](const Conjunction &one) { return isCoveredBy(one, blocks[earlier]); }))
             return static_cast<int>(earlier);

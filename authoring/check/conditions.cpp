@@ -11,7 +11,7 @@ namespace simhost {
 
 namespace {
 
-constexpr size_t MOST_ALTERNATIVES = 64;
+constexpr size_t MostAlternatives = 64;
 
 ValueRange RangeOf(int oper, double value) {
     ValueRange range;
@@ -167,7 +167,7 @@ Alternatives AlternativesOf(const logicblock_struct &block) {
         } else {
             std::erase_if(list, [&](Conjunction &one) { return !one.Add(comparison); });
         }
-        if (list.size() > MOST_ALTERNATIVES) {
+        if (list.size() > MostAlternatives) {
             alternatives.isExact = false;
             list.assign(1, {});
             return alternatives;

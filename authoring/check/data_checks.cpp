@@ -24,7 +24,7 @@ namespace simhost {
 
 namespace {
 
-constexpr size_t LINE_FIELDS = 5; // of a position: the channel's number and name, x, y and z
+constexpr size_t LineFields = 5; // of a position: the channel's number and name, x, y and z
 
 // False when the positions, which go by the numbers of channels, cannot be looked at.
 bool CheckChannels(const std::string &file) {
@@ -63,7 +63,7 @@ void CheckChannelNames(const std::string &file) {
     for (const FileLine &line : ReadFileLines(file)) {
         const std::vector<std::string> fields = StringToWordsArray(RemoveNRS(line.text), ',');
         int index = -1;
-        if (std::any_of(fields.begin() + static_cast<std::ptrdiff_t>(std::min(fields.size(), LINE_FIELDS)),
+        if (std::any_of(fields.begin() + static_cast<std::ptrdiff_t>(std::min(fields.size(), LineFields)),
                         fields.end(), [](const std::string &field) { return !field.empty(); }))
             AddCause(file, line.number, "three numbers, each with a point, not a comma: " + line.text);
         if (fields.size() < 2 || !ParseInt(fields[0], index)) continue; // the reader says so

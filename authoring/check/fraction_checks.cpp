@@ -15,7 +15,7 @@ namespace simhost {
 
 namespace {
 
-constexpr int DEEPEST_LINK = 200; // of a chain that is followed
+constexpr int DeepestLink = 200; // of a chain that is followed
 
 std::map<ParameterAddress, std::string> sourceNames; // where one has its fractions from; "": it has none
 
@@ -25,8 +25,8 @@ const std::string &SourceOf(const sysLink_struct &link, int depth);
 bool isFloat(const dataref_class &dataref) {
     const XPLMDataRef handle = dataref.name.empty() ? nullptr : FindDataref(dataref.name.c_str());
     if (!handle) return false;
-    constexpr int WHOLE = xplmType_Int | xplmType_IntArray;
-    return (XPLMGetDataRefTypes(handle) & WHOLE) == 0;
+    constexpr int whole = xplmType_Int | xplmType_IntArray;
+    return (XPLMGetDataRefTypes(handle) & whole) == 0;
 }
 
 std::string SourceOfCalculation(const calcBlock_struct &calculation, int depth) {
@@ -59,7 +59,7 @@ std::string FindSource(const out_parameter_struct &parameter, int depth) {
 const std::string &SourceOf(const sysLink_struct &link, int depth) {
     const auto [entry, isNew] = sourceNames.emplace(link, "");
     const out_parameter_struct *parameter = ParameterAt(link);
-    if (isNew && depth < DEEPEST_LINK && parameter && !DeviceAt(link)->serialStack)
+    if (isNew && depth < DeepestLink && parameter && !DeviceAt(link)->serialStack)
         entry->second = FindSource(*parameter, depth);
     return entry->second;
 }

@@ -15,12 +15,12 @@ namespace simhost {
 
 namespace {
 
-constexpr int UNSEEN = -1;
+constexpr int Unseen = -1;
 
 struct Node {
     ParameterPlace place;
     std::vector<int> reads; // nodes whose values it reads
-    int order = UNSEEN;     // of discovery
+    int order = Unseen;     // of discovery
     int lowest = 0;         // the earliest node that can be reached from here
     bool isOnStack = false;
     size_t nextRead = 0;
@@ -46,12 +46,12 @@ void CollectNodes() {
 // the others were in the frame before.
 void ReportCircle(std::vector<int> members) {
     std::sort(members.begin(), members.end());
-    constexpr size_t SHOWN = 4;
+    constexpr size_t shown = 4;
     std::string names;
-    for (size_t i = 1; i < std::min(members.size(), SHOWN + 1); i++)
+    for (size_t i = 1; i < std::min(members.size(), shown + 1); i++)
         names += (i > 1 ? ", " : "") + nodes[static_cast<size_t>(members[i])].place.Name();
-    if (members.size() > SHOWN + 1)
-        names += " and " + int2string(static_cast<int>(members.size() - SHOWN - 1)) + " more";
+    if (members.size() > shown + 1)
+        names += " and " + int2string(static_cast<int>(members.size() - shown - 1)) + " more";
     const ParameterPlace &place = nodes[static_cast<size_t>(members[0])].place;
     AddFinding(Severity::Note, place.parameter.fileName, place.parameter.line,
                place.Name() + " depends on itself through " + names
@@ -76,7 +76,7 @@ void FindCirclesFrom(int start) {
         if (node.nextRead < node.reads.size()) {
             const int other = node.reads[node.nextRead++];
             Node &read = nodes[static_cast<size_t>(other)];
-            if (read.order == UNSEEN)
+            if (read.order == Unseen)
                 discover(other);
             else if (read.isOnStack)
                 node.lowest = std::min(node.lowest, read.order);
@@ -104,7 +104,7 @@ void CheckLinkCycles() {
     nodes.clear();
     CollectNodes();
     for (size_t i = 0; i < nodes.size(); i++)
-        if (nodes[i].order == UNSEEN) FindCirclesFrom(static_cast<int>(i));
+        if (nodes[i].order == Unseen) FindCirclesFrom(static_cast<int>(i));
 }
 
 } // namespace simhost

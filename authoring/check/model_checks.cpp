@@ -18,14 +18,14 @@ namespace simhost {
 
 namespace {
 
-constexpr std::string_view FORBIDDEN = ".,;=[]/\\<>&|\"";
+constexpr std::string_view Forbidden = ".,;=[]/\\<>&|\"";
 
 void CheckName(const char *what, const std::string &name, const std::string &file, int line) {
     if (name.empty()) {
         AddFinding(Severity::Error, file, line, std::string("a ") + what + " without a name");
         return;
     }
-    const size_t found = name.find_first_of(FORBIDDEN);
+    const size_t found = name.find_first_of(Forbidden);
     if (found != std::string::npos)
         AddFinding(Severity::Error, file, line,
                    std::string("the name of a ") + what + " must not contain \"" + name[found]
@@ -96,7 +96,7 @@ bool NoteMissingSystem(const sysLink_struct &link, const ParameterPlace &place, 
     return true;
 }
 
-constexpr size_t MOST_LINKS = 8; // that are named
+constexpr size_t MostLinks = 8; // that are named
 
 void ReportMissingSystems() {
     for (const MissingSystem &missing : missingSystems) {
@@ -109,15 +109,15 @@ void ReportMissingSystems() {
         std::string list;
         size_t named = 0;
         for (const std::string &link : missing.links)
-            if (named++ < MOST_LINKS) list += (list.empty() ? "" : ", ") + link;
-        if (missing.links.size() > MOST_LINKS) list += " and others";
+            if (named++ < MostLinks) list += (list.empty() ? "" : ", ") + link;
+        if (missing.links.size() > MostLinks) list += " and others";
         AddFinding(Severity::Error, missing.file, missing.line,
                    missing.user + " needs a system " + name + ", which is not among the files, with " + list);
     }
     missingSystems.clear();
 }
 
-constexpr int MOST_SUGGESTIONS = 20; // each looks at all parameters
+constexpr int MostSuggestions = 20; // each looks at all parameters
 int suggestions = 0;
 
 void CheckLink(const sysLink_struct &link, const ParameterPlace &place, int line) {
@@ -134,7 +134,7 @@ void CheckLink(const sysLink_struct &link, const ParameterPlace &place, int line
         AddFinding(Severity::Error, file, line,
                    "neither a number nor a link (SYSTEM.DEVICE.PARAMETER): " + link.name);
     } else {
-        const std::string suggestion = suggestions++ < MOST_SUGGESTIONS ? Suggestion(link.name) : "";
+        const std::string suggestion = suggestions++ < MostSuggestions ? Suggestion(link.name) : "";
         if (suggestion.empty() && NoteMissingSystem(link, place, line)) return;
         AddFinding(Severity::Error, file, line, "there is no parameter " + link.name + suggestion);
     }
@@ -144,7 +144,7 @@ void CheckSpokenLink(const sysLink_struct &link, const ParameterPlace &place, in
     if (link.kind == LinkUnresolved)
         AddFinding(Severity::Error, place.parameter.fileName, line,
                    "there is no parameter " + link.name + "; she says \"UNKNOWN\""
-                       + (suggestions++ < MOST_SUGGESTIONS ? Suggestion(link.name) : ""));
+                       + (suggestions++ < MostSuggestions ? Suggestion(link.name) : ""));
     else
         CheckLink(link, place, line);
 }
@@ -207,8 +207,8 @@ bool isRepeated(const system_class &system) {
 
 int ParameterPlace::LastLine() const {
     const size_t next = static_cast<size_t>(out) + 1;
-    constexpr int MOST_LINES = 50; // of the last parameter
-    return next < device.outs.size() ? device.outs[next].line - 1 : parameter.line + MOST_LINES;
+    constexpr int mostLines = 50; // of the last parameter
+    return next < device.outs.size() ? device.outs[next].line - 1 : parameter.line + mostLines;
 }
 
 std::string ParameterPlace::Place(int line) const {

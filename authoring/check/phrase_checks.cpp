@@ -18,7 +18,7 @@ namespace simhost {
 
 namespace {
 
-constexpr const char *ABORT = "abort";
+constexpr const char *Abort = "abort";
 
 // Somebody who waits for a phrase whatever else is going on: the first step of a sequence, or a parameter
 // that is none.
@@ -39,7 +39,7 @@ std::string AsHeard(const std::string &phrase) {
 }
 
 void CheckPhrase(const std::string &phrase, const std::string &file, int line) {
-    if (phrase == ABORT)
+    if (phrase == Abort)
         AddFinding(
             Severity::Error, file, line,
             "\"abort\" breaks everything off by itself; no step hears it, and a block that does keeps it "

@@ -15,7 +15,7 @@ namespace simhost {
 
 namespace {
 
-constexpr int DEEPEST_LINK = 200; // of a chain that is followed; a longer one counts as a memory
+constexpr int DeepestLink = 200; // of a chain that is followed; a longer one counts as a memory
 
 std::set<std::string> writtenDatarefs;      // by actions and parameters of these files
 std::map<ParameterAddress, bool> followers; // what is known; false also while it is looked at
@@ -47,7 +47,7 @@ bool FollowsCalculations(const logicblock_struct &block, bool hasInput, const Pa
 
 // Whether the value is computed anew in each frame from datarefs that these files do not write.
 bool Follows(const ParameterAddress &place, int depth) {
-    if (!ParameterAt(place) || depth > DEEPEST_LINK) return false;
+    if (!ParameterAt(place) || depth > DeepestLink) return false;
     const device_struct &device = *DeviceAt(place);
     const out_parameter_struct &parameter = *ParameterAt(place);
     const bool hasInput = !parameter.inDataref.fullName.empty();

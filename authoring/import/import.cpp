@@ -24,8 +24,8 @@ fs::path MakePluginFolder(const fs::path &folder) {
 
 bool isWholeDataref(const std::string &name) {
     XPLMDataRef const dataref = XPLMFindDataRef(name.substr(0, name.find('[')).c_str());
-    constexpr int FRACTIONS = xplmType_Float | xplmType_Double | xplmType_FloatArray;
-    return dataref && (XPLMGetDataRefTypes(dataref) & FRACTIONS) == 0;
+    constexpr int fractions = xplmType_Float | xplmType_Double | xplmType_FloatArray;
+    return dataref && (XPLMGetDataRefTypes(dataref) & fractions) == 0;
 }
 
 } // namespace

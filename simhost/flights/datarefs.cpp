@@ -19,7 +19,7 @@ namespace {
 
 constexpr int TextCapacity = 1024; // bytes of a published "string", more when its first value is longer
 constexpr int MostElements = 100000;
-constexpr double MOST = std::numeric_limits<double>::infinity();
+constexpr double Most = std::numeric_limits<double>::infinity();
 constexpr const char *FlightTime = "sim/time/total_flight_time_sec";
 
 // What a call addresses: a dataref, and an element of it when index is not negative.
@@ -158,7 +158,7 @@ double NumberFor(const Call &call, int place, const char *argument, XPLMDataType
             call.Integer(place, argument, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
     if (lua_type(call.lua, place) == LUA_TNUMBER && std::isnan(lua_tonumber(call.lua, place)))
         return lua_tonumber(call.lua, place);
-    return call.Number(place, argument, -MOST, MOST);
+    return call.Number(place, argument, -Most, Most);
 }
 
 void Write(const Call &call, const Target &target, double value, int index) {

@@ -15,7 +15,7 @@ namespace simhost {
 
 namespace {
 
-constexpr const char *DESCRIPTION = "sim/aircraft/view/acf_descrip";
+constexpr const char *Description = "sim/aircraft/view/acf_descrip";
 
 // "<aircraft>/plugins/<name>/64/", where the first library lies.
 std::string PluginFolder(const Call &call) {
@@ -177,7 +177,7 @@ bool StartPlugins(std::string &error) {
     if (!flight.areGlobalPluginsLoaded) StartGlobalPlugins();
     const auto aircraft = FindAircraftFile(flight.scratch.aircraft);
     SetFolders(flight.scratch.root, flight.scratch.aircraft, aircraft.name);
-    if (aircraft.hasDescription) SetText(DESCRIPTION, aircraft.description.substr(0, 259));
+    if (aircraft.hasDescription) SetText(Description, aircraft.description.substr(0, 259));
     const std::vector<std::string> libraries = FindPluginLibraries(flight.scratch.aircraft);
     if (libraries.empty() && flight.globalPlugins.empty()) {
         error =
