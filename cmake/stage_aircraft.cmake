@@ -36,6 +36,7 @@ foreach(folder IN LISTS AIRCRAFT)
             file(READ ${plugin}/data/${settings} text)
             string(REPLACE ".voice.samantha" ".voice.woman" text "${text}")
             string(REPLACE ".voice.daniel" ".voice.man" text "${text}")
+            string(REGEX REPLACE "\r?\n" "\r\n" text "${text}") # as she writes them herself
             file(WRITE ${plugin}/data/${settings} "${text}")
         endforeach()
     endif()
