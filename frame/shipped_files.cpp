@@ -42,7 +42,8 @@ Reading ReadChecksums(const std::string &file, const std::function<void(std::str
 
 // All files below a folder, with their paths in it.
 void ListFiles(const std::string &root, const std::string &folder, std::vector<std::string> &paths) {
-    for (const std::string &name : ReadFileListFromFolder(root + folder)) paths.push_back(folder + name);
+    for (const std::string &name : ReadFileListFromFolder(root + folder))
+        if (name != ".") paths.push_back(folder + name);
     for (const std::string &inner : ReadFolderListFromFolder(root + folder))
         ListFiles(root, folder + inner.substr(inner.rfind('/') + 1) + "/", paths);
 }

@@ -126,7 +126,8 @@ bool MakeScratchAircraft(const std::string &aircraftFolder, ScratchAircraft &scr
             fs::create_directories(root / folder);
         CopyFolder(source, scratch.aircraft, 0);
         for (const std::string &library : FindPluginLibraries(scratch.aircraft))
-            MarkAsSetUp(fs::path(library).parent_path() / "data" / "settings_mac.txt");
+            for (const char *folder : {"data", "custom"})
+                MarkAsSetUp(fs::path(library).parent_path() / folder / "settings_mac.txt");
     } catch (const fs::filesystem_error &failure) {
         error = failure.what();
         return false;
