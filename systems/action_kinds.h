@@ -70,27 +70,30 @@ inline constexpr ActionKind ActionKinds[] = {
 #undef ACTION
 };
 
-// The rows by their code; the codes go from 0 on, without a gap.
-inline constexpr auto ActionsByCode = [] {
-    std::array<const ActionKind *, std::size(ActionKinds)> rows = {};
-    for (const ActionKind &kind : ActionKinds) rows.at(static_cast<size_t>(kind.code)) = &kind;
-    return rows;
+// The places of the rows by their code; the codes go from 0 on, without a gap.
+inline constexpr auto PlacesByCode = [] {
+    std::array<size_t, std::size(ActionKinds)> places = {};
+    places.fill(std::size(ActionKinds));
+    for (size_t place = 0; place < std::size(ActionKinds); place++)
+        places.at(static_cast<size_t>(ActionKinds[place].code)) = place;
+    return places;
 }();
-static_assert(std::find(ActionsByCode.begin(), ActionsByCode.end(), nullptr) == ActionsByCode.end(),
+static_assert(std::find(PlacesByCode.begin(), PlacesByCode.end(), std::size(ActionKinds))
+                  == PlacesByCode.end(),
               "a code twice");
 
 // The row of a code; null when there is none.
 constexpr const ActionKind *ActionKindOf(int code) {
     const auto index = static_cast<size_t>(code);
-    return index < ActionsByCode.size() ? ActionsByCode[index] : nullptr;
+    return index < PlacesByCode.size() ? &ActionKinds[PlacesByCode[index]] : nullptr;
 }
 
 // The type in the queue of an action that is known to have one.
 constexpr int QueueType(int code) {
-    return ActionsByCode.at(static_cast<size_t>(code))->queueType;
+    return ActionKinds[PlacesByCode.at(static_cast<size_t>(code))].queueType;
 }
 constexpr int QueueTypeAtZero(int code) {
-    return ActionsByCode.at(static_cast<size_t>(code))->queueTypeAtZero;
+    return ActionKinds[PlacesByCode.at(static_cast<size_t>(code))].queueTypeAtZero;
 }
 
 // The row whose actions have that type in the queue, and the name that the executer logs; null and "unknown".

@@ -73,7 +73,7 @@ bool isDigit(char c) {
 
 // A word is told once. Numbers are always known.
 void CheckWords(const std::string &phrase, const std::string &file, int line) {
-    if (pronounced.empty() || phrase == ANY) return;
+    if (pronounced.empty() || phrase == AnyPhrase) return;
     for (const std::string &word : StringToWordsArray(AsHeard(phrase), ' ')) {
         if (word.empty() || std::all_of(word.begin(), word.end(), isDigit)) continue;
         if (!pronounced.insert(word).second) continue;

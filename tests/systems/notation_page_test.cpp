@@ -30,7 +30,8 @@ std::string Row(const Rows &cells) {
 
 Rows Actions() {
     Rows rows;
-    for (const ActionKind *kind : ActionsByCode) {
+    for (const size_t place : PlacesByCode) {
+        const ActionKind *kind = &ActionKinds[place];
         std::string when = kind->when == ActionTime::Queued   ? "queued"
                            : kind->when == ActionTime::AtOnce ? "at once"
                                                               : "";
