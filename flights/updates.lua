@@ -118,7 +118,7 @@ os.remove(plugin .. "systems/DELTA.txt")
 ship(4, {"ALPHA", "BRAVO", "DELTA", "ECHO"})
 local versions = {}
 for _, name in ipairs {"ALPHA", "BRAVO", "DELTA"} do
-    versions[#versions + 1] = checksum(system(name, 1)) .. " systems/" .. name .. ".txt"
+    versions[#versions + 1] = checksum(system(name, 1)) .. "\tsystems\t" .. name .. ".txt"
 end
 check.write(plugin .. "shipped/versions.txt", table.concat(versions, "\n") .. "\n")
 check.that(tells(fly()), "his own is found without a record")

@@ -9,6 +9,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -17,6 +18,7 @@
 #include "util/log.h"
 #include "util/numbers.h"
 #include "util/paths.h"
+#include "util/text.h"
 
 namespace {
 
@@ -29,15 +31,22 @@ const char *const SomeVersion = "-"; // a checksum that no file has
 using Record = std::map<std::string, std::string>; // path to the checksum of the version given last
 using Versions = std::set<std::pair<std::string, std::string>>; // path and checksum
 
-// A line is a checksum, a blank and a path.
+// A line is a checksum, a folder and the name of a file in it, with tabs between them.
 Reading ReadChecksums(const std::string &file, const std::function<void(std::string, std::string)> &take) {
     std::vector<FileLine> lines;
+    std::vector<std::string_view> fields;
     const Reading reading = ReadLines(file, lines);
     for (const FileLine &line : lines) {
-        const size_t blank = line.text.find(' ');
-        if (blank != std::string::npos) take(line.text.substr(blank + 1), line.text.substr(0, blank));
+        SplitFields(line.text, '\t', fields);
+        if (fields.size() == 3)
+            take(std::string(fields[1]) + "/" + std::string(fields[2]), std::string(fields[0]));
     }
     return reading;
+}
+
+std::string ChecksumLine(const std::string &path, const std::string &checksum) {
+    const size_t slash = path.rfind('/');
+    return checksum + "\t" + path.substr(0, slash) + "\t" + path.substr(slash + 1) + "\r\n";
 }
 
 // All files below a folder, with their paths in it.
@@ -72,7 +81,7 @@ private:
 
 bool ShippedFiles::WriteRecord() {
     std::string text;
-    for (const auto &[path, checksum] : record) text += checksum + " " + path + "\r\n";
+    for (const auto &[path, checksum] : record) text += ChecksumLine(path, checksum);
     return WriteWholeFile(plugin + RecordFile, text);
 }
 

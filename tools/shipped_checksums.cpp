@@ -22,8 +22,9 @@ int main(int count, char **words) {
         for (const fs::path &file : files) {
             std::ifstream stream(file, std::ios::binary);
             const std::string text(std::istreambuf_iterator<char>(stream), {});
-            std::printf("%s %s\n", TextChecksum(text).c_str(),
-                        fs::relative(file, words[i]).generic_string().c_str());
+            const fs::path path = fs::relative(file, words[i]);
+            std::printf("%s\t%s\t%s\n", TextChecksum(text).c_str(),
+                        path.parent_path().generic_string().c_str(), path.filename().string().c_str());
         }
     }
     return 0;

@@ -331,9 +331,9 @@ const Writer AllWriters[] = {
          ShipVersion(folder, "2");
          for (const char *name : {"A", "B"})
              folder.write(std::string("systems/") + name + ".txt", name + std::string("1"));
-         folder.write("shipped/versions.txt", TextChecksum("A1\n") + " systems/A.txt\n" + TextChecksum("B1\n")
-                                                  + " systems/B.txt\n" + TextChecksum("C1\n")
-                                                  + " systems/C.txt\n");
+         folder.write("shipped/versions.txt", TextChecksum("A1\n") + "\tsystems\tA.txt\n"
+                                                  + TextChecksum("B1\n") + "\tsystems\tB.txt\n"
+                                                  + TextChecksum("C1\n") + "\tsystems\tC.txt\n");
      },
      [](Writers &) { PutShippedFilesInPlace(); }},
     {"position",
