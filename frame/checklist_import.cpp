@@ -1,13 +1,10 @@
-// The simulator knows the types of the datarefs that are there now; an aircraft's own may come later and are
-// compared as fractions.
+// What could not be taken over goes to the log, line by line; how it went is said.
 #include "frame/checklist_import.h"
 
 #include <string>
 
-#include "XPLMDataAccess.h"
 #include "systems/import/clist_folder.h"
 #include "systems/model.h"
-#include "util/find_dataref.h"
 #include "util/log.h"
 #include "util/numbers.h"
 #include "util/paths.h"
@@ -19,12 +16,6 @@ namespace {
 std::string ClistOfThisAircraft() {
     const std::string acf = WhatThisAircraftAcfPath();
     return FindClist(WhatThisAircraftPath(), acf.substr(acf.rfind('/') + 1));
-}
-
-bool isWholeDataref(const std::string &name) {
-    const XPLMDataRef dataref = FindDataref(name.substr(0, name.find('[')).c_str());
-    const int fractions = xplmType_Float | xplmType_Double | xplmType_FloatArray;
-    return dataref && (XPLMGetDataRefTypes(dataref) & fractions) == 0;
 }
 
 void Tell(const std::string &text) {
@@ -39,11 +30,9 @@ bool isChecklistImportOffered() {
 
 void ImportChecklist() {
     const std::string path = ClistOfThisAircraft();
-    ClistImportOptions options;
-    options.isWhole = isWholeDataref;
     ClistImport import;
     std::string reason;
-    if (!ImportClistFile(path, WhatPluginPath(), options, import, reason)) {
+    if (!ImportClistFile(path, WhatPluginPath(), import, reason)) {
         string2debugString("Error - checklists not imported: ", reason, 1);
         Tell("I could not import the checklists.");
         return;

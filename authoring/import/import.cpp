@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "XPLMDataAccess.h"
 #include "authoring/check/folder.h"
 #include "systems/import/clist_folder.h"
 
@@ -14,36 +13,27 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The plug-in's folder in an aircraft's, in the plug-in's own, or the folder itself; with its systems.
-fs::path MakePluginFolder(const fs::path &folder) {
+// The plug-in's folder in an aircraft's, in the plug-in's own, or the folder itself.
+fs::path PluginFolderIn(const fs::path &folder) {
     std::error_code failed;
     for (const fs::path &inside : {fs::path("plugins") / "fennic" / "64", fs::path("64")})
         if (fs::exists(folder / inside, failed)) return folder / inside;
     return folder;
 }
 
-bool isWholeDataref(const std::string &name) {
-    XPLMDataRef const dataref = XPLMFindDataRef(name.substr(0, name.find('[')).c_str());
-    constexpr int fractions = xplmType_Float | xplmType_Double | xplmType_FloatArray;
-    return dataref && (XPLMGetDataRefTypes(dataref) & fractions) == 0;
-}
-
 } // namespace
 
 int ImportChecklists(const ImportOptions &options) {
-    const fs::path folder = MakePluginFolder(options.folder);
+    const fs::path folder = PluginFolderIn(options.folder);
     std::error_code failed;
-    fs::create_directories(folder / "systems", failed);
+    const bool isMade = fs::create_directories(folder / "systems", failed);
     const std::string pluginFolder = EnterFolder(folder.string(), options.xplaneFolder);
     if (pluginFolder.empty()) return 2;
-    ClistImportOptions import;
-    import.isWhole = isWholeDataref;
     ClistImport result;
     std::string reason;
-    if (!ImportClistFile(options.clist, pluginFolder, import, result, reason)) {
+    if (!ImportClistFile(options.clist, pluginFolder, result, reason)) {
         std::fprintf(stderr, "fennic-sim: %s\n", reason.c_str());
-        fs::remove(folder / "systems", failed); // only when it is empty
-        fs::remove(folder, failed);
+        if (isMade) fs::remove(folder / "systems", failed); // only while it is empty
         return 1;
     }
     for (const ClistNote &note : result.notes)

@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <vector>
 
+#include "XPLMDataAccess.h"
 #include "util/file_set.h"
 #include "util/files.h"
+#include "util/find_dataref.h"
 #include "util/text.h"
 
 namespace {
@@ -30,10 +32,16 @@ bool isButtonPublished(const std::string &systemsFolder, const std::vector<FileL
     return false;
 }
 
+bool isWholeDataref(const std::string &name) {
+    const XPLMDataRef dataref = FindDataref(name.substr(0, name.find('[')).c_str());
+    const int fractions = xplmType_Float | xplmType_Double | xplmType_FloatArray;
+    return dataref && (XPLMGetDataRefTypes(dataref) & fractions) == 0;
+}
+
 } // namespace
 
-bool ImportClistFile(const std::string &path, const std::string &pluginFolder, ClistImportOptions options,
-                     ClistImport &import, std::string &reason) {
+bool ImportClistFile(const std::string &path, const std::string &pluginFolder, ClistImport &import,
+                     std::string &reason) {
     const std::string folder = pluginFolder + "systems/";
     if (isFileExistString(path) != 1) {
         reason = "there is no file " + path;
@@ -49,6 +57,8 @@ bool ImportClistFile(const std::string &path, const std::string &pluginFolder, C
         reason = std::string("checklists were imported before: ") + name + ".txt is there";
         return false;
     }
+    ClistImportOptions options;
+    options.isWhole = isWholeDataref;
     options.publishesButton = !isButtonPublished(folder, list);
     import = ImportClist(ReadFileToString(path, SystemsFile), options);
     if (import.systems.empty()) {

@@ -54,15 +54,10 @@ out_parameter_struct Parameter(const std::string &name, std::vector<logicblock_s
     return parameter;
 }
 
-void JoinAlternatives(std::vector<compare_block_class> &chain, const std::vector<std::string> &phrases) {
-    for (const std::string &phrase : phrases) {
-        compare_block_class heard = Heard(phrase);
-        if (!chain.empty()) {
-            heard.joinOp = 1;
-            heard.joinText = "||";
-        }
-        chain.push_back(std::move(heard));
-    }
+// Any of the answers; none at all stands for whatever is said.
+void JoinAnswers(std::vector<compare_block_class> &chain, const std::vector<std::string> &phrases) {
+    if (phrases.empty()) JoinByOr(chain, Heard(AnyPhrase));
+    for (const std::string &phrase : phrases) JoinByOr(chain, Heard(phrase));
 }
 
 class ClistImporter {
@@ -216,8 +211,7 @@ std::vector<logicblock_struct> StepBlocks(const Step &step, const std::vector<st
     for (const std::string &text : texts) actions.push_back(Action(ScriptSayWait, text));
     std::vector<logicblock_struct> blocks(1);
     std::vector<compare_block_class> &chain = blocks[0].compares;
-    if (!step.isTickedByCondition)
-        JoinAlternatives(chain, step.phrases.empty() ? std::vector<std::string>{"any"} : step.phrases);
+    if (!step.isTickedByCondition) JoinAnswers(chain, step.phrases);
     if (!step.met.empty()) chain.push_back(Comparison({step.met}, "==", {"", 1.0}));
     blocks[0].executes = actions;
     if (step.met.empty()) return blocks;
@@ -232,13 +226,10 @@ device_struct ClistImporter::SequenceDevice(Sequence &sequence) {
     device.name = sequence.name;
     device.serialStack = true;
     std::vector<logicblock_struct> called(1);
-    JoinAlternatives(called[0].compares, {sequence.phrase});
+    JoinByOr(called[0].compares, Heard(sequence.phrase));
     if (sequence.isOffered) {
-        compare_block_class accepted = Comparison({LinkTo(MenuSystem, "OFFER", "ACCEPTED")},
-                                                  "==", {"", static_cast<double>(sequence.number)});
-        accepted.joinOp = 1;
-        accepted.joinText = "||";
-        called[0].compares.push_back(std::move(accepted));
+        JoinByOr(called[0].compares, Comparison({LinkTo(MenuSystem, "OFFER", "ACCEPTED")},
+                                                "==", {"", static_cast<double>(sequence.number)}));
         called[0].executes = {Action(ScriptSet, OfferDataref), Action(ScriptAnswer, "yes"),
                               Action(ScriptAnswer, "no")};
     }
@@ -265,7 +256,7 @@ device_struct ClistImporter::DoubtsDevice(const Sequence &sequence) const {
         if (!step.met.empty()) {
             std::vector<logicblock_struct> doubt(1);
             std::vector<compare_block_class> &chain = doubt[0].compares;
-            JoinAlternatives(chain, step.phrases.empty() ? std::vector<std::string>{"any"} : step.phrases);
+            JoinAnswers(chain, step.phrases);
             chain.push_back(Comparison({before}, ">", {"", 0.0}));
             chain.push_back(Comparison({own}, "==", {"", 0.0}));
             chain.push_back(Comparison({step.met}, "==", {"", 0.0}));
@@ -299,9 +290,8 @@ device_struct ClistImporter::OfferDevice() {
     refused.push_back(Action(ScriptSay, "Standing by, [SIR]."));
     const compare_block_class isOpen = Comparison(offered, ">", zero),
                               isNone = Comparison(offered, "==", zero);
-    compare_block_class isOther = Comparison(offered, "!=", before);
-    isOther.joinOp = 1;
-    isOther.joinText = "||";
+    std::vector<compare_block_class> isNoneOrOther = {isNone};
+    JoinByOr(isNoneOrOther, Comparison(offered, "!=", before));
 
     device_struct device;
     device.name = "OFFER";
@@ -314,7 +304,7 @@ device_struct ClistImporter::OfferDevice() {
     device.outs.push_back(std::move(number));
     device.outs.push_back(
         Parameter("ACCEPTED", {block({isNone}, zero), block({Heard("yes"), isOpen}, offered, answered)}));
-    device.outs.push_back(Parameter("SINCE", {block({isNone, isOther}, time)}));
+    device.outs.push_back(Parameter("SINCE", {block(isNoneOrOther, time)}));
     device.outs.push_back(Parameter("BEFORE", {block({}, offered)}));
     logicblock_struct elapsed = block({}, time);
     elapsed.calcs[0].stack.push_back(Element("-", since));
@@ -325,38 +315,31 @@ device_struct ClistImporter::OfferDevice() {
 
 // Offers the list once when its conditions become true; again only after they were false.
 void ClistImporter::AddShow(Sequence &sequence, device_struct &offers) {
-    std::string condition;
+    std::vector<std::string> met;
     for (const std::string &text : sequence.clist->showConditions) {
         if (text.empty()) continue;
-        const std::string met =
-            ConditionLink(text, sequence.clist->line, "SHOW", "", "the checklist does not come up by itself");
-        if (met.empty()) return;
-        condition += (condition.empty() ? "" : "|") + met;
+        met.push_back(ConditionLink(text, sequence.clist->line, "SHOW", "",
+                                    "the checklist does not come up by itself"));
+        if (met.back().empty()) return;
     }
-    if (condition.empty()) return;
-    const std::string name = sequence.name;
-    const Operand own = {LinkTo(MenuSystem, "SHOW", name)};
+    if (met.empty()) return;
+    const Operand zero, one = {"", 1.0};
     std::string reason;
     std::vector<logicblock_struct> blocks(2);
-    for (const std::string &met : StringToWordsArray(condition, '|'))
-        blocks[0].compares.push_back(Comparison({met}, "==", {"", 1.0}));
-    blocks[0].compares.push_back(Comparison(own, "==", {"", 0.0}));
-    blocks[0].compares.push_back(Comparison({LinkTo(MenuSystem, "OFFER", "OFFERED")}, "==", {"", 0.0}));
-    blocks[0].compares.push_back(Comparison({LinkTo(ListSystem, sequence.name, "CALL")}, "==", {"", 0.0}));
-    blocks[0].compares.push_back(
-        Comparison({conditions.Dataref(TimeDataref, reason)}, ">", {"", SecondsBeforeShow}));
-    blocks[0].calcs = {Calculation({"", 1.0})};
-    blocks[0].executes = Offer(sequence, "Shall I read the " + sequence.phrase + "?");
-    for (const std::string &met : StringToWordsArray(condition, '|')) {
-        compare_block_class isOver = Comparison({met}, "==", {"", 0.0});
-        if (!blocks[1].compares.empty()) {
-            isOver.joinOp = 1;
-            isOver.joinText = "||";
-        }
-        blocks[1].compares.push_back(std::move(isOver));
+    std::vector<compare_block_class> &shows = blocks[0].compares;
+    for (const std::string &link : met) {
+        shows.push_back(Comparison({link}, "==", one));
+        JoinByOr(blocks[1].compares, Comparison({link}, "==", zero));
     }
-    blocks[1].calcs = {Calculation({"", 0.0})};
-    offers.outs.push_back(Parameter(name, std::move(blocks)));
+    for (const std::string &link :
+         {LinkTo(MenuSystem, "SHOW", sequence.name), LinkTo(MenuSystem, "OFFER", "OFFERED"),
+          LinkTo(ListSystem, sequence.name, "CALL")})
+        shows.push_back(Comparison({link}, "==", zero));
+    shows.push_back(Comparison({conditions.Dataref(TimeDataref, reason)}, ">", {"", SecondsBeforeShow}));
+    blocks[0].calcs = {Calculation(one)};
+    blocks[0].executes = Offer(sequence, "Shall I read the " + sequence.phrase + "?");
+    blocks[1].calcs = {Calculation(zero)};
+    offers.outs.push_back(Parameter(sequence.name, std::move(blocks)));
 }
 
 device_struct ClistImporter::MenuDevice() const {

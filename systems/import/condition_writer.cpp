@@ -145,6 +145,13 @@ system_class ConditionWriter::System() const {
 
 // ---- Conditions ----
 
+ConditionWriter::Term ConditionWriter::TermOf(compare_block_class comparison) {
+    Term term;
+    term.kind = Term::Compare;
+    term.comparison = std::move(comparison);
+    return term;
+}
+
 ConditionWriter::Term ConditionWriter::Junction(bool isAnd, std::vector<Term> terms) {
     const Term::Kind neutral = isAnd ? Term::True : Term::False, decisive = isAnd ? Term::False : Term::True;
     Term junction;
@@ -219,9 +226,7 @@ ConditionWriter::Term ConditionWriter::TermOfComparison(const ClistExpression &l
     if (oper == "==" || oper == "!=")
         return isLeftConstant ? TermOfEquality(right, left, oper == "!=")
                               : TermOfEquality(left, right, oper == "!=");
-    term.kind = Term::Compare;
-    term.comparison = Comparison(ValueOf(left), oper, ValueOf(right));
-    return term;
+    return TermOf(Comparison(ValueOf(left), oper, ValueOf(right)));
 }
 
 // Floats are seldom exactly what they should be: a lever at 0.9999 is taken for one at 1.
@@ -229,23 +234,13 @@ ConditionWriter::Term ConditionWriter::TermOfEquality(const ClistExpression &lef
                                                       const ClistExpression &right, bool isNegated) {
     double number = 0.0;
     const bool isNumber = isConstant(right, number);
-    Term term;
-    if (hasWholeValue(left) && hasWholeValue(right)) {
-        term.kind = Term::Compare;
-        term.comparison = Comparison(ValueOf(left), isNegated ? "!=" : "==", ValueOf(right));
-        return term;
-    }
-    Operand value;
-    if (isNumber)
-        value = ValueOf(left);
-    else
-        value = ValueOf({Kind::Compute, 0.0, "-", {left, right}});
+    if (hasWholeValue(left) && hasWholeValue(right))
+        return TermOf(Comparison(ValueOf(left), isNegated ? "!=" : "==", ValueOf(right)));
+    const Operand value = isNumber ? ValueOf(left) : ValueOf({Kind::Compute, 0.0, "-", {left, right}});
     const double tolerance = std::floor(number) == number ? WholeTolerance : FractionTolerance;
-    Term low, high;
-    low.kind = high.kind = Term::Compare;
-    low.comparison = Comparison(value, isNegated ? "<" : ">=", {"", number - tolerance});
-    high.comparison = Comparison(value, isNegated ? ">" : "<=", {"", number + tolerance});
-    return Junction(!isNegated, {std::move(low), std::move(high)});
+    return Junction(!isNegated,
+                    {TermOf(Comparison(value, isNegated ? "<" : ">=", {"", number - tolerance})),
+                     TermOf(Comparison(value, isNegated ? ">" : "<=", {"", number + tolerance}))});
 }
 
 ConditionWriter::Term ConditionWriter::TermOfNear(const ClistExpression &call) {
@@ -253,11 +248,8 @@ ConditionWriter::Term ConditionWriter::TermOfNear(const ClistExpression &call) {
     const Operand difference = ValueOf({Kind::Compute, 0.0, "-", {call.parts[0], call.parts[1]}});
     const Operand positive = ValueOf(call.parts[2]);
     const Operand negative = ValueOf({Kind::Negate, 0.0, "", {call.parts[2]}});
-    Term low, high;
-    low.kind = high.kind = Term::Compare;
-    low.comparison = Comparison(difference, ">", negative);
-    high.comparison = Comparison(difference, "<", positive);
-    return Junction(true, {std::move(low), std::move(high)});
+    return Junction(
+        true, {TermOf(Comparison(difference, ">", negative)), TermOf(Comparison(difference, "<", positive))});
 }
 
 // The parameter remembers: 1 when the value was at the beginning, 2 when it has reached the end since.
@@ -276,10 +268,7 @@ ConditionWriter::Term ConditionWriter::TermOfPassed(const ClistExpression &expre
                           Comparison(value, isRising ? ">=" : "<=", {"", to})};
     blocks[1].calcs = {Calculation({"", 2.0})};
     lists.back().outs.back().logic = std::move(blocks);
-    Term term;
-    term.kind = Term::Compare;
-    term.comparison = Comparison({link}, "==", {"", 2.0});
-    return term;
+    return TermOf(Comparison({link}, "==", {"", 2.0}));
 }
 
 // The parameter follows the value until the item becomes the current one.
@@ -297,13 +286,10 @@ ConditionWriter::Term ConditionWriter::TermOfMoved(const ClistExpression &expres
     const Operand moved = {Add(" MOVED", std::move(difference))};
     const Operand amount = ValueOf(expression.parts[1]);
     const Operand fall = ValueOf({Kind::Negate, 0.0, "", {expression.parts[1]}});
-    Term up, down;
-    up.kind = down.kind = Term::Compare;
-    up.comparison = Comparison(moved, ">", amount);
-    down.comparison = Comparison(moved, "<", fall);
+    const Term up = TermOf(Comparison(moved, ">", amount)), down = TermOf(Comparison(moved, "<", fall));
     if (expression.text == ">") return up;
     if (expression.text == "<") return down;
-    return Junction(false, {std::move(up), std::move(down)});
+    return Junction(false, {up, down});
 }
 
 // The junction that is not the first part of a chain, as a parameter that is compared.
@@ -321,12 +307,10 @@ std::vector<compare_block_class> ConditionWriter::Chain(const Term &term) {
     if (first != term.terms.end()) chain = Chain(*first);
     for (auto part = term.terms.begin(); part != term.terms.end(); ++part) {
         if (part == first) continue;
-        compare_block_class comparison = AsComparison(*part);
-        if (!chain.empty() && term.kind == Term::Or) {
-            comparison.joinOp = 1;
-            comparison.joinText = "||";
-        }
-        chain.push_back(std::move(comparison));
+        if (term.kind == Term::Or)
+            JoinByOr(chain, AsComparison(*part));
+        else
+            chain.push_back(AsComparison(*part));
     }
     return chain;
 }

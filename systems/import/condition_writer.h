@@ -50,6 +50,7 @@ private:
     Term Fail(const std::string &reason);
     std::string Add(const std::string &suffix, std::vector<logicblock_struct> blocks);
 
+    static Term TermOf(compare_block_class comparison);
     Term TermOf(const ClistExpression &expression, bool isNegated);
     Term TermOfParts(const ClistExpression &expression, bool isNegated);
     Term TermOfComparison(const ClistExpression &left, std::string oper, const ClistExpression &right,

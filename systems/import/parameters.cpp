@@ -2,6 +2,7 @@
 #include "systems/import/parameters.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "systems/operators.h"
 #include "util/numbers.h"
@@ -53,6 +54,14 @@ structExecute Action(int type, const std::string &text, double value) {
     action.text = text;
     action.value = value;
     return action;
+}
+
+void JoinByOr(std::vector<compare_block_class> &chain, compare_block_class comparison) {
+    if (!chain.empty()) {
+        comparison.joinOp = 1;
+        comparison.joinText = "||";
+    }
+    chain.push_back(std::move(comparison));
 }
 
 std::vector<logicblock_struct> OneWhile(std::vector<compare_block_class> chain) {

@@ -19,6 +19,9 @@ calcStack_class Element(const std::string &oper, const Operand &operand);
 calcBlock_struct Calculation(const Operand &value);
 structExecute Action(int type, const std::string &text, double value = 0.0);
 
+// Joins a comparison to the chain before it by "||".
+void JoinByOr(std::vector<compare_block_class> &chain, compare_block_class comparison);
+
 // The blocks that make a parameter 1 while a block's comparisons hold, else 0.
 std::vector<logicblock_struct> OneWhile(std::vector<compare_block_class> chain);
 
