@@ -1,36 +1,20 @@
 // A frame of the speech companion while nobody speaks: the first officer is there, the voice runs.
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <cstring>
 #include <string>
 
-#include "XPLMDataAccess.h"
 #include "bench/frames.h"
 #include "speech/companion/helper_process.h"
 #include "speech/companion/link.h"
+#include "tests/speech/text_dataref.h"
 
 namespace {
-
-int ReadText(void *text, void *target, int offset, int most) {
-    const std::string &value = *static_cast<std::string *>(text);
-    const int size = static_cast<int>(value.size()) + 1;
-    if (!target) return size;
-    const int count = std::clamp(size - offset, 0, most);
-    std::memcpy(target, value.c_str() + offset, static_cast<size_t>(count));
-    return count;
-}
-
-void WriteText(void *, void *, int, int) {}
 
 // The first officer's datarefs, as she leaves them between two sentences.
 class FirstOfficer {
 public:
     FirstOfficer() {
-        for (size_t i = 0; i < std::size(names); i++)
-            handles[i] = XPLMRegisterDataAccessor(names[i], xplmType_Data, 1, nullptr, nullptr, nullptr,
-                                                  nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                                  nullptr, ReadText, WriteText, &texts[i], &texts[i]);
+        for (size_t i = 0; i < std::size(names); i++) handles[i] = PublishTextDataref(names[i], texts[i]);
     }
     ~FirstOfficer() {
         for (XPLMDataRef handle : handles) XPLMUnregisterDataAccessor(handle);

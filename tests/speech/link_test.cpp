@@ -1,29 +1,15 @@
 // The companion's view of the first officer's datarefs: no message lost, none twice.
 #include "speech/companion/link.h"
 
-#include <algorithm>
 #include <cstring>
 #include <map>
 
 #include <gtest/gtest.h>
 
-#include "XPLMDataAccess.h"
+#include "tests/speech/text_dataref.h"
 
 namespace fennic_speech {
 namespace {
-
-int ReadText(void *text, void *target, int offset, int most) {
-    const std::string &value = *static_cast<std::string *>(text);
-    const int size = static_cast<int>(value.size()) + 1;
-    if (!target) return size;
-    const int count = std::clamp(size - offset, 0, most);
-    std::memcpy(target, value.c_str() + offset, static_cast<size_t>(count));
-    return count;
-}
-
-void WriteText(void *text, void *source, int, int size) {
-    static_cast<std::string *>(text)->assign(static_cast<char *>(source), static_cast<size_t>(size - 1));
-}
 
 class Link : public testing::Test {
 protected:
@@ -36,9 +22,7 @@ protected:
     void Come(bool hasLists) {
         for (const char *name : {"kv/to_speech", "kv/fr_speech", "kv/speech/messages", "kv/speech/expected"})
             if (hasLists || !std::strstr(name, "/speech/"))
-                handles[name] = XPLMRegisterDataAccessor(
-                    name, xplmType_Data, 1, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                    nullptr, nullptr, nullptr, ReadText, WriteText, &texts[name], &texts[name]);
+                handles[name] = PublishTextDataref(name, texts[name]);
         for (int frame = 0; frame < 40; frame++) FindFirstOfficer();
     }
     void Leave() {
