@@ -51,7 +51,7 @@ void BindOnce() {
     if (drfDone != 0) return;
     if (ThisAircraft().carriesFigure)
         InstallationState = InstallationNotNeeded;
-    else if (InstallationState == InstallationMissing)
+    else if (InstallationState == InstallationMissing && !ThisAircraft().needsNoSetup)
         OpenSetupPrompt();
     FindSpeechDatarefs();
     XPLMSetDatai(FindDataref("kv/fo/kill"), 0);

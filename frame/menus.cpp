@@ -39,7 +39,7 @@ XPLMMenuID AddSubmenu(XPLMMenuID parent, const std::string &label, XPLMMenuHandl
 }
 
 void AddSetupItem() {
-    if (ThisAircraft().carriesFigure) return;
+    if (ThisAircraft().needsNoSetup) return;
     if (InstallationState != InstallationReady)
         AddItem(idFENNIC, "Setup Fennic", "Setup");
     else

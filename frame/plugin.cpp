@@ -55,7 +55,7 @@ void RegisterCallbacks() {
 
 // Without callbacks the plug-in does nothing; the setup sets the state for the next start.
 void RegisterCallbacksIfInstalled() {
-    if (ThisAircraft().carriesFigure) {
+    if (ThisAircraft().needsNoSetup) {
         RegisterCallbacks();
         return;
     }

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include "frame/aircraft.h"
 #include "simhost/simulator.h"
 #include "util/clock.h"
 
@@ -19,6 +20,12 @@ const char *const LibraryName = "mac.xpl";
 #else
 const char *const LibraryName = "lin.xpl";
 #endif
+
+// As if an aircraft of this type were loaded.
+inline void LoadAircraft(int type) {
+    for (const AircraftRow &row : KnownAircraft())
+        if (row.type == type) ServeAs(row);
+}
 
 class PluginFolder : public ::testing::Test {
 protected:

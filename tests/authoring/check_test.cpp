@@ -254,6 +254,24 @@ TEST_F(Check, SettingsAndAnAircraftThatIsNotServed) {
         << output;
 }
 
+TEST_F(Check, TheListOfAircraft) {
+    EXPECT_EQ(Run(Head), 0);
+    EXPECT_NE(output.find("data/aircraft.txt: note: not here, nor an aircraft around"), std::string::npos)
+        << output;
+    std::ofstream(aircraft + "glider.acf") << "P acf/_descrip A glider\nP _obja/count many\n";
+    write("data/aircraft.txt", "aircraft=A boat\nfile=boat.acf\naircraft=A g\nfile=glider.acf\nsetup=acf\n"
+                               "aircraft=A glider\nfile=glider.acf\nwings=2\n");
+    EXPECT_EQ(Run(Head), 1);
+    for (const char *finding :
+         {":1: warning: there is no boat.acf in the aircraft's folder",
+          ":3: error: the figure cannot be put into glider.acf: line 2 states no number",
+          ":6: warning: never used: line 3 serves", ":8: error: the keys are", "2 errors, 2 warnings"})
+        EXPECT_NE(output.find(finding), std::string::npos) << finding << " in\n" << output;
+    write("data/aircraft.txt", "# nothing yet\n");
+    EXPECT_EQ(Run(Head), 1);
+    EXPECT_NE(output.find("data/aircraft.txt: error: it describes no aircraft"), std::string::npos) << output;
+}
+
 TEST_F(Check, PositionsByTheirNamesAndChannels) {
     std::string channels = "0,spine\n1,neck\n";
     for (int i = 2; i < 47; i++)

@@ -32,7 +32,7 @@ protected:
     Tree first; // the aircraft before the first setup
 
     void ShipAndBuild(int type) {
-        acfType = type;
+        LoadAircraft(type);
         simhost::SetFolders(root, aircraft, "test.acf");
         ShipFigure();
         write("data/obj/acf.txt", Object);

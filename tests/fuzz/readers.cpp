@@ -14,6 +14,7 @@
 #include "figure/installation.h"
 #include "figure/positions.h"
 #include "frame/aircraft.h"
+#include "frame/aircraft_list.h"
 #include "frame/datarefs.h"
 #include "frame/settings.h"
 #include "gfx/fonts.h"
@@ -41,6 +42,7 @@ extern "C" int fsync(int) {
 
 const std::vector<Reader> Readers = {
     {"settings", "data", "settings_mac.txt"},
+    {"aircraft_list", "aircraft/any", "aircraft.txt"},
     {"systems", "aircraft/Cessna_172SP", ".txt"},
     {"systems_list", "aircraft/Cessna_172SP", "_systems.txt"},
     {"saved_values", nullptr, nullptr},
@@ -185,7 +187,7 @@ public:
     }
 
     void AircraftFile(const std::string &acf, const std::string &object) {
-        acfType = 767;
+        LoadAircraft(767);
         simhost::SetFolders(root, aircraft, "test.acf");
         std::ofstream(aircraft + "test.acf", std::ios::binary) << acf;
         write("data/obj/acf.txt", object);
@@ -248,6 +250,11 @@ private:
 
 const std::map<std::string_view, void (*)(Folder &, const std::string &)> Runs = {
     {"settings", [](Folder &folder, const std::string &bytes) { folder.Settings(bytes); }},
+    {"aircraft_list",
+     [](Folder &folder, const std::string &bytes) {
+         folder.Write(AircraftListFile, bytes);
+         ReadDRF_descr();
+     }},
     {"systems",
      [](Folder &folder, const std::string &bytes) {
          folder.Write("sys.txt", bytes);

@@ -79,7 +79,7 @@ TEST_F(SpokenText, RunwaysAreThoseOfBoth737s) {
     OrvikLdgRwyName = "0 9 ";
     OrvikToRwyDistM = 120.0F;
     for (int type : {737, 739}) {
-        acfType = type;
+        LoadAircraft(type);
         EXPECT_EQ(VarToString("runway [TORW]"), "runway 2 7 Left");
         OrvikLdgRwyDistM = -1.0F;
         EXPECT_EQ(VarToString("land on [LDRW]"), "") << "not known";

@@ -67,7 +67,7 @@ public:
     using PluginFolder::write;
 
     void Ship(int type) {
-        acfType = type;
+        LoadAircraft(type);
         simhost::SetFolders(root, aircraft, "test.acf");
         ShipFigure();
         write("data/obj/acf.txt", "P _obja/0/_obj_flags 0\n\nP _obja/0/_v10_att_file_stl kvfennic.obj\n");

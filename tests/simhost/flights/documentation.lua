@@ -6,6 +6,7 @@
 --   systems           a part of a systems file: the checker must find nothing
 --   check             the errors and warnings that the checker finds in the page's aircraft now
 --   position          a position
+--   aircraft          a list of aircraft: the checker must find nothing in one of its first row
 --   sh                commands, run where the page's aircraft are; "aircraft/" is that of the sources
 -- Any other block needs a comment "not run: why" above it.
 local root, program = arg[1], arg[2]
@@ -91,6 +92,14 @@ local function run_examples(page, text)
         elseif kind == "sh" then
             local complaint, is_well = run((example:gsub("%f[%S]aircraft/", root .. "/aircraft/")))
             assert(is_well, page .. ": this command fails:\n" .. example .. complaint)
+        elseif kind == "aircraft" then
+            local folder = fresh_aircraft("part")
+            write(folder .. "systems/_systems.txt", "")
+            write(folder .. "data/aircraft.txt", example)
+            run("rm part/*.acf")
+            write(scratch .. "part/" .. (example:match("\nfile=([^\n]+)") or "any.acf"),
+                  "P acf/_descrip " .. example:match("aircraft=([^\n]*)") .. "\nP _obja/count 0\n")
+            expect(page, "the checker finds", findings("part"), "")
         elseif kind == "position" then
             local folder = fresh_aircraft("part")
             write(folder .. "systems/_systems.txt", "")
@@ -156,7 +165,7 @@ for page in list:gmatch("[^\n]+") do
     check_commands(page, text)
     check_links(page, text)
 end
-for kind, least in pairs {lua = 10, transcript = 4, systems = 10, check = 1, position = 1} do
+for kind, least in pairs {lua = 10, transcript = 4, systems = 10, check = 1, position = 1, aircraft = 1} do
     assert((counts[kind] or 0) >= least, ("examples of %s: %s"):format(kind, counts[kind]))
 end
 

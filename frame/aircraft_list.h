@@ -1,0 +1,14 @@
+// The list of aircraft, "data/aircraft.txt" in the plug-in's folder: which aircraft she serves beside those
+// that she knows, and what differs between them. docs/aircraft-file.md describes it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "frame/aircraft.h"
+
+inline const char *const AircraftListFile = "data/aircraft.txt";
+
+// Reads the list. A line that cannot be used is reported, and the others stand. False, with no rows, when
+// there is no list or it cannot be read.
+bool ReadAircraftList(const std::string &pluginFolder, std::vector<AircraftRow> &rows);
