@@ -4,6 +4,8 @@
 #include "systems/cycle.h"
 
 #include <algorithm>
+#include <bit>
+#include <span>
 #include <string_view>
 #include <unordered_set>
 #include <vector>
@@ -33,11 +35,17 @@ const float NextFrame = -1.0F;
 const double StepDone = 1.0;
 const double StepBrokenOff = 2.0;
 
+// Where more than this part of all is evaluated, marking it costs more than it saves; then so many frames are
+// evaluated whole. The two behind them that find out whether it still is so cost a hundredth of that.
+const size_t MarkingPaysBelow = 2; // its reciprocal
+const int PlainFrames = 100;
+
 // How a parameter is evaluated that is a step of a sequence, or is none.
 struct StepContext {
     bool isSerial = false;
     bool isFirst = true;
     bool isBrokenOff = false; // a step of this device broke off in this frame
+    bool comesAgain = false;  // it is to be evaluated in the next frame, too, whatever changes
 };
 
 std::vector<const structExecute *> restartedTimers; // by the actions of this frame, in order
@@ -92,76 +100,122 @@ void RunAction(const structExecute &action, const device_struct &device, StepCon
     }
 }
 
-void RunActions(const BlockRecord &record, StepContext &step) {
-    const std::vector<structExecute> &actions = record.block->executes;
-    if (actions.empty()) return;
+void RunActions(const BlockFiring &firing, StepContext &step) {
+    const std::vector<structExecute> &actions = firing.block->executes;
     if (actions.front().type != ScriptInput) {
-        string2debugString("EXECUTE FROM:", SysDevOut2name(record.place) + " B " + int2string(record.index),
+        string2debugString("EXECUTE FROM:", SysDevOut2name(firing.place) + " B " + int2string(firing.index),
                            1);
     }
-    for (const structExecute &action : actions) RunAction(action, *record.device, step);
+    for (const structExecute &action : actions) RunAction(action, *firing.device, step);
 }
 
-// A speech comparison tells the pilot what is waited for, whether or not it can still fire.
-[[gnu::noinline]] bool CompareSpecial(const SpecialComparison &special, const double *values,
-                                      const StepContext &step) {
-    const compare_block_class &comparison = *special.record;
-    if (!special.isSpeech) return CompareWithList(comparison, values[special.operand]);
-    if (comparison.phrase == AnyPhrase) {
-        isAnyInputGood = true;
-        if (step.isSerial && !step.isFirst) ExpectAnyAnswer();
-    } else if (step.isSerial && !step.isFirst) {
-        ExpectAnswer(comparison.phrase);
+// ---- What is marked (systems/program.h) ----
+
+void MarkAll(MarkSet &marked, const std::vector<uint32_t> &units) {
+    for (uint32_t unit : units) marked.Insert(unit);
+}
+
+// What is no value and yet decides: whether actions are queued, and what was heard.
+void NoticeSurroundings(SystemsProgram &program) {
+    if (executeFlow.empty() != program.wasQueueEmpty) {
+        program.wasQueueEmpty = !program.wasQueueEmpty;
+        MarkAll(program.marked, program.sequences);
     }
-    return CompareWithSpeech(comparison, LastRecognition);
+    if (LastRecognition != program.heardText) {
+        program.heardText = LastRecognition;
+        program.heard = program.PhraseNumberOf(LastRecognition);
+        MarkAll(program.marked, program.speechUnits);
+    }
+}
+
+// What a parameter becomes. While marks are kept, its dependents are marked when that is new.
+template <bool isMarking>
+[[gnu::always_inline]] inline void Store(const ProgramArrays &arrays, uint32_t index, double value) {
+    if constexpr (isMarking) {
+        if (std::bit_cast<uint64_t>(arrays.values[index]) == std::bit_cast<uint64_t>(value)) return;
+        const uint32_t end = arrays.firstDependent[index + 1];
+        for (uint32_t i = arrays.firstDependent[index]; i < end; i++)
+            arrays.program.marked.Insert(arrays.dependents[i]);
+    }
+    arrays.values[index] = value;
+}
+
+// ---- Blocks ----
+
+// A speech comparison tells the pilot what is waited for, whether or not it can still fire.
+[[gnu::noinline]] bool CompareSpeech(const SystemsProgram &program, const SpecialComparison &comparison,
+                                     StepContext &step) {
+    const bool isLaterStep = step.isSerial && !step.isFirst;
+    if (comparison.first == AnyPhraseNumber) {
+        isAnyInputGood = true;
+        step.comesAgain = true;
+        if (isLaterStep) ExpectAnyAnswer();
+    } else if (isLaterStep) {
+        step.comesAgain = true;
+        ExpectAnswer(program.phrases[comparison.first]);
+    }
+    return CompareWithSpeech(comparison, program.heard);
 }
 
 // The live values.
 struct FrameView {
-    double *values;
-    const StepContext &step;
+    const ProgramArrays &arrays;
+    StepContext &step;
 
-    double &operator[](uint32_t index) const { return values[index]; }
-    bool isTrue(const SpecialComparison &special) const { return CompareSpecial(special, values, step); }
+    double &operator[](uint32_t index) const { return arrays.values[index]; }
+    bool isTrue(const SpecialComparison &special) const {
+        if (special.isSpeech) return CompareSpeech(arrays.program, special, step);
+        return CompareWithList(arrays, special, arrays.values[special.operand]);
+    }
     void Compared(double, double, bool) const {}
     void Calculated(double, double) const {}
 };
 
-void ConsumeRecognition(uint32_t block, const StepContext &step) {
-    TraceConsumption(systemsProgram, block);
+void ConsumeRecognition(SystemsProgram &program, uint32_t block, const StepContext &step) {
+    TraceConsumption(program, block);
     ForgetRecognition();
+    NoticeSurroundings(program);
     if (step.isSerial) isNewRecognitionMayCome = false;
 }
 
+double LookUp(SystemsProgram &program, ProgramGraph &graph, double x) {
+    const auto points =
+        std::span<const GraphPoint>(program.graphPoints).subspan(graph.firstPoint, graph.points);
+    return graph.isAscending ? LookUpAscending(points, x, graph.segment) : LookUpUnordered(points, x);
+}
+
 // What the parameter becomes when a block with actions, speech or a graph fires.
-[[gnu::noinline]] double FireRecord(const ProgramArrays &arrays, uint32_t block, double value,
-                                    StepContext &step) {
-    const BlockRecord &record = arrays.program.records[arrays.blocks[block].record];
-    RunActions(record, step);
+[[gnu::noinline]] double FireWithMore(const ProgramArrays &arrays, uint32_t block, double value,
+                                      StepContext &step) {
+    const BlockFiring &firing = arrays.program.firings[arrays.blocks[block].firing];
+    if (firing.hasActions) {
+        RunActions(firing, step);
+        NoticeSurroundings(arrays.program);
+        step.comesAgain = true;
+    }
     if (step.isSerial && step.isBrokenOff) return StepBrokenOff;
-    if (step.isSerial && !record.block->executes.empty()) return StepDone;
-    const FrameView view{arrays.values, step};
+    if (step.isSerial && firing.hasActions) return StepDone;
+    const FrameView view{arrays, step};
     value = Calculate(arrays, block, value, view);
-    if (!record.block->calcs.empty() && record.block->graph.size() >= 2)
-        value = CalcGraf(record.block->graph, value);
-    return value;
+    return firing.graph == NoIndex ? value
+                                   : LookUp(arrays.program, arrays.program.graphs[firing.graph], value);
 }
 
 [[gnu::always_inline]] inline double Fire(const ProgramArrays &arrays, uint32_t index, uint32_t block,
                                           double value, StepContext &step) {
     const uint32_t number = block - arrays.parameters[index].firstBlock;
     arrays.firedBlocks[index] = static_cast<uint16_t>(std::min<uint32_t>(number, NoBlock - 1));
-    if (arrays.blocks[block].record != NoRecord) [[unlikely]]
-        return FireRecord(arrays, block, value, step);
+    if (arrays.blocks[block].firing != NoIndex) [[unlikely]]
+        return FireWithMore(arrays, block, value, step);
     if (step.isBrokenOff && step.isSerial) return StepBrokenOff;
-    const FrameView view{arrays.values, step};
+    const FrameView view{arrays, step};
     return Calculate(arrays, block, value, view);
 }
 
 // Evaluates a parameter's blocks up to the first true one, which fires.
 [[gnu::always_inline]] inline double EvaluateBlocks(const ProgramArrays &arrays, uint32_t index, double value,
                                                     StepContext &step) {
-    const FrameView view{arrays.values, step};
+    const FrameView view{arrays, step};
     const uint32_t endBlock = arrays.parameters[index + 1].firstBlock;
     for (uint32_t block = arrays.parameters[index].firstBlock; block < endBlock; block++)
         if (EvaluateChain(arrays, block, view)) return Fire(arrays, index, block, value, step);
@@ -172,13 +226,14 @@ void ConsumeRecognition(uint32_t block, const StepContext &step) {
 // The same where speech is compared: every block is evaluated, since it tells what is waited for, and one
 // that is true consumes the recognition even behind the one that fired.
 double EvaluateAllBlocks(const ProgramArrays &arrays, uint32_t index, double value, StepContext &step) {
-    const FrameView view{arrays.values, step};
+    const FrameView view{arrays, step};
     const uint32_t endBlock = arrays.parameters[index + 1].firstBlock;
     bool hasFired = false;
     for (uint32_t block = arrays.parameters[index].firstBlock; block < endBlock; block++) {
         if (!EvaluateChain(arrays, block, view)) continue;
-        const uint32_t record = arrays.blocks[block].record;
-        if (record != NoRecord && arrays.program.records[record].hasSpeech) ConsumeRecognition(block, step);
+        const uint32_t firing = arrays.blocks[block].firing;
+        if (firing != NoIndex && arrays.program.firings[firing].hasSpeech)
+            ConsumeRecognition(arrays.program, block, step);
         if (!hasFired) value = Fire(arrays, index, block, value, step);
         hasFired = true;
     }
@@ -186,50 +241,87 @@ double EvaluateAllBlocks(const ProgramArrays &arrays, uint32_t index, double val
     return value;
 }
 
-// With datarefs, limits or speech.
-[[gnu::noinline]] void EvaluateWithTraits(const ProgramArrays &arrays, uint32_t index, StepContext &step) {
+// ---- Parameters ----
+
+// Reads an input that is there into the value. True when it gives another value than in the frame before.
+bool ReadInput(ProgramDataref &input, double &value) {
+    const bool wasMissing = !input.access.handle;
+    if (wasMissing) input.access = input.record->Access();
+    if (!input.access.handle) return false;
+    value = input.access.Get();
+    const bool isSame = std::bit_cast<uint64_t>(value) == std::bit_cast<uint64_t>(input.lastValue);
+    input.lastValue = value;
+    return wasMissing || !isSame;
+}
+
+void WriteOutput(ProgramDataref &output, double value) {
+    if (!output.access.handle) output.access = output.record->Access();
+    if (!output.access.handle) return;
+    output.lastValue = value;
+    output.access.Set(value);
+}
+
+[[gnu::always_inline]] inline double Limited(const ParameterExtras &extras, double value) {
+    value = value < extras.minimum ? extras.minimum : value;
+    return value > extras.maximum ? extras.maximum : value;
+}
+
+// With datarefs or speech: evaluated when it is due, and when its input has changed.
+template <bool isMarking>
+[[gnu::noinline]] void EvaluateWithTraits(const ProgramArrays &arrays, uint32_t index, bool isDue,
+                                          StepContext &step) {
     const ProgramParameter parameter = arrays.parameters[index];
-    out_parameter_struct &record = *arrays.program.parameterRecords[parameter.record];
-    double &value = arrays.values[index];
-    if (parameter.traits & HasInput) {
-        const double input = record.inDataref.GetValue();
-        if (record.inDataref.handle) value = input;
+    const ParameterExtras &extras = arrays.extras[parameter.extras];
+    double value = arrays.values[index];
+    if (parameter.traits & HasInput && ReadInput(arrays.program.datarefs[extras.input], value)) isDue = true;
+    if (isDue) {
+        const double before = arrays.values[index];
+        arrays.values[index] = value; // which its blocks may read
+        value = Limited(extras, parameter.traits & HasSpeech ? EvaluateAllBlocks(arrays, index, value, step)
+                                                             : EvaluateBlocks(arrays, index, value, step));
+        arrays.values[index] = before; // which others know
+        Store<isMarking>(arrays, index, value);
     }
-    double result = parameter.traits & HasSpeech ? EvaluateAllBlocks(arrays, index, value, step)
-                                                 : EvaluateBlocks(arrays, index, value, step);
-    if (record.hasMin && result < record.minLimit) result = record.minLimit;
-    if (record.hasMax && result > record.maxLimit) result = record.maxLimit;
-    value = result;
-    if (parameter.traits & HasOutput) record.outDataref.SetValue(result);
+    if (parameter.traits & HasOutput)
+        WriteOutput(arrays.program.datarefs[extras.output], arrays.values[index]);
 }
 
-inline void EvaluateParameter(const ProgramArrays &arrays, uint32_t index, StepContext &step) {
-    if (arrays.parameters[index].traits != 0)
-        EvaluateWithTraits(arrays, index, step);
-    else
-        arrays.values[index] = EvaluateBlocks(arrays, index, arrays.values[index], step);
+template <bool isMarking>
+[[gnu::always_inline]] inline void EvaluateParameter(const ProgramArrays &arrays, uint32_t index,
+                                                     StepContext &step) {
+    const ProgramParameter parameter = arrays.parameters[index];
+    if (parameter.traits != 0) {
+        EvaluateWithTraits<isMarking>(arrays, index, true, step);
+    } else {
+        const double value = EvaluateBlocks(arrays, index, arrays.values[index], step);
+        Store<isMarking>(arrays, index, Limited(arrays.extras[parameter.extras], value));
+    }
 }
 
-void Rewind(const ProgramArrays &arrays, const ProgramRun &run) {
-    std::fill(arrays.values + run.firstParameter, arrays.values + run.endParameter, 0.0);
+// ---- Sequences ----
+
+template <bool isMarking> void Rewind(const ProgramArrays &arrays, const ProgramRun &run) {
+    for (uint32_t i = run.firstParameter; i < run.endParameter; i++) Store<isMarking>(arrays, i, 0.0);
     std::fill(arrays.evaluated + run.firstParameter, arrays.evaluated + run.endParameter, 0);
     onChecklistOrProcedure = false;
 }
 
 // True when the step may be evaluated: it is reached, and the executer has nothing left to do.
+template <bool isMarking>
 bool isStepOpen(const ProgramArrays &arrays, const ProgramRun &run, uint32_t index) {
     const bool isFirst = index == run.firstParameter;
     const double before = isFirst ? 0.0 : arrays.values[index - 1];
     if (arrays.values[index] == 0.0 && !isFirst && before == 0.0) return false;
     if (!executeFlow.empty()) return false;
     if (isFirst || before != StepBrokenOff) return true;
-    arrays.values[index] = StepBrokenOff; // cascades to the end of the sequence, which rewinds
+    Store<isMarking>(arrays, index, StepBrokenOff); // cascades to the end of the sequence, which rewinds
     XPLMSetDatai(DRFi_ShowPlanshet, 0);
     return false;
 }
 
-// A sequence: one step after the other, each waiting until the actions of the one before are done.
-void RunSequence(const ProgramArrays &arrays, const ProgramRun &run) {
+// One step after the other, each waiting until the actions of the one before are done. True when it must be
+// looked at in the next frame, too.
+template <bool isMarking> bool RunSequence(const ProgramArrays &arrays, const ProgramRun &run) {
     StepContext step;
     step.isSerial = true;
     std::fill(arrays.evaluated + run.firstParameter, arrays.evaluated + run.endParameter, 0);
@@ -237,38 +329,82 @@ void RunSequence(const ProgramArrays &arrays, const ProgramRun &run) {
         if (arrays.values[index] > 0.0) {
             onChecklistOrProcedure = true;
             isLiveAnimationBlocked = true;
+            step.comesAgain = true;
             if (isAbortHeard()) {
                 index = run.endParameter - 1;
                 XPLMSetDatai(DRFi_ShowPlanshet, 0);
                 onChecklistOrProcedure = false;
             }
-            if (index == run.endParameter - 1) Rewind(arrays, run);
-        } else if (isStepOpen(arrays, run, index)) {
+            if (index == run.endParameter - 1) Rewind<isMarking>(arrays, run);
+        } else if (isStepOpen<isMarking>(arrays, run, index)) {
             step.isFirst = index == run.firstParameter;
             arrays.evaluated[index] = 1;
-            EvaluateParameter(arrays, index, step);
+            EvaluateParameter<isMarking>(arrays, index, step);
         }
     }
+    return step.comesAgain;
 }
 
-void RunParameters(const ProgramArrays &arrays, const ProgramRun &run) {
+// ---- The whole ----
+
+void EvaluateAll(const ProgramArrays &arrays) {
+    for (const ProgramRun &run : arrays.program.runs) {
+        StepContext noStep;
+        if (run.isSerial)
+            RunSequence<false>(arrays, run);
+        else
+            for (uint32_t index = run.firstParameter; index < run.endParameter; index++)
+                EvaluateParameter<false>(arrays, index, noStep);
+    }
+}
+
+// Gives how many parameters were evaluated; a sequence counts as one.
+size_t EvaluateMarked(const ProgramArrays &arrays) {
+    SystemsProgram &program = arrays.program;
     StepContext noStep;
-    for (uint32_t index = run.firstParameter; index < run.endParameter; index++)
-        EvaluateParameter(arrays, index, noStep);
+    size_t evaluated = 0;
+    WalkMarks(program.marked, program.withDatarefs, [&](uint32_t index, bool isMarked) {
+        const uint32_t traits = arrays.parameters[index].traits;
+        evaluated += isMarked;
+        if (traits == 0)
+            EvaluateParameter<true>(arrays, index, noStep);
+        else if (traits & isSequence)
+            noStep.comesAgain =
+                RunSequence<true>(arrays, program.runs[arrays.extras[arrays.parameters[index].extras].run]);
+        else
+            EvaluateWithTraits<true>(arrays, index, isMarked, noStep);
+        if (noStep.comesAgain) [[unlikely]]
+            program.marked.Insert(index);
+        noStep.comesAgain = false;
+    });
+    return evaluated;
 }
 
+// Marks are not kept while everything is evaluated, so the first frame behind it marks everything, and only
+// the second shows how much changes.
 void RunProgram(SystemsProgram &program) {
     const ProgramArrays arrays(program);
+    NoticeSurroundings(program);
     if (areFramesTraced) BeginTracedFrame(program);
-    for (const ProgramRun &run : program.runs) {
-        if (run.serial)
-            RunSequence(arrays, run);
-        else
-            RunParameters(arrays, run);
+    const bool wereMarksCurrent = program.areMarksCurrent;
+    program.areMarksCurrent = false; // also when a frame is left by what an action throws
+    const bool isPlain = frameEvaluation == FrameEvaluation::OfAll
+                         || (frameEvaluation == FrameEvaluation::AsItPays && program.plainFramesLeft > 0);
+    if (isPlain) {
+        EvaluateAll(arrays);
+        if (program.plainFramesLeft > 0) program.plainFramesLeft--;
+        return;
     }
+    if (!wereMarksCurrent) program.marked = program.all;
+    const size_t evaluated = EvaluateMarked(arrays);
+    program.areMarksCurrent = true;
+    if (wereMarksCurrent && evaluated * MarkingPaysBelow > program.firedBlocks.size())
+        program.plainFramesLeft = PlainFrames;
 }
 
 } // namespace
+
+FrameEvaluation frameEvaluation = FrameEvaluation::AsItPays;
 
 float CalculateSystemsCycle(float, float, int, void *) {
     if (isAtRest()) return NextFrame;

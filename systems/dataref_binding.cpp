@@ -47,47 +47,34 @@ bool dataref_class::Find() {
     return true;
 }
 
-bool dataref_class::isElement() {
-    if (isReachableElement(index)) return true;
-    if (!wasIndexReported) ReportIndex();
-    return false;
-}
-
 void dataref_class::ReportIndex() {
     LogProblem("Error in systems file - array index outside 0 to 15: ", fullName);
     wasIndexReported = true;
 }
 
-double dataref_class::GetValue() {
-    lastValue = 0.0;
-    if (!Find()) return lastValue;
-    switch (dataType) {
-    case xplmType_Int: lastValue = XPLMGetDatai(handle); break;
-    case xplmType_Float: lastValue = XPLMGetDataf(handle); break;
-    case xplmType_FloatArray:
-        if (isElement()) lastValue = GetElementf(handle, index);
-        break;
-    case xplmType_IntArray:
-        if (isElement()) lastValue = GetElementi(handle, index);
-        break;
-    default: lastValue = XPLMGetDatad(handle); break;
-    }
-    return lastValue;
+DatarefAccess dataref_class::Access() {
+    if (!Find()) return {};
+    const bool isArray = dataType == xplmType_FloatArray || dataType == xplmType_IntArray;
+    if (isArray && !isReachableElement(index) && !wasIndexReported) ReportIndex();
+    return {handle, dataType, index};
 }
 
-void dataref_class::SetValue(double value) {
-    lastValue = 0.0;
-    if (!Find()) return;
-    lastValue = value;
-    switch (dataType) {
+double DatarefAccess::Get() const {
+    switch (type) {
+    case xplmType_Int: return XPLMGetDatai(handle);
+    case xplmType_Float: return XPLMGetDataf(handle);
+    case xplmType_FloatArray: return GetElementf(handle, index);
+    case xplmType_IntArray: return GetElementi(handle, index);
+    default: return XPLMGetDatad(handle);
+    }
+}
+
+void DatarefAccess::Set(double value) const {
+    switch (type) {
     case xplmType_Int: XPLMSetDatai(handle, TruncateToInt(value)); break;
     case xplmType_Float: XPLMSetDataf(handle, static_cast<float>(value)); break;
-    case xplmType_FloatArray:
-        if (isElement()) SetElementf(handle, index, static_cast<float>(value));
-        break;
-    case xplmType_IntArray:
-        if (isElement()) SetElementi(handle, index, TruncateToInt(value));
-        break;
+    case xplmType_FloatArray: SetElementf(handle, index, static_cast<float>(value)); break;
+    case xplmType_IntArray: SetElementi(handle, index, TruncateToInt(value)); break;
     default: XPLMSetDatad(handle, value); break;
     }
 }

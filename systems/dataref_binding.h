@@ -8,6 +8,18 @@
 
 enum { BindingNone = 0, BindingNew = 1, BindingExist = 2 };
 
+// A dataref as a frame reads and writes it: by its handle, as the type that it has.
+struct DatarefAccess {
+    XPLMDataRef handle = nullptr; // null: there is no such dataref
+    int type = 1;                 // the simulator's type bits
+    int index = -1;               // array element
+
+    // 0 for an array without that element.
+    double Get() const;
+    // The value converted to the dataref's type.
+    void Set(double value) const;
+};
+
 class dataref_class {
 public:
     std::string name;     // without index
@@ -22,11 +34,9 @@ public:
     // 2 (float) and initValue serve "new".
     void Init(const std::string &fullNameText, const std::string &modeText, int type, double initValue);
 
-    // 0 while there is no such dataref; one of mode "exist" is looked up again.
-    double GetValue();
-
-    // Writes the value converted to the dataref's type; nothing while there is no such dataref.
-    void SetValue(double value);
+    // Without a handle while there is no such dataref; one of mode "exist" is looked up again. An index that
+    // cannot be reached is reported once.
+    DatarefAccess Access();
 
     void Unregister();
 
@@ -34,6 +44,5 @@ private:
     bool wasIndexReported = false;
 
     bool Find();
-    bool isElement();
     void ReportIndex();
 };

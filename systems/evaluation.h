@@ -8,9 +8,6 @@
 //     void Calculated(double operand, double result)   is told of every element, apart from those that keep
 #pragma once
 
-#include <algorithm>
-#include <string>
-
 #include "systems/operators.h"
 #include "systems/program.h"
 
@@ -24,28 +21,33 @@ struct ProgramArrays {
     const ProgramBlock *blocks;
     const ProgramComparison *comparisons;
     const ProgramElement *elements;
-    const SystemsProgram &program; // what firing a block with a record, or a special comparison, needs
+    const SpecialComparison *special;
+    const double *listNumbers;
+    const ParameterExtras *extras;
+    const uint32_t *firstDependent, *dependents;
+    SystemsProgram &program; // what is seldom needed
 
     explicit ProgramArrays(SystemsProgram &program)
         : values(program.values.data()), firedBlocks(program.firedBlocks.data()),
           evaluated(program.evaluated.data()), parameters(program.parameters.data()),
           blocks(program.blocks.data()), comparisons(program.comparisons.data()),
-          elements(program.elements.data()), program(program) {}
+          elements(program.elements.data()), special(program.special.data()),
+          listNumbers(program.listNumbers.data()), extras(program.extras.data()),
+          firstDependent(program.firstDependent.data()), dependents(program.dependents.data()),
+          program(program) {}
 };
 
 // Whether a value is one of a list, or with "!=" none of it.
-inline bool CompareWithList(const compare_block_class &comparison, double value) {
-    const auto &list = comparison.bList;
-    const bool isListed = std::any_of(list.begin(), list.end(), [=](int number) { return value == number; });
-    return isListed == (comparison.cmpOp == CompareEqual);
+inline bool CompareWithList(const ProgramArrays &arrays, const SpecialComparison &comparison, double value) {
+    unsigned isListed = 0;
+    for (uint32_t i = comparison.first; i < comparison.end; i++) isListed |= value == arrays.listNumbers[i];
+    return isListed == comparison.isEquality;
 }
 
 // Nothing is true while nothing is heard.
-inline bool CompareWithSpeech(const compare_block_class &comparison, const std::string &heard) {
-    if (heard.empty()) return false;
-    const bool isEqual = heard == comparison.phrase;
-    return comparison.phrase == AnyPhrase || (comparison.cmpOp == CompareEqual && isEqual)
-           || (comparison.cmpOp == CompareNotEqual && !isEqual);
+inline bool CompareWithSpeech(const SpecialComparison &comparison, uint32_t heard) {
+    if (heard == NothingHeard) return false;
+    return comparison.first == AnyPhraseNumber || (heard == comparison.first) == comparison.isEquality;
 }
 
 // Every comparison is evaluated and joined to those before it, which are true to begin with.
@@ -57,7 +59,7 @@ template <typename View>
     for (; comparison != end; ++comparison) {
         unsigned isTrue;
         if (!comparison->greater && !comparison->equal) [[unlikely]] {
-            isTrue = view.isTrue(arrays.program.special[comparison->first]) ? 1 : 0;
+            isTrue = view.isTrue(arrays.special[comparison->first]) ? 1 : 0;
         } else {
             const double first = view[comparison->first], second = view[comparison->second];
             isTrue =

@@ -1,10 +1,18 @@
 // Graph tables: a value looked up between points.
 #pragma once
 
-#include <vector>
+#include <cstddef>
+#include <span>
 
-#include "systems/model.h"
+struct GraphPoint {
+    double x = 0.0, y = 0.0;
+};
 
-// Linear between the points, in the order they stand; flat outside the first and the last. Between two
-// points of equal x the mean of their y; 0 when the points do not ascend and no segment holds x.
-double CalcGraf(const std::vector<graf_struct> &points, double x);
+// True when no x is less than the one before it.
+bool isAscending(std::span<const GraphPoint> points);
+
+// Linear between the points, in the order they stand; flat outside the first and the last. 0 when the points
+// do not ascend and no segment holds x. For points that ascend the segment that was used last is tried first,
+// and kept in segment; any will do to begin with.
+double LookUpAscending(std::span<const GraphPoint> points, double x, size_t &segment);
+double LookUpUnordered(std::span<const GraphPoint> points, double x);

@@ -4,7 +4,8 @@
 
 #include <algorithm>
 #include <bit>
-#include <unordered_map>
+#include <numeric>
+#include <span>
 #include <utility>
 
 #include "systems/links.h"
@@ -36,12 +37,21 @@ public:
         for (ParameterAddress place{0, 0, 0}; SystemAt(place); place = {place.sys + 1, 0, 0})
             for (; DeviceAt(place); place = {place.sys, place.dev + 1, 0}) CompileDevice(place);
         program.parameters.push_back({Count(program.blocks), 0, 0});
-        program.blocks.push_back({Count(program.comparisons), Count(program.elements), NoRecord});
+        program.blocks.push_back({Count(program.comparisons), Count(program.elements), NoIndex});
+        LinkDependents();
     }
 
 private:
+    // A parameter's value is read by another, or by a sequence.
+    struct Read {
+        uint32_t value, reader;
+    };
+
     SystemsProgram &program = systemsProgram;
     std::unordered_map<uint64_t, uint32_t> constants; // by bits, so that 0 and -0 stay apart
+    std::vector<Read> reads;                          // in the order of their readers
+    std::vector<uint32_t> lastReaders;                // per parameter
+    uint32_t reader = 0;                              // what is compiled
 
     void LayOutValues() {
         uint32_t parameters = 0;
@@ -54,6 +64,11 @@ private:
         }
         program.values.reserve(parameters);
         program.evaluated.resize(parameters);
+        lastReaders.assign(parameters, NoIndex);
+        for (MarkSet *set : {&program.marked, &program.withDatarefs, &program.all}) set->Resize(parameters);
+        program.extras.emplace_back();
+        program.phrases = {"", "", AnyPhrase};
+        program.phraseNumbers = {{AnyPhrase, AnyPhraseNumber}};
         ForEachParameter([this](const out_parameter_struct &parameter) {
             const auto fired = static_cast<size_t>(parameter.activeBlock); // -1: beyond every block
             const bool hasFired = fired < parameter.logic.size() && fired < NoBlock;
@@ -70,58 +85,114 @@ private:
         return entry->second;
     }
 
+    void AddRead(uint32_t value) {
+        if (lastReaders[value] != reader) reads.push_back({value, reader});
+        lastReaders[value] = reader;
+    }
+
     // Operands that do not resolve read 0.
     uint32_t Operand(const sysLink_struct &link, double constant) {
         if (link.kind == LinkNone) return Constant(constant);
         const bool isResolved = link.kind == LinkLive || link.kind == LinkDeleted;
-        return isResolved && ParameterAt(link) ? ValueIndex(link) : Constant(0.0);
+        if (!isResolved || !ParameterAt(link)) return Constant(0.0);
+        const uint32_t value = ValueIndex(link);
+        AddRead(value);
+        return value;
     }
 
     void CompileDevice(ParameterAddress place) {
         const device_struct &device = *DeviceAt(place);
         const uint32_t first = Count(program.parameters);
-        for (; ParameterAt(place); place.out++) CompileParameter(device, place);
-        const uint32_t end = Count(program.parameters);
+        const uint32_t end = first + Count(device.outs);
         if (first == end) return;
+        for (; ParameterAt(place); place.out++) {
+            reader = device.serialStack ? first : Count(program.parameters);
+            program.all.Insert(reader);
+            CompileParameter(device, place);
+        }
         std::fill(program.evaluated.begin() + first, program.evaluated.begin() + end, !device.serialStack);
-        const bool joinsRun = !device.serialStack && !program.runs.empty() && !program.runs.back().serial;
+        if (device.serialStack) AddSequence(first, end);
+        const bool joinsRun = !device.serialStack && !program.runs.empty() && !program.runs.back().isSerial;
         if (joinsRun)
             program.runs.back().endParameter = end;
         else
-            program.runs.push_back({first, end, device.serialStack ? &device : nullptr});
+            program.runs.push_back({first, end, device.serialStack});
+    }
+
+    // Its gates read every step.
+    void AddSequence(uint32_t first, uint32_t end) {
+        for (uint32_t step = first; step < end; step++) AddRead(step);
+        program.parameters[first].traits |= isSequence;
+        ExtrasOf(program.parameters[first]).run = Count(program.runs);
+        program.sequences.push_back(first);
+    }
+
+    ParameterExtras &ExtrasOf(ProgramParameter &parameter) {
+        if (parameter.extras == 0) {
+            parameter.extras = Count(program.extras) & 0x0FFFFFFFU;
+            program.extras.emplace_back();
+        }
+        return program.extras[parameter.extras];
+    }
+
+    ParameterExtras &ExtrasOfNewest(uint32_t trait) {
+        program.parameters.back().traits |= trait & 0xFU;
+        return ExtrasOf(program.parameters.back());
+    }
+
+    uint32_t Bind(dataref_class &dataref) {
+        program.withDatarefs.Insert(reader);
+        program.datarefs.push_back({dataref.Access(), &dataref, 0.0});
+        return Count(program.datarefs) - 1;
     }
 
     void CompileParameter(const device_struct &device, const ParameterAddress &place) {
         out_parameter_struct &parameter = *ParameterAt(place);
-        uint32_t traits = 0;
-        if (parameter.inDataref.mode != BindingNone) traits |= HasInput;
-        if (parameter.outDataref.mode != BindingNone) traits |= HasOutput;
-        if (parameter.hasMin || parameter.hasMax) traits |= HasLimits;
-        const uint32_t firstBlock = Count(program.blocks);
+        program.parameters.push_back({Count(program.blocks), 0, 0});
+        if (parameter.inDataref.mode != BindingNone)
+            ExtrasOfNewest(HasInput).input = Bind(parameter.inDataref);
+        if (parameter.outDataref.mode != BindingNone)
+            ExtrasOfNewest(HasOutput).output = Bind(parameter.outDataref);
+        if (parameter.hasMin) ExtrasOfNewest(0).minimum = parameter.minLimit;
+        if (parameter.hasMax) ExtrasOfNewest(0).maximum = parameter.maxLimit;
         for (size_t index = 0; index < parameter.logic.size(); index++)
-            if (CompileBlock({&parameter.logic[index], &device, place, static_cast<int>(index), false}))
-                traits |= HasSpeech;
-        program.parameters.push_back({firstBlock, traits, 0});
-        if (traits == 0) return;
-        program.parameters.back().record = Count(program.parameterRecords) & 0x0FFFFFFFU;
-        program.parameterRecords.push_back(&parameter);
+            CompileBlock({&parameter.logic[index], &device, place, static_cast<int>(index)});
     }
 
-    // True when the block compares speech.
-    bool CompileBlock(BlockRecord record) {
-        const uint32_t firstComparison = Count(program.comparisons);
-        const uint32_t firstElement = Count(program.elements);
-        for (const compare_block_class &comparison : record.block->compares) {
-            if (comparison.a.kind == LinkSpeech) record.hasSpeech = true;
+    void CompileBlock(BlockFiring firing) {
+        const logicblock_struct &block = *firing.block;
+        program.blocks.push_back({Count(program.comparisons), Count(program.elements), NoIndex});
+        for (const compare_block_class &comparison : block.compares) {
+            if (comparison.a.kind == LinkSpeech) firing.hasSpeech = true;
             CompileComparison(comparison);
         }
-        CompileCalculations(*record.block);
-        const bool needsRecord =
-            record.hasSpeech || !record.block->executes.empty() || record.block->graph.size() >= 2;
-        program.blocks.push_back(
-            {firstComparison, firstElement, needsRecord ? Count(program.records) : NoRecord});
-        if (needsRecord) program.records.push_back(record);
-        return record.hasSpeech;
+        CompileCalculations(block);
+        firing.hasActions = !block.executes.empty();
+        if (!block.calcs.empty() && block.graph.size() >= 2) firing.graph = CompileGraph(block.graph);
+        if (firing.hasSpeech) MarkAsSpeech();
+        if (!firing.hasSpeech && !firing.hasActions && firing.graph == NoIndex) return;
+        program.blocks.back().firing = Count(program.firings);
+        program.firings.push_back(firing);
+    }
+
+    void MarkAsSpeech() {
+        program.parameters.back().traits |= HasSpeech;
+        if (program.speechUnits.empty() || program.speechUnits.back() != reader)
+            program.speechUnits.push_back(reader);
+    }
+
+    uint32_t CompileGraph(const std::vector<graf_struct> &points) {
+        const uint32_t first = Count(program.graphPoints);
+        for (const graf_struct &point : points) program.graphPoints.push_back({point.x, point.y});
+        const std::span compiled = std::span(program.graphPoints).subspan(first);
+        program.graphs.push_back({first, Count(points), isAscending(compiled), 0});
+        return Count(program.graphs) - 1;
+    }
+
+    uint32_t PhraseNumberFor(const std::string &phrase) {
+        const auto [entry, isNew] = program.phraseNumbers.emplace(phrase, Count(program.phrases));
+        if (isNew) program.phrases.push_back(phrase);
+        return entry->second;
     }
 
     void CompileComparison(const compare_block_class &comparison) {
@@ -130,7 +201,7 @@ private:
         const bool isSpeech = comparison.a.kind == LinkSpeech;
         if (isList || isSpeech) {
             program.comparisons.push_back({Count(program.special) & IndexMask, 0, 0, 0, 0, joinsWithOr});
-            program.special.push_back({&comparison, isSpeech, Operand(comparison.a, comparison.aValue)});
+            CompileSpecial(comparison, isSpeech);
             return;
         }
         const Comparator &comparator = Comparators[comparison.cmpOp];
@@ -139,6 +210,19 @@ private:
         if (comparator.swapped) std::swap(first, second);
         program.comparisons.push_back(
             {first, comparator.greater, comparator.equal, second, comparator.negated, joinsWithOr});
+    }
+
+    void CompileSpecial(const compare_block_class &comparison, bool isSpeech) {
+        const unsigned isEqual = comparison.cmpOp == CompareEqual;
+        if (isSpeech) {
+            program.special.push_back({PhraseNumberFor(comparison.phrase) & IndexMask, 1, isEqual, 0, 0});
+            return;
+        }
+        const uint32_t first = Count(program.listNumbers);
+        program.listNumbers.insert(program.listNumbers.end(), comparison.bList.begin(),
+                                   comparison.bList.end());
+        const uint32_t operand = Operand(comparison.a, comparison.aValue);
+        program.special.push_back({first & IndexMask, 0, isEqual, Count(program.listNumbers), operand});
     }
 
     void AddElement(uint32_t oper, uint32_t operand) {
@@ -155,6 +239,7 @@ private:
                 if (isLast) AddElement(OperatorLoad, Constant(block.constant));
                 continue;
             }
+            if (calculation.stack.front().operType != OperatorLoad) AddRead(Count(program.parameters) - 1);
             for (const calcStack_class &element : calculation.stack)
                 AddElement(static_cast<uint32_t>(element.operType), CalculationOperand(element, kept));
             if (isLast) continue;
@@ -169,6 +254,17 @@ private:
         if (element.blockIndex == -1) return Operand(element.link, element.constant);
         const bool isKept = element.blockIndex >= 0 && static_cast<size_t>(element.blockIndex) < kept.size();
         return isKept ? kept[static_cast<size_t>(element.blockIndex)] : Constant(0.0);
+    }
+
+    // Sorts the reads by value, those of one value in the order of their readers.
+    void LinkDependents() {
+        std::vector<uint32_t> &first = program.firstDependent;
+        first.assign(lastReaders.size() + 1, 0);
+        for (const Read &read : reads) first[read.value + 1]++;
+        std::partial_sum(first.begin(), first.end(), first.begin());
+        std::vector<uint32_t> next = first;
+        program.dependents.resize(reads.size());
+        for (const Read &read : reads) program.dependents[next[read.value]++] = read.reader;
     }
 };
 
@@ -204,6 +300,8 @@ void RefreshRecords() {
             parameter.logic[block].active = fired == block;
         index++;
     });
+    for (const ProgramDataref &dataref : systemsProgram.datarefs)
+        dataref.record->lastValue = dataref.lastValue;
 }
 
 double LiveValue(const ParameterAddress &place) {

@@ -1,13 +1,43 @@
 // The systems program: the model compiled into flat arrays that a frame runs over. All values lie side by
-// side in one array, parameters first and constants behind them, and every operand is an index into it; the
-// records, scattered over the heap, are touched only where a block fires actions, compares speech or a list,
-// or looks up a graph.
+// side in one array, parameters first and constants behind them, and every operand is an index into it. The
+// records, scattered over the heap, are touched only where a block runs its actions and where a dataref is
+// missing.
+//
+// A frame may evaluate everything, in order. But what a parameter becomes depends only on the values that its
+// blocks read, its own among them where a calculation goes on from it, and on what was heard, where it
+// compares speech. While none of these has changed, evaluating it again would store the same value and let
+// the same block fire. So a frame evaluates what is marked, in the same order, and this is what marks:
+//
+// - A value that is stored and differs from the old one, in any bit, marks those that read it: its
+// dependents.
+//   Those behind it in the order see it in this frame, and their marks are met in this frame; those before
+//   it, and the parameter itself, see it in the next, for which their marks are left. So a mark is always met
+//   when evaluating everything would first have seen the new value.
+// - A sequence is evaluated as a whole, in its gates' order, and stands in the order at its first step, whose
+//   mark is that of all. Its gates look at its own steps, so it reads them all; and at whether the queue of
+//   actions is empty: when that changes, every sequence is marked.
+// - When what was heard is another text, or was consumed, everything that compares speech is marked.
+// - What does more than store a value marks itself for the next frame: a block that ran actions, since it
+// runs
+//   them in every frame in which it fires; a comparison that told what is waited for; a sequence that runs,
+//   since it says so.
+//
+// Parameters with datarefs are visited in every frame, at their place, to read and write them; only an input
+// that is another one than before has them evaluated. Limits give the same for what they gave, and graphs and
+// calculations for what they were given, so nothing else needs to be remembered.
+//
+// Marking costs more than evaluating when most of it changes: then a stretch of frames is evaluated whole
+// (RunProgram in systems/cycle.cpp).
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
+#include "systems/graph.h"
+#include "systems/marks.h"
 #include "systems/model.h"
 
 // A comparison of two values as CompareNumbers takes it, or, when it asks for neither relation, the special
@@ -23,9 +53,18 @@ struct ProgramComparison {
 
 // A comparison of a value with a list, or of what was heard with a phrase.
 struct SpecialComparison {
-    const compare_block_class *record;
-    bool isSpeech;
-    uint32_t operand; // of a list: the value
+    uint32_t first : 30; // of a list: its first number; of speech: the phrase
+    uint32_t isSpeech : 1;
+    uint32_t isEquality : 1; // "=="; else "!="
+    uint32_t end;            // of a list: behind its last number
+    uint32_t operand;        // of a list: the value
+};
+
+// Phrases and what was heard are compared by their numbers.
+enum PhraseNumber : uint32_t {
+    NothingHeard = 0,
+    OtherPhrase = 1, // heard, but compared with nowhere
+    AnyPhraseNumber = 2,
 };
 
 const uint32_t OperatorKeep = 7; // stores the accumulator at the operand and starts over from the parameter
@@ -35,43 +74,65 @@ struct ProgramElement {
     uint32_t oper : 3;     // CalculationOperator or OperatorKeep
 };
 
-const uint32_t NoRecord = 0xFFFFFFFF;
+const uint32_t NoIndex = 0xFFFFFFFF;
 
 // A block's comparisons and elements end where those of the next block begin.
 struct ProgramBlock {
     uint32_t firstComparison;
     uint32_t firstElement;
-    uint32_t record; // index in records when firing needs more than the elements; else NoRecord
+    uint32_t firing; // index in firings when it needs more than the elements; else NoIndex
 };
 
-// What a block that fires needs of its record.
-struct BlockRecord {
-    const logicblock_struct *block;
+// What a block needs besides its elements when it fires.
+struct BlockFiring {
+    const logicblock_struct *block; // for its actions
     const device_struct *device;
     ParameterAddress place; // for the log, with the block's index
     int index;
-    bool hasSpeech;
+    uint32_t graph = NoIndex; // index in graphs
+    bool hasSpeech = false;
+    bool hasActions = false;
+};
+
+struct ProgramGraph {
+    uint32_t firstPoint, points;
+    bool isAscending;
+    size_t segment; // used last
+};
+
+struct ProgramDataref {
+    DatarefAccess access;
+    dataref_class *record; // looks it up while it is missing
+    double lastValue;
 };
 
 enum ParameterTraits : uint32_t {
     HasInput = 1,
     HasOutput = 2,
-    HasLimits = 4,
-    HasSpeech = 8, // every block is evaluated every frame, also behind one that fired
+    HasSpeech = 4,  // every block is evaluated, also behind one that fired
+    isSequence = 8, // the first step of a serial device
+};
+
+// What a parameter may have beside its blocks.
+struct ParameterExtras {
+    double minimum = -std::numeric_limits<double>::infinity();
+    double maximum = std::numeric_limits<double>::infinity();
+    uint32_t input = NoIndex, output = NoIndex; // index in datarefs
+    uint32_t run = NoIndex;                     // of the first step of a sequence: index in runs
 };
 
 // A parameter's blocks end where those of the next parameter begin.
 struct ProgramParameter {
     uint32_t firstBlock;
     uint32_t traits : 4;
-    uint32_t record : 28; // index in parameterRecords, when there are traits
+    uint32_t extras : 28; // index in extras; 0: it has none
 };
 
 // Parameters that are evaluated alike: a serial device, or all the others up to the next one.
 struct ProgramRun {
     uint32_t firstParameter;
     uint32_t endParameter;
-    const device_struct *serial; // null: no sequence
+    bool isSerial;
 };
 
 struct SystemsProgram {
@@ -83,18 +144,47 @@ struct SystemsProgram {
     std::vector<ProgramBlock> blocks;         // likewise
     std::vector<ProgramComparison> comparisons;
     std::vector<ProgramElement> elements;
-    std::vector<BlockRecord> records;
     std::vector<SpecialComparison> special;
-    std::vector<out_parameter_struct *> parameterRecords;
+    std::vector<double> listNumbers;
+    std::vector<BlockFiring> firings;
+    std::vector<ProgramGraph> graphs;
+    std::vector<GraphPoint> graphPoints;
+    std::vector<ParameterExtras> extras;
+    std::vector<ProgramDataref> datarefs;
     std::vector<uint32_t> firstDeviceOfSystem;    // index in firstParameterOfDevice
     std::vector<uint32_t> firstParameterOfDevice; // index in values
+
+    // Speech.
+    std::vector<std::string> phrases; // by number
+    std::unordered_map<std::string, uint32_t> phraseNumbers;
+    std::string heardText; // LastRecognition as the frame last saw it, and its number
+    uint32_t heard = NothingHeard;
+
+    // What is to be evaluated, by the index of a parameter or of a sequence's first step.
+    MarkSet marked;
+    MarkSet withDatarefs;                 // visited in every frame
+    MarkSet all;                          // what can be marked
+    std::vector<uint32_t> firstDependent; // per parameter, and one behind the last: index in dependents
+    std::vector<uint32_t> dependents;     // what reads the parameter, in order
+    std::vector<uint32_t> speechUnits;    // what compares speech
+    std::vector<uint32_t> sequences;
+    bool wasQueueEmpty = true;    // when the sequences were marked last
+    bool areMarksCurrent = false; // false: the next frame that evaluates what is marked must mark all
+    int plainFramesLeft = 0;      // frames to come in which everything is evaluated
 
     // What the last frame began with, while frames are traced (systems/trace.h).
     struct {
         std::vector<double> values; // of the parameters; none: no frame since the program was compiled
-        std::string heard;
-        uint32_t consumer = NoRecord; // the block that consumed the recognition
+        uint32_t heard = NothingHeard;
+        uint32_t consumer = NoIndex; // the block that consumed the recognition
     } before;
+
+    // By its text; OtherPhrase when no comparison knows it.
+    uint32_t PhraseNumberOf(const std::string &text) const {
+        if (text.empty()) return NothingHeard;
+        const auto found = phraseNumbers.find(text);
+        return found == phraseNumbers.end() ? OtherPhrase : found->second;
+    }
 };
 
 const uint16_t InactiveBlock = 0x8000; // did not fire in the last frame
@@ -118,9 +208,9 @@ uint32_t ValueIndex(const ParameterAddress &place);
 // The live value of the parameter; 0 when there is none there.
 double LiveValue(const ParameterAddress &place);
 
-// False when there is no such parameter, and for a step of a sequence that the last frame did not evaluate,
-// since it is not reached, done or waits
-// for the actions of the one before. Its blocks are as they were when it was evaluated last.
+// False when there is no such parameter, and for a step of a sequence that the last frame passed over, since
+// it is not reached, done or waits for the actions of the one before. Its blocks are as they were when it was
+// evaluated last.
 bool isEvaluated(const ParameterAddress &place);
 
 // The logic block of the parameter that fired in the last frame; -1: none.

@@ -4,7 +4,6 @@
 
 #include "systems/evaluation.h"
 #include "systems/links.h"
-#include "voice/recognition.h"
 
 bool areFramesTraced = false;
 
@@ -12,9 +11,9 @@ namespace {
 
 class TracedView {
 public:
-    TracedView(SystemsProgram &program, uint32_t parameter, uint32_t block, BlockTrace &trace)
-        : program(program), parameter(parameter), trace(trace), own(OwnValue()),
-          heard(block <= program.before.consumer ? program.before.heard : std::string()) {}
+    TracedView(const ProgramArrays &arrays, uint32_t parameter, uint32_t block, BlockTrace &trace)
+        : arrays(arrays), program(arrays.program), parameter(parameter), trace(trace), own(OwnValue()),
+          heard(block <= program.before.consumer ? program.before.heard : NothingHeard) {}
 
     double Own() const { return own; }
 
@@ -27,26 +26,27 @@ public:
     bool isTrue(const SpecialComparison &special) {
         ComparisonTrace &told = trace.comparisons.emplace_back();
         if (!special.isSpeech) told.a = (*this)[special.operand];
-        told.isTrue = special.isSpeech ? CompareWithSpeech(*special.record, heard)
-                                       : CompareWithList(*special.record, told.a);
+        told.isTrue =
+            special.isSpeech ? CompareWithSpeech(special, heard) : CompareWithList(arrays, special, told.a);
         return told.isTrue;
     }
     void Compared(double a, double b, bool isTrue) { trace.comparisons.push_back({a, b, isTrue}); }
     void Calculated(double operand, double result) { trace.elements.push_back({operand, result}); }
 
 private:
+    const ProgramArrays &arrays;
     SystemsProgram &program;
     const uint32_t parameter;
     BlockTrace &trace;
     double own;
-    const std::string heard;
+    const uint32_t heard;
 
     // What its blocks began with: its input, where it has one.
     double OwnValue() const {
         const ProgramParameter &compiled = program.parameters[parameter];
         if (compiled.traits & HasInput) {
-            const dataref_class &input = program.parameterRecords[compiled.record]->inDataref;
-            if (input.handle && program.evaluated[parameter]) return input.lastValue;
+            const ProgramDataref &input = program.datarefs[program.extras[compiled.extras].input];
+            if (input.access.handle && program.evaluated[parameter]) return input.lastValue;
         }
         const bool isKept = parameter < program.before.values.size();
         return isKept ? program.before.values[parameter] : program.values[parameter];
@@ -59,8 +59,8 @@ void BeginTracedFrame(SystemsProgram &program) {
     program.before.values.assign(program.values.begin(),
                                  program.values.begin()
                                      + static_cast<std::ptrdiff_t>(program.firedBlocks.size()));
-    program.before.heard = LastRecognition;
-    program.before.consumer = NoRecord;
+    program.before.heard = program.heard;
+    program.before.consumer = NoIndex;
 }
 
 void TraceConsumption(SystemsProgram &program, uint32_t block) {
@@ -77,7 +77,7 @@ bool TraceBlock(const ParameterAddress &place, int block, BlockTrace &trace) {
     const ProgramArrays arrays(program);
     const uint32_t parameter = ValueIndex(place);
     const uint32_t index = program.parameters[parameter].firstBlock + static_cast<uint32_t>(block);
-    TracedView view(program, parameter, index, trace);
+    TracedView view(arrays, parameter, index, trace);
     trace.isEvaluated = isEvaluated(place);
     trace.hasFired = trace.isEvaluated && FiredBlock(place) == block;
     trace.isTrue = EvaluateChain(arrays, index, view);

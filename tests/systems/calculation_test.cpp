@@ -94,13 +94,13 @@ TEST_F(Calculation, Comparisons) {
 }
 
 TEST(Graph, Lookup) {
-    const std::vector<graf_struct> line = {{0, 0}, {10, 100}};
-    const std::vector<graf_struct> step = {{0, 0}, {5, 10}, {5, 20}, {10, 30}};
-    const std::vector<graf_struct> unordered = {{0, 1}, {8, 2}, {4, 3}, {10, 4}};
-    const std::vector<graf_struct> backwards = {{10, 1}, {0, 2}};
-    const std::vector<graf_struct> allEqual = {{5, 1}, {5, 2}};
+    const std::vector<GraphPoint> line = {{0, 0}, {10, 100}};
+    const std::vector<GraphPoint> step = {{0, 0}, {5, 10}, {5, 20}, {10, 30}};
+    const std::vector<GraphPoint> unordered = {{0, 1}, {8, 2}, {4, 3}, {10, 4}};
+    const std::vector<GraphPoint> backwards = {{10, 1}, {0, 2}};
+    const std::vector<GraphPoint> allEqual = {{5, 1}, {5, 2}};
     const struct {
-        const std::vector<graf_struct> &points;
+        const std::vector<GraphPoint> &points;
         double x, expected;
     } rows[] = {{line, 5, 50},
                 {line, -3, 0},
@@ -118,7 +118,13 @@ TEST(Graph, Lookup) {
                 {{}, 1, 0},
                 {line, NAN, 0},
                 {line, INFINITY, 100}};
-    for (const auto &row : rows) EXPECT_DOUBLE_EQ(CalcGraf(row.points, row.x), row.expected) << row.x;
+    for (const auto &row : rows) {
+        EXPECT_DOUBLE_EQ(LookUpUnordered(row.points, row.x), row.expected) << row.x;
+        for (size_t last = 0; last < 5 && isAscending(row.points); last++) {
+            size_t segment = last;
+            EXPECT_DOUBLE_EQ(LookUpAscending(row.points, row.x, segment), row.expected) << row.x;
+        }
+    }
 }
 
 TEST_F(Calculation, AGraphNeedsTwoPoints) {
