@@ -7,7 +7,8 @@
 #
 # A system that an aircraft lists in systems/_systems.txt and has no file for comes from aircraft/shared/.
 #
-# The systems for all other aircraft, aircraft/any/, are put together in <ANY>/systems/.
+# The systems for all other aircraft, aircraft/any/, are put together in <ANY>/systems/, and the list of aircraft
+# that goes with them in <ANY>/data/.
 
 # Completes a folder of systems files.
 function(add_shared_systems name systems_folder)
@@ -56,4 +57,5 @@ endforeach()
 
 file(REMOVE_RECURSE ${ANY})
 file(COPY ${SOURCE}/aircraft/any/systems DESTINATION ${ANY})
+file(COPY ${SOURCE}/aircraft/any/aircraft.txt DESTINATION ${ANY}/data)
 add_shared_systems(any ${ANY}/systems)

@@ -12,35 +12,48 @@ endfunction()
 file(REMOVE_RECURSE ${WORK})
 file(COPY ${STAGED}/${aircraft} DESTINATION ${WORK}/staged)
 foreach(time first second)
-    run(${CMAKE_COMMAND} -DSOURCE=${SOURCE} -DSTAGED=${WORK}/staged -DOUT=${WORK}/${time} -P
+    run(${CMAKE_COMMAND} -DSOURCE=${SOURCE} -DSTAGED=${WORK}/staged -DANY=${STAGED}/../any -DOUT=${WORK}/${time} -P
         ${SOURCE}/cmake/package.cmake)
     file(TOUCH ${WORK}/staged/${aircraft}/plugins/fennic/64/data/settings_mac.txt)
 endforeach()
-file(GLOB package RELATIVE ${WORK}/first ${WORK}/first/Fennic-*-${aircraft}.zip)
-run(${CMAKE_COMMAND} -E compare_files ${WORK}/first/${package} ${WORK}/second/${package})
+
+# Unzips the package in the folder of an aircraft, looks at it, and flies.
+function(try_package name folder flight)
+    file(GLOB package RELATIVE ${WORK}/first ${WORK}/first/Fennic-*-${name}.zip)
+    run(${CMAKE_COMMAND} -E compare_files ${WORK}/first/${package} ${WORK}/second/${package})
+    set(plugins ${folder}/plugins)
+    file(MAKE_DIRECTORY ${plugins})
+    run(${CMAKE_COMMAND} -E chdir ${plugins} ${CMAKE_COMMAND} -E tar xf ${WORK}/first/${package})
+    run(${CMAKE_COMMAND} -E chdir ${plugins}/fennic sha256sum --check --quiet checksums.txt)
+    # The next version must know each of these files as an earlier one.
+    execute_process(COMMAND ${CHECKSUMS} ${plugins}/fennic/64/shipped OUTPUT_VARIABLE shipped
+                    COMMAND_ERROR_IS_FATAL ANY)
+    file(STRINGS ${SOURCE}/cmake/shipped_versions.txt versions)
+    string(REPLACE "\n" ";" shipped "${shipped}")
+    foreach(line IN LISTS shipped)
+        if(NOT line MATCHES "versions.txt$" AND NOT line IN_LIST versions AND NOT line STREQUAL "")
+            message(FATAL_ERROR "not in cmake/shipped_versions.txt; run ./fennic versions: ${line}")
+        endif()
+    endforeach()
+    # What the user makes has no place in the zip file, so that the next one does not take it.
+    file(GLOB_RECURSE live ${plugins}/fennic/64/systems/* ${plugins}/fennic/64/custom/positions-*/*
+         ${plugins}/fennic/64/data/settings_mac.txt ${plugins}/fennic/64/data/aircraft.txt
+         ${plugins}/fennic/64/data/obj/acf.txt)
+    if(live)
+        message(FATAL_ERROR "an update would replace the user's ${live}")
+    endif()
+    run(${SIM} --quiet --aircraft ${folder} ${flight})
+endfunction()
 
 file(COPY ${SOURCE}/aircraft/${aircraft} DESTINATION ${WORK}/simulator)
-set(plugins ${WORK}/simulator/${aircraft}/plugins)
 file(REMOVE_RECURSE ${WORK}/simulator/${aircraft}/systems)
-file(MAKE_DIRECTORY ${plugins})
-run(${CMAKE_COMMAND} -E chdir ${plugins} ${CMAKE_COMMAND} -E tar xf ${WORK}/first/${package})
-run(${CMAKE_COMMAND} -E chdir ${plugins}/fennic sha256sum --check --quiet checksums.txt)
-# The next version must know each of these files as an earlier one.
-execute_process(COMMAND ${CHECKSUMS} ${plugins}/fennic/64/shipped OUTPUT_VARIABLE shipped COMMAND_ERROR_IS_FATAL ANY)
-file(STRINGS ${SOURCE}/cmake/shipped_versions.txt versions)
-string(REPLACE "\n" ";" shipped "${shipped}")
-foreach(line IN LISTS shipped)
-    if(NOT line MATCHES "versions.txt$" AND NOT line IN_LIST versions AND NOT line STREQUAL "")
-        message(FATAL_ERROR "not in cmake/shipped_versions.txt; run ./fennic versions: ${line}")
-    endif()
-endforeach()
-# What the user makes has no place in the zip file, so that the next one does not take it.
-file(GLOB_RECURSE live ${plugins}/fennic/64/systems/* ${plugins}/fennic/64/custom/positions-*/*
-     ${plugins}/fennic/64/data/settings_mac.txt)
-if(live)
-    message(FATAL_ERROR "an update would replace the user's ${live}")
-endif()
-run(${SIM} --quiet --aircraft ${WORK}/simulator/${aircraft} ${SOURCE}/flights/first_start.lua)
+try_package(${aircraft} ${WORK}/simulator/${aircraft} ${SOURCE}/flights/first_start.lua)
+
+# One that no table knows, with a checklist of its own.
+set(unknown ${WORK}/simulator/Zephyr)
+file(WRITE ${unknown}/zephyr.acf "I\n1200 Version\nACF\n\nPROPERTIES_BEGIN\nP acf/_descrip Zephyr Nine\nPROPERTIES_END\n")
+file(WRITE ${unknown}/clist.txt "sw_checklist:Before Start\nsw_item:DOORS|CLOSED\nsw_item:FUEL PUMP|ON\n")
+try_package(any-aircraft ${unknown} ${SOURCE}/tests/package_any_aircraft.lua)
 
 if(SPEECH)
     foreach(time first second)
