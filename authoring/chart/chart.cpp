@@ -55,9 +55,9 @@ int Draw(const std::string &description) {
     std::fflush(stdout);
     std::signal(SIGPIPE, SIG_IGN); // where there is no such program, nobody reads
     FILE *dot = popen("dot -Tsvg", "w");
-    if (dot == nullptr) return 1;
-    const bool isWritten = std::fwrite(description.data(), 1, description.size(), dot) == description.size();
-    if (pclose(dot) == 0 && isWritten) return 0;
+    const bool isWritten =
+        dot && std::fwrite(description.data(), 1, description.size(), dot) == description.size();
+    if (dot && pclose(dot) == 0 && isWritten) return 0;
     std::fputs("fennic-sim: Graphviz's program \"dot\" is missing or failed; Debian's package is graphviz\n",
                stderr);
     return 1;

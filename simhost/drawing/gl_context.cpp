@@ -10,6 +10,7 @@
 #include <cstdlib>
 
 #include "simhost/drawing/screen.h"
+#include "simhost/drawing/system_libraries.h"
 #include "simhost/interface/plugins.h"
 
 namespace simhost {
@@ -29,7 +30,9 @@ constinit Surface pixelSurface, fullSurface, sceneSurface, headsetSurface;
 constinit const Surface *surface = &pixelSurface, *surfaceBefore = nullptr;
 
 // Empty when the context is made and current, or what went wrong.
-const char *MakeContext() {
+std::string MakeContext() {
+    for (const std::string &missing : {LoadOpenGl(), LoadSystemLibrary("libEGL.so.1")})
+        if (!missing.empty()) return missing;
     // One thread of our own is enough, also for a cache on disk, and there is no graphics card to look for.
     // What the user has set stands.
     setenv("LP_NUM_THREADS", "0", 0);

@@ -9,6 +9,7 @@
 #include <GLFW/glfw3.h>
 
 #include "simhost/drawing/screen.h"
+#include "simhost/drawing/system_libraries.h"
 #include "simhost/flights/state.h"
 #include "simhost/flights/transcript.h"
 #include "simhost/windows/keyboard.h"
@@ -272,6 +273,9 @@ void WaitForNextFrame(double frameSeconds) {
 } // namespace
 
 bool OpenFrontend(int screenWidth, int screenHeight, std::string &error) {
+    error = LoadOpenGl();
+    if (error.empty()) error = LoadSystemLibrary("libglfw.so.3");
+    if (!error.empty()) return false;
     glfwSetErrorCallback(KeepError);
     if (glfwInit() == GLFW_FALSE) {
         error = lastError;

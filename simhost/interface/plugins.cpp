@@ -11,6 +11,7 @@
 #include <memory>
 #include <set>
 
+#include "simhost/drawing/system_libraries.h"
 #include "simhost/flights/watchdog.h"
 #include "simhost/modules.h"
 #include "simhost/simulator.h"
@@ -215,6 +216,7 @@ XPLMPluginID LoadPlugin(const std::string &libraryPath, std::string &error) {
     const XPLMPluginID id = plugin.id;
     {
         RunningScope scope(id, "being loaded");
+        LoadOpenGl(); // most plug-ins are linked with it
         plugin.library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
         if (!plugin.library) {
             const char *reason = dlerror();
