@@ -8,6 +8,7 @@
 #include "authoring/chart/chart.h"
 #include "authoring/check/check.h"
 #include "authoring/import/import.h"
+#include "authoring/new/new.h"
 #include "authoring/phrases/phrases.h"
 #include "simhost/flights/flight.h"
 #include "simhost/number_text.h"
@@ -23,6 +24,7 @@ constexpr const char *Usage =
     "       fennic-sim graph [--dot] FOLDER [SYSTEM|DEVICE]\n"
     "       fennic-sim phrases FOLDER...\n"
     "       fennic-sim import [--xplane DIR] CLIST FOLDER\n"
+    "       fennic-sim new [--name NAME | --aircraft DIR] [--empty] FOLDER\n"
     "\n"
     "  --aircraft DIR  the aircraft to fly: a path, or a name in the folder \"aircraft\" beside this\n"
     "                  program (Cessna_172SP when not given); it is copied, never written to\n"
@@ -49,6 +51,10 @@ constexpr const char *Usage =
     "\"phrases\" prints what can be said in some aircraft and what is answered, as a page in Markdown.\n"
     "\n"
     "\"import\" makes systems files of the checklists in an aircraft's clist.txt, behind those in the folder.\n"
+    "\n"
+    "\"new\" makes a folder with the plug-in for an aircraft that she does not know yet: systems files with a\n"
+    "checklist, a flow, a call-out and a guard, and a flight. Its name is what the aircraft's description begins\n"
+    "with: NAME, or that of the .acf file in DIR, or else the folder's. --empty leaves the systems files to you.\n"
     "\n"
     "Exit status: 0 the flight went well; 1 the script failed or a plug-in left something behind;\n"
     "2 wrong usage; 3 a plug-in crashed, hung or ended the program.\n";
@@ -132,6 +138,31 @@ int Import(int count, char **words) {
                                   : simhost::ImportChecklists(options);
 }
 
+// "fennic-sim new [--name NAME | --aircraft DIR] [--empty] FOLDER"
+int New(int count, char **words) {
+    simhost::NewOptions options;
+    for (int place = 0; place < count; place++) {
+        const std::string_view word = words[place];
+        if (word == "--empty") {
+            options.isEmpty = true;
+        } else if (word == "--name" && place + 1 < count) {
+            options.name = words[++place];
+        } else if (word == "--aircraft" && place + 1 < count) {
+            options.name = simhost::FindAircraftFile(words[++place]).description;
+            if (options.name.empty())
+                return Refuse("there is no .acf file with a description in " + std::string(words[place]));
+        } else if (word.starts_with('-') || !options.folder.empty()) {
+            return Refuse("new takes a folder, --name NAME or --aircraft DIR, and --empty; got "
+                          + std::string(word));
+        } else {
+            options.folder = word;
+        }
+    }
+    options.sourcePlugin =
+        simhost::FindAircraft(StandardAircraft, simhost::ProgramFolder()) + "/plugins/fennic";
+    return options.folder.empty() ? Refuse("new needs a folder") : simhost::MakeNewAircraft(options);
+}
+
 } // namespace
 
 int main(int count, char **words) {
@@ -139,6 +170,7 @@ int main(int count, char **words) {
     if (count > 1 && std::strcmp(words[1], "graph") == 0) return Chart(count - 2, words + 2);
     if (count > 1 && std::strcmp(words[1], "phrases") == 0) return Phrases(count - 2, words + 2);
     if (count > 1 && std::strcmp(words[1], "import") == 0) return Import(count - 2, words + 2);
+    if (count > 1 && std::strcmp(words[1], "new") == 0) return New(count - 2, words + 2);
     simhost::FlightOptions options;
     std::string aircraft = StandardAircraft;
     int place = 1;
