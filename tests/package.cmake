@@ -1,7 +1,8 @@
 # Packages as a pilot gets them: the same bytes each time they are made, complete by their own checksums, and in a
 # fresh aircraft's folder she flies, with a voice where there is one.
 #   cmake -DSOURCE=<checkout> -DSTAGED=<staged aircraft> -DWORK=<scratch> -DSIM=<fennic-sim>
-#         -DCHECKSUMS=<shipped_checksums> [-DSPEECH=<staged fennic_speech> -DENGINES=<sources of the engines>] -P package.cmake
+#         -DCHECKSUMS=<shipped_checksums> -DBUILT=<folder with fennic-sim and the staged aircraft>
+#         [-DSPEECH=<staged fennic_speech> -DENGINES=<sources of the engines>] -P package.cmake
 cmake_minimum_required(VERSION 3.25)
 set(aircraft Cessna_172SP)
 
@@ -54,6 +55,35 @@ set(unknown ${WORK}/simulator/Zephyr)
 file(WRITE ${unknown}/zephyr.acf "I\n1200 Version\nACF\n\nPROPERTIES_BEGIN\nP acf/_descrip Zephyr Nine\nPROPERTIES_END\n")
 file(WRITE ${unknown}/clist.txt "sw_checklist:Before Start\nsw_item:DOORS|CLOSED\nsw_item:FUEL PUMP|ON\n")
 try_package(any-aircraft ${unknown} ${SOURCE}/tests/package_any_aircraft.lua)
+
+# An author's: away from the sources, on a system without OpenGL and GLFW, from nothing to an aircraft that flies.
+run(${CMAKE_COMMAND} -DSOURCE=${SOURCE} -DBUILT=${BUILT} -DOUT=${WORK}/first -P ${SOURCE}/cmake/package_authors.cmake)
+file(GLOB package ${WORK}/first/Fennic-authors-*-linux.zip)
+run(${CMAKE_COMMAND} -E chdir ${WORK} ${CMAKE_COMMAND} -E tar xf ${package})
+set(authors ${WORK}/fennic-authors)
+run(${CMAKE_COMMAND} -E chdir ${authors} sha256sum --check --quiet checksums.txt)
+foreach(library libGL.so.1 libEGL.so.1 libglfw.so.3)
+    file(WRITE ${WORK}/broken/${library} "") # found before the system's, and not to be loaded
+endforeach()
+function(author) # author(STATUS EXPECTED-TEXT COMMAND...): what is printed must match the text
+    list(POP_FRONT ARGN status text)
+    execute_process(COMMAND ${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${WORK}/broken ./fennic-sim ${ARGN}
+                    WORKING_DIRECTORY ${authors} RESULT_VARIABLE result OUTPUT_VARIABLE told ERROR_VARIABLE told)
+    if(NOT result STREQUAL status OR NOT told MATCHES "${text}")
+        message(FATAL_ERROR "fennic-sim ${ARGN}: ${result}\n${told}")
+    endif()
+endfunction()
+author(0 "Skylark is a new aircraft" new Skylark)
+author(1 "Skylark is not empty" new Skylark)
+author(0 "0 errors, 0 warnings" check Skylark)
+author(0 "no OpenGL here .*Before start checklist complete, Sir" --aircraft Skylark Skylark/flight.lua)
+author(2 "no window: .*libGL" --window Skylark/flight.lua)
+author(0 "before start checklist" phrases Skylark)
+author(0 "" flights/cessna_172.lua)
+file(WRITE ${authors}/clist.txt "sw_checklist:Parking\nsw_item:PARKING BRAKE|SET:sim/cockpit2/controls/parking_brake_ratio:>0.5\n")
+author(0 "another" new --empty --name "Another one" another)
+author(0 "1 checklists with 1 items and 1 of 1 conditions" import clist.txt another)
+author(0 "0 errors, 0 warnings" check another)
 
 if(SPEECH)
     foreach(time first second)

@@ -38,6 +38,11 @@ void CopyPlugin(const fs::path &source, const fs::path &target) {
     }
 }
 
+// As it is typed in a shell.
+std::string InShell(const std::string &path) {
+    return path.find_first_of(" ()&;'$") == std::string::npos ? path : "\"" + path + "\"";
+}
+
 } // namespace
 
 int MakeNewAircraft(const NewOptions &options) {
@@ -71,12 +76,13 @@ int MakeNewAircraft(const NewOptions &options) {
         out.close();
         if (!out) return Refuse(place.string() + " cannot be written");
     }
-    const std::string folder = options.folder;
-    std::printf("A new aircraft, \"%s\", is in %s. Its systems files are in\n    %s\n", name.c_str(),
-                folder.c_str(), (fs::path(folder) / "plugins/fennic/64/systems/").lexically_normal().c_str());
+    const fs::path folder = fs::path(options.folder + "/").lexically_normal();
+    std::printf("%s is a new aircraft, \"%s\". Its systems files are in\n    %s\n", options.folder.c_str(),
+                name.c_str(), (folder / "plugins/fennic/64/systems/").c_str());
     if (!options.isEmpty)
-        std::printf("Try it:\n    fennic-sim check %s\n    fennic-sim --aircraft %s %s\n", folder.c_str(),
-                    folder.c_str(), (fs::path(folder) / "flight.lua").lexically_normal().c_str());
+        std::printf("Try it:\n    fennic-sim check %s\n    fennic-sim --aircraft %s %s\n",
+                    InShell(options.folder).c_str(), InShell(options.folder).c_str(),
+                    InShell(folder / "flight.lua").c_str());
     return 0;
 }
 

@@ -1,13 +1,17 @@
 -- The pages for pilots, authors and developers: every example does what the page says, every link leads
 -- somewhere. Examples are told apart by the word behind the three backticks:
---   lua [NAME]        a flight: it must end well, in the aircraft that the page has made so far
+--   lua [NAME]        a flight: it must end well, in the aircraft that the page has made so far. A NAME with a
+--                     folder is where it is kept
 --   transcript [PATH] lines that the last flight has printed, in one piece, or the one of that path
 --   systems NAME      a systems file of the page's aircraft; "+ NAME": its continuation
 --   systems           a part of a systems file: the checker must find nothing
 --   check             the errors and warnings that the checker finds in the page's aircraft now
 --   position          a position
 --   aircraft          a list of aircraft: the checker must find nothing in one of its first row
---   sh                commands, run where the page's aircraft are; "aircraft/" is that of the sources
+--   file NAME         what a file of the page's plug-in holds
+--   sh                commands, run where the page's aircraft are; "aircraft/" is that of the sources. One that
+--                     makes a new aircraft makes it the page's
+-- The page that begins with "new --empty" must come to the same files as "new" without it.
 -- Any other block needs a comment "not run: why" above it.
 local root, program = arg[1], arg[2]
 local scratch = sim.dir("xplane")
@@ -61,7 +65,7 @@ end
 
 local counts = {}
 local function run_examples(page, text)
-    local plugin, output
+    local aircraft, plugin, output, is_template = "mine"
     for before, info, example in ("\n" .. text):gmatch("([^\n]*)\n```([^\n]*)\n(.-)```") do
         local kind, plus, name = info:match("^(%a*) ?(%+?) ?(%S*)$")
         counts[kind] = (counts[kind] or 0) + 1
@@ -69,10 +73,11 @@ local function run_examples(page, text)
         if is_aloud and not read(speech .. "/settings.txt") then
             print("without her voice this is not flown:\n" .. example)
         elseif kind == "lua" then
-            write(scratch .. "example.lua", example)
-            local options = (plugin and "--aircraft mine" or "") .. (is_aloud and (" --plugin '%s'"):format(speech) or "")
+            local flight = name:find("/") and name or "example.lua"
+            write(scratch .. flight, example)
+            local options = (plugin and "--aircraft " .. aircraft or "") .. (is_aloud and (" --plugin '%s'"):format(speech) or "")
             local is_well
-            output, is_well = run(("'%s' %s example.lua"):format(program, options))
+            output, is_well = run(("'%s' %s %s"):format(program, options, flight))
             assert(is_well, page .. ": this flight fails:\n" .. example .. output)
         elseif kind == "transcript" then
             if name ~= "" then output = run(("'%s' '%s/%s'"):format(program, root, name)) end
@@ -83,15 +88,22 @@ local function run_examples(page, text)
                 expect(page, "a flight prints", output, example)
             end
         elseif kind == "systems" and name ~= "" then
-            plugin = plugin or fresh_aircraft("mine")
+            plugin = plugin or fresh_aircraft(aircraft)
             write(plugin .. "systems/" .. name, example, plus == "+" and "a" or "w")
         elseif kind == "systems" then
             check_part(page, example)
         elseif kind == "check" then
-            expect(page, "the checker finds", findings("mine"), example)
+            expect(page, "the checker finds", findings(aircraft), example)
+        elseif kind == "file" then
+            expect(page, name, read(plugin .. name), example)
         elseif kind == "sh" then
-            local complaint, is_well = run((example:gsub("%f[%S]aircraft/", root .. "/aircraft/")))
+            local command = example:gsub("%f[%S]aircraft/", root .. "/aircraft/"):gsub("%./fennic sim", ("'%s'"):format(program))
+            local complaint, is_well = run(command)
             assert(is_well, page .. ": this command fails:\n" .. example .. complaint)
+            local options, made = example:match("sim new (.-)(%S+)\n")
+            if made then
+                aircraft, plugin, is_template = made, scratch .. made .. "/plugins/fennic/64/", options:find("--empty", 1, true)
+            end
         elseif kind == "aircraft" then
             local folder = fresh_aircraft("part")
             write(folder .. "systems/_systems.txt", "")
@@ -109,7 +121,12 @@ local function run_examples(page, text)
             assert(before:find("<!%-%- .*%-%->"), page .. ": say in a comment above it why this is not run:\n" .. example)
         end
     end
-    if plugin then expect(page, "in the end the checker finds", findings("mine"), "") end
+    if plugin then expect(page, "in the end the checker finds", findings(aircraft), "") end
+    if is_template then
+        local differences, is_same = run(("mkdir all && cd all && '%s' new %s && diff -r %s ../%s"):format(
+            program, aircraft, aircraft, aircraft))
+        assert(is_same, page .. ": the aircraft that fennic-sim makes at once differs:\n" .. differences)
+    end
 end
 
 -- ---- Commands and options that a page mentions ----
@@ -165,7 +182,7 @@ for page in list:gmatch("[^\n]+") do
     check_commands(page, text)
     check_links(page, text)
 end
-for kind, least in pairs {lua = 10, transcript = 4, systems = 10, check = 1, position = 1, aircraft = 1} do
+for kind, least in pairs {lua = 10, transcript = 4, systems = 10, check = 1, position = 1, aircraft = 1, file = 1} do
     assert((counts[kind] or 0) >= least, ("examples of %s: %s"):format(kind, counts[kind]))
 end
 
