@@ -1,5 +1,5 @@
 // The file is one line per parameter, address=value, rewritten whole. An address is looked for anywhere in
-// every line; all places where one may begin are kept in order, so that this costs no pass over the file.
+// every line; what follows the dots of the lines is kept in order, so that this costs no pass over the file.
 //
 // Lines of parameters that are not loaded, because their systems file is missing for a flight or not in the
 // list, are carried over. They stand first: the last line with an address counts, so none of them may stand
@@ -31,29 +31,29 @@ struct SavedLine {
     bool isReported = false;
 };
 
-// Where an address may begin in a line: what follows, with the line's index.
-struct Beginning {
-    std::string_view rest;
+// What follows a dot of a line. An address holds two dots or more, so one that stands in the line, beginning
+// before this dot, has a second one behind it.
+struct Continuation {
+    std::string_view before, behind;
     size_t line;
 };
 
-const size_t LongestInOrder = 200; // bytes of a line; longer ones, if there are any, are searched one by one
+const size_t MostDotsInOrder = 50; // of a line; those with more, if there are any, are searched one by one
 
 std::vector<SavedLine> savedLines;
-std::vector<size_t> longLines;
-std::vector<Beginning> beginnings; // in the order of rest, so that those that begin alike stand together
+std::vector<size_t> dottedLines;
+std::vector<Continuation>
+    continuations; // in the order of behind, so that those that begin alike stand together
 
-// An address is at least three names with dots between them, so it cannot begin behind the last dot but one.
-void AddBeginnings(size_t index) {
+void AddContinuations(size_t index) {
     const std::string_view text = savedLines[index].line.text;
-    if (text.size() > LongestInOrder) {
-        longLines.push_back(index);
+    if (std::count(text.begin(), text.end(), '.') > static_cast<std::ptrdiff_t>(MostDotsInOrder)) {
+        dottedLines.push_back(index);
         return;
     }
     const size_t lastDot = text.rfind('.');
-    const size_t dotBefore = lastDot == 0 ? std::string_view::npos : text.rfind('.', lastDot - 1);
-    if (lastDot == std::string_view::npos || dotBefore == std::string_view::npos) return;
-    for (size_t start = 0; start <= dotBefore; start++) beginnings.push_back({text.substr(start), index});
+    for (size_t dot = text.find('.'); dot != lastDot; dot = text.find('.', dot + 1))
+        continuations.push_back({text.substr(0, dot), text.substr(dot + 1), index});
 }
 
 void ReportNoNumber(SavedLine &saved) {
@@ -110,26 +110,29 @@ void ReadSavedValues() {
         saved.isNumber = isNumber(saved.value) && ParseDouble(saved.value, value);
         saved.line = std::move(line);
     }
-    for (size_t i = 0; i < savedLines.size(); i++) AddBeginnings(i);
-    std::sort(beginnings.begin(), beginnings.end(),
-              [](const Beginning &a, const Beginning &b) { return a.rest < b.rest; });
+    for (size_t i = 0; i < savedLines.size(); i++) AddContinuations(i);
+    std::sort(continuations.begin(), continuations.end(),
+              [](const Continuation &a, const Continuation &b) { return a.behind < b.behind; });
 }
 
 void ForgetSavedValues() {
-    beginnings = {};
-    longLines = {};
+    continuations = {};
+    dottedLines = {};
     savedLines = {};
 }
 
 void RestoreSavedValue(const std::string &address, std::string &initial) {
-    const auto isBefore = [](const Beginning &beginning, const std::string &text) {
-        return beginning.rest.compare(0, text.size(), text) < 0;
+    const auto isBefore = [](const Continuation &continuation, std::string_view text) {
+        return continuation.behind.compare(0, text.size(), text) < 0;
     };
-    std::vector<size_t> found = longLines;
+    const size_t dot = address.find('.');
+    const std::string_view before = std::string_view(address).substr(0, dot);
+    const std::string_view behind = std::string_view(address).substr(dot + 1);
+    std::vector<size_t> found = dottedLines;
     std::erase_if(found, [&](size_t line) { return !Contains(savedLines[line].line.text, address); });
-    auto beginning = std::lower_bound(beginnings.begin(), beginnings.end(), address, isBefore);
-    for (; beginning != beginnings.end() && beginning->rest.starts_with(address); ++beginning)
-        found.push_back(beginning->line);
+    auto next = std::lower_bound(continuations.begin(), continuations.end(), behind, isBefore);
+    for (; next != continuations.end() && next->behind.starts_with(behind); ++next)
+        if (next->before.ends_with(before)) found.push_back(next->line);
     std::sort(found.begin(), found.end());
     for (size_t line : found) {
         if (savedLines[line].isNumber)

@@ -39,7 +39,8 @@ TEST_F(PluginFolder, SavedValuesAreThoseOfTheRule) {
         for (int i = pick(30); i >= 0; i--) {
             static const char *const values[] = {"=1.5",   "=-2",  "=",    "=x", "",
                                                  "=1.2.3", "=7=8", ".A=3", ".9"};
-            lines.push_back((pick(20) == 0 ? std::string(300, 'A') : "") + address() + values[pick(9)]);
+            lines.push_back((pick(20) == 0 ? std::string(300, pick(2) ? 'A' : '.') : "") + address()
+                            + values[pick(9)]);
             content += lines.back() + "\r\n";
         }
         write("systems/_save.txt", content);
