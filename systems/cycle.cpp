@@ -37,7 +37,7 @@ const double StepBrokenOff = 2.0;
 
 // Where more than this part of all is evaluated, marking it costs more than it saves; then so many frames are
 // evaluated whole. The two behind them that find out whether it still is so cost a hundredth of that.
-const size_t MarkingPaysBelow = 2; // its reciprocal
+const double MarkingPaysBelow = 0.65;
 const int PlainFrames = 100;
 
 // How a parameter is evaluated that is a step of a sequence, or is none.
@@ -398,8 +398,8 @@ void RunProgram(SystemsProgram &program) {
     if (!wereMarksCurrent) program.marked = program.all;
     const size_t evaluated = EvaluateMarked(arrays);
     program.areMarksCurrent = true;
-    if (wereMarksCurrent && evaluated * MarkingPaysBelow > program.firedBlocks.size())
-        program.plainFramesLeft = PlainFrames;
+    const double most = MarkingPaysBelow * static_cast<double>(program.firedBlocks.size());
+    if (wereMarksCurrent && static_cast<double>(evaluated) > most) program.plainFramesLeft = PlainFrames;
 }
 
 } // namespace
