@@ -30,7 +30,8 @@ constexpr const char *Usage =
     "       fennic-sim new [--name NAME | --aircraft DIR] [--empty] FOLDER\n"
     "\n"
     "  --aircraft DIR  the aircraft to fly: a path, or a name in the folder \"aircraft\" beside this\n"
-    "                  program (Cessna_172SP when not given); it is copied, never written to\n"
+    "                  program; it is copied, never written to. When not given, the aircraft in whose folder\n"
+    "                  the flight lies, else Cessna_172SP\n"
     "  --fps N         frames a second (60)\n"
     "  --screen WxH    the screen's size in boxels (1920x1080)\n"
     "  --window        show the simulator in a window, in real time, until it is closed\n"
@@ -181,7 +182,7 @@ int main(int count, char **words) {
     if (count > 1 && std::strcmp(words[1], "import") == 0) return Import(count - 2, words + 2);
     if (count > 1 && std::strcmp(words[1], "new") == 0) return New(count - 2, words + 2);
     simhost::FlightOptions options;
-    std::string aircraft = StandardAircraft;
+    std::string aircraft;
     int place = 1;
     for (; place < count && words[place][0] == '-'; ++place) {
         std::string option = words[place];
@@ -247,6 +248,11 @@ int main(int count, char **words) {
     if (!std::filesystem::exists(options.script, failed)
         || std::filesystem::is_directory(options.script, failed))
         return Refuse("there is no flight " + options.script);
+    if (aircraft.empty()) {
+        // A flight that lies in an aircraft's folder is that aircraft's.
+        const std::string folder = std::filesystem::absolute(options.script, failed).parent_path().string();
+        aircraft = simhost::FindAircraftFile(folder).name.empty() ? StandardAircraft : folder;
+    }
     options.aircraftFolder = simhost::FindAircraft(aircraft, simhost::ProgramFolder());
     if (options.aircraftFolder.empty()) return Refuse("there is no aircraft folder " + aircraft);
     // Each line is out before a plug-in can crash, and in order with stderr.

@@ -24,7 +24,7 @@ namespace {
 constexpr std::string_view OfTheSimulator = "sim/";
 
 bool hasSimulatorLists = false;
-size_t uncheckedNames = 0;
+std::set<std::string> uncheckedNames;
 std::map<std::string, std::set<std::string>> positionsOf; // by folder, such as "positions-w/"
 
 // Names of the simulator are known when its lists were read; those of the aircraft and of other plug-ins
@@ -40,7 +40,7 @@ void ReportMissing(const char *what, const std::string &name, const std::string 
                           : XPLMFindCommand(name.c_str()) ? "; it is a command"
                                                           : ""));
     else
-        uncheckedNames++;
+        uncheckedNames.insert(name);
 }
 
 int ElementsOf(XPLMDataRef dataref) {
@@ -221,6 +221,7 @@ void ReadPositionNames() {
 void CheckActions(bool hasLists) {
     hasSimulatorLists = hasLists;
     positionsOf.clear();
+    uncheckedNames.clear();
     ReadPositionNames();
     ForEachParameter([](const ParameterPlace &place) {
         CheckBinding(place.parameter.inDataref, Use::Read, place);
@@ -231,12 +232,14 @@ void CheckActions(bool hasLists) {
         }
     });
     CheckHeldCommands();
-    if (uncheckedNames > 0)
-        AddFinding(
-            Severity::Note, "systems/", 0,
-            int2string(static_cast<int>(uncheckedNames))
-                + " uses of the simulator's datarefs and commands are not checked; --xplane DIR names a "
-                  "simulator that has the lists");
+    if (!uncheckedNames.empty())
+        AddFinding(Severity::Note, "systems/", 0,
+                   "not checked, which takes --xplane DIR, a simulator with its lists: "
+                       + *uncheckedNames.begin()
+                       + (uncheckedNames.size() == 1
+                              ? ""
+                              : " and " + int2string(static_cast<int>(uncheckedNames.size()) - 1)
+                                    + " more names of datarefs and commands"));
 }
 
 } // namespace simhost

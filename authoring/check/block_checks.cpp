@@ -1,11 +1,13 @@
 // Blocks that cannot fire, or never get their turn, and steps that are never done.
 #include <algorithm>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "authoring/check/checks.h"
 #include "authoring/check/conditions.h"
 #include "authoring/check/findings.h"
+#include "systems/links.h"
 #include "systems/operators.h"
 #include "util/numbers.h"
 
@@ -118,10 +120,42 @@ void CheckParameter(const ParameterPlace &place) {
     if (place.device.serialStack) CheckStep(place, conditions);
 }
 
+// It acts, but nothing gives it another value than its initial one.
+bool isFixed(const ParameterPlace &place) {
+    const auto has = [&](auto list) {
+        return std::any_of(place.parameter.logic.begin(), place.parameter.logic.end(),
+                           [&](const logicblock_struct &block) { return !(block.*list).empty(); });
+    };
+    return !place.device.serialStack && place.parameter.inDataref.name.empty()
+           && place.parameter.outDataref.name.empty() && has(&logicblock_struct::executes)
+           && !has(&logicblock_struct::calcs);
+}
+
+// What others compare with, though it never changes: most often a checklist whose device is no sequence.
+void CheckFixedValues() {
+    std::set<const out_parameter_struct *> compared;
+    ForEachParameter([&](const ParameterPlace &place) {
+        for (const logicblock_struct &block : place.parameter.logic)
+            for (const compare_block_class &comparison : block.compares)
+                for (const sysLink_struct *link : {&comparison.a, &comparison.b})
+                    if (link->kind == LinkLive) compared.insert(ParameterAt(*link));
+    });
+    const device_struct *told = nullptr;
+    ForEachParameter([&](const ParameterPlace &place) {
+        if (told == &place.device || !isFixed(place) || compared.count(&place.parameter) == 0) return;
+        told = &place.device;
+        AddFinding(Severity::Warning, place.parameter.fileName, place.parameter.line,
+                   place.Name()
+                       + " is compared with, but never changes; in a sequence, which begins with "
+                         "\"devstack=\", it is 1 when the step is done");
+    });
+}
+
 } // namespace
 
 void CheckBlocks() {
     ForEachParameter(CheckParameter);
+    CheckFixedValues();
 }
 
 } // namespace simhost

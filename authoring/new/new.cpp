@@ -80,8 +80,7 @@ int MakeNewAircraft(const NewOptions &options) {
     std::printf("%s is a new aircraft, \"%s\". Its systems files are in\n    %s\n", options.folder.c_str(),
                 name.c_str(), (folder / "plugins/fennic/64/systems/").c_str());
     if (!options.isEmpty)
-        std::printf("Try it:\n    fennic-sim check %s\n    fennic-sim --aircraft %s %s\n",
-                    InShell(options.folder).c_str(), InShell(options.folder).c_str(),
+        std::printf("Try it:\n    fennic-sim check %s\n    fennic-sim %s\n", InShell(options.folder).c_str(),
                     InShell(folder / "flight.lua").c_str());
     return 0;
 }

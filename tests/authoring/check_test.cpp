@@ -54,6 +54,10 @@ TEST_P(CheckFinds, OneMistake) {
 
 const Mistake Mistakes[] = {
     {"UnresolvedLink", "logic:\n[A.D.Y]==[1]\ncalc=[1]\n", "6: error: there is no parameter A.D.Y"},
+    {"NeverChanges",
+     "out=Y,int,,0,,,,,,,,0\nlogic:\ninstring=go\nexecute=0,Gone,0\nout=Z,int,,0,,,,,,,,0\n"
+     "logic:\ninstring=on\n[A.D.Y]==[1]\nexecute=0,On,0\n",
+     "5: warning: A.D.Y is compared with, but never changes"},
     {"NoNumberAndNoLink", "logic:\n[12a]==[1]\ncalc=[1]\n", "6: error: neither a number nor a link"},
     {"WrongNumberInParameter", "out=Z,int,,zero,,,,,,,,0\n", "5: error: initial value \"zero\" is no number"},
     {"UnknownSpokenLink", "logic:\ninstring=go\nexecute=0,it is <A.D.Q>,0\n",

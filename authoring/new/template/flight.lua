@@ -1,4 +1,4 @@
--- The first flight of a new aircraft: fennic-sim --aircraft FOLDER FOLDER/flight.lua
+-- The first flight of a new aircraft: fennic-sim FOLDER/flight.lua
 local function say(text)
     sim.hear(text)
     sim.run(5)

@@ -75,7 +75,7 @@ local function run_examples(page, text)
         elseif kind == "lua" then
             local flight = name:find("/") and name or "example.lua"
             write(scratch .. flight, example)
-            local options = (plugin and "--aircraft " .. aircraft or "") .. (is_aloud and (" --plugin '%s'"):format(speech) or "")
+            local options = (plugin and flight ~= name and "--aircraft " .. aircraft or "") .. (is_aloud and (" --plugin '%s'"):format(speech) or "")
             local is_well
             output, is_well = run(("'%s' %s %s"):format(program, options, flight))
             assert(is_well, page .. ": this flight fails:\n" .. example .. output)
