@@ -223,8 +223,8 @@ void OnTick(Watch &watch) {
 // ---- The child ----
 
 // A C++ exception that nothing caught. It must not be caught on its way: then the C++ runtime, finding no
-// handler, ends with the plug-in's call still on the stack. Plug-ins that carry a C++ runtime of their own
-// end in abort instead.
+// handler, ends with the plug-in's call still on the stack. Where plug-in and program do not share a runtime,
+// the plug-in's tells what was thrown, and ends in abort.
 [[noreturn]] void OnTerminate() {
     std::snprintf(flightRecord->exception, sizeof flightRecord->exception, "std::terminate was called");
     if (const std::exception_ptr thrown = std::current_exception()) {
