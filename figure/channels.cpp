@@ -3,6 +3,7 @@
 #include "figure/channels.h"
 
 #include "frame/datarefs.h"
+#include "frame/settings.h"
 #include "util/files.h"
 #include "util/log.h"
 #include "util/make_fresh.h"
@@ -35,6 +36,16 @@ void AddChannels(const std::string &path) {
     }
 }
 
+// The settings' look of the figure in use.
+std::string &LookInUse() {
+    return globalGender == "m" ? settings.lookM : settings.lookW;
+}
+
+int LookFromSettings() {
+    int look = 1;
+    return ParseInt(LookInUse(), look) && look >= 1 && look <= FigureLooks ? look - 1 : 0;
+}
+
 } // namespace
 
 void LoadAnimationFile(const std::string &path) {
@@ -53,6 +64,9 @@ void LoadAnimationFile(const std::string &path) {
     DRFi_ShowFennic = CreateDrf_Int("kv/fo/_show", 1);
     DRFi_Baro100 = CreateDrf_Int("kv/fo/baro100", 0);
     DRFi_BaroCheck = CreateDrf_Int("kv/fo/baro_check", 0);
+    figureChannels.gender = CreateDrf_Int("kv/fo/_gender", globalGender == "m" ? 1 : 0);
+    figureChannels.look = CreateDrf_Int("kv/fo/_look", LookFromSettings());
+    figureChannels.showPad = CreateDrf_Int("kv/fo/_pad", 0);
 }
 
 void ReadObjFileForDatarefs(const std::string &path) {
@@ -76,6 +90,11 @@ void SaveAnimationFile() {
     for (size_t i = 0; i < anim.size(); i++)
         text += int2string(static_cast<int>(i)) + "," + anim[i].name + "\r\n";
     WriteWholeFile(WhatPluginPath() + "/data/obj/fennic.txt", text);
+}
+
+void ChooseLook(int look) {
+    LookInUse() = int2string(look + 1);
+    XPLMSetDatai(figureChannels.look, look);
 }
 
 void ResetChannels() {

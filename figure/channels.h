@@ -38,6 +38,9 @@ struct FigureChannelsState {
     XPLMDataRef glass = nullptr;        // "kv/fo/_glass": 1 shows the glasses
     XPLMDataRef showPlanshet = nullptr; // "kv/fo/_planshet": 1 shows the tablet
     XPLMDataRef face = nullptr;         // "kv/fo/_face": eyes and lips, -1 while hidden
+    XPLMDataRef showPad = nullptr;      // "kv/fo/_pad": 1 shows pad and pen
+    XPLMDataRef gender = nullptr;       // "kv/fo/_gender": 0 shows the woman, 1 the man
+    XPLMDataRef look = nullptr;         // "kv/fo/_look": 0 to 2, which of three looks
     XPLMDataRef showFennic = nullptr;   // "kv/fo/_show": 1 shows the figure
     XPLMDataRef baro100 = nullptr;      // "kv/fo/baro100": altimeter setting, 1/100 inHg
     XPLMDataRef baroCheck = nullptr;    // "kv/fo/baro_check": 1 when the setting is sensible
@@ -62,6 +65,12 @@ void ReadObjFileForDatarefs(const std::string &path);
 
 // Writes the table back to "data/obj/fennic.txt" in the plug-in's folder. For developers of figures.
 void SaveAnimationFile();
+
+// How many looks each figure has.
+const int FigureLooks = 3;
+
+// Shows a look of the figure in use, 0 to 2, and keeps it in the settings.
+void ChooseLook(int look);
 
 // Everything as when the program starts.
 void ResetChannels();

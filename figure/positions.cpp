@@ -92,6 +92,25 @@ void StartMove(double seconds) {
     TargetTimeSEC = FlightTimeSEC + seconds;
 }
 
+// What lies in the lap comes with the positions that are named after it. What a position has brought goes
+// with the next one that does without; what a checklist has brought stays until the checklist takes it.
+struct Thing {
+    const char *name; // part of the positions' names
+    XPLMDataRef &shown;
+    bool &isBrought;
+};
+
+void BringThings(const std::string &position) {
+    const Thing things[] = {{"tablet", figureChannels.showPlanshet, positions.isTabletBrought},
+                            {"writing", figureChannels.showPad, positions.isPadBrought}};
+    for (const Thing &thing : things) {
+        const bool isWanted = Contains(position, thing.name), isShown = XPLMGetDatai(thing.shown) != 0;
+        if (isWanted && !isShown) thing.isBrought = true;
+        if (isWanted || thing.isBrought) XPLMSetDatai(thing.shown, isWanted ? 1 : 0);
+        if (!isWanted) thing.isBrought = false;
+    }
+}
+
 enum class Move { Smooth, AtOnce };
 
 void LoadPosition(const std::string &name, Move move) {
@@ -105,6 +124,7 @@ void LoadPosition(const std::string &name, Move move) {
     std::vector<PositionLine> lines;
     if (!ReadPositionFile(PositionFolder() + relative, name, lines)) return;
     if (move == Move::Smooth) ActualPosition = relative;
+    BringThings(name);
 
     bool isOffsetMoved = false;
     for (const PositionLine &line : lines) {

@@ -15,6 +15,7 @@ struct PositionsState {
     std::string actual;       // file of the one loaded last by a smooth move, relative to the position folder
     double animTime = 0.8;    // length of a smooth move, seconds
     double targetTime = -1.0; // flight time at which the running move ends; -1: none is running
+    bool isTabletBrought = false, isPadBrought = false; // by a position
 };
 extern PositionsState positions;
 inline std::vector<std::string> &positionList = positions.list, &positionRestList = positions.restList;
@@ -31,6 +32,8 @@ void ReadPositionFolder();
 // file does not name stays, or, while another move runs, keeps its target and speed; but a file without the
 // figure's offset brings the figure home. Unreadable: one line in the log; a move of nothing runs, or the
 // other one goes on. A name that no scan found: the line alone. A malformed line is logged and dropped.
+// A name that holds "tablet" or "writing" shows the tablet, or pad and pen ("kv/fo/_planshet", "_pad"); the
+// next one that does not hides again what a position has shown.
 void LoadPositionFromFile(const std::string &name);
 
 // The same, but the figure arrives in the next frame; the start is the stored values, and ActualPosition

@@ -109,6 +109,10 @@ Fennic
     Anna
     Fred
     own voice
+  Look
+    Brown hair in a knot
+    Fair bob, in her fifties
+    Dark, black hair in a knot
   Voice Volume
     +10% Increase
     -10% Decrease
@@ -175,7 +179,16 @@ check.write(aircraft .. "Cessna_172SP.acf", acf)
 restart {installation = "2", gender = "m"}
 sim.choose("Positions/look/look_left") -- shipped, for the male figure
 check.that(not pcall(sim.choose, "Positions/top"), "the male figure has no poses of the female one")
+check.equal(sim.get("kv/fo/_gender"), 1, "the man is shown")
+sim.choose("Look/Grey, near retirement")
+check.equal(sim.get("kv/fo/_look"), 1, "another look")
+sim.stop()
+check.equal(setting("look%-m"), "2", "kept for next time")
+sim.start()
+sim.run(1)
+check.equal(sim.get("kv/fo/_look"), 1, "and next time")
 restart {gender = "w"}
+check.list({sim.get("kv/fo/_gender"), sim.get("kv/fo/_look")}, {0, 0}, "the woman has a look of her own")
 
 -- ---- The voice ----
 

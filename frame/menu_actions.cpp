@@ -6,6 +6,7 @@
 #include <string>
 
 #include "XPLMDataAccess.h"
+#include "figure/channels.h"
 #include "figure/dataref_list.h"
 #include "figure/position_creator.h"
 #include "figure/positions.h"
@@ -98,6 +99,9 @@ const MenuAction Actions[] = {
     {"DecreaseVolume", [] { SetVolume(StepDown(globalVolume, VolumeStep)); }},
     {"IncreaseRate", [] { SetRate(StepUp(globalRate, RateStep)); }},
     {"DecreaseRate", [] { SetRate(StepDown(globalRate, RateStep)); }},
+    {"Look 1", [] { ChooseLook(0); }},
+    {"Look 2", [] { ChooseLook(1); }},
+    {"Look 3", [] { ChooseLook(2); }},
     {"Restart", [] { SendMSG(link_words::Restart); }},
     {"Uninstall", OpenUninstallPrompt},
     {"Setup", SetUpAndTell},

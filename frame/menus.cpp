@@ -75,6 +75,15 @@ void AddVoices() {
         AddListItem(voices, ReplaceString(voice, "com.apple.speech.synthesis.voice.", ""), voice);
 }
 
+// The looks are those of tools/figure/looks.cpp.
+void AddLooks() {
+    const bool isMan = globalGender == "m";
+    const XPLMMenuID looks = AddSubmenu(idFENNIC, "Look", Guarded<"the menu", MenuHandler>);
+    AddItem(looks, isMan ? "Brown hair, forty" : "Brown hair in a knot", "Look 1");
+    AddItem(looks, isMan ? "Grey, near retirement" : "Fair bob, in her fifties", "Look 2");
+    AddItem(looks, isMan ? "Dark, with a short beard" : "Dark, black hair in a knot", "Look 3");
+}
+
 void AddSpeechSettings() {
     const XPLMMenuID volume = AddSubmenu(idFENNIC, "Voice Volume", Guarded<"the menu", MenuHandler>);
     AddItem(volume, "+10% Increase", "IncreaseVolume");
@@ -147,6 +156,7 @@ void BuildMenu2() {
     AddCommands();
     AddOptions();
     AddVoices();
+    AddLooks();
     AddSpeechSettings();
     AddSetupItem();
     AddUpdate();

@@ -58,6 +58,12 @@ const char *NoInstallation(const std::string &value) {
     return "the installation is -1, 0, 1 or 2";
 }
 
+const char *NoLook(const std::string &value) {
+    for (const char *look : {"1", "2", "3"})
+        if (value == look) return nullptr;
+    return "a look is 1, 2 or 3";
+}
+
 const SettingsKey Keys[] = {
     {.text = "gender=", .place = 1, .string = &settings.gender, .take = TakeGender, .whyNot = NoGender},
     {.text = "IBMvoice-w=", .place = 4, .string = &settings.voiceIBMw},
@@ -91,6 +97,8 @@ const SettingsKey Keys[] = {
     {.text = "user=", .place = 13, .string = &settings.user},
     {.text = "checkdrf=", .place = 14, .string = &settings.checkDataref},
     {.text = "txtoffset=", .place = 15, .number = &settings.offsetY, .take = TakeOffsetY},
+    {.text = "look-w=", .place = 17, .string = &settings.lookW, .isLeftOut = true, .whyNot = NoLook},
+    {.text = "look-m=", .place = 18, .string = &settings.lookM, .isLeftOut = true, .whyNot = NoLook},
 };
 
 void TakeSetting(const std::string &file, const FileLine &line) {
@@ -169,7 +177,8 @@ void SaveSettings() {
 
     std::string lines[std::size(Keys)];
     for (const SettingsKey &key : Keys)
-        lines[key.place - 1] = key.text + (key.string ? *key.string : int2string(*key.number)) + "\r\n";
+        if (!key.isLeftOut || !key.string->empty())
+            lines[key.place - 1] = key.text + (key.string ? *key.string : int2string(*key.number)) + "\r\n";
     std::string content;
     for (const std::string &line : lines) content += line;
     content += "\r\n";

@@ -25,6 +25,7 @@ struct SettingsState {
     std::string nameW, nameM;         // the first officer's name for each gender
     std::string name;                 // the one in use; "[NAME]" in spoken text
     std::string sizeW, sizeM;         // figure size; kept and written back
+    std::string lookW, lookM;         // how each figure looks, "1" to "3"; empty: not chosen, the first
     std::string sir;                  // how she addresses the pilot; "[SIR]"
     std::string user;                 // the pilot's name; "[USER]"
     std::string checkDataref;         // dataref that must exist before the main loop works; empty: none
@@ -52,6 +53,7 @@ struct SettingsKey {
     int place;                     // in the file that is written, from 1
     std::string *string = nullptr; // where it is kept: here,
     int *number = nullptr;         // or here
+    bool isLeftOut = false;        // of the file that is written, while the string is empty
     // When there is more to do than to keep the value, which is the line without the key.
     void (*take)(const std::string &value, const std::string &behindKey) = nullptr;
     // Why a value is not meant, when not every one is; null when it is.

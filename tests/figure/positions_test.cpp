@@ -126,6 +126,23 @@ TEST_F(Positions, AMoveOvertakesAnother) {
     EXPECT_EQ(Shown(5, 'x'), 8);
 }
 
+TEST_F(Positions, TabletAndPadComeWithTheirPositionsAndGoWithThem) {
+    for (const char *name : {"tablet_hold", "writing", "reach"}) Position(name, "4,arm,10,0,0\r\n");
+    ReadPositionFolder();
+    const auto shown = [] {
+        return std::pair(simhost::GetNumber("kv/fo/_planshet"), simhost::GetNumber("kv/fo/_pad"));
+    };
+    LoadPositionFromFile("tablet_hold");
+    EXPECT_EQ(shown(), std::pair(1.0, 0.0));
+    LoadPositionFastFromFile("writing");
+    EXPECT_EQ(shown(), std::pair(0.0, 1.0));
+    LoadPositionFromFile("reach");
+    EXPECT_EQ(shown(), std::pair(0.0, 0.0));
+    simhost::SetNumber("kv/fo/_planshet", 1); // a checklist
+    for (const char *name : {"tablet_hold", "reach"}) LoadPositionFromFile(name);
+    EXPECT_EQ(shown(), std::pair(1.0, 0.0)) << "the checklist's own";
+}
+
 TEST_F(Positions, APresetMovesTheFingersOfOneHand) {
     std::string everything;
     for (int i = 0; i < 47; i++) everything += std::to_string(i) + ",name,5,5,5\r\n";
