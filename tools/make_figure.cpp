@@ -1,4 +1,4 @@
-// Makes the figure of the first officer, the seats, and the plain figure that uninstalling puts back:
+// Makes the figures of the first officer, the seats, and the plain figure that uninstalling puts back:
 //
 //     make_figure FOLDER
 //
@@ -23,24 +23,24 @@ bool WriteText(const std::string &path, const std::string &text) {
 
 // The seats share the figure's picture: an installation copies no other.
 bool MakeFigureAndSeats(const std::string &folder) {
-    std::vector<Surface> figure, seats;
-    AddHead(figure);
-    AddFace(figure);
-    AddHair(figure);
-    AddTorso(figure);
-    AddArms(figure);
-    AddHands(figure);
-    AddLegs(figure);
-    AddTablet(figure);
+    std::vector<Figure> figures;
+    std::vector<Surface> seats;
     AddSeats(seats);
-    std::vector<Surface> both = figure;
-    both.insert(both.end(), seats.begin(), seats.end());
-    const Atlas atlas = PaintAtlas(both, 2048, 2048);
+    std::vector<Surface> painted;
+    for (const Body *body : {&Woman(), &Man()}) {
+        Figure figure{body, {}, {}};
+        for (const auto add : {AddHead, AddFace, AddHair, AddTorso, AddArms, AddHands, AddLegs, AddThings})
+            add(figure.surfaces, *body);
+        AddFromAfar(figure.afar, *body);
+        painted.insert(painted.end(), figure.surfaces.begin(), figure.surfaces.end());
+        figures.push_back(std::move(figure));
+    }
+    painted.insert(painted.end(), seats.begin(), seats.end());
+    const Atlas atlas = PaintAtlas(painted, 2048, 2048);
     return atlas.width > 0 && WritePictures(atlas, folder + "kvfennic.png", folder + "kvfennic_nml.png")
            && WriteText(folder + "kvfennic.obj",
-                        ObjectText(figure, atlas, "kvfennic.png", "kvfennic_nml.png", true))
-           && WriteText(folder + "seats.obj",
-                        ObjectText(seats, atlas, "kvfennic.png", "kvfennic_nml.png", false));
+                        FigureText(figures, atlas, "kvfennic.png", "kvfennic_nml.png"))
+           && WriteText(folder + "seats.obj", ObjectText(seats, atlas, "kvfennic.png", "kvfennic_nml.png"));
 }
 
 // What stands in for the figure that an aircraft came with: a plain torso and head in one grey.
@@ -65,7 +65,7 @@ bool MakeOriginal(const std::string &folder) {
         {{0, 0.75, 0.13}}, 11, 9);
     const Atlas atlas = PaintAtlas(surfaces, 32, 32);
     return atlas.width > 0 && WritePictures(atlas, folder + "kvfennic.png", "")
-           && WriteText(folder + "kvfennic.obj", ObjectText(surfaces, atlas, "kvfennic.png", "", false));
+           && WriteText(folder + "kvfennic.obj", ObjectText(surfaces, atlas, "kvfennic.png", ""));
 }
 
 } // namespace

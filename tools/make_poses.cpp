@@ -24,14 +24,15 @@ bool WriteText(const std::filesystem::path &path, const std::string &text) {
 
 bool MakePositions(const std::filesystem::path &folder, bool isMan) {
     bool isWritten = true;
-    for (const PoseRecipe &recipe : PoseRecipes()) {
-        const Pose pose = Solve(recipe, isMan);
+    const Body &body = BodyOf(isMan);
+    for (const PoseRecipe &recipe : PoseRecipes(body)) {
+        const Pose pose = Solve(body, recipe);
         for (bool isRight : {false, true}) {
             const Reach &reach = isRight ? recipe.right : recipe.left;
             std::printf("%c %-20s %-5s %5.1f mm off, %5.1f mm clear\n", isMan ? 'm' : 'w', recipe.name,
                         isRight ? "right" : "left",
-                        Length(PlaceOf(pose, reach.point, isRight) - reach.target) * 1000,
-                        Clearance(pose, isRight) * 1000);
+                        Length(PlaceOf(body, pose, reach.point, isRight) - reach.target) * 1000,
+                        Clearance(body, pose, isRight) * 1000);
         }
         isWritten &=
             WriteText(folder / recipe.group / (std::string(recipe.name) + ".txt"), PositionText(pose));

@@ -29,7 +29,7 @@ Pose ReadPose(const fs::path &path, std::vector<int> &channels) {
         EXPECT_EQ(fields.size(), 6U) << path << ": " << line;
         const size_t channel = std::stoul(fields.at(0));
         channels.push_back(static_cast<int>(channel));
-        EXPECT_EQ(fields[1], Joints().at(channel).name) << path;
+        EXPECT_EQ(fields[1], Woman().joints.at(channel).name) << path;
         for (size_t axis = 0; axis < 3; axis++) pose[channel][axis] = std::stod(fields.at(axis + 2));
     }
     return pose;
@@ -44,7 +44,7 @@ void ExpectAllChannels(const std::vector<int> &channels) {
 void ExpectWithinLimits(const Pose &pose) {
     for (size_t channel = 0; channel < pose.size(); channel++)
         for (size_t axis = 0; axis < 3; axis++) {
-            const Joint &joint = Joints()[channel];
+            const Joint &joint = Woman().joints[channel];
             const double value = pose[channel][axis], steps = channel == WholeFigure ? value * 100 : value;
             EXPECT_TRUE(value >= joint.low[axis] && value <= joint.high[axis]) << joint.name << " " << value;
             EXPECT_NEAR(steps, std::round(steps), 1e-6) << joint.name << " in whole steps";
@@ -71,7 +71,8 @@ TEST(ShippedPositions, ReachTheirTargetsWithinTheJointsLimits) {
             std::count_if(files.begin(), files.end(),
                           [](const auto &file) { return file.first.find("rest") != std::string::npos; }),
             5);
-        for (const PoseRecipe &recipe : PoseRecipes()) {
+        const Body &body = BodyOf(gender == "positions-m");
+        for (const PoseRecipe &recipe : PoseRecipes(body)) {
             SCOPED_TRACE(gender + " " + recipe.name);
             ASSERT_TRUE(files.contains(recipe.name));
             std::vector<int> channels;
@@ -80,9 +81,9 @@ TEST(ShippedPositions, ReachTheirTargetsWithinTheJointsLimits) {
             ExpectWithinLimits(pose);
             for (bool isRight : {false, true}) {
                 const Reach &reach = isRight ? recipe.right : recipe.left;
-                EXPECT_LT(Length(PlaceOf(pose, reach.point, isRight) - reach.target), 0.02)
+                EXPECT_LT(Length(PlaceOf(body, pose, reach.point, isRight) - reach.target), 0.02)
                     << (isRight ? "r" : "l");
-                EXPECT_GT(Clearance(pose, isRight), -0.004) << (isRight ? "r" : "l");
+                EXPECT_GT(Clearance(body, pose, isRight), -0.004) << (isRight ? "r" : "l");
             }
             files.erase(recipe.name);
         }

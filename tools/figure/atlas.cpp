@@ -47,9 +47,10 @@ void PaintChart(Atlas &atlas, const Chart &chart, const Surface &surface) {
     std::vector<Vec> positions(texels.size());
     for (int y = 0; y < height; y++)
         for (int x = 0; x < width; x++) {
-            const double u = std::clamp((x - Margin) / (chart.width - 1.0), 0.0, 1.0);
+            const double u =
+                std::clamp((x - Margin) / (chart.width - 1.0), 0.0, 1.0) * (surface.isHalved ? 0.5 : 1);
             const double v = std::clamp((y - Margin) / (chart.height - 1.0), 0.0, 1.0);
-            const SkinPoint point = PointAt(surface.grid, u, v);
+            const SkinPoint point = PointAt(surface.whole ? *surface.whole : surface.grid, u, v);
             texels[static_cast<size_t>(y * width + x)] = surface.paint(point);
             positions[static_cast<size_t>(y * width + x)] = point.position;
         }

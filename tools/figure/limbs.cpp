@@ -1,5 +1,5 @@
-// Sleeves, trouser legs and shoes. Every joint is a ball that both its segments share, so a bend shows cloth
-// and no gap.
+// Sleeves, trouser legs and shoes. A sleeve is one skin from the shoulder to the cuff, a trouser leg one from
+// the hip to the hem; they melt into shirt and hips where they begin.
 #include "tools/figure/paints.h"
 #include "tools/figure/parts.h"
 
@@ -7,48 +7,74 @@ namespace figure_maker {
 
 namespace {
 
-const Joint &Right(int channel) {
-    return Joints()[static_cast<size_t>(channel)];
+// Radii of cloth around the bones, metres.
+struct Limbs {
+    double shoulder, upperArm, elbow, forearm, cuff; // the last inside the cuff's rim
+    double hip, thigh, knee, calf, hem;
+    double shoe; // in hers
+};
+// clang-format off
+const Limbs Hers = {.shoulder = 0.0505, .upperArm = 0.047, .elbow = 0.0395, .forearm = 0.0385, .cuff = 0.0315,
+                    .hip = 0.086, .thigh = 0.076, .knee = 0.062, .calf = 0.056, .hem = 0.050, .shoe = 1};
+const Limbs His = {.shoulder = 0.0575, .upperArm = 0.056, .elbow = 0.0460, .forearm = 0.0455, .cuff = 0.0360,
+                   .hip = 0.091, .thigh = 0.083, .knee = 0.068, .calf = 0.063, .hem = 0.056, .shoe = 1.13};
+// clang-format on
+
+const Limbs &LimbsOf(const Body &body) {
+    return body.isMan ? His : Hers;
 }
 
-void AddBoth(std::vector<Surface> &surfaces, Surface surface, int rightJoint, int leftJoint) {
-    surface.joint = rightJoint;
-    surfaces.push_back(surface);
-    surfaces.push_back(Mirror(surface, leftJoint));
+double UpperArmSolid(const Body &body, Vec p) {
+    const Limbs &limbs = LimbsOf(body);
+    const Vec shoulder = body.At(RightArm).pivot, elbow = body.At(RightArm).end;
+    const double skin = RoundCone(p, shoulder, elbow, limbs.shoulder, limbs.elbow * 0.93);
+    return Join(skin,
+                RoundCone(p, Mix(shoulder, elbow, 0.22), Mix(shoulder, elbow, 0.62), limbs.upperArm,
+                          limbs.upperArm * 0.93),
+                0.03);
 }
 
-double UpperArmSolid(Vec p) {
-    const Vec shoulder = Right(RightArm).pivot, elbow = Right(RightArm).end;
-    double skin = RoundCone(p, shoulder, elbow, 0.055, 0.0355);
-    return Join(skin, RoundCone(p, Mix(shoulder, elbow, 0.2), Mix(shoulder, elbow, 0.65), 0.051, 0.046),
-                0.02);
+double ForearmSolid(const Body &body, Vec p) {
+    const Limbs &limbs = LimbsOf(body);
+    const Vec elbow = body.At(RightArm + 1).pivot, wrist = body.At(RightArm + 1).end;
+    const double skin = RoundCone(p, elbow, Mix(elbow, wrist, 0.8), limbs.elbow * 0.95, limbs.cuff);
+    return Join(
+        skin,
+        RoundCone(p, Mix(elbow, wrist, 0.1), Mix(elbow, wrist, 0.5), limbs.forearm, limbs.forearm * 0.93),
+        0.02);
 }
 
-double ForearmSolid(Vec p) {
-    const Vec elbow = Right(RightArm + 1).pivot, wrist = Right(RightArm + 1).end;
-    double skin = RoundCone(p, elbow, Mix(elbow, wrist, 0.8), 0.0395, 0.031);
-    skin = Join(skin, RoundCone(p, Mix(elbow, wrist, 0.1), Mix(elbow, wrist, 0.5), 0.0395, 0.036), 0.02);
-    return skin;
+// The sleeve, and near the shoulder the shirt that it is sewn to.
+double SleeveSolid(const Body &body, Vec p) {
+    const double arm = ArmSolid(body, p), away = Length(p - body.At(RightArm).pivot);
+    const double apart = SmoothStep(0.06, 0.12, away);
+    if (apart >= 1) return arm;
+    // Not far from the arm: what lies in the chest would come out when the arm is raised.
+    return std::max(Join(arm, TorsoSolid(body, p) + 0.04 * apart, 0.03) - 0.0020, arm - 0.011);
 }
 
-double CuffSolid(Vec p) {
-    const Vec elbow = Right(RightArm + 1).pivot, wrist = Right(RightArm + 1).end;
-    const Vec along = Unit(wrist - elbow);
-    const double share = Dot(p - elbow, along), length = Length(wrist - elbow);
-    const double ring = Length(p - elbow - along * share) - 0.0325;
-    const double from = length * 0.755, to = length + 0.002;
-    return std::max({ring, from - share, share - to});
+// Folds of cloth about a joint: rings across the limb on the side to which it bends, that run out on the
+// other.
+double Rings(Vec p, Vec joint, Vec along, Vec inwards, double reach) {
+    const Vec d = p - joint;
+    const double away = Length(d);
+    const double side = away > 0 ? Dot(d, inwards) / away : 0;
+    const double wave = Dot(d, along) * 95 + side * 2.4 + 1.6 * Noise(p * 26);
+    return std::sin(wave) * std::exp(-away * away / (reach * reach)) * (0.45 + 0.55 * side);
 }
 
-Texel PaintSleeve(const SkinPoint &point) {
-    const Joint &arm = Right(RightArm);
-    Texel texel = Cloth(point, ShirtWhite, Unit(arm.end - arm.pivot), 0.0022);
+Texel PaintSleeve(const Body &body, const SkinPoint &point) {
+    const Joint &upper = body.At(RightArm), &fore = body.At(RightArm + 1);
+    const Vec p = point.position, a = Unit(upper.end - upper.pivot), b = Unit(fore.end - fore.pivot);
+    const bool isUpper = Dot(p - upper.end, a + b * -1) < 0;
+    Texel texel = Cloth(point, ShirtWhite, Unit((isUpper ? a : b) + upper.axes[0] * 0.35), 0.0020);
+    const double rings = Rings(p, upper.end, Unit(a + b), Unit(b - a), 0.085);
+    texel.height += 0.0026 * rings;
+    texel.color = texel.color * (1 + 0.05 * rings);
+    // The seam at the shoulder.
+    const double seam = std::exp(-std::pow((Dot(p - upper.pivot, a) + 0.030) / 0.0018, 2));
+    texel.color = texel.color * (1 - 0.05 * seam);
     return texel;
-}
-
-Texel PaintForearm(const SkinPoint &point) {
-    const Joint &arm = Right(RightArm + 1);
-    return Cloth(point, ShirtWhite, Unit(arm.end - arm.pivot), 0.0022);
 }
 
 Texel PaintCuff(const SkinPoint &point) {
@@ -61,52 +87,74 @@ Texel PaintCuff(const SkinPoint &point) {
     return texel;
 }
 
-double ThighSolid(Vec p) {
-    const Vec hip = Right(RightLeg).pivot, knee = Right(RightLeg).end;
-    double skin = RoundCone(p, hip, knee, 0.086, 0.0575);
-    return Join(skin, RoundCone(p, Mix(hip, knee, 0.1), Mix(hip, knee, 0.6), 0.085, 0.072), 0.03);
-}
-
-double ShankSolid(Vec p) {
-    const Vec knee = Right(RightLeg + 1).pivot, ankle = Right(RightLeg + 1).end;
-    double skin = RoundCone(p, knee, Mix(knee, ankle, 0.98), 0.060, 0.049);
-    return Join(skin,
-                RoundCone(p, Mix(knee, ankle, 0.15) + Vec{0, 0, 0.012}, Mix(knee, ankle, 0.5), 0.055, 0.050),
+double ThighSolid(const Body &body, Vec p) {
+    const Limbs &limbs = LimbsOf(body);
+    const Vec hip = body.At(RightLeg).pivot, knee = body.At(RightLeg).end;
+    const double skin = RoundCone(p, hip, knee, limbs.hip, limbs.knee * 0.97);
+    return Join(skin, RoundCone(p, Mix(hip, knee, 0.1), Mix(hip, knee, 0.6), limbs.hip, limbs.thigh * 0.95),
                 0.03);
 }
 
-double ShoeSolid(Vec p) {
-    const Vec ankle = Right(RightLeg + 2).pivot;
-    // Along the foot: z back, y up.
-    const Vec q = ToLocal(FrameAlong(ankle, Vec{0.08, -0.18, -1}, {0, 1, 0}), p);
-    double shoe = RoundCone(q, {0, -0.020, 0.012}, {0, -0.052, 0.035}, 0.036, 0.033);
-    shoe = Join(shoe, RoundCone(q, {0, -0.045, 0.02}, {0.003, -0.060, -0.125}, 0.036, 0.032), 0.03);
-    shoe = Join(shoe, RoundCone(q, {-0.004, -0.062, -0.10}, {-0.006, -0.068, -0.165}, 0.034, 0.022), 0.02);
-    const double floor = -q.y - 0.084; // flat below
-    return Join(-Join(-shoe, -floor, 0.006), Ellipsoid(q, {0, -0.078, 0.035}, {0.03, 0.014, 0.034}),
-                0.006); // heel
+// Down to the hem, which lies on the shoe.
+double ShankSolid(const Body &body, Vec p) {
+    const Limbs &limbs = LimbsOf(body);
+    const Vec knee = body.At(RightLeg + 1).pivot, ankle = body.At(RightLeg + 1).end;
+    double skin = RoundCone(p, knee, ankle, limbs.knee, limbs.hem);
+    skin = Join(skin,
+                RoundCone(p, Mix(knee, ankle, 0.15) + Vec{0, 0, 0.012}, Mix(knee, ankle, 0.5), limbs.calf,
+                          limbs.calf * 0.9),
+                0.03);
+    return Cut(skin, -(Dot(p - Mix(knee, ankle, 0.95), Unit(ankle - knee))), 0.004);
 }
 
-Texel PaintThigh(const SkinPoint &point) {
-    Texel texel = Cloth(point, UniformNavy, Unit({0.5, 0.2, 1}), 0.0020);
-    // The pressed crease along the top.
-    const double crease = std::exp(-std::pow((point.u - 0.5) / 0.006, 2)) * SmoothStep(0.3, 0.5, point.v);
+double TrousersSolid(const Body &body, Vec p) {
+    const double leg = Join(ThighSolid(body, p), ShankSolid(body, p), 0.04);
+    const double apart = SmoothStep(0.10, 0.20, Length(p - body.At(RightLeg).pivot));
+    if (apart >= 1) return leg;
+    return std::max(Join(leg, HipsSolid(body, p) + 0.05 * apart, 0.03) - 0.0012, leg - 0.010);
+}
+
+// Along the foot: x outwards, y up, z to the heel.
+Frame FootFrame(const Body &body) {
+    return FrameAlong(body.At(RightLeg + 2).pivot, Vec{0.08, -0.18, -1}, {0, 1, 0});
+}
+
+Vec InShoe(const Body &body, Vec p) {
+    return ToLocal(FootFrame(body), p) * (1 / LimbsOf(body).shoe);
+}
+
+// From the heel to the toes: half widths, soles and uppers.
+const std::vector<Section> ShoeSections = {{-0.062, 0.012, -0.078, -0.056}, {-0.050, 0.026, -0.084, -0.026},
+                                           {-0.022, 0.034, -0.084, 0.004},  {0.018, 0.035, -0.084, 0.000},
+                                           {0.055, 0.037, -0.083, -0.020},  {0.095, 0.042, -0.083, -0.036},
+                                           {0.135, 0.042, -0.084, -0.046},  {0.165, 0.035, -0.084, -0.052},
+                                           {0.184, 0.022, -0.083, -0.060},  {0.193, 0.008, -0.080, -0.070}};
+
+double ShoeSolid(const Body &body, Vec p) {
+    const Vec q = InShoe(body, p);
+    return Sections(ShoeSections, -q.z, q.x + 0.004 * std::sin(q.z * 16), q.y, 2.5) * LimbsOf(body).shoe;
+}
+
+// The front crease is at u = 0.25.
+Texel PaintTrouserLeg(const Body &body, const SkinPoint &point) {
+    const Joint &thigh = body.At(RightLeg), &shank = body.At(RightLeg + 1);
+    const Vec p = point.position, a = Unit(thigh.end - thigh.pivot), b = Unit(shank.end - shank.pivot);
+    const bool isThigh = Dot(p - thigh.end, a + b * -1) < 0;
+    Texel texel = Cloth(point, UniformNavy, Unit((isThigh ? a : b) + Vec{0.5, 0.1, 0}), 0.0022);
+    const double knee = Rings(p, thigh.end, Unit(a + b), Unit(b - a), 0.12);
+    const double hip = Rings(p, thigh.pivot + Vec{0, 0.05, -0.03}, a, Vec{0, 1, 0}, 0.10);
+    const double hem = Rings(p, shank.end, b, {0, 0, -1}, 0.07);
+    texel.height += 0.0030 * (knee + hip + 0.6 * hem);
+    texel.color = texel.color * (1 + 0.10 * (knee + hip + hem));
+    const double crease = std::exp(-std::pow((point.u - 0.25) / 0.008, 2))
+                          * SmoothStep(0.05, 0.12, Length(p - thigh.pivot) - 0.08);
     texel.height += 0.0012 * crease;
-    texel.color = texel.color * (1 + 0.12 * crease);
+    texel.color = texel.color * (1 + 0.14 * crease);
     return texel;
 }
 
-Texel PaintShank(const SkinPoint &point) {
-    Texel texel = Cloth(point, UniformNavy, Unit({0.3, 1, 0.2}), 0.0024);
-    const double crease = std::exp(-std::pow((point.u - 0.5) / 0.006, 2));
-    texel.height += 0.0012 * crease;
-    texel.color = texel.color * (1 + 0.12 * crease);
-    return texel;
-}
-
-Texel PaintShoe(const SkinPoint &point) {
-    const Vec q =
-        ToLocal(FrameAlong(Right(RightLeg + 2).pivot, Vec{0.08, -0.18, -1}, {0, 1, 0}), point.position);
+Texel PaintShoe(const Body &body, const SkinPoint &point) {
+    const Vec q = InShoe(body, point.position);
     Texel texel;
     texel.color = ShoeBlack * (0.7 + 0.5 * point.openness);
     texel.gloss = 0.55;
@@ -130,79 +178,116 @@ Surface Part(const std::string &chart, int width, int height, Paint paint) {
     return surface;
 }
 
-} // namespace
+// A ball of the same cloth in a joint, under the skin, for the slits that a strong bend may open.
+void AddCore(Surfaces &surfaces, const std::string &chart, Vec color, Vec centre, double radius, int joint) {
+    Surface core = Part(chart, 12, 12, [color](const SkinPoint &) { return Texel{color, 0, 0.05}; });
+    core.joint = joint;
+    core.share = 0.5;
+    core.grid = BallSkin([&](Vec p) { return Length(p - centre) - radius; }, {centre}, 9, 6);
+    surfaces.push_back(core);
+}
 
-void AddArms(std::vector<Surface> &surfaces) {
-    const Joint &upper = Right(RightArm), &fore = Right(RightArm + 1);
-    Surface sleeve = Part("sleeve", 300, 260, PaintSleeve);
-    sleeve.grid = LimbSkin(UpperArmSolid, upper.pivot, upper.end, {1, 0, 0.3}, 17, 15, 0.22, 0.18);
-    Shade(sleeve.grid, UpperArmSolid, 0.04);
-    AddBoth(surfaces, sleeve, RightArm, LeftArm);
+// Out along the cuff, over its rim and back inside to the hand: share of the forearm, and radius in that of
+// the rim's inside.
+const double CuffProfile[7][2] = {{0.74, 0.95},  {0.755, 1.095}, {0.86, 1.095}, {0.975, 1.05},
+                                  {0.992, 1.01}, {0.985, 0.945}, {0.93, 0.635}};
 
-    Surface forearm = Part("forearm", 260, 220, PaintForearm);
-    forearm.grid =
-        LimbSkin(ForearmSolid, fore.pivot, Mix(fore.pivot, fore.end, 0.8), {0, -1, 0}, 17, 12, 0.22, 0.15);
-    Shade(
-        forearm.grid, [](Vec p) { return std::min(ForearmSolid(p), CuffSolid(p)); }, 0.02);
-    AddBoth(surfaces, forearm, RightArm + 1, LeftArm + 1);
-
-    Surface cuff = Part("cuff", 200, 90, PaintCuff);
-    // Out along the cuff, over its rim and back inside to the hand.
+void AddCuff(Surfaces &surfaces, const Body &body) {
+    const Joint &fore = body.At(RightArm + 1);
     const Vec along = Unit(fore.end - fore.pivot), side = Unit(Cross(along, {0, 1, 0})),
               top = Cross(side, along);
-    const double length = Length(fore.end - fore.pivot);
+    const double length = Length(fore.end - fore.pivot), rim = LimbsOf(body).cuff;
+    Surface cuff = Part("cuff", 160, 72, PaintCuff);
+    cuff.joint = RightArm + 1;
     cuff.grid = Sheet(
-        19, 9,
+        13, 7,
         [&](double u, double v) {
-            const double a = u * 360 * Degree;
-            const double profile[7][2] = {{0.74, 0.030},   {0.755, 0.0345}, {0.86, 0.0345}, {0.975, 0.0330},
-                                          {0.992, 0.0318}, {0.985, 0.0298}, {0.93, 0.0200}};
-            const double place = v * 6;
+            const double a = u * 360 * Degree, place = v * 6;
             const int i = std::min(5, static_cast<int>(place));
             const double f = place - i;
-            const double share = Mix(profile[i][0], profile[i + 1][0], f),
-                         radius = Mix(profile[i][1], profile[i + 1][1], f);
+            const double share = Mix(CuffProfile[i][0], CuffProfile[i + 1][0], f),
+                         radius = Mix(CuffProfile[i][1], CuffProfile[i + 1][1], f) * rim;
             return fore.pivot + along * (share * length) + (top * -std::cos(a) + side * std::sin(a)) * radius;
         },
         [&](Vec p) {
             const double share = Dot(p - fore.pivot, along);
             const Vec out = p - fore.pivot - along * share;
-            return share > 0.986 * length                         ? along
-                   : Length(out) < 0.0315 && share > 0.9 * length ? along * 0.05 - out
-                                                                  : out;
+            return share > 0.986 * length                      ? along
+                   : Length(out) < rim && share > 0.9 * length ? along * 0.05 - out
+                                                               : out;
         });
-    AddBoth(surfaces, cuff, RightArm + 1, LeftArm + 1);
+    surfaces.push_back(cuff);
 }
 
-void AddLegs(std::vector<Surface> &surfaces) {
-    const Joint &thigh = Right(RightLeg), &shank = Right(RightLeg + 1);
-    Surface upper = Part("thigh", 320, 300, PaintThigh);
-    upper.grid = LimbSkin(ThighSolid, thigh.pivot, thigh.end, {0, -1, 0}, 19, 13, 0.18, 0.2);
-    Shade(
-        upper.grid, [](Vec p) { return std::min(ThighSolid(p), ThighSolid(MirrorX(p))); }, 0.06);
-    AddBoth(surfaces, upper, RightLeg, LeftLeg);
+} // namespace
 
-    Surface lower = Part("shank", 280, 280, PaintShank);
-    lower.grid =
-        LimbSkin(ShankSolid, shank.pivot, Mix(shank.pivot, shank.end, 0.93), {0, 0, 1}, 17, 12, 0.2, 0.12);
-    Shade(lower.grid, ShankSolid, 0.05);
-    AddBoth(surfaces, lower, RightLeg + 1, LeftLeg + 1);
+double ArmSolid(const Body &body, Vec p) {
+    return Join(UpperArmSolid(body, p), ForearmSolid(body, p), 0.03);
+}
+
+void AddArms(Surfaces &surfaces, const Body &body) {
+    const size_t first = surfaces.size();
+    const Joint &upper = body.At(RightArm), &fore = body.At(RightArm + 1);
+    const Limbs &limbs = LimbsOf(body);
+    const Path path = {{upper.pivot, upper.end, Mix(fore.pivot, fore.end, 0.80)}, 0.075};
+    const std::vector<double> rows = Rows(
+        {Steps(-1, 0, 5), Steps(0, 0.06, 2), {0.08}, Steps(0.2, 0.51, 2), Steps(0.51, 0.69, 8), {0.71, 1}});
+    Surface sleeve =
+        Part("sleeve", 300, 420, [&](const SkinPoint &point) { return PaintSleeve(body, point); });
+    sleeve.joint = BodyTop;
+    sleeve.grid = LimbSkin([&](Vec p) { return SleeveSolid(body, p); }, path, upper.axes[0], 15, rows, 0.090);
+    Shade(
+        sleeve.grid, [&](Vec p) { return std::min(ArmSolid(body, p), TorsoSolid(body, p) + 0.004); }, 0.04);
+    AddBending(surfaces, sleeve, rows, {{RightArm, -0.8, 0.06}, {RightArm + 1, 0.51, 0.69}}, 1, 0.0020);
+    AddCore(surfaces, "sleeve core", ShirtWhite * 0.93, upper.pivot, limbs.shoulder - 0.004, RightArm);
+    AddCore(surfaces, "sleeve core", ShirtWhite * 0.93,
+            upper.end + Unit(Unit(upper.pivot - upper.end) + Unit(fore.end - upper.end)) * 0.010,
+            limbs.elbow - 0.003, RightArm + 1);
+    AddCuff(surfaces, body);
+    AddMirrored(surfaces, first);
+}
+
+void AddLegs(Surfaces &surfaces, const Body &body) {
+    const size_t first = surfaces.size();
+    const Joint &thigh = body.At(RightLeg), &shank = body.At(RightLeg + 1);
+    const Path path = {{thigh.pivot, thigh.end, Mix(shank.pivot, shank.end, 0.93)}, 0.09};
+    const std::vector<double> rows = Rows({Steps(-1, 0, 3),
+                                           Steps(0, 0.08, 2),
+                                           {0.10},
+                                           Steps(0.22, 0.45, 2),
+                                           Steps(0.45, 0.61, 7),
+                                           {0.63},
+                                           Steps(0.74, 1, 2),
+                                           {1.5, 2}});
+    Surface trousers =
+        Part("trouser leg", 300, 520, [&](const SkinPoint &point) { return PaintTrouserLeg(body, point); });
+    trousers.grid = LimbSkin([&](Vec p) { return TrousersSolid(body, p); }, path, {1, 0, 0}, 15, rows, 0.13);
+    Shade(
+        trousers.grid,
+        [&](Vec p) { return std::min(TrousersSolid(body, p), TrousersSolid(body, MirrorX(p))); }, 0.06);
+    AddBending(surfaces, trousers, rows, {{RightLeg, -0.666667, 0.08}, {RightLeg + 1, 0.45, 0.61}}, 1,
+               0.0020);
+    AddCore(surfaces, "trouser core", UniformNavy * 0.9, thigh.end, LimbsOf(body).knee - 0.008, RightLeg + 1);
 
     Surface sock = Part("sock", 60, 40, PaintSock);
-    const auto sockSolid = [](Vec p) {
-        return RoundCone(p, Mix(Right(RightLeg + 1).pivot, Right(RightLeg + 1).end, 0.85),
-                         Right(RightLeg + 1).end, 0.034, 0.036);
-    };
-    sock.grid = LimbSkin(sockSolid, Mix(shank.pivot, shank.end, 0.85), shank.end, {0, 0, 1}, 13, 7, 0.2, 0.3);
-    AddBoth(surfaces, sock, RightLeg + 2, LeftLeg + 2);
+    sock.joint = RightLeg + 2;
+    const Vec from = Mix(shank.pivot, shank.end, 0.85);
+    sock.grid = LimbSkin([&](Vec p) { return RoundCone(p, from, shank.end, 0.034, 0.036); },
+                         {{from, shank.end}, 0}, {0, 0, 1}, 9, Steps(0, 1.5, 3));
+    surfaces.push_back(sock);
 
-    Surface shoe = Part("shoe", 220, 200, PaintShoe);
-    const Vec ankle = Right(RightLeg + 2).pivot;
-    const Frame foot = FrameAlong(ankle, Vec{0.08, -0.18, -1}, {0, 1, 0});
-    shoe.grid = LimbSkin(ShoeSolid, ToWorld(foot, {0, -0.045, 0.03}), ToWorld(foot, {0, -0.062, -0.145}),
-                         {0, -1, 0}, 17, 15, 0.25, 0.2);
-    Shade(shoe.grid, ShoeSolid, 0.03);
-    AddBoth(surfaces, shoe, RightLeg + 2, LeftLeg + 2);
+    Surface shoe = Part("shoe", 200, 200, [&](const SkinPoint &point) { return PaintShoe(body, point); });
+    shoe.joint = RightLeg + 2;
+    const Frame foot = FootFrame(body);
+    const double size = LimbsOf(body).shoe;
+    const Solid solid = [&](Vec p) { return ShoeSolid(body, p); };
+    shoe.grid = LimbSkin(
+        solid,
+        {{ToWorld(foot, Vec{0, -0.045, 0.03} * size), ToWorld(foot, Vec{0.002, -0.064, -0.150} * size)}, 0},
+        {0, -1, 0}, 15, Rows({Steps(-1, 0, 3), Steps(0, 1, 5), Steps(1, 2, 4)}));
+    Shade(shoe.grid, solid, 0.03);
+    surfaces.push_back(shoe);
+    AddMirrored(surfaces, first);
 }
 
 } // namespace figure_maker

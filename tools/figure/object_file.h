@@ -8,8 +8,18 @@
 
 namespace figure_maker {
 
-// The object's text. Parts without a joint of their own, such as a seat, stand still when isFigure is false.
+// A person, near by and as seen from outside the aircraft.
+struct Figure {
+    const Body *body;
+    std::vector<Surface> surfaces, afar;
+};
+
+// The text of an object that carries all figures, and shows the one that "kv/fo/_gender" says: 0 the first.
+std::string FigureText(const std::vector<Figure> &figures, const Atlas &atlas, const std::string &texture,
+                       const std::string &normalMap);
+
+// The text of an object that stands still, such as a seat. The normal map's name may be empty.
 std::string ObjectText(const std::vector<Surface> &surfaces, const Atlas &atlas, const std::string &texture,
-                       const std::string &normalMap, bool isFigure);
+                       const std::string &normalMap);
 
 } // namespace figure_maker

@@ -3,21 +3,17 @@
 
 namespace figure_maker {
 
-Vec Color(int red, int green, int blue) {
-    return Vec{static_cast<double>(red), static_cast<double>(green), static_cast<double>(blue)} * (1.0 / 255);
-}
-
 Vec Shaded(Vec color, double openness) {
     const double light = 0.45 + 0.55 * openness;
     // Shadows are warmer: light that comes through or off the neighbour has its colour.
     return {color.x * std::pow(light, 0.85), color.y * light, color.z * std::pow(light, 1.05)};
 }
 
-Texel Skin(const SkinPoint &point, double redness) {
+Texel Skin(const SkinPoint &point, const Tone &tone, double redness) {
     Texel texel;
     const double blotch = Turbulence(point.position * 60, 3);
-    Vec color = SkinTone * (1 + 0.05 * blotch);
-    color = Mix(color, Color(219, 136, 116), std::clamp(redness + 0.08 * blotch, 0.0, 1.0) * 0.6);
+    Vec color = tone.skin * (1 + 0.05 * blotch);
+    color = Mix(color, tone.blood, std::clamp(redness + 0.08 * blotch, 0.0, 1.0) * 0.6);
     texel.color = Shaded(color, point.openness);
     texel.height = 0.00004 * Turbulence(point.position * 900, 2);
     texel.gloss = 0.28;

@@ -1,4 +1,6 @@
-// The figure's parts, and the seats. Each adds its surfaces; sizes in texels are those of a picture of 2048.
+// The figures' parts, and the seats. Each adds its surfaces, for all looks; sizes in texels are those of a
+// picture of 2048. One builder makes both people: what differs stands in rows of measures, at the top of
+// each source file.
 #pragma once
 
 #include <vector>
@@ -7,26 +9,35 @@
 
 namespace figure_maker {
 
-void AddHead(std::vector<Surface> &surfaces); // with neck
-void AddFace(std::vector<Surface> &surfaces); // eyes, lids, lips, glasses
-void AddHair(std::vector<Surface> &surfaces);
-void AddTorso(std::vector<Surface> &surfaces); // shirt, collar, tie, epaulettes, belt, hips
-void AddArms(std::vector<Surface> &surfaces);
-void AddHands(std::vector<Surface> &surfaces);
-void AddLegs(std::vector<Surface> &surfaces);
-void AddTablet(std::vector<Surface> &surfaces);
-void AddSeats(std::vector<Surface> &surfaces);
+using Surfaces = std::vector<Surface>;
+
+void AddHead(Surfaces &surfaces, const Body &body); // with ears and neck
+void AddFace(Surfaces &surfaces, const Body &body); // eyes, lids, lips, glasses
+void AddHair(Surfaces &surfaces, const Body &body);
+void AddTorso(Surfaces &surfaces, const Body &body); // shirt, collar, tie, epaulettes, belt, hips
+void AddArms(Surfaces &surfaces, const Body &body);
+void AddHands(Surfaces &surfaces, const Body &body);
+void AddLegs(Surfaces &surfaces, const Body &body);
+void AddThings(Surfaces &surfaces, const Body &body); // tablet, pad and pen
+void AddSeats(Surfaces &surfaces);
+
+// A body as one sees it from outside the aircraft: a few hundred triangles, in the charts of the parts above.
+void AddFromAfar(Surfaces &surfaces, const Body &body);
+
+// The skin of the head, in the layout of its charts.
+Grid HeadSkin(const Body &body, int columns, int rows);
 
 // Solids that others rest on, at rest.
-double HeadSolid(Vec p); // skin, without ears
-double HairSolid(Vec p);
-double ChestSolid(Vec p);
-double NeckSolid(Vec p);
-double HipsSolid(Vec p);
+double HeadSolid(const Body &body, Vec p); // skin, without ears
+double HairSolid(const Body &body, int look, Vec p);
+double TorsoSolid(const Body &body, Vec p); // the shirt, without sleeves
+double NeckSolid(const Body &body, Vec p);
+double HipsSolid(const Body &body, Vec p);
+double ArmSolid(const Body &body, Vec p); // the right sleeve
 
-// A place about the head's centre: millimetres to the right, up, and forward.
-inline Vec OnHead(double right, double up, double forward) {
-    return HeadCentre + Vec{right, up, -forward} * 0.001;
+// A place about the head's centre: millimetres of her head to the right, up, and forward.
+inline Vec OnHead(const Body &body, double right, double up, double forward) {
+    return body.headCentre + Vec{right, up, -forward} * (0.001 * body.measures.head);
 }
 
 } // namespace figure_maker

@@ -60,9 +60,9 @@ const Vec Ahead = {0.02, 0.70, -3}, Panel = {0, 0.40, -0.8}, Lap = {0, 0.18, -0.
           Captain = {-1.0, 0.72, -0.25};
 
 // A hand at rest on a thigh, moved from where it lies when all is zero.
-Reach OnThigh(bool isRight, double outwards = 0, double forward = 0) {
+Reach OnThigh(const Body &body, bool isRight, double outwards = 0, double forward = 0) {
     const double side = isRight ? 1 : -1;
-    const Vec rest = ToWorld(HandFrame(isRight), {0, -0.028, -0.075});
+    const Vec rest = ToWorld(HandFrame(body, isRight), Vec{0, -0.028, -0.075} * body.measures.hand);
     return {rest + Vec{side * outwards, 0.002 + 0.10 * forward, -forward},
             "relaxed",
             HandPoint::Grip,
@@ -78,8 +78,9 @@ Reach Hold(Vec target, Vec palm, Vec fingers) {
     return {target, "grip", HandPoint::Grip, palm, fingers};
 }
 
-std::vector<PoseRecipe> MakeRecipes() {
-    const Reach left = OnThigh(false), right = OnThigh(true);
+std::vector<PoseRecipe> MakeRecipes(const Body &body) {
+    const double lap = body.measures.lap;
+    const Reach left = OnThigh(body, false), right = OnThigh(body, true);
     const Vec upright = {};
     std::vector<PoseRecipe> recipes = {
         // ---- Idle ----
@@ -87,36 +88,36 @@ std::vector<PoseRecipe> MakeRecipes() {
         {"rest",
          "rest_knees",
          {0.1, 0.62, -3},
-         OnThigh(false, 0.005, 0.075),
-         OnThigh(true, 0.005, 0.07),
+         OnThigh(body, false, 0.005, 0.075),
+         OnThigh(body, true, 0.005, 0.07),
          {-5, 0, 0},
          {2, 3}},
         {"rest",
          "rest_lap",
          {0, 0.62, -2},
-         OnThigh(false, -0.048, -0.005),
-         OnThigh(true, -0.048, 0.005),
+         OnThigh(body, false, -0.048, -0.005),
+         OnThigh(body, true, -0.048, 0.005),
          {1, 0, 0},
          {0, 1}},
         {"rest",
          "rest_window",
          {2.2, 0.75, -1.8},
-         OnThigh(false, -0.01, 0.02),
-         OnThigh(true, 0.01, 0.03),
+         OnThigh(body, false, -0.01, 0.02),
+         OnThigh(body, true, 0.01, 0.03),
          {0, -5, 0},
          {1, 4}},
         {"rest",
          "rest_captain",
          {-1.5, 0.70, -1.3},
-         OnThigh(false, 0, 0.03),
-         OnThigh(true, -0.03, 0),
+         OnThigh(body, false, 0, 0.03),
+         OnThigh(body, true, -0.03, 0),
          {0, 5, 0},
          {2, 0}},
         {"rest",
          "rest_instruments",
          Panel,
-         OnThigh(false, 0.01, 0.01),
-         OnThigh(true, -0.01, 0.04),
+         OnThigh(body, false, 0.01, 0.01),
+         OnThigh(body, true, -0.01, 0.04),
          {-3, 0, 0},
          {3, 1}},
         // ---- Reach ----
@@ -199,10 +200,10 @@ std::vector<PoseRecipe> MakeRecipes() {
          Hold({0.36, 0.80, -0.20}, {0.2, 0.2, -1}, {0.1, 1, -0.25}),
          upright},
         // ---- Look ----
-        {"look", "look_left", {-3, 0.72, -1.6}, left, OnThigh(true, -0.01, 0.01), {0, 8, 0}},
-        {"look", "look_right", {3, 0.72, -1.4}, OnThigh(false, -0.01, 0.01), right, {0, -8, 0}},
+        {"look", "look_left", {-3, 0.72, -1.6}, left, OnThigh(body, true, -0.01, 0.01), {0, 8, 0}},
+        {"look", "look_right", {3, 0.72, -1.4}, OnThigh(body, false, -0.01, 0.01), right, {0, -8, 0}},
         {"look", "look_captain", Captain, left, right, {0, 10, 0}},
-        {"look", "look_instruments", Panel, OnThigh(false, 0, 0.02), right, {-4, 0, 0}},
+        {"look", "look_instruments", Panel, OnThigh(body, false, 0, 0.02), right, {-4, 0, 0}},
         {"look", "look_overhead", {-0.3, 1.2, -0.45}, left, right, {3, 2, 0}},
         {"look", "look_down", {-0.34, 0.15, -0.25}, left, right, {-6, 4, 0}},
         {"look", "look_outside", {0.3, 0.62, -6}, left, right, {-7, 0, 0}},
@@ -210,20 +211,24 @@ std::vector<PoseRecipe> MakeRecipes() {
         {"",
          "tablet",
          {0, 0.21, -0.2},
-         Hold({-0.098, 0.222, -0.17}, {0.55, -0.75, 0}, {0.3, -0.1, -1}),
-         Press({0.045, 0.226, -0.205}, {-0.4, -0.35, -1}, {-0.1, -0.9, 0.4}),
+         Hold({-0.098, lap + 0.017, -0.17}, {0.55, -0.75, 0}, {0.3, -0.1, -1}),
+         Press({0.045, lap + 0.021, -0.205}, {-0.4, -0.35, -1}, {-0.1, -0.9, 0.4}),
          {-4, 0, 0}},
         {"work",
          "tablet_hold",
          {0, 0.21, -0.2},
-         Hold({-0.098, 0.222, -0.17}, {0.55, -0.75, 0}, {0.3, -0.1, -1}),
-         Hold({0.098, 0.222, -0.17}, {-0.55, -0.75, 0}, {-0.3, -0.1, -1}),
+         Hold({-0.098, lap + 0.017, -0.17}, {0.55, -0.75, 0}, {0.3, -0.1, -1}),
+         Hold({0.098, lap + 0.017, -0.17}, {-0.55, -0.75, 0}, {-0.3, -0.1, -1}),
          {-3, 0, 0}},
         {"work",
          "writing",
          Lap,
-         OnThigh(false, -0.03, 0.02),
-         {{0.075, 0.225, -0.17}, "pen", HandPoint::Fingertip, {-0.6, -0.75, 0.1}, {-0.55, -0.45, -0.8}},
+         OnThigh(body, false, -0.03, 0.02),
+         {{0.030, lap + 0.026, -0.175},
+          "pen",
+          HandPoint::Fingertip,
+          {-0.6, -0.75, 0.1},
+          {-0.55, -0.45, -0.8}},
          {-6, 0, 0}},
         {"signs",
          "thumbs_up",
@@ -249,9 +254,9 @@ std::vector<PoseRecipe> MakeRecipes() {
 
 } // namespace
 
-const std::vector<PoseRecipe> &PoseRecipes() {
-    static const std::vector<PoseRecipe> recipes = MakeRecipes();
-    return recipes;
+const std::vector<PoseRecipe> &PoseRecipes(const Body &body) {
+    static const std::vector<PoseRecipe> hers = MakeRecipes(Woman()), his = MakeRecipes(Man());
+    return body.isMan ? his : hers;
 }
 
 } // namespace figure_maker

@@ -22,20 +22,18 @@ size_t At(int channel) {
     return static_cast<size_t>(channel);
 }
 
-const Joint &JointAt(int channel) {
-    return Joints()[At(channel)];
-}
-
 // One value that the search may change.
 struct Variable {
     int channel, axis;
     double effort; // how much less welcome it is than an arm's
 };
 
-std::vector<Variable> ArmVariables(bool isRight) {
+// Longer arms come to near targets with the elbow far out, which is the less welcome.
+std::vector<Variable> ArmVariables(const Body &body, bool isRight) {
     const int arm = isRight ? RightArm : LeftArm;
-    return {{arm, 0, 1},     {arm, 1, 1},     {arm, 2, 1},     {arm + 1, 0, 0.5},
-            {arm + 1, 2, 1}, {arm + 2, 0, 1}, {arm + 2, 1, 1}, {arm + 2, 2, 2}};
+    return {{arm, 0, 1},       {arm, 1, 1},     {arm, 2, body.isMan ? 5.0 : 1.0},
+            {arm + 1, 0, 0.5}, {arm + 1, 2, 1}, {arm + 2, 0, 1},
+            {arm + 2, 1, 1},   {arm + 2, 2, 2}};
 }
 
 double DistanceToCapsule(Vec p, Vec a, Vec b, double radius) {
@@ -44,11 +42,12 @@ double DistanceToCapsule(Vec p, Vec a, Vec b, double radius) {
     return Length(p - a - along * share) - radius;
 }
 
-double ClearanceOf(const std::array<Frame, JointCount> &frames, bool isRight) {
+double ClearanceOf(const Body &body, const std::array<Frame, JointCount> &frames, bool isRight) {
     const int arm = isRight ? RightArm : LeftArm;
     const auto carried = [&](int channel, Vec p) { return ToWorld(frames[At(channel)], p); };
-    const Vec elbow = JointAt(arm + 1).pivot, wrist = JointAt(arm + 2).pivot, knuckles = JointAt(arm + 2).end;
-    const Vec fingertip = JointAt((isRight ? RightFingers : LeftFingers) + 8).end;
+    const Vec elbow = body.At(arm + 1).pivot, wrist = body.At(arm + 2).pivot, knuckles = body.At(arm + 2).end;
+    const Vec fingertip = body.At((isRight ? RightFingers : LeftFingers) + 8).end;
+    const double trunk = body.measures.trunk, thigh = body.isMan ? 0.072 : 0.066;
     struct Probe {
         Vec place;
         double radius;
@@ -62,26 +61,27 @@ double ClearanceOf(const std::array<Frame, JointCount> &frames, bool isRight) {
     double clearance = 1;
     for (const Probe &probe : probes) {
         const double distances[] = {
-            DistanceToCapsule(probe.place, carried(BodyMiddle, {0, 0.20, 0.115}),
-                              carried(BodyTop, {0, 0.44, 0.135}), 0.110),
-            DistanceToCapsule(probe.place, carried(Head, HeadCentre + Vec{0, 0.03, 0}),
-                              carried(Head, HeadCentre + Vec{0, -0.04, -0.04}), 0.095),
-            DistanceToCapsule(probe.place, carried(RightLeg, JointAt(RightLeg).pivot),
-                              carried(RightLeg, JointAt(RightLeg).end), 0.066),
-            DistanceToCapsule(probe.place, carried(LeftLeg, JointAt(LeftLeg).pivot),
-                              carried(LeftLeg, JointAt(LeftLeg).end), 0.066)};
+            DistanceToCapsule(probe.place, carried(BodyMiddle, {0, 0.20 * trunk, 0.115}),
+                              carried(BodyTop, {0, 0.44 * trunk, 0.135}), body.isMan ? 0.125 : 0.110),
+            DistanceToCapsule(probe.place, carried(Head, body.headCentre + Vec{0, 0.03, 0}),
+                              carried(Head, body.headCentre + Vec{0, -0.04, -0.04}), 0.095),
+            DistanceToCapsule(probe.place, carried(RightLeg, body.At(RightLeg).pivot),
+                              carried(RightLeg, body.At(RightLeg).end), thigh),
+            DistanceToCapsule(probe.place, carried(LeftLeg, body.At(LeftLeg).pivot),
+                              carried(LeftLeg, body.At(LeftLeg).end), thigh)};
         for (double distance : distances) clearance = std::min(clearance, distance - probe.radius);
     }
     return clearance;
 }
 
-Vec PlaceIn(const std::array<Frame, JointCount> &frames, HandPoint point, bool isRight) {
+Vec PlaceIn(const Body &body, const std::array<Frame, JointCount> &frames, HandPoint point, bool isRight) {
     if (point == HandPoint::Fingertip) {
         const int tip = (isRight ? RightFingers : LeftFingers) + 5;
-        return ToWorld(frames[At(tip)], JointAt(tip).end);
+        return ToWorld(frames[At(tip)], body.At(tip).end);
     }
     const int hand = (isRight ? RightArm : LeftArm) + 2;
-    return ToWorld(frames[At(hand)], ToWorld(HandFrame(isRight), {0, -0.028, -0.075}));
+    return ToWorld(frames[At(hand)],
+                   ToWorld(HandFrame(body, isRight), Vec{0, -0.028, -0.075} * body.measures.hand));
 }
 
 double Square(double value) {
@@ -89,18 +89,18 @@ double Square(double value) {
 }
 
 // How far a pose is from what a reach asks for; the less the better.
-double Fault(const Pose &pose, const Reach &reach, bool isRight, const std::vector<Variable> &variables,
-             Vec lean) {
-    const auto frames = CarriedFrames(pose);
-    double fault = Square(Length(PlaceIn(frames, reach.point, isRight) - reach.target) / 0.004);
+double Fault(const Body &body, const Pose &pose, const Reach &reach, bool isRight,
+             const std::vector<Variable> &variables, Vec lean) {
+    const auto frames = CarriedFrames(body, pose);
+    double fault = Square(Length(PlaceIn(body, frames, reach.point, isRight) - reach.target) / 0.004);
     const Frame &hand = frames[At((isRight ? RightArm : LeftArm) + 2)];
-    const Frame rest = HandFrame(isRight);
+    const Frame rest = HandFrame(body, isRight);
     const double palm = Dot(ToWorldDirection(hand, rest.y * -1), Unit(reach.palm));
     const double fingers = Dot(ToWorldDirection(hand, rest.z * -1), Unit(reach.fingers));
     fault += 14 * (1 - palm) + 14 * (1 - fingers);
-    fault += Square(std::min(0.0, ClearanceOf(frames, isRight) - 0.004) / 0.003);
+    fault += Square(std::min(0.0, ClearanceOf(body, frames, isRight) - 0.004) / 0.003);
     for (const Variable &variable : variables) {
-        const Joint &joint = JointAt(variable.channel);
+        const Joint &joint = body.At(variable.channel);
         double value = pose[At(variable.channel)][At(variable.axis)];
         const double leans[3] = {lean.x, lean.y, lean.z};
         if (variable.channel == BodyMiddle || variable.channel == BodyTop) value -= leans[variable.axis] / 2;
@@ -110,13 +110,13 @@ double Fault(const Pose &pose, const Reach &reach, bool isRight, const std::vect
     return fault;
 }
 
-double Held(const Variable &variable, double value) {
-    const Joint &joint = JointAt(variable.channel);
+double Held(const Body &body, const Variable &variable, double value) {
+    const Joint &joint = body.At(variable.channel);
     return std::clamp(value, joint.low[variable.axis], joint.high[variable.axis]);
 }
 
-void SolveReach(Pose &pose, const Reach &reach, bool isRight, bool movesBack, Vec lean) {
-    std::vector<Variable> variables = ArmVariables(isRight);
+void SolveReach(const Body &body, Pose &pose, const Reach &reach, bool isRight, bool movesBack, Vec lean) {
+    std::vector<Variable> variables = ArmVariables(body, isRight);
     // The back moves unwillingly: only as far as the arm is too short.
     if (movesBack)
         for (int channel : {BodyMiddle, BodyTop})
@@ -124,23 +124,23 @@ void SolveReach(Pose &pose, const Reach &reach, bool isRight, bool movesBack, Ve
                 variables.push_back({channel, axis, axis == 0 ? 25.0 : 60.0});
     Random random;
     Pose best = pose;
-    double least = Fault(pose, reach, isRight, variables, lean);
+    double least = Fault(body, pose, reach, isRight, variables, lean);
     const double side = isRight ? 1 : -1;
     const double starts[][2] = {{0, 0}, {60, 30}, {110, 20}}; // of the upper arm's x and z
     for (const auto &start : starts) {
         Pose tried = pose;
         tried[At(isRight ? RightArm : LeftArm)][0] = start[0];
         tried[At(isRight ? RightArm : LeftArm)][2] = start[1] * side;
-        double fault = Fault(tried, reach, isRight, variables, lean);
+        double fault = Fault(body, tried, reach, isRight, variables, lean);
         double step = 30;
         for (int attempt = 0; attempt < 2600; attempt++, step = std::max(0.3, step * 0.9982)) {
             Pose next = tried;
             for (const Variable &variable : variables) {
                 if (random.Next() > 0) continue;
                 double &value = next[At(variable.channel)][At(variable.axis)];
-                value = Held(variable, value + step * random.Next() * random.Next());
+                value = Held(body, variable, value + step * random.Next() * random.Next());
             }
-            const double nextFault = Fault(next, reach, isRight, variables, lean);
+            const double nextFault = Fault(body, next, reach, isRight, variables, lean);
             if (nextFault >= fault) continue;
             fault = nextFault;
             tried = next;
@@ -156,7 +156,7 @@ void SolveReach(Pose &pose, const Reach &reach, bool isRight, bool movesBack, Ve
         value = std::round(value);
     }
     // Two values at a time, a degree each, as long as it helps.
-    least = Fault(pose, reach, isRight, variables, lean);
+    least = Fault(body, pose, reach, isRight, variables, lean);
     bool isBetter = true;
     while (isBetter) {
         isBetter = false;
@@ -165,10 +165,10 @@ void SolveReach(Pose &pose, const Reach &reach, bool isRight, bool movesBack, Ve
                 for (int way = 0; way < 4; way++) {
                     Pose next = pose;
                     double &valueA = next[At(a.channel)][At(a.axis)];
-                    valueA = Held(a, valueA + (way % 2 ? 1 : -1));
+                    valueA = Held(body, a, valueA + (way % 2 ? 1 : -1));
                     double &valueB = next[At(b.channel)][At(b.axis)];
-                    if (&a != &b) valueB = Held(b, valueB + (way / 2 ? 1 : -1));
-                    const double fault = Fault(next, reach, isRight, variables, lean);
+                    if (&a != &b) valueB = Held(body, b, valueB + (way / 2 ? 1 : -1));
+                    const double fault = Fault(body, next, reach, isRight, variables, lean);
                     if (fault >= least - 1e-6) continue;
                     least = fault;
                     pose = next;
@@ -178,10 +178,10 @@ void SolveReach(Pose &pose, const Reach &reach, bool isRight, bool movesBack, Ve
 }
 
 // Neck and head share the turn towards a place; the eyes' own motion does the rest.
-void LookAt(Pose &pose, Vec target) {
+void LookAt(const Body &body, Pose &pose, Vec target) {
     for (int round = 0; round < 3; round++) {
-        const Frame head = CarriedFrames(pose)[Head];
-        const Vec eyes = ToWorld(head, HeadCentre + Vec{0, 0.004, -0.075});
+        const Frame head = CarriedFrames(body, pose)[Head];
+        const Vec eyes = ToWorld(head, body.headCentre + Vec{0, 0.004, -0.075});
         const Vec wanted = ToLocal({{}, head.x, head.y, head.z}, target - eyes);
         const double left = std::atan2(-wanted.x, -wanted.z) / Degree;
         const double up = std::atan2(wanted.y, std::sqrt(wanted.x * wanted.x + wanted.z * wanted.z)) / Degree;
@@ -190,8 +190,8 @@ void LookAt(Pose &pose, Vec target) {
         for (size_t i = 0; i < 2; i++) {
             const Variable x = {channels[i], 0, 0}, y = {channels[i], 1, 0};
             double &nod = pose[At(channels[i])][0], &turn = pose[At(channels[i])][1];
-            nod = std::round(Held(x, nod + up * shares[i] * 0.85));
-            turn = std::round(Held(y, turn + left * shares[i] * 0.9));
+            nod = std::round(Held(body, x, nod + up * shares[i] * 0.85));
+            turn = std::round(Held(body, y, turn + left * shares[i] * 0.9));
         }
     }
 }
@@ -210,19 +210,19 @@ void SetHandShape(Pose &pose, const std::string &shape, bool isRight) {
     }
 }
 
-Vec PlaceOf(const Pose &pose, HandPoint point, bool isRight) {
-    return PlaceIn(CarriedFrames(pose), point, isRight);
+Vec PlaceOf(const Body &body, const Pose &pose, HandPoint point, bool isRight) {
+    return PlaceIn(body, CarriedFrames(body, pose), point, isRight);
 }
 
-double Clearance(const Pose &pose, bool isRight) {
-    return ClearanceOf(CarriedFrames(pose), isRight);
+double Clearance(const Body &body, const Pose &pose, bool isRight) {
+    return ClearanceOf(body, CarriedFrames(body, pose), isRight);
 }
 
-Pose Solve(const PoseRecipe &recipe, bool isMan) {
+Pose Solve(const Body &body, const PoseRecipe &recipe) {
     Pose pose{};
     SetHandShape(pose, recipe.left.hand, false);
     SetHandShape(pose, recipe.right.hand, true);
-    const double wider = isMan ? 4 : 0;
+    const double wider = body.isMan ? 4 : 0;
     pose[LeftLeg][1] = recipe.legs[0] + wider;
     pose[RightLeg][1] = -recipe.legs[1] - wider;
     pose[LeftLeg][2] = 0;
@@ -233,12 +233,12 @@ Pose Solve(const PoseRecipe &recipe, bool isMan) {
         pose[BodyTop][axis] = leans[axis] - pose[BodyMiddle][axis];
     }
     // The hand that is farther away takes the back with it.
-    const double left = Length(recipe.left.target - JointAt(LeftArm).pivot);
-    const double right = Length(recipe.right.target - JointAt(RightArm).pivot);
+    const double left = Length(recipe.left.target - body.At(LeftArm).pivot);
+    const double right = Length(recipe.right.target - body.At(RightArm).pivot);
     const bool isRightFirst = right > left;
-    SolveReach(pose, isRightFirst ? recipe.right : recipe.left, isRightFirst, true, recipe.lean);
-    SolveReach(pose, isRightFirst ? recipe.left : recipe.right, !isRightFirst, false, recipe.lean);
-    LookAt(pose, recipe.look);
+    SolveReach(body, pose, isRightFirst ? recipe.right : recipe.left, isRightFirst, true, recipe.lean);
+    SolveReach(body, pose, isRightFirst ? recipe.left : recipe.right, !isRightFirst, false, recipe.lean);
+    LookAt(body, pose, recipe.look);
     return pose;
 }
 
@@ -248,8 +248,8 @@ std::string PositionText(const Pose &pose) {
         const auto &values = pose[At(i)];
         char line[96];
         // "+ 0.0" turns a negative zero into a plain one.
-        std::snprintf(line, sizeof line, "%d,%s,%g,%g,%g,\r\n", i, JointAt(i).name.c_str(), values[0] + 0.0,
-                      values[1] + 0.0, values[2] + 0.0);
+        std::snprintf(line, sizeof line, "%d,%s,%g,%g,%g,\r\n", i, Woman().At(i).name.c_str(),
+                      values[0] + 0.0, values[1] + 0.0, values[2] + 0.0);
         text += line;
     }
     return text;

@@ -35,16 +35,16 @@ struct PoseRecipe {
     double legs[2] = {0, 0}; // how far the left and the right knee are moved outwards
     double offset[3] = {0, 0, 0};
 };
-const std::vector<PoseRecipe> &PoseRecipes();
+const std::vector<PoseRecipe> &PoseRecipes(const Body &body);
 
 // Where a hand's point is in a pose.
-Vec PlaceOf(const Pose &pose, HandPoint point, bool isRight);
+Vec PlaceOf(const Body &body, const Pose &pose, HandPoint point, bool isRight);
 
 // How far forearm and hand keep from her head, body and thighs; negative: they pass through.
-double Clearance(const Pose &pose, bool isRight);
+double Clearance(const Body &body, const Pose &pose, bool isRight);
 
 // A pose in whole degrees and centimetres, as the position creator would make it. Men sit a little wider.
-Pose Solve(const PoseRecipe &recipe, bool isMan);
+Pose Solve(const Body &body, const PoseRecipe &recipe);
 
 // A position's or preset's lines, for all channels.
 std::string PositionText(const Pose &pose);

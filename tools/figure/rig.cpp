@@ -1,5 +1,5 @@
-// The joints of a person of 1.68 m. The right side is laid out and the left one mirrored; turns are
-// right-handed on both sides, so that a mirrored pose has its y and z values negated.
+// The joints of a woman of 1.68 m and of a man of 1.80 m. The right side is laid out and the left one
+// mirrored; turns are right-handed on both sides, so that a mirrored pose has its y and z values negated.
 #include "tools/figure/rig.h"
 
 namespace figure_maker {
@@ -9,15 +9,28 @@ namespace {
 const char *const ArmNames[] = {"arm1", "arm2", "arm3"};
 const char *const LegNames[] = {"leg1", "leg2", "leg3"};
 
-const double UpperArm = 0.285, Forearm = 0.245;
-const Vec Shoulder = {0.168, 0.528, 0.158}, Wrist = {0.122, 0.203, -0.075};
+// clang-format off
+const Measures HerMeasures = {
+    .trunk = 1,
+    .shoulder = {0.168, 0.528, 0.158}, .wrist = {0.122, 0.203, -0.075},
+    .upperArm = 0.285, .forearm = 0.245,
+    .hip = {0.088, 0.093, 0.085}, .knee = {0.118, 0.118, -0.345},
+    .ankle = {0.118, -0.250, -0.485}, .toes = {0.130, -0.315, -0.64},
+    .neck = 1, .hand = 1, .head = 1, .lap = 0.205};
+const Measures HisMeasures = {
+    .trunk = 1.06,
+    .shoulder = {0.194, 0.558, 0.160}, .wrist = {0.134, 0.224, -0.092},
+    .upperArm = 0.308, .forearm = 0.268,
+    .hip = {0.092, 0.101, 0.085}, .knee = {0.132, 0.137, -0.374},
+    .ankle = {0.134, -0.245, -0.515}, .toes = {0.150, -0.315, -0.70},
+    .neck = 1.14, .hand = 1.11, .head = 1.05, .lap = 0.224};
+// clang-format on
+
 const Vec ElbowSide = {0.55, -0.30, 0.75}; // where the elbow points
 const Vec HandDirection = {-0.10, -0.09, -1}, HandUp = {0.22, 1, 0};
-const Vec Hip = {0.088, 0.093, 0.085}, Knee = {0.118, 0.118, -0.345}, Ankle = {0.118, -0.250, -0.485},
-          Toes = {0.130, -0.315, -0.64};
 
 // Of each finger, thumb first, in the right hand's axes: the base, the three lengths, how far it points
-// outwards, and its natural bend at each joint.
+// outwards, and its natural bend at each joint. Her lengths.
 struct FingerShape {
     Vec base;
     double lengths[3];
@@ -62,37 +75,47 @@ void Set(Joint &joint, const std::string &name, int parent, Vec pivot, Vec end, 
     joint.order = order;
 }
 
-void SetSpine(JointTable &joints) {
+Vec OnSpine(const Measures &m, double up, double back) {
+    return {0, up * m.trunk, back};
+}
+
+void SetSpine(JointTable &joints, const Measures &m) {
     const Frame upright;
-    Set(joints[BodyMiddle], "body_mid", WholeFigure, {0, 0.170, 0.115}, {0, 0.330, 0.135}, upright, "yxz",
+    const Vec waist = OnSpine(m, 0.170, 0.115), chest = OnSpine(m, 0.330, 0.135),
+              nape = OnSpine(m, 0.575, 0.165), skull = OnSpine(m, 0.705, 0.150);
+    Set(joints[BodyMiddle], "body_mid", WholeFigure, waist, chest, upright, "yxz",
         {{-28, -20, -14}, {12, 20, 14}});
-    Set(joints[BodyTop], "body_top", BodyMiddle, {0, 0.330, 0.135}, {0, 0.575, 0.165}, upright, "yxz",
+    Set(joints[BodyTop], "body_top", BodyMiddle, chest, nape, upright, "yxz",
         {{-24, -22, -14}, {12, 22, 14}});
-    Set(joints[Neck], "neck", BodyTop, {0, 0.575, 0.165}, {0, 0.705, 0.150}, upright, "yxz",
-        {{-22, -30, -14}, {22, 30, 14}});
-    Set(joints[Head], "head", Neck, {0, 0.705, 0.150}, {0, 0.860, 0.140}, upright, "yxz",
+    Set(joints[Neck], "neck", BodyTop, nape, skull, upright, "yxz", {{-22, -30, -14}, {22, 30, 14}});
+    Set(joints[Head], "head", Neck, skull, OnSpine(m, 0.860, 0.140), upright, "yxz",
         {{-28, -48, -14}, {26, 48, 14}});
     Set(joints[WholeFigure], "xyz", NoJoint, {}, {}, upright, "xyz", {{-0.1, -0.1, -0.15}, {0.1, 0.1, 0.15}});
 }
 
-void SetArm(JointTable &joints) {
-    const Vec elbow = Between(Shoulder, Wrist, UpperArm, Forearm, ElbowSide);
-    const Frame hand = HandFrame(true);
-    // The upper arm's y is along the bone; the elbow is a hinge about x.
-    const Vec up = Unit(Shoulder - elbow), back = Unit(elbow - Wrist);
-    const Vec hinge = Unit(Cross(up, back));
-    const Frame upper = {Shoulder, hinge, up, Cross(hinge, up)};
-    const Frame fore = {elbow, hinge, Cross(back, hinge), back};
-    Set(joints[RightArm], "r_arm1", BodyTop, Shoulder, elbow, upper, "xzy",
-        {{-45, -75, -35}, {160, 75, 100}});
-    Set(joints[RightArm + 1], "r_arm2", RightArm, elbow, Wrist, fore, "yxz", {{-80, -4, -100}, {55, 4, 100}});
-    Set(joints[RightArm + 2], "r_arm3", RightArm + 1, Wrist, ToWorld(hand, {0, 0, -0.09}), hand, "yxz",
-        {{-65, -28, -45}, {65, 28, 45}});
+Frame RightHand(const Measures &m) {
+    return FrameAlong(m.wrist, HandDirection, HandUp);
 }
 
-void SetFinger(JointTable &joints, int finger) {
+void SetArm(JointTable &joints, const Measures &m) {
+    const Vec elbow = Between(m.shoulder, m.wrist, m.upperArm, m.forearm, ElbowSide);
+    const Frame hand = RightHand(m);
+    // The upper arm's y is along the bone; the elbow is a hinge about x.
+    const Vec up = Unit(m.shoulder - elbow), back = Unit(elbow - m.wrist);
+    const Vec hinge = Unit(Cross(up, back));
+    const Frame upper = {m.shoulder, hinge, up, Cross(hinge, up)};
+    const Frame fore = {elbow, hinge, Cross(back, hinge), back};
+    Set(joints[RightArm], "r_arm1", BodyTop, m.shoulder, elbow, upper, "xzy",
+        {{-45, -75, -35}, {160, 75, 100}});
+    Set(joints[RightArm + 1], "r_arm2", RightArm, elbow, m.wrist, fore, "yxz",
+        {{-80, -4, -100}, {55, 4, 100}});
+    Set(joints[RightArm + 2], "r_arm3", RightArm + 1, m.wrist, ToWorld(hand, {0, 0, -0.09 * m.hand}), hand,
+        "yxz", {{-65, -28, -45}, {65, 28, 45}});
+}
+
+void SetFinger(JointTable &joints, const Measures &m, int finger) {
     const FingerShape &shape = FingerShapes[finger];
-    const Frame hand = HandFrame(true);
+    const Frame hand = RightHand(m);
     const Limits fingerLimits = {{-25, -15, -16}, {95, 15, 16}},
                  thumbLimits = {{-30, -40, -35}, {60, 40, 35}};
     // In the hand's axes; a thumb's nail looks sideways.
@@ -102,12 +125,12 @@ void SetFinger(JointTable &joints, int finger) {
         direction = Unit(direction + Vec{0, -0.28, 0});
         nail = {-0.62, 0.70, 0.15};
     }
-    Vec pivot = shape.base;
+    Vec pivot = shape.base * m.hand;
     for (int segment = 0; segment < 3; segment++) {
         const Frame straight = FrameAlong(pivot, direction, nail);
         direction = Turn(direction, straight.x, -shape.bend[segment]);
         const Frame bent = FrameAlong(pivot, direction, nail);
-        const Vec end = pivot + direction * shape.lengths[segment];
+        const Vec end = pivot + direction * (shape.lengths[segment] * m.hand);
         // x curls; z spreads, about the nail's direction; y twists.
         const Frame axes = {{},
                             ToWorldDirection(hand, bent.x * -1),
@@ -122,14 +145,15 @@ void SetFinger(JointTable &joints, int finger) {
     }
 }
 
-void SetLeg(JointTable &joints) {
+void SetLeg(JointTable &joints, const Measures &m) {
     // x is level for all three; the thigh's z and the shank's y are along the bone.
-    const Frame thigh = FrameAlong(Hip, Knee - Hip, {0, 1, 0});
-    const Vec up = Unit(Knee - Ankle);
-    const Frame shank = {Knee, {1, 0, 0}, up, Cross({1, 0, 0}, up)};
-    Set(joints[RightLeg], "r_leg1", WholeFigure, Hip, Knee, thigh, "yxz", {{-8, -25, -12}, {22, 25, 12}});
-    Set(joints[RightLeg + 1], "r_leg2", RightLeg, Knee, Ankle, shank, "xzy", {{-30, -20, -8}, {30, 20, 8}});
-    Set(joints[RightLeg + 2], "r_leg3", RightLeg + 1, Ankle, Toes, Frame{}, "yxz",
+    const Frame thigh = FrameAlong(m.hip, m.knee - m.hip, {0, 1, 0});
+    const Vec up = Unit(m.knee - m.ankle);
+    const Frame shank = {m.knee, {1, 0, 0}, up, Cross({1, 0, 0}, up)};
+    Set(joints[RightLeg], "r_leg1", WholeFigure, m.hip, m.knee, thigh, "yxz", {{-8, -25, -12}, {22, 25, 12}});
+    Set(joints[RightLeg + 1], "r_leg2", RightLeg, m.knee, m.ankle, shank, "xzy",
+        {{-30, -20, -8}, {30, 20, 8}});
+    Set(joints[RightLeg + 2], "r_leg3", RightLeg + 1, m.ankle, m.toes, Frame{}, "yxz",
         {{-25, -20, -10}, {25, 20, 10}});
 }
 
@@ -153,15 +177,19 @@ Joint Mirrored(const Joint &right, int offset) {
     return left;
 }
 
-JointTable MakeJoints() {
-    JointTable joints;
-    SetSpine(joints);
-    SetArm(joints);
-    for (int finger = 0; finger < 5; finger++) SetFinger(joints, finger);
-    SetLeg(joints);
+Body MakeBody(bool isMan) {
+    Body body;
+    body.isMan = isMan;
+    body.measures = isMan ? HisMeasures : HerMeasures;
+    JointTable &joints = body.joints;
+    SetSpine(joints, body.measures);
+    SetArm(joints, body.measures);
+    for (int finger = 0; finger < 5; finger++) SetFinger(joints, body.measures, finger);
+    SetLeg(joints, body.measures);
     for (size_t i = 0; i < 18; i++) joints[LeftArm + i] = Mirrored(joints[RightArm + i], LeftArm - RightArm);
     for (size_t i = 0; i < 3; i++) joints[LeftLeg + i] = Mirrored(joints[RightLeg + i], LeftLeg - RightLeg);
-    return joints;
+    body.headCentre = body.At(Head).pivot + Vec{0, 0.047, -0.010} * body.measures.head;
+    return body;
 }
 
 // What comes of the transform after a turn about a fixed axis through a point, in the transform's own
@@ -175,21 +203,27 @@ Frame TurnedAbout(const Frame &carried, Vec pivot, Vec axis, double degrees) {
 
 } // namespace
 
-const std::array<Joint, JointCount> &Joints() {
-    static const JointTable joints = MakeJoints();
-    return joints;
+const Body &Woman() {
+    static const Body body = MakeBody(false);
+    return body;
 }
 
-Frame HandFrame(bool isRight) {
-    if (isRight) return FrameAlong(Wrist, HandDirection, HandUp);
-    return FrameAlong(MirrorX(Wrist), MirrorX(HandDirection), MirrorX(HandUp));
+const Body &Man() {
+    static const Body body = MakeBody(true);
+    return body;
 }
 
-std::array<Frame, JointCount> CarriedFrames(const Pose &pose) {
+Frame HandFrame(const Body &body, bool isRight) {
+    const Vec wrist = body.measures.wrist;
+    if (isRight) return RightHand(body.measures);
+    return FrameAlong(MirrorX(wrist), MirrorX(HandDirection), MirrorX(HandUp));
+}
+
+std::array<Frame, JointCount> CarriedFrames(const Body &body, const Pose &pose) {
     std::array<Frame, JointCount> frames;
     frames[WholeFigure].origin = {pose[WholeFigure][0], pose[WholeFigure][1], pose[WholeFigure][2]};
     for (size_t i = 0; i < WholeFigure; i++) { // a parent stands before its children
-        const Joint &joint = Joints()[i];
+        const Joint &joint = body.joints[i];
         Frame frame = frames[static_cast<size_t>(joint.parent)];
         for (const char *letter = joint.order; *letter; letter++) {
             const int axis = *letter - 'x';

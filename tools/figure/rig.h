@@ -1,7 +1,7 @@
 // The figure's joints: where they are while she sits with her hands on her thighs, about which axes they
-// turn, and how far. The object and the poses are made from this one table, so that their lengths agree. A
-// pose stays within the limits; the object, which must take any value, stays at a limit beyond it. It moves
-// the whole figure as far as it is told.
+// turn, and how far. Woman and man differ in their measures alone. The object and the poses are made from
+// this one table, so that their lengths agree. A pose stays within the limits; the object, which must take
+// any value, stays at a limit beyond it. It moves the whole figure as far as it is told.
 //
 // The origin is the top centre of the seat's cushion; she looks forward, along -z. Every value is 0 in the
 // rest position. Angles are degrees, right-handed about the axis; the last channel is the whole figure's
@@ -43,7 +43,29 @@ struct Joint {
     Vec end;                // of the bone that begins at the pivot, at rest
 };
 
-const std::array<Joint, JointCount> &Joints();
+// What sets two people's bones apart, at rest: metres, the right side.
+struct Measures {
+    double trunk; // length of the spine, in hers
+    Vec shoulder, wrist;
+    double upperArm, forearm;
+    Vec hip, knee, ankle, toes;
+    double neck, hand, head; // sizes, in hers
+    double lap;              // height of what lies on both thighs
+};
+
+struct Body {
+    bool isMan = false;
+    Measures measures;
+    std::array<Joint, JointCount> joints;
+    Vec headCentre; // between the two ears, on the line through both; the head is modelled about it
+
+    const Joint &At(int channel) const { return joints[static_cast<size_t>(channel)]; }
+};
+const Body &Woman();
+const Body &Man();
+inline const Body &BodyOf(bool isMan) {
+    return isMan ? Man() : Woman();
+}
 
 // How far the eyes turn up and down, and to each side, degrees: as long as the iris is between the lids.
 const double EyesUp = 15, EyesAside = 30;
@@ -52,12 +74,9 @@ const double EyesUp = 15, EyesAside = 30;
 using Pose = std::array<std::array<double, 3>, JointCount>;
 
 // What takes points at rest to where each joint carries them.
-std::array<Frame, JointCount> CarriedFrames(const Pose &pose);
+std::array<Frame, JointCount> CarriedFrames(const Body &body, const Pose &pose);
 
 // The hand's own axes at rest: origin in the wrist, -z along the hand, y out of its back.
-Frame HandFrame(bool isRight);
-
-// Between the two ears, on the line through both; the head is modelled about it.
-const Vec HeadCentre = {0, 0.752, 0.140};
+Frame HandFrame(const Body &body, bool isRight);
 
 } // namespace figure_maker

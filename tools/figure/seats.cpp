@@ -1,5 +1,6 @@
 // A pair of pilots' seats, hers at the origin and the captain's at her left: cushion, back with side
-// bolsters, headrest, armrests and a base. They share a cut of cloth, so one seat's charts serve both.
+// bolsters, headrest, armrests and a base. The captain has turned the armrest between them up. They share a
+// cut of cloth, so one seat's charts serve both.
 #include "tools/figure/paints.h"
 #include "tools/figure/parts.h"
 
@@ -51,20 +52,16 @@ double HeadrestSolid(Vec p) {
 Texel PaintUpholstery(const SkinPoint &point) {
     const Vec p = point.position;
     Texel texel = Cloth(point, Color(78, 84, 94), {0, 1, 0}, 0.0005);
-    // Pipes across the middle, leather at the sides.
-    const bool isSide = std::abs(p.x) > 0.165;
-    if (isSide) {
-        texel.color = Shaded(Color(52, 55, 60) * (1 + 0.05 * Turbulence(p * 40, 2)), point.openness);
-        texel.gloss = 0.25;
-    } else {
-        const double along = p.y > 0.02 ? p.y : p.z;
-        const double pipe = std::abs(std::fmod(along + 2, 0.065) - 0.0325) / 0.0325;
-        texel.height -= 0.004 * SmoothStep(0.8, 1, pipe);
-        texel.color = texel.color * (1 - 0.28 * SmoothStep(0.86, 1, pipe));
-    }
-    const double seam = std::abs(std::abs(p.x) - 0.165);
-    if (seam < 0.003) texel.color = texel.color * 0.6;
-    texel.height -= 0.003 * (1 - SmoothStep(0, 0.005, seam));
+    // Pipes across the middle, leather at the sides, and a seam between. Nothing is finer than two texels.
+    const double side = SmoothStep(0.161, 0.169, std::abs(p.x));
+    const double along = p.y > 0.02 ? p.y : p.z;
+    const double pipe = std::abs(std::fmod(along + 2, 0.065) - 0.0325) / 0.0325;
+    const double groove = SmoothStep(0.72, 1, pipe) * (1 - side);
+    const Vec leather = Shaded(Color(52, 55, 60) * (1 + 0.05 * Turbulence(p * 40, 2)), point.openness);
+    const double seam = std::exp(-std::pow((std::abs(p.x) - 0.165) / 0.005, 2));
+    texel.color = Mix(texel.color, leather, side) * (1 - 0.28 * groove) * (1 - 0.35 * seam);
+    texel.gloss = Mix(texel.gloss, 0.25, side);
+    texel.height -= 0.004 * groove + 0.003 * seam;
     return texel;
 }
 
@@ -94,17 +91,26 @@ void AddPart(std::vector<Surface> &parts, const std::string &chart, int width, i
     parts.push_back(part);
 }
 
+// An armrest is turned up about its hinge, beside the back.
+void FoldUp(Grid &grid) {
+    const Vec hinge = {0.315, 0.235, 0.24}, axis = {1, 0, 0};
+    for (Vec &position : grid.positions) position = hinge + Turn(position - hinge, axis, 76);
+    for (Vec &normal : grid.normals) normal = Turn(normal, axis, 76);
+}
+
 } // namespace
 
 void AddSeats(std::vector<Surface> &surfaces) {
     const Solid whole = [](Vec p) { return std::min({CushionSolid(p), BackSolid(p), HeadrestSolid(p)}); };
     std::vector<Surface> parts;
     const Frame back = BackFrame();
-    AddPart(parts, "cushion", 380, 260, PaintUpholstery, BallSkin(CushionSolid, {{0, -0.06, 0.01}}, 41, 25),
+    AddPart(parts, "cushion", 420, 280, PaintUpholstery,
+            LimbSkin(CushionSolid, {{{0, -0.06, 0.19}, {0, -0.06, -0.17}}, 0}, {0, -1, 0}, 45,
+                     Rows({Steps(-1, 0, 5), Steps(0, 1, 10), Steps(1, 2, 6)})),
             whole);
     AddPart(parts, "back", 380, 380, PaintUpholstery,
-            LimbSkin(BackSolid, ToWorld(back, {0, -0.25, 0}), ToWorld(back, {0, 0.25, 0}), {0, 0, 1}, 41, 31,
-                     0.22, 0.22),
+            LimbSkin(BackSolid, {{ToWorld(back, {0, -0.25, 0}), ToWorld(back, {0, 0.25, 0})}, 0}, {0, 0, 1},
+                     41, Rows({Steps(-1, 0, 6), Steps(0, 1, 18), Steps(1, 2, 6)})),
             whole);
     AddPart(parts, "headrest", 200, 120, PaintArmrest,
             BallSkin(HeadrestSolid, {ToWorld(back, {0, 0.455, 0})}, 29, 15), whole);
@@ -113,22 +119,26 @@ void AddSeats(std::vector<Surface> &surfaces) {
             return Padding(p - Vec{side * 0.315, 0.235, 0.10}, {0.030, 0.020, 0.165}, 0.018);
         };
         AddPart(parts, "armrest", 160, 60, PaintArmrest,
-                LimbSkin(armrest, {side * 0.315, 0.235, 0.24}, {side * 0.315, 0.235, -0.04}, {0, -1, 0}, 17,
-                         11, 0.25, 0.25),
+                LimbSkin(armrest, {{{side * 0.315, 0.235, 0.24}, {side * 0.315, 0.235, -0.04}}, 0},
+                         {0, -1, 0}, 17, Rows({Steps(-1, 0, 4), Steps(0, 1, 3), Steps(1, 2, 4)})),
                 armrest);
         const Solid post = [=](Vec p) {
             return RoundCone(p, {side * 0.315, 0.225, 0.22}, {side * 0.255, 0.16, 0.30}, 0.013, 0.015);
         };
         AddPart(parts, "metal", 40, 40, PaintMetal,
-                LimbSkin(post, {side * 0.315, 0.225, 0.22}, {side * 0.255, 0.16, 0.30}, {0, 0, 1}, 11, 7),
+                LimbSkin(post, {{{side * 0.315, 0.225, 0.22}, {side * 0.255, 0.16, 0.30}}, 0}, {0, 0, 1}, 11,
+                         Steps(-1, 2, 6)),
                 post);
         const Solid rail = [=](Vec p) {
             return Padding(p - Vec{side * 0.15, FloorHeight + 0.012, 0.02}, {0.028, 0.014, 0.34}, 0.008);
         };
-        AddPart(parts, "metal", 40, 40, PaintMetal,
-                LimbSkin(rail, {side * 0.15, FloorHeight + 0.012, 0.30},
-                         {side * 0.15, FloorHeight + 0.012, -0.26}, {0, -1, 0}, 13, 9, 0.2, 0.2),
-                rail);
+        AddPart(
+            parts, "metal", 40, 40, PaintMetal,
+            LimbSkin(
+                rail,
+                {{{side * 0.15, FloorHeight + 0.012, 0.35}, {side * 0.15, FloorHeight + 0.012, -0.31}}, 0},
+                {0, -1, 0}, 13, {-1, -0.6, -0.3, 0, 1, 1.3, 1.6, 2}),
+            rail);
     }
     const Solid base = [](Vec p) {
         const double slope = std::clamp((p.y - FloorHeight) / (-0.12 - FloorHeight), 0.0, 1.0);
@@ -137,10 +147,12 @@ void AddSeats(std::vector<Surface> &surfaces) {
                * 0.8;
     };
     AddPart(parts, "base", 120, 120, PaintMetal,
-            LimbSkin(base, {0, FloorHeight + 0.06, 0.04}, {0, -0.16, 0.04}, {0, 0, 1}, 25, 15, 0.2, 0.2),
+            LimbSkin(base, {{{0, FloorHeight + 0.06, 0.04}, {0, -0.16, 0.04}}, 0}, {0, 0, 1}, 25,
+                     Rows({Steps(-1, 0, 3), Steps(0, 1, 8), Steps(1, 2, 3)})),
             whole);
     for (double x : {0.0, CaptainsSide})
         for (Surface part : parts) {
+            if (x != 0 && part.chart == "armrest" && part.grid.positions[0].x > 0) FoldUp(part.grid);
             for (Vec &position : part.grid.positions) position.x += x;
             surfaces.push_back(part);
         }

@@ -21,6 +21,30 @@ double RoundCone(Vec p, Vec a, Vec b, double radiusA, double radiusB) {
     return Length(from - along * share) - Mix(radiusA, radiusB, share);
 }
 
+double Sections(const std::vector<Section> &table, double at, double across, double depth, double power) {
+    const double held = std::clamp(at, table.front().at, table.back().at);
+    size_t i = 0;
+    while (i + 2 < table.size() && held > table[i + 1].at) i++;
+    const Section &a = table[i > 0 ? i - 1 : 0], &b = table[i], &c = table[i + 1],
+                  &d = table[std::min(i + 2, table.size() - 1)];
+    const double t = (held - b.at) / (c.at - b.at);
+    // A cubic through b and c, with the slopes of their neighbours.
+    const auto curve = [&](double Section::*value) {
+        const double span = c.at - b.at;
+        const double slopeB =
+            a.at < b.at ? (c.*value - a.*value) / (c.at - a.at) * span : c.*value - b.*value;
+        const double slopeC =
+            c.at < d.at ? (d.*value - b.*value) / (d.at - b.at) * span : c.*value - b.*value;
+        const double s = t * t * (3 - 2 * t);
+        return Mix(b.*value, c.*value, s) + slopeB * t * (1 - t) * (1 - t) - slopeC * t * t * (1 - t);
+    };
+    const double half = curve(&Section::half), low = curve(&Section::low), high = curve(&Section::high);
+    const double x = std::abs(across) / half, z = std::abs(depth - (low + high) / 2) / ((high - low) / 2);
+    const double k = std::pow(std::pow(x, power) + std::pow(z, power), 1 / power);
+    const double inside = (k - 1) * std::min(half, (high - low) / 2);
+    return at == held ? inside : std::max(inside, std::abs(at - held));
+}
+
 double Join(double a, double b, double width) {
     const double h = std::max(width - std::abs(a - b), 0.0) / width;
     return std::min(a, b) - h * h * width * 0.25;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
 #include "tools/figure/vectors.h"
 
@@ -15,6 +16,13 @@ double Ellipsoid(Vec p, Vec centre, Vec radii);
 
 // Two balls and all between them.
 double RoundCone(Vec p, Vec a, Vec b, double radiusA, double radiusB);
+
+// A solid given by its cross-sections from one end to the other, smooth between them: half the width, and
+// where its depth begins and ends. A power of 2 makes ellipses, more squarer ones.
+struct Section {
+    double at, half, low, high;
+};
+double Sections(const std::vector<Section> &table, double at, double across, double depth, double power);
 
 // Union and difference whose edge is rounded over the given width.
 double Join(double a, double b, double width);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -25,7 +26,10 @@ struct Texel {
 using Paint = std::function<Texel(const SkinPoint &)>;
 
 // When a part is shown.
-enum class Shown { Always, EyesOpen, EyesClosed, LipsOpen, LipsClosed, WithGlasses, WithTablet };
+enum class Shown { Always, EyesOpen, EyesClosed, LipsOpen, LipsClosed, WithGlasses, WithTablet, Writing };
+
+// A person can look in three ways; a set of bits says with which of them a part is shown.
+const int LookCount = 3, AllLooks = (1 << LookCount) - 1;
 
 // A grid of columns (u) and rows (v), row by row; u runs round a tube, the first and last column being the
 // same points.
@@ -39,12 +43,18 @@ struct Grid {
 struct Surface {
     Grid grid;
     int joint = WholeFigure; // of the channel that carries it
+    double share = 1;        // how much of that joint's turn it takes
     Shown shown = Shown::Always;
+    int looks = AllLooks;
     std::string chart;         // surfaces that name the same chart share its part of the texture
     int width = 0, height = 0; // of the chart, texels
     Paint paint;               // of the first surface that names the chart
+    bool isHalved = false;     // the chart holds one side (u up to 0.5), and serves both
     bool turnsWithEyes = false;
     Vec eyeCentre;
+    std::shared_ptr<const Grid> whole; // the skin that this piece was cut out of, from firstRow on
+    int firstRow = 0;
+    std::vector<bool> hidden; // points that other parts always cover; empty: none
 };
 
 // Where a ray from inside leaves the solid; at the reach if it does not.
@@ -56,10 +66,34 @@ using Warp = std::function<double(double)>;
 Grid BallSkin(const Solid &solid, const Frame &centre, int columns, int rows, const Warp &columnWarp = {},
               const Warp &rowWarp = {});
 
-// A limb's skin: rays square to an axis from a to b, closed by half balls of rays at both ends. Columns begin
-// at the frame's +z, which need not be square to the axis.
-Grid LimbSkin(const Solid &solid, Vec a, Vec b, Vec behind, int columns, int rows, double capShareA = 0.2,
-              double capShareB = 0.2);
+// A line through a limb: straight between the points, rounded at those between the ends.
+struct Path {
+    std::vector<Vec> points;
+    double rounding = 0;        // metres before and behind a point
+    Vec At(double along) const; // 0 to 1 by length; beyond, straight on
+};
+
+// A limb's skin: rays square to a path, closed by half balls of rays. Rows are places on the path, 0 to 1;
+// those down to -1 and up to 2 belong to the half balls. Columns begin at the direction given, which need not
+// be square to the path. No ray goes farther than the reach.
+Grid LimbSkin(const Solid &solid, const Path &path, Vec behind, int columns, const std::vector<double> &rows,
+              double reach = 1);
+
+// Places from one to another, both included.
+std::vector<double> Steps(double from, double to, int count);
+// The places of all lists, each once, ascending.
+std::vector<double> Rows(const std::vector<std::vector<double>> &lists);
+
+// Where a skin runs over a joint: from one row to another, given by their places, each band of the skin takes
+// a larger share of its turn.
+struct Bend {
+    int joint;
+    double from, to;
+};
+// Adds a skin in pieces, beginning with the joint that carries its first row. Each piece reaches under the
+// next by some rows, as deep as said, so that a turn opens no gap.
+void AddBending(std::vector<Surface> &surfaces, const Surface &skin, const std::vector<double> &rows,
+                const std::vector<Bend> &bends, int tuckedRows, double depth);
 
 // A sheet given point by point; normals from its neighbours, pointing to the side of the hint.
 Grid Sheet(int columns, int rows, const std::function<Vec(double u, double v)> &at,
@@ -69,6 +103,8 @@ Grid Sheet(int columns, int rows, const std::function<Vec(double u, double v)> &
 void Shade(Grid &grid, const Solid &around, double reach);
 
 // The same part on the other side.
-Surface Mirror(Surface surface, int joint);
+Surface Mirror(const Surface &surface);
+// Adds, to right limbs' surfaces from an index on, those of the left ones.
+void AddMirrored(std::vector<Surface> &surfaces, size_t first);
 
 } // namespace figure_maker
