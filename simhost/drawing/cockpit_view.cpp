@@ -17,7 +17,7 @@
 
 namespace simhost {
 
-const char *const CockpitViews = "\"cockpit\", \"front\", \"side\" or \"none\"";
+const char *const CockpitViews = "\"cockpit\", \"front\", \"side\", \"face\", \"hand\" or \"none\"";
 
 namespace {
 
@@ -32,7 +32,9 @@ struct Viewpoint {
 constexpr Viewpoint Viewpoints[] = {
     {"cockpit", {{-0.98F, 0.80F, -0.12F}, {0, 0.34F, -0.18F}, 62}}, // the pilot's eyes
     {"front", {{-0.50F, 0.66F, -1.15F}, {-0.22F, 0.37F, 0}, 50}},   // from over the glareshield
-    {"side", {{-1.85F, 0.35F, -0.20F}, {0, 0.22F, -0.20F}, 45}}};
+    {"side", {{-1.85F, 0.35F, -0.20F}, {0, 0.22F, -0.20F}, 45}},
+    {"face", {{-0.62F, 0.80F, -0.62F}, {0, 0.74F, 0.06F}, 24}},
+    {"hand", {{0.16F, 0.80F, -0.95F}, {0.30F, 0.77F, -0.10F}, 20}}}; // the right one, raised
 
 struct Scene {
     Camera camera = {};
