@@ -2,7 +2,6 @@
 #include "XPLMDataAccess.h"
 
 #include <climits>
-#include <cmath>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -92,42 +91,13 @@ TEST_F(DataAccess, NothingIsConvertedBetweenTypes) {
     EXPECT_EQ(XPLMGetDataf(i), 0);
     EXPECT_EQ(XPLMGetDatad(i), 0);
     EXPECT_EQ(XPLMGetDatai(f), 0);
-    EXPECT_EQ(XPLMGetDataf(d), 0);
     XPLMSetDataf(i, 3);
     XPLMSetDatad(f, 3);
     XPLMSetDatai(d, 3);
     EXPECT_EQ(XPLMGetDatai(i), 7);
     EXPECT_EQ(XPLMGetDataf(f), 2.5f);
     EXPECT_EQ(XPLMGetDatad(d), 1e-9);
-    int element = 5;
-    EXPECT_EQ(XPLMGetDatavi(i, &element, 0, 1), 0);
     EXPECT_EQ(XPLMGetDatavi(i, nullptr, 0, 0), 0);
-    EXPECT_EQ(element, 5);
-}
-
-TEST_F(DataAccess, NullAndUnknown) {
-    EXPECT_EQ(XPLMFindDataRef("no/such/dataref"), nullptr);
-    EXPECT_EQ(XPLMFindDataRef(nullptr), nullptr);
-    int element = 5;
-    char byte = 'x';
-    EXPECT_EQ(XPLMGetDatai(nullptr), 0);
-    EXPECT_EQ(XPLMGetDatad(nullptr), 0);
-    EXPECT_EQ(XPLMGetDatavi(nullptr, &element, 0, 1), 0);
-    EXPECT_EQ(XPLMGetDatab(nullptr, &byte, 0, 1), 0);
-    EXPECT_EQ(XPLMGetDataRefTypes(nullptr), xplmType_Unknown);
-    EXPECT_EQ(XPLMCanWriteDataRef(nullptr), 0);
-    EXPECT_EQ(XPLMIsDataRefGood(nullptr), 0);
-    XPLMSetDatai(nullptr, 1);
-    XPLMSetDatavi(nullptr, &element, 0, 1);
-    XPLMSetDatab(nullptr, &byte, 0, 1);
-    XPLMUnregisterDataAccessor(nullptr);
-    EXPECT_EQ(XPLMRegisterDataAccessor(nullptr, xplmType_Int, 1, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                       nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                       nullptr),
-              nullptr);
-    EXPECT_EQ(GetNumber("no/such/dataref"), 0);
-    EXPECT_FALSE(SetNumber("no/such/dataref", 1));
-    EXPECT_FALSE(SetText("no/such/dataref", "x"));
 }
 
 TEST_F(DataAccess, ArraysAreClippedToWhatThereIs) {
@@ -154,48 +124,6 @@ TEST_F(DataAccess, ArraysAreClippedToWhatThereIs) {
     EXPECT_EQ(XPLMGetDatavf(array, read, 0, 4), 4);
     EXPECT_EQ(std::vector<float>(read, read + 4), (std::vector<float>{1, 2, 3, 4}));
     EXPECT_EQ(XPLMGetDatavi(array, nullptr, 0, 0), 0);
-}
-
-TEST_F(DataAccess, TextInByteData) {
-    PublishDataref("t/text", xplmType_Data, 8);
-    const XPLMDataRef text = XPLMFindDataRef("t/text");
-    EXPECT_EQ(XPLMGetDatab(text, nullptr, 0, 0), 8);
-    EXPECT_TRUE(SetText("t/text", "seven77"));
-    EXPECT_EQ(GetText("t/text"), "seven77");
-    EXPECT_FALSE(SetText("t/text", "eight888")); // no room for the zero
-    EXPECT_TRUE(SetText("t/text", "no"));
-    char bytes[8];
-    EXPECT_EQ(XPLMGetDatab(text, bytes, 0, 8), 8);
-    EXPECT_EQ(std::string(bytes, 8), std::string("no\0\0\0\0\0\0", 8));
-    XPLMSetDatab(text, bytes, 6, 2);
-    EXPECT_EQ(XPLMGetDatab(text, bytes, 6, 2), 2);
-    EXPECT_EQ(bytes[0], 'n');
-    EXPECT_FALSE(SetText("sim/time/paused", "x"));
-}
-
-TEST_F(DataAccess, OnlySlotsOfTheAnnouncedTypeAreCalled) {
-    Owned owned{41, 2.5f, 0, {}, {}};
-    const XPLMDataRef handle = Register("t/owned", xplmType_Int, 1, owned);
-    EXPECT_EQ(XPLMGetDatai(handle), 41);
-    EXPECT_EQ(XPLMGetDataf(handle), 0);
-    XPLMSetDataf(handle, 9);
-    EXPECT_EQ(XPLMGetDatavi(handle, nullptr, 0, 0), 0);
-    EXPECT_EQ(XPLMGetDatab(handle, nullptr, 0, 0), 0);
-    EXPECT_EQ(owned.calls, 1);
-    EXPECT_EQ(owned.floatValue, 2.5f);
-    XPLMUnregisterDataAccessor(handle);
-
-    const XPLMDataTypeID both = xplmType_Int | xplmType_Float | xplmType_Double;
-    EXPECT_EQ(Register("t/owned", both, 1, owned), handle);
-    EXPECT_EQ(XPLMGetDataRefTypes(handle), both);
-    EXPECT_EQ(XPLMGetDatai(handle), 41);
-    EXPECT_EQ(XPLMGetDataf(handle), 2.5f);
-    XPLMSetDataf(handle, 3.5f);
-    EXPECT_EQ(owned.floatValue, 3.5f);
-    EXPECT_EQ(owned.intValue, 41);
-    // Announced, but without functions.
-    EXPECT_EQ(XPLMGetDatad(handle), 0);
-    XPLMSetDatad(handle, 5);
 }
 
 TEST_F(DataAccess, NotWritableMeansNotWritten) {
@@ -264,51 +192,6 @@ TEST_F(DataAccess, HandlesOutlastPublishingAgainAndAReset) {
     EXPECT_EQ(XPLMIsDataRefGood(again), 0);
     EXPECT_EQ(XPLMFindDataRef("sim/time/total_flight_time_sec"), time);
     EXPECT_EQ(XPLMGetDataRefTypes(time), xplmType_Float);
-}
-
-TEST_F(DataAccess, NumbersFromOutside) {
-    PublishDataref("t/int", xplmType_Int);
-    PublishDataref("t/ints", xplmType_IntArray, 3);
-    EXPECT_TRUE(SetNumber("t/int", 2.6));
-    EXPECT_EQ(GetNumber("t/int"), 3);
-    EXPECT_TRUE(SetNumber("t/int", 1e300));
-    EXPECT_EQ(GetNumber("t/int"), INT_MAX);
-    EXPECT_TRUE(SetNumber("t/int", std::nan("")));
-    EXPECT_EQ(GetNumber("t/int"), 0);
-    EXPECT_FALSE(SetNumber("t/int", 1, 1)) << "a scalar has no second element";
-    EXPECT_TRUE(SetNumber("t/ints", 8, 2));
-    EXPECT_EQ(GetNumber("t/ints", 2), 8);
-    EXPECT_FALSE(SetNumber("t/ints", 8, 3));
-    EXPECT_FALSE(SetNumber("t/ints", 8, -1));
-    EXPECT_EQ(GetNumber("t/ints", 3), 0);
-    EXPECT_EQ(GetNumber("t/ints", -1), 0);
-
-    Owned owned{4, 1.5f, 0, {}, "abc"};
-    Register("t/owned", xplmType_Int | xplmType_Float, 1, owned);
-    EXPECT_EQ(GetNumber("t/owned"), 1.5) << "the finest type counts";
-    Register("t/words", xplmType_Data, 1, owned);
-    EXPECT_EQ(GetText("t/words"), "abc");
-    EXPECT_TRUE(SetText("t/words", "xy"));
-    EXPECT_EQ(owned.text, std::string("xy\0", 3)) << "the zero is part of what is written";
-}
-
-TEST_F(DataAccess, EveryMessageToTheSpeechServerIsKept) {
-    Owned speech;
-    const XPLMDataRef handle = Register("kv/to_speech", xplmType_Data, 1, speech);
-    SetFlightTimeSeconds(12);
-    char first[] = "say>one", second[] = "say>two";
-    XPLMSetDatab(handle, first, 0, sizeof first);
-    XPLMSetDatab(handle, second, 0, sizeof second);
-    SetText("kv/to_speech", "not from the plug-in");
-    const std::vector<SentMessage> sent = TakeSentMessages();
-    ASSERT_EQ(sent.size(), 2u);
-    EXPECT_EQ(sent[0].text, "say>one");
-    EXPECT_EQ(sent[0].time, 12);
-    EXPECT_EQ(sent[1].text, "say>two");
-    EXPECT_TRUE(TakeSentMessages().empty());
-    XPLMUnregisterDataAccessor(handle);
-    XPLMSetDatab(handle, first, 0, sizeof first);
-    EXPECT_TRUE(TakeSentMessages().empty()) << "an orphan carries no messages";
 }
 
 TEST_F(DataAccess, ReportsWhatAPluginChangesInOthersData) {

@@ -106,24 +106,4 @@ TEST_F(MenuBar, LongMenusAreScrolled) {
     EXPECT_FALSE(TurnWheelOverMenuBar(700, 100, 1));
 }
 
-TEST_F(MenuBar, ShowsCheckMarks) {
-    const auto markedPixels = [](int row) {
-        DrawFrame(true);
-        DrawMenuBar();
-        const std::vector<unsigned char> pixels = ReadScreenPixels();
-        int bright = 0;
-        for (int y = Row(row) - RowHeight / 2; y < Row(row) + RowHeight / 2; y++)
-            for (int x = 2; x < 17; x++)
-                bright += pixels[static_cast<std::size_t>(((599 - y) * 800 + x) * 4)] > 200;
-        return bright;
-    };
-    Click(20, InBar);
-    MoveOverMenuBar(700, 100);
-    EXPECT_EQ(markedPixels(0), 0);
-    XPLMCheckMenuItem(crew, 0, xplm_Menu_Checked);
-    EXPECT_GT(markedPixels(0), 15);
-    XPLMCheckMenuItem(crew, 0, xplm_Menu_Unchecked);
-    EXPECT_EQ(markedPixels(0), 0);
-}
-
 } // namespace

@@ -25,7 +25,14 @@ using namespace simhost;
 namespace {
 
 // The painter's modes, as in plugins/painter.c.
-enum { ChangeEverything = 1, PushAndPop = 2, NeverEnd = 4, CauseError = 8, ChangeOutsideFrames = 16 };
+enum {
+    NoMischief,
+    ChangeEverything = 1,
+    PushAndPop = 2,
+    NeverEnd = 4,
+    CauseError = 8,
+    ChangeOutsideFrames = 16
+};
 
 struct Pixel {
     int red, green, blue;
@@ -115,16 +122,8 @@ protected:
     static inline XPLMPluginID painter = XPLM_NO_PLUGIN_ID;
 };
 
-TEST_F(Screen, ShowsWhatAPlugInDraws) {
-    LoadPainter(0);
-    ExpectPainted(Draw());
-    UnloadPlugin(painter);
-    EXPECT_NE(Draw().At(10, 20), (Pixel{255, 0, 0}));
-    EXPECT_EQ(CountLogLines("Painter"), 0u);
-}
-
-TEST_F(Screen, KeepsCallbacksFromSpoilingEachOther) {
-    for (int mode : {ChangeEverything, PushAndPop, NeverEnd, CauseError, ChangeOutsideFrames}) {
+TEST_F(Screen, ShowsWhatAPlugInDrawsWhateverOthersDo) {
+    for (int mode : {NoMischief, ChangeEverything, PushAndPop, NeverEnd, CauseError, ChangeOutsideFrames}) {
         SCOPED_TRACE(mode);
         ResetSimulator();
         SetScreenSize(200, 100);
@@ -151,15 +150,6 @@ TEST_F(Screen, GivesOrdinaryFramesTheSameState) {
     StepFrame(0.02);
     EXPECT_EQ(GetNumber("test/seen", 0), 300);
     EXPECT_EQ(Draw().bytes.size(), 300u * 150 * 4);
-}
-
-TEST_F(Screen, HasADuskForBackground) {
-    const Picture picture = Draw();
-    EXPECT_GT(picture.At(100, 38).Brightness(), 500) << "light text must fail here";
-    EXPECT_LT(picture.At(100, 99).Brightness(), 150) << "and dark text here";
-    EXPECT_LT(picture.At(100, 0).Brightness(), 150);
-    EXPECT_GT(picture.At(0, 99).blue, picture.At(0, 99).red) << "the sky is above";
-    EXPECT_EQ(picture.At(0, 60), picture.At(199, 60));
 }
 
 // How far the pixels that differ reach.
@@ -214,18 +204,6 @@ TEST_F(Screen, DrawsTexts) {
     EXPECT_FLOAT_EQ(text.blue, 0.1F);
 }
 
-TEST_F(Screen, EachLetterHasItsForm) {
-    std::vector<std::vector<unsigned char>> forms;
-    std::string letter = " ";
-    PaintInFrames([&] { DrawString(letter.c_str(), 20, 20); });
-    for (int c = ' '; c <= '~' + 1; c++) {
-        letter[0] = static_cast<char>(c); // the last one, 127, is the box
-        const Picture picture = Draw();
-        EXPECT_EQ(std::find(forms.begin(), forms.end(), picture.bytes), forms.end()) << letter;
-        forms.push_back(picture.bytes);
-    }
-}
-
 TEST_F(Screen, DrawsABoxForWhatIsNoLetter) {
     std::string text;
     PaintInFrames([&] { DrawString(text.c_str(), 20, 20); });
@@ -241,58 +219,26 @@ TEST_F(Screen, DrawsABoxForWhatIsNoLetter) {
     EXPECT_TRUE(Same(boxes, pictureOf("\xFF\xC3\xE2"), 0, 0, 200, 100)) << "one for each broken byte";
     EXPECT_TRUE(Same(boxes, pictureOf("\xE2\x82\xC3"), 0, 0, 200, 100)) << "a character cut short";
     EXPECT_EQ(ScreenTexts().at(0).text, "\xE2\x82\xC3") << "told as it came";
-
-    const std::string longText = std::string(2500, 'x') + std::string(2500, '\x80');
-    pictureOf(longText);
-    EXPECT_EQ(ScreenTexts().at(0).text, longText);
-    pictureOf("");
-    EXPECT_EQ(ScreenTexts().at(0).text, "");
-    PaintInFrames([] {
-        DrawString("far", 2147483647, -2147483647 - 1);
-        XPLMDrawString(nullptr, 0, 0, nullptr, nullptr, xplmFont_Basic);
-    });
-    DrawFrame(true);
-    ASSERT_FALSE(ScreenTexts().empty());
-    EXPECT_EQ(ScreenTexts().back().text, "far");
 }
 
-TEST_F(Screen, MeasuresTexts) {
-    int width = 0, height = 0, digitsOnly = 1;
-    XPLMGetFontDimensions(xplmFont_Basic, &width, &height, &digitsOnly);
-    EXPECT_EQ(width, 7);
-    EXPECT_EQ(height, 13);
-    EXPECT_EQ(digitsOnly, 0);
-    XPLMGetFontDimensions(xplmFont_Proportional, nullptr, nullptr, nullptr);
-    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, "Fennic", 6), 42);
-    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, "Fennic", 2), 14);
-    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, "Fennic", 100), 42) << "not beyond the end";
-    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, "Grüße", 7), 35);
-    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, "Fennic", -1), 0);
-    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, nullptr, 3), 0);
-}
-
-TEST_F(Screen, DrawsNumbers) {
+TEST_F(Screen, MeasuresTextsAndDrawsNumbers) {
+    int width = 0, height = 0;
+    XPLMGetFontDimensions(xplmFont_Basic, &width, &height, nullptr);
+    EXPECT_EQ(width * 100 + height, 713);
+    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, "Grüße", 100), 5 * 7) << "not beyond the end";
     const struct {
         double value;
         int digits, decimals, sign;
         const char *text;
-    } cases[] = {{12.345, 3, 2, 0, "012.35"},      {12.345, 1, 0, 1, "+12"},
-                 {-0.5, 2, 1, 0, "-00.5"},         {7, -3, -1, 0, "7"},
-                 {1e300, 0, 0, 0, nullptr},        {0.0 / 0.0, 5, 2, 0, "nan"},
-                 {3, 1000000, 1000000, 0, nullptr}};
+    } cases[] = {{12.345, 3, 2, 0, "012.35"}, {12.345, 1, 0, 1, "+12"}, {-0.5, 2, 1, 0, "-00.5"}};
+    float white[] = {1, 1, 1};
     for (const auto &one : cases) {
-        float white[] = {1, 1, 1};
-        paint = nullptr;
         PaintInFrames([&] {
             XPLMDrawNumber(white, 1, 2, one.value, one.digits, one.decimals, one.sign, xplmFont_Basic);
         });
         StepFrame(0.02);
-        ASSERT_FALSE(ScreenTexts().empty()) << one.value;
-        std::string text = ScreenTexts().back().text;
-        if (text == "-nan" || text == "+nan") text = "nan";
-        if (one.text != nullptr) {
-            EXPECT_EQ(text, one.text);
-        }
+        ASSERT_FALSE(ScreenTexts().empty());
+        EXPECT_EQ(ScreenTexts().back().text, one.text);
     }
 }
 
@@ -327,21 +273,13 @@ TEST_F(Screen, DrawsTextsTheSameInAnyState) {
 }
 
 TEST_F(Screen, TellsTheTextsOfTheLastFrameOnly) {
-    std::string text = "a text that does not fit into the string object itself";
-    std::vector<std::string> copies; // they take what memory a frame gives up
-    PaintInFrames([&] {
-        copies.assign(10, text);
-        DrawString(text.c_str(), 1, 2);
+    PaintInFrames([] {
+        DrawString("first", 1, 2);
         DrawString("second", 1, 20);
-        copies.clear();
     });
     for (int i = 0; i < 3; i++) StepFrame(0.02);
     ASSERT_EQ(ScreenTexts().size(), 2u);
-    EXPECT_EQ(ScreenTexts()[0].text, text) << "in the order drawn";
-    EXPECT_EQ(ScreenTexts()[1].text, "second");
-    const char *memory = ScreenTexts()[0].text.data();
-    StepFrame(0.02);
-    EXPECT_EQ(ScreenTexts()[0].text.data(), memory) << "its memory is used again";
+    EXPECT_EQ(ScreenTexts()[0].text, "first") << "in the order drawn";
     paint = nullptr;
     StepFrame(0.02);
     EXPECT_TRUE(ScreenTexts().empty());
@@ -352,24 +290,11 @@ TEST_F(Screen, RefusesToDrawOutsideFrames) {
     XPLMDrawTranslucentDarkBox(0, 10, 10, 0);
     EXPECT_TRUE(ScreenTexts().empty());
     EXPECT_EQ(CountLogLines("outside a function that draws"), 2u);
-    XPLMBindTexture2d(1, 8);
-    XPLMBindTexture2d(1, -1);
-    EXPECT_EQ(CountLogLines("XPLMBindTexture2d"), 2u);
-    XPLMGenerateTextureNumbers(nullptr, 3);
 }
 
-class Screenshots : public Screen {
-protected:
-    Screenshots() {
-        std::string path = std::filesystem::temp_directory_path() / "screen_test.XXXXXX";
-        folder = mkdtemp(path.data());
-    }
-    ~Screenshots() override { std::filesystem::remove_all(folder); }
-
-    std::string folder;
-};
-
-TEST_F(Screenshots, AreWhatIsOnTheScreen) {
+TEST_F(Screen, ScreenshotsAreWhatIsOnIt) {
+    std::string folder = std::filesystem::temp_directory_path() / "screen_test.XXXXXX";
+    ASSERT_NE(mkdtemp(folder.data()), nullptr);
     PaintInFrames([] { XPLMDrawTranslucentDarkBox(20, 60, 90, 30); });
     for (const auto &[width, height] : {std::pair{640, 480}, {333, 77}, {1, 1}}) {
         SetScreenSize(width, height);
@@ -382,19 +307,7 @@ TEST_F(Screenshots, AreWhatIsOnTheScreen) {
         EXPECT_EQ(foundHeight, static_cast<unsigned>(height));
         EXPECT_EQ(pixels, ReadScreenPixels());
     }
-}
-
-TEST_F(Screenshots, SayWhyTheyCannotBe) {
-    std::string error;
-    EXPECT_FALSE(WriteScreenshot(folder + "/none/a.png", error));
-    EXPECT_NE(error.find(folder + "/none/a.png"), std::string::npos) << error;
-    SetScreenSize(1 << 20, 100);
-    error.clear();
-    EXPECT_FALSE(WriteScreenshot(folder + "/a.png", error));
-    EXPECT_NE(error, "");
-    EXPECT_FALSE(std::filesystem::exists(folder + "/a.png"));
-    SetScreenSize(20, 10);
-    EXPECT_TRUE(WriteScreenshot(folder + "/a.png", error)) << "later ones can";
+    std::filesystem::remove_all(folder);
 }
 
 } // namespace

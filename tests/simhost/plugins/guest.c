@@ -14,7 +14,6 @@ enum {
     REFUSE_START = 1,
     REFUSE_ENABLE = 2,
     LEAVE_BEHIND = 4,
-    LONG_NAME = 8,
 };
 
 static int idAtLoad = -7;
@@ -26,8 +25,8 @@ __attribute__((constructor)) static void AtLoad(void) {
     modeAtLoad = XPLMFindDataRef("test/mode");
 }
 
-static int starts, message, sender, loops;
-static XPLMDataRef published[5];
+static int starts, message, loops;
+static XPLMDataRef published[4];
 
 static int ReadInt(void *refcon) {
     return *(int *)refcon;
@@ -66,13 +65,11 @@ PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc) {
     strcpy(outName, "Guest");
     strcpy(outSig, "test.guest");
     strcpy(outDesc, "Does what a test asks of it");
-    if (mode & LONG_NAME) memset(outName, 'n', 256);
     starts++;
     published[0] = Publish("guest/id_at_load", &idAtLoad);
     published[1] = Publish("guest/starts", &starts);
     published[2] = Publish("guest/message", &message);
-    published[3] = Publish("guest/sender", &sender);
-    published[4] = Publish("guest/loops", &loops);
+    published[3] = Publish("guest/loops", &loops);
     XPLMRegisterFlightLoopCallback(Loop, -1.0f, NULL);
     XPLMRegisterDrawCallback(Draw, xplm_Phase_Window, 0, NULL);
     XPLMRegisterCommandHandler(XPLMCreateCommand("guest/command", "Does nothing"), Command, 1, NULL);
@@ -84,7 +81,7 @@ PLUGIN_API void XPluginStop(void) {
     int i;
     XPLMDebugString("guest stops");
     if (XPLMGetDatai(modeAtLoad) & LEAVE_BEHIND) return;
-    for (i = 0; i < 5; i++) XPLMUnregisterDataAccessor(published[i]);
+    for (i = 0; i < 4; i++) XPLMUnregisterDataAccessor(published[i]);
     XPLMUnregisterFlightLoopCallback(Loop, NULL);
     XPLMUnregisterDrawCallback(Draw, xplm_Phase_Window, 0, NULL);
 }
@@ -96,7 +93,7 @@ PLUGIN_API int XPluginEnable(void) {
 PLUGIN_API void XPluginDisable(void) {}
 
 PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFrom, int inMessage, void *inParam) {
+    (void)inFrom;
     (void)inParam;
-    sender = inFrom;
     message = inMessage;
 }
