@@ -1,25 +1,12 @@
 -- An airliner from take-off thrust to taxi speed: what she calls, in order, and what she says when it goes
--- wrong. Each step takes some values somewhere, and names what is heard on the way.
+-- wrong.
 local check = require "lib.check"
 local airliner = require "lib.airliner"
-local ref, move, fly = airliner.ref, airliner.move, airliner.fly
+local ref, move, fly, go = airliner.ref, airliner.move, airliner.fly, airliner.go
 local captain, hears, silence = airliner.captain, airliner.hears, airliner.silence
 
 local hasFlapDetents = not airliner.name:find("7%d7") -- which compare and call other speeds
 local CHECKED, ROLLING = hasFlapDetents and "100 knots." or "80 knots.", hasFlapDetents and "70 knots." or "60 knots."
-
--- steps: {seconds, {value = where it is taken}, what is heard ...}
-local function go(steps)
-    for _, step in ipairs(steps) do
-        for name, to in pairs(step[2]) do
-            if name == "gear_lever" or name == "on_ground" then sim.set(ref[name], to)
-            elseif name == "reverser" then sim.set(ref.reverser, to, 0)
-            else move(ref[name], to, step[1]) end
-        end
-        fly(step[1])
-        for i = 3, #step do hears(step[i]) end
-    end
-end
 
 local field = airliner.field_feet
 local function above(feet) return field + feet end

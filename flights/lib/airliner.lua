@@ -5,37 +5,22 @@ local overlay = require "lib.overlay"
 
 local airliner = require "lib.crew" -- to which it adds what is the airliner's
 
-airliner.ref = {
+local ref = airliner.ref
+for name, dataref in pairs {
     airspeed = "sim/cockpit2/gauges/indicators/airspeed_kts_copilot",
     altitude = "sim/cockpit2/gauges/indicators/altitude_ft_copilot",
     vertical_speed = "sim/cockpit2/gauges/indicators/vvi_fpm_copilot",
     height = "sim/cockpit2/gauges/indicators/radio_altimeter_height_ft_copilot",
-    height_pilot = "sim/cockpit2/gauges/indicators/radio_altimeter_height_ft_pilot",
-    ground_speed = "sim/cockpit2/gauges/indicators/ground_speed_kt",
-    on_ground = "sim/flightmodel/failures/onground_any",
-    weight = "sim/flightmodel/weight/m_total",
-    fuel = "sim/flightmodel/weight/m_fuel_total",
-    running = "sim/flightmodel/engine/ENGN_running",
     n1 = "sim/cockpit2/engine/indicators/N1_percent",
     n2 = "sim/cockpit2/engine/indicators/N2_percent",
     fuel_levers = "sim/cockpit2/engine/actuators/mixture_ratio",
-    throttle = "sim/cockpit2/engine/actuators/throttle_ratio_all",
-    reverser = "sim/flightmodel2/engines/thrust_reverser_deploy_ratio",
+    reverser = "sim/flightmodel2/engines/thrust_reverser_deploy_ratio[0]",
     apu_switch = "sim/cockpit2/electrical/APU_starter_switch",
     apu = "sim/cockpit2/electrical/APU_running",
     apu_bleed = "sim/cockpit2/bleedair/actuators/apu_bleed",
     ground_bleed = "sim/cockpit2/bleedair/actuators/gpu_bleed",
-    gear = "sim/flightmodel2/gear/deploy_ratio",
-    gear_lever = "sim/cockpit2/controls/gear_handle_down",
-    flaps = "sim/cockpit2/controls/flap_handle_request_ratio",
-    speed_brakes = "sim/cockpit2/controls/speedbrake_ratio",
-    parking_brake = "sim/cockpit2/controls/parking_brake_ratio",
-    battery = "sim/cockpit2/electrical/battery_on",
-    minimum = "sim/cockpit2/gauges/actuators/radio_altimeter_bug_ft_pilot",
-    selected_altitude = "sim/cockpit2/autopilot/altitude_dial_ft",
     door = "sim/cockpit2/switches/door_open_ratio",
-}
-local ref = airliner.ref
+} do ref[name] = dataref end
 
 local LOADED = {TL319 = 60000, TL321 = 78000, O737X = 65000, ["737_Level_Up"] = 65000, FF767 = 140000,
                 ["KV340-500"] = 280000} -- kg

@@ -4,6 +4,7 @@ local check = require "lib.check"
 
 local crew = {}
 
+crew.ref = require "lib.ref"
 crew.step_world = nil -- a function that is called before each frame, with the flight time
 crew.is_aloud = false -- true: the captain speaks into the microphone, and listens to her voice
 crew.repeats = 0 -- how often he had to say something again
@@ -11,6 +12,7 @@ crew.repeats = 0 -- how often he had to say something again
 local ramps = {}  -- dataref -> {from, to, begin, finish}: values on their way
 local said = {}   -- all she has said, in order
 local cursor = 0  -- how far the flight has followed it
+local unheard = {} -- what she said and the flight did not wait for
 local quietAt = 0 -- when she will have finished speaking, as far as it is known
 
 local BUTTON = "kv/fennic/rec"
@@ -47,6 +49,19 @@ function crew.fly(seconds)
     while sim.time() < finish do crew.step() end
 end
 
+crew.at_once = {on_ground = true, gear_lever = true} -- of which there is nothing between
+
+-- Takes values somewhere, step by step: {seconds, {name in ref = where it is taken}, what is heard ...}.
+function crew.go(steps)
+    for _, step in ipairs(steps) do
+        for name, to in pairs(step[2]) do
+            if crew.at_once[name] then sim.set(crew.ref[name], to) else crew.move(crew.ref[name], to, step[1]) end
+        end
+        crew.fly(step[1])
+        for i = 3, #step do crew.hears(step[i]) end
+    end
+end
+
 -- ---- The conversation ----
 
 -- Waits until she says something that contains the text, at most 40 s. Gives all she said there.
@@ -56,10 +71,17 @@ function crew.hears(text)
         while cursor < #said do
             cursor = cursor + 1
             if said[cursor]:find(text, 1, true) then return said[cursor] end
+            unheard[#unheard + 1] = said[cursor]
         end
         check.that(sim.time() < latest, 'she never said "' .. text .. '", but last: ' .. tostring(said[#said]))
         crew.step()
     end
+end
+
+-- She has said nothing that was not waited for.
+function crew.heard_all()
+    check.list({table.unpack(said, cursor + 1)}, {}, "said last, and not waited for")
+    check.list(unheard, {}, "said, and not waited for")
 end
 
 -- Push-to-talk held while he speaks, and until a pause shows that he has finished.

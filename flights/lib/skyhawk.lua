@@ -1,41 +1,27 @@
 -- The air around a Cessna 172 and its engine: what the flights in that aircraft share.
 local skyhawk = require "lib.crew" -- to which it adds what is the Cessna's
 
-skyhawk.ref = {
-    airspeed = "sim/cockpit2/gauges/indicators/airspeed_kts_pilot",
-    altitude = "sim/cockpit2/gauges/indicators/altitude_ft_pilot",
-    vertical_speed = "sim/cockpit2/gauges/indicators/vvi_fpm_pilot",
-    ground_speed = "sim/cockpit2/gauges/indicators/ground_speed_kt",
-    height_metres = "sim/flightmodel/position/y_agl",
-    on_ground = "sim/flightmodel/failures/onground_any",
-    running = "sim/flightmodel/engine/ENGN_running",
+local ref = skyhawk.ref
+for name, dataref in pairs {
     rpm = "sim/cockpit2/engine/indicators/engine_speed_rpm",
     oil_pressure = "sim/cockpit2/engine/indicators/oil_pressure_psi",
-    throttle = "sim/cockpit2/engine/actuators/throttle_ratio_all",
     mixture = "sim/cockpit2/engine/actuators/mixture_ratio_all",
     magnetos = "sim/cockpit2/engine/actuators/ignition_key",
     fuel_pump = "sim/cockpit2/engine/actuators/fuel_pump_on",
     fuel_selector = "sim/cockpit2/fuel/fuel_tank_selector",
     fuel_kg = "sim/cockpit2/fuel/fuel_quantity",
-    battery = "sim/cockpit2/electrical/battery_on",
     alternator = "sim/cockpit2/electrical/generator_on",
     avionics = "sim/cockpit2/switches/avionics_power_on",
     beacon = "sim/cockpit2/switches/beacon_on",
     nav_lights = "sim/cockpit2/switches/navigation_lights_on",
     strobes = "sim/cockpit2/switches/strobe_lights_on",
-    landing_light = "sim/cockpit2/switches/landing_lights_on",
     taxi_light = "sim/cockpit2/switches/taxi_light_on",
-    parking_brake = "sim/cockpit2/controls/parking_brake_ratio",
-    flaps = "sim/cockpit2/controls/flap_handle_request_ratio",
     squawk = "sim/cockpit2/radios/actuators/transponder_code",
-    transponder = "sim/cockpit2/radios/actuators/transponder_mode",
-    selected_altitude = "sim/cockpit2/autopilot/altitude_dial_ft",
     altimeter = "sim/cockpit/misc/barometer_setting",
     sea_level_pressure = "sim/weather/barometer_sealevel_inhg",
     station_pressure = "sim/weather/barometer_current_inhg",
     tablet = "kv/fo/_planshet",
-}
-local ref = skyhawk.ref
+} do ref[name] = dataref end
 
 skyhawk.field_feet = 80 -- elevation of the aerodrome
 
