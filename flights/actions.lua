@@ -39,19 +39,10 @@ local scripts = {
     ["nonsense"] = {"77,what,0", "0,Sense"},
 }
 
-local text = {"sys=CREW", "dev=SCRIPTS"}
-for phrase, actions in pairs(scripts) do
-    text[#text + 1] = "out=" .. phrase .. ",execute,,0,,,,,,,,0\nlogic:\ninstring=" .. phrase
-    for _, action in ipairs(actions) do
-        local _, commas = action:gsub(",", "")
-        text[#text + 1] = "execute=" .. action .. (commas < 2 and ",0" or "")
-    end
-end
-check.systems({CREW = table.concat(text, "\n"), TANK = [[
-sys=TANK
-dev=LEFT
-out=QUANTITY,double,kg,0,,,test/quantity,exist,,,,0
-]]}, {"CREW", "TANK"})
+local calls = {}
+for phrase, actions in pairs(scripts) do calls[#calls + 1] = {phrase, table.unpack(actions)} end
+check.systems({CREW = "sys=CREW\n" .. check.device("dev=SCRIPTS", table.unpack(calls)),
+               TANK = "sys=TANK\ndev=LEFT\nout=QUANTITY,double,kg,0,,,test/quantity,exist,,,,0\n"}, {"CREW", "TANK"})
 check.settings {["name-w"] = "Nora", user = "John Smith", sign = "Sir"}
 
 sim.start()
@@ -173,11 +164,7 @@ check.equal(sim.get("test/text"), "abc", "text untouched")
 
 -- ---- Answer timers ----
 
-local expected = "none"
-local function waits_for()
-    for _, line in ipairs(check.log()) do expected = line:match("^Expected answers: (.*)") or expected end
-    return expected
-end
+local waits_for = check.waits_for
 run("timer", 0)
 check.equal(waits_for(), "ready, steady", "both are waited for")
 check.near(check.wait(4, function() return waits_for() == "steady" end, "the first runs out"), 3, 6 * FRAME,

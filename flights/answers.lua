@@ -5,54 +5,15 @@ local overlay = require "lib.overlay"
 local CLICK = "kv/fennic/click_snd"
 local SELECT = "kv/fennic/select"
 
-check.systems {CREW = [[
-sys=CREW
-dev=WATCH
-out=PHASE,integer,,0,,,test/phase,exist,,,,0
-dev=OFFER
-out=OFFER,integer,,0,,,,,,,,0
-logic:
-[CREW.WATCH.PHASE]==[1]
-execute=12,start checklist,60
-execute=12,not now,60
-devstack=NEWS
-out=ASK,execute,,0,,,,,,,,0
-logic:
-[CREW.WATCH.PHASE]==[3]
-execute=0,Any news?,0
-out=ANSWER,execute,,0,,,,,,,,0
-logic:
-instring=any
-execute=0,I see,0
-dev=CHECKLISTS
-out=LIST,integer,,0,,,,,,,,0
-logic:
-execute=9,start checklist,0
-execute=9,abort,0
-devstack=START
-out=CALL,execute,,0,,,,,,,,0
-logic:
-instring=start checklist
-execute=0,Belts?,0
-out=BELTS,execute,,0,,,,,,,,0
-logic:
-instring=open
-execute=0,Standing by,0
-execute=3,,0
-logic:
-instring=locked
-||
-instring=fastened
-execute=0,Fuel?,0
-out=FUEL,execute,,0,,,,,,,,0
-logic:
-instring=both
-execute=0,Passengers?,0
-out=PASSENGERS,execute,,0,,,,,,,,0
-logic:
-instring=any
-execute=0,Complete,0
-]]}
+check.systems {CREW = "sys=CREW\ndev=WATCH\nout=PHASE,integer,,0,,,test/phase,exist,,,,0\n"
+    .. check.device("dev=OFFER", {"[CREW.WATCH.PHASE]==[1]", "12,start checklist,60", "12,not now,60"})
+    .. check.device("devstack=NEWS", {"[CREW.WATCH.PHASE]==[3]", "0,Any news?"}, {"any", "0,I see"})
+    .. check.device("dev=CHECKLISTS", {false, "9,start checklist", "9,abort"})
+    .. check.device("devstack=START",
+        {"start checklist", "0,Belts?"},
+        {{"open", "0,Standing by", "3,"}, {"locked|fastened", "0,Fuel?"}},
+        {"both", "0,Passengers?"},
+        {"any", "0,Complete"})}
 local BELTS = {"open", "locked", "fastened"}
 local ABORTED = "All Commands and Checklists Aborted!"
 
@@ -167,7 +128,11 @@ for _, answer in ipairs {"open", "locked", "fastened", "not now", "open", "locke
 check.list(hold("a hold takes the highlighted answer"), {"Fuel?"}, "held")
 check_answers({"not now", "both"}, "the next step")
 step_to("not now")
-step_to("both")
+sim.pause(true) -- in which a hold is a short press
+press(2)
+sim.pause(false)
+sim.run(0.6)
+check.equal(highlighted(), "both", "stepped in a pause")
 
 -- The click is heard while the button is held: for a frame, after 0.3 s.
 sim.press(SELECT)

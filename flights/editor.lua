@@ -7,15 +7,11 @@ local plugin = sim.dir("plugin")
 local systems = plugin .. "systems/"
 
 local function read(name)
-    local file = io.open(systems .. name, "rb")
-    if not file then return nil end
-    local text = file:read("a")
-    file:close()
-    return (text:gsub("\r\n", "\n"))
+    return (check.read(systems .. name):gsub("\r\n", "\n"))
 end
 
 local function holds(name, text, what)
-    local whole = read(name) or ""
+    local whole = read(name)
     check.that(whole:find(text, 1, true), what .. ": no " .. text .. " in\n" .. whole)
 end
 
@@ -160,25 +156,10 @@ holds("CHECKLIST.txt", "[PANEL.PEDESTAL.LEVER]==", "the device was moved")
 holds("PANEL.txt", "dev=PEDESTAL\nout=LEVER,", "the device was moved")
 
 editor.column(2, "CLONE")
-editor.rename(2, 2, "OTHER")
-editor.select(2, 1)
-editor.column(3, "COPY")
-editor.select(2, 2)
-editor.column(3, "MOVE") -- where its name is taken
+editor.title("UNDO")
+editor.title("UNDO")
 editor.title("SAVE")
-holds("CHECKLIST.txt", "[PANEL.OTHER.LEVER2]==", "the parameter was moved")
-
-editor.rename(1, 2, "PEDESTAL")
-editor.title("SAVE")
-check.equal(read("_systems.txt"), "CHECKLIST\nPEDESTAL\n", "the list after renaming a system")
-holds("CHECKLIST.txt", "[PEDESTAL.OTHER.LEVER2]==", "the system was renamed")
-
--- Back to before the clone, one step at a time: rename, move, rename, clone.
-local before = read("CHECKLIST.txt")
-for _ = 1, 4 do editor.title("UNDO") end
-editor.title("SAVE")
-holds("CHECKLIST.txt", "[PANEL.PEDESTAL.LEVER]==", "undone")
-check.that(read("CHECKLIST.txt") ~= before, "nothing was undone")
+holds("CHECKLIST.txt", "[CHECKLIST.PEDESTAL.LEVER]==", "clone and move are undone")
 
 -- With AUTO every change is in the files.
 editor.title("AUTO")
@@ -191,30 +172,20 @@ check.equal(read("_systems.txt"), "CHECKLIST\nPANEL\n", "an undone deletion is s
 -- ---- Saving that fails leaves everything as it was ----
 
 editor.title("AUTO")
-local list, checklist, panel = read("_systems.txt"), read("CHECKLIST.txt"), read("PANEL.txt")
-local function fails(what, break_it, mend)
-    assert(os.execute(break_it))
-    sim.log()
-    editor.title("SAVE")
-    local told = table.concat(sim.log(), "\n")
-    check.that(told:find("Cant write file", 1, true), what .. " was not told: " .. told)
-    assert(os.execute(mend))
-    check.equal(read("_systems.txt"), list, what .. ": the list")
-    check.equal(read("CHECKLIST.txt"), checklist, what .. ": the first file")
-    check.equal(read("PANEL.txt"), panel, what .. ": the second file")
-end
+local list, checklist = read("_systems.txt"), read("CHECKLIST.txt")
 editor.select(1, 1)
 editor.select(3, 1)
 editor.detail("text", "changed")
 editor.select(1, 2)
 editor.column(1, "New..")
-local folder = "'" .. systems
-fails("a folder in a file's place", "mkdir " .. folder .. "NewSystem.txt'", "rmdir " .. folder .. "NewSystem.txt'")
-local place, away = "'" .. systems:sub(1, -2) .. "'", "'" .. plugin .. "away'"
-fails("a file in the folder's place", "mv " .. place .. " " .. away .. " && touch " .. place,
-      "rm " .. place .. " && mv " .. away .. " " .. place)
-fails("a link to nowhere", "ln -s nowhere/at/all " .. folder .. "NewSystem.txt'",
-      "rm " .. folder .. "NewSystem.txt'")
+local obstacle = systems .. "NewSystem.txt"
+check.folder(obstacle)
+sim.log()
+editor.title("SAVE")
+check.that(table.concat(sim.log()):find("Cant write file", 1, true), "a folder in a file's place is not told")
+check.equal(read("_systems.txt"), list, "the list")
+check.equal(read("CHECKLIST.txt"), checklist, "the first file")
+assert(os.remove(obstacle))
 editor.title("SAVE")
 check.equal(read("_systems.txt"), "CHECKLIST\nPANEL\nNewSystem\n", "saved after all")
 holds("CHECKLIST.txt", "changed", "saved after all")

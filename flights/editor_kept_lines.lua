@@ -5,12 +5,7 @@ local editor = require "lib.editor"
 
 local systems = sim.dir("plugin") .. "systems/"
 
-local function read(name)
-    local file = assert(io.open(systems .. name, "rb"))
-    local text = file:read("a")
-    file:close()
-    return (text:gsub("\r\n", "\n"))
-end
+local function read(name) return (check.read(systems .. name):gsub("\r\n", "\n")) end
 
 local list = "CREW\nnot made yet\n"
 local crew = [[

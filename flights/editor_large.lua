@@ -18,16 +18,10 @@ for s = 1, 50 do
 end
 check.systems(files, order)
 
-local function file(name)
-    local handle = assert(io.open(sim.dir("plugin") .. "systems/" .. name .. ".txt", "rb"))
-    local text = handle:read("a")
-    handle:close()
-    return text
-end
-
 local function saved(name, text, what)
     editor.title("SAVE")
-    check.that(file(name):find(text, 1, true), what .. ": " .. text .. " is not in " .. name)
+    local file = check.read(sim.dir("plugin") .. "systems/" .. name .. ".txt")
+    check.that(file:find(text, 1, true), what .. ": " .. text .. " is not in " .. name)
 end
 
 editor.start(1280, 800)

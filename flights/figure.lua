@@ -34,17 +34,14 @@ pose("resting/rest_low", function() return "-3,-3,-3" end, 46)
 check.write(poses .. "mistakes.txt", "47,none,1,1,1,\n-1,none,1,1,1,\nx,none,1,1,1,\n0,body_mid,1,1\n"
     .. "1,body_top,1,one,1,\n99999999999,none,1,1,1,\n46,xyz,,,\n2,neck,5,6,7")
 
-local script = {"sys=CREW", "dev=SCRIPTS"}
-for phrase, actions in pairs {
-    ["pose smooth"] = "2,full,1", ["pose legs"] = "2,legs,1", ["pose at once"] = "2,full,0",
-    ["pose mistakes"] = "2,mistakes,1"} do
-    script[#script + 1] = "out=" .. phrase .. ",execute,,0,,,,,,,,0\nlogic:\ninstring=" .. phrase .. "\nexecute="
-        .. actions .. "\nexecute=7,,1\nexecute=0,Done,0" -- she keeps still while something is left to do
+local function strikes(phrase, action)
+    return {phrase, action, "7,,1", "0,Done"} -- she keeps still while something is left to do
 end
-script[#script + 1] = "out=talk,execute,,0,,,,,,,,0\nlogic:\ninstring=talk\nexecute=1," .. ("a"):rep(100) .. ",0"
-script[#script + 1] = "devstack=WAITING\nout=A,execute,,0,,,,,,,,0\nlogic:\ninstring=wait\nexecute=0,Waiting,0\n"
-    .. "out=B,execute,,0,,,,,,,,0\nlogic:\ninstring=go\nexecute=0,Going,0"
-check.systems {CREW = table.concat(script, "\n")}
+check.systems {CREW = "sys=CREW\n"
+    .. check.device("dev=SCRIPTS", strikes("pose smooth", "2,full,1"), strikes("pose legs", "2,legs,1"),
+                    strikes("pose at once", "2,full,0"), strikes("pose mistakes", "2,mistakes,1"),
+                    {"talk", "1," .. ("a"):rep(100)})
+    .. check.device("devstack=WAITING", {"wait", "0,Waiting"}, {"go", "0,Going"})}
 check.settings {gender = "m"}
 
 sim.start()

@@ -5,47 +5,14 @@ local overlay = require "lib.overlay"
 
 local ABORTED = "All Commands and Checklists Aborted!"
 
-check.systems {CREW = [[
-sys=CREW
-dev=ENGINE
-out=HOLD,execute,,0,,,,,,,,0
-logic:
-instring=crank
-execute=5,test/starter,0
-execute=5,test/starter,0
-execute=7,,300
-execute=6,test/starter,0
-execute=0,Cranked,0
-out=LET_GO,execute,,0,,,,,,,,0
-logic:
-instring=let go
-execute=11,test/starter,0
-out=SHORT,execute,,0,,,,,,,,0
-logic:
-instring=crank twice
-execute=5,test/starter,0
-execute=5,test/starter,0
-execute=6,test/starter,0
-execute=7,,30
-execute=0,Twice,0
-out=BROKEN,execute,,0,,,,,,,,0
-logic:
-instring=crank and break
-execute=5,test/starter,0
-execute=5,test/pump,0
-execute=7,,1
-execute=3,,0
-execute=6,test/starter,0
-dev=LISTS
-out=LIST,integer,,0,,,,,,,,0
-logic:
-execute=9,abort,0
-devstack=MENU
-out=ABORT,execute,,0,,,,,,,,0
-logic:
-instring=abort
-execute=10,,0
-]]}
+check.systems {CREW = "sys=CREW\n"
+    .. check.device("dev=ENGINE",
+        {"crank", "5,test/starter", "5,test/starter", "7,,300", "6,test/starter", "0,Cranked"},
+        {"let go", "11,test/starter"},
+        {"crank twice", "5,test/starter", "5,test/starter", "6,test/starter", "7,,30", "0,Twice"},
+        {"crank and break", "5,test/starter", "5,test/pump", "7,,1", "3,", "6,test/starter"})
+    .. check.device("dev=LISTS", {false, "9,abort"})
+    .. check.device("devstack=MENU", {"abort", "10,"})}
 sim.add_command("test/starter", "held by hand")
 sim.add_command("test/pump", "held by hand, too")
 sim.publish("kv/fennic_kill", "int", 0)

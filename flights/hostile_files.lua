@@ -1,5 +1,6 @@
 -- Files that fight back: folders where files should be, a plug-in folder that cannot be written, files that
--- are empty, huge, or full of bytes that are no text. The first officer starts, says so in the log, and works.
+-- are empty or huge. The first officer starts, says so in the log, and works. (Bytes that are no text are given
+-- to every reader in tests/fuzz/.)
 local check = require "lib.check"
 
 local plugin = sim.dir("plugin")
@@ -83,82 +84,7 @@ end)
 assert(os.execute("chmod -R u+w '" .. plugin .. "'"))
 assert(isGood, message)
 
--- ---- No text ----
-
--- Every byte there is, in every file, and lines without an end.
-local bytes = {}
-for i = 0, 255 do bytes[i + 1] = string.char(i) end
-bytes = table.concat(bytes)
-local noise = bytes .. "\n\xff\xfe\xc3\x28\xed\xa0\x80," .. bytes:rep(4) .. "\r\n\0\0\n[=]\n" .. bytes:reverse()
-for _, path in ipairs {"data/obj/fennic.txt", "data/voicelist_mac.txt", "systems/_save.txt", "systems/NOISE.txt",
-                       "systems/BODY.txt", "custom/positions-w/rest/rest_noise.txt"} do
-    check.write(plugin .. path, noise)
-end
-check.write(plugin .. "systems/BODY.txt", "sys=" .. bytes:gsub("[\r\n]", "") .. "\ndev=\xff\xfe\nout=\xff,int,\xff,1,,,,,"
-    .. "test/\xff,new,\xff,1\nlogic:\ninstring=\xc3\x28\ncalc=[1]\nlogic:\nexecute=1,\xed\xa0\x80,0\nexecute=3,\xff,0\n"
-    .. noise)
-check.write(plugin .. "systems/_systems.txt", "NOISE\n" .. noise .. "\nBODY\nGOOD\n")
-check.write(plugin .. "data/settings_mac.txt", noise .. "\n" .. settings:gsub("user=[^\r]*", "user=\xff\xfe"))
-sim.start()
-sim.frames(2)
-check.equal(sim.get("test/talk"), 0, "the good file behind the noise")
-sim.hear("\xff\xfe\xc3\x28")
-sim.hear((bytes:gsub("\0", "")))
-sim.run(1)
-sim.stop()
-check.that(check.read(plugin .. "data/settings_mac.txt"):find("\r\nuser=\xff\xfe\r\n", 1, true), "bytes are kept")
-
--- ---- Long names, long files ----
-
--- Names of 5,000 bytes work like others.
-local LONG = ("n"):rep(5000)
-check.write(plugin .. "data/obj/fennic.txt", "0," .. LONG .. "\n1,short\n")
-check.write(plugin .. "custom/positions-w/rest/rest_noise.txt", "0," .. LONG .. ",1,2,3\n")
-check.write(plugin .. "data/voicelist_mac.txt", LONG .. "\n")
-check.write(plugin .. "data/settings_mac.txt", (settings:gsub("user=[^\r]*", "user=" .. LONG):gsub("APLvoice%-w=[^\r]*",
-                                                                                        "APLvoice-w=" .. LONG)))
-check.systems({[LONG:sub(1, 200)] = ([[
-sys=LONG
-dev=LONG
-out=LONG,double,LONG,3,,,,,test/LONG,new,LONG,1
-logic:
-[LONG.LONG.LONG]==[3]
-calc=[LONG.LONG.LONG]+[LONG.LONG.NONE]
-out=TALK,execute,,0,,,LONG,exist,LONG,exist,,0
-logic:
-instring=LONG
-execute=0,LONG,0
-logic:
-instring=talk
-execute=0,LONG,0
-execute=1,[USER] <LONG.LONG.LONG>,0
-execute=2,LONG,1
-execute=4,LONG,0
-execute=5,LONG,0
-execute=11,LONG,0
-execute=8,LONG,1
-execute=8,LONG[LONG],1
-execute=9,LONG,0
-execute=12,LONG,5
-]]):gsub("LONG", LONG), GOOD = GOOD}, {LONG:sub(1, 200), LONG, "GOOD"})
-os.remove(plugin .. "systems/_save.txt")
-sim.start()
-sim.sent()
-sim.said()
-sim.frames(3)
-check.equal(sim.get("test/" .. LONG), 3, "a long dataref")
-check.that(sim.exists("kv/fo/" .. LONG .. "_x"), "a long channel")
-check.equal(check.messages()[2], "initvoice>" .. LONG, "a long voice")
-sim.hear("talk")
-sim.run(600)
-local said = sim.said()
-check.list(said, {LONG, LONG .. " 3"}, "long texts")
-sim.hear(LONG)
-sim.run(10)
-check.list(sim.said(), {}, "what is heard is cut")
-sim.stop()
-check.equal(check.read(plugin .. "systems/_save.txt"), ("%s.%s.%s=3.000000\r\nGOOD.D.TALK=0.000000\r\n"):format(
-    LONG, LONG, LONG), "a long saved value")
+-- ---- Long files ----
 
 -- Files of some megabytes: many lines, and one line.
 restore()

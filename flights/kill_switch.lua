@@ -10,21 +10,8 @@ out=IN,double,,0,,,test/in,exist,,,,0
 out=OUT,double,,0,,,,,test/out,new,,0
 logic:
 calc=[S.D.IN]*[2]
-out=TALK,execute,,0,,,,,,,,0
-logic:
-instring=count for me
-execute=1,One,0
-execute=0,Two,0
-devstack=SEQUENCE
-out=FIRST,execute,,0,,,,,,,,0
-logic:
-instring=wait for me
-execute=0,Waiting,0
-out=SECOND,execute,,0,,,,,,,,0
-logic:
-instring=go on
-execute=0,Going,0
-]]}
+]] .. check.device("dev=TALK", {"count for me", "1,One", "0,Two"})
+   .. check.device("devstack=SEQUENCE", {"wait for me", "0,Waiting"}, {"go on", "0,Going"})}
 
 sim.start()
 sim.run(10)

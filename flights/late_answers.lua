@@ -5,29 +5,10 @@ local overlay = require "lib.overlay"
 
 local SELECT, WIDGET, REC = "kv/fennic/select", "kv/fennic/widget", "kv/fennic/rec"
 
-check.systems {CREW = [[
-sys=CREW
-dev=WATCH
-out=PHASE,integer,,0,,,test/phase,exist,,,,0
-devstack=ENGINES
-out=ASK,execute,,0,,,,,,,,0
-logic:
-[CREW.WATCH.PHASE]==[1]
-execute=0,Shall I shut down the engines?,0
-out=ANSWER,execute,,0,,,,,,,,0
-logic:
-instring=yes
-execute=0,They are off,0
-dev=CALLS
-out=LONG,execute,,0,,,,,,,,0
-logic:
-instring=take your time
-execute=7,,30
-execute=0,I am back,0
-out=LIST,integer,,0,,,,,,,,0
-logic:
-execute=9,yes,0
-]]}
+check.systems {CREW = "sys=CREW\ndev=WATCH\nout=PHASE,integer,,0,,,test/phase,exist,,,,0\n"
+    .. check.device("devstack=ENGINES", {"[CREW.WATCH.PHASE]==[1]", "0,Shall I shut down the engines?"},
+                    {"yes", "0,They are off"})
+    .. check.device("dev=CALLS", {"take your time", "7,,30", "0,I am back"}, {false, "9,yes"})}
 sim.publish("test/phase", "int", 0)
 sim.publish("kv/fennic/click_snd", "int", 0)
 sim.publish("kv/fennic_kill", "int", 0)

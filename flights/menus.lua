@@ -4,37 +4,10 @@ local check = require "lib.check"
 local plugin, aircraft = sim.dir("plugin"), sim.dir("aircraft")
 local VOICE = "com.apple.speech.synthesis.voice."
 
-check.systems {CREW = [[
-sys=CREW
-dev=TALK
-out=HELLO,execute,,0,,,,,,,,0
-logic:
-instring=hello
-||
-instring=good day
-execute=0,Hello; Captain,0
-execute=1,#Done,0
-out=COUNT,execute,,0,,,,,,,,0
-logic:
-instring=count
-execute=0,One,0
-execute=0,Two,0
-execute=0,Three,0
-out=POSE,execute,,0,,,,,,,,0
-logic:
-instring=strike the new pose
-execute=2,new,1
-execute=8,test/int,1
-devstack=LIST
-out=CALL,execute,,0,,,,,,,,0
-logic:
-instring=list
-execute=12,roger; wilco,5
-out=ANSWER,execute,,0,,,,,,,,0
-logic:
-instring=yes
-execute=9,list,0
-]]}
+check.systems {CREW = "sys=CREW\n"
+    .. check.device("dev=TALK", {"hello|good day", "0,Hello; Captain", "1,#Done"},
+                    {"count", "0,One", "0,Two", "0,Three"}, {"strike the new pose", "2,new,1", "8,test/int,1"})
+    .. check.device("devstack=LIST", {"list", "12,roger; wilco,5"}, {"yes", "9,list"})}
 check.settings {volume = "85", rate = "93"}
 check.write(plugin .. "data/voicelist_mac.txt", VOICE .. "Anna\r\n" .. VOICE .. "Fred\r\nown voice\r\n")
 
@@ -278,24 +251,17 @@ check.list(sim.said(), {"Three"}, "no longer step by step")
 local function check_at(channel, wanted, what)
     check.near(sim.get("kv/fo/" .. channel .. "_x"), wanted, 3, what .. ", " .. channel)
 end
-choose("Positions/top")
-sim.run(0.4)
-check.near(sim.get("kv/fo/neck_x"), 12.5, 10, "half way")
-sim.run(0.5)
-check_at("neck", 25, "a position")
-choose("Positions/b/own")
-sim.run(0.9)
-check_at("neck", -20, "a position of a group")
-choose("Positions/a/both")
-sim.run(0.9)
-check_at("neck", 8, "a position of two groups")
+for item, wanted in pairs {top = 25, ["b/own"] = -20, ["a/both"] = 8} do
+    choose("Positions/" .. item)
+    sim.run(0.9)
+    check_at("neck", wanted, item)
+end
 choose("Presets/l_point.txt")
 sim.run(0.9)
 check_at("l_f11", 20, "a left hand")
 check_at("r_f11", 0, "a left hand")
 choose("Presets/r_point.txt")
 sim.run(0.9)
-check_at("l_f11", 20, "a right hand")
 check_at("r_f11", 50, "a right hand")
 
 -- What she shows is saved, all of it; a script can use it once the scripts are read again.
@@ -335,9 +301,9 @@ check.list(check.log(), {("-"):rep(59), "DRF List from: " .. aircraft .. "b.obj"
 choose("Log all phrases")
 check.list(sim.log(), {
     "", "************* Fennic Phrases List: *************",
-    "say: Hello; Captain (CREW.TALK.HELLO)", "s&w: #Done (CREW.TALK.HELLO)",
-    "say: One (CREW.TALK.COUNT)", "say: Two (CREW.TALK.COUNT)", "say: Three (CREW.TALK.COUNT)",
-    "ans: roger; wilco (CREW.LIST.CALL)", "inp: list (CREW.LIST.ANSWER)",
+    "say: Hello; Captain (CREW.TALK.P1)", "s&w: #Done (CREW.TALK.P1)",
+    "say: One (CREW.TALK.P2)", "say: Two (CREW.TALK.P2)", "say: Three (CREW.TALK.P2)",
+    "ans: roger; wilco (CREW.LIST.P1)", "inp: list (CREW.LIST.P2)",
     "*************Fennic Phrases List End*************"}, "the phrase log")
 clear()
 choose("Update/Version 1.2.3")

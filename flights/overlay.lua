@@ -3,42 +3,12 @@
 local check = require "lib.check"
 local overlay = require "lib.overlay"
 
-check.systems {CREW = [[
-sys=CREW
-dev=TALK
-out=COUNT,execute,,0,,,,,,,,0
-logic:
-instring=count
-execute=0,One,0
-execute=0,Two,0
-execute=0,Three,0
-execute=0,Four,0
-devstack=QUESTION
-out=ASK,execute,,0,,,,,,,,0
-logic:
-instring=ask me
-execute=0,Ready?,0
-out=ANSWER,execute,,0,,,,,,,,0
-logic:
-instring=yes
-||
-instring=in a minute
-execute=0,And now?,0
-execute=7,,1
-out=OPEN,execute,,0,,,,,,,,0
-logic:
-instring=any
-execute=0,Thank you,0
-dev=PROCEDURES
-out=LIST,integer,,0,,,,,,,,0
-logic:
-execute=9,count,0
-execute=9,ask me,0
-dev=CHECKLISTS
-out=LIST,integer,,0,,,,,,,,0
-logic:
-execute=9,taxi,0
-]]}
+check.systems {CREW = "sys=CREW\n"
+    .. check.device("dev=TALK", {"count", "0,One", "0,Two", "0,Three", "0,Four"})
+    .. check.device("devstack=QUESTION", {"ask me", "0,Ready?"}, {"yes|in a minute", "0,And now?", "7,,1"},
+                    {"any", "0,Thank you"})
+    .. check.device("dev=PROCEDURES", {false, "9,count", "9,ask me"})
+    .. check.device("dev=CHECKLISTS", {false, "9,taxi"})}
 
 local function check_picture(expected, what)
     check.equal(overlay.picture(), expected:gsub("|", "\n"), what)

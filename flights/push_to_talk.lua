@@ -9,17 +9,7 @@ out=HEARD,integer,,0,,,,,test/heard,new,,0
 logic:
 instring=good day
 calc=[TALK.CHATTER.HEARD]+[1]
-devstack=QUESTION
-out=ASK,execute,,0,,,,,,,,0
-logic:
-instring=ask me
-execute=0,Ready?,0
-execute=7,,1
-out=ANSWER,execute,,0,,,,,,,,0
-logic:
-instring=any
-execute=0,Thank you.,0
-]]}
+]] .. check.device("devstack=QUESTION", {"ask me", "0,Ready?", "7,,1"}, {"any", "0,Thank you."})}
 
 local FRAME = 1 / 60
 

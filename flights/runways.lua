@@ -20,17 +20,8 @@ local HEADING = "sim/cockpit2/gauges/indicators/heading_AHARS_deg_mag_pilot"
 local folder = sim.dir("aircraft")
 os.remove(folder .. "Cessna_172SP.acf")
 check.write(folder .. "b738_4k.acf", "P acf/_descrip Boeing 737-800X\n")
-check.systems {S = [[
-sys=S
-dev=D
-out=DEPARTURE,execute,,0,,,,,,,,0
-logic:
-instring=which runway
-execute=0,Runway [TORW]; go,0
-execute=0,Runway [LDRW]; land,0
-execute=0,Both [TORW] and [LDRW],0
-execute=0,That is all,0
-]]}
+check.systems {S = "sys=S\n" .. check.device("dev=D", {"which runway", "0,Runway [TORW]; go", "0,Runway [LDRW]; land",
+                                                    "0,Both [TORW] and [LDRW]", "0,That is all"})}
 
 -- The aircraft, metres along runway 34R from its threshold and to the right of it.
 local function place(along, right, heading, height)

@@ -67,6 +67,32 @@ function check.systems(texts, order)
     check.write(folder .. "_systems.txt", table.concat(names, "\n") .. "\n")
 end
 
+local function block(condition, ...)
+    local lines = {"logic:"}
+    for line in (condition or ""):gmatch("[^|]+") do
+        if #lines > 1 then lines[#lines + 1] = "||" end
+        lines[#lines + 1] = line:find("^%[") and line or "instring=" .. line
+    end
+    for _, action in ipairs {...} do
+        local _, commas = action:gsub(",", "")
+        lines[#lines + 1] = "execute=" .. action .. (commas < 2 and ",0" or "")
+    end
+    return table.concat(lines, "\n") .. "\n"
+end
+
+-- The text of a device, whose line comes first, and of its parameters. Each is a block, or a list of blocks:
+-- {what it waits for, action ...}. It waits for one of the phrases between "|", a comparison, or nothing
+-- (false); actions are written as in the files, and may leave out a value of 0.
+function check.device(line, ...)
+    local text = line .. "\n"
+    for i, parameter in ipairs {...} do
+        text = text .. ("out=P%d,execute,,0,,,,,,,,0\n"):format(i)
+        if type(parameter[1]) ~= "table" then parameter = {parameter} end
+        for _, each in ipairs(parameter) do text = text .. block(table.unpack(each)) end
+    end
+    return text
+end
+
 -- Changes settings of the plug-in's file: key -> value.
 function check.settings(changes)
     local path = sim.dir("plugin") .. "data/settings_mac.txt"
@@ -92,6 +118,13 @@ function check.log()
     local lines = {}
     for i, line in ipairs(sim.log()) do lines[i] = line:gsub("^KV FENNIC Plugin: %-?%d+ SEC TFT ", "") end
     return lines
+end
+
+-- What she waits for by now, as the log tells whenever it changes.
+local waited = "none"
+function check.waits_for()
+    for _, line in ipairs(check.log()) do waited = line:match("^Expected answers: (.*)") or waited end
+    return waited
 end
 
 -- Nothing went wrong since the last look at the log.
