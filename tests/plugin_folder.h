@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <stdexcept>
 #include <string>
 
@@ -25,6 +26,28 @@ const char *const LibraryName = "lin.xpl";
 inline void LoadAircraft(int type) {
     for (const AircraftRow &row : KnownAircraft())
         if (row.type == type) ServeAs(row);
+}
+
+using Tree = std::map<std::string, std::string>; // relative path -> bytes
+
+// All files of a folder, and of those in it.
+inline Tree ReadTree(const std::string &folder) {
+    Tree tree;
+    for (const auto &entry : std::filesystem::recursive_directory_iterator(folder)) {
+        if (!entry.is_regular_file()) continue;
+        std::ifstream file(entry.path(), std::ios::binary);
+        tree[std::filesystem::relative(entry.path(), folder)] = {std::istreambuf_iterator<char>(file), {}};
+    }
+    return tree;
+}
+
+// Makes of what is there now what was there; what has not changed is left alone.
+inline void RestoreTree(const std::string &folder, const Tree &now, const Tree &tree) {
+    for (const auto &[name, bytes] : now)
+        if (!tree.contains(name)) std::filesystem::remove(folder + name);
+    for (const auto &[name, bytes] : tree)
+        if (!now.contains(name) || now.at(name) != bytes)
+            std::ofstream(folder + name, std::ios::binary) << bytes;
 }
 
 class PluginFolder : public ::testing::Test {

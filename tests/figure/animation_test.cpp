@@ -1,29 +1,10 @@
 // What is not seen from outside of the figure's own life: how its idle motion chooses where to go, and what a
-// new flight and a new utterance begin with.
+// new flight begins with.
 #include <algorithm>
 
 #include "tests/figure/figure_folder.h"
 
 using FigureMotion = FigureFolder;
-
-TEST_F(FigureMotion, TheRestOfTheFigureCreepsAwayFromZero) {
-    Show(4, 'x', -1);
-    anim[4].current[0] = anim[4].target[0] = -1;
-    Show(46, 'x', 0.5);
-    Run(12); // as long as it can take to the next rest pose
-    EXPECT_LT(Shown(4, 'x'), -1);
-    EXPECT_GT(Shown(4, 'x'), -2);
-    EXPECT_GT(Shown(4, 'y'), 0);
-    EXPECT_LT(Shown(4, 'y'), 1);
-    EXPECT_EQ(Shown(46, 'x'), 0.5) << "the figure itself stays in its seat";
-    isLiveAnimationBlocked = true;
-    Run(3600);
-    double furthest = 0;
-    for (int i = 0; i < FigureOffsetChannel; i++)
-        for (char axis : {'x', 'y', 'z'})
-            if (i != HeadChannel) furthest = std::max(furthest, std::abs(Shown(i, axis)));
-    EXPECT_LT(furthest, 3) << "in an hour of checklists";
-}
 
 TEST_F(FigureMotion, ABlockedHeadMovesAFifthAsFarAndIsNotClamped) {
     isLiveAnimationBlocked = true;
@@ -53,19 +34,6 @@ TEST_F(FigureMotion, ABlockedHeadMovesAFifthAsFarAndIsNotClamped) {
     EXPECT_TRUE(isXBroken);
     EXPECT_GT(Shown(HeadChannel, 'x'), 12);
     for (int axis = 0; axis < AxisCount; axis++) EXPECT_GT(offsets[axis], furthest[axis] * 0.75);
-}
-
-TEST_F(FigureMotion, EveryUtteranceBeginsWithClosedLips) {
-    for (int i = 0; i < 3; i++) {
-        const double start = FlightTimeSEC;
-        Next_lipsAnimTime = static_cast<float>(start + 20);
-        while (lipsOpen == 0 && FlightTimeSEC < start + 1) Frame(0.01);
-        EXPECT_NEAR(FlightTimeSEC - start, 0.2, 0.03);
-        Next_lipsAnimTime = static_cast<float>(FlightTimeSEC); // the server says that she has finished
-        Frame(0.01);
-        EXPECT_EQ(lipsOpen, 0);
-        Run(3, 0.01);
-    }
 }
 
 TEST_F(FigureMotion, ANewFlightStartsAfresh) {

@@ -1,8 +1,7 @@
-// The setup and its undoing, in aircraft of every type: what they leave behind. What becomes of them when
-// they are broken off is tested with all writers of files, in tests/writers/.
+// The setup and its undoing: updates, links, and aircraft files of every form. What they leave behind in each
+// type is flown in flights/installation.lua; what becomes of them when they are broken off is tested with all
+// writers of files, in tests/writers/.
 #include "figure/installation.h"
-
-#include <map>
 
 #include "frame/aircraft.h"
 #include "tests/log_lines.h"
@@ -13,8 +12,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-using Tree = std::map<std::string, std::string>; // relative path -> bytes
 
 const std::string Acf =
     "I\r\n1200 Version\r\n\r\nP _obja/0/_v10_att_file_stl seat.obj\r\nP _obja/count 1\r\n";
@@ -48,51 +45,18 @@ protected:
     }
 
     Tree Files() const {
-        Tree tree;
-        for (const auto &entry : fs::recursive_directory_iterator(aircraft)) {
-            const std::string name = fs::relative(entry.path(), aircraft);
-            const bool isPlugins = name.starts_with("plugins") && !name.starts_with(Originals);
-            if (!entry.is_regular_file() || isPlugins) continue;
-            std::ifstream file(entry.path(), std::ios::binary);
-            tree[name] = {std::istreambuf_iterator<char>(file), {}};
-        }
+        Tree tree = ReadTree(aircraft);
+        std::erase_if(tree, [](const auto &file) {
+            return file.first.starts_with("plugins") && !file.first.starts_with(Originals);
+        });
         return tree;
     }
 
     void Restore(const Tree &tree) const {
         fs::create_directories(aircraft + "objects");
-        const Tree now = Files();
-        for (const auto &[name, bytes] : now)
-            if (!tree.contains(name)) fs::remove(aircraft + name);
-        for (const auto &[name, bytes] : tree)
-            if (!now.contains(name) || now.at(name) != bytes)
-                std::ofstream(aircraft + name, std::ios::binary) << bytes;
+        RestoreTree(aircraft, Files(), tree);
     }
 };
-
-class InstallationOfType : public Installation, public testing::WithParamInterface<int> {};
-INSTANTIATE_TEST_SUITE_P(, InstallationOfType, testing::Values(319, 321, 737, 739, 767));
-
-TEST_P(InstallationOfType, IsDoneOnceAndUndone) {
-    const int type = GetParam();
-    ShipAndBuild(type);
-    SetUpThisAircraft();
-    const Tree setUp = Files();
-    SetUpThisAircraft();
-    EXPECT_EQ(Files(), setUp) << "set up twice, type " << type;
-    UninstallFromAcf();
-    const Tree uninstalled = Files();
-
-    // What the aircraft had of its own is back, from whatever file.
-    for (const auto &[name, bytes] : first)
-        if (!name.starts_with(Originals)) {
-            EXPECT_EQ(uninstalled.at(name), bytes) << name;
-        }
-    EXPECT_EQ(setUp.at("objects/kvfennic.obj"), "the plug-in's kvfennic.obj");
-    EXPECT_EQ(setUp.at("objects/kvfennic_nml.png"), "the plug-in's kvfennic_nml.png");
-    EXPECT_EQ(setUp.contains("objects/seats_Std.obj"), type < 400);
-    EXPECT_EQ(setUp.at("test.acf"), type == 767 ? AcfWithFigure : Acf);
-}
 
 TEST_F(Installation, BringsTheAircraftsOwnFigureBackAfterUpdates) {
     ShipAndBuild(737);

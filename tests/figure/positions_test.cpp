@@ -50,31 +50,6 @@ TEST_F(Positions, ScanListsTheFolderThenItsGroups) {
     EXPECT_EQ(std::count(presetList.begin(), presetList.end(), "l_fist.txt"), 1);
 }
 
-TEST_F(Positions, SmoothMoveStartsFromWhatIsShownAndArrivesExactly) {
-    Position("group/reach", "4,arm,10,-20.5,0,\r\n 5 , arm , 1e1 ,2,3\n");
-    ReadPositionFolder();
-    Show(4, 'x', 2); // as the idle motion or the position creator leaves it
-    Show(4, 'y', 0.5);
-    Show(6, 'x', 7);
-    ExecutePos("reach");
-    EXPECT_EQ(ActualPosition, "group/reach.txt");
-    EXPECT_DOUBLE_EQ(TargetTimeSEC, 100.8);
-
-    Frame(0.4);
-    EXPECT_NEAR(Shown(4, 'x'), 6, 1e-5);
-    EXPECT_NEAR(Shown(4, 'y'), -10, 1e-5);
-    EXPECT_NEAR(Shown(5, 'x'), 5, 1e-5);
-    Frame(0); // paused
-    EXPECT_NEAR(Shown(4, 'x'), 6, 1e-5);
-    Frame(0.37);
-    Frame(0.7);
-    EXPECT_EQ(TargetTimeSEC, -1.0);
-    EXPECT_EQ(Shown(4, 'x'), 10);
-    EXPECT_EQ(Shown(4, 'y'), -20.5);
-    EXPECT_EQ(Shown(5, 'z'), 3);
-    EXPECT_EQ(Shown(6, 'x'), 7) << "not in the file";
-}
-
 TEST_F(Positions, AnAxisThatNeedNotMoveIsLeftToOthers) {
     Position("reach", "4,arm,10,0,0\r\n");
     ReadPositionFolder();
@@ -218,15 +193,6 @@ TEST_F(Positions, SavedIsWhatIsShown) {
     EXPECT_EQ(saved.substr(0, saved.find("2,c2,")), "0,c0,0.333333,-1.23457e+06,0,\r\n1,c1,0,0,0,\r\n");
     EXPECT_TRUE(saved.ends_with("\r\n46,xyz,0,0,-0.25,\r\n"));
 
-    ReadPositionFolder();
-    for (int i : {0, 46})
-        for (char axis : {'x', 'y', 'z'}) Show(i, axis, 0);
-    LoadPositionFromFile("new");
-    Run(1);
-    EXPECT_FLOAT_EQ(static_cast<float>(Shown(0, 'x')), 0.333333F);
-    EXPECT_EQ(Shown(0, 'y'), -1234570);
-    EXPECT_EQ(Shown(46, 'z'), -0.25);
-
     std::filesystem::remove(plugin + "custom/positions-w/new.txt");
     Position("group/new", "");
     ReadPositionFolder();
@@ -239,9 +205,4 @@ TEST_F(Positions, SavedIsWhatIsShown) {
     SavePresetRghtToFile();
     EXPECT_EQ(read("custom/presets/ml_new.txt"), read("custom/presets/mr_new.txt"));
     EXPECT_EQ(read("custom/presets/mr_new.txt"), read("custom/positions-w/group/new.txt"));
-
-    const std::string definition = read("data/obj/fennic.txt");
-    write("data/obj/fennic.txt", "");
-    SaveAnimationFile();
-    EXPECT_EQ(read("data/obj/fennic.txt"), definition);
 }

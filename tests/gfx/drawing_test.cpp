@@ -34,18 +34,6 @@ TEST_F(Drawing, LinesEndAtWholePixels) {
     Draw([] { DrawLineCT(NAN, -1e300, INFINITY, 1e300, ColourRed, 1, 1); });
 }
 
-TEST_F(Drawing, DashesLeaveGaps) {
-    const Screen screen = Draw([] { DrawLineStrippedCT(10, 20, 110, 20, ColourRed, 3, 1); });
-    int lit = 0, changes = 0;
-    for (int x = 10; x < 110; x++) {
-        lit += screen.At(x, 20) == Red;
-        changes += screen.At(x, 20) != screen.At(x - 1, 20);
-    }
-    EXPECT_GT(lit, 50);
-    EXPECT_LT(lit, 90);
-    EXPECT_GT(changes, 15);
-}
-
 TEST_F(Drawing, RectanglesAreOutlinedOrFilled) {
     const Screen outline = Draw([] { DrawRestangleCT(10, 20, 60, 50, ColourRed, 3, 1); });
     ExpectNear(outline.Covered(), {9, 19, 61, 51});

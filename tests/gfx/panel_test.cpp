@@ -4,7 +4,6 @@
 
 #include <filesystem>
 
-#include "figure/position_creator.h"
 #include "gfx/drawing.h"
 #include "gfx/palette.h"
 #include "simhost/windows/windows.h"
@@ -31,10 +30,7 @@ protected:
         panel.offsetX = panel.offsetY = 0;
         panel.Create("Test", 200, 100);
     }
-    ~Panels() override {
-        panel.Delete();
-        EditorPanel.Delete();
-    }
+    ~Panels() override { panel.Delete(); }
 
     void WritePlain(const std::string &name, unsigned char r, unsigned char g) {
         std::vector<unsigned char> pixels;
@@ -168,17 +164,6 @@ TEST_F(Panels, ItsCommandClosesItAndItCanBeMadeAgain) {
     panel.Delete();
     panel.Create("Test", 100, 50);
     EXPECT_EQ(panel.isShow(), 1);
-}
-
-TEST_F(Panels, ThePositionCreatorCanBecomeAStrip) {
-    EditorPanel_Reposition();
-    EXPECT_EQ(EditorPanel.isShow(), 0) << "it does not open by this";
-    EditorPanel_Create();
-    EditorPanel_Reposition();
-    EXPECT_EQ(Window().left, 50);
-    EXPECT_EQ(Window().bottom, 50);
-    EXPECT_EQ(Window().right - Window().left, 512);
-    EXPECT_EQ(Window().top - Window().bottom, 130);
 }
 
 } // namespace

@@ -157,19 +157,6 @@ TEST_F(Textures, AreReadFromMemoryWhateverOthersHaveSet) {
     EXPECT_EQ(screen.Covered(), (Extent{10, 10, 49, 49})) << "the buffer starts out empty";
 }
 
-TEST_F(Textures, GoBackToOpenGL) {
-    const int id = LoadQuarters();
-    EXPECT_EQ(TextureOfId(id).number, 0) << "not before it is drawn";
-    Draw([&] { DrawTextureIdXYCT(id, 10, 10, ColourWhite, 1); });
-    const GLuint name = static_cast<GLuint>(TextureOfId(id).number);
-    EXPECT_TRUE(glIsTexture(name));
-    UnLoadTextures();
-    EXPECT_FALSE(glIsTexture(name));
-    EXPECT_TRUE(textures.empty());
-    EXPECT_TRUE(texturesMap.empty());
-    EXPECT_EQ(LoadQuarters(), 0);
-}
-
 class Offscreen : public Textures {
 protected:
     Offscreen() {

@@ -70,10 +70,6 @@ TEST_F(Commands, BeforeThenAfterAndBeforeCanEndIt) {
     XPLMUnregisterCommandHandler(command, Handle, 1, &early);
     XPLMCommandOnce(command);
     EXPECT_EQ(Taken().front(), "second begin");
-    for (const auto call : {XPLMCommandOnce, XPLMCommandBegin, XPLMCommandEnd}) call(nullptr);
-    for (const auto call : {XPLMRegisterCommandHandler, XPLMUnregisterCommandHandler})
-        call(nullptr, Handle, 1, &early);
-    EXPECT_EQ(XPLMCreateCommand(nullptr, nullptr), nullptr);
 }
 
 TEST_F(Commands, HeldCommandsContinueOnceAFrame) {
@@ -242,8 +238,6 @@ TEST_F(Commands, MenuItemsAreFoundByTheirPaths) {
     XPLMDestroyMenu(crew);
     EXPECT_EQ(XPLMAppendMenuItem(crew, "Late", nullptr, 0), -1);
     EXPECT_NE(Choose("Crew/On/Off/Half"), "");
-    for (int i = 0; i < 100; i++) XPLMAppendMenuItem(XPLMFindPluginsMenu(), "Same", nullptr, 0);
-    EXPECT_NE(Choose("None").find(" and 82 more"), std::string::npos) << Choose("None");
 }
 
 TEST_F(Commands, MenusThatHaveGoneAndIndicesThatDoNotExist) {

@@ -178,22 +178,6 @@ TEST_F(DataAccess, AnOrphanRevivesUnderTheSameHandle) {
     EXPECT_EQ(XPLMIsDataRefGood(time), 1);
 }
 
-TEST_F(DataAccess, HandlesOutlastPublishingAgainAndAReset) {
-    PublishDataref("t/again", xplmType_Int);
-    const XPLMDataRef again = XPLMFindDataRef("t/again");
-    const XPLMDataRef time = XPLMFindDataRef("sim/time/total_flight_time_sec");
-    XPLMSetDatai(again, 3);
-    PublishDataref("t/again", xplmType_IntArray, 3);
-    EXPECT_EQ(XPLMGetDatai(again), 0);
-    EXPECT_EQ(XPLMGetDatavi(again, nullptr, 0, 0), 3);
-    PublishDataref("t/again", xplmType_Int);
-    EXPECT_EQ(XPLMGetDatai(again), 0) << "a new value, not the old one";
-    ResetSimulator();
-    EXPECT_EQ(XPLMIsDataRefGood(again), 0);
-    EXPECT_EQ(XPLMFindDataRef("sim/time/total_flight_time_sec"), time);
-    EXPECT_EQ(XPLMGetDataRefTypes(time), xplmType_Float);
-}
-
 TEST_F(DataAccess, ReportsWhatAPluginChangesInOthersData) {
     std::vector<std::string> written;
     SetEventListener([&](const Event &event) {

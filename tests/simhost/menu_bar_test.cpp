@@ -90,7 +90,6 @@ TEST_F(MenuBar, MenusMayChangeWhileTheyAreOpen) {
 TEST_F(MenuBar, LongMenusAreScrolled) {
     XPLMClearAllMenuItems(crew);
     for (int i = 0; i < 10000; i++) XPLMAppendMenuItem(crew, std::to_string(i).c_str(), nullptr, 0);
-    XPLMAppendMenuItem(crew, std::string(5000, 'x').c_str(), nullptr, 0);
     Click(20, InBar);
     DrawFrame(true);
     DrawMenuBar();
@@ -99,10 +98,6 @@ TEST_F(MenuBar, LongMenusAreScrolled) {
     Click(20, InBar);
     TurnWheelOverMenuBar(20, Row(0), 10);
     EXPECT_EQ(Click(20, Row(0)), "Crew/0");
-    Click(20, InBar);
-    TurnWheelOverMenuBar(20, Row(0), -100000);
-    const std::string last = Click(20, Row(30));
-    EXPECT_EQ(last.size(), 5005u) << last.substr(0, 20);
     EXPECT_FALSE(TurnWheelOverMenuBar(700, 100, 1));
 }
 

@@ -123,7 +123,7 @@ TEST_F(Plugins, DisabledMeansNoCallbacks) {
 TEST_F(Plugins, WhatIsLeftBehindIsNamedAndNeverCalledAgain) {
     UnloadPlugin(Load(Guest, LeaveBehind));
     const std::string errors = Joined(LastLeftBehind().errors);
-    EXPECT_EQ(LastLeftBehind().errors.size(), 7u) << errors;
+    EXPECT_EQ(LastLeftBehind().errors.size(), 6u) << errors;
     EXPECT_TRUE(Holds(errors, "flight loop guest.xpl+0x")) << errors;
     EXPECT_TRUE(Holds(errors, "draw callback guest.xpl+0x")) << errors;
     EXPECT_TRUE(Holds(errors, "data accessor \"guest/starts\"")) << errors;

@@ -202,7 +202,6 @@ TEST_F(Input, SniffersComeBeforeAndBehindTheWindows) {
     EXPECT_EQ(XPLMRegisterKeySniffer(Sniff, 0, &behind), 1);
     EXPECT_EQ(XPLMRegisterKeySniffer(Sniff, 1, &leaves), 1);
     EXPECT_EQ(XPLMRegisterKeySniffer(Sniff, 1, &before), 1);
-    EXPECT_EQ(XPLMRegisterKeySniffer(nullptr, 1, &before), 0);
     SendKey('x', xplm_DownFlag, 'X');
     SendKey('x', xplm_UpFlag, 'X');
     EXPECT_EQ(TakenEvents(), (Events{"leaves", "before", "behind", "before", "behind"}));
@@ -212,12 +211,8 @@ TEST_F(Input, SniffersComeBeforeAndBehindTheWindows) {
     before.answer = 0;
     SendKey('x', xplm_DownFlag, 'X');
     EXPECT_EQ(TakenEvents(), (Events{"before"}));
-    EXPECT_EQ(XPLMUnregisterKeySniffer(Sniff, 0, &before), 0);
+    EXPECT_EQ(XPLMUnregisterKeySniffer(Sniff, 0, &before), 0) << "it sniffs before the windows";
     EXPECT_EQ(XPLMUnregisterKeySniffer(Sniff, 1, &before), 1);
-    EXPECT_EQ(XPLMUnregisterKeySniffer(Sniff, 1, &before), 0);
-    EXPECT_EQ(XPLMUnregisterKeySniffer(nullptr, 0, nullptr), 0);
-    SendKey('x', xplm_DownFlag, 'X');
-    EXPECT_EQ(TakenEvents(), (Events{"w key 120 8 88"}));
 }
 
 void Drag(int fromX, int fromY, int toX, int toY) {

@@ -112,20 +112,6 @@ TEST_F(Windows, HandlesThatHaveGoneMeanNothing) {
     EXPECT_EQ(GeometryOf(other), (Corners{10, 20, 30, 5}));
 }
 
-TEST_F(Windows, LimitsHoldForEverySize) {
-    TestWindow window{"w"};
-    Create(window, 100, 500, 300, 400);
-    XPLMSetWindowResizingLimits(window.id, 150, 80, 400, 200);
-    EXPECT_EQ(GeometryOf(window), (Corners{100, 500, 300, 400}));
-    XPLMSetWindowGeometry(window.id, 100, 500, 110, 490);
-    EXPECT_EQ(GeometryOf(window), (Corners{100, 500, 250, 420}));
-    XPLMSetWindowGeometry(window.id, 0, 500, 900, 100);
-    EXPECT_EQ(GeometryOf(window), (Corners{0, 500, 400, 300}));
-    XPLMSetWindowResizingLimits(window.id, 300, 300, 200, 400);
-    XPLMSetWindowGeometry(window.id, 0, 500, 10, 490);
-    EXPECT_EQ(GeometryOf(window), (Corners{0, 500, 150, 420})) << "limits that cannot be change nothing";
-}
-
 TEST_F(Windows, PositioningModes) {
     TestWindow window{"w"}, other{"other"};
     Create(window, 100, 500, 300, 400);

@@ -104,6 +104,7 @@ TEST_F(Editor, LinksFollowWhatIsRenamedAndMoved) {
     UsageVectorRebuild({0, 0, 1});
     ASSERT_EQ(usageVector.size(), 1U) << "on the right";
     CopyOut({0, 1, 0});
+    CopyDevice({0, 1});
     EXPECT_EQ(RenameOut({0, 0, 0}, "VOLT"), "");
     EXPECT_EQ(left(), "S.D.VOLT");
     EXPECT_EQ(RenameDevice({0, 0}, "F"), "");
@@ -111,6 +112,9 @@ TEST_F(Editor, LinksFollowWhatIsRenamedAndMoved) {
     EXPECT_EQ(comparison.b.kind, LinkLive);
     EXPECT_EQ(RenameSystem({0}, "BUS"), "");
     EXPECT_EQ(left(), "BUS.F.P");
+    EXPECT_EQ(PasteDevice({1, -1}), 1);
+    EXPECT_EQ(Parameter("T.E.Q").logic[0].compares[0].a.name, "BUS.F.P") << "copied before";
+    UndoEditStep();
     EXPECT_EQ(PasteOut({0, 1, -1}), 1);
     EXPECT_EQ(Parameter("BUS.E.Q2").logic[0].compares[0].a.name, "BUS.F.P") << "copied before";
     EXPECT_EQ(OutParameterSysLinkCopy.name, "BUS.E.Q");
@@ -246,6 +250,7 @@ TEST_F(Editor, WhatIsRefusedChangesNothing) {
     EXPECT_EQ(CountUndoSteps(), 0U);
     EXPECT_EQ(Saved(), first);
     ExpectWhole();
+    EXPECT_EQ(Type(FieldName, "Q"), "this name is taken");
     // Signs of the files, and what to write instead.
     EXPECT_NE(Type(FieldInit, "1,5").find("1.5"), std::string::npos);
     EXPECT_NE(Type(FieldLeft, "-1,5").find("-1.5"), std::string::npos);

@@ -124,6 +124,15 @@ TEST_F(Import, WhatCannotBeSaidBecomesAPlainQuestion) {
     EXPECT_FALSE(ReadClistCondition(":" + std::string(100000, '-'), expression, reason));
 }
 
+TEST_F(Import, AListGoesOnWithTheOneThatItNames) {
+    const ClistImport import = ImportClist(
+        "sw_checklist:A\nsw_item:X|ON\nsw_continue:last\nsw_checklist:B\nsw_item:X|ON\nsw_checklist:LAST\nsw_item:X|ON\n",
+        {});
+    std::string all;
+    for (const ImportedSystem &system : import.systems) all += system.content;
+    EXPECT_NE(all.find("Next is the last checklist."), std::string::npos) << all;
+}
+
 TEST(Spoken, AsAPilotWouldSayIt) {
     const struct {
         const char *written, *spoken;

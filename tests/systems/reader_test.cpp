@@ -140,18 +140,6 @@ TEST_F(Reader, TheListOfFilesGoesFirst) {
     Frame();
 }
 
-TEST_F(Reader, ActionsSayWhatTheyDoNotFind) {
-    simhost::AddCommand("t/there", "");
-    Load("sys=S\ndev=D\n" + Out("P")
-         + "logic:\nexecute=2,nowhere,1\nexecute=4,t/there,0\nexecute=11,t/not,0\n"
-           "execute=8,sim/time/paused[3],1\nexecute=8,t/not,1\nexecute=0,one; two,0\nexecute=77,x,0\n");
-    std::string notFound;
-    for (const structExecute &action : Parameter("S.D.P").logic[0].executes)
-        notFound += std::to_string(action.notFound);
-    EXPECT_EQ(notFound, "1010100");
-    EXPECT_EQ(Parameter("S.D.P").logic[0].executes[5].text, "one, two");
-}
-
 TEST_F(Reader, PhrasesAreOfferedUnderTheirDevice) {
     const std::string steps = Out("ONE") + "logic:\ninstring=go\n||\ninstring=start\n" + Out("TWO")
                               + "logic:\ninstring=next\n||\ninstring=go\n";

@@ -1,9 +1,10 @@
-// Saved values: the way they are found against the rule as it is written, over random files.
+// Saved values: the way they are found against the rule as it is written, over random files; and whose they
+// are.
 #include "systems/saved_values.h"
 
 #include <random>
 
-#include "tests/plugin_folder.h"
+#include "tests/systems/model_folder.h"
 #include "util/numbers.h"
 #include "util/text.h"
 
@@ -55,6 +56,27 @@ TEST_F(PluginFolder, SavedValuesAreThoseOfTheRule) {
     }
     EXPECT_GT(restored, 200);
     ForgetSavedValues();
+}
+
+// "1" alone says so, when the model is read and when it is saved; what the author has deleted goes.
+TEST_F(ModelFolder, OnlyFlaggedParametersThatAreThereAreSaved) {
+    std::string model = "sys=S\ndev=D\n", saved;
+    for (const char *flag : {"0", "1", "2", "-1", "1.0", "yes", " 1", ""}) {
+        const std::string name = std::string("P") + flag;
+        model += "out=" + name + ",double,,5,,,,,,,," + flag + "\n";
+        saved += "S.D." + name + "=7\r\n";
+    }
+    write("systems/_save.txt", saved + "S.D.GONE=7\r\nS.E.GONE=7\r\nT.D.GONE=7\r\n");
+    const std::string gone = "out=GONE,double,,5,,,,,,,,1\n";
+    Load(model + gone + "dev=E\n" + gone + "sys=T\ndev=D\n" + gone);
+    for (const out_parameter_struct &parameter : systems_vector[0].devices[0].outs)
+        EXPECT_EQ(parameter.value, parameter.name == "P1" || parameter.name == "GONE" ? 7 : 5)
+            << parameter.name;
+    Parameter("S.D.GONE").deleted = true;
+    systems_vector[0].devices[1].deleted = true;
+    systems_vector[1].deleted = true;
+    SaveParametersValue();
+    EXPECT_EQ(read("systems/_save.txt"), "S.D.P1=7.000000\r\n");
 }
 
 } // namespace

@@ -1,9 +1,8 @@
-// Files: what reading drops, and that a write leaves the old file or the new one, whatever goes wrong.
+// Files: what reading drops, and what no write may touch. That a write which fails or is cut off leaves the
+// old file or the new one is tested with all writers of files, in tests/writers/.
 #include "util/files.h"
 
 #include <cerrno>
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,15 +19,6 @@ namespace fs = std::filesystem;
 class Files : public PluginFolder {
 protected:
     Files() { simhost::TakeLogLines(); }
-
-    // Limits the size of files that this process may write, as a full disk does.
-    static void LimitFileSize(rlim_t bytes) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        rlimit limit = {};
-        getrlimit(RLIMIT_FSIZE, &limit);
-        limit.rlim_cur = bytes;
-        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-    }
 
     static size_t Entries(const std::string &folder) {
         return static_cast<size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
@@ -146,26 +136,6 @@ TEST_F(Files, AWriteKeepsPermissionsAndLinks) {
     EXPECT_FALSE(exists("target.txt.fennic-new"));
 }
 
-TEST_F(Files, AFailedWriteLeavesTheOldFileAndNothingBeside) {
-    write("data/old.txt", "old");
-    write("data/big.txt", std::string(200000, 'b'));
-    const size_t entries = Entries(plugin + "data");
-    LimitFileSize(4096);
-    EXPECT_FALSE(WriteWholeFile(plugin + "data/old.txt", std::string(100000, 'x')));
-    EXPECT_EQ(CountNewLines({"Cant write file " + plugin + "data/old.txt", "large"}), 1);
-    EXPECT_EQ(copyFile(plugin + "data/big.txt", plugin + "data/old.txt"), 0);
-    EXPECT_EQ(CountNewLines({"copyFile Error:"}), 1);
-    EXPECT_FALSE(WriteWholeFile(plugin + "data/new.txt", std::string(100000, 'x')));
-    LimitFileSize(RLIM_INFINITY);
-    EXPECT_EQ(read("data/old.txt"), "old");
-    EXPECT_EQ(Entries(plugin + "data"), entries);
-
-    EXPECT_FALSE(WriteWholeFile(plugin + "no folder/a.txt", "x"));
-    EXPECT_FALSE(WriteWholeFile(plugin + "data/obj", "x")); // a folder in the way
-    EXPECT_EQ(Entries(plugin + "data"), entries);
-    EXPECT_TRUE(WriteWholeFile(plugin + "data/old.txt", "new"));
-}
-
 // The superuser may write everything, so this is tried as nobody, in a process of its own.
 TEST_F(Files, AFileOrFolderThatMayNotBeWrittenStays) {
     write("data/old.txt", "old");
@@ -188,18 +158,6 @@ TEST_F(Files, AFileOrFolderThatMayNotBeWrittenStays) {
     fs::permissions(plugin + "data/closed", fs::perms(0755));
 }
 
-TEST_F(Files, CopiesAreWholeAndLogged) {
-    const std::string content("a\0\r\nb", 5);
-    write("from.txt", content);
-    write("to.txt", "much longer than what comes now");
-    EXPECT_EQ(copyFile(plugin + "from.txt", plugin + "to.txt"), 1);
-    EXPECT_EQ(read("to.txt"), content);
-    EXPECT_EQ(CountNewLines({"copyFile from: " + plugin + "from.txt to: " + plugin + "to.txt"}), 1);
-    EXPECT_EQ(copyFile(plugin + "none.txt", plugin + "to.txt"), 0);
-    EXPECT_EQ(read("to.txt"), content);
-    EXPECT_EQ(CountNewLines({"copyFile Error:" + plugin + "none.txt"}), 1);
-}
-
 TEST_F(Files, ListsAreSplitByTheDotInTheName) {
     for (const char *name : {"list/b.txt", "list/a.txt", "list/.hidden", "list/odd..txt", "list/noext"})
         write(name, "");
@@ -218,11 +176,7 @@ TEST_F(Files, NamesThatLeaveTheirFolderAreNotSafe) {
     for (const char *name : {"a", "...", "BEFORE START", "a.txt"}) EXPECT_TRUE(isSafeFileName(name)) << name;
 }
 
-TEST_F(Files, PathsFollowThePlugin) {
-    EXPECT_EQ(WhatPluginPath(), plugin);
-    EXPECT_EQ(WhatThisAircraftPath(), aircraft);
-    EXPECT_EQ(WhatXplanePath(), root);
-    EXPECT_EQ(MakePath("data/x"), plugin + "data/x");
+TEST_F(Files, NavigationDataIsTheUsersOwnWhereThereIsSome) {
     EXPECT_EQ(WhatNavDataProcPath(), root + "Resources/GNS430/navdata/Proc/");
     fs::create_directories(root + "Custom Data/GNS430/navdata");
     std::ofstream(root + "Custom Data/GNS430/navdata/cycle_info.txt") << "x";

@@ -1,7 +1,7 @@
-// Numbers from and to text: what counts as one, the extremes, and independence of the process's locale.
+// Numbers from and to text: what counts as one, and the extremes. The process's locale is changed in
+// flights/locale.lua.
 #include "util/numbers.h"
 
-#include <clocale>
 #include <cmath>
 #include <limits>
 #include <vector>
@@ -93,35 +93,6 @@ TEST(Numbers, FixedFormats) {
     };
     for (const auto &row : rows)
         EXPECT_EQ(FormatFloat2String(row.x, row.intDigits, row.fracDigits), row.expected) << row.x;
-}
-
-TEST(Numbers, SplitAtTheDecimal) {
-    const struct {
-        double x;
-        const char *left, *right;
-    } rows[] = {{12.34, "12", "3"}, {0.5, "0", "5"}, {-0.5, "-0", "5"}, {-1.5, "-1", "5"}, {0, "0", "0"}};
-    for (const auto &row : rows) {
-        std::string left, right;
-        float2LRstring(row.x, left, right);
-        EXPECT_EQ(left, row.left) << row.x;
-        EXPECT_EQ(right, row.right) << row.x;
-    }
-}
-
-TEST(Numbers, ACommaLocaleChangesNothing) {
-    if (!std::setlocale(LC_ALL, "de_DE.UTF-8"))
-        GTEST_SKIP() << "the locale de_DE.UTF-8 is not installed here, nor found through LOCPATH";
-    ASSERT_STREQ(std::localeconv()->decimal_point, ",");
-    double value = 0;
-    EXPECT_TRUE(ParseDouble("1.5", value));
-    EXPECT_EQ(value, 1.5);
-    EXPECT_FALSE(ParseDouble("1,5", value));
-    EXPECT_EQ(LeadingNumber("2.5,"), 2.5);
-    EXPECT_EQ(float2string(1.5), "1.500000");
-    EXPECT_EQ(double2string(-0.25), "-0.250000");
-    EXPECT_EQ(SignificantDigits(0.5), "0.5");
-    EXPECT_EQ(FormatFloat2String(3.14159, 1, 2), "3.14");
-    EXPECT_STREQ(std::localeconv()->decimal_point, ",") << "the simulator's locale must stay as it was";
 }
 
 } // namespace

@@ -1,7 +1,5 @@
-// The executer where a flight does not look: actions that cannot be done, step mode, and its bounds.
+// The executer where a flight does not look: writes that cannot be done, and its bounds.
 #include "voice/executer.h"
-
-#include <cmath>
 
 #include "tests/systems/model_folder.h"
 #include "voice/speech_link.h"
@@ -14,22 +12,6 @@ protected:
         CreateSpeechDatarefs();
         FlightTimeSEC = 1000;
     }
-
-    // Runs the executer for a time, in frames of 0.1 s; what was said, as "seconds text", from the call on.
-    static std::vector<std::string> Run(double seconds) {
-        std::vector<std::string> said;
-        const int frames = static_cast<int>(std::lround(seconds * 10));
-        for (int frame = 0; frame < frames; frame++) {
-            Executer();
-            for (const simhost::SentMessage &message : simhost::TakeSentMessages())
-                said.push_back(std::to_string(frame / 10) + "." + std::to_string(frame % 10) + " "
-                               + message.text);
-            FlightTimeSEC += 0.1;
-        }
-        return said;
-    }
-
-    using Said = std::vector<std::string>;
 };
 
 TEST_F(ExecuterTest, AWriteThatCannotBeDoneSaysWhy) {
@@ -59,27 +41,6 @@ TEST_F(ExecuterTest, AWriteThatCannotBeDoneSaysWhy) {
     ExecuteDrf("t/ints[16]=2");
     EXPECT_TRUE(simhost::TakeLogLines().empty()) << "an index is reported once";
     for (int i = 0; i < 20; i++) EXPECT_EQ(simhost::GetNumber("t/ints", i), 0) << i;
-}
-
-TEST_F(ExecuterTest, WhatIsUnknownIsPassedOverAndAnAnswerGetsItsTime) {
-    executeFlow = {{QueueType(ScriptCommandOnce), "t/no"},
-                   {12, "no such type"},
-                   {-1, "nor this"},
-                   {QueueType(ScriptAnswer), "2.5 checked"}};
-    Run(0.4);
-    EXPECT_TRUE(executeFlow.empty());
-    ASSERT_EQ(answerstimer.size(), 1U);
-    EXPECT_EQ(answerstimer[0].name, "2.5 checked");
-    EXPECT_NEAR(answerstimer[0].time, 1000.3 + 2.5, 1e-6);
-}
-
-TEST_F(ExecuterTest, StepModeStartsOneActionAStep) {
-    isNeedStep = 1;
-    executeFlow = {{0, "A"}, {0, "B"}, {0, "C"}};
-    EXPECT_EQ(Run(5), Said{"0.0 say>A"});
-    EXPECT_EQ(executeFlowActual, "B");
-    lockStep = 0;
-    EXPECT_EQ(Run(5), Said{"0.0 say>B"});
 }
 
 TEST_F(ExecuterTest, ASentenceTakesTheTimeOfItsCharacters) {

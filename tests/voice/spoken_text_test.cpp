@@ -1,8 +1,6 @@
 // Placeholders of spoken texts: every text an author writes must come to an end and be said.
 #include <string>
 
-#include "figure/flight_computations.h"
-#include "frame/aircraft.h"
 #include "frame/settings.h"
 #include "tests/systems/model_folder.h"
 #include "voice/executer.h"
@@ -62,29 +60,6 @@ TEST_F(SpokenText, ReplacementsThatHoldMarksComeToAnEnd) {
     for (const auto &row : rows) {
         globalUser = row.user;
         EXPECT_EQ(VarToString(row.text), row.expected) << row.user;
-    }
-}
-
-TEST_F(SpokenText, AHundredThousandLinksAreNoLongWait) {
-    std::string text, expected;
-    for (int i = 0; i < 100000; i++) {
-        text += "<NO" + std::to_string(i) + ">";
-        expected += "UNKNOWN";
-    }
-    EXPECT_EQ(VarToString(text), expected); // minutes, if each searched the whole text again
-}
-
-TEST_F(SpokenText, RunwaysAreThoseOfBoth737s) {
-    OrvikToRwyName = "2 7 Left";
-    OrvikLdgRwyName = "0 9 ";
-    OrvikToRwyDistM = 120.0F;
-    for (int type : {737, 739}) {
-        LoadAircraft(type);
-        EXPECT_EQ(VarToString("runway [TORW]"), "runway 2 7 Left");
-        OrvikLdgRwyDistM = -1.0F;
-        EXPECT_EQ(VarToString("land on [LDRW]"), "") << "not known";
-        OrvikLdgRwyDistM = 0.0F;
-        EXPECT_EQ(VarToString("land on [LDRW]"), "land on 0 9 ");
     }
 }
 

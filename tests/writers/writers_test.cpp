@@ -36,8 +36,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Tree = std::map<std::string, std::string>; // relative path -> bytes
-
 const int Errors[] = {EIO, ENOSPC, EMFILE, EACCES};
 const int PointsOfAKind = 15; // unless all are wanted
 const int FailuresTold = 3;
@@ -103,24 +101,8 @@ protected:
     int kills = 0, halves = 0, errors = 0, torn = 0, lost = 0, incomplete = 0, crashed = 0, untold = 0;
     std::set<Tree> seen; // what was left, and looked at
 
-    Tree Files() const {
-        Tree tree;
-        for (const auto &entry : fs::recursive_directory_iterator(aircraft)) {
-            if (!entry.is_regular_file()) continue;
-            std::ifstream file(entry.path(), std::ios::binary);
-            tree[fs::relative(entry.path(), aircraft)] = {std::istreambuf_iterator<char>(file), {}};
-        }
-        return tree;
-    }
-
-    void Restore(const Tree &tree) const {
-        const Tree now = Files();
-        for (const auto &[name, bytes] : now)
-            if (!tree.contains(name)) fs::remove(aircraft + name);
-        for (const auto &[name, bytes] : tree)
-            if (!now.contains(name) || now.at(name) != bytes)
-                std::ofstream(aircraft + name, std::ios::binary) << bytes;
-    }
+    Tree Files() const { return ReadTree(aircraft); }
+    void Restore(const Tree &tree) const { RestoreTree(aircraft, Files(), tree); }
 
     // In a process of its own. Gives how it ended: 0, or the signal.
     template <typename Work> int InChild(const Work &work) {
