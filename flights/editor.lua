@@ -116,13 +116,11 @@ sim.said()
 sim.hear("test list please")
 sim.run(4)
 sim.hear("set")
-sim.run(2)
-check.list(sim.said(), {"Parking brake?"}, "the brake is not set")
+check.says(2, {"Parking brake?"}, "the brake is not set")
 sim.set("test/brake", 1)
 sim.frames(1)
 sim.hear("set")
-sim.run(2)
-check.list(sim.said(), {"Test checklist complete"}, "the brake is set")
+check.says(2, {"Test checklist complete"}, "the brake is set")
 
 -- ---- A value that is calculated ----
 

@@ -28,14 +28,12 @@ check.equal(sim.get("test/p1000"), SAVED + 0.5, "the last line")
 
 sim.hear("offer all")
 sim.hear("ask me")
-sim.run(1)
-check.list(sim.said(), {"Well?"}, "asked")
+check.says(1, {"Well?"}, "asked")
 local shown = {}
 for _, line in ipairs(sim.screen_text()) do shown[line.text] = true end
 check.that(shown["offer 1"] and not shown["offer 2"], "those with a time are shown")
 sim.hear("answer " .. ANSWERS)
-sim.run(1)
-check.list(sim.said(), {"You said " .. ANSWERS}, "answered")
+check.says(1, {"You said " .. ANSWERS}, "answered")
 
 -- Every line that is left out is counted.
 local function logged(kind)

@@ -106,5 +106,4 @@ end
 check.list(sim.said(), {ABORTED}, "said once")
 sim.run(1)
 sim.reply("abort")
-sim.run(1)
-check.list(sim.said(), {ABORTED}, "and when it is said anew")
+check.says(1, {ABORTED}, "and when it is said anew")

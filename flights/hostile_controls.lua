@@ -49,8 +49,7 @@ check.equal(#items(1, 1, 1), PHRASES, "phrases in the menu")
 check.equal(items(1, 3)[1].text, LONG, "a voice's name")
 check.equal(items(1, 8)[1].text, "Version " .. LONG, "the version")
 sim.choose("Commands/ENDLESS/phrase " .. PHRASES)
-sim.run(1)
-check.list(sim.said(), {"Said " .. PHRASES}, "the last phrase")
+check.says(1, {"Said " .. PHRASES}, "the last phrase")
 sim.sent()
 sim.choose("Select Voice/" .. LONG)
 check.list(check.messages(), {"setvoice>" .. LONG}, "a voice")
@@ -65,8 +64,7 @@ for _, text in ipairs(sim.screen_text()) do
 end
 check.that(drawn > 50, "lines of the endless list: " .. drawn)
 sim.hear("say it")
-sim.run(1)
-check.list(sim.said(), {"Said " .. LONG}, "a long text")
+check.says(1, {"Said " .. LONG}, "a long text")
 check.equal(overlay.line("Said " .. LONG).y, 10 + 3 * 15, "on the screen")
 sim.screen(1, 1)
 sim.frames(2)
@@ -91,8 +89,7 @@ for _, holds in ipairs {false, true} do
     check.that(overlay.line("first") and not overlay.line("second"), "the second answer is gone")
     sim.run(0.5)
     if holds then sim.release(SELECT) end
-    sim.run(1)
-    check.list(sim.said(), {holds and "First" or nil}, "a hold with nothing highlighted takes the first")
+    check.says(1, {holds and "First" or nil}, "a hold with nothing highlighted takes the first")
 end
 
 -- ---- Clicks at odd moments ----
@@ -161,6 +158,5 @@ for _, again in ipairs {sim.restart, function() sim.stop() sim.frames(3) sim.sta
     sim.said()
     sim.log()
     overlay.click("first")
-    sim.run(1)
-    check.list(sim.said(), {"First"}, "as before")
+    check.says(1, {"First"}, "as before")
 end

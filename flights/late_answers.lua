@@ -46,8 +46,7 @@ for what, switch in pairs {hidden = function() sim.tap(WIDGET) end, killed = kil
             switch()
             sim.run(1)
             sim.release(SELECT)
-            sim.run(2)
-            check.list(sim.said(), {}, ("%s: a press of %g s"):format(what, seconds))
+            check.says(2, {}, ("%s: a press of %g s"):format(what, seconds))
             stop()
         end
     end

@@ -229,21 +229,17 @@ end
 
 clear()
 choose("Commands/TALK/good day")
-sim.run(1)
-check.list(sim.said(), {"Hello, Captain"}, "a phrase from the menu")
+check.says(1, {"Hello, Captain"}, "a phrase from the menu")
 
 choose("Step-by-Step")
 choose("Commands/TALK/count")
-sim.run(5)
-check.list(sim.said(), {}, "step by step, the first step waits too")
+check.says(5, {}, "step by step, the first step waits too")
 for _, text in ipairs {"One", "Two"} do
     sim.tap("kv/fennic/step")
-    sim.run(5)
-    check.list(sim.said(), {text}, "step by step")
+    check.says(5, {text}, "step by step")
 end
 choose("Step-by-Step")
-sim.run(1)
-check.list(sim.said(), {"Three"}, "no longer step by step")
+check.says(1, {"Three"}, "no longer step by step")
 
 -- ---- Poses ----
 

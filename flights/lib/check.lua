@@ -113,6 +113,12 @@ function check.messages()
     return texts
 end
 
+-- Flies for so long. These texts she has said by then since the last look, and no others.
+function check.says(seconds, expected, what)
+    sim.run(seconds)
+    check.list(sim.said(), expected, what)
+end
+
 -- The plug-in's log lines since the last call, without what stands at the start of each.
 function check.log()
     local lines = {}
