@@ -4,57 +4,28 @@ local check = require "lib.check"
 
 sim.publish("test/brake", "int", 0)
 sim.publish("test/height", "int", 0)
-check.systems {CHECKLIST = [[
-sys=CHECKLIST
-devstack=BEFORE START
-out=CALL,execute,,0,,,,,,,,0
-logic:
-instring=before start checklist
-||
-instring=before start please
-execute=8,kv/fo/_planshet,1
-execute=1,Before start checklist,0
-execute=0,Parking brake?,0
-out=BRAKE,execute,,0,,,,,,,,0
-logic:
-instring=set
-||
-instring=brake set
-&&
-[CHECKLIST.COCKPIT.BRAKE]==[1]
-execute=0,Fuel selector?,0
-logic:
-instring=negative
-execute=0,Standing by.,0
-execute=3,,0
-out=FUEL,execute,,0,,,,,,,,0
-logic:
-instring=both
-execute=1,Before start checklist complete,0
-execute=8,kv/fo/_planshet,0
-devstack=CLIMB
-out=HUNDRED,execute,,0,,,,,,,,0
-logic:
-[CHECKLIST.COCKPIT.HEIGHT]>[100]
-execute=0,One hundred,0
-execute=12,roger,60
-out=THOUSAND,execute,,0,,,,,,,,0
-logic:
-[CHECKLIST.COCKPIT.HEIGHT]>[1000]
-execute=0,One thousand,0
+check.systems {CHECKLIST = "sys=CHECKLIST\n"
+    .. check.device("devstack=BEFORE START",
+        {"before start checklist|before start please", "8,kv/fo/_planshet,1", "1,Before start checklist",
+         "0,Parking brake?"},
+        {{"set|brake set&[CHECKLIST.COCKPIT.BRAKE]==[1]", "0,Fuel selector?"},
+         {"negative", "0,Standing by.", "3,"}},
+        {"both", "1,Before start checklist complete", "8,kv/fo/_planshet,0"})
+    .. check.device("devstack=CLIMB", {"[CHECKLIST.COCKPIT.HEIGHT]>[100]", "0,One hundred", "12,roger,60"},
+                    {"[CHECKLIST.COCKPIT.HEIGHT]>[1000]", "0,One thousand"})
+    .. [[
 dev=COCKPIT
 out=BRAKE,integer,,0,,,test/brake,exist,,,,0
 out=HEIGHT,integer,,0,,,test/height,exist,,,,0
-dev=WATCH
-out=CALL,integer,,0,,,,,test/call,new,,0
+out=STEP1,integer,,0,,,,,test/call,new,,0
 logic:
-calc=[CHECKLIST.BEFORE START.CALL]
-out=BRAKE,integer,,0,,,,,test/brake_step,new,,0
+calc=[CHECKLIST.BEFORE START.P1]
+out=STEP2,integer,,0,,,,,test/brake_step,new,,0
 logic:
-calc=[CHECKLIST.BEFORE START.BRAKE]
-out=FUEL,integer,,0,,,,,test/fuel,new,,0
+calc=[CHECKLIST.BEFORE START.P2]
+out=STEP3,integer,,0,,,,,test/fuel,new,,0
 logic:
-calc=[CHECKLIST.BEFORE START.FUEL]
+calc=[CHECKLIST.BEFORE START.P3]
 ]]}
 
 local FRAME = 1 / 60

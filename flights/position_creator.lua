@@ -166,14 +166,7 @@ check.near(select(3, axes("r_f53")), posed[3 * 40] + 7, 1e-4, "the button of ano
 drag({366, 89}, 7, 0, 0)
 check_pose(posed, "there and back")
 
--- ---- In the headset, and closed ----
-
-sim.vr(true)
-sim.frames(2)
-check.that(window().vr, "in the headset")
-sim.vr(false)
-sim.frames(2)
-check.list(place(), {50, 50, 50 + SIDE / 2, 50 + SIDE / 2}, "back on the monitor, as large as before")
+-- ---- Closed ----
 
 -- Time going back forgets what was chosen.
 press_button {187, 20}

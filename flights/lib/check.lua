@@ -69,8 +69,8 @@ end
 
 local function block(condition, ...)
     local lines = {"logic:"}
-    for line in (condition or ""):gmatch("[^|]+") do
-        if #lines > 1 then lines[#lines + 1] = "||" end
+    for join, line in ("|" .. (condition or "")):gmatch("([|&])([^|&]+)") do
+        if #lines > 1 then lines[#lines + 1] = join:rep(2) end
         lines[#lines + 1] = line:find("^%[") and line or "instring=" .. line
     end
     for _, action in ipairs {...} do
@@ -81,8 +81,8 @@ local function block(condition, ...)
 end
 
 -- The text of a device, whose line comes first, and of its parameters. Each is a block, or a list of blocks:
--- {what it waits for, action ...}. It waits for one of the phrases between "|", a comparison, or nothing
--- (false); actions are written as in the files, and may leave out a value of 0.
+-- {what it waits for, action ...}. It waits for phrases and comparisons with "|" and "&" between them, or for
+-- nothing (false); actions are written as in the files, and may leave out a value of 0.
 function check.device(line, ...)
     local text = line .. "\n"
     for i, parameter in ipairs {...} do
