@@ -143,6 +143,8 @@ const Mistake Mistakes[] = {
      "7: error: the dataref cannot be written"},
     {"MissingSystem", "logic:\n[SIM.FLIGHT.TIME]>[1]\n[SIM.FLIGHT.HEIGHT]>[SIM.FLIGHT.TIME]\ncalc=[1]\n",
      "6: error: A needs a system SIM, which is not among the files, with SIM.FLIGHT.HEIGHT, SIM.FLIGHT.TIME"},
+    {"StepThatStaysZero", "devstack=LIST\nout=CALL,int,,0,,,,,,,,0\nlogic:\ninstring=go\ncalc=[0]\n",
+     "6: error: this step is never done"},
     {"Circle", "logic:\ncalc=[A.D.Z]\nout=Z,int,,0,,,,,,,,0\nlogic:\ncalc=[A.D.W]\n",
      "4: note: A.D.W depends on itself through A.D.Z"},
 };
@@ -154,8 +156,11 @@ INSTANTIATE_TEST_SUITE_P(All, CheckFinds, testing::ValuesIn(Mistakes),
 TEST_F(Check, LeavesGoodFilesAlone) {
     EXPECT_EQ(
         Run("draw=1\n" + std::string(Head)
-            + std::string("logic:\n[A.D.X]>=[1]\n[A.D.X]<=[3]\ncalc=[A.D.X]*[2]\ngraf=0,0\ngraf=6,1\n"
-                          "logic:\n[A.D.X]==[0;5]\ncalc=-[-5]\nlogic:\n[A.D.X]==[3.5]\ncalc=[1]\n")
+            + std::string(
+                "logic:\n[A.D.X]>=[1]\n[A.D.X]<=[3]\ncalc=[A.D.X]*[2]\ngraf=0,0\ngraf=6,1\n"
+                "logic:\n[A.D.X]==[0;5]\ncalc=-[-5]\nlogic:\n[A.D.X]==[3.5]\ncalc=[1]\n"
+                "out=Z,double,,0,0,1,,,,,,0\nlogic:\ncalc=[A.D.X]/[3]\n" // is 1 exactly, at its limit
+                "out=FULL,int,,0,,,,,,,,0\nlogic:\n[A.D.Z]==[1]\ncalc=[1]\n")
             + Step + "out=ANSWER,int,,0,,,,,,,,0\nlogic:\ninstring=set\n||\ninstring=checked\n&&\n"
             + "[A.D.X]==[1]\nexecute=1,<A.D.X> [SIR],0\nlogic:\ninstring=set\nexecute=1,look again,0\n"),
         0)
@@ -329,9 +334,10 @@ class Chart : public Check {
 protected:
     int Draw(const std::string &device) {
         write("systems/_systems.txt", "A\n");
-        write("systems/A.txt", Head + std::string(Step)
-                                   + "out=LOOK,int,,0,,,,,,,,0\nlogic:\n[A.D.X]<[5]\nexecute=1,a & b,0\n"
-                                     "logic:\nexecute=3,,0\n");
+        write("systems/A.txt",
+              Head + std::string(Step)
+                  + "out=LOOK,int,,0,,,,,,,,0\nlogic:\n[A.D.X]<[5]\n[A.D.W]<[5]\nexecute=1,a & b,0\n"
+                    "logic:\nexecute=3,,0\n");
         testing::internal::CaptureStdout();
         const int status = simhost::ChartFolder({plugin, device, true});
         output = testing::internal::GetCapturedStdout();
@@ -341,7 +347,7 @@ protected:
 
 TEST_F(Chart, OfTheSystems) {
     EXPECT_EQ(Draw(""), 0);
-    ExpectFindings({"d0_0 -> d0_1;"});
+    ExpectFindings({"d0_0 -> d0_1 [label=2];"});
 }
 
 TEST_F(Chart, OfASequence) {

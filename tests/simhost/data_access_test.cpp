@@ -228,6 +228,11 @@ TEST_F(DataAccess, SharedDataTellsTheOthers) {
     EXPECT_EQ(XPLMGetDatavf(values, nullptr, 0, 0), 5);
     EXPECT_EQ(XPLMUnshareData("t/sharedvalues", xplmType_FloatArray, nullptr, nullptr), 1);
     EXPECT_EQ(XPLMIsDataRefGood(values), 0);
+
+    ASSERT_EQ(XPLMShareData("t/told", xplmType_FloatArray, Changed, &one), 1);
+    ActAsPlugin("/nowhere/plugins/third/64/lin.xpl");
+    XPLMSetDatavf(XPLMFindDataRef("t/told"), numbers, 0, 2);
+    EXPECT_EQ(changes, 2);
 }
 
 } // namespace

@@ -120,12 +120,13 @@ TEST_F(Voice, ReadsAnyListOfPhrases) {
 TEST(Pronunciations, NumbersAndUnknownWords) {
     const std::string file = testing::TempDir() + "fennic_words_" + std::to_string(getpid());
     std::ofstream(file)
-        << "# numbers\none W AH N\nfive F AY V\nfive(2) F AY F\nfifteen F IH F T IY N\nlonely\n";
+        << "# numbers\none W AH N\nfive F AY V\nfive(2) F AY F\nfifteen F IH F T IY N\nthousand TH AW\nlonely\n";
     Pronunciations words;
     EXPECT_TRUE(words.Read(file));
     EXPECT_FALSE(words.Read(file + ".missing"));
     EXPECT_EQ(words.Known("15"),
               (std::vector<Pronunciation>{"W AH N F AY V", "W AH N F AY F", "F IH F T IY N"}));
+    EXPECT_EQ(words.Known("1000"), std::vector<Pronunciation>{"W AH N TH AW"}) << "nobody says ten hundred";
     EXPECT_TRUE(words.Known("lonely").empty());
     EXPECT_EQ(Pronunciations::Guess("flaps"), "F L AE P S");
     EXPECT_EQ(Pronunciations::Guess("vhf"), "V IY EY CH EH F");
