@@ -368,7 +368,7 @@ size_t EvaluateMarked(const ProgramArrays &arrays) {
         evaluated += isMarked;
         if (traits == 0)
             EvaluateParameter<true>(arrays, index, noStep);
-        else if (traits & isSequence)
+        else if (traits & IsSequence)
             noStep.comesAgain =
                 RunSequence<true>(arrays, program.runs[arrays.extras[arrays.parameters[index].extras].run]);
         else

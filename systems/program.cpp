@@ -122,7 +122,7 @@ private:
     // Its gates read every step.
     void AddSequence(uint32_t first, uint32_t end) {
         for (uint32_t step = first; step < end; step++) AddRead(step);
-        program.parameters[first].traits |= isSequence;
+        program.parameters[first].traits |= IsSequence;
         ExtrasOf(program.parameters[first]).run = Count(program.runs);
         program.sequences.push_back(first);
     }

@@ -110,7 +110,7 @@ enum ParameterTraits : uint32_t {
     HasInput = 1,
     HasOutput = 2,
     HasSpeech = 4,  // every block is evaluated, also behind one that fired
-    isSequence = 8, // the first step of a serial device
+    IsSequence = 8, // the first step of a serial device
 };
 
 // What a parameter may have beside its blocks.
