@@ -215,7 +215,7 @@ void Carry(const std::string &message) {
     }
 }
 
-// What the voice writes is a message of the link, or nothing that she can use.
+// What the voice writes is a message of the link, or it is no voice.
 void TakeAnswer(const std::string &line, bool isThere) {
     if (line == link_words::Spoken) {
         companion.silentAt = 0.0;
@@ -224,7 +224,10 @@ void TakeAnswer(const std::string &line, bool isThere) {
     const bool isText = !line.empty() && line.size() <= LongestAnswer
                         && std::none_of(line.begin(), line.end(), [](unsigned char c) { return c < ' '; });
     if (isText && isThere) Answer(line);
-    if (!isText) LogOfVoice("a line that is no message is dropped");
+    if (isText || !companion.process.isRunning()) return;
+    LogProblem("the voice writes what is no message");
+    companion.process.Kill();
+    NoticeEnd();
 }
 
 void CarryLines() {

@@ -18,19 +18,22 @@ namespace fennic_voice {
 namespace {
 
 const size_t PieceSize = SampleRate / FramesPerSecond; // samples that noise is taken off at a time
+const size_t EnoughNoise = SampleRate / 2;             // samples, to learn it
 const int Suppressed = -25;                            // dB
 const double FirstLevel = 2000.0; // root mean square of a loud piece, before one was heard
 const double AddedShare = 0.01;   // of that level, as noise
 const double LevelDecay = 0.999;  // a piece
 const double OldFrames = 200.0;   // that a mean counts as
+// The added noise is louder behind speech than before it.
+const float ShareOfSpeech = 0.3F, ShareOfLoud = 0.5F;
 
-// Frames above are loud beside the quietest.
-float LeastOfSpeech(std::span<const Cepstrum> frames) {
+// Frames above are loud beside the quietest: by so great a share of what lies between those and the loudest.
+float LeastOfSpeech(std::span<const Cepstrum> frames, float share) {
     std::vector<float> loudness;
     for (const Cepstrum &frame : frames) loudness.push_back(frame[0]);
     std::sort(loudness.begin(), loudness.end());
     const float quiet = loudness[loudness.size() / 10], loud = loudness[loudness.size() * 19 / 20];
-    return quiet + 0.3F * (loud - quiet);
+    return quiet + share * (loud - quiet);
 }
 
 class FreePreprocessor {
@@ -74,18 +77,22 @@ std::unique_ptr<FrontEnd> FrontEnd::Load(const std::string &folder) {
     return std::unique_ptr<FrontEnd>(new FrontEnd(std::move(engine)));
 }
 
-void FrontEnd::Start() {
+void FrontEnd::Start(std::span<const int16_t> before) {
     fe_start_stream(engine->front);
     fe_start_utt(engine->front);
+    engine->waiting.clear();
+    if (engine->cleaner && before.size() < EnoughNoise) return;
     engine->cleaner.reset(speex_preprocess_state_init(PieceSize, SampleRate));
     int suppressed = Suppressed;
     speex_preprocess_ctl(engine->cleaner.get(), SPEEX_PREPROCESS_SET_NOISE_SUPPRESS, &suppressed);
-    engine->waiting.clear();
     engine->level = FirstLevel;
     engine->seed = 1;
+    Samples noise(before.begin(), before.end());
+    for (size_t i = 0; i + PieceSize <= noise.size(); i += PieceSize)
+        speex_preprocess_run(engine->cleaner.get(), &noise[i]);
 }
 
-// The added noise is the same in each utterance, so that a recording is always understood alike.
+// The added noise is the same after each new beginning, so that a recording is always understood alike.
 void FrontEnd::Engine::Clean(int16_t *piece) {
     speex_preprocess_run(cleaner.get(), piece);
     double power = 0.0;
@@ -120,7 +127,7 @@ std::vector<Cepstrum> FrontEnd::Hear(std::span<const int16_t> sound) {
 
 void LearnMean(std::span<const Cepstrum> frames, Cepstrum &mean) {
     if (frames.size() < 10) return;
-    const float least = LeastOfSpeech(frames);
+    const float least = LeastOfSpeech(frames, ShareOfSpeech);
     std::array<double, std::tuple_size_v<Cepstrum>> sum = {};
     int count = 0;
     for (const Cepstrum &frame : frames) {
@@ -135,7 +142,7 @@ void LearnMean(std::span<const Cepstrum> frames, Cepstrum &mean) {
 
 int QuietAtEnd(std::span<const Cepstrum> frames) {
     if (frames.size() < 10) return 0;
-    const float least = LeastOfSpeech(frames);
+    const float least = LeastOfSpeech(frames, ShareOfLoud);
     const auto loud =
         std::find_if(frames.rbegin(), frames.rend(), [&](const Cepstrum &f) { return f[0] >= least; });
     return static_cast<int>(loud - frames.rbegin());

@@ -23,8 +23,9 @@ public:
     FrontEnd(const FrontEnd &) = delete;
     FrontEnd &operator=(const FrontEnd &) = delete;
 
-    // Begins afresh: what it knows of the noise is forgotten.
-    void Start();
+    // Begins an utterance. before: the sound until now, in which nobody spoke; the noise is learnt from it.
+    // Where that is less than half a second, what was known of the noise stays.
+    void Start(std::span<const int16_t> before);
 
     // The frames that are whole now.
     std::vector<Cepstrum> Hear(std::span<const int16_t> sound);

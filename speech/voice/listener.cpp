@@ -6,10 +6,21 @@ namespace fennic_voice {
 
 namespace {
 
-const size_t KeptBefore = SampleRate * 3 / 10; // samples
+// Samples before the button: pilots speak while they press; what was before that tells of the noise.
+const size_t HeardBefore = SampleRate * 3 / 10, KeptBefore = HeardBefore + SampleRate;
 // Seconds of silence behind a phrase before it is taken for whole: when no other goes on from it, when one
 // does, and when what was said is none.
 const double ShortPause = 0.1, UsualPause = 0.3, LongPause = 0.6;
+// The same of a phrase that is expected: what its decoder must hear as silence, and how long it must be quiet
+// where no phrase goes on from it, and where one does that is not expected.
+const double ExpectedSilence = 0.05, ExpectedQuiet = 0.08, ExpectedPause = 0.16;
+
+bool isOver(const SoFar &soFar) {
+    if (soFar.heard.isExpected && !soFar.goesOnExpected)
+        return soFar.phraseSilence >= ExpectedSilence
+               && soFar.quiet >= (soFar.goesOn ? ExpectedPause : ExpectedQuiet);
+    return soFar.silence >= (soFar.goesOn ? UsualPause : ShortPause);
+}
 
 } // namespace
 
@@ -29,11 +40,11 @@ void Listener::SetExpected(std::vector<std::string> some) {
     haveChanged = true;
 }
 
-void Listener::Begin() {
+void Listener::Begin(std::span<const int16_t> noise) {
     if (!recogniser) return;
     if (haveChanged) recogniser->SetPhrases(phrases, expected);
     haveChanged = false;
-    recogniser->Start();
+    recogniser->Start(noise);
 }
 
 void Listener::End() {
@@ -45,10 +56,11 @@ void Listener::End() {
 void Listener::Press() {
     if (isHeld) return;
     isHeld = true;
-    Begin();
     const Samples early(before.begin(), before.end());
     before.clear();
-    if (recogniser) recogniser->Hear(early);
+    const size_t noise = early.size() - std::min(early.size(), HeardBefore);
+    Begin(std::span(early).first(noise));
+    if (recogniser) recogniser->Hear(std::span(early).subspan(noise));
 }
 
 void Listener::Release() {
@@ -66,13 +78,12 @@ void Listener::Hear(const Samples &block) {
     if (!recogniser) return;
     recogniser->Hear(block);
     const SoFar soFar = recogniser->HeardSoFar();
-    const double pause = soFar.goesOn ? UsualPause : ShortPause;
-    const bool isPhrase = soFar.silence >= pause && Accept(soFar.heard);
+    const bool isPhrase = isOver(soFar) && Accept(soFar.heard);
     if (!isPhrase && (!soFar.hasSpeech || soFar.quiet < LongPause)) return;
     // What the pause has told counts: the engines' last words are worse where silence follows.
     recogniser->Finish();
     if (isPhrase) understood(soFar.heard.phrase);
-    Begin(); // the next phrase
+    Begin({}); // the next phrase
 }
 
 } // namespace fennic_voice

@@ -37,9 +37,9 @@ private:
     std::vector<std::string> phrases, expected;
     bool haveChanged = true; // since the recogniser was told
     bool isHeld = false;
-    std::deque<int16_t> before; // the last sound before the button: pilots speak while they press
+    std::deque<int16_t> before; // the last sound before the button
 
-    void Begin();
+    void Begin(std::span<const int16_t> noise);
     void End();
 };
 

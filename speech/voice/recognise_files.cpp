@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <numeric>
 
 #include "speech/voice/phrase_file.h"
 #include "speech/voice/recogniser.h"
@@ -28,9 +29,30 @@ std::span<const int16_t> WithoutEnds(const Samples &sound) {
     return std::span(sound).subspan(std::min(begin, end), end - std::min(begin, end));
 }
 
+// A second of what is to be heard where nobody speaks: the quietest part of the recording, to and fro.
+Samples NoiseOf(const Samples &sound) {
+    const size_t length = std::min(sound.size(), size_t{SampleRate / 5});
+    const auto power = [&](size_t begin) {
+        return std::accumulate(
+            sound.begin() + static_cast<std::ptrdiff_t>(begin),
+            sound.begin() + static_cast<std::ptrdiff_t>(begin + length), 0.0,
+            [](double sum, int16_t sample) { return sum + static_cast<double>(sample) * sample; });
+    };
+    size_t quietest = 0;
+    for (size_t begin = 0; begin + length <= sound.size(); begin += BlockSize)
+        if (power(begin) < power(quietest)) quietest = begin;
+    Samples noise(SampleRate, 0);
+    for (size_t i = 0; i < noise.size() && length > 0; i++) {
+        const size_t place = i % (2 * length);
+        noise[i] = sound[quietest + std::min(place, 2 * length - 1 - place)];
+    }
+    return noise;
+}
+
 void HearRecording(Recogniser &recogniser, const Samples &sound) {
-    const Samples silence(Silence, 0);
-    const std::span<const int16_t> part = WithoutEnds(sound);
+    const Samples noise = NoiseOf(sound);
+    const std::span<const int16_t> silence = std::span(noise).first(Silence), part = WithoutEnds(sound);
+    recogniser.Start(noise);
     recogniser.Hear(silence);
     for (size_t i = 0; i < part.size(); i += BlockSize)
         recogniser.Hear(part.subspan(i, std::min(BlockSize, part.size() - i)));
@@ -59,7 +81,6 @@ int RecogniseFiles(const Settings &settings, const std::string &context, const s
         Samples sound;
         Heard heard;
         if (ReadWavFile(recording, sound, error)) {
-            recogniser->Start();
             HearRecording(*recogniser, sound);
             heard = recogniser->Finish();
         } else {

@@ -33,7 +33,9 @@ const char *const GrammarName = "phrases";
 // The mean of speech that the model's makers give, until some was heard.
 const Cepstrum FirstMean = {41.00F, -5.29F, -0.12F, 5.09F,  2.48F,  -4.07F, -1.37F,
                             -1.78F, -5.08F, -2.05F, -6.45F, -1.42F, 1.17F};
-const double ExpectedShare = 0.99; // of the probability, for the phrases that are expected now
+// Of the probability, for the phrases that are expected now. The others are heard as well in silence, but in
+// noise the expected ones are.
+const double ExpectedShare = 0.9999;
 
 Decoder MakeDecoder(const std::string &folder, const std::vector<std::string> &settings) {
     std::vector<std::string> words = {"fennic-voice", "-hmm", folder + "/en-us", "-logfn", "/dev/null",
@@ -129,9 +131,9 @@ int SilenceAtEnd(const std::vector<HeardWord> &path) {
 struct Recogniser::Engines {
     std::unique_ptr<FrontEnd> front;
     Decoder phrases, english;
-    Cepstrum mean = FirstMean;                 // of the speech so far, with this microphone
-    std::vector<Cepstrum> frames;              // of the utterance
-    std::set<std::string, std::less<>> begins; // of longer phrases: phrases that others go on from
+    Cepstrum mean = FirstMean;                                 // of the speech so far, with this microphone
+    std::vector<Cepstrum> frames;                              // of the utterance
+    std::set<std::string, std::less<>> begins, expectedBegins; // of longer phrases, of longer expected ones
     std::set<std::string, std::less<>> wholes;
     std::set<std::string, std::less<>> expected; // phrases
     bool hasPhrases = false;
@@ -152,10 +154,10 @@ std::unique_ptr<Recogniser> Recogniser::Load(const std::string &folder,
     // Few phrases are soon searched; in noise the right one falls far behind before it catches up. Silence is
     // as likely as a word, or "up" would be heard in the breath behind "flaps".
     engines->phrases = MakeDecoder(folder, {"-lw", "6.5", "-silprob", "0.3", "-fsgusefiller", "yes", "-beam",
-                                            "1e-120", "-pbeam", "1e-120", "-wbeam", "1e-100"});
+                                            "1e-120", "-pbeam", "1e-120", "-wbeam", "1e-100", "-topn", "8"});
     const std::string dictionary = folder + "/cmudict-en-us.dict";
     engines->english = MakeDecoder(folder, {"-lm", folder + "/en-us.lm.bin", "-dict", dictionary, "-silprob",
-                                            "0.1", "-fwdflat", "no", "-maxhmmpf", "3000"});
+                                            "0.1", "-fwdflat", "no", "-maxhmmpf", "1500"});
     std::unique_ptr<Recogniser> recogniser(new Recogniser(std::move(engines)));
     if (!recogniser->engines->front || !recogniser->engines->phrases || !recogniser->engines->english
         || !recogniser->pronunciations.Read(dictionary)) {
@@ -193,6 +195,7 @@ void Recogniser::SetPhrases(const std::vector<std::string> &phrases,
                             const std::vector<std::string> &expected) {
     leftOut.clear();
     engines->begins.clear();
+    engines->expectedBegins.clear();
     engines->wholes.clear();
     engines->expected = {expected.begin(), expected.end()};
     std::vector<std::pair<std::vector<std::string>, bool>> known; // words, expected
@@ -208,8 +211,10 @@ void Recogniser::SetPhrases(const std::vector<std::string> &phrases,
             continue;
         }
         std::string begin;
-        for (size_t i = 0; i + 1 < words.size(); i++)
+        for (size_t i = 0; i + 1 < words.size(); i++) {
             engines->begins.insert(begin += (i == 0 ? "" : " ") + words[i]);
+            if (engines->expected.contains(phrase)) engines->expectedBegins.insert(begin);
+        }
         engines->wholes.insert(begin + (begin.empty() ? "" : " ") + words.back());
         known.emplace_back(std::move(words), engines->expected.contains(phrase));
     }
@@ -249,9 +254,9 @@ void Recogniser::SetPhrases(const std::vector<std::string> &phrases,
     fsg_model_free(grammar);
 }
 
-void Recogniser::Start() {
+void Recogniser::Start(std::span<const int16_t> before) {
     if (!engines->hasPhrases) return;
-    engines->front->Start();
+    engines->front->Start(before);
     engines->frames.clear();
     for (ps_decoder_t *decoder : {engines->phrases.get(), engines->english.get()}) ps_start_utt(decoder);
     engines->isHearing = true;
@@ -280,14 +285,17 @@ SoFar Recogniser::HeardSoFar() {
     Heard &heard = soFar.heard;
     heard.words = PathOf(engines->phrases.get());
     heard.english = PathOf(engines->english.get());
-    const int silence = std::min(SilenceAtEnd(heard.words), SilenceAtEnd(heard.english));
+    const int phraseSilence = SilenceAtEnd(heard.words);
+    const int silence = std::min(phraseSilence, SilenceAtEnd(heard.english));
     soFar.quiet = static_cast<double>(quiet) / FramesPerSecond;
     soFar.silence = static_cast<double>(silence) / FramesPerSecond;
+    soFar.phraseSilence = static_cast<double>(phraseSilence) / FramesPerSecond;
     const std::string text = TextOf(heard.words);
     soFar.hasSpeech = !text.empty() || !TextOf(heard.english).empty();
     if (engines->wholes.contains(text)) heard.phrase = text;
     heard.isExpected = engines->expected.contains(heard.phrase);
     soFar.goesOn = engines->begins.contains(text);
+    soFar.goesOnExpected = engines->expectedBegins.contains(text);
     return soFar;
 }
 

@@ -18,11 +18,13 @@ namespace fennic_voice {
 
 // What was heard up to a moment in which nobody speaks.
 struct SoFar {
-    Heard heard;          // without a phrase when it is the beginning of one
-    double silence = 0.0; // seconds since the last word, as both decoders hear it
-    double quiet = 0.0;   // seconds since anything was loud
+    Heard heard;                // without a phrase when it is the beginning of one
+    double silence = 0.0;       // seconds since the last word, as both decoders hear it
+    double phraseSilence = 0.0; // as the one that knows the phrases does
+    double quiet = 0.0;         // seconds since anything was loud
     bool hasSpeech = false;
-    bool goesOn = false; // the phrase is the beginning of a longer one, too
+    bool goesOn = false;         // the phrase is the beginning of a longer one, too,
+    bool goesOnExpected = false; // and of a longer one that is expected
 };
 
 class Recogniser {
@@ -44,8 +46,9 @@ public:
     const std::vector<std::string> &LeftOut() const { return leftOut; }
 
     // One utterance: Start, Hear as often as sound comes, Finish. Finish gives what was heard and how sure
-    // it is; the phrase is empty when nothing was.
-    void Start();
+    // it is; the phrase is empty when nothing was. before: the sound until now, in which nobody spoke, for
+    // the noise; without half a second of it the noise is taken to be that of the utterance before.
+    void Start(std::span<const int16_t> before = {});
     void Hear(std::span<const int16_t> sound);
     Heard Finish();
 
