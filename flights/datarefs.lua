@@ -17,7 +17,8 @@ for _, entry in ipairs {
     {"kv/fo/delta_hdg2fo", 360.0}, {"kv/fo/_eyes_x", 360.0}, {"kv/fo/_eyes_y", 360.0}, {"kv/fo/_glass", 1},
     {"kv/fo/_planshet", 0}, {"kv/fo/_face", 0}, {"kv/fo/_show", 1}, {"kv/fo/baro100", 0},
     {"kv/fo/baro_check", 0}, {"kv/fo/_gender", 0}, {"kv/fo/_look", 0}, {"kv/fo/_pad", 0}, {"kv/to_speech", ""}, {"kv/fr_speech", ""}, {"kv/diagnost/speech", 1},
-    {"kv/diagnost/reco", 1}, {"kv/speech/messages", ""}, {"kv/speech/expected", ""}, {"test/in", 1.5}, {"test/out", 1.5}, {"test/int", -2}} do
+    {"kv/diagnost/reco", 1}, {"kv/speech/messages", ""}, {"kv/speech/expected", ""},
+    {"kv/fo/checklist", 0}, {"kv/fo/stand_by", 0}, {"test/in", 1.5}, {"test/out", 1.5}, {"test/int", -2}} do
     published[#published + 1] = entry
 end
 local names = {}

@@ -103,11 +103,15 @@ int DrawAnswers(int y) {
 
 int DrawGroup(const input_struct &group, int y) {
     static std::string title; // kept for its memory
-    if (unfoldedTitle == group.name) {
+    const std::string *word = HighlightedWord();
+    const bool holdsWord =
+        word && std::find(group.texts.begin(), group.texts.end(), *word) != group.texts.end();
+    if (unfoldedTitle == group.name || holdsWord) {
         for (size_t i = group.texts.size(); i-- > 0; y += LineHeight) { // the first stands highest
             const std::string &item = group.texts[i];
+            const bool isHighlighted = word && item == *word;
             const Colour &colour = item == LastCalledChklProcName ? CalledColour : ItemColour;
-            DrawText(item.c_str(), widgetOffsetX, y, colour);
+            DrawText(item.c_str(), widgetOffsetX, y, isHighlighted ? PulsingColour() : colour);
             AddToSelVector(item, y, false, false);
         }
     }

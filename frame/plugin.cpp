@@ -20,6 +20,7 @@
 #include "frame/shipped_files.h"
 #include "gfx/fonts.h"
 #include "gfx/textures.h"
+#include "systems/checklists.h"
 #include "systems/cycle.h"
 #include "systems/editor/window.h"
 #include "systems/model.h"
@@ -91,6 +92,7 @@ void StartEverything() {
     CustCommInit();
     CreateSpeechDatarefs();
     CreateExpectedPhrases();
+    CreateChecklistDatarefs();
     ReadDRF_descr();
     string2debugString("Version: ", Version, 1);
     ReadAcfTypeAndDeveloperMode();

@@ -15,6 +15,7 @@
 #include "figure/channels.h"
 #include "frame/kill_switch.h"
 #include "systems/action_kinds.h"
+#include "systems/checklists.h"
 #include "systems/evaluation.h"
 #include "systems/expectations.h"
 #include "systems/graph.h"
@@ -44,8 +45,10 @@ const int PlainFrames = 100;
 struct StepContext {
     bool isSerial = false;
     bool isFirst = true;
-    bool isBrokenOff = false; // a step of this device broke off in this frame
-    bool comesAgain = false;  // it is to be evaluated in the next frame, too, whatever changes
+    const device_struct *called = nullptr; // a sequence that waits for a phrase that calls it
+    bool isHeld = false;                   // and she stands by: nothing but an answer takes it further
+    bool isBrokenOff = false;              // a step of this device broke off in this frame
+    bool comesAgain = false;               // it is to be evaluated in the next frame, too, whatever changes
 };
 
 std::vector<const structExecute *> restartedTimers; // by the actions of this frame, in order
@@ -89,13 +92,22 @@ void RunAction(const structExecute &action, const device_struct &device, StepCon
     if (!kind) return;
     if (kind->when == ActionTime::Queued) {
         const bool isOther = action.value == 0.0 && kind->queueTypeAtZero >= 0;
-        QueueAction(isOther ? kind->queueTypeAtZero : kind->queueType, QueuedTextOf(action, kind->queued));
+        std::string text = QueuedTextOf(action, kind->queued);
+        if (kind->text == ActionText::Spoken) text = WithChecklistWords(text, device);
+        QueueAction(isOther ? kind->queueTypeAtZero : kind->queueType, text, step.called != nullptr);
     }
     switch (action.type) {
     case ScriptBreak: step.isBrokenOff = true; break;
-    case ScriptInput: ExpectInput(device.name, action.text); break;
+    case ScriptInput: ExpectInput(device.name, action.text, action.value != 0.0); break;
     case ScriptCommandEndNow: ExecuteCommand(action.text, "End"); break;
     case ScriptAnswer: restartedTimers.push_back(&action); break;
+    case ScriptHold:
+        if (action.value != 0.0)
+            StandBy();
+        else
+            GoOn(true);
+        break;
+    case ScriptSkip: SkipItem(); break;
     default: break;
     }
 }
@@ -174,8 +186,12 @@ struct FrameView {
 void ConsumeRecognition(SystemsProgram &program, uint32_t block, const StepContext &step) {
     TraceConsumption(program, block);
     ForgetRecognition();
+    recognitionState.wasNoAnswer = !step.isSerial;
+    if (step.isSerial) {
+        isNewRecognitionMayCome = false;
+        GoOn(false);
+    }
     NoticeSurroundings(program);
-    if (step.isSerial) isNewRecognitionMayCome = false;
 }
 
 double LookUp(SystemsProgram &program, ProgramGraph &graph, double x) {
@@ -229,11 +245,13 @@ double EvaluateAllBlocks(const ProgramArrays &arrays, uint32_t index, double val
     const FrameView view{arrays, step};
     const uint32_t endBlock = arrays.parameters[index + 1].firstBlock;
     bool hasFired = false;
+    const bool isAnswerNeeded = step.isHeld && LastRecognition.empty();
     for (uint32_t block = arrays.parameters[index].firstBlock; block < endBlock; block++) {
         if (!EvaluateChain(arrays, block, view)) continue;
         const uint32_t firing = arrays.blocks[block].firing;
-        if (firing != NoIndex && arrays.program.firings[firing].hasSpeech)
-            ConsumeRecognition(arrays.program, block, step);
+        const bool hasSpeech = firing != NoIndex && arrays.program.firings[firing].hasSpeech;
+        if (step.isHeld && (isAnswerNeeded || !hasSpeech)) continue;
+        if (hasSpeech) ConsumeRecognition(arrays.program, block, step);
         if (!hasFired) value = Fire(arrays, index, block, value, step);
         hasFired = true;
     }
@@ -300,9 +318,11 @@ template <bool isMarking>
 
 // ---- Sequences ----
 
-template <bool isMarking> void Rewind(const ProgramArrays &arrays, const ProgramRun &run) {
+template <bool isMarking>
+void Rewind(const ProgramArrays &arrays, const ProgramRun &run, const device_struct *called) {
     for (uint32_t i = run.firstParameter; i < run.endParameter; i++) Store<isMarking>(arrays, i, 0.0);
     std::fill(arrays.evaluated + run.firstParameter, arrays.evaluated + run.endParameter, 0);
+    if (called) ForgetSkipped(*called);
     onChecklistOrProcedure = false;
 }
 
@@ -319,11 +339,41 @@ bool isStepOpen(const ProgramArrays &arrays, const ProgramRun &run, uint32_t ind
     return false;
 }
 
+// The device of a sequence whose first step waits for a phrase; null for any other.
+const device_struct *CalledSequence(const ProgramArrays &arrays, const ProgramRun &run) {
+    const ProgramParameter *first = &arrays.parameters[run.firstParameter];
+    if ((first->traits & HasSpeech) == 0) return nullptr;
+    for (uint32_t block = first->firstBlock; block < first[1].firstBlock; block++) {
+        const uint32_t firing = arrays.blocks[block].firing;
+        if (firing != NoIndex && arrays.program.firings[firing].hasSpeech)
+            return arrays.program.firings[firing].device;
+    }
+    return nullptr;
+}
+
+// Of a sequence that is held only those steps listen that wait for the pilot, and have asked him.
+bool isListeningWhileHeld(const ProgramArrays &arrays, uint32_t index, const StepContext &step) {
+    return (arrays.parameters[index].traits & HasSpeech) != 0 && (step.isFirst || !isQueuePutAside());
+}
+
+template <bool isMarking>
+void GoOnWithoutItem(const ProgramArrays &arrays, const ProgramRun &run, uint32_t index, StepContext &step) {
+    const SkippedStep skipped = SkipStep(*step.called, index - run.firstParameter);
+    if (skipped.block >= 0) arrays.firedBlocks[index] = static_cast<uint16_t>(skipped.block);
+    for (const structExecute *action : skipped.actions) RunAction(*action, *step.called, step);
+    NoticeSurroundings(arrays.program);
+    step.comesAgain = true;
+    Store<isMarking>(arrays, index, StepDone);
+}
+
 // One step after the other, each waiting until the actions of the one before are done. True when it must be
 // looked at in the next frame, too.
 template <bool isMarking> bool RunSequence(const ProgramArrays &arrays, const ProgramRun &run) {
     StepContext step;
     step.isSerial = true;
+    step.called = CalledSequence(arrays, run);
+    step.isHeld = step.comesAgain = step.called && isStandingBy();
+    if (step.called && arrays.values[run.firstParameter] > 0.0) NoteRunning(*step.called);
     std::fill(arrays.evaluated + run.firstParameter, arrays.evaluated + run.endParameter, 0);
     for (uint32_t index = run.firstParameter; index < run.endParameter; index++) {
         if (arrays.values[index] > 0.0) {
@@ -335,11 +385,14 @@ template <bool isMarking> bool RunSequence(const ProgramArrays &arrays, const Pr
                 XPLMSetDatai(DRFi_ShowPlanshet, 0);
                 onChecklistOrProcedure = false;
             }
-            if (index == run.endParameter - 1) Rewind<isMarking>(arrays, run);
+            if (index == run.endParameter - 1) Rewind<isMarking>(arrays, run, step.called);
         } else if (isStepOpen<isMarking>(arrays, run, index)) {
             step.isFirst = index == run.firstParameter;
+            if (step.isHeld && !isListeningWhileHeld(arrays, index, step)) continue;
             arrays.evaluated[index] = 1;
             EvaluateParameter<isMarking>(arrays, index, step);
+            const bool waits = step.called && !step.isFirst && arrays.values[index] == 0.0;
+            if (waits && TakeSkip(*step.called)) GoOnWithoutItem<isMarking>(arrays, run, index, step);
         }
     }
     return step.comesAgain;
@@ -415,7 +468,9 @@ float CalculateSystemsCycle(float, float, int, void *) {
     if (XPLMGetDatai(DRF_paused) != 1) {
         isAnyInputGood = false;
         restartedTimers.clear();
+        BeginChecklists();
         RunProgram(CurrentProgram());
+        EndChecklists();
         RestartAnswerTimers();
         EndRecognition();
     }

@@ -44,6 +44,7 @@ void GrowAnswerSlots() {
 }
 
 RefilledList<ExpectedInput> expectedInputs;
+RefilledList<std::string> expectedWords; // of the inputs those for the button
 bool isAnyAnswerExpected = false;
 bool wasAnyAnswerExpected = false;
 
@@ -72,12 +73,19 @@ void PublishInputs() {
         inputs.push_back({input.name, {input.texts.begin(), input.texts.end()}});
 }
 
+void PublishWords() {
+    std::vector<std::string> &words = recognitionState.words;
+    if (!std::equal(expectedWords.begin(), expectedWords.end(), words.begin(), words.end()))
+        words.assign(expectedWords.begin(), expectedWords.end());
+}
+
 } // namespace
 
 void BeginExpectations() {
     if (!expectedAnswers.IsEmpty()) std::fill(answerSlots.begin(), answerSlots.end(), 0);
     expectedAnswers.Clear();
     expectedInputs.Clear();
+    expectedWords.Clear();
     isAnyAnswerExpected = false;
 }
 
@@ -93,21 +101,23 @@ void ExpectAnyAnswer() {
     isAnyAnswerExpected = true;
 }
 
-void ExpectInput(const std::string &device, const std::string &text) {
+void ExpectInput(const std::string &device, const std::string &text, bool isForButton) {
     if (expectedInputs.IsEmpty() || expectedInputs.Last().name != device) {
         ExpectedInput &input = expectedInputs.Add();
         input.name = device;
         input.texts.Clear();
     }
     expectedInputs.Last().texts.Add() = text;
+    if (isForButton) expectedWords.Add() = text;
 }
 
 void PublishExpectations() {
     PublishAnswers();
     PublishInputs();
+    PublishWords();
 }
 
 void ResetExpectations() {
-    MakeFresh(expectedAnswers, expectedInputs, isAnyAnswerExpected, wasAnyAnswerExpected);
+    MakeFresh(expectedAnswers, expectedInputs, expectedWords, isAnyAnswerExpected, wasAnyAnswerExpected);
     answerSlots.assign(FewestSlots, 0);
 }

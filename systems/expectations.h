@@ -13,8 +13,8 @@ void ExpectAnswer(const std::string &text);
 void ExpectAnyAnswer();
 
 // A checklist or procedure that may be called, of the device that expects it; joins the entry before it if
-// that is of the same device.
-void ExpectInput(const std::string &device, const std::string &text);
+// that is of the same device. With isForButton the select button comes to it, behind the answers.
+void ExpectInput(const std::string &device, const std::string &text, bool isForButton);
 
 // Brings answers and inputs up to date. A change of the answers is logged: "Expected answers: a, b".
 void PublishExpectations();

@@ -2,6 +2,7 @@
 #include "systems/model.h"
 
 #include "systems/body_parser.h"
+#include "systems/checklists.h"
 #include "systems/expectations.h"
 #include "systems/links.h"
 #include "systems/program.h"
@@ -39,6 +40,7 @@ void ForgetModel() {
     ResetBodyParser();
     ResetLinks();
     ResetExpectations();
+    ResetChecklists();
     ResetWriter();
     ResetActionQueue();
     ResetRecognition();

@@ -10,7 +10,16 @@
 #include "systems/model.h"
 
 // Words between brackets, by their meaning.
-enum PlaceholderMeaning { HerName, PilotName, PilotAddress, TakeoffRunway, LandingRunway };
+enum PlaceholderMeaning {
+    HerName,
+    PilotName,
+    PilotAddress,
+    TakeoffRunway,
+    LandingRunway,
+    LastText,
+    SkippedItems,
+    WhereInChecklist,
+};
 
 struct Placeholder {
     const char *word;
@@ -24,6 +33,11 @@ inline constexpr Placeholder Placeholders[] = {
     {"[SIR]", false, "Sir", "how the pilot is addressed, from the settings"},
     {"[TORW]", true, "…", "the take-off runway"},
     {"[LDRW]", true, "…", "the landing runway"},
+    {"[LAST]", false, "…", "what she has said last"},
+    {"[SKIPPED]", false, "",
+     "in a checklist: what was skipped in it, \", except fuel pumps and beacon\", or nothing"},
+    {"[CHECKLIST]", false, "…",
+     "the checklist that runs, and its item: \"before start checklist, at fuel pumps\""},
 }; // by meaning
 
 // A link in a text: from a "<" to the first ">" behind it.

@@ -8,6 +8,7 @@
 struct doStruct {
     int type = 0; // queueType of an action kind (systems/action_kinds.h); one of none does nothing
     std::string text;
+    bool isOfCalled = false; // of a sequence that the pilot has called (systems/checklists.h)
 };
 
 struct answertimer_struct {
@@ -38,4 +39,4 @@ inline std::vector<answertimer_struct> &answerstimer = actionQueue.answerTimers;
 void ResetActionQueue();
 
 // Appends an action. A queue that a runaway script has filled takes no more, and says so once.
-void QueueAction(int type, const std::string &text);
+void QueueAction(int type, const std::string &text, bool isOfCalled = false);

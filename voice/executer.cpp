@@ -13,6 +13,7 @@
 #include "frame/datarefs.h"
 #include "frame/settings.h"
 #include "systems/action_kinds.h"
+#include "systems/checklists.h"
 #include "systems/links.h"
 #include "util/clock.h"
 #include "util/find_dataref.h"
@@ -52,6 +53,11 @@ float SpeakingTime(const std::string &text) {
 
 float TimeIn(double seconds) {
     return static_cast<float>(FlightTimeSEC + seconds);
+}
+
+std::string WithLastText(const std::string &text) {
+    return ReplaceString(text, Placeholders[LastText].word,
+                         fennicsay.empty() ? "I have said nothing yet." : fennicsay.front());
 }
 
 // Sends a text whose placeholders are replaced. One that became empty is not said.
@@ -154,9 +160,9 @@ std::string SpokenLinkValue(const SpokenLink &spoken) {
 
 } // namespace
 
-void QueueAction(int type, const std::string &text) {
+void QueueAction(int type, const std::string &text, bool isOfCalled) {
     if (executeFlow.size() < QueueCapacity) {
-        executeFlow.push_back({type, text});
+        executeFlow.push_back({type, text, isOfCalled});
         return;
     }
     if (!actionQueue.wasOverflowLogged) LogProblem("Error in script - action queue is full, dropped: ", text);
@@ -180,6 +186,7 @@ void Executer() {
 
 void AbortExecution() {
     executeFlow.clear();
+    DropStandBy();
     executeFlowActual.clear();
     string2debugString("executeFlow.clear() - ", "ABORT", 1);
     SayAborted();
@@ -206,13 +213,15 @@ void ReInitExecuter() {
     waitUntil = 0.0F;
     executerState.abortRepeatsUntil = 0.0F;
     answerstimer.clear(); // their times are those of the flight before
+    GoOn(false);
     EndBegunCommands();
 }
 
 void ExecuteSay(const std::string &text) {
+    const float seconds = SpeakingTime(WithLastText(text));
     Speak(VarToString(text));
     waitUntil = TimeIn(NextActionAfterSaySec);
-    Next_lipsAnimTime = TimeIn(SpeakingTime(text));
+    Next_lipsAnimTime = TimeIn(seconds);
 }
 
 void ExecuteWaitSay(const std::string &text) {
@@ -220,10 +229,11 @@ void ExecuteWaitSay(const std::string &text) {
     const size_t choice =
         alternatives.size() > 1 ? static_cast<size_t>(std::rand()) % alternatives.size() : 0;
     const std::string &chosen = alternatives[choice];
+    const float seconds = SpeakingTime(WithLastText(chosen));
     const std::string spoken = VarToString(chosen);
     Speak(spoken);
     if (alternatives.size() > 1) string2debugString("Send to speech server: ", spoken, 1);
-    waitUntil = TimeIn(SpeakingTime(chosen));
+    waitUntil = TimeIn(seconds);
     Next_lipsAnimTime = waitUntil;
 }
 
@@ -290,7 +300,7 @@ std::string VarToString(std::string text) {
     size_t done = 0;
     for (SpokenLink link; FindSpokenLink(text, done, link); done = link.end)
         spoken.append(text, done, link.begin - done).append(SpokenLinkValue(link));
-    return spoken.append(text, done);
+    return WithLastText(spoken.append(text, done));
 }
 
 void ResetActionQueue() {

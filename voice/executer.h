@@ -54,8 +54,9 @@ void ExecuteDrf(const std::string &text);
 void ExecuteCommand(const std::string &name, const std::string &mode);
 
 // Replaces the placeholders of a spoken text: "[NAME]", "[USER]", "[SIR]", the runways "[TORW]" and
-// "[LDRW]", and links to parameters, "<SYS.DEV.OUT>" as a number or "<&SYS.DEV.OUT>" spelled digit by digit.
-// A text about a runway that is not known becomes empty; a link that does not resolve becomes "UNKNOWN".
+// "[LDRW]", "[LAST]", and links to parameters, "<SYS.DEV.OUT>" as a number or "<&SYS.DEV.OUT>" spelled digit
+// by digit. A text about a runway that is not known becomes empty; a link that does not resolve becomes
+// "UNKNOWN".
 std::string VarToString(std::string text);
 
 // Everything as when the program starts, the queue too.

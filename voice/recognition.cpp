@@ -1,6 +1,7 @@
 // The recognition handler. It decides nothing about phrases: that is the systems cycle's comparison blocks.
 #include "voice/recognition.h"
 
+#include "systems/checklists.h"
 #include "util/clock.h"
 #include "util/log.h"
 #include "util/make_fresh.h"
@@ -46,6 +47,7 @@ void EndRecognition() {
     if (isAbortHeard()) {
         LastRecognition.clear(); // what starts from now on is not to be aborted
         EndBegunCommands();      // also when the menu or an answer says so
+        DropStandBy();
     }
     double &unusedSec = recognitionState.unusedSec;
     if (!recognitionState.isCounting || LastRecognition.empty()) {

@@ -14,18 +14,20 @@ struct input_struct {
 };
 
 struct RecognitionState {
-    std::string newest;     // the newest recognised text; the systems cycle clears it when used
-    std::string handled;    // the one handled last
-    bool mayCome = false;   // set at push-to-talk, cleared when a recognition was used
-    bool isAnyGood = false; // a script waits for an answer that any utterance satisfies
-    bool isSome = false;    // cleared when such an answer is consumed
+    std::string newest;       // the newest recognised text; the systems cycle clears it when used
+    std::string handled;      // the one handled last
+    bool mayCome = false;     // set at push-to-talk, cleared when a recognition was used
+    bool wasNoAnswer = false; // since push-to-talk something was said that no sequence has used
+    bool isAnyGood = false;   // a script waits for an answer that any utterance satisfies
+    bool isSome = false;      // cleared when such an answer is consumed
     int isOnUntilNextCommand = 0;
     bool isSequenceRunning = false; // a serial device is running
     // What the running scripts wait for, rebuilt by the systems cycle every frame.
     std::vector<std::string> answers;
     std::vector<input_struct> inputs;
-    double unusedSec = 0.0;  // flight time with an empty queue since the newest came
-    bool isCounting = false; // false until the first frame that has seen it is over
+    std::vector<std::string> words; // of the inputs those that the select button comes to, behind the answers
+    double unusedSec = 0.0;         // flight time with an empty queue since the newest came
+    bool isCounting = false;        // false until the first frame that has seen it is over
 };
 extern RecognitionState recognitionState;
 inline std::string &LastRecognition = recognitionState.newest;

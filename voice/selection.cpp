@@ -2,6 +2,7 @@
 #include "voice/selection.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "frame/aircraft.h"
 #include "util/clock.h"
@@ -25,16 +26,33 @@ void StopTimer() {
     SndTimerSec = 0.0;
 }
 
-void HighlightNextAnswer() {
+bool isIndexOf(const std::vector<std::string> &texts, int index) {
+    return index >= 0 && static_cast<size_t>(index) < texts.size();
+}
+
+// From answer to answer, behind the last one from word to word, and then from the first answer on.
+void HighlightNext() {
     selectCommandDoSelect = 0;
-    selectCommandAnswerIndex++;
-    if (selectCommandAnswerIndex >= static_cast<int>(answers.size())) selectCommandAnswerIndex = 0;
+    int &wordIndex = selectionState.wordIndex;
+    if (wordIndex >= 0 && isIndexOf(recognitionState.words, ++wordIndex)) return;
+    wordIndex = -1;
+    if (isIndexOf(answers, ++selectCommandAnswerIndex)) return;
+    selectCommandAnswerIndex = -1;
+    (recognitionState.words.empty() ? selectCommandAnswerIndex : wordIndex) = 0;
+    selectionState.answersBefore = answers.size();
+}
+
+// Answers and words may have changed. A word that was highlighted when nothing was asked answers no question.
+void DropOldHighlight() {
+    if (!isIndexOf(answers, selectCommandAnswerIndex)) selectCommandAnswerIndex = -1;
+    const bool isOld = selectionState.answersBefore != answers.size();
+    if (isOld || !isIndexOf(recognitionState.words, selectionState.wordIndex)) selectionState.wordIndex = -1;
 }
 
 void ConfirmAnswer(const std::string &answer) {
     selectCommandDoConfirm = 0;
     selectCommandDoSelect = 0;
-    selectCommandAnswerIndex = -1;
+    selectCommandAnswerIndex = selectionState.wordIndex = -1;
     Hear(answer, HeardFrom::SelectCommand);
     string2debugString("LastRecognition=answers[i]=", answer, 1);
     const auto isItsTimer = [&](const answertimer_struct &timer) { return timer.name == answer; };
@@ -80,26 +98,37 @@ void RunSelectionClick() {
     if (SndTimerSec <= HoldSec) return;
     XPLMSetDatai(DRFi_FennicSnd, 1);
     selectCommandDoConfirm = 1;
-    selectCommandDoSelect = selectCommandAnswerIndex == -1 ? 1 : 0;
+    selectCommandDoSelect = selectCommandAnswerIndex == -1 && selectionState.wordIndex == -1 ? 1 : 0;
     StopTimer();
 }
 
 void CarryOutSelection() {
-    const int count = static_cast<int>(answers.size());
-    if (selectCommandAnswerIndex >= count) selectCommandAnswerIndex = -1; // the answers have changed
+    DropOldHighlight();
+    const std::vector<std::string> &words = recognitionState.words;
     const bool isStep = selectCommandDoSelect == 1 && selectCommandDoConfirm == 0;
     const bool isStepDue = isStep && FlightTimeSEC - selectCommandStartTime > StepSec;
-    if (count == 0) { // what was pressed for nothing must not answer the next question
+    const bool isForNothing =
+        selectionState.wordIndex == -1 && (selectCommandDoConfirm == 1 || words.empty());
+    if (answers.empty() && isForNothing) { // what was pressed for nothing must not answer the next question
         if (isStepDue || selectCommandDoConfirm == 1) selectCommandDoSelect = selectCommandDoConfirm = 0;
         return;
     }
-    if (isStepDue) HighlightNextAnswer();
+    if (isStepDue) HighlightNext();
     if (selectCommandDoSelect == 1 && selectCommandDoConfirm == 1) {
-        HighlightNextAnswer();
+        HighlightNext();
         string2debugString("selectCommandAnswerIndex=", int2string(selectCommandAnswerIndex), 1);
     }
-    if (selectCommandDoConfirm == 1 && selectCommandAnswerIndex >= 0)
+    if (selectCommandDoConfirm != 1) return;
+    if (selectCommandAnswerIndex >= 0)
         ConfirmAnswer(answers[static_cast<size_t>(selectCommandAnswerIndex)]);
+    else if (const std::string *word = HighlightedWord())
+        ConfirmAnswer(*word);
+}
+
+const std::string *HighlightedWord() {
+    const std::vector<std::string> &words = recognitionState.words;
+    const int index = selectionState.wordIndex;
+    return isIndexOf(words, index) ? &words[static_cast<size_t>(index)] : nullptr;
 }
 
 void ResetSelection() {

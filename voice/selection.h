@@ -2,10 +2,14 @@
 // hold confirms. The button's presses and the frame set requests; each drawing frame carries them out.
 #pragma once
 
+#include <string>
+
 #include "XPLMDataAccess.h"
 
 struct SelectionState {
     int answerIndex = -1;             // the highlighted answer; -1: none
+    int wordIndex = -1;               // the highlighted one of the words behind the answers; -1: none
+    size_t answersBefore = 0;         // that there were when a word was highlighted
     double startTime = 0.0;           // FlightTimeSEC of the last press
     double holdLong = 0.0;            // how long the last press was held, seconds
     int doSelect = 0;                 // a step is pending
@@ -32,8 +36,12 @@ void SelectReleased();
 void RunSelectionClick();
 
 // Once a drawing frame: a pending step moves the highlight to the next answer, half a second after its
-// press; a pending confirmation makes the highlighted answer the recognition.
+// press, and behind the last one to the words of recognitionState; a pending confirmation makes what is
+// highlighted the recognition.
 void CarryOutSelection();
+
+// The word that is highlighted; null: none.
+const std::string *HighlightedWord();
 
 // Ends pending requests and a press that is under way, which then is neither step nor confirmation: while the
 // list is not drawn, and when flight time went back.

@@ -111,6 +111,7 @@ bool RunPushToTalk() {
         isOnExecuteUntilNextCommand = 0;
         onAir = 1;
         isNewRecognitionMayCome = true;
+        recognitionState.wasNoAnswer = false;
         return false;
     }
     if (needCmdRecStop == 1) {
@@ -129,7 +130,7 @@ void ReadServerMessage(bool wasStoppedNow) {
         Next_lipsAnimTime = static_cast<float>(FlightTimeSEC);
     } else if (!message.empty()) {
         Hear(message, HeardFrom::Server);
-    } else if (isAnyInputGood && wasStoppedNow) {
+    } else if (isAnyInputGood && wasStoppedNow && !recognitionState.wasNoAnswer) {
         needCmdRecStop = 0;
         onAir = 0;
         Hear("ANY", HeardFrom::Silence);

@@ -40,12 +40,16 @@ void AddOnce(Texts &texts, const std::string &text) {
     if (std::find(texts.begin(), texts.end(), text) == texts.end()) texts.push_back(text);
 }
 
-// What a block says, without announcements.
+// What a block says, without announcements; or what it does for a word that every crew uses.
 Texts Sayings(const logicblock_struct &block) {
     Texts said;
     for (const structExecute &action : block.executes)
         if (TextOfAction(action.type) == ActionText::Spoken && !action.text.starts_with('#'))
             said.push_back(Spoken(action.text));
+    if (block.executes.size() != 1) return said;
+    const structExecute &action = block.executes.front();
+    if (action.type == ScriptHold || action.type == ScriptSkip)
+        said.push_back("*" + DeedOf(*ActionKindOf(action.type), action.text, action.value) + "*");
     return said;
 }
 

@@ -91,7 +91,7 @@ void EditBlocks(RandomModel &random, const BlockPlace &at, int i, int k) {
     case 10: SetOperator(at, i, k, Index(random, 7)); break;
     case 11: AddAction(at, i); break;
     case 12: DeleteAction(at, i); break;
-    case 13: SetActionType(at, i, Index(random, 14)); break;
+    case 13: SetActionType(at, i, Index(random, 13)); break;
     case 14: CopyAction(at, i); break;
     case 15: PasteAction(at, i); break;
     case 16: AddPoint(at, i); break;

@@ -42,7 +42,9 @@ std::string RandomModel::Calculation() {
 std::string RandomModel::Action() {
     std::string text = OneOf({"yes", "no", "t/command", "t/int", "a; b", "rest"});
     if (Chance(30)) text += "<" + Link() + "> #or <&" + Link() + ">; < no";
-    return "execute=" + std::to_string(Below(14)) + "," + text + "," + OneOf({"0", "1", "2.5", "-1"});
+    const unsigned unknown = 99, kind = Below(14); // 13 and 14 are more than the reference knows
+    return "execute=" + std::to_string(kind == 13 ? unknown : kind) + "," + text + ","
+           + OneOf({"0", "1", "2.5", "-1"});
 }
 
 std::string RandomModel::Block(bool isSerial) {
