@@ -14,6 +14,7 @@
 namespace {
 
 const char *const ButtonDataref = "kv/fennic/click_snd";
+const char *const OneOfTheWords = "instring=say again";
 const char *const LineEnd = "\r\n";
 
 bool isListed(const std::vector<FileLine> &list, const std::string &name) {
@@ -21,13 +22,13 @@ bool isListed(const std::vector<FileLine> &list, const std::string &name) {
                        [&](const FileLine &line) { return FoldCase(line.text) == FoldCase(name); });
 }
 
-// Whether a systems file publishes the select button's dataref.
-bool isButtonPublished(const std::string &systemsFolder, const std::vector<FileLine> &list) {
+// Whether a systems file has a line with the text in it.
+bool isInSystems(const char *text, const std::string &systemsFolder, const std::vector<FileLine> &list) {
     for (const FileLine &name : list) {
         std::vector<FileLine> lines;
         if (isSafeFileName(name.text)) ReadLines(systemsFolder + name.text + ".txt", lines, SystemsFile);
         for (const FileLine &line : lines)
-            if (Contains(line.text, ButtonDataref)) return true;
+            if (Contains(line.text, text)) return true;
     }
     return false;
 }
@@ -59,7 +60,8 @@ bool ImportClistFile(const std::string &path, const std::string &pluginFolder, C
     }
     ClistImportOptions options;
     options.isWhole = isWholeDataref;
-    options.publishesButton = !isButtonPublished(folder, list);
+    options.publishesButton = !isInSystems(ButtonDataref, folder, list);
+    options.bringsWords = !isInSystems(OneOfTheWords, folder, list);
     import = ImportClist(ReadFileToString(path, SystemsFile), options);
     if (import.systems.empty()) {
         reason = "there is no checklist in " + path;

@@ -9,6 +9,7 @@
 #include "systems/import/condition_writer.h"
 #include "systems/import/parameters.h"
 #include "systems/import/spoken.h"
+#include "systems/spoken_links.h"
 #include "systems/writer.h"
 #include "util/numbers.h"
 #include "util/text.h"
@@ -161,7 +162,8 @@ void ClistImporter::MakeSteps(Sequence &sequence) {
         sequence.steps.push_back(std::move(step));
     }
     sequence.ending = pending;
-    sequence.ending.push_back(Announced(sequence.phrase) + " complete.");
+    sequence.ending.push_back(Announced(sequence.phrase) + " complete" + Placeholders[SkippedItems].word
+                              + ".");
 }
 
 Sequence *ClistImporter::FindTarget(const Sequence &from, const std::string &name) {
@@ -205,10 +207,17 @@ std::vector<logicblock_struct> ClistImporter::ContinuationBlocks(Sequence &seque
     return blocks;
 }
 
+// What is said in a step: headings and remarks, also when the step is skipped, and the question.
+std::vector<structExecute> Sayings(const std::vector<std::string> &texts) {
+    std::vector<structExecute> actions;
+    for (const std::string &text : texts)
+        actions.push_back(Action(ScriptSayWait, text, &text == &texts.back() ? 0.0 : 1.0));
+    return actions;
+}
+
 // What ends the step, with what she says then: the texts of the step behind it.
 std::vector<logicblock_struct> StepBlocks(const Step &step, const std::vector<std::string> &texts) {
-    std::vector<structExecute> actions;
-    for (const std::string &text : texts) actions.push_back(Action(ScriptSayWait, text));
+    std::vector<structExecute> actions = Sayings(texts);
     std::vector<logicblock_struct> blocks(1);
     std::vector<compare_block_class> &chain = blocks[0].compares;
     if (!step.isTickedByCondition) JoinAnswers(chain, step.phrases);
@@ -285,8 +294,9 @@ device_struct ClistImporter::OfferDevice() {
         made.executes = std::move(actions);
         return made;
     };
-    const std::vector<structExecute> answered = {Action(ScriptAnswer, "yes"), Action(ScriptAnswer, "no")};
+    std::vector<structExecute> answered = {Action(ScriptAnswer, "yes"), Action(ScriptAnswer, "no")};
     std::vector<structExecute> refused = answered;
+    answered.push_back(Action(ScriptHold, ""));
     refused.push_back(Action(ScriptSay, "Standing by, [SIR]."));
     const compare_block_class isOpen = Comparison(offered, ">", zero),
                               isNone = Comparison(offered, "==", zero);
@@ -342,6 +352,63 @@ void ClistImporter::AddShow(Sequence &sequence, device_struct &offers) {
     offers.outs.push_back(Parameter(sequence.name, std::move(blocks)));
 }
 
+out_parameter_struct ReadFrom(const std::string &name, const char *dataref) {
+    out_parameter_struct parameter = Parameter(name);
+    parameter.inDataref.fullName = dataref;
+    parameter.inDataref.mode = BindingExist;
+    return parameter;
+}
+
+// The words of any crew. They stand in front of the checklists: an item may wait for whatever is said.
+device_struct WordsDevice() {
+    const Operand running = {LinkTo(DataSystem, "WORDS", "RUNNING")}, zero, one = {"", 1.0};
+    const auto block = [](std::vector<compare_block_class> chain, std::vector<structExecute> actions) {
+        logicblock_struct made;
+        made.compares = std::move(chain);
+        made.executes = std::move(actions);
+        return made;
+    };
+    const structExecute none = Action(ScriptSay, "No checklist is running, [SIR].");
+    device_struct device;
+    device.name = "WORDS";
+    device.outs = {
+        ReadFrom("RUNNING", "kv/fo/checklist"),
+        ReadFrom("HELD", "kv/fo/stand_by"),
+        Parameter("SAY AGAIN",
+                  {block({Heard("say again")}, {Action(ScriptSayWait, Placeholders[LastText].word)})}),
+        Parameter("STAND BY", {block({Heard("stand by")}, {Action(ScriptHold, "", 1.0),
+                                                           Action(ScriptSay, "Standing by, [SIR].")})}),
+        Parameter("GO AHEAD",
+                  {block({Heard("go ahead"), Comparison({LinkTo(DataSystem, "WORDS", "HELD")}, "==", one)},
+                         {Action(ScriptHold, "")})}),
+        Parameter("NEXT ITEM", {block({Heard("next item"), Comparison(running, "==", zero)}, {none}),
+                                block({Heard("next item")}, {Action(ScriptSkip, "")})}),
+        Parameter("CHECKLIST",
+                  {block({Heard("checklist"), Comparison(running, "==", zero)}, {none}),
+                   block({Heard("checklist")},
+                         {Action(ScriptSayWait, std::string(Placeholders[WhereInChecklist].word) + ".")})}),
+    };
+    return device;
+}
+
+// What of them is on the screen, and within reach of the select button while it makes sense.
+device_struct OfferedWordsDevice() {
+    const auto whileOne = [](const char *parameter) {
+        logicblock_struct block;
+        block.compares = {Comparison({LinkTo(DataSystem, "WORDS", parameter)}, "==", {"", 1.0})};
+        return block;
+    };
+    std::vector<logicblock_struct> held = {whileOne("HELD")}, words = {whileOne("RUNNING"), {}};
+    held[0].executes = {Action(ScriptInput, "go ahead", 1.0)};
+    for (const char *word : {"next item", "say again", "stand by", "checklist"})
+        words[0].executes.push_back(Action(ScriptInput, word, 1.0));
+    words[1].executes = {Action(ScriptInput, "say again"), Action(ScriptInput, "stand by")};
+    device_struct device;
+    device.name = "WORDS";
+    device.outs = {Parameter("GO AHEAD", std::move(held)), Parameter("WORDS", std::move(words))};
+    return device;
+}
+
 device_struct ClistImporter::MenuDevice() const {
     device_struct device;
     device.name = "CHECKLISTS";
@@ -384,6 +451,7 @@ ClistImport ClistImporter::Import() {
         if (!doubts.outs.empty()) lists.devices.push_back(std::move(doubts));
     }
     menu.devices.push_back(MenuDevice());
+    if (options.bringsWords) menu.devices.push_back(OfferedWordsDevice());
     if (areOffersUsed) menu.devices.push_back(OfferDevice());
     if (!shows.outs.empty()) menu.devices.push_back(std::move(shows));
     if (options.publishesButton) {
@@ -395,7 +463,9 @@ ClistImport ClistImporter::Import() {
         button.outs.push_back(std::move(click));
         menu.devices.push_back(std::move(button));
     }
-    for (const system_class &system : {conditions.System(), lists, menu})
+    system_class data = conditions.System(); // behind all that reads datarefs
+    if (options.bringsWords) data.devices.push_back(WordsDevice());
+    for (const system_class &system : {data, lists, menu})
         if (!system.devices.empty()) Put(system);
     return std::move(result);
 }

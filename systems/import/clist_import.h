@@ -13,6 +13,7 @@ struct ClistImportOptions {
     // Whether the dataref holds whole numbers alone, as far as that is known; equality is exact then.
     std::function<bool(const std::string &dataref)> isWhole = [](const std::string &) { return false; };
     bool publishesButton = true; // the dataref of the select button, unless other systems files do
+    bool bringsWords = true;     // "say again" and the other words of any crew, unless other systems files do
 };
 
 struct ImportedSystem {
