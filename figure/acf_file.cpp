@@ -3,6 +3,8 @@
 // than his aircraft.
 #include "figure/acf_file.h"
 
+#include <map>
+
 #include "util/log.h"
 #include "util/numbers.h"
 #include "util/text.h"
@@ -16,6 +18,61 @@ const int MostObjects = 9999; // far above what any simulator takes
 std::string_view WithoutReturn(std::string_view line) {
     if (line.ends_with('\r')) line.remove_suffix(1);
     return line;
+}
+
+const char *const PlaceKeys[] = {"_v10_att_x_acf_prt_ref", "_v10_att_y_acf_prt_ref",
+                                 "_v10_att_z_acf_prt_ref"};
+const char *const TurnKeys[] = {"_v10_att_phi_ref", "_v10_att_psi_ref", "_v10_att_the_ref"};
+
+// A line such as "P _obja/7/_v10_att_file_stl seat.obj".
+struct Property {
+    int number = -1; // 7; -1: the line is another one
+    std::string_view key, value;
+    size_t valueBegin = 0; // in the line
+};
+
+Property ReadProperty(std::string_view line) {
+    const std::string_view start = "P _obja/";
+    Property property;
+    const size_t slash = line.find('/', start.size()), blank = line.find(' ', start.size());
+    if (!line.starts_with(start) || blank == std::string_view::npos || slash > blank) return property;
+    property.key = line.substr(slash + 1, blank - slash - 1);
+    property.valueBegin = blank + 1;
+    property.value = line.substr(property.valueBegin);
+    while (property.value.ends_with(' ')) property.value.remove_suffix(1);
+    if (!ParseInt(line.substr(start.size(), slash - start.size()), property.number)) property.number = -1;
+    return property;
+}
+
+double &AxisOf(SeatPlace &seat, size_t axis) {
+    return axis == 0 ? seat.x : axis == 1 ? seat.y : seat.z;
+}
+
+// Puts the seat's number into a line that has one of an object's place; its axis, or -1 for any other line.
+int TakePlace(std::string &line, int number, SeatPlace seat) {
+    const Property property = ReadProperty(line);
+    for (size_t axis = 0; axis < std::size(PlaceKeys) && property.number == number; axis++)
+        if (property.key == PlaceKeys[axis]) {
+            line.replace(property.valueBegin, std::string::npos, double2string(AxisOf(seat, axis)));
+            return static_cast<int>(axis);
+        }
+    return -1;
+}
+
+// What an aircraft file says of one of its objects.
+struct AttachedObject {
+    bool isFigure = false, isTurned = false;
+    SeatPlace seat;
+    int axes = 0; // of its place that are numbers
+};
+
+void TakeProperty(const Property &property, AttachedObject &object) {
+    if (property.key == "_v10_att_file_stl" && property.value == FigureObject) object.isFigure = true;
+    for (size_t axis = 0; axis < std::size(PlaceKeys); axis++)
+        if (property.key == PlaceKeys[axis])
+            object.axes += ParseDouble(property.value, AxisOf(object.seat, axis)) ? 1 : 0;
+    for (const char *turn : TurnKeys)
+        if (property.key == turn && LeadingNumber(property.value) != 0.0) object.isTurned = true;
 }
 
 // The number of objects that a line "P _obja/count N" states, or -1.
@@ -84,6 +141,57 @@ bool AttachObject(const std::string &acf, const AircraftFileFacts &facts, const 
             return write(object) && write(count) && write("\r\n");
         };
         return ReadEachLine(acf, AircraftFile, copyLine) == Reading::Read && attached == 1;
+    };
+    return WriteFileInPieces(acf, copyLines);
+}
+
+std::vector<FileLine> PlaceObject(std::vector<FileLine> properties, const SeatPlace &seat) {
+    bool isPlaced[std::size(PlaceKeys)] = {};
+    for (FileLine &property : properties) {
+        const int axis = TakePlace(property.text, ReadProperty(property.text).number, seat);
+        if (axis >= 0) isPlaced[axis] = true;
+    }
+    for (size_t axis = 0; axis < std::size(PlaceKeys); axis++) {
+        if (isPlaced[axis]) continue;
+        properties.push_back({0, std::string("P _obja/0/") + PlaceKeys[axis] + " 0"});
+        TakePlace(properties.back().text, 0, seat);
+    }
+    return properties;
+}
+
+AttachedFigure FindAttachedFigure(const std::string &acf) {
+    std::map<int, AttachedObject> objects;
+    const auto take = [&](std::string_view whole) {
+        const Property property = ReadProperty(WithoutReturn(whole));
+        if (property.number >= 0 && property.number <= MostObjects)
+            TakeProperty(property, objects[property.number]);
+        return true;
+    };
+    const Reading reading = ReadEachLine(acf, AircraftFile, take);
+    if (reading == Reading::Absent) LogFileProblem("FileIO:Cant open file ", acf);
+    if (reading != Reading::Read) return {.reason = "it cannot be read"};
+    AttachedFigure figure = {.reason = std::string("no object in it is ") + FigureObject};
+    for (const auto &[number, object] : objects) {
+        if (!object.isFigure) continue;
+        if (figure.number >= 0)
+            return {.reason = std::string("more than one object in it is ") + FigureObject};
+        figure = {.number = number, .seat = object.seat};
+        if (object.axes != 3) figure.reason = "her object in it has no place";
+        if (object.isTurned) figure.reason = "her object in it is turned";
+    }
+    return figure;
+}
+
+bool MoveObject(const std::string &acf, int number, const SeatPlace &seat) {
+    const auto copyLines = [&](const WritePiece &write) {
+        int moved = 0;
+        const auto copyLine = [&](std::string_view whole) {
+            std::string line(WithoutReturn(whole));
+            const size_t length = line.size();
+            if (TakePlace(line, number, seat) >= 0) moved++;
+            return write(line) && write(whole.substr(length)) && write("\n");
+        };
+        return ReadEachLine(acf, AircraftFile, copyLine) == Reading::Read && moved == 3;
     };
     return WriteFileInPieces(acf, copyLines);
 }

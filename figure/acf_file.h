@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "frame/aircraft.h"
 #include "util/files.h"
 
 // What one pass over an aircraft file finds.
@@ -25,7 +26,24 @@ AircraftFileFacts ExamineAircraftFile(const std::string &acf);
 bool NumberObject(const std::vector<FileLine> &properties, int number, std::string &object,
                   std::string &reason);
 
+// The properties of an object with its place at the seat; those of the place that it lacks come behind.
+std::vector<FileLine> PlaceObject(std::vector<FileLine> properties, const SeatPlace &seat);
+
 // Puts the lines of an object in front of the line that states the number of objects, and one more there.
 // Every other line, empty ones too, stays as it is, but all lines end in "\r\n". False, with one line in the
 // log and the file as it was, when it cannot be replaced or is not any more what the facts say.
 bool AttachObject(const std::string &acf, const AircraftFileFacts &facts, const std::string &object);
+
+// The object in an aircraft file that is the figure's.
+struct AttachedFigure {
+    int number = -1; // of the object
+    SeatPlace seat = {};
+    std::string reason = {}; // why it cannot be told: not attached, attached twice, turned, without a place
+};
+
+// One line in the log when the file cannot be read.
+AttachedFigure FindAttachedFigure(const std::string &acf);
+
+// Moves an object to the seat; all else in the file stays as it is. False, with one line in the log and the
+// file as it was, when it cannot be replaced or the object has no place there.
+bool MoveObject(const std::string &acf, int number, const SeatPlace &seat);

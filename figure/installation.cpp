@@ -107,7 +107,9 @@ void AttachFigure() {
             string2debugString(".acf file was not changed - it already contain kvfennic.obj", "", 1);
         return;
     }
-    const std::vector<FileLine> properties = ReadFileLines(propertiesFile);
+    std::vector<FileLine> properties = ReadFileLines(propertiesFile);
+    if (ThisAircraft().seat && !properties.empty())
+        properties = PlaceObject(properties, *ThisAircraft().seat);
     std::string object, reason = facts.reason;
     const bool isSound = reason.empty() && NumberObject(properties, facts.objects, object, reason);
     // A file that is refused gets no backup, which would come back over a sound one some day.

@@ -1,7 +1,7 @@
 -- Aircraft that "data/aircraft.txt" describes: an invented one is served, with what its row says; what is wrong in
 -- the file costs its line alone; the aircraft that she knows are hers first.
 --
--- With a folder as the first argument, a picture of the figure that was set up goes there.
+-- With a folder as the first argument, pictures of the figure in her seat go there.
 local check = require "lib.check"
 
 local folder, plugin = sim.dir("aircraft"), sim.dir("plugin")
@@ -81,3 +81,70 @@ tells(log, "Aircraft detected: O737X", "data/aircraft.txt describes other aircra
 log = start("mine.acf", KNOWN, "aircraft=\n") -- whose file she does not know
 tells(log, "Aircraft detected: any aircraft, by data/aircraft.txt line 1")
 check.equal(sim.get("test/loaded"), 1, "its systems")
+
+-- ---- The figure at the row's seat, and moved from there ----
+
+local SEATS = "P _obja/0/_v10_att_file_stl seats.obj\nP _obja/0/_v10_att_x_acf_prt_ref 1.600000000\n"
+    .. "P _obja/0/_v10_att_y_acf_prt_ref 0.900000000\nP _obja/0/_v10_att_z_acf_prt_ref 8.000000000\n"
+local PLACED = "# mine\raircraft=Zephyr\rseat=1.4,0.6,7.25\rsetup=acf\r"
+
+-- The numbers of an object's place in a text of properties.
+local function place(text, object)
+    local numbers = {}
+    for i, axis in ipairs {"x", "y", "z"} do
+        numbers[i] = tonumber(text:match("_obja/" .. object .. "/_v10_att_" .. axis .. "_acf_prt_ref ([^\r\n]+)"))
+    end
+    return numbers
+end
+local function acf() return check.read(folder .. "zephyr.acf") end
+local function is_at(wanted, actual, what)
+    for i = 1, 3 do check.near(actual[i], wanted[i], 1e-5, what .. ", axis " .. i) end
+end
+local function show(name)
+    if not arg[1] then return end
+    sim.show("front")
+    sim.frames(1)
+    sim.screenshot(arg[1] .. name .. ".png")
+    sim.show("none")
+end
+
+check.write(plugin .. "data/developer.txt", "editor=1\n")
+os.execute("cp '" .. plugin .. "data/obj/seats.obj' '" .. folder .. "objects/'")
+start("zephyr.acf", "Zephyr\n" .. SEATS, PLACED)
+check.write(file, acf():gsub("count 0", "count 1"))
+sim.push("Setup")
+sim.push("OK")
+is_at({1.4, 0.6, 7.25}, place(acf(), 1), "set up at the row's seat")
+is_at({1.75, 1.2, 11.5}, place(check.read(plugin .. "data/obj/acf.txt"), 0), "which is not that of acf.txt")
+sim.restart()
+sim.run(2)
+check.that(works(), "she works")
+show("seat_first")
+
+-- In the position creator: twice, since he who sees her sit well saves, and then sees a little more.
+sim.choose("Fennic/Editor")
+for _, moved in ipairs {{0.03048, 0.03048, 0.1524}, {0.06096, 0.09144, 0.2286}} do
+    for i, axis in ipairs {"x", "y", "z"} do sim.set("kv/fo/xyz_" .. axis, moved[i]) end
+    sim.log()
+    sim.said()
+    sim.choose("Fennic/Save Seat")
+    check.list(sim.said(), {"My seat is saved. Please reload the aircraft."}, "she tells")
+    check.equal(check.count(check.log(), "Seat saved: "), 1, "so does the log")
+    local seat = {1.4 + moved[1] / 0.3048, 0.6 + moved[2] / 0.3048, 7.25 + moved[3] / 0.3048}
+    is_at(seat, place(acf(), 1), "the aircraft's file")
+    is_at(seat, place(check.read(plugin .. "data/obj/acf.txt"), 0), "acf.txt")
+end
+is_at({1.6, 0.9, 8}, place(acf(), 0), "her neighbour")
+check.equal(check.read(plugin .. "data/aircraft.txt"), PLACED:gsub("1.4,0.6,7.25", "1.6,0.9,8"), "her row")
+sim.restart()
+sim.run(2)
+check.list({sim.get("kv/fo/xyz_x"), sim.get("kv/fo/xyz_y"), sim.get("kv/fo/xyz_z")}, {0, 0, 0}, "no offset any more")
+show("seat_saved")
+
+-- Where she is not in the file, nothing is written.
+check.write(file, (acf():gsub("kvfennic.obj", "nobody.obj")))
+local before = acf()
+sim.choose("Fennic/Save Seat")
+check.equal(check.count(check.log(), "Seat not saved: "), 1, "why, in the log")
+check.equal(acf(), before, "the aircraft's file")
+sim.stop()

@@ -28,6 +28,7 @@ struct AircraftTraits {
     bool publishesRunways = false;      // those of its flight management: for call-outs and spoken texts
     bool hasClickSound = false;         // the held select button confirms also before its dataref is there
     std::optional<SeatPlace> seat = {}; // where it is not that of "data/obj/acf.txt"
+    int seatLine = 0;                   // of "data/aircraft.txt" that says so
 };
 
 // One description, and what it stands for.

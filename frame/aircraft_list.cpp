@@ -20,14 +20,21 @@ std::string_view Trimmed(std::string_view text) {
     return text;
 }
 
+// How long the line at the beginning of a text is: without its end, and with it.
+size_t LineLength(std::string_view text) {
+    return std::min(text.find_first_of("\r\n"), text.size());
+}
+size_t WholeLineLength(std::string_view text) {
+    const size_t length = LineLength(text);
+    return std::min(length + (text.substr(length).starts_with("\r\n") ? 2 : 1), text.size());
+}
+
 std::vector<FileLine> CutLines(std::string_view text) {
     std::vector<FileLine> lines;
     if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3); // a byte-order mark
     for (int number = 1; !text.empty(); number++) {
-        const size_t end = std::min(text.find_first_of("\r\n"), text.size());
-        lines.push_back({number, std::string(Trimmed(text.substr(0, end)))});
-        text.remove_prefix(end);
-        text.remove_prefix(text.starts_with("\r\n") ? 2 : text.empty() ? 0 : 1);
+        lines.push_back({number, std::string(Trimmed(text.substr(0, LineLength(text))))});
+        text.remove_prefix(WholeLineLength(text));
     }
     return lines;
 }
@@ -102,7 +109,7 @@ public:
     void EndRow() {
         if (rows.empty()) return;
         if (rows.back().traits.seat && rows.back().traits.setup != FigureSetup::Attached) {
-            Tell(seatLine,
+            Tell(rows.back().traits.seatLine,
                  "a seat counts with setup=acf alone, by which the figure comes into the aircraft's file",
                  true);
             rows.back().traits.seat.reset();
@@ -113,7 +120,6 @@ public:
 private:
     std::vector<AircraftRow> &rows;
     std::vector<std::string_view> seen; // keys of the row
-    int seatLine = 0;
 
     static void Tell(int line, const std::string &reason, bool isLogged) {
         Report({.severity = Severity::Warning,
@@ -164,7 +170,7 @@ private:
             if (name != "file") value = Trimmed(value.substr(0, value.find('#')));
             std::string reason = key.take(rows.back(), value);
             if (reason.empty()) seen.push_back(key.name);
-            if (name == "seat") seatLine = line.number;
+            if (name == "seat") rows.back().traits.seatLine = line.number;
             return reason;
         }
         return "the keys are aircraft, file, setup, seat, runways and clicksound";
@@ -181,4 +187,14 @@ bool ReadAircraftList(const std::string &pluginFolder, std::vector<AircraftRow> 
     for (const FileLine &line : CutLines(text)) reader.TakeLine(line);
     reader.EndRow();
     return true;
+}
+
+std::string WithSeat(const std::string &list, int line, const SeatPlace &seat) {
+    size_t begin = 0;
+    for (int number = 1; number < line; number++)
+        begin += WholeLineLength(std::string_view(list).substr(begin));
+    std::string text = "seat=";
+    for (const double feet : {seat.x, seat.y, seat.z})
+        text += (text.ends_with('=') ? "" : ",") + ShortDecimal(feet);
+    return std::string(list).replace(begin, LineLength(std::string_view(list).substr(begin)), text);
 }

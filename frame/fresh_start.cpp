@@ -8,6 +8,7 @@
 #include "figure/installation.h"
 #include "figure/position_creator.h"
 #include "figure/positions.h"
+#include "figure/seat.h"
 #include "figure/setup_dialogs.h"
 #include "frame/aircraft.h"
 #include "frame/commands.h"
@@ -52,6 +53,7 @@ void ResetEverything() {
     ResetPositions();
     ResetPositionCreator();
     ResetInstallation();
+    ResetSeat();
     ResetSetupDialogs();
 
     ResetExecuter();

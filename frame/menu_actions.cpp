@@ -10,6 +10,7 @@
 #include "figure/dataref_list.h"
 #include "figure/position_creator.h"
 #include "figure/positions.h"
+#include "figure/seat.h"
 #include "figure/setup_dialogs.h"
 #include "frame/checklist_import.h"
 #include "frame/settings.h"
@@ -58,6 +59,11 @@ void ToggleStepByStep() {
     lockStep = isNeedStep;
 }
 
+void SaveSeatAndTell() {
+    SendMSG(std::string(link_words::Say)
+            + (SaveSeat() ? "My seat is saved. Please reload the aircraft." : "I could not save my seat."));
+}
+
 // What each version has brought. The log names the file, for whoever's system opens nothing.
 void ShowChanges() {
     const std::string file = WhatPluginPath() + "CHANGELOG.txt";
@@ -90,6 +96,7 @@ const MenuAction Actions[] = {
     {"Save Position", SavePositionToFile},
     {"SavePresetL", SavePresetLeftToFile},
     {"SavePresetR", SavePresetRghtToFile},
+    {"SaveSeat", SaveSeatAndTell},
     {"Editor", EditorPanel_Create},
     {"Reload Scripts", ReadPositionFolder},
     {"DataRef List", ReadDrfListFromCockpitAndAcf},

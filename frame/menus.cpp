@@ -133,6 +133,7 @@ void AddDeveloperTools() {
     AddItem(idFENNIC, "Save Position", "Save Position");
     AddItem(idFENNIC, "Save Preset L", "SavePresetL");
     AddItem(idFENNIC, "Save Preset R", "SavePresetR");
+    if (ThisAircraft().setup == FigureSetup::Attached) AddItem(idFENNIC, "Save Seat", "SaveSeat");
     AddItem(idFENNIC, "Reload Scripts", "Reload Scripts");
     AddItem(idFENNIC, "Log ACF DataRefs", "DataRef List");
     AddItem(idFENNIC, "Step-by-Step", "Step");

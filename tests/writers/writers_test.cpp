@@ -16,9 +16,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "figure/acf_file.h"
 #include "figure/channels.h"
 #include "figure/installation.h"
 #include "figure/positions.h"
+#include "figure/seat.h"
 #include "frame/aircraft.h"
 #include "frame/settings.h"
 #include "frame/shipped_files.h"
@@ -29,6 +31,7 @@
 #include "tests/writers/file_calls.h"
 #include "util/checksum.h"
 #include "util/files.h"
+#include "util/paths.h"
 #include "voice/phrases.h"
 #include "voice/speech_link.h"
 
@@ -270,6 +273,26 @@ void ShipVersion(Writers &folder, const std::string &version) {
     folder.write("shipped/custom/positions-w/rest/r.txt", "pose " + version);
 }
 
+// The figure is attached to the aircraft.
+void ShipAndSeat(Writers &folder) {
+    folder.Ship(767);
+    folder.LoadChannels();
+    folder.write("data/obj/acf.txt", "P _obja/0/_v10_att_file_stl kvfennic.obj\n"
+                                     "P _obja/0/_v10_att_x_acf_prt_ref 1\n"
+                                     "P _obja/0/_v10_att_y_acf_prt_ref 2\n"
+                                     "P _obja/0/_v10_att_z_acf_prt_ref 3\n");
+    SetUpThisAircraft();
+}
+
+// The author moves her from where she sits to where she is to sit, two feet to the right of the middle.
+void MoveAndSaveSeat(Writers &) {
+    const AttachedFigure figure = FindAttachedFigure(WhatThisAircraftAcfPath());
+    if (!figure.reason.empty()) return; // the harm was done before she was seen
+    const double feet = 2.0 - figure.seat.x;
+    XPLMSetDataf(anim[FigureOffsetChannel].dataref[0], static_cast<float>(feet * 0.3048));
+    SaveSeat();
+}
+
 const Writer AllWriters[] = {
     {"settings",
      [](Writers &folder) {
@@ -296,6 +319,7 @@ const Writer AllWriters[] = {
          NewDevice({NewSystem({2}), -1});
      },
      SaveSystems, true},
+    {"seat", ShipAndSeat, MoveAndSaveSeat},
     {"shipped", [](Writers &folder) { ShipVersion(folder, "1"); },
      [](Writers &) { PutShippedFilesInPlace(); }},
     {"shipped_update",
