@@ -30,8 +30,8 @@ foreach(line IN LISTS dynamic)
     endif()
 endforeach()
 
-# The C library that an Ubuntu 22.04 and the relatives of RHEL 9 have. On a system with a newer one than Debian
-# 12 has, the compiler asks for more; packages are not built there.
+# The C library that an Ubuntu 22.04 and the relatives of RHEL 9 have; the plug-in wants an older one. On a system
+# with a newer one than Debian 12 has, the compiler asks for more; packages are not built there.
 if(NOT newest_wanted)
     set(newest_wanted 2.34)
 endif()

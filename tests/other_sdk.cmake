@@ -37,5 +37,5 @@ endif()
 
 unset(ENV{CCACHE_DISABLE})
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target fennic COMMAND_ERROR_IS_FATAL ANY)
-execute_process(COMMAND ${CMAKE_COMMAND} -DNM=${NM} -DREADELF=${READELF} -DLIBRARY=${BUILD}/lin.xpl -P
+execute_process(COMMAND ${CMAKE_COMMAND} -DNM=${NM} -DREADELF=${READELF} -DLIBRARY=${BUILD}/lin.xpl -Dnewest_wanted=2.31 -P
                         ${CMAKE_CURRENT_LIST_DIR}/exports.cmake COMMAND_ERROR_IS_FATAL ANY)

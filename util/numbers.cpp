@@ -1,34 +1,14 @@
-// Number conversions over the C library, pinned to the "C" locale: strtod_l for reading, and snprintf
-// inside a scope that switches this thread's locale for writing.
+// What is a number, and how it is cut, padded and rounded; the conversions themselves are the system's.
 #include "util/numbers.h"
 
 #include <algorithm>
-#include <clocale>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <limits>
-#include <locale.h>
-#if __has_include(<xlocale.h>)
-#include <xlocale.h>
-#endif
 
+#include "util/number_calls.h"
 #include "util/text.h"
 
 namespace {
-
-locale_t PlainLocale() {
-    static const locale_t plain = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr));
-    return plain;
-}
-
-template <typename... Values> std::string FormatPlain(const char *format, Values... values) {
-    const locale_t before = uselocale(PlainLocale());
-    char buffer[400]; // the largest double has 309 digits before the point, the smallest 324 behind it
-    const int length = std::snprintf(buffer, sizeof buffer, format, values...);
-    uselocale(before);
-    return std::string(buffer, static_cast<size_t>(length));
-}
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
@@ -59,9 +39,9 @@ double Convert(std::string_view decimal) {
     if (decimal.size() < sizeof buffer) {
         decimal.copy(buffer, decimal.size());
         buffer[decimal.size()] = '\0';
-        return strtod_l(buffer, nullptr, PlainLocale());
+        return NearestDouble(buffer);
     }
-    return strtod_l(std::string(decimal).c_str(), nullptr, PlainLocale());
+    return NearestDouble(std::string(decimal).c_str());
 }
 
 std::string_view TrimBlanks(std::string_view text) {
@@ -115,11 +95,11 @@ std::string int2string(int n) {
 }
 
 std::string float2string(double x) {
-    return FormatPlain("%f", x);
+    return FixedDecimals(x, 6);
 }
 
 std::string double2string(double x) {
-    return FormatPlain("%f", x);
+    return FixedDecimals(x, 6);
 }
 
 // Seventeen digits tell any double; those of a small one begin behind its zeros.
@@ -128,7 +108,7 @@ std::string ExactDecimal(double x) {
     if (Convert(text) == x) return text;
     const int zeros = static_cast<int>(-std::floor(std::log10(std::fabs(x)))) - 1;
     for (int decimals = std::max(7, zeros); Convert(text) != x && decimals <= zeros + 18; decimals++)
-        text = FormatPlain("%.*f", decimals, x);
+        text = FixedDecimals(x, decimals);
     return text;
 }
 
@@ -140,8 +120,7 @@ std::string ShortDecimal(double x) {
 }
 
 std::string SignificantDigits(double x, int digits) {
-    const char *const formats[] = {"%.1g", "%.2g", "%.3g", "%.4g", "%.5g", "%.6g"};
-    return FormatPlain(formats[std::clamp(digits, 1, 6) - 1], x);
+    return GeneralDigits(x, std::clamp(digits, 1, 6));
 }
 
 std::string FormatFloat2String(double x, int intDigits, int fracDigits) {

@@ -1,4 +1,4 @@
-// Paths as the simulator reports them, in POSIX form. A call costs a few string operations and is
+// Paths as the simulator reports them, with slashes. A call costs a few string operations and is
 // meant for loading and saving, not for a frame.
 #include "util/paths.h"
 
@@ -13,7 +13,7 @@
 namespace {
 
 const size_t PathSize = 2048;       // the simulator asks for 256 and 512
-const size_t LibraryNameLength = 7; // "mac.xpl", "lin.xpl"
+const size_t LibraryNameLength = 7; // "mac.xpl", "lin.xpl", "win.xpl"
 const char *const NativePaths = "XPLM_USE_NATIVE_PATHS";
 
 // False when only a part of the path fits.
@@ -56,7 +56,7 @@ void UseNativePaths() {
 
 int ConvertPath(const char *in, char *out, size_t size) {
     if (!in || !out || size == 0) return -1;
-    if (in[0] != '/' && ConvertColonPath(in, out, size) == 0) return 0;
+    if (in[0] != '/' && ConvertNativePath(in, out, size) == 0) return 0;
     const bool isWhole = CopyPath(in, out, size);
     return in[0] == '/' && isWhole ? 0 : -1;
 }

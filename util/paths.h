@@ -8,9 +8,9 @@
 // What refuses goes on giving colon-separated ones on macOS, which are converted.
 void UseNativePaths();
 
-// Turns a path as the simulator gives it into a POSIX path of at most size bytes with its zero byte: one that
-// begins with "/" is one already. 0, or -1 when it does not fit or cannot be converted; out then holds as
-// much of the path as it came.
+// Turns a path as the simulator gives it into one with slashes, "/…" or on Windows "C:/…", of at most size
+// bytes with its zero byte: one that begins with "/" is one already. 0, or -1 when it does not fit or cannot
+// be converted; out then holds as much of the path as it came.
 int ConvertPath(const char *in, char *out, size_t size);
 
 // The simulator's root folder.

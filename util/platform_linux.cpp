@@ -7,7 +7,7 @@
 
 #include "util/pipes.h"
 
-int ConvertColonPath(const char *, char *, size_t) {
+int ConvertNativePath(const char *, char *, size_t) {
     return -1;
 }
 

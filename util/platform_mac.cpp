@@ -7,7 +7,7 @@
 
 #include "util/pipes.h"
 
-int ConvertColonPath(const char *in, char *out, size_t size) {
+int ConvertNativePath(const char *in, char *out, size_t size) {
     int result = -1;
     const CFStringRef native = CFStringCreateWithCString(kCFAllocatorDefault, in, kCFStringEncodingUTF8);
     if (!native) return result;

@@ -33,7 +33,6 @@ template <typename Record> int InsertBehind(std::vector<Record> &records, int af
 
 template <typename Record> constexpr int ListOf = ListOfPoints;
 template <> constexpr int ListOf<compare_block_class> = ListOfComparisons;
-template <> constexpr int ListOf<calcBlock_struct> = ListOfCalculations;
 template <> constexpr int ListOf<structExecute> = ListOfActions;
 
 // One record of a block's list, with its step.

@@ -1,0 +1,2 @@
+/* Included with gl.h. */
+#include <GL/glext.h>

@@ -1,0 +1,98 @@
+# What a Mac's simulator will find in a library that was made for it on Linux: code for both families of
+# processors, the five entry points and nothing else; wanted are the simulator's interface, and what the named
+# libraries of macOS 11 have; the signature is whole; nothing tells where it was made.
+#   cmake -DLIBRARY=<mac.xpl> -DSOURCE=<checkout> -P mac_library.cmake
+cmake_minimum_required(VERSION 3.25)
+include(${SOURCE}/cmake/interface_names.cmake)
+include(${CMAKE_CURRENT_LIST_DIR}/library_checks.cmake)
+
+set(system_libraries ApplicationServices CoreFoundation OpenGL libSystem)
+foreach(tool nm objdump lipo)
+    find_program(${tool} NAMES llvm-${tool}-14 llvm-${tool} REQUIRED)
+endforeach()
+
+# The signature of one family's library: an ad-hoc one, in which the checksum of each page is right.
+function(check_signature family thin)
+    output_lines(headers ${objdump} --macho --private-headers ${thin})
+    string(REGEX MATCH "LC_CODE_SIGNATURE;[^L]*dataoff ([0-9]+)" found "${headers}")
+    if(NOT found)
+        message(SEND_ERROR "${family}: no signature")
+        return()
+    endif()
+    # Numbers of a signature have the high byte first. The table of its parts begins 12 bytes on; the first part
+    # is the code directory.
+    set(signature ${CMAKE_MATCH_1})
+    file(READ ${thin} head OFFSET ${signature} LIMIT 20 HEX)
+    string(SUBSTRING "${head}" 32 8 directory)
+    math(EXPR directory "${signature} + 0x${directory}")
+    file(READ ${thin} head OFFSET ${directory} LIMIT 44 HEX)
+    foreach(field magic:0 flags:24 hashes:32 pages:56 signed:64)
+        string(REGEX MATCH "(.*):(.*)" field ${field})
+        string(SUBSTRING "${head}" ${CMAKE_MATCH_2} 8 ${CMAKE_MATCH_1})
+    endforeach()
+    math(EXPR is_ad_hoc "0x${flags} & 2")
+    if(NOT magic STREQUAL "fade0c02" OR NOT is_ad_hoc)
+        message(SEND_ERROR "${family}: no ad-hoc signature, but ${head}")
+        return()
+    endif()
+    math(EXPR hashes "${directory} + 0x${hashes}")
+    math(EXPR size "0x${pages} * 32")
+    math(EXPR signed "0x${signed}")
+    file(READ ${thin} kept OFFSET ${hashes} LIMIT ${size} HEX)
+    file(MAKE_DIRECTORY ${thin}.pages)
+    execute_process(COMMAND head -c ${signed} ${thin} COMMAND split -a 4 -b 4096 - ${thin}.pages/
+                    COMMAND_ERROR_IS_FATAL ANY)
+    file(GLOB files ${thin}.pages/*) # sorted
+    execute_process(COMMAND sha256sum ${files} OUTPUT_VARIABLE made COMMAND_ERROR_IS_FATAL ANY)
+    string(REGEX REPLACE " [^\n]*\n" "" made "${made}")
+    file(REMOVE_RECURSE ${thin}.pages)
+    if(NOT made STREQUAL kept OR NOT signed EQUAL signature)
+        message(SEND_ERROR "${family}: what is signed has been changed since")
+    endif()
+endfunction()
+
+file(GLOB headers ${SOURCE}/sdk/XP*.h)
+interface_names(interface ${headers})
+file(STRINGS ${SOURCE}/cmake/entry_points.exp entry_points)
+
+output_lines(families ${lipo} -archs ${LIBRARY})
+string(REGEX REPLACE " +" ";" families "${families}")
+list(REMOVE_ITEM families "")
+expect("families of processors" "${families}" "arm64;x86_64")
+
+foreach(family IN LISTS families)
+    output_lines(exported ${nm} --arch=${family} --extern-only --defined-only --format=just-symbols ${LIBRARY})
+    list(FILTER exported EXCLUDE REGEX ":$|^$")
+    expect("${family}: exported" "${exported}" "${entry_points}")
+
+    output_lines(wanted ${nm} --arch=${family} --undefined-only --format=darwin ${LIBRARY})
+    set(calls 0)
+    foreach(symbol IN LISTS wanted)
+        if(symbol MATCHES "external _(XP[A-Za-z0-9]+) \\(dynamically looked up\\)" AND CMAKE_MATCH_1 IN_LIST interface)
+            math(EXPR calls "${calls} + 1")
+        elseif(NOT (symbol MATCHES "\\(from ([A-Za-z]+)\\)" AND CMAKE_MATCH_1 IN_LIST system_libraries)
+               AND NOT symbol MATCHES ":$|^$")
+            message(SEND_ERROR "${family}: wanted, but offered neither by the simulator nor by the system: ${symbol}")
+        endif()
+    endforeach()
+    if(calls EQUAL 0)
+        message(SEND_ERROR "${family}: no call of the simulator's interface among ${wanted}")
+    endif()
+
+    set(thin ${LIBRARY}.${family})
+    execute_process(COMMAND ${lipo} ${LIBRARY} -thin ${family} -output ${thin} COMMAND_ERROR_IS_FATAL ANY)
+    output_lines(needed ${objdump} --macho --dylibs-used ${thin})
+    list(FILTER needed INCLUDE REGEX "compatibility version")
+    list(TRANSFORM needed REPLACE "^[ \t]*(.*/)?([A-Za-z]+)[^/]* \\(compatibility.*" "\\2")
+    list(REMOVE_ITEM needed mac)
+    expect("${family}: needed" "${needed}" "${system_libraries}")
+
+    output_lines(load_commands ${objdump} --macho --private-headers ${thin})
+    if(NOT load_commands MATCHES "platform macos; *sdk [0-9.]+; *minos 11\\.0;")
+        message(SEND_ERROR "${family}: not for macOS 11 and later")
+    endif()
+    check_signature(${family} ${thin})
+    file(REMOVE ${thin})
+endforeach()
+
+expect_no_paths(${LIBRARY})
