@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstring>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 
 #include "speech/voice/resampler.h"
 
@@ -102,8 +102,9 @@ bool ReadWav(const std::string &bytes, Samples &samples, std::string &error) {
 bool ReadWavFile(const std::string &path, Samples &samples, std::string &error) {
     std::ifstream file(path, std::ios::binary);
     if (!file) return Fail(error, "cannot be read");
-    const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    return ReadWav(bytes, samples, error);
+    std::ostringstream bytes;
+    bytes << file.rdbuf(); // which, unlike its iterators, does not throw where the path is a folder
+    return ReadWav(bytes.str(), samples, error);
 }
 
 bool WriteWavFile(const std::string &path, const Samples &samples) {

@@ -197,6 +197,7 @@ TEST(WavFile, IsReadInEveryUsualFormat) {
     EXPECT_EQ(samples, (Samples{16384, -16384}));
     EXPECT_TRUE(ReadWav(Wav(3, 2, 16000, 32, floats, 8), samples, error));
     EXPECT_EQ(samples, Samples{0});
+    EXPECT_FALSE(ReadWavFile(testing::TempDir(), samples, error));
     EXPECT_TRUE(ReadWav(Wav(1, 1, 48000, 16, std::string(96000, '\0'), 96000), samples, error));
     EXPECT_EQ(samples.size(), 16000U);
     std::string tones; // 1 kHz, which stays, and 12 kHz, which no file of ours can hold
