@@ -185,8 +185,9 @@ struct FrameView {
 
 void ConsumeRecognition(SystemsProgram &program, uint32_t block, const StepContext &step) {
     TraceConsumption(program, block);
+    const std::vector<std::string> &words = recognitionState.words;
+    recognitionState.wasWord = std::find(words.begin(), words.end(), LastRecognition) != words.end();
     ForgetRecognition();
-    recognitionState.wasNoAnswer = !step.isSerial;
     if (step.isSerial) {
         isNewRecognitionMayCome = false;
         GoOn(false);

@@ -14,12 +14,12 @@ struct input_struct {
 };
 
 struct RecognitionState {
-    std::string newest;       // the newest recognised text; the systems cycle clears it when used
-    std::string handled;      // the one handled last
-    bool mayCome = false;     // set at push-to-talk, cleared when a recognition was used
-    bool wasNoAnswer = false; // since push-to-talk something was said that no sequence has used
-    bool isAnyGood = false;   // a script waits for an answer that any utterance satisfies
-    bool isSome = false;      // cleared when such an answer is consumed
+    std::string newest;     // the newest recognised text; the systems cycle clears it when used
+    std::string handled;    // the one handled last
+    bool mayCome = false;   // set at push-to-talk, cleared when a recognition was used
+    bool wasWord = false;   // used since push-to-talk: one of the words below, no silence and no answer
+    bool isAnyGood = false; // a script waits for an answer that any utterance satisfies
+    bool isSome = false;    // cleared when such an answer is consumed
     int isOnUntilNextCommand = 0;
     bool isSequenceRunning = false; // a serial device is running
     // What the running scripts wait for, rebuilt by the systems cycle every frame.

@@ -111,7 +111,7 @@ bool RunPushToTalk() {
         isOnExecuteUntilNextCommand = 0;
         onAir = 1;
         isNewRecognitionMayCome = true;
-        recognitionState.wasNoAnswer = false;
+        recognitionState.wasWord = false;
         return false;
     }
     if (needCmdRecStop == 1) {
@@ -130,7 +130,7 @@ void ReadServerMessage(bool wasStoppedNow) {
         Next_lipsAnimTime = static_cast<float>(FlightTimeSEC);
     } else if (!message.empty()) {
         Hear(message, HeardFrom::Server);
-    } else if (isAnyInputGood && wasStoppedNow && !recognitionState.wasNoAnswer) {
+    } else if (isAnyInputGood && wasStoppedNow && !recognitionState.wasWord) {
         needCmdRecStop = 0;
         onAir = 0;
         Hear("ANY", HeardFrom::Silence);
