@@ -9,18 +9,16 @@
 // the same block fire. So a frame evaluates what is marked, in the same order, and this is what marks:
 //
 // - A value that is stored and differs from the old one, in any bit, marks those that read it: its
-// dependents.
-//   Those behind it in the order see it in this frame, and their marks are met in this frame; those before
-//   it, and the parameter itself, see it in the next, for which their marks are left. So a mark is always met
-//   when evaluating everything would first have seen the new value.
-// - A sequence is evaluated as a whole, in its gates' order, and stands in the order at its first step, whose
-//   mark is that of all. Its gates look at its own steps, so it reads them all; and at whether the queue of
-//   actions is empty: when that changes, every sequence is marked.
+//   dependents. Those behind it in the order see it in this frame, and their marks are met in this frame;
+//   those before it, and the parameter itself, see it in the next, for which their marks are left. So a
+//   mark is always met when evaluating everything would first have seen the new value.
+// - A sequence is evaluated as a whole, in its gates' order, and stands in the order at its first step,
+//   whose mark is that of all. Its gates look at its own steps, so it reads them all; and at whether the
+//   queue of actions is empty: when that changes, every sequence is marked.
 // - When what was heard is another text, or was consumed, everything that compares speech is marked.
 // - What does more than store a value marks itself for the next frame: a block that ran actions, since it
-// runs
-//   them in every frame in which it fires; a comparison that told what is waited for; a sequence that runs,
-//   since it says so.
+//   runs them in every frame in which it fires; a comparison that told what is waited for; a sequence that
+//   runs, since it says so.
 //
 // Parameters with datarefs are visited in every frame, at their place, to read and write them; only an input
 // that is another one than before has them evaluated. Limits give the same for what they gave, and graphs and
