@@ -5,19 +5,13 @@
 #         -P exports.cmake
 cmake_minimum_required(VERSION 3.25)
 
-function(output_lines result)
-    execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE lines COMMAND_ERROR_IS_FATAL ANY)
-    string(REGEX REPLACE "\n$" "" lines "${lines}")
-    string(REPLACE "\n" ";" lines "${lines}")
-    set(${result} "${lines}" PARENT_SCOPE)
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/all_systems/library_checks.cmake)
 
 output_lines(exported ${NM} -D --defined-only --format=just-symbols ${LIBRARY})
-list(SORT exported)
-set(entry_points XPluginDisable XPluginEnable XPluginReceiveMessage XPluginStart XPluginStop)
 cmake_path(GET LIBRARY EXTENSION is_library)
-if(is_library AND NOT exported STREQUAL entry_points)
-    message(SEND_ERROR "exported: ${exported}\nexpected: ${entry_points}")
+if(is_library)
+    set(entry_points XPluginDisable XPluginEnable XPluginReceiveMessage XPluginStart XPluginStop)
+    expect("exported" "${exported}" "${entry_points}")
 endif()
 
 output_lines(dynamic ${READELF} --dynamic --wide ${LIBRARY})

@@ -1,4 +1,4 @@
-# What the tests of libraries for other systems share.
+# What the tests of the libraries share, for this system and for others.
 
 function(output_lines result)
     execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE lines COMMAND_ERROR_IS_FATAL ANY)
