@@ -7,6 +7,7 @@
 
 #include "util/files.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 #include "util/paths.h"
 #include "util/text.h"
 
@@ -14,8 +15,11 @@ namespace {
 
 using Keywords = std::vector<const char *>;
 
-std::vector<std::string> FileDrfList;
-std::unordered_set<std::string> listed; // the same names
+// Of the file that is being read.
+struct {
+    std::vector<std::string> datarefs;
+    std::unordered_set<std::string> listed; // the same
+} file;
 
 void ReadDatarefs(const std::string &path, const Keywords &keywords) {
     for (const FileLine &line : ReadFileLines(path)) {
@@ -31,21 +35,20 @@ void ReadDatarefs(const std::string &path, const Keywords &keywords) {
 
 void LogDatarefsOf(const std::string &name, const Keywords &keywords) {
     const std::string path = WhatThisAircraftPath() + name;
-    FileDrfList.clear();
-    listed.clear();
+    MakeFresh(file);
     if (isFileExistString(path))
         ReadDatarefs(path, keywords);
     else
         LogFileProblem("!!! Error: Cant read file ", name);
     LogListed(std::string(59, '-'), "");
     LogListed("DRF List from: ", path);
-    for (const std::string &dataref : FileDrfList) LogListed("DRF: ", dataref);
+    for (const std::string &dataref : file.datarefs) LogListed("DRF: ", dataref);
 }
 
 } // namespace
 
 void AddToCockpitObjDrfVector(const std::string &name) {
-    if (listed.insert(name).second) FileDrfList.push_back(name);
+    if (file.listed.insert(name).second) file.datarefs.push_back(name);
 }
 
 void ReadDrfListFromCockpitAndAcf() {

@@ -54,8 +54,10 @@ const int CaptionTop = 35, LineHeight = 20, Margin = 15;
 const int ButtonTop = 105, ButtonWidth = 70, ButtonHeight = 22;
 const size_t MostFailedSteps = 6; // that are named
 
-DialogWindow question, problems;
-Dialog problemList;
+struct {
+    DialogWindow question, problems;
+    Dialog problemList;
+} state;
 
 void Destroy(XPWidgetID &widget) {
     if (widget) XPDestroyWidget(widget, 1);
@@ -69,7 +71,7 @@ void Close(DialogWindow &dialog) {
 
 int HandleMessage(XPWidgetMessage message, XPWidgetID, intptr_t button, intptr_t) {
     if (message != xpMsg_PushButtonPressed) return 0;
-    for (DialogWindow *dialog : {&question, &problems})
+    for (DialogWindow *dialog : {&state.question, &state.problems})
         for (int i = 0; i < 2; i++) {
             if (!dialog->shown || reinterpret_cast<XPWidgetID>(button) != dialog->buttons[i]) continue;
             void (*const press)() = dialog->shown->buttons[i].press;
@@ -136,42 +138,44 @@ void AddButtons(DialogWindow &dialog, int width, int top) {
 }
 
 void OpenDialog(const Dialog &dialog) {
-    Close(problems);
-    Open(question, dialog, DialogWidth, DialogHeight, 0);
+    Close(state.problems);
+    Open(state.question, dialog, DialogWidth, DialogHeight, 0);
     for (int i = 0; i < 2; i++) {
         const std::string &line = dialog.lines[static_cast<size_t>(i)];
-        AddWidget(question.window, xpWidgetClass_Caption, line.c_str(), CaptionLeft(line),
+        AddWidget(state.question.window, xpWidgetClass_Caption, line.c_str(), CaptionLeft(line),
                   CaptionTop + i * LineHeight, DialogWidth, LineHeight);
     }
-    AddButtons(question, DialogWidth, ButtonTop);
-    XPBringRootWidgetToFront(question.window);
+    AddButtons(state.question, DialogWidth, ButtonTop);
+    XPBringRootWidgetToFront(state.question.window);
 }
 
 // Names the steps that failed and what to do, with a button that does them again; nothing when all was done.
 void TellWhatFailed(const char *title, void (*again)()) {
     if (failedSteps.empty()) return;
-    problemList = {{title}, {{"Try again", again}, {"Close", Nothing}}};
+    state.problemList = {{title}, {{"Try again", again}, {"Close", Nothing}}};
     std::vector<std::string> remedies;
     for (size_t i = 0; i < failedSteps.size(); i++) {
-        if (i < MostFailedSteps) problemList.lines.push_back("- " + failedSteps[i].what);
+        if (i < MostFailedSteps) state.problemList.lines.push_back("- " + failedSteps[i].what);
         if (std::find(remedies.begin(), remedies.end(), failedSteps[i].remedy) == remedies.end())
             remedies.push_back(failedSteps[i].remedy);
     }
     if (failedSteps.size() > MostFailedSteps)
-        problemList.lines.push_back("- and more, see the simulator's Log.txt");
-    problemList.lines.insert(problemList.lines.end(), remedies.begin(), remedies.end());
+        state.problemList.lines.push_back("- and more, see the simulator's Log.txt");
+    state.problemList.lines.insert(state.problemList.lines.end(), remedies.begin(), remedies.end());
     int width = DialogWidth;
-    for (const std::string &line : problemList.lines) width = std::max(width, WidthOf(line) + 2 * Margin);
-    const int end = CaptionTop + LineHeight * static_cast<int>(problemList.lines.size());
-    Open(problems, problemList, width, end + LineHeight + 2 * ButtonHeight, DialogHeight + Margin);
+    for (const std::string &line : state.problemList.lines)
+        width = std::max(width, WidthOf(line) + 2 * Margin);
+    const int end = CaptionTop + LineHeight * static_cast<int>(state.problemList.lines.size());
+    Open(state.problems, state.problemList, width, end + LineHeight + 2 * ButtonHeight,
+         DialogHeight + Margin);
     int top = CaptionTop;
-    for (const std::string &line : problemList.lines) {
-        AddWidget(problems.window, xpWidgetClass_Caption, line.c_str(), Margin, top, width - 2 * Margin,
+    for (const std::string &line : state.problemList.lines) {
+        AddWidget(state.problems.window, xpWidgetClass_Caption, line.c_str(), Margin, top, width - 2 * Margin,
                   LineHeight);
         top += LineHeight;
     }
-    AddButtons(problems, width, end + LineHeight);
-    XPBringRootWidgetToFront(problems.window);
+    AddButtons(state.problems, width, end + LineHeight);
+    XPBringRootWidgetToFront(state.problems.window);
 }
 
 void PutOff() {
@@ -188,7 +192,7 @@ void Uninstall() {
 } // namespace
 
 void OpenSetupPrompt() {
-    if (question.shown != &SetupQuestion) OpenDialog(SetupQuestion);
+    if (state.question.shown != &SetupQuestion) OpenDialog(SetupQuestion);
 }
 
 void SetUpAndTell() {
@@ -200,11 +204,11 @@ void SetUpAndTell() {
 }
 
 void OpenUninstallPrompt() {
-    if (question.shown != &UninstallQuestion) OpenDialog(UninstallQuestion);
+    if (state.question.shown != &UninstallQuestion) OpenDialog(UninstallQuestion);
 }
 
 void CloseSetupDialogs() {
-    for (DialogWindow *dialog : {&question, &problems}) {
+    for (DialogWindow *dialog : {&state.question, &state.problems}) {
         Close(*dialog);
         Destroy(dialog->window);
         Destroy(dialog->closed);
@@ -212,5 +216,5 @@ void CloseSetupDialogs() {
 }
 
 void ResetSetupDialogs() {
-    MakeFresh(question, problems, problemList);
+    MakeFresh(state);
 }

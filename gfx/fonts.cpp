@@ -13,10 +13,7 @@
 #include "util/numbers.h"
 #include "util/paths.h"
 
-std::vector<font_class> fonts;
-std::map<std::string, int> fontsMap;
-
-int fnt_Main = 0, fnt_Led = 0;
+FontsState fontsState;
 
 namespace {
 
@@ -187,5 +184,5 @@ int LenFontIdS(int id, std::string_view text) {
 }
 
 void ResetFonts() {
-    MakeFresh(fonts, fontsMap, fnt_Main, fnt_Led);
+    MakeFresh(fontsState);
 }

@@ -50,11 +50,16 @@ private:
     void AddGlyph(const CharDescriptor &glyph, float pen, float lineTop) const;
 };
 
-extern std::vector<font_class> fonts; // the id is the index
-extern std::map<std::string, int> fontsMap;
-
-extern int fnt_Main; // "verd_17", the texts of panels and editor
-extern int fnt_Led;  // "led_36", large digits
+struct FontsState {
+    std::vector<font_class> fonts; // the id is the index
+    std::map<std::string, int> byName;
+    int main = 0; // "verd_17", the texts of panels and editor
+    int led = 0;  // "led_36", large digits
+};
+extern FontsState fontsState;
+inline std::vector<font_class> &fonts = fontsState.fonts;
+inline std::map<std::string, int> &fontsMap = fontsState.byName;
+inline int &fnt_Main = fontsState.main, &fnt_Led = fontsState.led;
 
 void LoadFonts();
 

@@ -10,21 +10,9 @@
 #include "util/log.h"
 #include "util/make_fresh.h"
 
-FBO_class FBOcontrol;
+OffscreenState offscreen;
 
 namespace {
-
-// What Bind changes. OpenGL's attribute stack is not held open for it: between Bind and Unbind others change
-// the graphics state, which the simulator remembers itself, and Mesa then lost what lay below on the stack.
-struct SavedState {
-    GLint framebuffer = 0;
-    GLint blend[4] = {}; // source and destination for the colours, the same for alpha
-    GLint viewport[4] = {}, matrixMode = GL_MODELVIEW;
-    GLboolean isScissored = GL_FALSE;
-    GLdouble projection[16], modelView[16];
-};
-SavedState saved;
-bool isBound = false;
 
 GLuint BoundFramebuffer() {
     GLint framebuffer = 0;
@@ -57,8 +45,11 @@ void SetProjection(int width, int height) {
     glPopAttrib();
 }
 
+// OpenGL's attribute stack is not held open for it: between Bind and Unbind others change the graphics state,
+// which the simulator remembers itself, and Mesa then lost what lay below on the stack.
 void SaveState() {
-    saved.framebuffer = static_cast<GLint>(BoundFramebuffer());
+    GraphicsBefore &saved = offscreen.before;
+    saved.framebuffer = static_cast<int>(BoundFramebuffer());
     glGetIntegerv(GL_BLEND_SRC_RGB, &saved.blend[0]);
     glGetIntegerv(GL_BLEND_DST_RGB, &saved.blend[1]);
     glGetIntegerv(GL_BLEND_SRC_ALPHA, &saved.blend[2]);
@@ -67,10 +58,11 @@ void SaveState() {
     glGetDoublev(GL_MODELVIEW_MATRIX, saved.modelView);
     glGetIntegerv(GL_VIEWPORT, saved.viewport);
     glGetIntegerv(GL_MATRIX_MODE, &saved.matrixMode);
-    saved.isScissored = glIsEnabled(GL_SCISSOR_TEST);
+    saved.isScissored = glIsEnabled(GL_SCISSOR_TEST) == GL_TRUE;
 }
 
 void RestoreState() {
+    const GraphicsBefore &saved = offscreen.before;
     SetMatrix(GL_PROJECTION, saved.projection);
     SetMatrix(GL_MODELVIEW, saved.modelView);
     glMatrixMode(static_cast<GLenum>(saved.matrixMode));
@@ -125,9 +117,9 @@ void FBO_class::DeleteFBO() {
 }
 
 bool FBO_class::Bind() {
-    if (framebuffer == 0 || isBound) return false;
+    if (framebuffer == 0 || offscreen.isBound) return false;
     SaveState();
-    isBound = true;
+    offscreen.isBound = true;
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, framebuffer);
     glDisable(GL_SCISSOR_TEST);
     glViewport(0, 0, width, height);
@@ -138,9 +130,9 @@ bool FBO_class::Bind() {
 }
 
 void FBO_class::Unbind() {
-    if (!isBound) return;
+    if (!offscreen.isBound) return;
     RestoreState();
-    isBound = false;
+    offscreen.isBound = false;
 }
 
 void FBOinit() {
@@ -152,5 +144,5 @@ void FBOkill() {
 }
 
 void ResetOffscreen() {
-    MakeFresh(FBOcontrol, saved, isBound);
+    MakeFresh(offscreen);
 }

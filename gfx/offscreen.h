@@ -20,7 +20,22 @@ struct FBO_class {
 
 const int fboSizePX = 700;
 
-extern FBO_class FBOcontrol; // the frame's buffer, on the texture "fbo"
+// What Bind changes in OpenGL, as it was before.
+struct GraphicsBefore {
+    int framebuffer = 0;
+    int blend[4] = {}; // source and destination for the colours, the same for alpha
+    int viewport[4] = {}, matrixMode = 0;
+    bool isScissored = false;
+    double projection[16] = {}, modelView[16] = {};
+};
+
+struct OffscreenState {
+    FBO_class frame; // on the texture "fbo"
+    bool isBound = false;
+    GraphicsBefore before; // while a buffer is bound
+};
+extern OffscreenState offscreen;
+inline FBO_class &FBOcontrol = offscreen.frame;
 void FBOinit();
 void FBOkill();
 

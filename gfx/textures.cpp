@@ -18,10 +18,7 @@
 #include "util/make_fresh.h"
 #include "util/paths.h"
 
-std::vector<textures_class> textures;
-std::map<std::string, int> texturesMap;
-
-int png_btn_body = 0, png_btn_hand_l = 0, png_btn_hand_r = 0, png_btn_8px = 0, tex_fbo = 0;
+TexturesState texturesState;
 
 namespace {
 
@@ -273,5 +270,5 @@ void DrawRotTextureIdXYASCT(int id, double x, double y, double angle, double siz
 }
 
 void ResetTextures() {
-    MakeFresh(textures, texturesMap, png_btn_body, png_btn_hand_l, png_btn_hand_r, png_btn_8px, tex_fbo);
+    MakeFresh(texturesState);
 }

@@ -34,10 +34,17 @@ private:
     void Upload();
 };
 
-extern std::vector<textures_class> textures; // the id is the index
-extern std::map<std::string, int> texturesMap;
-
-extern int png_btn_body, png_btn_hand_l, png_btn_hand_r, png_btn_8px, tex_fbo;
+struct TexturesState {
+    std::vector<textures_class> textures; // the id is the index
+    std::map<std::string, int> byName;
+    int body = 0, leftHand = 0, rightHand = 0, button8px = 0, offscreen = 0; // ids of the plug-in's own
+};
+extern TexturesState texturesState;
+inline std::vector<textures_class> &textures = texturesState.textures;
+inline std::map<std::string, int> &texturesMap = texturesState.byName;
+inline int &png_btn_body = texturesState.body, &png_btn_hand_l = texturesState.leftHand;
+inline int &png_btn_hand_r = texturesState.rightHand, &png_btn_8px = texturesState.button8px;
+inline int &tex_fbo = texturesState.offscreen;
 
 // Loads the plug-in's five pictures into the ids above.
 void LoadTextures();

@@ -3,7 +3,6 @@
 #include "systems/body_parser.h"
 
 #include <algorithm>
-#include <unordered_set>
 #include <utility>
 #include <variant>
 
@@ -18,11 +17,9 @@
 #include "util/log.h"
 #include "util/make_fresh.h"
 
-std::vector<commandsMenuStruct> commandsMenuVector;
+BodyParserState bodyParserState;
 
 namespace {
-
-std::unordered_set<std::string> offered; // phrases of the last entry of the menu
 
 class BodyParser {
 public:
@@ -71,9 +68,9 @@ void OfferToMenu(const system_class &system, const device_struct &device, int ou
     if (isSameEntry && system.name == "CHECKLIST" && out != 0) return;
     if (!isSameEntry) {
         commandsMenuVector.push_back({device.name, {}});
-        offered.clear();
+        bodyParserState.offered.clear();
     }
-    if (offered.insert(phrase).second) commandsMenuVector.back().phrases.push_back(phrase);
+    if (bodyParserState.offered.insert(phrase).second) commandsMenuVector.back().phrases.push_back(phrase);
 }
 
 void BodyParser::Parse() {
@@ -186,5 +183,5 @@ void LogicAndCalcForOutputParce() {
 }
 
 void ResetBodyParser() {
-    MakeFresh(commandsMenuVector, offered);
+    MakeFresh(bodyParserState);
 }

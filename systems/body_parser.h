@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "systems/model.h"
@@ -12,7 +13,12 @@ struct commandsMenuStruct {
     std::string title;
     std::vector<std::string> phrases;
 };
-extern std::vector<commandsMenuStruct> commandsMenuVector;
+struct BodyParserState {
+    std::vector<commandsMenuStruct> menu;
+    std::unordered_set<std::string> offered; // phrases of the menu's last entry
+};
+extern BodyParserState bodyParserState;
+inline std::vector<commandsMenuStruct> &commandsMenuVector = bodyParserState.menu;
 
 // Parses the stored body lines of every parameter of the model. All parameters exist by then, so links may
 // name parameters that stand further down.

@@ -6,9 +6,7 @@
 #include "util/make_fresh.h"
 #include "util/text.h"
 
-sysLink_struct OutParameterSysLinkCopy;
-sysLink_struct OutParameterSysLinkPlace;
-device_struct DeviceCopy;
+CopiesState copies;
 
 namespace {
 
@@ -163,6 +161,6 @@ void DeviceTemplatePreparation(const std::string &newDeviceName) {
     for (out_parameter_struct &parameter : DeviceCopy.outs) ForEachLinkOf(parameter, turn);
 }
 
-void ResetLinks() {
-    MakeFresh(OutParameterSysLinkCopy, OutParameterSysLinkPlace, DeviceCopy);
+void ForgetCopies() {
+    MakeFresh(copies);
 }

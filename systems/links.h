@@ -76,6 +76,23 @@ template <typename Visit> void ForEachLink(Visit visit) {
             for (out_parameter_struct &parameter : device.outs) ForEachLinkOf(parameter, visit);
 }
 
+// The editor's buffers: what was copied, and from where.
+struct CopiesState {
+    out_parameter_struct parameter;
+    sysLink_struct parameterLink; // where it was copied from
+    sysLink_struct place;         // where it was moved to
+    device_struct device;         // about to be pasted
+    std::string deviceName;       // "SYSTEM.DEVICE", where it was copied from
+    structExecute action;
+    bool isActionCopied = false;
+};
+extern CopiesState copies;
+inline out_parameter_struct &OutParameterCopy = copies.parameter;
+inline sysLink_struct &OutParameterSysLinkCopy = copies.parameterLink;
+inline sysLink_struct &OutParameterSysLinkPlace = copies.place;
+inline device_struct &DeviceCopy = copies.device;
+inline structExecute &ExecCopy = copies.action;
+
 // True for what is written as the name of a parameter, whether or not there is one.
 inline bool isLink(const sysLink_struct &link) {
     return link.kind == LinkLive || link.kind == LinkDeleted || link.kind == LinkUnresolved;
@@ -101,14 +118,11 @@ void SysLinkExchange(const std::string &oldName, const ParameterAddress &place);
 
 // The addresses of a copied parameter and of the place it was moved to, and SysLinkExchange from the one
 // to the other.
-extern sysLink_struct OutParameterSysLinkCopy;
-extern sysLink_struct OutParameterSysLinkPlace;
 void SysLinkPlace();
 
 // A copied device about to be pasted under a new name: links to parameters whose names begin with "in_" are
 // the device's own inputs and are turned to the new device.
-extern device_struct DeviceCopy;
 void DeviceTemplatePreparation(const std::string &newDeviceName);
 
-// Everything as when the program starts.
-void ResetLinks();
+// Nothing is copied any more.
+void ForgetCopies();

@@ -13,10 +13,7 @@
 #include "voice/action_queue.h"
 #include "voice/recognition.h"
 
-std::vector<system_class> systems_vector;
-NameIndex mapSystemName;
-KeptBeforeSystems keptBeforeSystems;
-int isSeparateSysSaving = -1;
+ModelState modelState;
 
 void DeleteSystems() {
     SaveParametersValue();
@@ -33,12 +30,11 @@ void ForgetModel() {
         }
     }
     ModelChanges();
-    MakeFresh(systems_vector, mapSystemName, keptBeforeSystems);
-    isSeparateSysSaving = -1;
+    MakeFresh(modelState);
     ForgetSavedValues();
     ResetReader();
     ResetBodyParser();
-    ResetLinks();
+    ForgetCopies();
     ResetExpectations();
     ResetChecklists();
     ResetWriter();

@@ -198,17 +198,23 @@ struct system_class {
     KeptLines keptInList; // of the list of files: names behind its own that no system came from
 };
 
-extern std::vector<system_class> systems_vector;
-extern NameIndex mapSystemName;
-
 // What stands before the first system, in its file and in the list of files.
 struct KeptBeforeSystems {
     KeptLines lines, inList;
 };
-extern KeptBeforeSystems keptBeforeSystems;
 
-// 1: the model came from the files that "systems/_systems.txt" lists; 0: from "sys.txt"; -1: no files.
-extern int isSeparateSysSaving;
+struct ModelState {
+    std::vector<system_class> systems;
+    NameIndex systemIndex;
+    KeptBeforeSystems keptBefore;
+    // 1: the model came from the files that "systems/_systems.txt" lists; 0: from "sys.txt"; -1: no files.
+    int isSeparate = -1;
+};
+extern ModelState modelState;
+inline std::vector<system_class> &systems_vector = modelState.systems;
+inline NameIndex &mapSystemName = modelState.systemIndex;
+inline KeptBeforeSystems &keptBeforeSystems = modelState.keptBefore;
+inline int &isSeparateSysSaving = modelState.isSeparate;
 
 // Saves the values flagged for it, and forgets the model.
 void DeleteSystems();

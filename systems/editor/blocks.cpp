@@ -10,14 +10,9 @@
 #include "systems/links.h"
 #include "systems/notation.h"
 #include "systems/operators.h"
-#include "util/make_fresh.h"
 #include "util/numbers.h"
 
-structExecute ExecCopy;
-
 namespace {
-
-bool wasActionCopied = false;
 
 // A step that changes one parameter, which comes back as it is now.
 class ParameterStep : EditStep {
@@ -243,15 +238,11 @@ void CopyAction(const BlockPlace &place, int index) {
     const structExecute *action = block ? RecordAt(block->executes, index) : nullptr;
     if (!action) return;
     ExecCopy = *action;
-    wasActionCopied = true;
+    copies.isActionCopied = true;
 }
 
 bool isActionCopied() {
-    return wasActionCopied;
-}
-
-void ForgetCopiedAction() {
-    MakeFresh(ExecCopy, wasActionCopied);
+    return copies.isActionCopied;
 }
 
 int PasteAction(const BlockPlace &place, int after) {

@@ -35,10 +35,8 @@ void SetOperator(const BlockPlace &place, int calculation, int index, int oper);
 int AddAction(const BlockPlace &place, int after);
 void DeleteAction(const BlockPlace &place, int index);
 void SetActionType(const BlockPlace &place, int index, int type);
-extern structExecute ExecCopy;
 void CopyAction(const BlockPlace &place, int index);
 bool isActionCopied();
-void ForgetCopiedAction();
 int PasteAction(const BlockPlace &place, int after);
 
 int AddPoint(const BlockPlace &place, int after);

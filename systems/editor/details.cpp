@@ -15,8 +15,6 @@
 #include "util/clock.h"
 #include "util/numbers.h"
 
-double actualGraphValue = 0.0;
-
 namespace {
 
 const int Gap = 6;
@@ -25,15 +23,9 @@ const int Line = RowHeight + 2;
 
 // ---- The value graph ----
 
-const int GraphValues = 240;
 const double GraphSeconds = 24.0;
 
-struct {
-    double value[GraphValues];
-    int count = 0, next = 0; // a ring
-    double lastTime = -1.0;
-    ParameterAddress place;
-} graph;
+ValueGraph &graph = panelsState.graph;
 
 double GraphValue(int age) {
     return graph.value[(graph.next - 1 - age + 2 * GraphValues) % GraphValues];
@@ -75,16 +67,6 @@ std::string Limit(bool has, double limit) {
 const char *KindOfUse(const out_usage_struct &usage) {
     const char *const words[] = {"COMPARE", "CALC", "SAY"};
     return words[usage.kind];
-}
-
-// Uses of the selected parameter are looked for again when it or the model has changed.
-void RefreshUsage() {
-    static unsigned changes = 0;
-    static ParameterAddress place;
-    if (changes == modelChangeCount && place == selection) return;
-    changes = modelChangeCount;
-    place = selection;
-    UsageVectorRebuild(place);
 }
 
 } // namespace
@@ -143,7 +125,7 @@ void DrawDetails(const Area &area) {
 }
 
 void DrawUsage(const Area &area) {
-    RefreshUsage();
+    RefreshUsage(selection);
     DrawCut("ACTUAL USAGE:", area.left, area.top, area.right - area.left, ColourCyan);
     const int listTop = area.top - RowHeight;
     const int rows = std::max(1, (listTop - area.bottom) / RowHeight);

@@ -9,6 +9,7 @@
 #include "gfx/fonts.h"
 #include "systems/editor/state.h"
 #include "util/guard.h"
+#include "util/make_fresh.h"
 #include "util/screen.h"
 #include "util/text.h"
 
@@ -19,23 +20,25 @@ const int LongestText = 2000; // bytes
 const int NarrowestBox = 220, WidestBox = 700, BoxHeight = 22, Margin = 6;
 const int LetterWidth = 8; // about that of the box's letters
 
-XPWidgetID box = nullptr;
-bool isDone = false;
-FieldPlace edited;
-std::string refusal; // why the text that was typed last is not stored
+struct {
+    XPWidgetID box = nullptr;
+    bool isDone = false;
+    FieldPlace edited;
+    std::string refusal; // why the text that was typed last is not stored
+} state;
 
 std::string TypedText() {
     char text[LongestText + 1] = "";
-    XPGetWidgetDescriptor(box, text, LongestText + 1);
+    XPGetWidgetDescriptor(state.box, text, LongestText + 1);
     text[LongestText] = 0;
     return text;
 }
 
 void Close() {
-    isDone = true;
-    refusal.clear();
-    XPLoseKeyboardFocus(box);
-    XPHideWidget(box);
+    state.isDone = true;
+    state.refusal.clear();
+    XPLoseKeyboardFocus(state.box);
+    XPHideWidget(state.box);
 }
 
 // Left and top as they are asked for, moved as far as the screen needs.
@@ -51,8 +54,8 @@ Area PlaceOnScreen(int left, int top, int width) {
 
 void EditWidgetCreate(const FieldPlace &field, const Area &area) {
     EditWidgetDestroy();
-    edited = field;
-    refusal.clear();
+    state.edited = field;
+    state.refusal.clear();
     const std::string text = FieldText(field);
     if (text.size() > LongestText) {
         Say("this text is too long to be edited here", true);
@@ -61,38 +64,37 @@ void EditWidgetCreate(const FieldPlace &field, const Area &area) {
     const int textWidth =
         std::clamp(static_cast<int>(CountCharacters(text) + 4) * LetterWidth, NarrowestBox, WidestBox);
     const Area place = PlaceOnScreen(area.left, area.top + 2, std::max(area.right - area.left, textWidth));
-    box = XPCreateWidget(place.left, place.top, place.right, place.bottom, 1,
-                         text.empty() ? Placeholder : text.c_str(), 1, nullptr, xpWidgetClass_TextField);
-    XPSetWidgetProperty(box, xpProperty_TextFieldType, xpTextEntryField);
-    XPSetWidgetProperty(box, xpProperty_MaxCharacters, LongestText);
-    XPSetWidgetProperty(box, xpProperty_EditFieldSelStart, 0);
-    XPSetWidgetProperty(box, xpProperty_EditFieldSelEnd, static_cast<intptr_t>(TypedText().size()));
-    XPAddWidgetCallback(box, Guarded<"the editor's edit box", EditWidgetHandler>);
-    XPSetKeyboardFocus(box);
+    state.box =
+        XPCreateWidget(place.left, place.top, place.right, place.bottom, 1,
+                       text.empty() ? Placeholder : text.c_str(), 1, nullptr, xpWidgetClass_TextField);
+    XPSetWidgetProperty(state.box, xpProperty_TextFieldType, xpTextEntryField);
+    XPSetWidgetProperty(state.box, xpProperty_MaxCharacters, LongestText);
+    XPSetWidgetProperty(state.box, xpProperty_EditFieldSelStart, 0);
+    XPSetWidgetProperty(state.box, xpProperty_EditFieldSelEnd, static_cast<intptr_t>(TypedText().size()));
+    XPAddWidgetCallback(state.box, Guarded<"the editor's edit box", EditWidgetHandler>);
+    XPSetKeyboardFocus(state.box);
 }
 
 void EditWidgetDestroy() {
-    if (box) XPDestroyWidget(box, 1);
-    box = nullptr;
-    isDone = false;
-    refusal.clear();
+    if (state.box) XPDestroyWidget(state.box, 1);
+    MakeFresh(state);
 }
 
 bool isEditWidgetOpen() {
-    return box && !isDone;
+    return state.box && !state.isDone;
 }
 
 void KeepEditWidgetOnScreen() {
-    if (!box) return;
+    if (!state.box) return;
     int left = 0, top = 0, right = 0, bottom = 0;
-    XPGetWidgetGeometry(box, &left, &top, &right, &bottom);
+    XPGetWidgetGeometry(state.box, &left, &top, &right, &bottom);
     const Area place = PlaceOnScreen(left, top, right - left);
-    XPSetWidgetGeometry(box, place.left, place.top, place.right, place.bottom);
+    XPSetWidgetGeometry(state.box, place.left, place.top, place.right, place.bottom);
 }
 
 int EditWidgetHandler(XPWidgetMessage message, XPWidgetID widget, intptr_t first, intptr_t) {
-    if (widget != box || isDone) return 0;
-    if (message == xpMsg_TextFieldChanged) refusal.clear();
+    if (widget != state.box || state.isDone) return 0;
+    if (message == xpMsg_TextFieldChanged) state.refusal.clear();
     if (message != xpMsg_KeyPress) return 0;
     const XPKeyState_t &key = *reinterpret_cast<const XPKeyState_t *>(first);
     const bool isReturn = key.key == XPLM_KEY_RETURN, isEscape = key.key == XPLM_KEY_ESCAPE;
@@ -109,30 +111,30 @@ int EditWidgetHandler(XPWidgetMessage message, XPWidgetID widget, intptr_t first
 
 bool EditWidgetStore() {
     std::string text = TypedText();
-    if (text == Placeholder && FieldText(edited).empty()) text.clear();
+    if (text == Placeholder && FieldText(state.edited).empty()) text.clear();
     Say("");
-    refusal = SetField(edited, text);
-    if (refusal.empty()) {
+    state.refusal = SetField(state.edited, text);
+    if (state.refusal.empty()) {
         Close();
         return true;
     }
-    Say(refusal, true);
-    XPSetKeyboardFocus(box);
+    Say(state.refusal, true);
+    XPSetKeyboardFocus(state.box);
     return false;
 }
 
 void DrawEditWidget() {
-    if (isDone) EditWidgetDestroy();
-    if (!box || refusal.empty()) return;
+    if (state.isDone) EditWidgetDestroy();
+    if (!state.box || state.refusal.empty()) return;
     int left = 0, top = 0, right = 0, bottom = 0;
-    XPGetWidgetGeometry(box, &left, &top, &right, &bottom);
+    XPGetWidgetGeometry(state.box, &left, &top, &right, &bottom);
     const int above = bottom < RowHeight + 2 ? top + RowHeight + 2 : bottom - 2;
-    const int width = LenFontIdS(fnt_Main, refusal) + 2 * Margin;
+    const int width = LenFontIdS(fnt_Main, state.refusal) + 2 * Margin;
     int screenWidth = 0, screenHeight = 0;
     ReadScreenSize(screenWidth, screenHeight);
     left = std::max(0, std::min(left, screenWidth - width));
     const Area area = {left, above, left + width, above - RowHeight - 2};
     FillArea(area, ColourBlack, 1.0);
     FrameArea(area, ColourRed, 1.0);
-    DrawCut(refusal, left + Margin, above - 1, width, ColourOrange);
+    DrawCut(state.refusal, left + Margin, above - 1, width, ColourOrange);
 }

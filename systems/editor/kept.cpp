@@ -8,18 +8,22 @@
 #include "systems/editor/state.h"
 #include "systems/editor/undo.h"
 #include "systems/links.h"
+#include "util/make_fresh.h"
 #include "util/numbers.h"
 
 namespace {
 
 const int Gap = 6;
 
-std::vector<KeptPlace> places;
-unsigned placesChangeCount = 0; // of the model that they were collected from
-bool areCollected = false;
+struct {
+    std::vector<KeptPlace> places;
+    unsigned changeCount = 0; // of the model that they were collected from
+    bool areCollected = false;
+} state;
 
 void Collect(const KeptLines &lines, const BlockPlace &place) {
-    for (const kept_line_struct &kept : lines) places.push_back({place, kept.line, kept.text, kept.reason});
+    for (const kept_line_struct &kept : lines)
+        state.places.push_back({place, kept.line, kept.text, kept.reason});
 }
 
 void CollectParameter(const out_parameter_struct &parameter, const ParameterAddress &place) {
@@ -59,19 +63,16 @@ std::string_view LineName(int line) {
 } // namespace
 
 const std::vector<KeptPlace> &KeptPlaces() {
-    if (areCollected && placesChangeCount == modelChangeCount) return places;
-    areCollected = true;
-    placesChangeCount = modelChangeCount;
-    places.clear();
+    if (state.areCollected && state.changeCount == modelChangeCount) return state.places;
+    state = {.places = {}, .changeCount = modelChangeCount, .areCollected = true};
     Collect(keptBeforeSystems.inList, {});
     Collect(keptBeforeSystems.lines, {});
     for (ParameterAddress at{0}; SystemAt(at); at.sys++) CollectSystem(*SystemAt(at), at.sys);
-    return places;
+    return state.places;
 }
 
 void ForgetKeptPlaces() {
-    places = {};
-    areCollected = false;
+    MakeFresh(state);
 }
 
 int DrawKeptMark(const BlockPlace &place, int right, int top) {

@@ -12,15 +12,10 @@
 #include "systems/links.h"
 #include "systems/notation.h"
 #include "util/files.h"
-#include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/text.h"
 
-out_parameter_struct OutParameterCopy;
-
 namespace {
-
-std::string copiedDeviceName; // "SYSTEM.DEVICE"
 
 // Systems are files, which some disks tell apart by more than capital letters.
 std::string FileKey(const system_class &, const std::string &name) {
@@ -124,7 +119,7 @@ void RenameInCopies(const std::string &from, const std::string &to) {
     for (out_parameter_struct &parameter : DeviceCopy.outs) ForEachLinkOf(parameter, renameLink);
     ForEachSpokenLink(ExecCopy, renameLink);
     rename(OutParameterSysLinkCopy.name);
-    rename(copiedDeviceName);
+    rename(copies.deviceName);
 }
 
 void FollowInCopies(const std::string &from, const std::string &to) {
@@ -144,14 +139,14 @@ std::string RenameRefusal(const std::vector<Record> &records, int index, const s
 
 // Nowhere when it is not there any more.
 ParameterAddress FindCopiedDevice() {
-    const size_t dot = copiedDeviceName.find('.');
+    const size_t dot = copies.deviceName.find('.');
     if (dot == std::string::npos) return {};
-    const auto system = mapSystemName.find(copiedDeviceName.substr(0, dot));
+    const auto system = mapSystemName.find(copies.deviceName.substr(0, dot));
     if (system == mapSystemName.end()) return {};
     ParameterAddress place{.sys = system->second};
     if (!SystemAt(place) || SystemAt(place)->deleted) return {};
     const NameIndex &devices = SystemAt(place)->deviceIndex;
-    const auto device = devices.find(copiedDeviceName.substr(dot + 1));
+    const auto device = devices.find(copies.deviceName.substr(dot + 1));
     if (device == devices.end()) return {};
     place.dev = device->second;
     return DeviceAt(place) && !DeviceAt(place)->deleted ? place : ParameterAddress();
@@ -296,7 +291,7 @@ void CopyDevice(const ParameterAddress &place) {
     const device_struct *device = DeviceAt(place);
     if (!device) return;
     DeviceCopy = *device;
-    copiedDeviceName = SystemAt(place)->name + "." + DeviceCopy.name;
+    copies.deviceName = SystemAt(place)->name + "." + DeviceCopy.name;
     std::erase_if(DeviceCopy.outs, [](const out_parameter_struct &parameter) { return parameter.deleted; });
 }
 
@@ -305,11 +300,11 @@ bool isOutCopied() {
 }
 
 bool isDeviceCopied() {
-    return !copiedDeviceName.empty();
+    return !copies.deviceName.empty();
 }
 
 std::string CopiedDeviceName() {
-    return copiedDeviceName;
+    return copies.deviceName;
 }
 
 int PasteOut(const ParameterAddress &after) {
@@ -339,7 +334,7 @@ int PasteDevice(const ParameterAddress &after) {
     DeviceTemplatePreparation(name);
     device_struct pasted = std::move(DeviceCopy);
     DeviceCopy = original;
-    const std::string copiedSystem = copiedDeviceName.substr(0, copiedDeviceName.find('.'));
+    const std::string copiedSystem = copies.deviceName.substr(0, copies.deviceName.find('.'));
     for (out_parameter_struct &parameter : pasted.outs) {
         ForEachLinkOf(parameter, [&](sysLink_struct &link) {
             for (const out_parameter_struct &input : pasted.outs)
@@ -435,9 +430,4 @@ int CloneDevice(const ParameterAddress &place) {
     EditStep step("CLONE DEVICE");
     CopyDevice(place);
     return PasteDevice(place);
-}
-
-void ForgetCopies() {
-    MakeFresh(OutParameterCopy, DeviceCopy, copiedDeviceName, OutParameterSysLinkCopy);
-    ForgetCopiedAction();
 }

@@ -28,8 +28,7 @@ std::string RenameOut(const ParameterAddress &place, const std::string &name);
 // Why a text can be no name of a system, device or parameter; empty when it can.
 std::string NameRefusal(std::string_view name);
 
-// The buffers: a copy, and where it was copied from (OutParameterSysLinkCopy for the parameter).
-extern out_parameter_struct OutParameterCopy;
+// Into the buffers of systems/links.h.
 void CopyOut(const ParameterAddress &place);
 void CopyDevice(const ParameterAddress &place);
 bool isOutCopied();
@@ -47,6 +46,3 @@ int MoveDevice(const ParameterAddress &after);
 
 // Copies a device and pastes it behind itself.
 int CloneDevice(const ParameterAddress &place);
-
-// Nothing is copied any more.
-void ForgetCopies();

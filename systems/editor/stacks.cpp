@@ -73,12 +73,12 @@ int TextColour(const structExecute &action) {
 
 // What an action names may have come since it was loaded: it is looked for when its block is shown.
 void LookForMissing(logicblock_struct &block) {
-    static BlockPlace looked;
-    static unsigned changes = 0;
     const BlockPlace place = SelectedBlock();
-    if (place == looked && changes == modelChangeCount) return;
-    looked = place;
-    changes = modelChangeCount;
+    const bool isSame = editorState.searched == place && editorState.searchedChangeCount == modelChangeCount;
+    if (editorState.isSearched && isSame) return;
+    editorState.isSearched = true;
+    editorState.searched = place;
+    editorState.searchedChangeCount = modelChangeCount;
     for (structExecute &action : block.executes) action.notFound = isMissing(action) ? 1 : 0;
 }
 

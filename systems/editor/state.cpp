@@ -3,32 +3,19 @@
 #include "systems/editor/state.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "systems/editor/kept.h"
 #include "systems/editor/undo.h"
 #include "systems/links.h"
 #include "systems/writer.h"
 #include "util/log.h"
+#include "util/make_fresh.h"
 
-ParameterAddress selection;
-int selDrawStack = -1, selCalc = -1, selDraw = -1, selPoint = -1;
-int SysTablePage = 0;
-int scroll[EditorLists] = {};
-int rowsSeen[EditorLists] = {};
-int showCalc = 1, showGraph = 1, showUsage = 1, showKept = 0;
-bool isEditorShown = false;
-int isAUTO = 0;
-std::string editorMessage;
-bool isEditorMessageBad = false;
+EditorState editorState;
 
 namespace {
 
 const size_t MostVisited = 100;
-
-std::vector<ParameterAddress> visited; // parameters, in the order they were looked at
-size_t visitedNow = 0;
-unsigned savedChangeCount = 0;
 
 void SaveAfterChange() {
     if (isAUTO) SaveModel();
@@ -41,9 +28,9 @@ void SetSelection(const ParameterAddress &place) {
 }
 
 void GoTo(size_t index) {
-    if (index >= visited.size()) return;
-    visitedNow = index;
-    if (ParameterAt(visited[index])) SetSelection(visited[index]);
+    if (index >= editorState.visited.size()) return;
+    editorState.visitedNow = index;
+    if (ParameterAt(editorState.visited[index])) SetSelection(editorState.visited[index]);
 }
 
 void ScrollTo(int list, int row) {
@@ -58,18 +45,10 @@ template <typename Records> void Clamp(int &index, const Records &records) {
 } // namespace
 
 void ResetEditorState() {
-    SetSelection({});
-    for (int &first : scroll) first = 0;
-    showCalc = showGraph = showUsage = 1;
-    showKept = 0;
+    MakeFresh(editorState);
     ForgetKeptPlaces();
-    isEditorShown = false;
-    isAUTO = 0;
-    visited.clear();
-    visitedNow = 0;
-    Say("");
     ForgetUndo();
-    savedChangeCount = modelChangeCount;
+    editorState.savedChangeCount = modelChangeCount;
     afterEdit = SaveAfterChange;
 }
 
@@ -83,10 +62,10 @@ void SelectPlace(const ParameterAddress &place) {
     SetSelection(place);
     KeepSelectionValid();
     if (selOut < 0) return;
-    visited.resize(std::min(visited.size(), visitedNow + 1));
-    if (visited.size() >= MostVisited) visited.erase(visited.begin());
-    visited.push_back(selection);
-    visitedNow = visited.size() - 1;
+    editorState.visited.resize(std::min(editorState.visited.size(), editorState.visitedNow + 1));
+    if (editorState.visited.size() >= MostVisited) editorState.visited.erase(editorState.visited.begin());
+    editorState.visited.push_back(selection);
+    editorState.visitedNow = editorState.visited.size() - 1;
 }
 
 void ScrollToSelection() {
@@ -103,11 +82,11 @@ void ScrollToSelection() {
 }
 
 void GoBack() {
-    if (visitedNow > 0) GoTo(visitedNow - 1);
+    if (editorState.visitedNow > 0) GoTo(editorState.visitedNow - 1);
 }
 
 void GoForward() {
-    GoTo(visitedNow + 1);
+    GoTo(editorState.visitedNow + 1);
 }
 
 void KeepSelectionValid() {
@@ -145,7 +124,7 @@ void Say(const std::string &message, bool isBad) {
 
 void SaveModel() {
     if (SaveSysToTxtFile()) {
-        savedChangeCount = modelChangeCount;
+        editorState.savedChangeCount = modelChangeCount;
         Say("SAVED");
     } else {
         Say("NOT SAVED, the files are as they were: " + saveFailure, true);
@@ -153,5 +132,5 @@ void SaveModel() {
 }
 
 bool hasUnsavedChanges() {
-    return savedChangeCount != modelChangeCount;
+    return editorState.savedChangeCount != modelChangeCount;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "systems/editor/blocks.h"
 #include "systems/editor/canvas.h"
@@ -75,24 +76,47 @@ enum EditorAction {
     ActionDeletePoint,
 };
 
-extern ParameterAddress selection; // as deep as something is selected
+struct EditorState {
+    ParameterAddress selection; // as deep as something is selected
+    int block = -1;             // the logic block that is selected
+    int calculation = -1;
+    int item = -1;  // the calculation's element, or the action
+    int point = -1; // of the graph
+    int parameterPage = 0;
+    int scroll[EditorLists] = {};   // the first that is seen
+    int rowsSeen[EditorLists] = {}; // in the last drawing
+
+    int showCalc = 1;                 // 1 calculations, 0 actions
+    int showGraph = 1, showUsage = 1; // panels below the table
+    int showKept = 0;                 // lines that were not understood, in place of the usage
+    bool isShown = false;             // false: one small button
+    int isAuto = 0;                   // save after every change
+    std::string message;              // what the last click did, or why it did not
+    bool isMessageBad = false;
+
+    std::vector<ParameterAddress> visited; // parameters, in the order they were looked at
+    size_t visitedNow = 0;
+    unsigned savedChangeCount = 0; // of the model, when it was saved last
+
+    bool isSearched = false; // for what the actions of a block name: this one's, in the model of then
+    BlockPlace searched;
+    unsigned searchedChangeCount = 0;
+};
+extern EditorState editorState;
+inline ParameterAddress &selection = editorState.selection;
 inline int &selSys = selection.sys, &selDev = selection.dev, &selOut = selection.out;
-extern int selDrawStack;          // the logic block
-extern int selCalc;               // the calculation
-extern int selDraw;               // its element, or the action
-extern int selPoint;              // of the graph
-extern int SysTablePage;          // of the parameters, from 0
-extern int scroll[EditorLists];   // the first that is seen
-extern int rowsSeen[EditorLists]; // in the last drawing
+inline int &selDrawStack = editorState.block, &selCalc = editorState.calculation;
+inline int &selDraw = editorState.item, &selPoint = editorState.point;
+inline int &SysTablePage = editorState.parameterPage;
+inline int (&scroll)[EditorLists] = editorState.scroll, (&rowsSeen)[EditorLists] = editorState.rowsSeen;
+inline int &showCalc = editorState.showCalc, &showGraph = editorState.showGraph;
+inline int &showUsage = editorState.showUsage, &showKept = editorState.showKept;
+inline bool &isEditorShown = editorState.isShown;
+inline int &isAUTO = editorState.isAuto;
+inline std::string &editorMessage = editorState.message;
+inline bool &isEditorMessageBad = editorState.isMessageBad;
 
-extern int showCalc;              // 1 calculations, 0 actions
-extern int showGraph, showUsage;  // panels below the table
-extern int showKept;              // lines that were not understood, in place of the usage
-extern bool isEditorShown;        // false: one small button
-extern int isAUTO;                // save after every change
-extern std::string editorMessage; // what the last click did, or why it did not
-extern bool isEditorMessageBad;
-
+// Nothing is selected, everything is saved, and nothing can be undone.
 void ResetEditorState();
 
 // Selects a place, as a click would; what is deeper than it is given becomes the first there is.

@@ -16,8 +16,7 @@
 #include "systems/program.h"
 #include "util/numbers.h"
 
-int ColumnX_Sys = 0, ColumnX_DevPb = 0, ColumnX_Out = 0, ColumnX_Par = 0, ColumnX_Logic = 0, ColumnX_Calc = 0;
-int offsetY = 0;
+PanelsState panelsState;
 
 namespace {
 

@@ -3,40 +3,25 @@
 // the opposite order.
 #include "systems/editor/undo.h"
 
-#include <deque>
 #include <memory>
 #include <unordered_map>
-#include <vector>
 
 #include "XPLMDataAccess.h"
 #include "systems/links.h"
 #include "systems/program.h"
 
-unsigned modelChangeCount = 0;
-void (*afterEdit)() = nullptr;
+UndoState undoState;
 
 namespace {
 
-struct Step {
-    const char *name;
-    std::vector<std::function<void()>> opposites;
-    size_t bytes = 0;
-    bool changesTree = false;
-    std::vector<ParameterAddress> parameters; // that are changed
-};
-
-std::deque<Step> steps;
-size_t stepBytes = 0; // of all steps
-int openSteps = 0;    // a step within a step is part of it
-
 void DropOldSteps() {
-    while (steps.size() > FewestUndoSteps && stepBytes > UndoMemory) {
-        stepBytes -= steps.front().bytes;
-        steps.pop_front();
+    while (undoState.steps.size() > FewestUndoSteps && undoState.bytes > UndoMemory) {
+        undoState.bytes -= undoState.steps.front().bytes;
+        undoState.steps.pop_front();
     }
 }
 
-void EndChanges(const Step &step) {
+void EndChanges(const UndoStep &step) {
     if (step.changesTree)
         SysLinkRefresh(0);
     else
@@ -109,43 +94,43 @@ struct KeptTexts {
 
 void AddOpposite(std::function<void()> opposite, size_t bytes) {
     bytes += sizeof opposite;
-    steps.back().opposites.push_back(std::move(opposite));
-    steps.back().bytes += bytes;
-    stepBytes += bytes;
+    undoState.steps.back().opposites.push_back(std::move(opposite));
+    undoState.steps.back().bytes += bytes;
+    undoState.bytes += bytes;
 }
 
 } // namespace
 
 EditStep::EditStep(const char *name) {
-    if (openSteps++ > 0) return;
+    if (undoState.openSteps++ > 0) return;
     ModelChanges();
-    steps.push_back({name, {}, 0, false, {}});
+    undoState.steps.push_back({name, {}, 0, false, {}});
 }
 
 EditStep::~EditStep() {
-    if (--openSteps > 0) return;
-    if (steps.back().opposites.empty()) {
-        steps.pop_back();
+    if (--undoState.openSteps > 0) return;
+    if (undoState.steps.back().opposites.empty()) {
+        undoState.steps.pop_back();
         return;
     }
     DropOldSteps();
-    EndChanges(steps.back());
+    EndChanges(undoState.steps.back());
 }
 
 void OnUndo(std::function<void()> opposite, size_t bytes) {
     AddOpposite(std::move(opposite), bytes);
-    steps.back().changesTree = true;
+    undoState.steps.back().changesTree = true;
 }
 
 void KeepParameter(const ParameterAddress &place) {
     const auto saved = std::make_shared<const out_parameter_struct>(*ParameterAt(place));
     AddOpposite([=] { RestoreParameter(*ParameterAt(place), *saved); }, ApproximateBytes(*saved));
-    steps.back().parameters.push_back(place);
+    undoState.steps.back().parameters.push_back(place);
 }
 
 void KeepNamedParameter(const ParameterAddress &place) {
     KeepParameter(place);
-    steps.back().changesTree = true;
+    undoState.steps.back().changesTree = true;
 }
 
 void KeepDeviceHead(const ParameterAddress &place) {
@@ -191,11 +176,11 @@ void KeepLinkTexts(const std::function<bool(const sysLink_struct &)> &willChange
 }
 
 const char *UndoEditStep() {
-    if (steps.empty() || openSteps > 0) return nullptr;
+    if (undoState.steps.empty() || undoState.openSteps > 0) return nullptr;
     ModelChanges();
-    const Step step = std::move(steps.back());
-    steps.pop_back();
-    stepBytes -= step.bytes;
+    const UndoStep step = std::move(undoState.steps.back());
+    undoState.steps.pop_back();
+    undoState.bytes -= step.bytes;
     for (auto opposite = step.opposites.rbegin(); opposite != step.opposites.rend(); ++opposite)
         (*opposite)();
     EndChanges(step);
@@ -203,16 +188,16 @@ const char *UndoEditStep() {
 }
 
 size_t CountUndoSteps() {
-    return steps.size();
+    return undoState.steps.size();
 }
 
 size_t UndoBytes() {
-    return stepBytes;
+    return undoState.bytes;
 }
 
 void ForgetUndo() {
-    steps.clear();
-    stepBytes = 0;
+    undoState.steps.clear();
+    undoState.bytes = 0;
 }
 
 // Of the simulator's or another plug-in's datarefs only the handle is let go.

@@ -6,7 +6,9 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <functional>
+#include <vector>
 
 #include "systems/model.h"
 
@@ -40,13 +42,28 @@ const size_t FewestUndoSteps = 100;
 const size_t UndoMemory = 32 << 20; // bytes
 size_t CountUndoSteps();
 size_t UndoBytes();
-void ForgetUndo();
+void ForgetUndo(); // the steps
 
-// Counts the changes of the model, undone ones too: what was collected from it is stale when it grew.
-extern unsigned modelChangeCount;
+// What one click changed, and how it comes back.
+struct UndoStep {
+    const char *name;
+    std::vector<std::function<void()>> opposites;
+    size_t bytes = 0;
+    bool changesTree = false;
+    std::vector<ParameterAddress> parameters; // that are changed
+};
 
-// Called after each step and each undoing, when set.
-extern void (*afterEdit)();
+struct UndoState {
+    std::deque<UndoStep> steps;
+    size_t bytes = 0;  // of all steps
+    int openSteps = 0; // a step within a step is part of it
+    // Counts the changes of the model, undone ones too: what was collected from it is stale when it grew.
+    unsigned changeCount = 0;
+    void (*afterEdit)() = nullptr; // called after each step and each undoing, when set
+};
+extern UndoState undoState;
+inline unsigned &modelChangeCount = undoState.changeCount;
+inline void (*&afterEdit)() = undoState.afterEdit;
 
 // Binds a dataref of a parameter anew, taking back one that was published. mode as in dataref_class.
 void BindDataref(dataref_class &dataref, const std::string &fullName, int mode, int type, double initial);

@@ -5,10 +5,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "systems/editor/undo.h"
 #include "systems/links.h"
 #include "util/numbers.h"
 
-std::vector<out_usage_struct> usageVector;
+UsageState usageState;
 
 namespace {
 
@@ -60,13 +61,18 @@ bool isGone(const ParameterAddress &place) {
 } // namespace
 
 void UsageVectorRebuild(const ParameterAddress &place) {
-    usageVector.clear();
+    usageState = {.uses = {}, .place = place, .changeCount = modelChangeCount, .isCollected = true};
     if (!ParameterAt(place)) return;
     const UsageSearch search(place);
     ForEachAddress([&](const ParameterAddress &user) {
         const std::vector<logicblock_struct> &logic = ParameterAt(user)->logic;
         for (size_t b = 0; b < logic.size(); b++) search.SearchBlock({user, Index(b)}, logic[b]);
     });
+}
+
+void RefreshUsage(const ParameterAddress &place) {
+    if (!usageState.isCollected || usageState.changeCount != modelChangeCount || usageState.place != place)
+        UsageVectorRebuild(place);
 }
 
 std::string UsersOutside(const ParameterAddress &place) {

@@ -16,10 +16,20 @@ struct out_usage_struct {
     int element = -1; // of the calculation
 };
 
-extern std::vector<out_usage_struct> usageVector;
+struct UsageState {
+    std::vector<out_usage_struct> uses;
+    ParameterAddress place;   // whose uses they are
+    unsigned changeCount = 0; // of the model that they were collected from
+    bool isCollected = false;
+};
+extern UsageState usageState;
+inline std::vector<out_usage_struct> &usageVector = usageState.uses;
 
 // Fills usageVector with the uses of the parameter, in the model's order.
 void UsageVectorRebuild(const ParameterAddress &place);
+
+// The same, unless usageVector holds them already.
+void RefreshUsage(const ParameterAddress &place);
 
 // Who uses what is about to be deleted: "A.B.C, A.B.D and 3 more", parameters outside of it that are not
 // deleted themselves; empty when nobody does. The address of a system or device stands for all that is in it.

@@ -24,8 +24,7 @@
 #include "util/make_fresh.h"
 #include "util/screen.h"
 
-XPLMWindowID SysWindow = nullptr;
-int sW = 0, sH = 0;
+EditorWindowState editorWindow;
 
 namespace {
 
@@ -38,13 +37,6 @@ const double DoubleClickSec = 0.5;
 const double Darkness = 0.97;
 const int RowsPerClick = 3;           // of the wheel
 const int MostClicks = FarthestBoxel; // that a wheel can be turned at once
-
-XPLMWindowID cover = nullptr; // over the editor's window
-bool isCovering = false;
-
-click_zone_class pressed; // the zone of the last mouse-down, and when that was
-double pressedTime = -10.0;
-int pressedY = 0, pressedRow = 0;
 
 // The one button that stands for the hidden editor.
 void DrawHidden() {
@@ -117,15 +109,15 @@ void FollowScreen() {
 }
 
 void CoverScreen(bool covers) {
-    if (covers != isCovering) XPLMSetWindowIsVisible(cover, covers ? 1 : 0);
-    isCovering = covers;
+    if (covers != editorWindow.isCovering) XPLMSetWindowIsVisible(editorWindow.cover, covers ? 1 : 0);
+    editorWindow.isCovering = covers;
 }
 
 // The aircraft's kill switch: nothing is seen, nothing can be clicked, and no key is taken.
 void DrawNothing() {
     BeginZones(-1, -1);
     EditWidgetDestroy();
-    pressed = {};
+    editorWindow.pressed = {};
     CoverScreen(false);
 }
 
@@ -135,9 +127,10 @@ void ScrollTo(int list, int row) {
 
 // The bar follows the mouse: as far as that is down its height.
 void DragScrollBar(int y) {
-    const int height = pressed.area.top - pressed.area.bottom;
-    const double share = static_cast<double>(pressed.area.top - y) / std::max(1, height);
-    ScrollTo(pressed.list, static_cast<int>(share * pressed.count) - pressed.rows / 2);
+    const int height = editorWindow.pressed.area.top - editorWindow.pressed.area.bottom;
+    const double share = static_cast<double>(editorWindow.pressed.area.top - y) / std::max(1, height);
+    ScrollTo(editorWindow.pressed.list,
+             static_cast<int>(share * editorWindow.pressed.count) - editorWindow.pressed.rows / 2);
 }
 
 // The list under the mouse scrolls; not while a field is being typed in, which would be left behind.
@@ -196,21 +189,21 @@ void SysWindowCreate() {
     SysWindow = XPLMCreateWindow(0, sH, sW, 0, 1, Guarded<"drawing the editor", SysWindowCallback>,
                                  Guarded<"a key in the editor", SysKeyCallback>,
                                  Guarded<"a click in the editor", SysMouseClickCallback, 1>, nullptr);
-    cover = CreateCover();
+    editorWindow.cover = CreateCover();
     areFramesTraced = true;
 }
 
 void SysWindowDestroy() {
     EditWidgetDestroy();
-    DestroyWindow(cover);
+    DestroyWindow(editorWindow.cover);
     DestroyWindow(SysWindow);
-    isCovering = false;
+    editorWindow.isCovering = false;
     areFramesTraced = false;
     ForgetUndo();
 }
 
 bool isEditorOverScreen() {
-    return isCovering;
+    return editorWindow.isCovering;
 }
 
 void SysWindowCallback(XPLMWindowID, void *) {
@@ -242,7 +235,7 @@ void SysKeyCallback(XPLMWindowID, char, XPLMKeyFlags, char, void *, int) {}
 int SysMouseClickCallback(XPLMWindowID, int mouseX, int mouseY, XPLMMouseStatus mouse, void *) {
     const int x = PlaceOnScreen(mouseX), y = PlaceOnScreen(mouseY);
     if (mouse == xplm_MouseDown) {
-        if (!isCovering && !ZoneAt(x, y)) return 0;
+        if (!editorWindow.isCovering && !ZoneAt(x, y)) return 0;
         MouseDown(x, y);
     } else if (mouse == xplm_MouseDrag) {
         MouseDrag(x, y);
@@ -259,11 +252,12 @@ void MouseDown(int x, int y) {
     const click_zone_class zone = hit ? *hit : click_zone_class();
     if (isEditWidgetOpen() && !EditWidgetStore()) return;
     const double now = static_cast<double>(XPLMGetElapsedTime());
-    const bool isDouble = zone.isSame(pressed) && now - pressedTime <= DoubleClickSec;
-    pressed = zone;
-    pressedTime = isDouble ? -10.0 : now;
-    pressedY = y;
-    pressedRow = zone.list >= 0 ? scroll[zone.list] : 0;
+    const bool isDouble =
+        zone.isSame(editorWindow.pressed) && now - editorWindow.pressedTime <= DoubleClickSec;
+    editorWindow.pressed = zone;
+    editorWindow.pressedTime = isDouble ? -10.0 : now;
+    editorWindow.pressedY = y;
+    editorWindow.pressedRow = zone.list >= 0 ? scroll[zone.list] : 0;
     if (zone.action == ActionScroll)
         DragScrollBar(y);
     else if (hit)
@@ -273,22 +267,20 @@ void MouseDown(int x, int y) {
 
 // Lists follow the mouse, and so do scroll bars.
 void MouseDrag(int, int y) {
-    if (pressed.action == ActionScroll)
+    if (editorWindow.pressed.action == ActionScroll)
         DragScrollBar(y);
-    else if (pressed.action == ActionEdit && pressed.list >= 0)
-        ScrollTo(pressed.list, pressedRow + (y - pressedY) / RowHeight);
+    else if (editorWindow.pressed.action == ActionEdit && editorWindow.pressed.list >= 0)
+        ScrollTo(editorWindow.pressed.list,
+                 editorWindow.pressedRow + (y - editorWindow.pressedY) / RowHeight);
 }
 
 // Zones act on the press, so that dragging can begin there.
 void MouseUp(int, int) {
-    pressedRow = 0;
+    editorWindow.pressedRow = 0;
 }
 
 void ResetEditor() {
-    MakeFresh(SysWindow, cover, isCovering, areFramesTraced, sW, sH, pressed, pressedY, pressedRow,
-              usageVector);
-    pressedTime = -10.0;
-    ForgetCopies();
-    modelChangeCount++; // what was kept of the model before is not that of this one
+    MakeFresh(editorWindow, zonesState, panelsState, usageState, undoState);
+    areFramesTraced = false;
     ResetEditorState();
 }

@@ -5,9 +5,20 @@
 #pragma once
 
 #include "XPLMDisplay.h"
+#include "systems/editor/zones.h"
 
-extern XPLMWindowID SysWindow;
-extern int sW, sH; // the screen's size
+struct EditorWindowState {
+    XPLMWindowID window = nullptr;
+    XPLMWindowID cover = nullptr; // over it
+    int width = 0, height = 0;    // the screen's
+    bool isCovering = false;
+    click_zone_class pressed; // the zone of the last mouse-down, and when that was
+    double pressedTime = -10.0;
+    int pressedY = 0, pressedRow = 0;
+};
+extern EditorWindowState editorWindow;
+inline XPLMWindowID &SysWindow = editorWindow.window;
+inline int &sW = editorWindow.width, &sH = editorWindow.height;
 
 void SysWindowCreate();
 void SysWindowDestroy();

@@ -7,31 +7,27 @@
 #include "systems/editor/state.h"
 #include "systems/links.h"
 
-std::vector<click_zone_class> parZones;
-std::vector<click_zone_class> vectorZones;
-int activeZone = -1, activeVectorZone = -1;
+ZonesState zonesState;
 
 namespace {
 
 const int BoardMargin = 4, BoardGap = 4;
 const int ScrollWidth = 12;
-int mouseX = 0, mouseY = 0;
-Area listAreas[EditorLists];
 
 } // namespace
 
 void BeginZones(int x, int y) {
     parZones.clear();
     vectorZones.clear();
-    std::fill(std::begin(listAreas), std::end(listAreas), Area());
+    std::fill(std::begin(zonesState.lists), std::end(zonesState.lists), Area());
     activeZone = activeVectorZone = -1;
-    mouseX = x;
-    mouseY = y;
+    zonesState.mouseX = x;
+    zonesState.mouseY = y;
 }
 
 void AddClickZone(std::vector<click_zone_class> &zones, const click_zone_class &zone) {
     zones.push_back(zone);
-    if (!zone.isHit(mouseX, mouseY)) return;
+    if (!zone.isHit(zonesState.mouseX, zonesState.mouseY)) return;
     (&zones == &vectorZones ? activeVectorZone : activeZone) = static_cast<int>(zones.size()) - 1;
     FillArea(zone.area, ColourCyan, 0.25);
     FrameArea(zone.area, ColourCyan, 0.8);
@@ -53,7 +49,7 @@ int AddBoard(std::vector<click_zone_class> &zones, click_zone_class zone, int x,
 int AddScroll(std::vector<click_zone_class> &zones, const Area &area, int list, int rows, int count,
               int &first) {
     rowsSeen[list] = rows;
-    listAreas[list] = area;
+    zonesState.lists[list] = area;
     first = std::clamp(first, 0, std::max(0, count - rows));
     if (count <= rows) return 0;
     click_zone_class zone;
@@ -74,7 +70,7 @@ int AddScroll(std::vector<click_zone_class> &zones, const Area &area, int list, 
 
 int ListAt(int x, int y) {
     for (int list = 0; list < EditorLists; list++)
-        if (listAreas[list].isHit(x, y)) return list;
+        if (zonesState.lists[list].isHit(x, y)) return list;
     return -1;
 }
 

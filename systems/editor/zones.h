@@ -7,6 +7,7 @@
 
 #include "systems/editor/blocks.h"
 #include "systems/editor/canvas.h"
+#include "systems/editor/state.h"
 
 // What a zone stands for. Each number has one meaning, whatever the action; -1: none.
 struct ZoneContext {
@@ -33,9 +34,17 @@ public:
     bool isSame(const ZoneContext &other) const { return *this == other; }
 };
 
-extern std::vector<click_zone_class> parZones;    // details and stacks of the parameter
-extern std::vector<click_zone_class> vectorZones; // the table of systems, devices and parameters
-extern int activeZone, activeVectorZone;          // under the mouse; -1: none
+struct ZonesState {
+    std::vector<click_zone_class> ofParameter; // details and stacks of the parameter
+    std::vector<click_zone_class> ofTable;     // the table of systems, devices and parameters
+    int active = -1, activeOfTable = -1;       // under the mouse; -1: none
+    int mouseX = 0, mouseY = 0;
+    Area lists[EditorLists]; // where each was drawn
+};
+extern ZonesState zonesState;
+inline std::vector<click_zone_class> &parZones = zonesState.ofParameter;
+inline std::vector<click_zone_class> &vectorZones = zonesState.ofTable;
+inline int &activeZone = zonesState.active, &activeVectorZone = zonesState.activeOfTable;
 
 // Forgets the zones; where the mouse is from now on.
 void BeginZones(int mouseX, int mouseY);
