@@ -4,9 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "tools/figure/rig.h"
+#include "figure/reach.h"
 
 namespace figure_maker {
+
+using namespace rig;
 
 // The shape of a hand: right fingers' values, thumb first, three joints each; the left hand mirrors them.
 struct HandShape {
@@ -15,9 +17,6 @@ struct HandShape {
 };
 const std::vector<HandShape> &HandShapes();
 void SetHandShape(Pose &pose, const std::string &shape, bool isRight);
-
-// The point of a hand that arrives at a target.
-enum class HandPoint { Fingertip, Grip };
 
 struct Reach {
     Vec target;                   // metres from the seat's reference point
@@ -36,12 +35,6 @@ struct PoseRecipe {
     double offset[3] = {0, 0, 0};
 };
 const std::vector<PoseRecipe> &PoseRecipes(const Body &body);
-
-// Where a hand's point is in a pose.
-Vec PlaceOf(const Body &body, const Pose &pose, HandPoint point, bool isRight);
-
-// How far forearm and hand keep from her head, body and thighs; negative: they pass through.
-double Clearance(const Body &body, const Pose &pose, bool isRight);
 
 // A pose in whole degrees and centimetres, as the position creator would make it. Men sit a little wider.
 Pose Solve(const Body &body, const PoseRecipe &recipe);

@@ -5,9 +5,11 @@
 #include <functional>
 #include <vector>
 
-#include "tools/figure/vectors.h"
+#include "figure/vectors.h"
 
 namespace figure_maker {
+
+using namespace rig; // the joints, and points in space
 
 using Solid = std::function<double(Vec)>;
 

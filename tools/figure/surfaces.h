@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/figure/rig.h"
+#include "figure/rig.h"
 #include "tools/figure/solids.h"
 
 namespace figure_maker {

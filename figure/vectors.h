@@ -1,10 +1,10 @@
-// Points, directions and rigid transforms for the makers of the figure. Metres; x right, y up, z aft.
+// Points, directions and rigid transforms for the figure. Metres; x right, y up, z aft.
 #pragma once
 
 #include <algorithm>
 #include <cmath>
 
-namespace figure_maker {
+namespace rig {
 
 struct Vec {
     double x = 0, y = 0, z = 0;
@@ -79,4 +79,4 @@ inline Frame FrameAlong(Vec origin, Vec direction, Vec up) {
     return {origin, x, Cross(z, x), z};
 }
 
-} // namespace figure_maker
+} // namespace rig

@@ -1,8 +1,8 @@
 // The joints of a woman of 1.68 m and of a man of 1.80 m. The right side is laid out and the left one
 // mirrored; turns are right-handed on both sides, so that a mirrored pose has its y and z values negated.
-#include "tools/figure/rig.h"
+#include "figure/rig.h"
 
-namespace figure_maker {
+namespace rig {
 
 namespace {
 
@@ -219,20 +219,29 @@ Frame HandFrame(const Body &body, bool isRight) {
     return FrameAlong(MirrorX(wrist), MirrorX(HandDirection), MirrorX(HandUp));
 }
 
-std::array<Frame, JointCount> CarriedFrames(const Body &body, const Pose &pose) {
-    std::array<Frame, JointCount> frames;
-    frames[WholeFigure].origin = {pose[WholeFigure][0], pose[WholeFigure][1], pose[WholeFigure][2]};
-    for (size_t i = 0; i < WholeFigure; i++) { // a parent stands before its children
-        const Joint &joint = body.joints[i];
-        Frame frame = frames[static_cast<size_t>(joint.parent)];
-        for (const char *letter = joint.order; *letter; letter++) {
-            const int axis = *letter - 'x';
-            const double value = pose[i][static_cast<size_t>(axis)];
-            if (value != 0) frame = TurnedAbout(frame, joint.pivot, joint.axes[axis], value);
-        }
-        frames[i] = frame;
+Frame WholeFrame(const Pose &pose) {
+    const auto &offset = pose[WholeFigure];
+    return {{offset[0], offset[1], offset[2]}};
+}
+
+void CarryJoint(const Body &body, const Pose &pose, Frames &frames, int channel) {
+    const Joint &joint = body.At(channel);
+    const auto &values = pose[static_cast<size_t>(channel)];
+    Frame frame = frames[static_cast<size_t>(joint.parent)];
+    for (const char *letter = joint.order; *letter; letter++) {
+        const int axis = *letter - 'x';
+        const double value = values[static_cast<size_t>(axis)];
+        if (value != 0) frame = TurnedAbout(frame, joint.pivot, joint.axes[axis], value);
     }
+    frames[static_cast<size_t>(channel)] = frame;
+}
+
+Frames CarriedFrames(const Body &body, const Pose &pose) {
+    Frames frames;
+    frames[WholeFigure] = WholeFrame(pose);
+    for (int channel = 0; channel < WholeFigure; channel++) // a parent stands before its children
+        CarryJoint(body, pose, frames, channel);
     return frames;
 }
 
-} // namespace figure_maker
+} // namespace rig

@@ -1,7 +1,8 @@
 // The figure's joints: where they are while she sits with her hands on her thighs, about which axes they
 // turn, and how far. Woman and man differ in their measures alone. The object and the poses are made from
-// this one table, so that their lengths agree. A pose stays within the limits; the object, which must take
-// any value, stays at a limit beyond it. It moves the whole figure as far as it is told.
+// this one table, and the position creator works with it, so that their lengths agree. A pose stays within
+// the limits; the object, which must take any value, stays at a limit beyond it. It moves the whole figure as
+// far as it is told.
 //
 // The origin is the top centre of the seat's cushion; she looks forward, along -z. Every value is 0 in the
 // rest position. Angles are degrees, right-handed about the axis; the last channel is the whole figure's
@@ -11,9 +12,9 @@
 #include <array>
 #include <string>
 
-#include "tools/figure/vectors.h"
+#include "figure/vectors.h"
 
-namespace figure_maker {
+namespace rig {
 
 const int JointCount = 47;
 
@@ -74,9 +75,14 @@ const double EyesUp = 15, EyesAside = 30;
 using Pose = std::array<std::array<double, 3>, JointCount>;
 
 // What takes points at rest to where each joint carries them.
-std::array<Frame, JointCount> CarriedFrames(const Body &body, const Pose &pose);
+using Frames = std::array<Frame, JointCount>;
+Frames CarriedFrames(const Body &body, const Pose &pose);
+
+// The same for one joint, whose parent's frame is there already. Not for the whole figure.
+void CarryJoint(const Body &body, const Pose &pose, Frames &frames, int channel);
+Frame WholeFrame(const Pose &pose);
 
 // The hand's own axes at rest: origin in the wrist, -z along the hand, y out of its back.
 Frame HandFrame(const Body &body, bool isRight);
 
-} // namespace figure_maker
+} // namespace rig
