@@ -1,6 +1,7 @@
 // What body lines say becomes records at work: links are resolved, phrases told. A line that cannot be read
 // is logged and kept at its place; the items before and after it stand.
 #include "systems/body_parser.h"
+#include "systems/dataref_binding.h"
 
 #include <algorithm>
 #include <utility>
@@ -173,7 +174,7 @@ bool isMissing(const structExecute &action) {
     switch (TextOfAction(action.type)) {
     case ActionText::Position: return !mapPos.contains(action.text);
     case ActionText::Command: return !XPLMFindCommand(action.text.c_str());
-    case ActionText::Dataref: return !FindDataref(action.text.substr(0, action.text.find('[')).c_str());
+    case ActionText::Dataref: return !FindDataref(DatarefName(action.text).name.c_str());
     default: return false;
     }
 }

@@ -13,16 +13,27 @@ const int AnyScalar = FloatAndDouble | xplmType_Int;
 
 } // namespace
 
+DatarefName::DatarefName(std::string_view fullName) {
+    const size_t bracket = fullName.find('[');
+    name = fullName.substr(0, bracket);
+    if (bracket == std::string_view::npos) return;
+    hasIndex = true;
+    isClosed = fullName.ends_with(']');
+    const std::string_view behind = fullName.substr(bracket + 1);
+    if (int number = 0; ParseInt(behind.substr(0, behind.find(']')), number)) index = number;
+}
+
+bool DatarefName::isReachable() const {
+    return !hasIndex || (index && isReachableElement(*index));
+}
+
 void dataref_class::Init(const std::string &fullNameText, const std::string &modeText, int type,
                          double initValue) {
     fullName = fullNameText;
-    const size_t bracket = fullName.find('[');
-    name = fullName.substr(0, bracket);
-    if (bracket != std::string::npos) {
-        const size_t close = fullName.find(']', bracket);
-        const std::string digits = fullName.substr(bracket + 1, close - bracket - 1);
-        if (!ParseInt(digits, index) || !isReachableElement(index)) ReportIndex();
-    }
+    const DatarefName parts(fullName);
+    name = parts.name;
+    index = parts.index.value_or(index);
+    if (!parts.isReachable()) ReportIndex();
     if (modeText == "new") {
         dataType = type;
         if (type == xplmType_Float) handle = CreateDrf_Float(name, static_cast<float>(initValue));

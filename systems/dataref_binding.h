@@ -2,11 +2,26 @@
 // or another plug-in that may come into existence later.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "XPLMDataAccess.h"
 
 enum { BindingNone = 0, BindingNew = 1, BindingExist = 2 };
+
+// A dataref as systems files and imported lists name it: "name" or "name[index]".
+struct DatarefName {
+    std::string name; // without index
+    bool hasIndex = false;
+    bool isClosed = true;          // no "[" without "]" at the end
+    std::optional<int> index = {}; // the number in the brackets; none: it is no number
+
+    explicit DatarefName(std::string_view fullName);
+
+    // An index that is given is one that systems files reach, 0 to 15.
+    bool isReachable() const;
+};
 
 // A dataref as a frame reads and writes it: by its handle, as the type that it has.
 struct DatarefAccess {

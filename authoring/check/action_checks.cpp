@@ -12,6 +12,7 @@
 #include "figure/positions.h"
 #include "frame/datarefs.h"
 #include "frame/settings.h"
+#include "systems/dataref_binding.h"
 #include "systems/links.h"
 #include "util/find_dataref.h"
 #include "util/numbers.h"
@@ -51,27 +52,25 @@ int ElementsOf(XPLMDataRef dataref) {
 }
 
 void CheckElement(const std::string &fullName, XPLMDataRef dataref, const std::string &file, int line) {
-    const size_t bracket = fullName.find('[');
+    const DatarefName parts(fullName);
     if (dataref && XPLMGetDataRefTypes(dataref) == xplmType_Data) {
         AddFinding(Severity::Error, file, line, "the dataref is a text, not a number: " + fullName);
         return;
     }
-    if (bracket == std::string::npos) {
+    if (!parts.hasIndex) {
         if (ElementsOf(dataref) > 0)
             AddFinding(Severity::Error, file, line, "an array needs an index, such as [0]: " + fullName);
         return;
     }
-    int index = -1;
-    const std::string digits = fullName.substr(bracket + 1, fullName.find(']') - bracket - 1);
-    if (!fullName.ends_with(']'))
+    if (!parts.isClosed)
         AddFinding(Severity::Error, file, line, "\"[\" without \"]\": " + fullName);
-    else if (!ParseInt(digits, index) || !isReachableElement(index))
+    else if (!parts.isReachable())
         AddFinding(Severity::Error, file, line,
                    "the index of an array is a number from 0 to " + int2string(ReachableElements - 1) + ": "
                        + fullName);
     else if (dataref && ElementsOf(dataref) == 0)
         AddFinding(Severity::Error, file, line, "no array, so it takes no index: " + fullName);
-    else if (dataref && index >= ElementsOf(dataref))
+    else if (dataref && *parts.index >= ElementsOf(dataref))
         AddFinding(Severity::Error, file, line,
                    "the array has " + int2string(ElementsOf(dataref)) + " elements: " + fullName);
 }
@@ -79,7 +78,7 @@ void CheckElement(const std::string &fullName, XPLMDataRef dataref, const std::s
 enum class Use { Read, Write };
 
 void CheckDataref(const std::string &fullName, Use use, const std::string &file, int line) {
-    const std::string name = fullName.substr(0, fullName.find('['));
+    const std::string name = DatarefName(fullName).name;
     const XPLMDataRef dataref = FindDataref(name.c_str());
     if (!dataref) ReportMissing("dataref", name, file, line);
     CheckElement(fullName, dataref, file, line);

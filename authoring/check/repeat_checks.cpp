@@ -9,6 +9,7 @@
 #include "authoring/check/checks.h"
 #include "authoring/check/conditions.h"
 #include "authoring/check/findings.h"
+#include "systems/dataref_binding.h"
 #include "systems/links.h"
 
 namespace simhost {
@@ -103,7 +104,7 @@ void CollectWrittenDatarefs() {
         for (const logicblock_struct &block : place.parameter.logic)
             for (const structExecute &action : block.executes)
                 if (TextOfAction(action.type) == ActionText::Dataref)
-                    writtenDatarefs.insert(action.text.substr(0, action.text.find('[')));
+                    writtenDatarefs.insert(DatarefName(action.text).name);
     });
 }
 

@@ -1,6 +1,7 @@
 // The list of systems files keeps what it has; the imported systems come last, so that they see this frame's
 // values of all others.
 #include "systems/import/clist_folder.h"
+#include "systems/dataref_binding.h"
 
 #include <algorithm>
 #include <vector>
@@ -34,7 +35,7 @@ bool isInSystems(const char *text, const std::string &systemsFolder, const std::
 }
 
 bool isWholeDataref(const std::string &name) {
-    const XPLMDataRef dataref = FindDataref(name.substr(0, name.find('[')).c_str());
+    const XPLMDataRef dataref = FindDataref(DatarefName(name).name.c_str());
     const int fractions = xplmType_Float | xplmType_Double | xplmType_FloatArray;
     return dataref && (XPLMGetDataRefTypes(dataref) & fractions) == 0;
 }

@@ -2,6 +2,7 @@
 // junction, whose first part may be another; what is nested deeper becomes a parameter of its own. In the
 // same way calculations become parameters where a comparison needs their values.
 #include "systems/import/condition_writer.h"
+#include "systems/dataref_binding.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,7 +18,6 @@ namespace {
 
 const char *const DatarefDevice = "DATAREFS";
 const char *const Part = " PART";                              // of a condition
-const int LastElement = 15;                                    // of an array, that a parameter can read
 const double WholeTolerance = 0.01, FractionTolerance = 0.001; // of equality with a float
 const int HighestPower = 16;
 
@@ -80,18 +80,13 @@ void ConditionWriter::BeginList(const std::string &list) {
 
 std::string ConditionWriter::Dataref(const std::string &dataref, std::string &reason) {
     if (const auto found = linkOfDataref.find(dataref); found != linkOfDataref.end()) return found->second;
-    const size_t bracket = dataref.find('[');
-    int index = 0;
-    if (bracket != std::string::npos) {
-        const bool isRead = ParseInt(dataref.substr(bracket + 1, dataref.find(']') - bracket - 1), index);
-        if (!isRead || index < 0 || index > LastElement) {
-            reason = "of an array only elements 0 to 15 can be read, not " + dataref;
-            return "";
-        }
+    const DatarefName parts(dataref);
+    if (!parts.isReachable()) {
+        reason = "of an array only elements 0 to 15 can be read, not " + dataref;
+        return "";
     }
-    const std::string path = dataref.substr(0, bracket);
-    std::string wanted = ReplaceStringAll(path.substr(path.rfind('/') + 1), "_", " ");
-    if (bracket != std::string::npos) wanted += " " + int2string(index);
+    std::string wanted = ReplaceStringAll(parts.name.substr(parts.name.rfind('/') + 1), "_", " ");
+    if (parts.index) wanted += " " + int2string(*parts.index);
     out_parameter_struct parameter;
     parameter.name = UniqueName(wanted, datarefNames);
     parameter.type = isWhole(dataref) ? TypeInteger : TypeDouble;
