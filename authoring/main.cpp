@@ -15,6 +15,7 @@
 #include "authoring/phrases/phrases.h"
 #include "simhost/flights/flight.h"
 #include "simhost/number_text.h"
+#include "simhost/system.h"
 #include "simhost/world/aircraft_folder.h"
 
 namespace {
@@ -85,7 +86,7 @@ std::string SpeechFolder(const std::string &xplaneFolder) {
     for (const fs::path &folder :
          {fs::path(xplaneFolder) / "Resources/plugins/fennic_speech", program / "plugins/fennic_speech"})
         if (folder.is_absolute() || !xplaneFolder.empty())
-            if (fs::exists(folder / "pronunciations.txt", failed)) return folder;
+            if (fs::exists(folder / "pronunciations.txt", failed)) return folder.generic_string();
     return "";
 }
 

@@ -78,7 +78,7 @@ local aircraft, isAboard = sim.dir("aircraft"), false
 local function start(file, description)
     if isAboard then sim.stop() end
     isAboard = true
-    os.execute("rm '" .. aircraft .. "'*.acf")
+    for _, file in ipairs(sim.list(aircraft)) do if file:find("%.acf$") then sim.remove(aircraft .. file) end end
     check.write(aircraft .. file, "PROPERTIES_BEGIN\nP acf/_descrip " .. description .. "\nPROPERTIES_END\n")
     sim.start()
     sim.run(3.5)

@@ -86,18 +86,21 @@ local function is(works, state)
     check.equal(check.read(plugin .. "data/settings_mac.txt"):match("installation=(%-?%d+)"), tostring(state), step)
 end
 
-local FILES = "cd '" .. folder .. "' && find . -name plugins -prune -o -type f "
+local function aircraft_files()
+    local found = {}
+    for _, path in ipairs(sim.list(folder)) do if not path:find("^plugins/") then found[#found + 1] = path end end
+    return found
+end
 
 -- Every file of the aircraft but the plug-in's, byte for byte.
 local function holds(expected)
-    local list, found = io.popen(FILES .. "-print"), {}
-    for path in list:lines() do found[path:sub(3)] = check.read(folder .. path) end
-    list:close()
+    local found = {}
+    for _, path in ipairs(aircraft_files()) do found[path] = check.read(folder .. path) end
     for name in pairs(with(found, expected)) do check.equal(found[name], expected[name], step .. ": " .. name) end
 end
 
 local function put(files)
-    os.execute(FILES .. "-exec rm {} +")
+    for _, path in ipairs(aircraft_files()) do sim.remove(folder .. path) end
     for name, bytes in pairs(files) do check.write(folder .. name, bytes) end
 end
 
@@ -203,7 +206,7 @@ for _, text in ipairs {"objects/kvfennic.png could not be replaced", "Make room 
 end
 if arg[1] then sim.screenshot(arg[1] .. "set_up_with_failures.png") end
 check.equal(check.read(folder .. "objects/kvfennic.obj"), shipped("kvfennic.obj"), step)
-os.execute("rmdir '" .. folder .. "objects/kvfennic.png'")
+sim.remove(folder .. "objects/kvfennic.png")
 sim.push("Try again")
 check.equal(#windows(), 1, step .. ": windows")
 sim.push("OK")

@@ -12,7 +12,7 @@ check.settings {volume = "85", rate = "93"}
 check.write(plugin .. "data/voicelist_mac.txt", VOICE .. "Anna\r\n" .. VOICE .. "Fred\r\nown voice\r\n")
 
 -- Poses for the female figure, in two groups. A name that is in both belongs to the first, which so comes back.
-assert(os.execute("rm -r '" .. plugin .. "custom/positions-w' '" .. plugin .. "custom/presets'"))
+for _, name in ipairs {"positions-w", "presets"} do assert(sim.remove(plugin .. "custom/" .. name)) end
 check.folder(plugin .. "custom/positions-w/a")
 check.folder(plugin .. "custom/positions-w/b")
 check.folder(plugin .. "custom/presets")

@@ -20,7 +20,7 @@ end
 local function live(name) return check.read(plugin .. "systems/" .. name .. ".txt") end
 
 local function ship(version, names)
-    os.execute("rm -rf '" .. plugin .. "shipped'")
+    sim.remove(plugin .. "shipped")
     check.folder(plugin .. "shipped/systems")
     check.folder(plugin .. "shipped/custom/positions-w/rest")
     for _, name in ipairs(names) do
@@ -74,7 +74,7 @@ check.equal(menu_line(), nil, "and the menu tells nothing")
 
 -- ---- The first version, in an empty folder ----
 
-os.execute("rm -rf '" .. plugin .. "systems'")
+sim.remove(plugin .. "systems")
 ship(1, {"ALPHA", "BRAVO", "CHARLIE"})
 check.that(not tells(fly()), "a fresh installation tells nothing")
 check.list(answers {"alpha", "bravo", "charlie"},

@@ -2,7 +2,6 @@
 // the picture.
 #include "authoring/chart/chart.h"
 
-#include <csignal>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
@@ -11,6 +10,7 @@
 #include <vector>
 
 #include "authoring/check/folder.h"
+#include "simhost/system.h"
 #include "systems/reader.h"
 #include "util/text.h"
 
@@ -52,12 +52,7 @@ int ReportDevice(const std::string &name) {
 
 // The program writes the picture itself, where this program's output goes.
 int Draw(const std::string &description) {
-    std::fflush(stdout);
-    std::signal(SIGPIPE, SIG_IGN); // where there is no such program, nobody reads
-    FILE *dot = popen("dot -Tsvg", "w");
-    const bool isWritten =
-        dot && std::fwrite(description.data(), 1, description.size(), dot) == description.size();
-    if (dot && pclose(dot) == 0 && isWritten) return 0;
+    if (FeedProgram("dot -Tsvg", description)) return 0;
     std::fputs("fennic-sim: Graphviz's program \"dot\" is missing or failed; Debian's package is graphviz\n",
                stderr);
     return 1;

@@ -52,23 +52,23 @@ void CheckAircraft(const std::string &pluginFolder) {
     // <aircraft>/plugins/<folder>/64/
     const std::filesystem::path folder =
         std::filesystem::path(pluginFolder).parent_path().parent_path().parent_path().parent_path() / "";
-    const AircraftFile found = FindAircraftFile(folder.string());
+    const AircraftFile found = FindAircraftFile(folder.generic_string());
     if (found.name.empty()) { // the plug-in's folder alone
         if (!hasList)
             AddFinding(Severity::Note, AircraftListFile, 0,
                        "not here, nor an aircraft around the folder: as it is, it serves no aircraft");
         return;
     }
-    const AircraftRow *const served = ServedAircraft(found.description, folder.string(), listed);
-    CheckList(listed, folder.string(), found, served);
+    const AircraftRow *const served = ServedAircraft(found.description, folder.generic_string(), listed);
+    CheckList(listed, folder.generic_string(), found, served);
     if (!served)
-        AddFinding(Severity::Error, folder / found.name, 0,
+        AddFinding(Severity::Error, (folder / found.name).generic_string(), 0,
                    found.hasDescription
                        ? "she does not serve this aircraft, so nothing here is read; its description is \""
                              + found.description + "\", which no line of " + AircraftListFile + " begins"
                        : "without a description she does not know the aircraft, so nothing here is read");
     else if (!served->modelFile.empty() && !std::filesystem::exists(folder / served->modelFile))
-        AddFinding(Severity::Error, folder / found.name, 0,
+        AddFinding(Severity::Error, (folder / found.name).generic_string(), 0,
                    "the file of this aircraft must be named " + served->modelFile
                        + ", else none of the systems files is read");
 }

@@ -75,7 +75,8 @@ int CheckFolder(const CheckOptions &options) {
     CheckFonts(pluginFolder);
 
     std::error_code failed;
-    const std::string folder = (std::filesystem::absolute(options.folder, failed) / "").lexically_normal();
+    const std::string folder =
+        (std::filesystem::absolute(options.folder, failed) / "").lexically_normal().generic_string();
     const std::string shown = options.folder + (options.folder.ends_with('/') ? "" : "/");
     return PrintFindings(pluginFolder, folder, shown) ? 0 : 1;
 }

@@ -25,9 +25,10 @@ bool hasSystems(const fs::path &folder) {
 std::string FindPluginFolder(const std::string &folder) {
     std::error_code failed;
     const fs::path base = fs::absolute(folder, failed).lexically_normal();
-    if (hasSystems(base)) return (base / "").lexically_normal();
+    if (hasSystems(base)) return (base / "").lexically_normal().generic_string();
     for (const auto &plugin : fs::directory_iterator(base / "plugins", failed))
-        if (hasSystems(plugin.path() / "64")) return (plugin.path() / "64" / "").lexically_normal();
+        if (hasSystems(plugin.path() / "64"))
+            return (plugin.path() / "64" / "").lexically_normal().generic_string();
     return "";
 }
 

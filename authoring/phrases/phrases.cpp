@@ -148,7 +148,7 @@ int PrintPhrases(const std::vector<std::string> &folders) {
         RemapAll();
         if (EnterFolder(folder).empty()) return 2;
         CreateSystemsFromFile();
-        const std::string name = std::filesystem::path(folder + "/").parent_path().filename();
+        const std::string name = std::filesystem::path(folder + "/").parent_path().filename().string();
         for (const system_class &system : systems_vector) {
             const std::string text = DescribeSystem(system);
             if (text.empty()) continue;

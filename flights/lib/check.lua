@@ -53,7 +53,7 @@ end
 
 -- A folder, with those above it.
 function check.folder(path)
-    assert(os.execute("mkdir -p '" .. path .. "'"))
+    sim.make_folder(path)
 end
 
 -- Replaces the shipped systems by these: name -> text, and their order.

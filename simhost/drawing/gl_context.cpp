@@ -1,16 +1,12 @@
-// The EGL context and its framebuffer objects. An EGL context without a surface has no framebuffer of its
-// own, so a plug-in that binds number 0 draws nowhere; as in the simulator, it has to ask what was bound.
+// The context's framebuffer objects. Nobody sees the framebuffer of its own, if it has one, so a plug-in that
+// binds number 0 draws nowhere; as in the simulator, it has to ask what was bound.
 #include "simhost/drawing/gl_context.h"
-
-#include <EGL/egl.h>
-#include <EGL/eglext.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 
+#include "simhost/drawing/make_context.h"
 #include "simhost/drawing/screen.h"
-#include "simhost/drawing/system_libraries.h"
 #include "simhost/interface/plugins.h"
 
 namespace simhost {
@@ -28,28 +24,6 @@ struct Surface {
 };
 constinit Surface pixelSurface, fullSurface, sceneSurface, headsetSurface;
 constinit const Surface *surface = &pixelSurface, *surfaceBefore = nullptr;
-
-// Empty when the context is made and current, or what went wrong.
-std::string MakeContext() {
-    for (const std::string &missing : {LoadOpenGl(), LoadSystemLibrary("libEGL.so.1")})
-        if (!missing.empty()) return missing;
-    // One thread of our own is enough, also for a cache on disk, and there is no graphics card to look for.
-    // What the user has set stands.
-    setenv("LP_NUM_THREADS", "0", 0);
-    setenv("MESA_SHADER_CACHE_DISABLE", "true", 0);
-    setenv("LIBGL_ALWAYS_SOFTWARE", "1", 0);
-    const EGLDisplay display = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA,
-                                                     reinterpret_cast<void *>(EGL_DEFAULT_DISPLAY), nullptr);
-    if (display == EGL_NO_DISPLAY) return "EGL has no display without a screen";
-    if (eglInitialize(display, nullptr, nullptr) == EGL_FALSE) return "EGL finds no driver";
-    if (eglBindAPI(EGL_OPENGL_API) == EGL_FALSE) return "EGL does not offer desktop OpenGL";
-    const EGLint attributes[] = {EGL_CONTEXT_MAJOR_VERSION, 2, EGL_CONTEXT_MINOR_VERSION, 1, EGL_NONE};
-    const EGLContext context = eglCreateContext(display, EGL_NO_CONFIG_KHR, EGL_NO_CONTEXT, attributes);
-    if (context == EGL_NO_CONTEXT) return "EGL gives no context of OpenGL 2.1";
-    if (eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, context) == EGL_FALSE)
-        return "EGL gives no context without a surface";
-    return "";
-}
 
 void DeleteSurface(Surface &old) {
     glDeleteFramebuffers(1, &old.framebuffer);

@@ -4,6 +4,10 @@
 
 #include <string>
 
+#if IBM
+#include <windows.h> // which its gl.h takes for granted
+#undef FindWindow
+#endif
 #define GL_GLEXT_PROTOTYPES
 #include <GL/gl.h>
 #include <GL/glext.h>

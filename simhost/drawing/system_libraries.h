@@ -13,6 +13,7 @@ namespace simhost {
 const std::string &LoadOpenGl();
 
 // Loads a library for all to use, such as "libEGL.so.1". Returns why it cannot be; empty when it is loaded.
+// On Windows, where the program is linked with what it uses, there is no such call.
 std::string LoadSystemLibrary(const char *name);
 
 } // namespace simhost

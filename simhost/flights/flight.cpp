@@ -145,6 +145,7 @@ void PrepareLua(lua_State *lua, const FlightOptions &options) {
     luaL_openlibs(lua);
     lua_newtable(lua);
     AddPluginCalls(lua);
+    AddFileCalls(lua);
     AddTimeCalls(lua);
     AddDatarefCalls(lua);
     AddCockpitCalls(lua);
@@ -272,7 +273,7 @@ int FlyFlight(const FlightOptions &options) {
     startOfFlight = steady_clock::now();
     flight.options = options;
     std::error_code failed;
-    flight.startFolder = std::filesystem::current_path(failed).string();
+    flight.startFolder = std::filesystem::current_path(failed).generic_string();
     std::string error;
     flight.scratch.root = MakeScratchRoot(error);
     if (flight.scratch.root.empty()) return RefuseToFly(error);

@@ -96,6 +96,7 @@ void AddCockpitCalls(lua_State *lua); // cockpit.cpp
 void AddSoundCalls(lua_State *lua);   // sound.cpp
 void AddScreenCalls(lua_State *lua);  // screen.cpp
 void AddMouseCalls(lua_State *lua);   // mouse.cpp
+void AddFileCalls(lua_State *lua);    // files.cpp
 void AddWindowCalls(lua_State *lua);  // windows.cpp
 void AddWidgetCalls(lua_State *lua);  // widgets.cpp
 

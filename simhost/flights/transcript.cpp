@@ -11,13 +11,12 @@
 #include <string_view>
 #include <vector>
 
-#include <unistd.h>
-
 #include "XPLMDataAccess.h"
 #include "XPLMUtilities.h"
 #include "simhost/number_text.h"
 #include "simhost/simulator.h"
 #include "simhost/sound/microphone.h"
+#include "simhost/system.h"
 
 namespace simhost {
 
@@ -270,7 +269,7 @@ void TellWritten(const Event &event) {
 void OpenTranscript(bool shown, const std::string &folder) {
     isShown = shown;
     xplaneFolder = folder;
-    isColoured = shown && (isatty(STDOUT_FILENO) != 0 || std::getenv("CLICOLOR_FORCE") != nullptr);
+    isColoured = shown && (isTerminalOutput() || std::getenv("CLICOLOR_FORCE") != nullptr);
 }
 
 void CloseTranscript(double simulatedSeconds, double realSeconds) {

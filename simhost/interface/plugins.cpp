@@ -2,8 +2,6 @@
 // owner; that also holds for calls that a library's static initialisers make while it is being opened.
 #include "simhost/interface/plugins.h"
 
-#include <dlfcn.h>
-
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
@@ -15,6 +13,7 @@
 #include "simhost/flights/watchdog.h"
 #include "simhost/modules.h"
 #include "simhost/simulator.h"
+#include "simhost/system.h"
 #include "simhost/widgets/widgets.h"
 #include "simhost/windows/windows.h"
 
@@ -102,15 +101,9 @@ bool isLoaded(const std::string &path) {
                        [&](const auto &plugin) { return plugin->library && plugin->path == path; });
 }
 
-bool isResident(const std::string &path) {
-    void *library = dlopen(path.c_str(), RTLD_NOW | RTLD_NOLOAD);
-    if (library) dlclose(library);
-    return library != nullptr;
-}
-
 template <typename Function>
 bool FindEntryPoint(void *library, const char *name, Function &function, std::string &missing) {
-    function = reinterpret_cast<Function>(dlsym(library, name));
+    function = reinterpret_cast<Function>(FindInLibrary(library, name));
     if (!function) missing += (missing.empty() ? "" : ", ") + std::string(name);
     return function != nullptr;
 }
@@ -132,8 +125,8 @@ bool CloseLibrary(XPLMPluginID id) {
     bool isGone = true;
     if (plugin->library) {
         RunningScope scope(id, "being unloaded");
-        dlclose(plugin->library);
-        isGone = !isResident(plugin->path);
+        ReleaseLibrary(plugin->library);
+        isGone = !isInMemory(plugin->path);
     }
     DropRegistrations(id);
     RemovePlugin(id);
@@ -206,7 +199,7 @@ Running CurrentlyRunning() {
 
 XPLMPluginID LoadPlugin(const std::string &libraryPath, std::string &error) {
     error.clear();
-    const std::string path = std::filesystem::absolute(libraryPath).lexically_normal().string();
+    const std::string path = std::filesystem::absolute(libraryPath).lexically_normal().generic_string();
     // XPLMGetPluginInfo could only tell such a plug-in a part of where it lies.
     if (path.size() >= PluginInfoSize) error = path + " is too long a path for a plug-in";
     if (error.empty() && isLoaded(path)) error = path + " is loaded already";
@@ -217,11 +210,7 @@ XPLMPluginID LoadPlugin(const std::string &libraryPath, std::string &error) {
     {
         RunningScope scope(id, "being loaded");
         LoadOpenGl(); // most plug-ins are linked with it
-        plugin.library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-        if (!plugin.library) {
-            const char *reason = dlerror();
-            error = reason ? reason : path + " cannot be opened";
-        }
+        plugin.library = OpenLibrary(path, error);
     }
     if (error.empty()) {
         const std::string missing = MissingEntryPoints(plugin.library, plugin.entryPoints);
@@ -317,7 +306,7 @@ void SwitchDatarefBrowser(bool on) {
         datarefBrowser = XPLM_NO_PLUGIN_ID;
         return;
     }
-    Plugin &plugin = AddPlugin(XplaneFolder() + "Resources/plugins/DataRefEditor/64/lin.xpl");
+    Plugin &plugin = AddPlugin(XplaneFolder() + "Resources/plugins/DataRefEditor/64/" + LibraryName);
     plugin.name = "DataRefEditor";
     plugin.signature = DatarefBrowserSignature;
     plugin.description = "Lists datarefs";

@@ -2,10 +2,7 @@
 // lines are kept for flights and tests.
 #include "XPLMUtilities.h"
 
-#include <dlfcn.h>
-
 #include <algorithm>
-#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <deque>
@@ -16,6 +13,7 @@
 #include "simhost/modules.h"
 #include "simhost/number_text.h"
 #include "simhost/simulator.h"
+#include "simhost/system.h"
 
 namespace simhost {
 
@@ -97,7 +95,7 @@ std::vector<std::string> TakeAll(std::deque<std::string> &texts) {
 }
 
 char GivenSeparator() {
-    return State().usesColons && !XPLMIsFeatureEnabled("XPLM_USE_NATIVE_PATHS") ? ':' : '/';
+    return State().usesColons && !XPLMIsFeatureEnabled("XPLM_USE_NATIVE_PATHS") ? ':' : NativeSeparator;
 }
 
 std::string WithSlash(std::string folder) {
@@ -136,8 +134,8 @@ void UseColonPaths(bool on) {
 
 std::string PathForPlugin(const std::string &path) {
     if (GivenSeparator() == '/' || path.empty()) return path;
-    std::string given = (path[0] == '/' ? "Macintosh HD" : "") + path;
-    std::replace(given.begin(), given.end(), '/', ':');
+    std::string given = (GivenSeparator() == ':' && path[0] == '/' ? "Macintosh HD" : "") + path;
+    std::replace(given.begin(), given.end(), '/', GivenSeparator());
     return given;
 }
 
@@ -196,18 +194,6 @@ void CopyText(const std::string &text, char *out, std::size_t size) {
     out[length] = '\0';
 }
 
-std::string DescribeFunction(const void *function) {
-    Dl_info info = {};
-    if (dladdr(function, &info) == 0 || !info.dli_fname) return "of unknown origin";
-    if (info.dli_sname && info.dli_saddr == function) return info.dli_sname;
-    const char *slash = std::strrchr(info.dli_fname, '/');
-    char offset[32];
-    std::snprintf(offset, sizeof offset, "+0x%zx",
-                  reinterpret_cast<std::uintptr_t>(function)
-                      - reinterpret_cast<std::uintptr_t>(info.dli_fbase));
-    return std::string(slash ? slash + 1 : info.dli_fname) + offset;
-}
-
 } // namespace simhost
 
 using namespace simhost;
@@ -221,7 +207,8 @@ void XPLMGetPrefsPath(char *outPrefsPath) {
 }
 
 const char *XPLMGetDirectorySeparator(void) {
-    return GivenSeparator() == ':' ? ":" : "/";
+    static const char separators[][2] = {"/", ":", "\\"};
+    return separators[GivenSeparator() == '/' ? 0 : GivenSeparator() == ':' ? 1 : 2];
 }
 
 char *XPLMExtractFileAndPath(char *inFullPath) {
@@ -245,7 +232,7 @@ int XPLMGetLanguage(void) {
 void *XPLMFindSymbol(const char *inString) {
     // Only the interface itself, not everything else that lies in the process.
     if (!inString || std::strncmp(inString, "XP", 2) != 0) return nullptr;
-    return dlsym(RTLD_DEFAULT, inString);
+    return FindOwnCall(inString);
 }
 
 void XPLMSetErrorCallback(XPLMError_f inCallback) {

@@ -3,21 +3,15 @@
 #include "simhost/sound/microphone.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
-#include <cstring>
+#include <cstdio>
 #include <deque>
 #include <fstream>
 #include <map>
 #include <vector>
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
+#include "simhost/sound/run_program.h"
 #include "speech/voice/wav_file.h"
 
 namespace simhost {
@@ -73,28 +67,6 @@ void BringToOneLoudness(Samples &sound) {
         sample = static_cast<std::int16_t>(std::clamp(sample * gain, -32767.0, 32767.0));
 }
 
-// Runs the program to its end with a file as its input. False when it fails.
-bool Run(const std::vector<std::string> &words, const std::string &input) {
-    std::vector<char *> arguments, environment;
-    for (const std::string &word : words) arguments.push_back(const_cast<char *>(word.c_str()));
-    arguments.push_back(nullptr);
-    for (char **variable = environ; *variable != nullptr; ++variable)
-        if (std::strncmp(*variable, "FENNIC_VOICE_HOST=", 18) != 0) environment.push_back(*variable);
-    environment.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, input.c_str(), O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    pid_t process = 0;
-    const int failed =
-        posix_spawn(&process, words[0].c_str(), &actions, nullptr, arguments.data(), environment.data());
-    posix_spawn_file_actions_destroy(&actions);
-    int status = -1;
-    while (failed == 0 && waitpid(process, &status, 0) < 0 && errno == EINTR) continue;
-    return failed == 0 && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
 // The built-in voices: whatever the pilot has set for his first officer, a flight sounds the same everywhere.
 bool Synthesise(const std::string &text, const PilotsVoice &voice, const std::string &program,
                 const std::string &folder, Samples &sound, std::string &error) {
@@ -106,11 +78,11 @@ bool Synthesise(const std::string &text, const PilotsVoice &voice, const std::st
         file << '\n';
     }
     const bool isSaid =
-        Run({program, "--loudspeaker", output, "--settings", "/dev/null", "--model", folder}, input);
+        RunProgram({program, "--loudspeaker", output, "--settings", "/dev/null", "--model", folder}, input);
     if (!isSaid) error = program + " does not run";
     const bool isSpoken = isSaid && fennic_voice::ReadWavFile(output, sound, error);
-    unlink(input.c_str());
-    unlink(output.c_str());
+    std::remove(input.c_str());
+    std::remove(output.c_str());
     if (!isSpoken) return false;
     const auto isHeard = [](std::int16_t sample) { return sample != 0; };
     sound.erase(sound.begin(), std::find_if(sound.begin(), sound.end(), isHeard));

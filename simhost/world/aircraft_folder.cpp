@@ -9,23 +9,13 @@
 #include <iterator>
 #include <system_error>
 
-#include <stdlib.h>
-#include <unistd.h>
-#if defined(__APPLE__)
-#include <mach-o/dyld.h>
-#endif
+#include "simhost/system.h"
 
 namespace fs = std::filesystem;
 
 namespace simhost {
 
 namespace {
-
-#if defined(__APPLE__)
-constexpr const char *LibraryName = "mac.xpl", *LibraryFolder = "mac_x64";
-#else
-constexpr const char *LibraryName = "lin.xpl", *LibraryFolder = "lin_x64";
-#endif
 
 // A folder that leads back into itself through a link would be copied for ever.
 constexpr int DeepestFolder = 64;
@@ -68,7 +58,7 @@ std::vector<fs::path> SortedEntries(const fs::path &folder) {
 std::string NameOfFolder(const fs::path &folder) {
     std::error_code failed;
     const fs::path whole = fs::absolute(folder, failed).lexically_normal();
-    return (whole.has_filename() ? whole : whole.parent_path()).filename().string();
+    return (whole.has_filename() ? whole : whole.parent_path()).filename().generic_string();
 }
 
 // A path, or a bare name in the folder; empty when there is none.
@@ -77,24 +67,10 @@ std::string FindFolder(const std::string &nameOrPath, const fs::path &folder) {
     if (fs::is_directory(nameOrPath, failed)) return nameOrPath;
     const fs::path named = folder / nameOrPath;
     const bool isBare = nameOrPath.find('/') == std::string::npos && !nameOrPath.empty();
-    return isBare && fs::is_directory(named, failed) ? named.string() : "";
+    return isBare && fs::is_directory(named, failed) ? named.generic_string() : "";
 }
 
 } // namespace
-
-std::string ProgramFolder() {
-#if defined(__APPLE__)
-    char path[4096];
-    uint32_t size = sizeof path;
-    if (_NSGetExecutablePath(path, &size) != 0) return "";
-    const fs::path program = path;
-#else
-    std::error_code failed;
-    const fs::path program = fs::read_symlink("/proc/self/exe", failed);
-    if (failed) return "";
-#endif
-    return program.parent_path().string() + "/";
-}
 
 std::string FindAircraft(const std::string &nameOrPath, const std::string &programFolder) {
     return FindFolder(nameOrPath, fs::path(programFolder) / "aircraft");
@@ -105,22 +81,15 @@ std::string FindPlugin(const std::string &nameOrPath, const std::string &program
 }
 
 std::string MakeScratchRoot(std::string &error) {
-    try {
-        std::string pattern = (fs::canonical(fs::temp_directory_path()) / "fennic-sim-XXXXXX").string();
-        if (mkdtemp(pattern.data())) return pattern + "/";
-        error = "cannot make a folder " + pattern;
-    } catch (const fs::filesystem_error &failure) {
-        error = failure.what();
-    }
-    return "";
+    return MakeTemporaryFolder("fennic-sim-", error);
 }
 
 bool MakeScratchAircraft(const std::string &aircraftFolder, ScratchAircraft &scratch, std::string &error) {
     try {
         const fs::path source = fs::canonical(aircraftFolder);
-        scratch.folder = source.filename().string();
+        scratch.folder = source.filename().generic_string();
         const fs::path root = scratch.root;
-        scratch.aircraft = (root / "Aircraft" / scratch.folder).string() + "/";
+        scratch.aircraft = (root / "Aircraft" / scratch.folder).generic_string() + "/";
         for (const char *folder :
              {"Resources/plugins", "Output/preferences", "Custom Data", "Custom Scenery"})
             fs::create_directories(root / folder);
@@ -139,7 +108,7 @@ std::vector<std::string> FindPluginFolders(const std::string &folder) {
     std::vector<std::string> folders;
     std::error_code failed;
     for (const fs::path &entry : SortedEntries(fs::path(folder) / "plugins"))
-        if (fs::is_directory(entry, failed)) folders.push_back(entry.string());
+        if (fs::is_directory(entry, failed)) folders.push_back(entry.generic_string());
     return folders;
 }
 
@@ -147,7 +116,7 @@ std::string FindPluginLibrary(const std::string &pluginFolder) {
     const fs::path folder = pluginFolder, named = NameOfFolder(folder) + ".xpl";
     std::error_code failed;
     for (const fs::path &library : {folder / "64" / LibraryName, folder / LibraryFolder / named})
-        if (fs::is_regular_file(library, failed)) return library.string();
+        if (fs::is_regular_file(library, failed)) return library.generic_string();
     return "";
 }
 
@@ -181,7 +150,7 @@ AircraftFile FindAircraftFile(const std::string &aircraftFolder) {
     AircraftFile first;
     for (const fs::path &path : SortedEntries(aircraftFolder)) {
         if (path.extension() != ".acf") continue;
-        AircraftFile found{path.filename().string(), "", false};
+        AircraftFile found{path.filename().generic_string(), "", false};
         std::ifstream file(path, std::ios::binary);
         for (std::string line; std::getline(file, line);) {
             if (!line.empty() && line.back() == '\r') line.pop_back();

@@ -13,9 +13,6 @@ struct ScratchAircraft {
     std::string folder;   // the aircraft folder's bare name
 };
 
-// The folder of the running program, ending in "/"; empty when the system does not say.
-std::string ProgramFolder();
-
 // Where an aircraft lies: a path, or the bare name of a folder in programFolder's "aircraft/". Empty when
 // there is no such folder.
 std::string FindAircraft(const std::string &nameOrPath, const std::string &programFolder);

@@ -4,7 +4,7 @@
 
 #include <dlfcn.h>
 
-#include "simhost/world/aircraft_folder.h"
+#include "simhost/system.h"
 
 namespace simhost {
 
