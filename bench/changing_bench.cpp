@@ -15,6 +15,7 @@
 #include "frame/kill_switch.h"
 #include "systems/cycle.h"
 #include "systems/links.h"
+#include "systems/model_end.h"
 #include "systems/program.h"
 #include "systems/reader.h"
 

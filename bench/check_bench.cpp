@@ -8,6 +8,7 @@
 #include "authoring/check/check.h"
 #include "bench/made_model.h"
 #include "systems/model.h"
+#include "systems/model_end.h"
 
 namespace {
 

@@ -18,6 +18,7 @@
 #include "systems/editor/state.h"
 #include "systems/editor/undo.h"
 #include "systems/editor/window.h"
+#include "systems/model_end.h"
 #include "systems/reader.h"
 #include "util/clock.h"
 

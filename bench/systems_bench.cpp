@@ -8,6 +8,7 @@
 #include "simhost/simulator.h"
 #include "systems/cycle.h"
 #include "systems/model.h"
+#include "systems/model_end.h"
 #include "systems/reader.h"
 #include "voice/action_queue.h"
 #include "voice/phrases.h"

@@ -67,23 +67,14 @@ std::span<const AircraftRow> KnownAircraft();
 // From here on the loaded aircraft is the row's.
 void ServeAs(const AircraftRow &row);
 
-// The aircraft's description as the simulator publishes it.
-std::string ReadDRF_descrString();
+// Whether the row's model file is in the aircraft's folder, which ends in "/".
+bool isModelThere(const AircraftRow &row, const std::string &folder);
 
 // The row of an aircraft, first of those that she knows and then of the listed ones: the first whose text the
 // description begins with and whose model file is in the aircraft's folder (which ends in "/"). Where all
 // lack their files, the first of them; nullptr when the aircraft is not served.
 const AircraftRow *ServedAircraft(const std::string &description, const std::string &folder,
                                   std::span<const AircraftRow> listed);
-
-// First pass: reads the list of aircraft, sets acfType from the description and logs what was found. 1 when
-// the aircraft is served.
-int ReadDRF_descr();
-
-// Second pass: developer mode, which a line "editor=1" in "data/developer.txt" switches on; and, when the
-// aircraft's model file is in its folder, the datarefs of its type and its systems, with the editor's window
-// in developer mode.
-void ReadAcfTypeAndDeveloperMode();
 
 // Everything as when the program starts.
 void ResetAircraft();

@@ -24,6 +24,7 @@
 #include "gfx/textures.h"
 #include "systems/editor/window.h"
 #include "systems/model.h"
+#include "systems/model_end.h"
 #include "util/clock.h"
 #include "util/files.h"
 #include "util/guard.h"

@@ -21,6 +21,7 @@
 #include "voice/action_queue.h"
 #include "voice/executer.h"
 #include "voice/phrases.h"
+#include "voice/push_to_talk.h"
 #include "voice/selection.h"
 #include "voice/speech_link.h"
 

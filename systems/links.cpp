@@ -1,6 +1,8 @@
 // Link resolution through the three levels of name maps, which are the only way from names to indices.
 #include "systems/links.h"
 
+#include <algorithm>
+
 #include "systems/program.h"
 #include "util/log.h"
 #include "util/make_fresh.h"
@@ -46,6 +48,19 @@ void ResolveAgain(sysLink_struct &link, const std::string &text) {
         found.name = text;
     }
     link = found;
+}
+
+// The next link of a spoken text that lies within one of its alternatives, which "say and wait" has between
+// "#".
+bool FindLinkOfAction(const structExecute &action, size_t from, SpokenLink &found) {
+    if (action.type != ScriptSayWait) return FindSpokenLink(action.text, from, found);
+    const std::string_view text = action.text;
+    while (from < text.size()) {
+        const size_t end = std::min(text.find('#', from), text.size());
+        if (FindSpokenLink(text.substr(0, end), from, found)) return true;
+        from = end + 1;
+    }
+    return false;
 }
 
 } // namespace
@@ -159,6 +174,31 @@ void DeviceTemplatePreparation(const std::string &newDeviceName) {
         ResolveAgain(link, names[0] + "." + newDeviceName + "." + names[2]);
     };
     for (out_parameter_struct &parameter : DeviceCopy.outs) ForEachLinkOf(parameter, turn);
+}
+
+void ReadSpokenLinks(structExecute &action, const ParameterAddress &owner) {
+    action.spokenLinks.clear();
+    if (TextOfAction(action.type) != ActionText::Spoken) return;
+    SpokenLink found;
+    for (size_t from = 0; FindLinkOfAction(action, from, found); from = found.end) {
+        sysLink_struct link = String2sysLinkSDO(owner, found.name);
+        link.name = found.name;
+        if (link.kind == LinkNone) link.kind = LinkUnresolved;
+        action.spokenLinks.push_back(std::move(link));
+    }
+}
+
+void WriteSpokenLinks(structExecute &action) {
+    SpokenLink found;
+    size_t from = 0;
+    for (const sysLink_struct &link : action.spokenLinks) {
+        if (!FindLinkOfAction(action, from, found)) return;
+        from = found.end;
+        if (found.name == link.name) continue;
+        const std::string written = (found.isSpelled ? "<&" : "<") + link.name + ">";
+        action.text.replace(found.begin, found.end - found.begin, written);
+        from = found.begin + written.size();
+    }
 }
 
 void ForgetCopies() {

@@ -4,36 +4,10 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
+#include <type_traits>
 
 #include "systems/model.h"
 #include "systems/spoken_links.h"
-
-// The record at an index; null when there is none.
-template <typename Records> auto *RecordAt(Records &records, int index) {
-    const bool isThere = index >= 0 && static_cast<size_t>(index) < records.size();
-    return isThere ? &records[static_cast<size_t>(index)] : nullptr;
-}
-
-// What stands at an address, as deep as the function goes; null when the address names none.
-inline system_class *SystemAt(const ParameterAddress &place) {
-    return RecordAt(systems_vector, place.sys);
-}
-inline device_struct *DeviceAt(const ParameterAddress &place) {
-    system_class *system = SystemAt(place);
-    return system ? RecordAt(system->devices, place.dev) : nullptr;
-}
-inline out_parameter_struct *ParameterAt(const ParameterAddress &place) {
-    device_struct *device = DeviceAt(place);
-    return device ? RecordAt(device->outs, place.out) : nullptr;
-}
-
-// Calls visit with the address of every parameter of the model, in its order.
-template <typename Visit> void ForEachAddress(Visit visit) {
-    for (ParameterAddress place{0, 0, 0}; SystemAt(place); place = {place.sys + 1, 0, 0})
-        for (; DeviceAt(place); place = {place.sys, place.dev + 1, 0})
-            for (; ParameterAt(place); place.out++) visit(std::as_const(place));
-}
 
 // The name of a parameter as links write it, "SYSTEM.DEVICE.PARAMETER"; empty when there is none there.
 std::string SysDevOut2name(const ParameterAddress &place);
@@ -60,6 +34,19 @@ template <typename Parameter, typename Visit> void ForEachOperandOf(Parameter &p
         for (auto &calculation : block.calcs)
             for (auto &element : calculation.stack) visit(element.link);
     }
+}
+
+// Reads an action's spokenLinks from its text anew; none when the text is not spoken. The owner as for
+// String2sysLinkSDO: with one, what does not resolve is logged and marked there.
+void ReadSpokenLinks(structExecute &action, const ParameterAddress &owner = {});
+
+// Writes the names of an action's spokenLinks into its text, where they differ.
+void WriteSpokenLinks(structExecute &action);
+
+// Calls visit for the links that an action says. When it changes their names the text changes, too.
+template <typename Action, typename Visit> void ForEachSpokenLink(Action &action, Visit visit) {
+    for (auto &link : action.spokenLinks) visit(link);
+    if constexpr (!std::is_const_v<Action>) WriteSpokenLinks(action);
 }
 
 // The same for every link that a parameter holds: operands, and those in spoken texts.

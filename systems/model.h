@@ -17,6 +17,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "systems/action_kinds.h"
@@ -216,9 +217,28 @@ inline NameIndex &mapSystemName = modelState.systemIndex;
 inline KeptBeforeSystems &keptBeforeSystems = modelState.keptBefore;
 inline int &isSeparateSysSaving = modelState.isSeparate;
 
-// Saves the values flagged for it, and forgets the model.
-void DeleteSystems();
+// The record at an index; null when there is none.
+template <typename Records> auto *RecordAt(Records &records, int index) {
+    const bool isThere = index >= 0 && static_cast<size_t>(index) < records.size();
+    return isThere ? &records[static_cast<size_t>(index)] : nullptr;
+}
 
-// Takes the model's datarefs back and makes all that was kept of it new: what reading, writing and links
-// keep, and what its scripts wait for, have heard and have queued. Saves nothing.
-void ForgetModel();
+// What stands at an address, as deep as the function goes; null when the address names none.
+inline system_class *SystemAt(const ParameterAddress &place) {
+    return RecordAt(systems_vector, place.sys);
+}
+inline device_struct *DeviceAt(const ParameterAddress &place) {
+    system_class *system = SystemAt(place);
+    return system ? RecordAt(system->devices, place.dev) : nullptr;
+}
+inline out_parameter_struct *ParameterAt(const ParameterAddress &place) {
+    device_struct *device = DeviceAt(place);
+    return device ? RecordAt(device->outs, place.out) : nullptr;
+}
+
+// Calls visit with the address of every parameter of the model, in its order.
+template <typename Visit> void ForEachAddress(Visit visit) {
+    for (ParameterAddress place{0, 0, 0}; SystemAt(place); place = {place.sys + 1, 0, 0})
+        for (; DeviceAt(place); place = {place.sys, place.dev + 1, 0})
+            for (; ParameterAt(place); place.out++) visit(std::as_const(place));
+}

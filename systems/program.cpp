@@ -8,7 +8,6 @@
 #include <span>
 #include <utility>
 
-#include "systems/links.h"
 #include "systems/operators.h"
 
 SystemsProgram systemsProgram;

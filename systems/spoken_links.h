@@ -2,12 +2,8 @@
 // "&" behind the "<" digit by digit. And words between brackets, each once.
 #pragma once
 
-#include <iterator>
 #include <string>
 #include <string_view>
-#include <type_traits>
-
-#include "systems/model.h"
 
 // Words between brackets, by their meaning.
 enum PlaceholderMeaning {
@@ -49,16 +45,3 @@ struct SpokenLink {
 
 // The next link that begins at a place or behind it. False when there is none.
 bool FindSpokenLink(std::string_view text, size_t from, SpokenLink &found);
-
-// Reads an action's spokenLinks from its text anew; none when the text is not spoken. The owner as for
-// String2sysLinkSDO: with one, what does not resolve is logged and marked there.
-void ReadSpokenLinks(structExecute &action, const ParameterAddress &owner = {});
-
-// Writes the names of an action's spokenLinks into its text, where they differ.
-void WriteSpokenLinks(structExecute &action);
-
-// Calls visit for the links that an action says. When it changes their names the text changes, too.
-template <typename Action, typename Visit> void ForEachSpokenLink(Action &action, Visit visit) {
-    for (auto &link : action.spokenLinks) visit(link);
-    if constexpr (!std::is_const_v<Action>) WriteSpokenLinks(action);
-}

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "figure/animation.h"
 #include "frame/datarefs.h"
 #include "frame/settings.h"
 #include "util/clock.h"
@@ -15,7 +14,6 @@
 #include "util/paths.h"
 #include "util/text.h"
 #include "voice/link_words.h"
-#include "voice/recognition.h"
 
 SpeechLinkState speechLink;
 
@@ -102,46 +100,6 @@ void RunVoiceStartup() {
         if (isLateFlight()) SendMSG(link_words::Rate + int2string(globalRate));
         setvoiceDone = 3;
     }
-}
-
-bool RunPushToTalk() {
-    if (needCmdRecStart == 1) {
-        needCmdRecStart = 0;
-        SendMSG(link_words::RecStart);
-        isOnExecuteUntilNextCommand = 0;
-        onAir = 1;
-        isNewRecognitionMayCome = true;
-        recognitionState.wasWord = false;
-        return false;
-    }
-    if (needCmdRecStop == 1) {
-        needCmdRecStop = 0;
-        SendMSG(link_words::RecStop);
-        onAir = 0;
-        ForgetRecognition();
-        return true;
-    }
-    return false;
-}
-
-void ReadServerMessage(bool wasStoppedNow) {
-    const std::string message = ReadMSG();
-    if (message == link_words::Spoken) {
-        Next_lipsAnimTime = static_cast<float>(FlightTimeSEC);
-    } else if (!message.empty()) {
-        Hear(message, HeardFrom::Server);
-    } else if (isAnyInputGood && wasStoppedNow && !recognitionState.wasWord) {
-        needCmdRecStop = 0;
-        onAir = 0;
-        Hear("ANY", HeardFrom::Silence);
-    }
-}
-
-void ReInitSpeechLink() {
-    needCmdRecStart = 0;
-    needCmdRecStop = 0;
-    ForgetRecognition();
-    isOnExecuteUntilNextCommand = 0;
 }
 
 void ResetSpeechLink() {

@@ -1,5 +1,5 @@
-// The link to the speech server, another program: one-line messages in two string datarefs, its start-up
-// sequence, and push-to-talk.
+// The link to the speech server, another program: one-line messages in two string datarefs, and its start-up
+// sequence.
 #pragma once
 
 #include <deque>
@@ -41,14 +41,8 @@ void ReadVoiceList();
 // True when flight time is past the 30 s before which volume is not sent.
 bool isLateFlight();
 
-// The steps of a frame. RunPushToTalk says whether it sent the stop of a recognition in this frame, which
-// ReadServerMessage wants to know: a press without a word answers a question that takes any answer.
+// A step of each frame.
 void RunVoiceStartup();
-bool RunPushToTalk();
-void ReadServerMessage(bool wasStoppedNow);
-
-// Forgets requests and what was heard: flight time went back.
-void ReInitSpeechLink();
 
 // Everything as when the program starts.
 void ResetSpeechLink();

@@ -11,6 +11,7 @@
 #include "bench/changing_model.h"
 #include "bench/made_model.h"
 #include "systems/links.h"
+#include "systems/model_end.h"
 #include "systems/operators.h"
 #include "systems/program.h"
 #include "systems/reader.h"

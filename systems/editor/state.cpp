@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "systems/editor/kept.h"
 #include "systems/editor/undo.h"
 #include "systems/links.h"
 #include "systems/writer.h"
@@ -46,7 +45,6 @@ template <typename Records> void Clamp(int &index, const Records &records) {
 
 void ResetEditorState() {
     MakeFresh(editorState);
-    ForgetKeptPlaces();
     ForgetUndo();
     editorState.savedChangeCount = modelChangeCount;
     afterEdit = SaveAfterChange;

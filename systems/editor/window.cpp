@@ -185,6 +185,7 @@ void DestroyWindow(XPLMWindowID &window) {
 void SysWindowCreate() {
     SysWindowDestroy();
     ResetEditorState();
+    ForgetKeptPlaces();
     ReadScreenSize(sW, sH);
     SysWindow = XPLMCreateWindow(0, sH, sW, 0, 1, Guarded<"drawing the editor", SysWindowCallback>,
                                  Guarded<"a key in the editor", SysKeyCallback>,
@@ -283,4 +284,5 @@ void ResetEditor() {
     MakeFresh(editorWindow, zonesState, panelsState, usageState, undoState);
     areFramesTraced = false;
     ResetEditorState();
+    ForgetKeptPlaces();
 }

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "systems/model.h"
+#include "systems/model_end.h"
 #include "systems/writer.h"
 #include "tests/plugin_folder.h"
 #include "tests/systems/random_model.h"

@@ -14,6 +14,7 @@
 #include "figure/installation.h"
 #include "figure/positions.h"
 #include "frame/aircraft.h"
+#include "frame/aircraft_detection.h"
 #include "frame/aircraft_list.h"
 #include "frame/datarefs.h"
 #include "frame/settings.h"
@@ -25,12 +26,14 @@
 #include "simhost/world/aircraft_folder.h"
 #include "simhost/world/simulator_lists.h"
 #include "systems/import/clist_import.h"
+#include "systems/model_end.h"
 #include "systems/saved_values.h"
 #include "systems/writer.h"
 #include "tests/systems/model_folder.h"
 #include "util/files.h"
 #include "voice/executer.h"
 #include "voice/phrases.h"
+#include "voice/push_to_talk.h"
 #include "voice/speech_link.h"
 
 namespace fs = std::filesystem;

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "systems/graph.h"
+#include "systems/model_end.h"
 #include "tests/systems/model_folder.h"
 
 namespace {

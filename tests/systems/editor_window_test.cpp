@@ -1,5 +1,6 @@
 // The editor's window: whatever is selected on whatever screen, zones do not overlap and stay on the screen.
 #include "systems/editor/window.h"
+#include "systems/model_end.h"
 
 #include "gfx/fonts.h"
 #include "simhost/drawing/screen.h"

@@ -2,6 +2,7 @@
 #include "systems/import/clist_import.h"
 #include "systems/import/condition.h"
 #include "systems/import/spoken.h"
+#include "systems/model_end.h"
 #include "tests/systems/model_folder.h"
 
 #include "XPLMDataAccess.h"

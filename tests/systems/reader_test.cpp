@@ -1,6 +1,7 @@
 // Systems files as authors write them, with every kind of mistake: each is named in the log by file and
 // line, and everything around it stands.
 #include "systems/body_parser.h"
+#include "systems/model_end.h"
 #include "tests/systems/model_folder.h"
 #include "voice/phrases.h"
 

@@ -25,6 +25,7 @@
 #include "frame/settings.h"
 #include "frame/shipped_files.h"
 #include "systems/editor/model.h"
+#include "systems/model_end.h"
 #include "systems/saved_values.h"
 #include "systems/writer.h"
 #include "tests/systems/model_folder.h"
