@@ -48,10 +48,11 @@ enum LinkKind {
 };
 
 // Where a record stands: its indices in systems_vector, devices and outs. With out -1 it is a device's, with
-// dev -1, too, a system's. SystemAt, DeviceAt and ParameterAt (systems/links.h) give the record.
+// dev -1, too, a system's. SystemAt, DeviceAt and ParameterAt give the record.
 struct ParameterAddress {
     int sys = -1, dev = -1, out = -1;
-    auto operator<=>(const ParameterAddress &) const = default; // the order of the model
+    // The order of the model. NOLINTNEXTLINE(modernize-use-nullptr): a 0 inside of it
+    auto operator<=>(const ParameterAddress &) const = default;
 };
 
 // A reference to a parameter.

@@ -142,7 +142,7 @@ void CheckFixedValues() {
     });
     const device_struct *told = nullptr;
     ForEachParameter([&](const ParameterPlace &place) {
-        if (told == &place.device || !isFixed(place) || compared.count(&place.parameter) == 0) return;
+        if (told == &place.device || !isFixed(place) || !compared.contains(&place.parameter)) return;
         told = &place.device;
         AddFinding(Severity::Warning, place.parameter.fileName, place.parameter.line,
                    place.Name()
