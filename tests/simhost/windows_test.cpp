@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include "XPLMGraphics.h"
-#include "XPLMPlugin.h"
 #include "simhost/drawing/screen.h"
 #include "simhost/simulator.h"
 #include "tests/simhost/test_window.h"
@@ -216,29 +215,6 @@ TEST_F(Windows, MayChangeEverythingWhileTheyAreDrawn) {
     };
     EXPECT_EQ(Drawn(), (Events{"third draws"})) << "new ones are drawn in the next frame";
     EXPECT_EQ(Drawn().size(), 101u);
-}
-
-TEST_F(Windows, VanishWithTheirPlugIn) {
-    TestWindow window{"w"}, others{"others"};
-    const XPLMPluginID plugin = XPLMGetMyID();
-    Create(window, 0, 100, 100, 0);
-    XPLMSetWindowTitle(window.id, "Checklist");
-    XPLMRegisterKeySniffer([](char, XPLMKeyFlags, char, void *) { return 1; }, 1, nullptr);
-    PressMouse(50, 50, MouseButton::Left);
-    XPLMTakeKeyboardFocus(window.id);
-    TakenEvents();
-    UnloadPlugin(plugin);
-    ASSERT_EQ(LastLeftBehind().notes, (std::vector<std::string>{"window \"Checklist\""}));
-    ASSERT_EQ(LastLeftBehind().errors.size(), 1u);
-    EXPECT_EQ(LastLeftBehind().errors[0].find("key sniffer "), 0u);
-    EXPECT_TRUE(WindowsFrontToBack().empty());
-    ActAsPlugin("/nowhere/plugins/other/64/lin.xpl");
-    Create(others, 0, 100, 100, 0);
-    DragMouse(60, 60);
-    StepFrame(0.02);
-    ReleaseMouse(60, 60);
-    SendKey('a', xplm_DownFlag, 'A');
-    EXPECT_EQ(TakenEvents(), Events{}) << "the button was not pressed over this one";
 }
 
 } // namespace

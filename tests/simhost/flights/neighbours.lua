@@ -7,6 +7,8 @@ local function install(folder, library)
 end
 install(root .. "Resources/plugins/first/lin_x64/", "first.xpl")
 install(root .. "Resources/plugins/misnamed/lin_x64/", "other.xpl")
+install(root .. "Resources/plugins/incomplete/64/", "lin.xpl")
+assert(os.execute(("cd '%sResources/plugins' && cp middle/incomplete.xpl incomplete/64/lin.xpl"):format(root)))
 install(root .. "Resources/plugins/refuses/64/", "lin.xpl")
 install(root .. "Resources/plugins/torn/64/", "lin.xpl")
 assert(io.open(root .. "Resources/plugins/torn/64/lin.xpl", "w")):write("half of it"):close()

@@ -27,6 +27,7 @@ std::string sent, heard, told;
 int pairOfInts[2] = {4, 5};
 XPLMCommandRef pushToTalk;
 int frames = 0;
+const int idAtLoad = XPLMGetMyID(); // calls of static initialisers are the plug-in's, too
 
 int ReadText(void *text, void *out, int offset, int most) {
     const auto &value = *static_cast<std::string *>(text);
@@ -270,7 +271,7 @@ ENTRY int XPluginStart(char *name, char *signature, char *description) {
     std::strcpy(name, "Probe");
     std::strcpy(signature, "fennic.test.probe");
     std::strcpy(description, "Answers and misbehaves");
-    if (Number("probe/refuse_start") != 0) return 0;
+    if (Number("probe/refuse_start") != 0 || idAtLoad != XPLMGetMyID()) return 0;
     toSpeech = MakeText("kv/to_speech", ReadText, WriteText, &sent);
     published = MakeText("kv/diagnost/log", ReadText, WriteText, &told);
     fromSpeech = MakeText("kv/fr_speech", ReadText, WriteText, &heard);
@@ -292,6 +293,7 @@ ENTRY int XPluginStart(char *name, char *signature, char *description) {
 
 ENTRY void XPluginStop(void) {
     if (Number("probe/hang_in_stop") != 0) Hang();
+    XPLMDebugString("Probe stops");
     XPLMUnregisterCommandHandler(pushToTalk, OnPushToTalk, 1, nullptr);
     if (Number("probe/leave_behind") != 0) return;
     XPLMUnregisterFlightLoopCallback(OnFrame, nullptr);
@@ -301,7 +303,7 @@ ENTRY void XPluginStop(void) {
 }
 
 ENTRY int XPluginEnable(void) {
-    return 1;
+    return Number("probe/refuse_enable") == 0 ? 1 : 0;
 }
 
 ENTRY void XPluginDisable(void) {
