@@ -2,26 +2,17 @@
 local check = require "lib.check"
 
 local folder, plugin = sim.dir("aircraft"), sim.dir("plugin")
-os.remove(folder .. "Cessna_172SP.acf")
 check.systems {S = "sys=S\ndev=D\nout=LOADED,integer,,1,,,,,test/loaded,new,,0\n"}
 
 local RUNWAYS = "kv/fnc/orvik/"
-local function settings(state)
-    check.settings {installation = tostring(state)}
-end
 
--- Starts with an aircraft file of this name and description; the log of the start. The aircraft stays until
--- the next.
-local file
-local function start(name, description, state)
-    if file then
-        sim.stop()
-        os.remove(file)
-    end
-    file = folder .. name
-    check.write(file, "I\n1200 Version\nACF\n\nPROPERTIES_BEGIN\nP acf/_descrip " .. description
-        .. "\nPROPERTIES_END\n")
-    settings(state or 2)
+-- Starts with an aircraft file of this name and description; the log of the start.
+local isAboard
+local function start(name, description, state, objects)
+    if isAboard then sim.stop() end
+    isAboard = true
+    check.aircraft(name, description, objects)
+    check.settings {installation = tostring(state or 2)}
     sim.log()
     sim.sent()
     sim.start()
@@ -78,48 +69,32 @@ end
 
 -- ---- Whether the figure is installed ----
 
--- Whether she works, and what the settings say afterwards.
-local function works()
-    sim.sent()
-    sim.run(1)
-    sim.hear("abort")
-    return #check.messages() > 0
-end
-local function saved_state()
+-- Whether she works in the aircraft that has started, and what the settings say afterwards.
+local function expect(works, saved, what)
+    check.equal(check.works(), works, what)
     sim.stop()
-    os.remove(file)
-    file = nil
-    return check.read(plugin .. "data/settings_mac.txt"):match("installation=(%-?%d+)")
+    isAboard = false
+    check.equal(check.read(plugin .. "data/settings_mac.txt"):match("installation=(%-?%d+)"), tostring(saved), what)
 end
 
-for state, expected in pairs {[-1] = false, [0] = false, [1] = false, [2] = true} do
+for state = -1, 2 do
     start("Cessna_172SP.acf", "Cessna 172 SP Skyhawk - 180HP", state)
-    check.equal(works(), expected, "state " .. state)
     check.equal(sim.get("test/loaded"), 1, "the model is loaded in any state")
-    check.equal(saved_state(), tostring(state), "state " .. state .. " is kept")
-end
-
--- The aircraft that carries the figure itself needs no setup.
-for _, state in ipairs {-1, 0, 1, 2} do
+    expect(state == 2, state, "state " .. state)
     start("a340.acf", "KV340-500", state)
-    check.that(works(), "KV340 in state " .. state)
-    check.equal(saved_state(), "11", "state of the KV340")
+    expect(true, 11, "the aircraft that carries the figure itself needs no setup")
 end
 
 -- One aircraft must have the figure in its aircraft file, whatever the settings say.
-local BOEING = "Boeing 767 300ER"
-start("767-300ER_xp11.acf", BOEING)
-check.that(not works(), "the 767 without the figure")
-check.equal(saved_state(), "0", "state of the 767")
-start("767-300ER_xp11.acf", BOEING .. "\nP _obja/0/_v10_att_file_stl kvfennic.obj")
-check.that(works(), "the 767 with the figure")
-check.equal(saved_state(), "2", "state of the 767")
+start("767-300ER_xp11.acf", "Boeing 767 300ER")
+expect(false, 0, "the 767 without the figure")
+start("767-300ER_xp11.acf", "Boeing 767 300ER", 2, "P _obja/0/_v10_att_file_stl kvfennic.obj\n")
+expect(true, 2, "the 767 with the figure")
 
 -- An object in the aircraft that is not the one shipped, by its number of lines, takes the setup back.
 check.write(plugin .. "data/obj/kvfennic.obj", "I\n800\nOBJ\n\n")
-for object, state in pairs {["A\r\n800\r\nOBJ\r\n"] = "2", ["A\n800\nOBJ\nTRIS 0 3\n"] = "0"} do
+for object, state in pairs {["A\r\n800\r\nOBJ\r\n"] = 2, ["A\n800\nOBJ\nTRIS 0 3\n"] = 0} do
     check.write(folder .. "objects/kvfennic.obj", object)
     start("a319.acf", known[2][2])
-    check.equal(works(), state == "2", object)
-    check.equal(saved_state(), state, object)
+    expect(state == 2, state, object)
 end

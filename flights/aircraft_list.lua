@@ -6,33 +6,21 @@ local check = require "lib.check"
 
 local folder, plugin = sim.dir("aircraft"), sim.dir("plugin")
 check.systems {S = "sys=S\ndev=D\nout=LOADED,integer,,1,,,,,test/loaded,new,,0\n"}
-os.remove(folder .. "Cessna_172SP.acf")
 
 local RUNWAYS = "kv/fnc/orvik/to_rwy/dist_m"
-local file
 
 -- Starts an aircraft with this file and description and a list of aircraft; the log of the start.
-local function start(name, description, list)
-    if file then
-        sim.stop()
-        os.remove(file)
-    end
-    file = folder .. name
-    check.write(file, "I\n1200 Version\nACF\n\nPROPERTIES_BEGIN\nP acf/_descrip " .. description
-        .. "\nP _obja/count 0\nPROPERTIES_END\n")
+local isAboard
+local function start(name, description, list, objects)
+    if isAboard then sim.stop() end
+    isAboard = true
+    check.aircraft(name, description, objects)
     check.write(plugin .. "data/aircraft.txt", list)
     check.settings {installation = "0"}
     sim.log()
     sim.start()
     sim.run(2)
     return check.log()
-end
-
-local function works()
-    sim.sent()
-    sim.run(1)
-    sim.hear("abort")
-    return #check.messages() > 0
 end
 
 local function tells(log, ...)
@@ -54,13 +42,13 @@ tells(log, "Aircraft detected: Zephyr Nine, by data/aircraft.txt line 3",
       "data/aircraft.txt line 13: \"file=\" is the name of an aircraft's file, which ends in .acf - line dropped")
 check.equal(sim.get("test/loaded"), 1, "its systems")
 check.equal(sim.get(RUNWAYS), -1, "its runways")
-check.that(works(), "without a figure she works at once")
+check.that(check.works(), "without a figure she works at once")
 check.equal(#sim.widgets(), 0, "and asks for nothing")
 
 log = start("zephyr.acf", "Zephyr One", LIST)
 tells(log, "Aircraft detected: Zephyr, by data/aircraft.txt line 12")
 check.that(not sim.exists(RUNWAYS), "another row, other traits")
-check.that(not works() and #sim.widgets() > 0, "a figure is asked for")
+check.that(not check.works() and #sim.widgets() > 0, "a figure is asked for")
 
 -- ---- Another aircraft, another file, one that she knows ----
 
@@ -110,15 +98,14 @@ end
 
 check.write(plugin .. "data/developer.txt", "editor=1\n")
 os.execute("cp '" .. plugin .. "data/obj/seats.obj' '" .. folder .. "objects/'")
-start("zephyr.acf", "Zephyr\n" .. SEATS, PLACED)
-check.write(file, acf():gsub("count 0", "count 1"))
+start("zephyr.acf", "Zephyr", PLACED, SEATS .. "P _obja/count 1\n")
 sim.push("Setup")
 sim.push("OK")
 is_at({1.4, 0.6, 7.25}, place(acf(), 1), "set up at the row's seat")
 is_at({1.75, 1.2, 11.5}, place(check.read(plugin .. "data/obj/acf.txt"), 0), "which is not that of acf.txt")
 sim.restart()
 sim.run(2)
-check.that(works(), "she works")
+check.that(check.works(), "she works")
 show("seat_first")
 
 -- In the position creator: twice, since he who sees her sit well saves, and then sees a little more.
@@ -142,7 +129,7 @@ check.list({sim.get("kv/fo/xyz_x"), sim.get("kv/fo/xyz_y"), sim.get("kv/fo/xyz_z
 show("seat_saved")
 
 -- Where she is not in the file, nothing is written.
-check.write(file, (acf():gsub("kvfennic.obj", "nobody.obj")))
+check.write(folder .. "zephyr.acf", (acf():gsub("kvfennic.obj", "nobody.obj")))
 local before = acf()
 sim.choose("Fennic/Save Seat")
 check.equal(check.count(check.log(), "Seat not saved: "), 1, "why, in the log")

@@ -3,7 +3,8 @@
 local check = require "lib.check"
 local airliner = require "lib.airliner"
 local ref, move, fly, go = airliner.ref, airliner.move, airliner.fly, airliner.go
-local captain, hears, silence = airliner.captain, airliner.hears, airliner.silence
+local captain, ask, hears, silence = airliner.captain, airliner.ask, airliner.hears, airliner.silence
+local set = airliner.set
 
 local hasFlapDetents = not airliner.name:find("7%d7") -- which compare and call other speeds
 local CHECKED, ROLLING = hasFlapDetents and "100 knots." or "80 knots.", hasFlapDetents and "70 knots." or "60 knots."
@@ -16,9 +17,7 @@ for i = 0, airliner.engines - 1 do
     sim.set(ref.fuel_levers, 1, i)
     sim.set(ref.running, 1, i)
 end
-sim.set(ref.parking_brake, 0)
-sim.set(ref.minimum, 200)
-sim.set(ref.selected_altitude, 5000)
+set {parking_brake = 0, minimum = 200, selected_altitude = 5000}
 fly(12)
 captain("take off speeds")
 local rotate = tonumber(hears("rotate"):match("rotate (%d+)"))
@@ -31,21 +30,18 @@ local THRUST = {5, {throttle = 0.95, airspeed = 30}}
 go {THRUST}
 hears("Flaps! Stop, Sir!")
 go {{2, {throttle = 0, airspeed = 0}}}
-sim.set(ref.flaps, 0.3)
-sim.set(ref.parking_brake, 1)
+set {flaps = 0.3, parking_brake = 1}
 go {THRUST}
 hears("Parking brake! Stop, Sir!")
 go {{2, {throttle = 0, airspeed = 0}}}
 sim.set(ref.parking_brake, 0)
 go {THRUST, {3, {airspeed = 60}, "Thrust set."}, {1, {throttle = 0}, "Rejected take-off."}, {5, {airspeed = 0}}}
 silence(3)
-captain("call outs off")
-hears("Call-outs off, Sir.")
+ask("call outs off", "Call-outs off, Sir.")
 go {THRUST, {10, {airspeed = rotate + 10}}}
 silence(1)
 go {{3, {throttle = 0, airspeed = 0}}}
-captain("call outs on")
-hears("Call-outs on.")
+ask("call outs on", "Call-outs on.")
 
 -- ---- Take-off and climb ----
 
@@ -83,8 +79,7 @@ go {
 }
 
 -- Stable, until there is nothing to see at the minimum.
-captain("gear down")
-hears("Three green.")
+ask("gear down", "Three green.")
 sim.set(ref.flaps, 1)
 local FINAL = {
     {10, {throttle = 0.4, altitude = above(2400), vertical_speed = -800, airspeed = reference + 5},
@@ -115,8 +110,7 @@ go {
     {8, {airspeed = 55}, ROLLING},
     {5, {airspeed = 25, reverser = 0}, "Taxi speed."},
 }
-captain("clear of the runway")
-hears("Flaps up, APU starting. After landing checklist, Sir?")
+ask("clear of the runway", "Flaps up, APU starting. After landing checklist, Sir?")
 
 -- Some things are called once, and some not at all.
 check.equal(check.count(airliner.said(), "Flaps! Stop"), 1, "calls to stop")

@@ -3,7 +3,8 @@
 local check = require "lib.check"
 local airliner = require "lib.airliner"
 local ref, move, fly = airliner.ref, airliner.move, airliner.fly
-local captain, hears, silence = airliner.captain, airliner.hears, airliner.silence
+local captain, ask, hears, silence = airliner.captain, airliner.ask, airliner.hears, airliner.silence
+local set = airliner.set
 
 local FMS, PFD, POSITION = "laminar/B738/fms/", "laminar/B738/pfd/", "sim/flightmodel/position/"
 local HEADING = "sim/cockpit2/gauges/indicators/heading_AHARS_deg_mag_pilot"
@@ -37,11 +38,9 @@ for i = 0, 1 do
     sim.set(ref.fuel_levers, 1, i)
     sim.set(ref.running, 1, i)
 end
-sim.set(ref.parking_brake, 0)
-sim.set(ref.flaps, 0.375)
+set {parking_brake = 0, flaps = 0.375}
 fly(12)
-captain("which runway")
-hears("No runway in sight yet, Sir.")
+ask("which runway", "No runway in sight yet, Sir.")
 for _, runway in ipairs {"ref", "des"} do
     sim.set(FMS .. runway .. "_runway_start_lat", THRESHOLD[1])
     sim.set(FMS .. runway .. "_runway_start_lon", THRESHOLD[2])
@@ -71,8 +70,7 @@ move(ref.throttle, 0.95, 1)
 fly(2)
 move(ref.airspeed, 160, 12)
 for _, call in ipairs {"Thrust set.", "80 knots.", "V one.", "Rotate."} do hears(call) end
-sim.set(ref.on_ground, 0)
-sim.set(ref.vertical_speed, 1500)
+set {on_ground = 0, vertical_speed = 1500}
 move(ref.altitude, 2200 + airliner.field_feet, 4)
 hears("Positive climb.")
 fly(4)
@@ -102,8 +100,7 @@ silence(3)
 move(ref.altitude, airliner.field_feet, 0.5)
 place(300, 0, 360)
 fly(1)
-sim.set(ref.on_ground, 1)
-sim.set(ref.vertical_speed, 0)
+set {on_ground = 1, vertical_speed = 0}
 move(ref.throttle, 0, 1)
 fly(2)
 move(ref.airspeed, 20, 4)

@@ -74,12 +74,11 @@ end
 -- ---- Without the click's dataref ----
 
 -- Then a hold confirms nothing, but in one family of aircraft.
-local aircraft, isAboard = sim.dir("aircraft"), false
+local isAboard = false
 local function start(file, description)
     if isAboard then sim.stop() end
     isAboard = true
-    for _, file in ipairs(sim.list(aircraft)) do if file:find("%.acf$") then sim.remove(aircraft .. file) end end
-    check.write(aircraft .. file, "PROPERTIES_BEGIN\nP acf/_descrip " .. description .. "\nPROPERTIES_END\n")
+    check.aircraft(file, description)
     sim.start()
     sim.run(3.5)
     sim.said()

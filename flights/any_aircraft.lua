@@ -4,7 +4,7 @@
 local check = require "lib.check"
 local crew = require "lib.crew"
 local overlay = require "lib.overlay"
-local go, fly, captain, hears, silence, is = crew.go, crew.fly, crew.captain, crew.hears, crew.silence, crew.is
+local go, fly, captain, ask, hears, is = crew.go, crew.fly, crew.captain, crew.ask, crew.hears, crew.is
 
 local systems = assert(arg[1], "name the folder of the systems files behind the flight")
 
@@ -52,12 +52,6 @@ function crew.step_world(now)
 end
 
 local function above(feet) return FIELD + feet end
-
--- Asks and hears the answer.
-local function ask(text, answer)
-    captain(text)
-    return hears(answer)
-end
 
 -- All that the list on the screen offers, its groups opened one by one.
 local function offered()
@@ -304,6 +298,5 @@ ask("before start checklist", "Parking brake?")
 ask("set", "Gear handle?")
 ask("down", "Shall I read it?")
 ask("yes", "Landing lights?")
-captain("on")
-hears("After start checklist complete.")
+ask("on", "After start checklist complete.")
 check.no_problems()

@@ -3,8 +3,8 @@
 local check = require "lib.check"
 local skyhawk = require "lib.skyhawk"
 local ref, move, fly = skyhawk.ref, skyhawk.move, skyhawk.fly
-local captain, hears, answers, silence = skyhawk.captain, skyhawk.hears, skyhawk.answers, skyhawk.silence
-local is, fired = skyhawk.is, skyhawk.fired
+local captain, ask, hears, answers = skyhawk.captain, skyhawk.ask, skyhawk.hears, skyhawk.answers
+local silence, is, fired, set = skyhawk.silence, skyhawk.is, skyhawk.fired, skyhawk.set
 
 local LOW_VACUUM = "sim/cockpit2/annunciators/low_vacuum"
 local COMMENTS, PILOTS_JOBS, OFFER = "kv/fennic/comments", "kv/fennic/realmode", "kv/fennic/offer"
@@ -22,12 +22,10 @@ fly(1)
 
 -- ---- On the ground ----
 
-captain("fuel state")
-hears("25 gallons left, 24 right.")
+ask("fuel state", "25 gallons left, 24 right.")
 sim.set(ref.fuel_kg, 9, 0)
 sim.set(ref.fuel_kg, 9, 1)
-captain("prepare the cockpit")
-hears("Only 6 gallons. We need the bowser, Sir.")
+ask("prepare the cockpit", "Only 6 gallons. We need the bowser, Sir.")
 silence(2)
 is(ref.battery, 0, 0)
 sim.set(ref.fuel_kg, 69, 0)
@@ -37,8 +35,7 @@ read("preflight checklist", {{"Documents?", "on board"}, {"Control lock?", "remo
     "Preflight checklist complete.")
 
 -- An offer that is not taken up lapses; "yes" then means nothing.
-captain("prepare the cockpit")
-hears("Ready. Before start checklist, Sir?")
+ask("prepare the cockpit", "Ready. Before start checklist, Sir?")
 is(OFFER, 1)
 silence(26)
 is(OFFER, 0)
@@ -57,8 +54,7 @@ skyhawk.has_spark = false
 crank()
 fly(4)
 fired(skyhawk.starter, 1, 0)
-captain("abort")
-hears("All Commands and Checklists Aborted!")
+ask("abort", "All Commands and Checklists Aborted!")
 fired(skyhawk.starter, 1)
 crank()
 hears("No start. We let the starter cool, Sir.")
@@ -76,17 +72,14 @@ is(ref.running, 0, 0)
 
 skyhawk.has_oil = true
 sim.set(PILOTS_JOBS, 1)
-captain("engine start")
-hears("Your start, Sir. I watch the gauges.")
+ask("engine start", "Your start, Sir. I watch the gauges.")
 sim.set(PILOTS_JOBS, 0)
 crank()
 hears("She fires.")
 read(nil, {{"After start checklist, Sir?", "go ahead"}, {"Oil pressure?", "green"}, {"Alternator?", "on"},
     {"Avionics?", "on"}, {"Flaps?", "zero"}}, "After start checklist complete.")
-captain("start the engine")
-hears("It is running already, Sir.")
-captain("secure the aircraft")
-hears("The engine is still running, Sir.")
+ask("start the engine", "It is running already, Sir.")
+ask("secure the aircraft", "The engine is still running, Sir.")
 
 -- ---- Run-up ----
 
@@ -136,15 +129,13 @@ move(ref.airspeed, 0, 2)
 fly(3)
 
 roll()
-hears("Power set, gauges green.")
-hears("Airspeed alive.")
+hears("Power set, gauges green.", "Airspeed alive.")
 sim.set(ref.throttle, 0)
 move(ref.airspeed, 0, 4)
 hears("Stopping.")
 silence(5)
 
-captain("call outs off")
-hears("Call-outs off, Sir.")
+ask("call outs off", "Call-outs off, Sir.")
 roll()
 silence(8)
 move(ref.airspeed, 0, 1)
@@ -170,15 +161,11 @@ read(nil, {{"One thousand. Climb checklist, Sir?", "yes"}, {"Flaps?", "up"}, {"P
 
 read("cruise checklist", {{"Power?", "set"}, {"Mixture?", "leaned"}}, "Altimeter?")
 sim.set(ref.altimeter, 30.02)
-captain("checked")
-hears("Cruise checklist complete. 49 gallons on board.")
-captain("altimeter check")
-hears("Cross-checked, 3 0 0 2")
+ask("checked", "Cruise checklist complete. 49 gallons on board.")
+ask("altimeter check", "Cross-checked, 3 0 0 2")
 sim.set(ref.altitude, 3470)
-captain("what is our altitude")
-hears("3470 feet on 3 0 0 2")
-captain("what are we squawking")
-hears("We squawk 4 5 2 1")
+ask("what is our altitude", "3470 feet on 3 0 0 2")
+ask("what are we squawking", "We squawk 4 5 2 1")
 read("descent checklist", {{"Weather?", "copied"}, {"Altimeter?", "set"}, {"Mixture?", "full rich"}},
     "Descent checklist complete.")
 sim.set(ref.fuel_kg, 8, 0)
@@ -188,8 +175,7 @@ skyhawk.has_oil = false
 hears("Oil pressure!")
 skyhawk.has_oil = true
 move(ref.airspeed, 105, 1)
-captain("flaps ten")
-hears("Flaps ten.")
+ask("flaps ten", "Flaps ten.")
 move(ref.airspeed, 114, 1)
 hears("Flap speed, Sir. One hundred and ten at most.")
 silence(3)
@@ -202,21 +188,18 @@ local function final(airspeed, flaps)
     sim.set(ref.vertical_speed, -500)
     fly(2)
     if flaps then
-        captain(flaps)
-        hears("Flaps")
+        ask(flaps, "Flaps")
     end
     move(ref.altitude, skyhawk.field_feet + 100, 8)
 end
 
 final(84, nil)
 hears("Five hundred, not stable. Go around, Sir?")
-captain("go around")
-hears("Going around, full power, flaps twenty.")
+ask("go around", "Going around, full power, flaps twenty.")
 is(ref.throttle, 1)
 is(ref.flaps, 2 / 3)
 move(ref.vertical_speed, 600, 2)
-hears("Positive rate.")
-hears("Flaps ten.")
+hears("Positive rate.", "Flaps ten.")
 move(ref.altitude, skyhawk.field_feet + 500, 2)
 hears("Flaps up. Climb at 74, Sir.")
 is(ref.flaps, 0)
@@ -225,17 +208,14 @@ hears("Five hundred, stable, speed 66.")
 move(ref.throttle, 0, 1)
 move(ref.altitude, skyhawk.field_feet, 4)
 fly(4)
-sim.set(ref.vertical_speed, 0)
-sim.set(ref.on_ground, 1)
-captain("runway vacated")
-hears("Brakes first, Sir. We are doing 66.")
+set {vertical_speed = 0, on_ground = 1}
+ask("runway vacated", "Brakes first, Sir. We are doing 66.")
 move(ref.airspeed, 0, 4)
 hears("Forty knots.")
 captain("runway vacated")
 read(nil, {{"All clean. After landing checklist, Sir?", "yes"}, {"Flaps?", "up"}, {"Lights?", "set"},
     {"Transponder?", "standby"}}, "After landing checklist complete.")
-captain("go around")
-hears("We are on the ground, Sir.")
+ask("go around", "We are on the ground, Sir.")
 
 -- She kept to herself what she did, since nobody asked to hear it.
 is(COMMENTS, 0)
@@ -245,13 +225,10 @@ check.no_problems()
 
 -- ---- The next flight ----
 
-captain("call outs off")
-hears("Call-outs off, Sir.")
+ask("call outs off", "Call-outs off, Sir.")
 sim.restart()
 sim.set(ref.fuel_kg, 60, 0)
 fly(1)
-captain("prepare the cockpit")
-hears("flight number 2.")
-hears("Ready. Before start checklist, Sir?")
+ask("prepare the cockpit", "flight number 2.", "Ready. Before start checklist, Sir?")
 roll()
 silence(8)

@@ -17,9 +17,7 @@ local FMS, PFD, OUT = "laminar/B738/fms/", "laminar/B738/pfd/", "kv/fnc/orvik/"
 local RADIO_ALTITUDE = "sim/cockpit2/gauges/indicators/radio_altimeter_height_ft_pilot"
 local HEADING = "sim/cockpit2/gauges/indicators/heading_AHARS_deg_mag_pilot"
 
-local folder = sim.dir("aircraft")
-os.remove(folder .. "Cessna_172SP.acf")
-check.write(folder .. "b738_4k.acf", "P acf/_descrip Boeing 737-800X\n")
+check.aircraft("b738_4k.acf", "Boeing 737-800X")
 check.systems {S = "sys=S\n" .. check.device("dev=D", {"which runway", "0,Runway [TORW]; go", "0,Runway [LDRW]; land",
                                                     "0,Both [TORW] and [LDRW]", "0,That is all"})}
 

@@ -104,7 +104,24 @@ function check.settings(changes)
     check.write(path, table.concat(lines, "\r\n") .. "\r\n")
 end
 
+-- Puts another aircraft in place of the one that is there: the name of its file, its description, and what else
+-- the file says.
+function check.aircraft(name, description, more)
+    local folder = sim.dir("aircraft")
+    for _, file in ipairs(sim.list(folder)) do if file:find("%.acf$") then sim.remove(folder .. file) end end
+    check.write(folder .. name, "I\n1200 Version\nACF\n\nPROPERTIES_BEGIN\nP acf/_descrip " .. description .. "\n"
+        .. (more or "P _obja/count 0\n") .. "PROPERTIES_END\n")
+end
+
 -- ---- What the first officer did ----
+
+-- Whether she does anything at all.
+function check.works()
+    sim.sent()
+    sim.run(1)
+    sim.hear("abort")
+    return #check.messages() > 0
+end
 
 -- The texts of all messages to the speech server since the last call.
 function check.messages()

@@ -25,6 +25,11 @@ function crew.move(dataref, to, seconds)
     ramps[dataref] = {from = sim.get(dataref), to = to, begin = sim.time(), finish = sim.time() + seconds}
 end
 
+-- Values at once: name in ref = value, or a table for the elements of an array.
+function crew.set(values)
+    for name, value in pairs(values) do sim.set(crew.ref[name], value) end
+end
+
 local function moveValues(now)
     for dataref, ramp in pairs(ramps) do
         local part = (now - ramp.begin) / (ramp.finish - ramp.begin)
@@ -65,7 +70,7 @@ end
 -- ---- The conversation ----
 
 -- Waits until she says something that contains the text, at most 40 s. Gives all she said there.
-function crew.hears(text)
+local function hear(text)
     local latest = sim.time() + 40
     while true do
         while cursor < #said do
@@ -76,6 +81,13 @@ function crew.hears(text)
         check.that(sim.time() < latest, 'she never said "' .. text .. '", but last: ' .. tostring(said[#said]))
         crew.step()
     end
+end
+
+-- The same for several texts, one after the other. Gives what she said at the last.
+function crew.hears(text, ...)
+    local heard = hear(text)
+    if ... then return crew.hears(...) end
+    return heard
 end
 
 -- She has said nothing that was not waited for.
@@ -121,6 +133,12 @@ end
 function crew.answers(challenge, answer)
     crew.hears(challenge)
     crew.captain(answer)
+end
+
+-- He speaks, and hears these texts.
+function crew.ask(text, ...)
+    crew.captain(text)
+    return crew.hears(...)
 end
 
 -- She finishes, and says nothing more for so long.
