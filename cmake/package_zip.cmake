@@ -1,6 +1,9 @@
 # Makes a zip file of what lies in a folder. The same files give the same bytes: entries are sorted, and their
 # time and rights are fixed ones. Beside it, in the folder TOP of the zip file, stand the checksums of all.
 find_program(ZIP zip REQUIRED)
+if(NOT DEFINED ZIP_LEVEL)
+    set(ZIP_LEVEL 9)
+endif()
 
 # EXECUTABLES are paths in ROOT of the files that can be run.
 function(make_package zip_file root top)
@@ -24,7 +27,7 @@ function(make_package zip_file root top)
     if(PACKAGE_EXECUTABLES)
         execute_process(COMMAND chmod 755 ${PACKAGE_EXECUTABLES} COMMAND_ERROR_IS_FATAL ANY)
     endif()
-    execute_process(COMMAND ${CMAKE_COMMAND} -E env TZ=UTC ${ZIP} -q -X -9 ${zip_file} -@
+    execute_process(COMMAND ${CMAKE_COMMAND} -E env TZ=UTC ${ZIP} -q -X -${ZIP_LEVEL} ${zip_file} -@
                     WORKING_DIRECTORY ${root} INPUT_FILE ${root}.txt COMMAND_ERROR_IS_FATAL ANY)
     file(REMOVE_RECURSE ${root} ${root}.txt)
     message(STATUS "${zip_file}")

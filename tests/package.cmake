@@ -4,6 +4,7 @@
 #         -DCHECKSUMS=<shipped_checksums> -DBUILT=<folder with fennic-sim and the staged aircraft>
 #         [-DSPEECH=<staged fennic_speech> -DENGINES=<sources of the engines>] -P package.cmake
 cmake_minimum_required(VERSION 3.25)
+set(quick -DZIP_LEVEL=1) # libraries with sanitizers are large
 set(aircraft Cessna_172SP)
 
 function(run)
@@ -13,7 +14,7 @@ endfunction()
 file(REMOVE_RECURSE ${WORK})
 file(COPY ${STAGED}/${aircraft} DESTINATION ${WORK}/staged)
 foreach(time first second)
-    run(${CMAKE_COMMAND} -DSOURCE=${SOURCE} -DSTAGED=${WORK}/staged -DANY=${STAGED}/../any -DOUT=${WORK}/${time} -P
+    run(${CMAKE_COMMAND} ${quick} -DSOURCE=${SOURCE} -DSTAGED=${WORK}/staged -DANY=${STAGED}/../any -DOUT=${WORK}/${time} -P
         ${SOURCE}/cmake/package.cmake)
     file(TOUCH ${WORK}/staged/${aircraft}/plugins/fennic/64/data/settings_mac.txt)
 endforeach()
@@ -57,7 +58,7 @@ file(WRITE ${unknown}/clist.txt "sw_checklist:Before Start\nsw_item:DOORS|CLOSED
 try_package(any-aircraft ${unknown} ${SOURCE}/tests/package_any_aircraft.lua)
 
 # An author's: away from the sources, on a system without OpenGL and GLFW, from nothing to an aircraft that flies.
-run(${CMAKE_COMMAND} -DSOURCE=${SOURCE} -DBUILT=${BUILT} -DOUT=${WORK}/first -P ${SOURCE}/cmake/package_authors.cmake)
+run(${CMAKE_COMMAND} ${quick} -DSOURCE=${SOURCE} -DBUILT=${BUILT} -DOUT=${WORK}/first -P ${SOURCE}/cmake/package_authors.cmake)
 file(GLOB package ${WORK}/first/Fennic-authors-*-linux.zip)
 run(${CMAKE_COMMAND} -E chdir ${WORK} ${CMAKE_COMMAND} -E tar xf ${package})
 set(authors ${WORK}/fennic-authors)
@@ -87,7 +88,7 @@ author(0 "0 errors, 0 warnings" check another)
 
 if(SPEECH)
     foreach(time first second)
-        run(${CMAKE_COMMAND} -DSOURCE=${SOURCE} -DSTAGED=${SPEECH} -DENGINES=${ENGINES} -DOUT=${WORK}/${time} -P
+        run(${CMAKE_COMMAND} ${quick} -DSOURCE=${SOURCE} -DSTAGED=${SPEECH} -DENGINES=${ENGINES} -DOUT=${WORK}/${time} -P
             ${SOURCE}/cmake/package_speech.cmake)
         file(TOUCH ${SPEECH}/settings.txt)
     endforeach()

@@ -19,7 +19,7 @@ extern "C" [[gnu::weak]] size_t __sanitizer_get_current_allocated_bytes();
 
 namespace {
 
-const int Starts = 300;
+const int Starts = 150;
 const size_t WarmUp = 20; // starts until every buffer of the simulator and of OpenGL has its size
 const GLuint HighestName = 10000;
 
@@ -129,7 +129,7 @@ TEST_F(Restart, HundredsOfTimesInOneImage) {
         ASSERT_EQ(Live(start % 2 ? "abort" : "before start checklist"), first) << "start " << start;
         if (start == WarmUp) bytes = AllocatedBytes();
     }
-    EXPECT_LT(AllocatedBytes(), bytes + 30000) << "a hundred bytes for each start";
+    EXPECT_LT(AllocatedBytes(), bytes + 13000) << "a hundred bytes for each start";
 }
 
 } // namespace

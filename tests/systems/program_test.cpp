@@ -22,7 +22,7 @@
 
 namespace {
 
-const int ModelsOfEveryDay = 2000;
+const int ModelsOfEveryDay = 800;
 const int Frames = 30;
 
 enum class Way { Reference, EvaluateAll, EvaluateMarked, EvaluateByTurns };
