@@ -4,9 +4,7 @@
 
 #include <lodepng.h>
 
-#include <algorithm>
 #include <functional>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -14,48 +12,11 @@
 #include "gfx/fonts.h"
 #include "gfx/opengl.h"
 #include "gfx/textures.h"
-#include "simhost/drawing/screen.h"
 #include "tests/log_lines.h"
 #include "tests/plugin_folder.h"
+#include "tests/screen_picture.h"
 
-struct Pixel {
-    int red = 0, green = 0, blue = 0;
-    bool operator==(const Pixel &) const = default;
-};
-inline std::ostream &operator<<(std::ostream &out, const Pixel &pixel) {
-    return out << pixel.red << "," << pixel.green << "," << pixel.blue;
-}
-inline const Pixel Black{0, 0, 0}, White{255, 255, 255}, Red{255, 0, 0}, Green{0, 255, 0}, Blue{0, 0, 255};
-
-struct Extent { // of pixels, all four belonging to it
-    int left = 1000, bottom = 1000, right = -1, top = -1;
-    bool operator==(const Extent &) const = default;
-};
-inline std::ostream &operator<<(std::ostream &out, const Extent &extent) {
-    return out << extent.left << ".." << extent.right << " x " << extent.bottom << ".." << extent.top;
-}
-
-struct Screen {
-    std::vector<unsigned char> bytes;
-
-    Pixel At(int x, int y) const { // y up
-        const unsigned char *pixel = &bytes.at(static_cast<size_t>(((99 - y) * 200 + x) * 4));
-        return {pixel[0], pixel[1], pixel[2]};
-    }
-
-    // Of what is not black.
-    Extent Covered() const {
-        Extent extent;
-        for (int y = 0; y < 100; y++) {
-            for (int x = 0; x < 200; x++) {
-                if (At(x, y) == Black) continue;
-                extent = {std::min(extent.left, x), std::min(extent.bottom, y), std::max(extent.right, x),
-                          std::max(extent.top, y)};
-            }
-        }
-        return extent;
-    }
-};
+using Screen = Picture;
 
 class Canvas : public PluginFolder {
 protected:

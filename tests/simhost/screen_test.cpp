@@ -3,7 +3,6 @@
 #include "simhost/drawing/screen.h"
 
 #include <algorithm>
-#include <clocale>
 #include <functional>
 #include <string>
 #include <vector>
@@ -15,6 +14,7 @@
 #include "simhost/drawing/gl_context.h"
 #include "simhost/interface/plugins.h"
 #include "simhost/simulator.h"
+#include "tests/screen_picture.h"
 
 using namespace simhost;
 
@@ -28,27 +28,6 @@ enum {
     NeverEnd = 4,
     CauseError = 8,
     ChangeOutsideFrames = 16
-};
-
-struct Pixel {
-    int red, green, blue;
-    bool operator==(const Pixel &) const = default;
-    int Brightness() const { return red + green + blue; }
-};
-std::ostream &operator<<(std::ostream &out, const Pixel &pixel) {
-    return out << pixel.red << "," << pixel.green << "," << pixel.blue;
-}
-
-// A frame's pixels in the simulator's coordinates, y up.
-struct Picture {
-    std::vector<unsigned char> bytes;
-    int width = ScreenWidth(), height = ScreenHeight();
-
-    Pixel At(int x, int y) const {
-        const unsigned char *pixel = &bytes.at(static_cast<std::size_t>(((height - 1 - y) * width + x) * 4));
-        EXPECT_EQ(pixel[3], 255);
-        return {pixel[0], pixel[1], pixel[2]};
-    }
 };
 
 Picture Draw() {
@@ -77,14 +56,6 @@ protected:
         XPLMRegisterDrawCallback(Paint, xplm_Phase_Window, 0, nullptr);
     }
 
-    // Whether the rectangle of a picture is as it is in another one.
-    static bool Same(const Picture &a, const Picture &b, int left, int bottom, int right, int top) {
-        for (int y = bottom; y < top; y++)
-            for (int x = left; x < right; x++)
-                if (a.At(x, y) != b.At(x, y)) return false;
-        return true;
-    }
-
     static void LoadPainter(int mode) {
         PublishDataref("test/mode", xplmType_Int);
         PublishDataref("test/seen", xplmType_FloatArray, 8);
@@ -95,15 +66,14 @@ protected:
     }
 
     static void ExpectPainted(const Picture &picture) {
-        const Pixel red{255, 0, 0}, blue{0, 0, 255}, white{255, 255, 255};
-        EXPECT_EQ(picture.At(10, 20), red) << "lower left";
-        EXPECT_EQ(picture.At(39, 29), red) << "upper right";
-        EXPECT_NE(picture.At(9, 20), red);
-        EXPECT_NE(picture.At(10, 19), red);
-        EXPECT_NE(picture.At(40, 29), red);
-        EXPECT_NE(picture.At(39, 30), red);
-        EXPECT_EQ(picture.At(60, 20), blue) << "the texture's first row is below";
-        EXPECT_EQ(picture.At(79, 39), white);
+        EXPECT_EQ(picture.At(10, 20), Red) << "lower left";
+        EXPECT_EQ(picture.At(39, 29), Red) << "upper right";
+        EXPECT_NE(picture.At(9, 20), Red);
+        EXPECT_NE(picture.At(10, 19), Red);
+        EXPECT_NE(picture.At(40, 29), Red);
+        EXPECT_NE(picture.At(39, 30), Red);
+        EXPECT_EQ(picture.At(60, 20), Blue) << "the texture's first row is below";
+        EXPECT_EQ(picture.At(79, 39), White);
         const double expected[] = {200, 100, 2.0 / 200, 2.0 / 100, 1, 0, 1, 0};
         for (int i = 0; i < 8; i++) EXPECT_NEAR(GetNumber("test/seen", i), expected[i], 1e-6) << i;
     }
@@ -132,7 +102,7 @@ TEST_F(Screen, ShowsWhatAPlugInDrawsWhateverOthersDo) {
         EXPECT_EQ(mistakes, mode == PushAndPop ? 2u : mode == NeverEnd || mode == CauseError ? 1u : 0u);
         UnloadPlugin(painter);
         const Picture empty = Draw();
-        EXPECT_TRUE(Same(picture, empty, 100, 0, 200, 100)) << "the background too";
+        EXPECT_LT(picture.Difference(empty).right, 100) << "the background is the same";
     }
     // A frame that nobody looks at has the same state.
     LoadPainter(ChangeEverything);
@@ -141,27 +111,6 @@ TEST_F(Screen, ShowsWhatAPlugInDrawsWhateverOthersDo) {
     EXPECT_EQ(GetNumber("test/seen", 0), 300) << "the viewport is the screen's";
     EXPECT_EQ(GetNumber("test/seen", 6), 1) << "there is something to draw on";
     EXPECT_TRUE(ReadScreenPixels().empty());
-}
-
-// How far the pixels that differ reach.
-struct Extent {
-    int left = 1000, bottom = 1000, right = -1, top = -1;
-    bool operator==(const Extent &) const = default;
-};
-std::ostream &operator<<(std::ostream &out, const Extent &extent) {
-    return out << extent.left << ".." << extent.right << " x " << extent.bottom << ".." << extent.top;
-}
-
-Extent Difference(const Picture &a, const Picture &b) {
-    Extent extent;
-    for (int y = 0; y < a.height; y++) {
-        for (int x = 0; x < a.width; x++) {
-            if (a.At(x, y) == b.At(x, y)) continue;
-            extent = {std::min(extent.left, x), std::min(extent.bottom, y), std::max(extent.right, x),
-                      std::max(extent.top, y)};
-        }
-    }
-    return extent;
 }
 
 void DrawString(const char *text, int x, int y) {
@@ -174,12 +123,15 @@ TEST_F(Screen, DrawsTexts) {
     PaintInFrames([] { DrawString("Hg", 50, 60); });
     const Picture picture = Draw();
     // H stands on the baseline, g hangs under it; 7 pixels for each.
-    const Extent extent = Difference(empty, picture);
+    const Extent extent = picture.Difference(empty);
     EXPECT_GE(extent.left, 50);
     EXPECT_LT(extent.right, 50 + 14);
     EXPECT_EQ(extent.bottom, 57);
     EXPECT_EQ(extent.top, 68);
-    EXPECT_TRUE(Same(empty, picture, 50, 50, 57, 60)) << "nothing of the H is under the baseline";
+    const auto isUnderH = [&](int x, int y) {
+        return x < 57 && y < 60 && picture.At(x, y) != empty.At(x, y);
+    };
+    EXPECT_EQ(picture.Where(isUnderH), Extent()) << "the baseline";
     int bright = 0;
     for (int y = 57; y < 69; y++)
         for (int x = 50; x < 64; x++) bright += picture.At(x, y).red > 240 && picture.At(x, y).blue < 60;
@@ -194,12 +146,9 @@ TEST_F(Screen, DrawsABoxForWhatIsNoLetter) {
         return Draw();
     };
     const Picture box = pictureOf("\x7F"), boxes = pictureOf("\x7F\x7F\x7F");
-    EXPECT_TRUE(Same(box, pictureOf("ü"), 0, 0, 200, 100)) << "one box for a character of two bytes";
-    EXPECT_TRUE(Same(box, pictureOf("€"), 0, 0, 200, 100));
-    EXPECT_TRUE(Same(box, pictureOf("😀"), 0, 0, 200, 100));
-    EXPECT_TRUE(Same(box, pictureOf("\n"), 0, 0, 200, 100));
-    EXPECT_TRUE(Same(boxes, pictureOf("\xFF\xC3\xE2"), 0, 0, 200, 100)) << "one for each broken byte";
-    EXPECT_TRUE(Same(boxes, pictureOf("\xE2\x82\xC3"), 0, 0, 200, 100)) << "a character cut short";
+    for (const char *one : {"ü", "€", "😀", "\n"}) EXPECT_EQ(box.Difference(pictureOf(one)), Extent()) << one;
+    EXPECT_EQ(boxes.Difference(pictureOf("\xFF\xC3\xE2")), Extent()) << "one for each broken byte";
+    EXPECT_EQ(boxes.Difference(pictureOf("\xE2\x82\xC3")), Extent()) << "a character cut short";
     EXPECT_EQ(ScreenTexts().at(0).text, "\xE2\x82\xC3") << "told as it came";
 }
 
@@ -228,7 +177,7 @@ TEST_F(Screen, DarkensABox) {
     const Picture empty = Draw();
     PaintInFrames([] { XPLMDrawTranslucentDarkBox(20, 60, 90, 30); });
     const Picture picture = Draw();
-    EXPECT_EQ(Difference(empty, picture), (Extent{20, 30, 89, 59}));
+    EXPECT_EQ(empty.Difference(picture), (Extent{20, 30, 89, 59}));
     for (int y = 30; y < 60; y++) {
         EXPECT_LT(picture.At(50, y).Brightness(), empty.At(50, y).Brightness() * 0.6);
         EXPECT_GT(picture.At(50, y).Brightness(), empty.At(50, y).Brightness() * 0.2) << "it is translucent";
@@ -246,12 +195,12 @@ TEST_F(Screen, DrawsTextsTheSameInAnyState) {
         glActiveTexture(GL_TEXTURE2);
         DrawString("Text", 20, 70);
     };
-    EXPECT_EQ(Difference(plain, Draw()), Extent());
+    EXPECT_EQ(plain.Difference(Draw()), Extent());
     paint = [] {
         DrawString("Text", 20, 70);
         XPLMDrawTranslucentDarkBox(120, 60, 190, 30);
     };
-    EXPECT_EQ(Difference(plain, Draw()), (Extent{120, 30, 189, 59})) << "nor does it spoil the box";
+    EXPECT_EQ(plain.Difference(Draw()), (Extent{120, 30, 189, 59})) << "nor does it spoil the box";
 }
 
 TEST_F(Screen, RefusesToDrawOutsideFrames) {

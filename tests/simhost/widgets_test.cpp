@@ -227,6 +227,12 @@ TEST_F(Widgets, TextFieldsEdit) {
     EXPECT_EQ(state(), "x[]89ABCDEF");
     DrawFrame(false);
     EXPECT_EQ(ScreenTexts().back().text, "*********");
+    XPSetWidgetProperty(field, xpProperty_PasswordMode, 0);
+    XPSetWidgetDescriptor(field, "0123456789ABC");
+    for (const char *key : {"end", "backspace"}) strike(key);
+    DrawFrame(false);
+    EXPECT_EQ(ScreenTexts().back().text, "23456789AB")
+        << "no room is left behind a text that has become shorter";
     XPSetWidgetDescriptor(field, "");
     strike("left", xplm_ShiftFlag);
     EXPECT_EQ(state(), "[]") << "places behind a text that has become shorter mean its end";

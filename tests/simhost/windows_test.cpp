@@ -208,13 +208,11 @@ TEST_F(Windows, MayChangeEverythingWhileTheyAreDrawn) {
     };
     EXPECT_EQ(Drawn(), (Events{"first draws", "third draws"}));
     EXPECT_EQ(Drawn(), (Events{"third draws", "made draws"}));
-    third.act = [&](const std::string &) { XPLMSetWindowIsVisible(made.id, 0); };
-    EXPECT_EQ(Drawn(), (Events{"third draws"}));
     third.act = [&](const std::string &) {
         for (int i = 0; i < 100; i++) Create(made, 0, 10, 10, 0);
     };
-    EXPECT_EQ(Drawn(), (Events{"third draws"})) << "new ones are drawn in the next frame";
-    EXPECT_EQ(Drawn().size(), 101u);
+    EXPECT_EQ(Drawn(), (Events{"third draws", "made draws"})) << "new ones are drawn in the next frame";
+    EXPECT_EQ(Drawn().size(), 102u);
 }
 
 } // namespace

@@ -89,6 +89,7 @@ TEST_F(Calculation, Comparisons) {
         {"[1]==[2]\n&&\n[1]==[2]\n||\n[1]==[1]", true},
         {"[1]==[1]\n||\n[1]==[2]\n[1]==[2]", true}, // the join stays until changed
         {"[1]==[1]\n[1]==[2]", false},
+        {"[1]==[2]\n||\n[1]==[2]\nlogic:\n[1]==[2]", false}, // but not in the next block
         {"instring=any", false},
     };
     for (const auto &row : rows) EXPECT_EQ(isTrue(row.line), row.expected) << row.line;
