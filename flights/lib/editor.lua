@@ -5,13 +5,13 @@ local editor = {}
 local ROW, MARGIN, GAP = 18, 8, 4
 local advance = {}
 
-function editor.width(text)
+local function text_width(text)
     local width = 0
     for i = 1, #text do width = width + (advance[text:byte(i)] or 0) end
     return width
 end
 
-local function board_width(name) return editor.width(name) + 8 end
+local function board_width(name) return text_width(name) + 8 end
 
 -- Switches developer mode on and starts on a screen of that size.
 function editor.start(width, height)
@@ -217,11 +217,6 @@ function editor.comparison(row, part, text)
     if text then return editor.type_into(x, y, text) end
     sim.click(x, y)
     sim.frames(2)
-end
-
-function editor.select_block(row)
-    sim.click(right_panel() + 10, logic_row(row))
-    sim.run(0.6)
 end
 
 function editor.panel(name)
