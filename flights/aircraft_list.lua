@@ -97,7 +97,7 @@ local function show(name)
 end
 
 check.write(plugin .. "data/developer.txt", "editor=1\n")
-os.execute("cp '" .. plugin .. "data/obj/seats.obj' '" .. folder .. "objects/'")
+check.write(folder .. "objects/seats.obj", check.read(plugin .. "data/obj/seats.obj"))
 start("zephyr.acf", "Zephyr", PLACED, SEATS .. "P _obja/count 1\n")
 sim.push("Setup")
 sim.push("OK")
