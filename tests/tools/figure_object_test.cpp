@@ -42,8 +42,11 @@ int Count(const ObjectFile &object, const Values &values) {
     return count;
 }
 
+// What a joint turns by.
 std::string Dataref(int channel, int axis) {
-    return "kv/fo/" + maker::Woman().At(channel).name + "_" + static_cast<char>('x' + axis);
+    const bool isLiving = channel < maker::LeftLeg;
+    return (isLiving ? "kv/fo/shown/" : "kv/fo/") + maker::Woman().At(channel).name + "_"
+           + static_cast<char>('x' + axis);
 }
 
 // Where each run of triangles is, with one dataref at a value.
@@ -130,23 +133,22 @@ TEST(FigureObject, IsMovedByEveryChannelAndNothingElse) {
     EXPECT_EQ(count, maker::JointCount);
 
     const ObjectFile figure = Read("kvfennic.obj");
-    std::set<std::string> expected = {"kv/fo/_show",     "kv/fo/_face",   "kv/fo/_glass",
-                                      "kv/fo/_planshet", "kv/fo/_eyes_x", "kv/fo/_eyes_y",
-                                      "kv/fo/_pad",      "kv/fo/_gender", "kv/fo/_look"};
+    std::set<std::string> expected = {
+        "kv/fo/_show",     "kv/fo/_face", "kv/fo/_mouth",  "kv/fo/_glass",       "kv/fo/_pad",
+        "kv/fo/_planshet", "kv/fo/_look", "kv/fo/_gender", "kv/fo/shown/eyes_x", "kv/fo/shown/eyes_y"};
     for (int channel = 0; channel < maker::JointCount; channel++)
         for (int axis = 0; axis < 3; axis++) expected.insert(Dataref(channel, axis));
     EXPECT_EQ(std::set<std::string>(figure.datarefs.begin(), figure.datarefs.end()), expected);
 
     const auto rest = PosedPoints(figure, Posed(figure, {}));
     for (const std::string &dataref : expected) {
-        const bool isAngle = dataref.find("kv/fo/_") != 0 || dataref.find("_eyes_") != std::string::npos;
-        if (!isAngle) continue;
+        if (dataref.starts_with("kv/fo/_")) continue;
         const double value = dataref.find("/xyz_") != std::string::npos ? 0.05 : 12;
         EXPECT_GT(MovedPoints(rest, PosedPoints(figure, Posed(figure, {{dataref, value}}))), 100) << dataref;
     }
     // A whole turn of the eyes is none.
-    EXPECT_EQ(MovedPoints(
-                  rest, PosedPoints(figure, Posed(figure, {{"kv/fo/_eyes_x", 360}, {"kv/fo/_eyes_y", 360}}))),
+    EXPECT_EQ(MovedPoints(rest, PosedPoints(figure, Posed(figure, {{"kv/fo/shown/eyes_x", 360},
+                                                                   {"kv/fo/shown/eyes_y", 360}}))),
               0);
 }
 
@@ -173,6 +175,20 @@ TEST(FigureObject, ShowsFaceGlassesAndTablet) {
     EXPECT_EQ(common(1, 3), all - 1);
     EXPECT_EQ(common(0, 3), all - 1) << "the lids differ";
     EXPECT_EQ(common(1, 2), all - 1);
+    // From 1 to 4 the mouth has a shape of its own, whatever the face says.
+    std::set<std::set<int>> shapes;
+    for (int mouth = 1; mouth <= 4; mouth++) {
+        const auto lips = [&](int face) {
+            std::set<int> drawn;
+            for (const PosedTriangles &run : Posed(figure, {{"kv/fo/_face", face}, {"kv/fo/_mouth", mouth}}))
+                drawn.insert(run.first);
+            return drawn;
+        };
+        EXPECT_EQ(lips(0), lips(2)) << mouth;
+        shapes.insert(lips(0));
+    }
+    EXPECT_EQ(shapes.size(), 4U);
+    EXPECT_TRUE(shapes.contains(runs[0]) && shapes.contains(runs[2]));
 }
 
 TEST(FigureObject, ShowsOneOfTwoPeopleInOneOfThreeLooks) {
@@ -219,8 +235,8 @@ TEST(FigureObject, StaysWithinTheLimitsOfItsJointsWhateverAChannelSays) {
                 EXPECT_TRUE(isSame(Places(figure, dataref, value), Places(figure, dataref, joint.high[axis])))
                     << dataref;
         }
-    for (const auto &[dataref, limit] :
-         {std::pair("kv/fo/_eyes_x", maker::EyesUp), std::pair("kv/fo/_eyes_y", maker::EyesAside)}) {
+    for (const auto &[dataref, limit] : {std::pair("kv/fo/shown/eyes_x", maker::EyesUp),
+                                         std::pair("kv/fo/shown/eyes_y", maker::EyesAside)}) {
         EXPECT_TRUE(isSame(Places(figure, dataref, 115), Places(figure, dataref, limit)));
         EXPECT_TRUE(isSame(Places(figure, dataref, -500), Places(figure, dataref, -limit)));
         EXPECT_TRUE(isSame(Places(figure, dataref, 500), Places(figure, dataref, 0)))

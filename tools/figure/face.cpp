@@ -1,5 +1,6 @@
 // What moves in the face, and glasses. Lids are pieces of balls a little larger than the eye's, which leave
-// the socket's skin where a lid's fold is; lids and lips stand ready in two states, one of which is shown.
+// the socket's skin where a lid's fold is; lids stand ready in two states and lips in four, one of which is
+// shown.
 #include "tools/figure/paints.h"
 #include "tools/figure/parts.h"
 
@@ -139,9 +140,21 @@ Mouth MouthOf(const Body &body) {
     return body.isMan ? Mouth{26.5, 4.0, 5.8} : Mouth{25, 5.2, 7.0};
 }
 
+// How a mouth says something.
+struct MouthShape {
+    Shown shown;
+    double opening;  // millimetres between the lips
+    double width;    // share of its width at rest
+    double pout = 0; // millimetres forward
+};
+const MouthShape MouthShapes[] = {{Shown::LipsClosed, 0, 1},
+                                  {Shown::LipsOpen, 6.5, 1},
+                                  {Shown::LipsNarrow, 2.6, 1.02},
+                                  {Shown::LipsRound, 5.2, 0.76, 1.6}};
+
 // The line between the lips at -1 to 1, moved down by so many millimetres in the middle.
-Vec OnMouthLine(const Body &body, double across, double down) {
-    const double side = across * MouthOf(body).half;
+Vec OnMouthLine(const Body &body, double across, double down, double width) {
+    const double side = across * MouthOf(body).half * width;
     const double up = MouthUp + 2.4 * across * across - 0.9 * std::exp(-std::pow(across / 0.28, 2))
                       - down * (1 - across * across);
     return OnHead(body, side, up, 0);
@@ -168,7 +181,7 @@ Texel PaintLip(const Look &look, const SkinPoint &point) {
 }
 
 // From the outer edge (v = 0) to where both lips meet.
-Grid LipSkin(const Body &body, bool isUpper, double opening) {
+Grid LipSkin(const Body &body, bool isUpper, const MouthShape &shape) {
     const Mouth mouth = MouthOf(body);
     const auto at = [=](double u, double v) {
         const double across = u * 2 - 1;
@@ -177,12 +190,12 @@ Grid LipSkin(const Body &body, bool isUpper, double opening) {
                                          - 0.9 * std::exp(-std::pow(across / 0.12, 2))
                                    : 0;
         const double tall = (isUpper ? mouth.upper + bow : mouth.lower) * taper;
-        const double shift = isUpper ? -opening * 0.25 : opening * 0.75;
-        const Vec line = OnMouthLine(body, across, shift);
+        const double shift = isUpper ? -shape.opening * 0.25 : shape.opening * 0.75;
+        const Vec line = OnMouthLine(body, across, shift, shape.width);
         const Vec place = line + Vec{0, (isUpper ? 1 : -1) * tall * (1 - v) * 0.001, 0};
         const double round = std::sin(std::min(1.0, v * 1.12) * 2.5);
-        const double lift =
-            -0.5 + (isUpper ? 1.8 : 2.4) * taper * std::max(0.0, round) - 0.3 * SmoothStep(0.85, 1, v);
+        const double lift = -0.5 + shape.pout * taper + (isUpper ? 1.8 : 2.4) * taper * std::max(0.0, round)
+                            - 0.3 * SmoothStep(0.85, 1, v);
         return OnFace(body, place, lift);
     };
     return Sheet(13, 5, at, [isUpper](Vec) { return Vec{0, isUpper ? -0.15 : 0.15, -1}; });
@@ -202,38 +215,40 @@ Texel PaintMouth(const SkinPoint &point) {
 void AddLips(Surfaces &surfaces, const Body &body, const Tone &tone) {
     const int looks = LooksWith(body, tone);
     const Look &first = FirstLook(body, tone);
-    for (int state = 0; state < 4; state++) {
-        const bool isUpper = state % 2 == 0, isOpen = state >= 2;
-        Surface lip;
-        lip.joint = Head;
-        lip.looks = looks;
-        lip.shown = isOpen ? Shown::LipsOpen : Shown::LipsClosed;
-        lip.chart =
-            std::string(body.isMan ? "his " : "her ") + (isUpper ? "upper lip " : "lower lip ") + tone.name;
-        lip.width = 140;
-        lip.height = 44;
-        lip.paint = [&first](const SkinPoint &point) { return PaintLip(first, point); };
-        lip.grid = LipSkin(body, isUpper, isOpen ? 6.5 : 0);
-        surfaces.push_back(lip);
+    for (const MouthShape &shape : MouthShapes) {
+        for (bool isUpper : {true, false}) {
+            Surface lip;
+            lip.joint = Head;
+            lip.looks = looks;
+            lip.shown = shape.shown;
+            lip.chart = std::string(body.isMan ? "his " : "her ") + (isUpper ? "upper lip " : "lower lip ")
+                        + tone.name;
+            lip.width = 140;
+            lip.height = 44;
+            lip.paint = [&first](const SkinPoint &point) { return PaintLip(first, point); };
+            lip.grid = LipSkin(body, isUpper, shape);
+            surfaces.push_back(lip);
+        }
+        if (shape.opening == 0) continue;
+        Surface inside;
+        inside.joint = Head;
+        inside.looks = looks;
+        inside.shown = shape.shown;
+        inside.chart = "mouth";
+        inside.width = 90;
+        inside.height = 30;
+        inside.paint = PaintMouth;
+        inside.grid = Sheet(
+            9, 3,
+            [&](double u, double v) {
+                const double down = Mix(shape.opening * 0.92, -shape.opening * 0.38, v);
+                return OnFace(body, OnMouthLine(body, u * 2 - 1, down, shape.width), 0.5);
+            },
+            [](Vec) {
+                return Vec{0, 0, -1};
+            });
+        surfaces.push_back(inside);
     }
-    Surface inside;
-    inside.joint = Head;
-    inside.looks = looks;
-    inside.shown = Shown::LipsOpen;
-    inside.chart = "mouth";
-    inside.width = 90;
-    inside.height = 30;
-    inside.paint = PaintMouth;
-    inside.grid = Sheet(
-        9, 3,
-        [&](double u, double v) {
-            const double across = u * 2 - 1;
-            return OnFace(body, OnMouthLine(body, across, Mix(6.0, -2.5, v)), 0.5);
-        },
-        [](Vec) {
-            return Vec{0, 0, -1};
-        });
-    surfaces.push_back(inside);
 }
 
 // ---- Glasses ----

@@ -1,3 +1,6 @@
+// Body, head and arms turn by "kv/fo/shown/…", the channels with the living motion on them; legs and the
+// whole figure by the channels themselves.
+//
 // Every joint is a pair of moves around turns about the cockpit's axes, nested as the joints are; each holds
 // one run of triangles, and more for what is shown and hidden. The bands of skin over a joint stand beside
 // it, each with a share of its turns.
@@ -133,12 +136,15 @@ struct ShownWhile {
     Shown shown;
     const char *dataref;
     std::vector<const char *> ranges; // shown within, else hidden
+    const char *mouth = nullptr;      // of "kv/fo/_mouth", which has the last word from 1 to 4
 };
 const ShownWhile ShownWhiles[] = {
     {Shown::EyesOpen, "kv/fo/_face", {"-1000000 0.5", "1.5 2.5", "3.5 1000000"}},
     {Shown::EyesClosed, "kv/fo/_face", {"0.5 1.5", "2.5 3.5"}},
-    {Shown::LipsOpen, "kv/fo/_face", {"0.5 2.5"}},
-    {Shown::LipsClosed, "kv/fo/_face", {"-1000000 0.5", "2.5 1000000"}},
+    {Shown::LipsOpen, "kv/fo/_face", {"0.5 2.5"}, "1.5 2.5"},
+    {Shown::LipsClosed, "kv/fo/_face", {"-1000000 0.5", "2.5 1000000"}, "0.5 1.5"},
+    {Shown::LipsNarrow, "kv/fo/_face", {}, "2.5 3.5"},
+    {Shown::LipsRound, "kv/fo/_face", {}, "3.5 4.5"},
     {Shown::WithGlasses, "kv/fo/_glass", {"1 1"}},
     {Shown::WithTablet, "kv/fo/_planshet", {"1 1"}},
     {Shown::Writing, "kv/fo/_pad", {"1 1"}},
@@ -153,11 +159,16 @@ void AddShow(Writer &writer, const char *dataref, const std::vector<const char *
         writer.commands += std::string("ANIM_show ") + range + " " + dataref + "\n";
 }
 
+std::string ShownDataref(const Joint &joint, char axis) {
+    const bool isLiving = joint.name.find("_leg") == std::string::npos;
+    return (isLiving ? "kv/fo/shown/" : "kv/fo/") + joint.name + "_" + axis;
+}
+
 void AddTurns(Writer &writer, const Joint &joint, double share) {
     AddMove(writer, joint.pivot);
     for (const char *letter = joint.order; *letter; letter++) {
         const int axis = *letter - 'x';
-        AddTurn(writer, joint.axes[axis], "kv/fo/" + joint.name + "_" + *letter,
+        AddTurn(writer, joint.axes[axis], ShownDataref(joint, *letter),
                 Limited(joint.low[axis], joint.high[axis], share));
     }
     AddMove(writer, joint.pivot * -1);
@@ -171,8 +182,13 @@ template <typename Test> void AddStates(Writer &writer, const std::vector<Surfac
     for (const auto &[shown, looks] : states) {
         const bool isState = shown != Shown::Always, isLook = looks != AllLooks;
         if (isState || isLook) writer.commands += "ANIM_begin\n";
-        for (const ShownWhile &state : ShownWhiles)
-            if (state.shown == shown) AddShow(writer, state.dataref, state.ranges);
+        for (const ShownWhile &state : ShownWhiles) {
+            if (state.shown != shown) continue;
+            AddShow(writer, state.dataref, state.ranges);
+            if (!state.mouth) continue;
+            writer.commands += "ANIM_hide 0.5 4.5 kv/fo/_mouth\n";
+            writer.commands += std::string("ANIM_show ") + state.mouth + " kv/fo/_mouth\n";
+        }
         if (isLook) {
             // A group's last word counts, so the look has a group of its own.
             writer.commands += "ANIM_begin\n";
@@ -198,8 +214,8 @@ void AddEyes(Writer &writer, const std::vector<Surface> &surfaces, int joint) {
     for (Vec centre : centres) {
         writer.commands += "ANIM_begin\n";
         AddMove(writer, centre);
-        AddTurn(writer, {0, 1, 0}, "kv/fo/_eyes_y", EyeKeys(EyesAside));
-        AddTurn(writer, {1, 0, 0}, "kv/fo/_eyes_x", EyeKeys(EyesUp));
+        AddTurn(writer, {0, 1, 0}, "kv/fo/shown/eyes_y", EyeKeys(EyesAside));
+        AddTurn(writer, {1, 0, 0}, "kv/fo/shown/eyes_x", EyeKeys(EyesUp));
         AddMove(writer, centre * -1);
         AddStates(writer, surfaces, [&](const Surface &s) {
             return s.joint == joint && s.turnsWithEyes && s.eyeCentre.x == centre.x;

@@ -26,7 +26,18 @@ struct Texel {
 using Paint = std::function<Texel(const SkinPoint &)>;
 
 // When a part is shown.
-enum class Shown { Always, EyesOpen, EyesClosed, LipsOpen, LipsClosed, WithGlasses, WithTablet, Writing };
+enum class Shown {
+    Always,
+    EyesOpen,
+    EyesClosed,
+    LipsOpen,
+    LipsClosed,
+    LipsNarrow,
+    LipsRound,
+    WithGlasses,
+    WithTablet,
+    Writing
+};
 
 // A person can look in three ways; a set of bits says with which of them a part is shown.
 const int LookCount = 3, AllLooks = (1 << LookCount) - 1;
