@@ -2,6 +2,7 @@
 // dropped only when nothing else can be done with it.
 #include "figure/channels.h"
 
+#include "figure/shown.h"
 #include "frame/datarefs.h"
 #include "frame/settings.h"
 #include "util/files.h"
@@ -15,12 +16,19 @@ FigureChannelsState figureChannels;
 
 namespace {
 
+// What the dataref holds that was published last.
+const float *Published(XPLMDataRef handle) {
+    return handle ? &DRFs[DRFcounter].floatValue : nullptr;
+}
+
 void AddChannel(const std::string &name) {
     structAnim &channel = anim.emplace_back();
     channel.name = name;
     const char *const axisNames[AxisCount] = {"_x", "_y", "_z"};
-    for (int axis = 0; axis < AxisCount; axis++)
+    for (int axis = 0; axis < AxisCount; axis++) {
         channel.dataref[axis] = CreateDrf_Float("kv/fo/" + name + axisNames[axis], 0.0F);
+        channel.published[axis] = Published(channel.dataref[axis]);
+    }
 }
 
 void AddChannels(const std::string &path) {
@@ -57,7 +65,9 @@ void LoadAnimationFile(const std::string &path) {
 
     DRFf_DeltaHdg2Fo = CreateDrf_Float("kv/fo/delta_hdg2fo", 360.0F);
     DRFf_EyesX = CreateDrf_Float("kv/fo/_eyes_x", 360.0F);
+    figureChannels.publishedEyes[0] = Published(DRFf_EyesX);
     DRFf_EyesY = CreateDrf_Float("kv/fo/_eyes_y", 360.0F);
+    figureChannels.publishedEyes[1] = Published(DRFf_EyesY);
     DRFi_Glass = CreateDrf_Int("kv/fo/_glass", 1);
     DRFi_ShowPlanshet = CreateDrf_Int("kv/fo/_planshet", 0);
     DRFi_Face = CreateDrf_Int("kv/fo/_face", 0);
@@ -67,6 +77,8 @@ void LoadAnimationFile(const std::string &path) {
     figureChannels.gender = CreateDrf_Int("kv/fo/_gender", globalGender == "m" ? 1 : 0);
     figureChannels.look = CreateDrf_Int("kv/fo/_look", LookFromSettings());
     figureChannels.showPad = CreateDrf_Int("kv/fo/_pad", 0);
+    figureChannels.mouth = CreateDrf_Int("kv/fo/_mouth", 0);
+    PublishShown();
 }
 
 void ReadObjFileForDatarefs(const std::string &path) {
@@ -75,12 +87,13 @@ void ReadObjFileForDatarefs(const std::string &path) {
         LogFileProblem("!!! Error: Cant read file ", path);
         return;
     }
-    const std::string prefix = "kv/fo/", axis = "_x";
+    const std::string prefix = "kv/fo/", living = "shown/", axis = "_x";
     for (const FileLine &line : ReadFileLines(path)) {
         if (!line.text.starts_with("ANIM_")) continue;
         const std::string dataref = StringToWordsArray(line.text, ' ').back();
         if (!dataref.starts_with("kv/") || dataref.size() <= prefix.size() + axis.size()) continue;
-        const std::string name = dataref.substr(prefix.size(), dataref.size() - prefix.size() - axis.size());
+        std::string name = dataref.substr(prefix.size(), dataref.size() - prefix.size() - axis.size());
+        if (name.starts_with(living)) name.erase(0, living.size());
         if (anim.empty() || anim.back().name != name) AddChannel(name);
     }
 }

@@ -19,11 +19,16 @@ struct structAnim {
     double speed[AxisCount] = {};      // of the running move, units a second
     double liveFactor[AxisCount] = {}; // speed factor of the idle motion; the head's alone is used
     XPLMDataRef dataref[AxisCount] = {};
+    const float *published[AxisCount] =
+        {}; // what the datarefs hold; null: another plug-in had taken the name
 };
 
 const int HeadChannel = 3;
 const int LeftFingersFirst = 7, LeftFingersLast = 21;
 const int RightFingersFirst = 25, RightFingersLast = 39;
+const int BodyMiddleChannel = 0, BodyTopChannel = 1, NeckChannel = 2;
+const int LeftArmChannel = 4, RightArmChannel = 22;
+const int LegsFirst = 40;
 const int FigureOffsetChannel = 46;
 const int FigureChannels = 47; // of the figure that is shipped
 const char *const FigureOffsetName = "xyz";
@@ -35,9 +40,11 @@ struct FigureChannelsState {
     XPLMDataRef deltaHdg2Fo = nullptr;  // "kv/fo/delta_hdg2fo": pilot's view to the figure, degrees
     XPLMDataRef eyesX = nullptr;        // "kv/fo/_eyes_x"
     XPLMDataRef eyesY = nullptr;        // "kv/fo/_eyes_y"
+    const float *publishedEyes[2] = {}; // what the two hold; null as above
     XPLMDataRef glass = nullptr;        // "kv/fo/_glass": 1 shows the glasses
     XPLMDataRef showPlanshet = nullptr; // "kv/fo/_planshet": 1 shows the tablet
     XPLMDataRef face = nullptr;         // "kv/fo/_face": eyes and lips, -1 while hidden
+    XPLMDataRef mouth = nullptr;        // "kv/fo/_mouth": 0 as the face says, else a MouthShape
     XPLMDataRef showPad = nullptr;      // "kv/fo/_pad": 1 shows pad and pen
     XPLMDataRef gender = nullptr;       // "kv/fo/_gender": 0 shows the woman, 1 the man
     XPLMDataRef look = nullptr;         // "kv/fo/_look": 0 to 2, which of three looks

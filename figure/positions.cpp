@@ -41,11 +41,6 @@ void AddPositions(const std::string &folder, const std::string &group) {
     }
 }
 
-struct PositionLine {
-    int index = 0;
-    double values[AxisCount] = {};
-};
-
 // False, with the reason in the log, when the line does not address a channel with three numbers.
 bool ParsePositionLine(const std::string &path, const FileLine &line, PositionLine &result) {
     const char *const valueNames[AxisCount] = {"x", "y", "z"};
@@ -111,6 +106,10 @@ void BringThings(const std::string &position) {
     }
 }
 
+bool isRestPose(const std::string &position) {
+    return Contains(position, "rest");
+}
+
 enum class Move { Smooth, AtOnce };
 
 void LoadPosition(const std::string &name, Move move) {
@@ -124,6 +123,8 @@ void LoadPosition(const std::string &name, Move move) {
     std::vector<PositionLine> lines;
     if (!ReadPositionFile(PositionFolder() + relative, name, lines)) return;
     if (move == Move::Smooth) ActualPosition = relative;
+    positions.held = isRestPose(name) ? "" : name;
+    if (move == Move::AtOnce) positions.wasTakenAtOnce = true;
     BringThings(name);
 
     bool isOffsetMoved = false;
@@ -165,9 +166,17 @@ void ReadPositionFolder() {
     for (const std::string &folder : ReadFolderListFromFolder(PositionFolder()))
         AddPositions(folder + "/", folder.substr(folder.rfind('/') + 1));
     for (const std::string &name : positionList)
-        if (Contains(name, "rest")) positionRestList.push_back(name);
+        if (isRestPose(name)) positionRestList.push_back(name);
     RemoveUnfinishedIn(PresetFolder());
     presetList = ReadFileListFromFolder(PresetFolder());
+}
+
+std::vector<PositionLine> LinesOfPosition(const std::string &name) {
+    std::vector<PositionLine> lines;
+    const auto found = mapPos.find(name);
+    if (found != mapPos.end())
+        ReadPositionFile(PositionFolder() + RelativePath(found->second, name), name, lines);
+    return lines;
 }
 
 void LoadPositionFromFile(const std::string &name) {
@@ -195,6 +204,7 @@ void LoadPresetFromFile(const std::string &fileName) {
     std::vector<PositionLine> lines;
     if (!ReadPositionFile(PresetFolder() + fileName, fileName, lines)) return;
 
+    positions.held = fileName;
     const bool isGenderChosen = globalGender == "w" || globalGender == "m";
     const bool isLeft = fileName.starts_with("l_");
     const int first = isLeft ? LeftFingersFirst : RightFingersFirst;

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "figure/channels.h"
+
 struct PositionsState {
     std::vector<std::string> list;             // names without ".txt", as the folders were scanned
     std::vector<std::string> restList;         // those with "rest" in their name, for the idle motion
@@ -15,6 +17,9 @@ struct PositionsState {
     std::string actual;       // file of the one loaded last by a smooth move, relative to the position folder
     double animTime = 0.8;    // length of a smooth move, seconds
     double targetTime = -1.0; // flight time at which the running move ends; -1: none is running
+    // What a script or the menu has posed her in, until she takes a rest pose: a position, or a preset.
+    std::string held;
+    bool wasTakenAtOnce = false;                        // the last one, and nobody has looked yet
     bool isTabletBrought = false, isPadBrought = false; // by a position
 };
 extern PositionsState positions;
@@ -23,6 +28,16 @@ inline std::vector<std::string> &presetList = positions.presets;
 inline std::map<std::string, std::string> &mapPos = positions.groups;
 inline std::string &ActualPosition = positions.actual;
 inline double &AnimTime = positions.animTime, &TargetTimeSEC = positions.targetTime;
+
+// One line of a position: where it moves a channel of the table.
+struct PositionLine {
+    int index = 0;
+    double values[AxisCount] = {};
+};
+
+// The lines of a position that a scan has found; none, with a line in the log, when it cannot be read. Those
+// that are malformed are logged and dropped.
+std::vector<PositionLine> LinesOfPosition(const std::string &name);
 
 // Scans "custom/" + globalPosFolder with one level of subfolders, and "custom/presets/". The list of rest
 // poses is not emptied: each scan adds its own.

@@ -86,6 +86,7 @@ Fennic
     Brown hair in a knot
     Fair bob, in her fifties
     Dark, black hair in a knot
+    [x] Breathes, glances, reaches
   Voice Volume
     +10% Increase
     -10% Decrease

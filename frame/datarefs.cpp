@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <vector>
 
 #include "XPLMPlugin.h"
 #include "util/find_dataref.h"
@@ -64,12 +65,17 @@ void TellDatarefBrowser(const std::string &name) {
     XPLMSendMessageToPlugin(browser, MessageAddDataref, const_cast<char *>(name.c_str()));
 }
 
+std::vector<XPLMDataRef> computed;
+
+bool isNameFree(const std::string &name, const char *type) {
+    const bool isFree = !FindDataref(name.c_str());
+    if (!isFree) LogProblem(std::string("CUSTOM DATAREF (") + type + ") ERROR (already exist): ", name);
+    return isFree;
+}
+
 // The next free entry, or null with the reason in the log.
 DRFclass *NextEntry(const std::string &name, const char *type) {
-    if (FindDataref(name.c_str())) {
-        LogProblem(std::string("CUSTOM DATAREF (") + type + ") ERROR (already exist): ", name);
-        return nullptr;
-    }
+    if (!isNameFree(name, type)) return nullptr;
     if (DRFcounter >= DrfCapacity - 1) {
         LogProblem(std::string("CUSTOM DATAREF (") + type + ") ERROR (table is full): ", name);
         return nullptr;
@@ -152,7 +158,18 @@ XPLMDataRef CreateDrf_String(const std::string &name, const std::string &initial
     return entry->handle;
 }
 
+XPLMDataRef CreateDrf_Computed(const std::string &name, float (*get)(void *), void *refcon) {
+    if (!isNameFree(name, "float")) return nullptr;
+    computed.push_back(XPLMRegisterDataAccessor(name.c_str(), xplmType_Float, 0, nullptr, nullptr, get,
+                                                nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                                nullptr, nullptr, refcon, refcon));
+    TellDatarefBrowser(name);
+    return computed.back();
+}
+
 void UnregisterDrfs() {
+    for (XPLMDataRef handle : computed) XPLMUnregisterDataAccessor(handle);
+    computed.clear();
     for (DRFclass &entry : DRFs) entry.Unregister();
 }
 
@@ -201,4 +218,5 @@ std::string GetDRFs(XPLMDataRef handle) {
 void ResetPublishedDatarefs() {
     for (DRFclass &entry : DRFs) MakeFresh(entry);
     DRFcounter = 0;
+    MakeFresh(computed);
 }

@@ -33,6 +33,10 @@ XPLMDataRef CreateDrf_Int(const std::string &name, int initial);
 XPLMDataRef CreateDrf_Float(const std::string &name, float initial);
 XPLMDataRef CreateDrf_String(const std::string &name, const std::string &initial);
 
+// Publish a number that is read only: get makes it of the refcon, which must outlive it. Takes no entry of
+// the table; else as above.
+XPLMDataRef CreateDrf_Computed(const std::string &name, float (*get)(void *), void *refcon);
+
 // Takes every published dataref back; a second call does nothing.
 void UnregisterDrfs();
 

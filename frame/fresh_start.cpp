@@ -6,10 +6,13 @@
 #include "figure/channels.h"
 #include "figure/flight_computations.h"
 #include "figure/installation.h"
+#include "figure/liveliness.h"
 #include "figure/position_creator.h"
 #include "figure/positions.h"
 #include "figure/seat.h"
 #include "figure/setup_dialogs.h"
+#include "figure/shown.h"
+#include "figure/switch_places.h"
 #include "frame/aircraft.h"
 #include "frame/commands.h"
 #include "frame/datarefs.h"
@@ -52,6 +55,9 @@ void ResetEverything() {
     ResetChannels();
     ResetFlightComputations();
     ResetPositions();
+    ResetSwitchPlaces();
+    ResetLiveliness();
+    ResetShown();
     ResetPositionCreator();
     ResetInstallation();
     ResetSeat();

@@ -5,6 +5,7 @@
 #include "figure/animation.h"
 #include "figure/channels.h"
 #include "figure/flight_computations.h"
+#include "figure/liveliness.h"
 #include "figure/position_creator.h"
 #include "figure/positions.h"
 #include "figure/setup_dialogs.h"
@@ -68,6 +69,7 @@ void MoveFigure() {
     }
     EyesAnimation();
     FaceAnimation();
+    LiveOnTop(EditorPanel.isShow());
     if (XPLMGetDatai(DRFi_ShowFennic) == 0) XPLMSetDatai(DRFi_Face, -1);
 }
 
@@ -108,6 +110,7 @@ float Main(float, float, int, void *) {
 
 void ReInitVariables() {
     ReInitFigureVariables();
+    ReInitLiveliness();
     ReInitPositionCreator();
     ReInitSpeechLink();
     DropSelectionRequests();

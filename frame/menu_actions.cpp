@@ -8,6 +8,7 @@
 #include "XPLMDataAccess.h"
 #include "figure/channels.h"
 #include "figure/dataref_list.h"
+#include "figure/liveliness.h"
 #include "figure/position_creator.h"
 #include "figure/positions.h"
 #include "figure/seat.h"
@@ -87,6 +88,16 @@ void LoadPositionOrPreset(const std::string &name) {
     if (isListed(presetList, name)) LoadPresetFromFile(name);
 }
 
+void ShowLively() {
+    XPLMCheckMenuItem(menuActionsState.looks, menuActionsState.lively,
+                      isLively() ? xplm_Menu_Checked : xplm_Menu_Unchecked);
+}
+
+void ToggleLively() {
+    settings.lively = isLively() ? "0" : "";
+    ShowLively();
+}
+
 struct MenuAction {
     const char *reference;
     void (*perform)();
@@ -98,7 +109,11 @@ const MenuAction Actions[] = {
     {"SavePresetR", SavePresetRghtToFile},
     {"SaveSeat", SaveSeatAndTell},
     {"Editor", EditorPanel_Create},
-    {"Reload Scripts", ReadPositionFolder},
+    {"Reload Scripts",
+     [] {
+         ReadPositionFolder();
+         ReadLiveliness();
+     }},
     {"DataRef List", ReadDrfListFromCockpitAndAcf},
     {"LogPhrases", LogAllPhrases},
     {"Step", ToggleStepByStep},
@@ -109,6 +124,7 @@ const MenuAction Actions[] = {
     {"Look 1", [] { ChooseLook(0); }},
     {"Look 2", [] { ChooseLook(1); }},
     {"Look 3", [] { ChooseLook(2); }},
+    {"Lively", ToggleLively},
     {"Restart", [] { SendMSG(link_words::Restart); }},
     {"Uninstall", OpenUninstallPrompt},
     {"Setup", SetUpAndTell},
@@ -188,6 +204,12 @@ void BindOptions(const OptionItems &items) {
     menuActionsState.realMode = FindDataref("kv/fennic/realmode");
     menuActionsState.options = items;
     RefreshCheckMarks();
+}
+
+void BindLively(XPLMMenuID menu, int item) {
+    menuActionsState.looks = menu;
+    menuActionsState.lively = item;
+    ShowLively();
 }
 
 void ResetMenuActions() {

@@ -21,6 +21,8 @@ struct MenuActionsState {
     XPLMDataRef comments = nullptr; // "kv/fennic/comments", the aircraft's: announce everything
     XPLMDataRef realMode = nullptr; // "kv/fennic/realmode", the aircraft's: the first officer's job only
     OptionItems options;
+    XPLMMenuID looks = nullptr; // the submenu in which
+    int lively = -1;            // this item's check mark says whether she breathes, glances and reaches
 };
 extern MenuActionsState menuActionsState;
 inline int &itemAnnSop = menuActionsState.options.annSop, &itemAnnAll = menuActionsState.options.annAll;
@@ -28,6 +30,9 @@ inline int &ExeFnc = menuActionsState.options.exeFnc, &ExeAll = menuActionsState
 
 // Looks the aircraft's datarefs up and sets the check marks, now and after every click on an option.
 void BindOptions(const OptionItems &items);
+
+// Keeps the item that switches liveliness, and sets its check mark, now and after every click.
+void BindLively(XPLMMenuID menu, int item);
 
 // Everything as when the program starts.
 void ResetMenuActions();

@@ -82,6 +82,7 @@ void AddLooks() {
     AddItem(looks, isMan ? "Brown hair, forty" : "Brown hair in a knot", "Look 1");
     AddItem(looks, isMan ? "Grey, near retirement" : "Fair bob, in her fifties", "Look 2");
     AddItem(looks, isMan ? "Dark, with a short beard" : "Dark, black hair in a knot", "Look 3");
+    BindLively(looks, AddItem(looks, "Breathes, glances, reaches", "Lively"));
 }
 
 void AddSpeechSettings() {

@@ -6,6 +6,7 @@
 #include "XPLMProcessing.h"
 #include "figure/channels.h"
 #include "figure/installation.h"
+#include "figure/liveliness.h"
 #include "figure/position_creator.h"
 #include "figure/positions.h"
 #include "figure/setup_dialogs.h"
@@ -74,7 +75,7 @@ void RegisterCallbacksIfInstalled() {
 void RemoveLeftovers() {
     for (const std::string &folder :
          {WhatPluginPath(), WhatPluginPath() + "data/", WhatPluginPath() + "data/obj/",
-          WhatThisAircraftPath(), WhatThisAircraftPath() + "objects/"})
+          WhatPluginPath() + "custom/", WhatThisAircraftPath(), WhatThisAircraftPath() + "objects/"})
         RemoveUnfinishedIn(folder);
 }
 
@@ -89,6 +90,7 @@ void StartEverything() {
     ReadSettings();
     LoadAnimationFile(WhatPluginPath() + "data/obj/fennic.txt");
     ReadPositionFolder();
+    ReadLiveliness();
     LoadTextures();
     LoadFonts();
     CustCommInit();

@@ -64,6 +64,10 @@ const char *NoLook(const std::string &value) {
     return "a look is 1, 2 or 3";
 }
 
+const char *NoSwitch(const std::string &value) {
+    return value == "0" || value == "1" ? nullptr : "it is 0 or 1";
+}
+
 const SettingsKey Keys[] = {
     {.text = "gender=", .place = 1, .string = &settings.gender, .take = TakeGender, .whyNot = NoGender},
     {.text = "IBMvoice-w=", .place = 4, .string = &settings.voiceIBMw},
@@ -99,6 +103,7 @@ const SettingsKey Keys[] = {
     {.text = "txtoffset=", .place = 15, .number = &settings.offsetY, .take = TakeOffsetY},
     {.text = "look-w=", .place = 17, .string = &settings.lookW, .isLeftOut = true, .whyNot = NoLook},
     {.text = "look-m=", .place = 18, .string = &settings.lookM, .isLeftOut = true, .whyNot = NoLook},
+    {.text = "lively=", .place = 19, .string = &settings.lively, .isLeftOut = true, .whyNot = NoSwitch},
 };
 
 void TakeSetting(const std::string &file, const FileLine &line) {

@@ -26,6 +26,7 @@ struct SettingsState {
     std::string name;                 // the one in use; "[NAME]" in spoken text
     std::string sizeW, sizeM;         // figure size; kept and written back
     std::string lookW, lookM;         // how each figure looks, "1" to "3"; empty: not chosen, the first
+    std::string lively;               // "0": neither breath nor glances nor reaching; else with them
     std::string sir;                  // how she addresses the pilot; "[SIR]"
     std::string user;                 // the pilot's name; "[USER]"
     std::string checkDataref;         // dataref that must exist before the main loop works; empty: none

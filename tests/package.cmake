@@ -39,7 +39,7 @@ function(try_package name folder flight)
     endforeach()
     # What the user makes has no place in the zip file, so that the next one does not take it.
     file(GLOB_RECURSE live ${plugins}/fennic/64/systems/* ${plugins}/fennic/64/custom/positions-*/*
-         ${plugins}/fennic/64/data/settings_mac.txt ${plugins}/fennic/64/data/aircraft.txt
+         ${plugins}/fennic/64/custom/places.txt ${plugins}/fennic/64/data/settings_mac.txt ${plugins}/fennic/64/data/aircraft.txt
          ${plugins}/fennic/64/data/obj/acf.txt)
     if(live)
         message(FATAL_ERROR "an update would replace the user's ${live}")

@@ -8,6 +8,7 @@
 #include "figure/animation.h"
 #include "figure/channels.h"
 #include "figure/flight_computations.h"
+#include "figure/liveliness.h"
 #include "figure/positions.h"
 #include "frame/aircraft.h"
 #include "frame/datarefs.h"
@@ -64,6 +65,7 @@ std::string WithLastText(const std::string &text) {
 void Speak(const std::string &spoken) {
     if (spoken.empty()) return;
     SendMSG(link_words::Say + spoken);
+    LiveWhileSaying(spoken);
     fennicsay.insert(fennicsay.begin(), spoken);
     if (fennicsay.size() > SpokenTextsKept) fennicsay.resize(SpokenTextsKept);
 }
@@ -84,6 +86,22 @@ void DropQueue() {
     for (const doStruct &action : dropped)
         if (action.type == QueueType(ScriptCommandEnd) && isBegun(XPLMFindCommand(action.text.c_str())))
             ExecuteCommand(action.text, "End");
+}
+
+// False when the action is none of the hand's. Of a dataref the name counts, not the value.
+bool ReachForThingOf(const doStruct &action, double at) {
+    const bool isHands = action.type == QueueType(ScriptCommandOnce)
+                         || action.type == QueueType(ScriptCommandBegin)
+                         || action.type == QueueType(ScriptSet);
+    if (isHands) ReachFor(std::string_view(action.text).substr(0, action.text.find('=')), at);
+    return isHands;
+}
+
+// While she waits, her hand sets out for what is done when the wait is over. An announcement may not be said.
+void SetOutForNext() {
+    if (waitUntil <= FlightTimeSEC) return;
+    for (const doStruct &next : executeFlow)
+        if (ReachForThingOf(next, waitUntil) || !next.text.starts_with("#")) return;
 }
 
 void Perform(const doStruct &action) {
@@ -112,11 +130,18 @@ void Perform(const doStruct &action) {
         DropQueue();
         string2debugString("executeFlow.clear() - ", NameOfQueued(action.type), 1);
         break;
-    case QueueType(ScriptCommandOnce): ExecuteCommand(action.text, "Once"); break;
-    case QueueType(ScriptCommandBegin): ExecuteCommand(action.text, "Begin"); break;
+    case QueueType(ScriptCommandOnce):
+        ReachForThingOf(action, FlightTimeSEC);
+        ExecuteCommand(action.text, "Once");
+        break;
+    case QueueType(ScriptCommandBegin):
+        ReachForThingOf(action, FlightTimeSEC);
+        ExecuteCommand(action.text, "Begin");
+        break;
     case QueueType(ScriptCommandEnd): ExecuteCommand(action.text, "End"); break;
     case QueueType(ScriptSet):
         isPrevExecuteCompleted = 1;
+        ReachForThingOf(action, FlightTimeSEC);
         ExecuteDrf(action.text);
         break;
     case QueueType(ScriptAnswer):
@@ -181,11 +206,13 @@ void Executer() {
         executeFlow.erase(executeFlow.begin());
         executeFlowActual = executeFlow.empty() ? "" : executeFlow.front().text;
     }
+    SetOutForNext();
     if (isNeedStep == 1) lockStep = 1;
 }
 
 void AbortExecution() {
     executeFlow.clear();
+    DropGestures();
     DropStandBy();
     executeFlowActual.clear();
     string2debugString("executeFlow.clear() - ", "ABORT", 1);

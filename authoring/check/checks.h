@@ -40,7 +40,7 @@ void CheckLinkCycles();
 // Whether she serves the aircraft whose folder the plug-in's folder is in.
 void CheckAircraft(const std::string &pluginFolder);
 
-// The files beside the systems files: channels, positions and presets, settings and voice list, fonts.
+// The files beside the systems files: channels, positions, presets, places, settings, voices, fonts.
 void CheckFigureFiles(const std::string &pluginFolder);
 void CheckSettings(const std::string &pluginFolder);
 void CheckFonts(const std::string &pluginFolder);

@@ -12,6 +12,7 @@
 #include "authoring/check/findings.h"
 #include "figure/channels.h"
 #include "figure/positions.h"
+#include "figure/switch_places.h"
 #include "frame/settings.h"
 #include "gfx/fonts.h"
 #include "simhost/simulator.h"
@@ -136,7 +137,14 @@ void CheckFigureFiles(const std::string &pluginFolder) {
         return;
     }
     if (!CheckChannels(channels)) return;
-    for (const char *folder : {"positions-w/", "positions-m/"}) CheckPositionsOf(pluginFolder, folder);
+    bool arePlacesRead = false; // against the positions of the first figure that has some
+    for (const char *folder : {"positions-w/", "positions-m/"}) {
+        CheckPositionsOf(pluginFolder, folder);
+        if (positionList.empty() || arePlacesRead) continue;
+        ReadSwitchPlaces();
+        TellReaderRecords();
+        arePlacesRead = true;
+    }
     for (const std::string &preset : presetList) {
         if (!preset.ends_with(".txt")) continue;
         LoadPresetFromFile(preset);

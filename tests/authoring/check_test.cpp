@@ -287,8 +287,12 @@ TEST_F(Check, PositionsByTheirNamesAndChannels) {
     write("data/obj/fennic.txt", channels);
     write("custom/positions-w/rest.txt",
           "0,spine,1,2,3\n1,nose,1,2,3\n47,far,1,2,3\n0,spine,1,2,x\n2,c2,0,5,1,0,2\n");
+    write("systems/_places.txt", "flap = rest\nwing flap lever = none\ngear = roof\nlights\n");
     EXPECT_EQ(Run(Head + std::string("logic:\ninstring=go\nexecute=2,reach,1\n")), 1);
-    ExpectFindings({"custom/positions-w/rest.txt:2: warning: channel 1 is neck, not nose",
+    ExpectFindings({"systems/_places.txt:2: warning: never used: line 1 has these words",
+                    "systems/_places.txt:3: error: there is no position \"roof\"",
+                    "systems/_places.txt:4: error: neither a comment nor words = position",
+                    "custom/positions-w/rest.txt:2: warning: channel 1 is neck, not nose",
                     "custom/positions-w/rest.txt:3: error: no channel 47",
                     "custom/positions-w/rest.txt:4: error: z \"x\" is no number",
                     "custom/positions-w/rest.txt:4: warning: a second line for channel spine",

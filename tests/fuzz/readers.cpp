@@ -13,6 +13,7 @@
 #include "figure/dataref_list.h"
 #include "figure/installation.h"
 #include "figure/positions.h"
+#include "figure/switch_places.h"
 #include "frame/aircraft.h"
 #include "frame/aircraft_detection.h"
 #include "frame/aircraft_list.h"
@@ -52,6 +53,7 @@ const std::vector<Reader> Readers = {
     {"clist", nullptr, nullptr},
     {"position", "custom/positions-w", ".txt"},
     {"preset", "custom/presets", ".txt"},
+    {"switch_places", "custom", "places.txt"},
     {"channels", "data/obj", "fennic.txt"},
     {"figure_object", "data/obj", "seats.obj"},
     {"font", "data/fnt", ".fnt"},
@@ -286,6 +288,13 @@ const std::map<std::string_view, void (*)(Folder &, const std::string &)> Runs =
      [](Folder &folder, const std::string &bytes) {
          folder.Write("data/voicelist_mac.txt", bytes);
          ReadVoiceList();
+     }},
+    {"switch_places",
+     [](Folder &folder, const std::string &bytes) {
+         mapPos = {{"reach_flaps", ""}, {"none", ""}};
+         folder.Write("custom/places.txt", bytes);
+         ReadSwitchPlaces();
+         PlaceOf(bytes);
      }},
     {"phrase", [](Folder &folder, const std::string &bytes) { folder.Phrase(bytes); }},
     {"message", [](Folder &folder, const std::string &bytes) { folder.Message(bytes); }},

@@ -198,7 +198,9 @@ Grid LipSkin(const Body &body, bool isUpper, const MouthShape &shape) {
                             - 0.3 * SmoothStep(0.85, 1, v);
         return OnFace(body, place, lift);
     };
-    return Sheet(13, 5, at, [isUpper](Vec) { return Vec{0, isUpper ? -0.15 : 0.15, -1}; });
+    return Sheet(shape.opening == 0 ? 11 : 9, 4, at, [isUpper](Vec) {
+        return Vec{0, isUpper ? -0.15 : 0.15, -1};
+    });
 }
 
 // The dark between open lips, with a row of teeth.
@@ -239,7 +241,7 @@ void AddLips(Surfaces &surfaces, const Body &body, const Tone &tone) {
         inside.height = 30;
         inside.paint = PaintMouth;
         inside.grid = Sheet(
-            9, 3,
+            7, 2,
             [&](double u, double v) {
                 const double down = Mix(shape.opening * 0.92, -shape.opening * 0.38, v);
                 return OnFace(body, OnMouthLine(body, u * 2 - 1, down, shape.width), 0.5);

@@ -112,10 +112,10 @@ local function run_examples(page, text)
             write(scratch .. "part/" .. (example:match("\nfile=([^\n]+)") or "any.acf"),
                   "P acf/_descrip " .. example:match("aircraft=([^\n]*)") .. "\nP _obja/count 0\n")
             expect(page, "the checker finds", findings("part"), "")
-        elseif kind == "position" then
+        elseif kind == "position" or kind == "places" then
             local folder = fresh_aircraft("part")
             write(folder .. "systems/_systems.txt", "")
-            write(folder .. "custom/positions-w/example.txt", example)
+            write(folder .. (kind == "places" and "systems/_places.txt" or "custom/positions-w/example.txt"), example)
             expect(page, "the checker finds", findings("part"), "")
         else
             assert(before:find("<!%-%- .*%-%->"), page .. ": say in a comment above it why this is not run:\n" .. example)
