@@ -4,7 +4,9 @@ local check = require "lib.check"
 
 local plugin = sim.dir("plugin")
 
-local systems = {CHECKLIST = [[
+-- A file's name with letters of more than one byte, and longer than Windows takes without being asked.
+local place = "auf halber Höhe" .. (" und höher"):rep(17)
+local systems = {CHECKLIST = ([[
 sys=CHECKLIST
 dev=D
 out=FUEL,double,l,12.75,0.5,99.5,test/fuel,new,test/fuel_out,new,,1
@@ -24,7 +26,7 @@ execute=1,<CHECKLIST.D.FUEL> litres,0.0
 execute=7,,0.75
 execute=8,test/lever,0.375
 execute=8,test/levers[1],-2.5
-execute=2,halfway,1.0
+execute=2,PLACE,1.0
 execute=12,enough,1.5
 execute=0,Enough?,0
 out=ANSWER,execute,,0,,,,,,,,0
@@ -33,8 +35,8 @@ instring=enough
 execute=0,Thank you,0
 dev=BAD
 out=COMMA,double,,1;5,,,,,,,,0
-]]}
-check.write(plugin .. "custom/positions-w/halfway.txt", "23,r_arm2,1.5,-2.9,0.125,\r\n22,r_arm1,1;5,0,0,\r\n")
+]]):gsub("PLACE", place)}
+check.write(plugin .. "custom/positions-w/" .. place .. ".txt", "23,r_arm2,1.5,-2.9,0.125,\r\n22,r_arm1,1;5,0,0,\r\n")
 check.settings {user = "Größe 1.5", volume = "50", rate = "1;5"}
 local settings = check.read(plugin .. "data/settings_mac.txt")
 sim.publish("test/lever", "float", 0)
@@ -68,7 +70,7 @@ local function fly()
     for _, message in ipairs(sim.sent()) do note(("sent at %.4f"):format(message.t), message.text) end
     for _, line in ipairs(sim.log()) do note("log", line) end
     for _, file in ipairs {"systems/_save.txt", "systems/CHECKLIST.txt", "data/context.txt",
-                           "data/settings_mac.txt", "custom/positions-w/halfway.txt"} do
+                           "data/settings_mac.txt", "custom/positions-w/" .. place .. ".txt"} do
         note(file, check.read(plugin .. file))
     end
     return seen

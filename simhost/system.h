@@ -39,4 +39,7 @@ std::string MakeTemporaryFolder(const std::string &prefix, std::string &error);
 
 bool isTerminalOutput();
 
+// What the C library calls the locale that is named as "de_DE.UTF-8" is; the same when it has no other name.
+std::string LocaleName(const std::string &name);
+
 } // namespace simhost

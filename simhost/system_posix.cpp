@@ -101,4 +101,8 @@ bool isTerminalOutput() {
     return isatty(STDOUT_FILENO) != 0;
 }
 
+std::string LocaleName(const std::string &name) {
+    return name;
+}
+
 } // namespace simhost

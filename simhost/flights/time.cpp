@@ -8,6 +8,7 @@
 #include "simhost/flights/arguments.h"
 #include "simhost/flights/transcript.h"
 #include "simhost/number_text.h"
+#include "simhost/system.h"
 #include "simhost/windows/windows.h"
 
 namespace simhost {
@@ -64,11 +65,11 @@ int Screen(Call &call) {
 
 // Checked here, set around the calls into plug-ins.
 int Locale(Call &call) {
-    const std::string name = call.Text(1, "name");
-    const bool installed = std::setlocale(LC_ALL, name.c_str()) != nullptr;
+    const std::string name = call.Text(1, "name"), ownName = LocaleName(name);
+    const bool installed = std::setlocale(LC_ALL, ownName.c_str()) != nullptr;
     std::setlocale(LC_ALL, "C");
     if (!installed) call.Refuse("name", "names a locale that is not installed: \"" + name + "\"");
-    flight.locale = name == "C" || name == "POSIX" ? "" : name;
+    flight.locale = name == "C" || name == "POSIX" ? "" : ownName;
     TranscribeDirection("The system's locale is " + name + ".");
     return 0;
 }
