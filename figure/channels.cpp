@@ -44,6 +44,10 @@ void AddChannels(const std::string &path) {
     }
 }
 
+int GenderFromSettings() {
+    return globalGender == "m" ? 1 : 0;
+}
+
 // The settings' look of the figure in use.
 std::string &LookInUse() {
     return globalGender == "m" ? settings.lookM : settings.lookW;
@@ -74,7 +78,7 @@ void LoadAnimationFile(const std::string &path) {
     DRFi_ShowFennic = CreateDrf_Int("kv/fo/_show", 1);
     DRFi_Baro100 = CreateDrf_Int("kv/fo/baro100", 0);
     DRFi_BaroCheck = CreateDrf_Int("kv/fo/baro_check", 0);
-    figureChannels.gender = CreateDrf_Int("kv/fo/_gender", globalGender == "m" ? 1 : 0);
+    figureChannels.gender = CreateDrf_Int("kv/fo/_gender", GenderFromSettings());
     figureChannels.look = CreateDrf_Int("kv/fo/_look", LookFromSettings());
     figureChannels.showPad = CreateDrf_Int("kv/fo/_pad", 0);
     figureChannels.mouth = CreateDrf_Int("kv/fo/_mouth", 0);
@@ -103,6 +107,11 @@ void SaveAnimationFile() {
     for (size_t i = 0; i < anim.size(); i++)
         text += int2string(static_cast<int>(i)) + "," + anim[i].name + "\r\n";
     WriteWholeFile(WhatPluginPath() + "/data/obj/fennic.txt", text);
+}
+
+void ShowPerson() {
+    XPLMSetDatai(figureChannels.gender, GenderFromSettings());
+    XPLMSetDatai(figureChannels.look, LookFromSettings());
 }
 
 void ChooseLook(int look) {

@@ -76,6 +76,9 @@ void SaveAnimationFile();
 // How many looks each figure has.
 const int FigureLooks = 3;
 
+// Shows the figure in use with its look, by the settings.
+void ShowPerson();
+
 // Shows a look of the figure in use, 0 to 2, and keeps it in the settings.
 void ChooseLook(int look);
 

@@ -9,7 +9,7 @@ namespace {
 const float LetterSeconds = 0.065F; // fifteen letters a second
 const float LeastSyllable = 0.09F;
 const float LeadSeconds = 0.2F; // until the voice is heard
-const float CommaSeconds = 0.25F, StopSeconds = 0.45F;
+const float CommaSeconds = 0.22F, StopSeconds = 0.38F;
 
 const char *const Digits[] = {"zero", "one", "two", "three", "four", "five", "six", "seven", "eight", "nine"};
 

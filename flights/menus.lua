@@ -86,6 +86,7 @@ Fennic
     Brown hair in a knot
     Fair bob, in her fifties
     Dark, black hair in a knot
+    A man in her place
     [x] Breathes, glances, reaches
   Voice Volume
     +10% Increase
@@ -161,6 +162,15 @@ check.equal(setting("look%-m"), "2", "kept for next time")
 sim.start()
 sim.run(1)
 check.equal(sim.get("kv/fo/_look"), 1, "and next time")
+-- The woman at once, with all that is hers.
+sim.choose("Look/A woman in his place")
+check.list({sim.get("kv/fo/_gender"), sim.get("kv/fo/_look")}, {0, 0}, "she is shown")
+sim.choose("Look/A man in her place")
+sim.choose("Look/A woman in his place")
+check.that(pcall(sim.choose, "Look/Fair bob, in her fifties"), "with her looks")
+sim.choose("Look/Brown hair in a knot")
+sim.restart()
+check.that(check.read(plugin .. "data/settings_mac.txt"):find("gender=w", 1, true), "kept for next time")
 restart {gender = "w"}
 check.list({sim.get("kv/fo/_gender"), sim.get("kv/fo/_look")}, {0, 0}, "the woman has a look of her own")
 

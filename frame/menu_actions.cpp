@@ -6,6 +6,7 @@
 #include <string>
 
 #include "XPLMDataAccess.h"
+#include "figure/animation.h"
 #include "figure/channels.h"
 #include "figure/dataref_list.h"
 #include "figure/liveliness.h"
@@ -88,14 +89,50 @@ void LoadPositionOrPreset(const std::string &name) {
     if (isListed(presetList, name)) LoadPresetFromFile(name);
 }
 
-void ShowLively() {
-    XPLMCheckMenuItem(menuActionsState.looks, menuActionsState.lively,
-                      isLively() ? xplm_Menu_Checked : xplm_Menu_Unchecked);
+// The looks are those of tools/figure/looks.cpp.
+struct Person {
+    const char *looks[FigureLooks];
+    const char *other;
+};
+const Person Persons[] = {
+    {{"Brown hair in a knot", "Fair bob, in her fifties", "Dark, black hair in a knot"},
+     "A man in her place"},
+    {{"Brown hair, forty", "Grey, near retirement", "Dark, with a short beard"}, "A woman in his place"}};
+
+void NameItem(int item, const char *name) {
+    XPLMSetMenuItemName(menuActionsState.looks.menu, item, name, 0);
+}
+
+void RefreshLooks() {
+    const LookItems &items = menuActionsState.looks;
+    const Person &person = Persons[globalGender == "m" ? 1 : 0];
+    for (int look = 0; look < FigureLooks; look++) NameItem(items.looks[look], person.looks[look]);
+    NameItem(items.person, person.other);
+    XPLMCheckMenuItem(items.menu, items.lively, isLively() ? xplm_Menu_Checked : xplm_Menu_Unchecked);
 }
 
 void ToggleLively() {
     settings.lively = isLively() ? "0" : "";
-    ShowLively();
+    RefreshLooks();
+}
+
+void ReadPositionsAnew() {
+    ReadPositionFolder();
+    ReadLiveliness();
+}
+
+// The other figure with its name, voice, looks and positions. It takes the pose that is held as its own, or
+// one to rest in.
+void ChangePerson() {
+    ChooseGender(globalGender == "m" ? "w" : "m");
+    ShowPerson();
+    const std::string &voice = globalGender == "m" ? globalVoiceM : globalVoiceW;
+    if (isListed(voiceList, voice)) SendMSG(link_words::SetVoice + voice);
+    positionRestList.clear();
+    ReadPositionsAnew();
+    NextRestPositionTime = 0.0F;
+    ExecutePos(std::string(positions.held));
+    RefreshLooks();
 }
 
 struct MenuAction {
@@ -109,11 +146,7 @@ const MenuAction Actions[] = {
     {"SavePresetR", SavePresetRghtToFile},
     {"SaveSeat", SaveSeatAndTell},
     {"Editor", EditorPanel_Create},
-    {"Reload Scripts",
-     [] {
-         ReadPositionFolder();
-         ReadLiveliness();
-     }},
+    {"Reload Scripts", ReadPositionsAnew},
     {"DataRef List", ReadDrfListFromCockpitAndAcf},
     {"LogPhrases", LogAllPhrases},
     {"Step", ToggleStepByStep},
@@ -124,6 +157,7 @@ const MenuAction Actions[] = {
     {"Look 1", [] { ChooseLook(0); }},
     {"Look 2", [] { ChooseLook(1); }},
     {"Look 3", [] { ChooseLook(2); }},
+    {"Person", ChangePerson},
     {"Lively", ToggleLively},
     {"Restart", [] { SendMSG(link_words::Restart); }},
     {"Uninstall", OpenUninstallPrompt},
@@ -206,10 +240,9 @@ void BindOptions(const OptionItems &items) {
     RefreshCheckMarks();
 }
 
-void BindLively(XPLMMenuID menu, int item) {
-    menuActionsState.looks = menu;
-    menuActionsState.lively = item;
-    ShowLively();
+void BindLooks(const LookItems &items) {
+    menuActionsState.looks = items;
+    RefreshLooks();
 }
 
 void ResetMenuActions() {

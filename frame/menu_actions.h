@@ -3,6 +3,7 @@
 
 #include "XPLMDataAccess.h"
 #include "XPLMMenus.h"
+#include "figure/channels.h"
 
 void MenuHandler(void *menu, void *reference);        // tools, volume, rate, positions, presets
 void MenuCommandHandler(void *menu, void *reference); // a phrase, as if it had been heard
@@ -17,12 +18,19 @@ struct OptionItems {
     int exeFnc = -1, exeAll = -1; // execute: the first officer's job, both pilots'
 };
 
+// The items of the submenu of looks that change with the figure in use, and with what it does.
+struct LookItems {
+    XPLMMenuID menu = nullptr;
+    int looks[FigureLooks] = {-1, -1, -1};
+    int person = -1; // the man or the woman instead
+    int lively = -1; // checked: breathes, glances and reaches
+};
+
 struct MenuActionsState {
     XPLMDataRef comments = nullptr; // "kv/fennic/comments", the aircraft's: announce everything
     XPLMDataRef realMode = nullptr; // "kv/fennic/realmode", the aircraft's: the first officer's job only
     OptionItems options;
-    XPLMMenuID looks = nullptr; // the submenu in which
-    int lively = -1;            // this item's check mark says whether she breathes, glances and reaches
+    LookItems looks;
 };
 extern MenuActionsState menuActionsState;
 inline int &itemAnnSop = menuActionsState.options.annSop, &itemAnnAll = menuActionsState.options.annAll;
@@ -31,8 +39,8 @@ inline int &ExeFnc = menuActionsState.options.exeFnc, &ExeAll = menuActionsState
 // Looks the aircraft's datarefs up and sets the check marks, now and after every click on an option.
 void BindOptions(const OptionItems &items);
 
-// Keeps the item that switches liveliness, and sets its check mark, now and after every click.
-void BindLively(XPLMMenuID menu, int item);
+// Names the items and sets the check mark, now and after every click on them.
+void BindLooks(const LookItems &items);
 
 // Everything as when the program starts.
 void ResetMenuActions();

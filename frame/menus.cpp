@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "figure/channels.h"
 #include "figure/positions.h"
 #include "frame/aircraft.h"
 #include "frame/checklist_import.h"
@@ -75,14 +76,16 @@ void AddVoices() {
         AddListItem(voices, ReplaceString(voice, "com.apple.speech.synthesis.voice.", ""), voice);
 }
 
-// The looks are those of tools/figure/looks.cpp.
+// The first four get their names when they are bound.
 void AddLooks() {
-    const bool isMan = globalGender == "m";
-    const XPLMMenuID looks = AddSubmenu(idFENNIC, "Look", Guarded<"the menu", MenuHandler>);
-    AddItem(looks, isMan ? "Brown hair, forty" : "Brown hair in a knot", "Look 1");
-    AddItem(looks, isMan ? "Grey, near retirement" : "Fair bob, in her fifties", "Look 2");
-    AddItem(looks, isMan ? "Dark, with a short beard" : "Dark, black hair in a knot", "Look 3");
-    BindLively(looks, AddItem(looks, "Breathes, glances, reaches", "Lively"));
+    LookItems items;
+    items.menu = AddSubmenu(idFENNIC, "Look", Guarded<"the menu", MenuHandler>);
+    const char *const references[FigureLooks] = {"Look 1", "Look 2", "Look 3"};
+    for (int look = 0; look < FigureLooks; look++)
+        items.looks[look] = AddItem(items.menu, references[look], references[look]);
+    items.person = AddItem(items.menu, "Person", "Person");
+    items.lively = AddItem(items.menu, "Breathes, glances, reaches", "Lively");
+    BindLooks(items);
 }
 
 void AddSpeechSettings() {

@@ -20,10 +20,13 @@ namespace {
 const char *const SettingsFile = "data/settings_mac.txt";
 const char *const SettingsFileKept = "data/settings_mac.txt.kept";
 
+void UseGender(const std::string &gender) {
+    globalGender = gender;
+    globalPosFolder = "positions-" + gender + "/";
+}
+
 void TakeGender(const std::string &value, const std::string &) {
-    if (value != "w" && value != "m") return;
-    globalGender = value;
-    globalPosFolder = "positions-" + value + "/";
+    if (value == "w" || value == "m") UseGender(value);
 }
 
 void TakeName(std::string &kept, const char *gender, const std::string &value) {
@@ -190,6 +193,11 @@ void SaveSettings() {
     const std::string pluginFolder = WhatPluginPath();
     if (!KeepUnreadSettings(pluginFolder)) return;
     settings.isFileOurs |= WriteWholeFile(pluginFolder + SettingsFile, content);
+}
+
+void ChooseGender(const std::string &gender) {
+    UseGender(gender);
+    globalName = gender == "m" ? globalNameM : globalNameW;
 }
 
 void ResetSettings() {

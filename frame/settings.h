@@ -72,5 +72,8 @@ void ReadSettings();
 // "data/settings_mac.txt.kept" before, unless that is there.
 void SaveSettings();
 
+// The woman ("w") or the man ("m") from now on, with the name and the positions of the one.
+void ChooseGender(const std::string &gender);
+
 // Everything as when the program starts.
 void ResetSettings();
