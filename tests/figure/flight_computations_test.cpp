@@ -1,21 +1,9 @@
-// Runways as spoken, and what the altimeter shows, to the hundredth.
+// What the altimeter shows, to the hundredth.
 #include "figure/flight_computations.h"
 
 #include <limits>
 
 #include "tests/figure/figure_folder.h"
-
-TEST(RunwayNames, AsSpoken) {
-    const char *const cases[][2] = {{"27L", "2 7 Left"},
-                                    {"09R", "0 9 Right"},
-                                    {"36C", "3 6 Center"},
-                                    {"09", "0 9 "},
-                                    {"18X", "1 8 "},
-                                    {"9", ""},
-                                    {"", ""},
-                                    {"27LX", "2 7 Left"}};
-    for (const auto &[ident, spoken] : cases) EXPECT_EQ(RunwayName(ident), spoken);
-}
 
 TEST_F(FigureFolder, TheAltimeterSettingInHundredths) {
     const char *const setting = "sim/cockpit/misc/barometer_setting";

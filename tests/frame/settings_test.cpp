@@ -41,14 +41,6 @@ TEST_F(Settings, TheFirstKeyOfTheOrderDecidesWhereverItStands) {
     EXPECT_EQ(InstallationState, 1);
 }
 
-TEST_F(Settings, TheChosenVoiceIsThatOfThePresentGender) {
-    Read("gender=w\nAPLvoice-w=a\nAPLvoice-m=b\n");
-    globalVoiceW = "chosen";
-    globalVoiceM = "of the other";
-    SaveSettings();
-    EXPECT_NE(read("data/settings_mac.txt").find("APLvoice-w=chosen\r\nAPLvoice-m=b\r\n"), std::string::npos);
-}
-
 TEST_F(Settings, WhatWasNotReadIsNotLost) {
     const std::string mine = "gender=w\nuser=Mine\n";
     write("data/settings_mac.txt", mine); // its partner is not there

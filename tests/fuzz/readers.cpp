@@ -3,9 +3,7 @@
 #include "tests/fuzz/readers.h"
 
 #include <algorithm>
-#include <functional>
-#include <map>
-#include <memory>
+#include <utility>
 
 #include "figure/acf_file.h"
 #include "figure/animation.h"
@@ -44,32 +42,6 @@ extern "C" int fsync(int) {
     return 0;
 }
 
-const std::vector<Reader> Readers = {
-    {"settings", "data", "settings_mac.txt"},
-    {"aircraft_list", "aircraft/any", "aircraft.txt"},
-    {"systems", "aircraft/Cessna_172SP", ".txt"},
-    {"systems_list", "aircraft/Cessna_172SP", "_systems.txt"},
-    {"saved_values", nullptr, nullptr},
-    {"clist", nullptr, nullptr},
-    {"position", "custom/positions-w", ".txt"},
-    {"preset", "custom/presets", ".txt"},
-    {"switch_places", "custom", "places.txt"},
-    {"channels", "data/obj", "fennic.txt"},
-    {"figure_object", "data/obj", "seats.obj"},
-    {"font", "data/fnt", ".fnt"},
-    {"picture", "data/png", ".png"},
-    {"acf", "aircraft", ".acf"},
-    {"acf_object", "data/obj", "acf.txt"},
-    {"voice_list", "data", "voicelist_mac.txt"},
-    {"phrase", nullptr, nullptr},
-    {"message", nullptr, nullptr},
-    {"spoken_text", nullptr, nullptr},
-    {"host_object", "data/obj", "seats.obj"},
-    {"host_aircraft", "aircraft", ".acf"},
-    {"host_datarefs", nullptr, nullptr},
-    {"host_commands", nullptr, nullptr},
-};
-
 namespace {
 
 // Parameters that are saved, an answer that is waited for, and every type of spoken placeholder's source.
@@ -79,23 +51,29 @@ const char *const SmallModel =
 
 class Folder : public ModelFolder {
 public:
+    using PluginFolder::aircraft;
+    using PluginFolder::plugin;
+    using PluginFolder::root;
+    using PluginFolder::write;
     void TestBody() override {}
 
-    std::string Path(const std::string &name) const { return plugin + name; }
-    void Write(const std::string &name, const std::string &bytes) { write(name, bytes); }
+    // In the aircraft's folder.
+    void WriteBeside(const std::string &name, const std::string &bytes) const {
+        std::ofstream(aircraft + name, std::ios::binary) << bytes;
+    }
 
-    void RunFrames() {
-        for (int i = 0; i < 3; i++) {
-            Frame(i == 1 ? "go" : "");
-            if (!executeFlow.empty()) VarToString(executeFlow.front().text);
-            executeFlow.clear();
-        }
+    void ShipFile(const std::string &name) const {
+        fs::copy_file(std::string(SOURCES) + name, plugin + name, fs::copy_options::overwrite_existing);
     }
 
     // Reads the model, runs it, writes it, and ends.
     void RunModel() {
         CreateSystemsFromFile();
-        RunFrames();
+        for (int i = 0; i < 3; i++) {
+            Frame(i == 1 ? "go" : "");
+            if (!executeFlow.empty()) VarToString(executeFlow.front().text);
+            executeFlow.clear();
+        }
         SaveSysToTxtFile();
         SaveParametersValue();
         DeleteSystems();
@@ -103,215 +81,104 @@ public:
         fs::create_directories(plugin + "systems");
     }
 
-    void ShipFile(const std::string &name) {
-        fs::copy_file(std::string(SOURCES) + name, plugin + name, fs::copy_options::overwrite_existing);
-    }
+    using ModelFolder::Frame;
 
-    void Settings(const std::string &bytes) {
-        write("data/settings_win.txt", "");
-        write("data/settings_mac.txt", bytes);
-        ReadSettings();
-        SaveSettings();
-    }
-
-    void SystemsList(const std::string &bytes) {
-        write("systems/A.txt", SmallModel);
-        write("systems/_systems.txt", bytes);
-        RunModel();
-    }
-
-    void SavedValues(const std::string &bytes) {
-        write("sys.txt", SmallModel);
-        write("systems/_save.txt", bytes);
-        RunModel();
-    }
-
-    // What is made of checklists can be read: a note without a line would say that it cannot.
-    static void Clist(const std::string &bytes) {
-        const ClistImport import = ImportClist(bytes, {});
-        for (const ClistNote &note : import.notes)
-            if (note.line == 0) throw std::runtime_error(note.text);
-    }
-
-    void Pose(const std::string &file, const std::string &bytes) {
-        if (anim.empty()) {
-            globalGender = "w";
-            globalPosFolder = "positions-w/";
-            ShipFile("data/obj/fennic.txt");
-            LoadAnimationFile(plugin + "data/obj/fennic.txt");
-        }
-        write(file, bytes);
-        ReadPositionFolder();
-        LoadPositionFromFile("any");
-        LoadPositionFastFromFile("any");
-        LoadPresetFromFile("l_any.txt");
-        for (int i = 0; i < 3; i++) {
-            FrpSEC = 0.5;
-            FlightTimeSEC += 0.5;
-            Animation();
-        }
-    }
-
-    void Channels(const std::string &bytes) {
-        write("data/obj/fennic.txt", bytes);
-        LoadAnimationFile(plugin + "data/obj/fennic.txt");
-        SaveAnimationFile();
-        UnregisterDrfs();
-    }
-
-    void FigureObject(const std::string &bytes) {
-        write("any.obj", bytes);
-        ReadObjFileForDatarefs(plugin + "any.obj");
-        UnregisterDrfs();
-        std::ofstream(aircraft + "any.obj", std::ios::binary) << bytes;
-        ReadDrfListFromCockpitAndAcf();
-    }
-
-    void Picture(const std::string &bytes) {
-        if (!hasOpenGL) simhost::DrawFrame(true);
-        hasOpenGL = true;
-        write("data/png/any.png", bytes);
-        const int picture = LoadTexture("any");
-        DrawTextureIdXYCT(picture, 0, 0, 0, 1);
-        UnLoadTextures();
-    }
-
-    void Font(const std::string &bytes) {
-        if (!hasOpenGL) {
-            simhost::DrawFrame(true);
-            fs::create_directories(plugin + "data/fnt");
-            for (const auto &entry : fs::directory_iterator(std::string(SOURCES) + "data/fnt"))
-                ShipFile("data/fnt/" + entry.path().filename().string());
-        }
-        hasOpenGL = true;
-        write("data/fnt/any.fnt", bytes);
-        const int font = LoadFont("any", 0, 0);
-        LenFontIdS(font, "The Quick\xFF");
-        DrawFontIdSXYC(font, "The Quick\xFF", 0, 0, 0);
-        UnLoadFonts();
-    }
-
-    void AircraftFile(const std::string &acf, const std::string &object) {
-        LoadAircraft(767);
-        simhost::SetFolders(root, aircraft, "test.acf");
-        std::ofstream(aircraft + "test.acf", std::ios::binary) << acf;
-        write("data/obj/acf.txt", object);
-        ReadDrfListFromCockpitAndAcf();
-        SetUpThisAircraft();
-        isSetupCompleted_767();
-        UninstallFromAcf();
-        fs::remove(aircraft + "test.acf.backup");
-    }
-
-    void Message(const std::string &bytes) {
-        if (systems_vector.empty()) {
-            CreateSpeechDatarefs();
-            write("sys.txt", SmallModel);
-            CreateSystemsFromFile();
-            ReadCommandsFolder();
-        }
-        std::string copy = bytes;
-        XPLMSetDatab(XPLMFindDataRef("kv/fr_speech"), copy.data(), 0, static_cast<int>(copy.size()));
-        ReadServerMessage(bytes.size() % 2 == 1);
-        Frame();
-        for (int i = 0; i < 3; i++) Executer();
-        RefreshRecords();
-    }
-
-    void Phrase(const std::string &bytes) {
-        MakeStrokaFromText(bytes, AddToContext);
-        const size_t half = bytes.size() / 2;
-        ComparePhrase(MakeStrokaFromText(bytes.substr(0, half), 0),
-                      MakeStrokaFromText(bytes.substr(half), 0));
-        contextDictionary.clear();
-        contextString.clear();
-    }
-
-    static void HostObject(const std::string &bytes) {
-        simhost::ObjectFile object;
-        if (!simhost::ReadObject(bytes, "any.obj", object)) return;
-        std::vector<simhost::PosedTriangles> posed;
-        simhost::PoseObject(object, simhost::ValuesOf(object, [](const std::string &) { return 0.5; }), 1,
-                            posed);
-        // What the drawing goes through without looking.
-        for (const simhost::PosedTriangles &triangles : posed)
-            for (int i = triangles.first; i < triangles.first + triangles.count; i++)
-                object.vertices.at(static_cast<size_t>(object.indices.at(static_cast<size_t>(i))));
-    }
-
-    void HostAircraft(const std::string &bytes) {
-        std::ofstream(aircraft + "any.acf", std::ios::binary) << bytes;
-        simhost::FindAircraftFile(aircraft);
-    }
-
-    std::string HostList(const std::string &bytes) {
-        write("list.txt", bytes);
-        return plugin + "list.txt";
+    // From here on there is OpenGL.
+    void Draw() {
+        if (!std::exchange(hasOpenGL, true)) simhost::DrawFrame(true);
     }
 
 private:
     bool hasOpenGL = false;
 };
 
-const std::map<std::string_view, void (*)(Folder &, const std::string &)> Runs = {
-    {"settings", [](Folder &folder, const std::string &bytes) { folder.Settings(bytes); }},
-    {"aircraft_list",
-     [](Folder &folder, const std::string &bytes) {
-         folder.Write(AircraftListFile, bytes);
-         ReadDRF_descr();
-     }},
-    {"systems",
-     [](Folder &folder, const std::string &bytes) {
-         folder.Write("sys.txt", bytes);
-         folder.RunModel();
-     }},
-    {"systems_list", [](Folder &folder, const std::string &bytes) { folder.SystemsList(bytes); }},
-    {"saved_values", [](Folder &folder, const std::string &bytes) { folder.SavedValues(bytes); }},
-    {"clist", [](Folder &, const std::string &bytes) { Folder::Clist(bytes); }},
-    {"position",
-     [](Folder &folder, const std::string &bytes) { folder.Pose("custom/positions-w/any.txt", bytes); }},
-    {"preset",
-     [](Folder &folder, const std::string &bytes) { folder.Pose("custom/presets/l_any.txt", bytes); }},
-    {"channels", [](Folder &folder, const std::string &bytes) { folder.Channels(bytes); }},
-    {"figure_object", [](Folder &folder, const std::string &bytes) { folder.FigureObject(bytes); }},
-    {"font", [](Folder &folder, const std::string &bytes) { folder.Font(bytes); }},
-    {"picture", [](Folder &folder, const std::string &bytes) { folder.Picture(bytes); }},
-    {"acf",
-     [](Folder &folder, const std::string &bytes) {
-         folder.AircraftFile(bytes, "P _obja/0/_v10_att_file_stl kvfennic.obj\n");
-     }},
-    {"acf_object",
-     [](Folder &folder, const std::string &bytes) {
-         folder.AircraftFile("I\n1200 Version\nP _obja/count 1\n", bytes);
-     }},
-    {"voice_list",
-     [](Folder &folder, const std::string &bytes) {
-         folder.Write("data/voicelist_mac.txt", bytes);
-         ReadVoiceList();
-     }},
-    {"switch_places",
-     [](Folder &folder, const std::string &bytes) {
-         mapPos = {{"reach_flaps", ""}, {"none", ""}};
-         folder.Write("custom/places.txt", bytes);
-         ReadSwitchPlaces();
-         PlaceOf(bytes);
-     }},
-    {"phrase", [](Folder &folder, const std::string &bytes) { folder.Phrase(bytes); }},
-    {"message", [](Folder &folder, const std::string &bytes) { folder.Message(bytes); }},
-    {"spoken_text", [](Folder &, const std::string &bytes) { VarToString(bytes); }},
-    {"host_object", [](Folder &, const std::string &bytes) { Folder::HostObject(bytes); }},
-    {"host_aircraft", [](Folder &folder, const std::string &bytes) { folder.HostAircraft(bytes); }},
-    {"host_datarefs",
-     [](Folder &folder, const std::string &bytes) {
-         std::string error;
-         simhost::ReadDatarefList(folder.HostList(bytes), error);
-     }},
-    {"host_commands",
-     [](Folder &folder, const std::string &bytes) {
-         std::string error;
-         simhost::ReadCommandList(folder.HostList(bytes), error);
-     }},
-};
+Folder &folder() {
+    static Folder made;
+    return made;
+}
+
+template <const char *file> void ReadPose(const std::string &bytes) {
+    if (anim.empty()) {
+        globalGender = "w";
+        globalPosFolder = "positions-w/";
+        folder().ShipFile("data/obj/fennic.txt");
+        LoadAnimationFile(folder().plugin + "data/obj/fennic.txt");
+    }
+    folder().write(file, bytes);
+    ReadPositionFolder();
+    LoadPositionFromFile("any");
+    LoadPositionFastFromFile("any");
+    LoadPresetFromFile("l_any.txt");
+    for (int i = 0; i < 3; i++) {
+        FrpSEC = 0.5;
+        FlightTimeSEC += 0.5;
+        Animation();
+    }
+}
+constexpr char PositionFile[] = "custom/positions-w/any.txt", PresetFile[] = "custom/presets/l_any.txt";
+
+void ReadFont(const std::string &bytes) {
+    folder().Draw();
+    if (!fs::exists(folder().plugin + "data/fnt"))
+        fs::copy(std::string(SOURCES) + "data/fnt", folder().plugin + "data/fnt");
+    folder().write("data/fnt/any.fnt", bytes);
+    const int font = LoadFont("any", 0, 0);
+    LenFontIdS(font, "The Quick\xFF");
+    DrawFontIdSXYC(font, "The Quick\xFF", 0, 0, 0);
+    UnLoadFonts();
+}
+
+void ReadAircraft(const std::string &acf, const std::string &object) {
+    LoadAircraft(767);
+    simhost::SetFolders(folder().root, folder().aircraft, "test.acf");
+    folder().WriteBeside("test.acf", acf);
+    folder().write("data/obj/acf.txt", object);
+    ReadDrfListFromCockpitAndAcf();
+    SetUpThisAircraft();
+    isSetupCompleted_767();
+    UninstallFromAcf();
+    fs::remove(folder().aircraft + "test.acf.backup");
+}
+
+void ReadMessage(const std::string &bytes) {
+    if (systems_vector.empty()) {
+        CreateSpeechDatarefs();
+        folder().write("sys.txt", SmallModel);
+        CreateSystemsFromFile();
+        ReadCommandsFolder();
+    }
+    std::string copy = bytes;
+    XPLMSetDatab(XPLMFindDataRef("kv/fr_speech"), copy.data(), 0, static_cast<int>(copy.size()));
+    ReadServerMessage(bytes.size() % 2 == 1);
+    Folder::Frame();
+    for (int i = 0; i < 3; i++) Executer();
+    RefreshRecords();
+}
+
+void ReadPhrase(const std::string &bytes) {
+    MakeStrokaFromText(bytes, AddToContext);
+    const size_t half = bytes.size() / 2;
+    ComparePhrase(MakeStrokaFromText(bytes.substr(0, half), 0), MakeStrokaFromText(bytes.substr(half), 0));
+    contextDictionary.clear();
+    contextString.clear();
+}
+
+void ReadHostObject(const std::string &bytes) {
+    simhost::ObjectFile object;
+    if (!simhost::ReadObject(bytes, "any.obj", object)) return;
+    std::vector<simhost::PosedTriangles> posed;
+    simhost::PoseObject(object, simhost::ValuesOf(object, [](const std::string &) { return 0.5; }), 1, posed);
+    // What the drawing goes through without looking.
+    for (const simhost::PosedTriangles &triangles : posed)
+        for (int i = triangles.first; i < triangles.first + triangles.count; i++)
+            object.vertices.at(static_cast<size_t>(object.indices.at(static_cast<size_t>(i))));
+}
+
+template <auto read> void ReadHostList(const std::string &bytes) {
+    std::string error;
+    folder().write("list.txt", bytes);
+    read(folder().plugin + "list.txt", error);
+}
 
 std::string Content(const fs::path &path) {
     std::ifstream file(path, std::ios::binary);
@@ -320,11 +187,101 @@ std::string Content(const fs::path &path) {
 
 } // namespace
 
+const std::vector<Reader> Readers = {
+    {"settings", "data", "settings_mac.txt",
+     [](const std::string &bytes) {
+         folder().write("data/settings_win.txt", "");
+         folder().write("data/settings_mac.txt", bytes);
+         ReadSettings();
+         SaveSettings();
+     }},
+    {"aircraft_list", "aircraft/any", "aircraft.txt",
+     [](const std::string &bytes) {
+         folder().write(AircraftListFile, bytes);
+         ReadDRF_descr();
+     }},
+    {"systems", "aircraft/Cessna_172SP", ".txt",
+     [](const std::string &bytes) {
+         folder().write("sys.txt", bytes);
+         folder().RunModel();
+     }},
+    {"systems_list", "aircraft/Cessna_172SP", "_systems.txt",
+     [](const std::string &bytes) {
+         folder().write("systems/A.txt", SmallModel);
+         folder().write("systems/_systems.txt", bytes);
+         folder().RunModel();
+     }},
+    {"saved_values", nullptr, nullptr,
+     [](const std::string &bytes) {
+         folder().write("sys.txt", SmallModel);
+         folder().write("systems/_save.txt", bytes);
+         folder().RunModel();
+     }},
+    {"clist", nullptr, nullptr,
+     [](const std::string &bytes) {
+         // What is made of checklists can be read: a note without a line would say that it cannot.
+         for (const ClistNote &note : ImportClist(bytes, {}).notes)
+             if (note.line == 0) throw std::runtime_error(note.text);
+     }},
+    {"position", "custom/positions-w", ".txt", ReadPose<PositionFile>},
+    {"preset", "custom/presets", ".txt", ReadPose<PresetFile>},
+    {"switch_places", "custom", "places.txt",
+     [](const std::string &bytes) {
+         mapPos = {{"reach_flaps", ""}, {"none", ""}};
+         folder().write("custom/places.txt", bytes);
+         ReadSwitchPlaces();
+         PlaceOf(bytes);
+     }},
+    {"channels", "data/obj", "fennic.txt",
+     [](const std::string &bytes) {
+         folder().write("data/obj/fennic.txt", bytes);
+         LoadAnimationFile(folder().plugin + "data/obj/fennic.txt");
+         SaveAnimationFile();
+         UnregisterDrfs();
+     }},
+    {"figure_object", "data/obj", "seats.obj",
+     [](const std::string &bytes) {
+         folder().WriteBeside("any.obj", bytes);
+         ReadObjFileForDatarefs(folder().aircraft + "any.obj");
+         UnregisterDrfs();
+         ReadDrfListFromCockpitAndAcf();
+     }},
+    {"font", "data/fnt", ".fnt", ReadFont},
+    {"picture", "data/png", ".png",
+     [](const std::string &bytes) {
+         folder().Draw();
+         folder().write("data/png/any.png", bytes);
+         DrawTextureIdXYCT(LoadTexture("any"), 0, 0, 0, 1);
+         UnLoadTextures();
+     }},
+    {"acf", "aircraft", ".acf",
+     [](const std::string &bytes) { ReadAircraft(bytes, "P _obja/0/_v10_att_file_stl kvfennic.obj\n"); }},
+    {"acf_object", "data/obj", "acf.txt",
+     [](const std::string &bytes) { ReadAircraft("I\n1200 Version\nP _obja/count 1\n", bytes); }},
+    {"voice_list", "data", "voicelist_mac.txt",
+     [](const std::string &bytes) {
+         folder().write("data/voicelist_mac.txt", bytes);
+         ReadVoiceList();
+     }},
+    {"phrase", nullptr, nullptr, ReadPhrase},
+    {"message", nullptr, nullptr, ReadMessage},
+    {"spoken_text", nullptr, nullptr, [](const std::string &bytes) { VarToString(bytes); }},
+    {"host_object", "data/obj", "seats.obj", ReadHostObject},
+    {"host_aircraft", "aircraft", ".acf",
+     [](const std::string &bytes) {
+         folder().WriteBeside("any.acf", bytes);
+         simhost::FindAircraftFile(folder().aircraft);
+     }},
+    {"host_datarefs", nullptr, nullptr, ReadHostList<simhost::ReadDatarefList>},
+    {"host_commands", nullptr, nullptr, ReadHostList<simhost::ReadCommandList>},
+};
+
 bool ReadBytes(std::string_view reader, const std::string &bytes) {
-    static Folder folder;
-    const auto run = Runs.find(reader);
-    if (run == Runs.end()) return false;
-    run->second(folder, bytes);
+    const auto found =
+        std::find_if(Readers.begin(), Readers.end(), [&](const Reader &each) { return each.name == reader; });
+    if (found == Readers.end()) return false;
+    folder();
+    found->read(bytes);
     simhost::TakeLogLines();
     simhost::TakeSentMessages();
     return true;

@@ -10,6 +10,7 @@ struct Reader {
     const char *name;
     const char *seedFolder; // of the sources: files there whose name ends in seedEnding are sound; null: none
     const char *seedEnding;
+    void (*read)(const std::string &bytes); // in the plug-in's folder, where the reader expects it
 };
 extern const std::vector<Reader> Readers;
 

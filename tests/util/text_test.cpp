@@ -70,16 +70,4 @@ TEST(Text, CharactersAreCountedAndNotBytes) {
     for (const auto &row : rows) EXPECT_EQ(CountCharacters(row.text), row.count) << row.text;
 }
 
-TEST(Text, AddressOfAFile) {
-    EXPECT_EQ(FileAddress("/X-Plane 12/a_~.txt"), "file:///X-Plane%2012/a_~.txt");
-    EXPECT_EQ(FileAddress("/\xC3\xA4#%"), "file:///%C3%A4%23%25");
-}
-
-TEST(Text, Alignment) {
-    EXPECT_EQ(alignR("ab", 4), "  ab");
-    EXPECT_EQ(alignR("abcd", 2), "abcd");
-    EXPECT_EQ(alignC("abcd"), "abcd  ");
-    EXPECT_EQ(alignC("abc"), "abc ");
-}
-
 } // namespace

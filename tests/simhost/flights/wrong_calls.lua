@@ -15,86 +15,67 @@ local function refuses(call, argument, ...)
     end
 end
 
+local function each_refuses(rows)
+    for _, row in ipairs(rows) do refuses(table.unpack(row)) end
+end
+
 for _, call in ipairs {"hear", "stop", "restart", "reply"} do
     refuses(call, "start", "before the start")
 end
 sim.start()
-refuses("start", "already")
+each_refuses {
+    {"start", "already"},
+}
 for _, call in ipairs {"dir", "frames", "run", "pause", "vr", "screen", "locale", "publish", "get", "set",
                        "exists", "add_command", "fired", "press", "release", "tap", "hear", "reply", "note",
                        "dataref_browser", "world"} do
     refuses(call, 'argument "')
     refuses(call, 'argument "', {})
 end
-refuses("dir", '"what"', "home")
-refuses("point_at", '"title"', "no window")
-refuses("screenshot", "in the headset", sim.dir("xplane") .. "none.png", "no window")
-refuses("speak", '"text"', "")
-refuses("speak", '"voice"', "hello", "child")
-refuses("speak", '"rate"', "hello", "man", 5)
-refuses("speak", "fennic_speech", "hello") -- which is not there
-refuses("speak", "none.wav", "none.wav")
-refuses("noise", '"below"', 200)
-refuses("record", '"path"', "")
-refuses("record", "/nowhere/", "/nowhere/talk.wav")
-refuses("frames", '"n"', -1)
-refuses("run", '"seconds"', -1)
-refuses("run", '"seconds"', 1 / 0)
-refuses("pause", '"on"', 1)
-refuses("screen", '"h"', 800)
-refuses("screen", '"w"', 0, 600)
-refuses("locale", '"name"', "xx_YY.nowhere")
-refuses("publish", '"type"', "t/new", "bool", 1)
-refuses("publish", '"type"', "t/new", "int[0]", 1)
-refuses("publish", '"name"', "", "int", 1)
-refuses("publish", '"name"', "probe/seven", "int", 1)
-refuses("publish", '"value"', "t/new", "int", 0.5)
+each_refuses {
+    {"dir", '"what"', "home"}, {"point_at", '"title"', "no window"},
+    {"screenshot", "in the headset", sim.dir("xplane") .. "none.png", "no window"}, {"speak", '"text"', ""},
+    {"speak", '"voice"', "hello", "child"}, {"speak", '"rate"', "hello", "man", 5},
+    {"speak", "fennic_speech", "hello"}, {"speak", "none.wav", "none.wav"}, {"noise", '"below"', 200},
+    {"record", '"path"', ""}, {"record", "/nowhere/", "/nowhere/talk.wav"}, {"frames", '"n"', -1},
+    {"run", '"seconds"', -1}, {"run", '"seconds"', 1 / 0}, {"pause", '"on"', 1}, {"screen", '"h"', 800},
+    {"screen", '"w"', 0, 600}, {"locale", '"name"', "xx_YY.nowhere"}, {"publish", '"type"', "t/new", "bool", 1},
+    {"publish", '"type"', "t/new", "int[0]", 1}, {"publish", '"name"', "", "int", 1},
+    {"publish", '"name"', "probe/seven", "int", 1}, {"publish", '"value"', "t/new", "int", 0.5},
+}
 assert(not sim.exists("t/new"), "a refused publish publishes nothing")
-refuses("publish", '"value"', "t/list", "int[2]", {1, 2, 3})
-refuses("publish", '"value[2]"', "t/list", "int[2]", {1, "2"})
-refuses("get", '"index"', "t/ints", 4)
-refuses("get", '"index"', "t/int", 1)
-refuses("get", '"index"', "t/ints[1]", 1)
-refuses("set", '"name"', "t/none", 1)
-refuses("set", '"value"', "t/int", "1")
-refuses("set", '"value"', "t/int", 0.5)
-refuses("set", '"value"', "t/int", 2 ^ 31)
-refuses("set", '"value"', "t/float", {1})
-refuses("set", '"value"', "t/string", ("x"):rep(2000))
-refuses("set", '"index"', "t/ints", 1)
-refuses("set", '"index"', "t/ints", {1}, 0)
-refuses("set", '"value"', "t/ints", {1, 2, 3, 4, 5})
-refuses("set", '"value[4]"', "t/ints", {9, 9, 9, "9"})
-refuses("set", "probe/seven", "probe/seven", 8)
-refuses("press", "t/none", "t/none")
-refuses("release", '"name"', "t/none")
-refuses("tap", '"name"', "t/none")
-refuses("world", '"latitude"', 91, 0)
-refuses("screenshot", '"path"')
-refuses("screenshot", "/nowhere/a.png", "/nowhere/a.png")
+each_refuses {
+    {"publish", '"value"', "t/list", "int[2]", {1, 2, 3}},
+    {"publish", '"value[2]"', "t/list", "int[2]", {1, "2"}}, {"get", '"index"', "t/ints", 4},
+    {"get", '"index"', "t/int", 1}, {"get", '"index"', "t/ints[1]", 1}, {"set", '"name"', "t/none", 1},
+    {"set", '"value"', "t/int", "1"}, {"set", '"value"', "t/int", 0.5}, {"set", '"value"', "t/int", 2 ^ 31},
+    {"set", '"value"', "t/float", {1}}, {"set", '"value"', "t/string", ("x"):rep(2000)},
+    {"set", '"index"', "t/ints", 1}, {"set", '"index"', "t/ints", {1}, 0},
+    {"set", '"value"', "t/ints", {1, 2, 3, 4, 5}}, {"set", '"value[4]"', "t/ints", {9, 9, 9, "9"}},
+    {"set", "probe/seven", "probe/seven", 8}, {"press", "t/none", "t/none"}, {"release", '"name"', "t/none"},
+    {"tap", '"name"', "t/none"}, {"world", '"latitude"', 91, 0}, {"screenshot", '"path"'},
+    {"screenshot", "/nowhere/a.png", "/nowhere/a.png"},
+}
 for _, call in ipairs {"mouse", "mouse_down", "click", "double_click", "wheel"} do
     refuses(call, '"x"')
     refuses(call, '"x"', 1e9, 1)
     refuses(call, '"y"', 1, 0.5)
 end
-refuses("wheel", '"clicks"', 1, 1)
-refuses("mouse_down", '"button"', 1, 1, "middle")
-refuses("mouse_up", "mouse_down", 1, 1)
-refuses("mouse_drag", "mouse_down", 1, 1)
+each_refuses {
+    {"wheel", '"clicks"', 1, 1}, {"mouse_down", '"button"', 1, 1, "middle"}, {"mouse_up", "mouse_down", 1, 1},
+    {"mouse_drag", "mouse_down", 1, 1},
+}
 sim.mouse_down(1, 1)
-refuses("mouse_down", "mouse_up", 1, 1)
-refuses("click", "mouse_up", 1, 1)
+each_refuses {
+    {"mouse_down", "mouse_up", 1, 1}, {"click", "mouse_up", 1, 1},
+}
 sim.mouse_up(1, 1)
-refuses("key", '"key"')
-refuses("key", '"key"', "enter twice")
-refuses("key", '"key"', "\xE4")
-refuses("key", '"key"', 0)
-refuses("key", '"flags"', "a", "shift+alt")
-refuses("type", '"text"')
-refuses("type", '"text"', "na\xC3\xAFve")
-refuses("choose", '"path"')
-refuses("choose", "No/Such", "No/Such")
-refuses("push", 'there is no visible button "OK"; there is none at all', "OK")
+each_refuses {
+    {"key", '"key"'}, {"key", '"key"', "enter twice"}, {"key", '"key"', "\xE4"}, {"key", '"key"', 0},
+    {"key", '"flags"', "a", "shift+alt"}, {"type", '"text"'}, {"type", '"text"', "na\xC3\xAFve"},
+    {"choose", '"path"'}, {"choose", "No/Such", "No/Such"},
+    {"push", 'there is no visible button "OK"; there is none at all', "OK"},
+}
 
 assert(sim.get("t/int") == 1 and sim.get("t/float") == 1 and sim.get("t/string") == "x")
 assert(table.concat(sim.get("t/ints"), " ") == "1 2 3 4")
