@@ -91,6 +91,8 @@ TEST_F(Panels, ALongTextScrollsWithItsCursor) {
     EXPECT_EQ(box.scroll, 0);
     simhost::SendKey(XPLM_KEY_DELETE, xplm_DownFlag, 0);
     EXPECT_EQ(box.text.size(), 50U);
+    panel.SetBoxText(0, box.text);
+    EXPECT_EQ(box.cursor - box.scroll, shown) << "the end of a text that is given";
 }
 
 TEST_F(Panels, DrawsItsItemsWhereTheyAre) {

@@ -210,7 +210,8 @@ TEST_F(Commands, MenuItemsAreFoundByTheirPaths) {
                               Reference(text));
     };
     // Texts with "/" in them, two menus of one name, and one menu with the name of an item.
-    XPLMAppendMenuItem(addMenu("On"), "Off/Half", Reference("1"), 0);
+    const XPLMMenuID on = addMenu("On");
+    XPLMAppendMenuItem(on, "Off/Half", Reference("1"), 0);
     XPLMAppendMenuItem(addMenu("On/Off"), "Half", Reference("2"), 0);
     XPLMAppendMenuItem(addMenu("On/Off"), "Full", Reference("3"), 0);
     XPLMAppendMenuItem(addMenu("Once"), "More", Reference("4"), 0);
@@ -237,8 +238,10 @@ TEST_F(Commands, MenuItemsAreFoundByTheirPaths) {
     XPLMCreateMenu("Crew", crew, 4, Chosen, nullptr);
     XPLMDestroyMenu(crew);
     XPLMDestroyMenu(XPLMFindPluginsMenu());
-    EXPECT_EQ(XPLMAppendMenuItem(crew, "Late", nullptr, 0), -1);
+    for (const XPLMMenuID gone : {crew, on}) EXPECT_EQ(XPLMAppendMenuItem(gone, "Late", nullptr, 0), -1);
     XPLMRemoveMenuItem(XPLMFindPluginsMenu(), 99);
+    ActAsPlugin("/sim/Resources/plugins/other/64/lin.xpl");
+    XPLMClearAllMenuItems(XPLMFindPluginsMenu()); // only its own
     EXPECT_EQ(Choose("Other/Once"), "");
     EXPECT_NE(Choose("Crew/On/Off/Half"), "");
 }

@@ -126,6 +126,7 @@ TEST(Objects, HideAndShow) {
     EXPECT_TRUE(isShown("ATTR_draw_disable\nATTR_draw_enable\n", {}));
     EXPECT_TRUE(isShown("ATTR_LOD 0 10\n", {}, 9));
     EXPECT_FALSE(isShown("ATTR_LOD 0 10\n", {}, 10));
+    EXPECT_TRUE(isShown("ATTR_draw_disable\nATTR_LOD 0 10\n", {}, 9)) << "attributes start afresh";
 }
 
 // ---- The picture ----

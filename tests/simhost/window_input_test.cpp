@@ -241,6 +241,8 @@ TEST_F(Input, FramesAreDraggedResizedAndClosed) {
     EXPECT_EQ(GeometryOf(window), (Corners{520, 582, 620, 450})) << "upper edge";
     EXPECT_EQ(TakenEvents(), Events{}) << "its frame is the simulator's";
 
+    XPLMSetWindowGeometry(window.id, 520, 582, 620, 0);
+    EXPECT_EQ(GeometryOf(window), (Corners{520, 582, 620, 282})) << "no higher than its limit";
     PressMouse(525, 590, MouseButton::Left);
     ReleaseMouse(570, 500);
     EXPECT_EQ(XPLMGetWindowIsVisible(window.id), 1) << "let go elsewhere";
