@@ -45,16 +45,14 @@ check.systems({CREW = "sys=CREW\n" .. check.device("dev=SCRIPTS", table.unpack(c
                TANK = "sys=TANK\ndev=LEFT\nout=QUANTITY,double,kg,0,,,test/quantity,exist,,,,0\n"}, {"CREW", "TANK"})
 check.settings {["name-w"] = "Nora", user = "John Smith", sign = "Sir"}
 
-sim.start()
-sim.run(3.5)
+check.start(3.5)
 
 -- Runs a script for some seconds. What was said, and all messages with their times.
 local function run(phrase, seconds)
     sim.said()
     sim.sent()
     sim.log()
-    sim.hear(phrase)
-    sim.run(seconds)
+    check.hear(phrase, seconds)
     return sim.said(), sim.sent()
 end
 

@@ -18,8 +18,7 @@ local function start(name, description, list, objects)
     check.write(plugin .. "data/aircraft.txt", list)
     check.settings {installation = "0"}
     sim.log()
-    sim.start()
-    sim.run(2)
+    check.start(2)
     return check.log()
 end
 
@@ -103,8 +102,7 @@ sim.push("Setup")
 sim.push("OK")
 is_at({1.4, 0.6, 7.25}, place(acf(), 1), "set up at the row's seat")
 is_at({1.75, 1.2, 11.5}, place(check.read(plugin .. "data/obj/acf.txt"), 0), "which is not that of acf.txt")
-sim.restart()
-sim.run(2)
+check.restart(2)
 check.that(check.works(), "she works")
 show("seat_first")
 
@@ -123,8 +121,7 @@ for _, moved in ipairs {{0.03048, 0.03048, 0.1524}, {0.06096, 0.09144, 0.2286}} 
 end
 is_at({1.6, 0.9, 8}, place(acf(), 0), "her neighbour")
 check.equal(check.read(plugin .. "data/aircraft.txt"), PLACED:gsub("1.4,0.6,7.25", "1.6,0.9,8"), "her row")
-sim.restart()
-sim.run(2)
+check.restart(2)
 check.list({sim.get("kv/fo/xyz_x"), sim.get("kv/fo/xyz_y"), sim.get("kv/fo/xyz_z")}, {0, 0, 0}, "no offset any more")
 show("seat_saved")
 

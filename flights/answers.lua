@@ -79,8 +79,7 @@ local function start(file, description)
     if isAboard then sim.stop() end
     isAboard = true
     check.aircraft(file, description)
-    sim.start()
-    sim.run(3.5)
+    check.start(3.5)
     sim.said()
     sim.log()
 end
@@ -88,8 +87,7 @@ sim.publish("test/phase", "int", 0)
 for _, airliner in ipairs {false, true} do
     start(airliner and "b738_4k.acf" or "Cessna_172SP.acf",
           airliner and "Boeing 737-800X" or "Cessna 172 SP Skyhawk - 180HP")
-    sim.hear("start checklist")
-    sim.run(1)
+    check.hear("start checklist", 1)
     press(0.1)
     sim.run(0.6)
     check.equal(highlighted(), "open", "a step")
@@ -146,8 +144,7 @@ check_answers({"not now"}, "any answer, and an offer")
 
 -- Stopped in the middle, with an answer highlighted.
 sim.tap("kv/fennic/stop")
-sim.hear("start checklist")
-sim.run(1)
+check.hear("start checklist", 1)
 sim.said()
 step_to("not now")
 step_to("open")

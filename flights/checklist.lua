@@ -31,8 +31,7 @@ calc=[CHECKLIST.BEFORE START.P3]
 local FRAME = 1 / 60
 local ABORTED = "All Commands and Checklists Aborted!"
 
-sim.start()
-sim.run(3.5)
+check.start(3.5)
 sim.sent()
 sim.log()
 
@@ -59,14 +58,12 @@ end
 
 -- ---- Read to its end ----
 
-sim.hear("set")
-check.says(1, {}, "an answer to nothing")
+check.asks("set", 1, {}, "an answer to nothing")
 begin()
 sim.hear("banana")
 sim.hear("brake set")
 sim.hear("both")
-sim.hear("before start checklist")
-check.says(5, {}, "wrong answers, and an answer that the cockpit gives the lie")
+check.asks("before start checklist", 5, {}, "wrong answers, and an answer that the cockpit gives the lie")
 check.equal(steps(), "100", "and the step stays")
 sim.set("test/brake", 1)
 sim.run(2)
@@ -89,8 +86,7 @@ expect_at_rest("read to its end")
 -- How long it takes: 22 letters and a second between the title and the challenge; the queue is empty, and
 -- the answer taken, from the frame in which the challenge is spoken.
 sim.sent()
-sim.hear("before start please")
-sim.run(4)
+check.hear("before start please", 4)
 local sent = sim.sent()
 check.near(sent[4].t - sent[2].t, 22 * 0.1 + 1, FRAME, "title to challenge")
 check.equal(sent[4].text, "say>Parking brake?", "title to challenge")
@@ -126,50 +122,43 @@ check.says(1, {ABORTED}, "aborted by the button")
 expect_at_rest("aborted by the button")
 
 -- While she is still reading: the rest of what she was about to do is dropped.
-sim.hear("before start checklist")
-sim.run(1)
+check.hear("before start checklist", 1)
 sim.tap("kv/fennic/stop")
 check.says(5, {"Before start checklist", ABORTED}, "aborted in the middle of a sentence")
 expect_at_rest("aborted in the middle of a sentence")
 
 -- ---- A pause ----
 
-sim.hear("before start checklist")
-sim.run(1)
+check.hear("before start checklist", 1)
 sim.pause(true)
 check.says(60, {"Before start checklist"}, "no challenge while the simulator is paused")
 sim.pause(false)
 check.says(3, {"Parking brake?"}, "the challenge after the pause")
 sim.set("test/brake", 1)
 sim.pause(true)
-sim.hear("set")
-sim.run(10)
+check.hear("set", 10)
 check.equal(steps(), "100", "no answer counts while the simulator is paused")
 sim.pause(false)
 sim.run(2)
 check.equal(steps(), "100", "nor afterwards")
 sim.hear("set")
-sim.hear("both")
-check.says(6, {"Fuel selector?", "Before start checklist complete"}, "after the pause")
+check.asks("both", 6, {"Fuel selector?", "Before start checklist complete"}, "after the pause")
 expect_at_rest("after the pause")
 
 -- ---- A new flight ----
 
 -- The clock starts over, so she does not wait for a time of the old flight; the step is still the same.
 sim.run(600)
-sim.hear("before start checklist")
-sim.run(1)
+check.hear("before start checklist", 1)
 sim.new_flight()
 sim.frames(2)
 check.list(sim.said(), {"Before start checklist", "Parking brake?"}, "nothing to wait for in a new flight")
 check.equal(steps(), "100", "the step in a new flight")
 sim.set("test/brake", 1)
-sim.hear("set")
-sim.run(1)
+check.hear("set", 1)
 sim.new_flight()
 sim.frames(1)
-sim.hear("both")
-check.says(6, {"Fuel selector?", "Before start checklist complete"}, "the rest in a new flight")
+check.asks("both", 6, {"Fuel selector?", "Before start checklist complete"}, "the rest in a new flight")
 expect_at_rest("after a new flight")
 begin()
 sim.tap("kv/fennic/stop")

@@ -9,8 +9,7 @@ local STANDING_BY, NO_CHECKLIST = "Standing by, Sir.", "No checklist is running,
 
 -- What she says to it.
 local function expect(words, said, seconds)
-    sim.hear(words)
-    sim.run(seconds or 6)
+    check.hear(words, seconds or 6)
     check.list(sim.said(), said, words)
 end
 
@@ -58,8 +57,7 @@ local ITEMS = isCessna
 local END = isCessna and "Before start checklist complete, except brakes, avionics and fuel selector."
     or "Before start checklist complete, except signs, fuel quantity, altimeters, take-off speeds, windows and "
         .. "doors, beacon and parking brake."
-sim.hear("before start checklist")
-sim.run(10)
+check.hear("before start checklist", 10)
 check.list(sim.said(), {"Before start checklist.", ITEMS[1][1]}, "called")
 check.equal(group(), "WORDS (4)", "within reach")
 for i, item in ipairs(ITEMS) do
@@ -70,8 +68,7 @@ sim.run(20)
 expect("checklist", {NO_CHECKLIST})
 
 -- Forgotten when the list begins anew.
-sim.hear("before start checklist")
-sim.run(10)
+check.hear("before start checklist", 10)
 expect("next item", {"Before start checklist.", ITEMS[1][1], ITEMS[2][1]})
 sim.choose("Fennic/Commands/WORDS/checklist")
 sim.run(5)
@@ -92,21 +89,17 @@ expect("next item", {ITEMS[3][1]}) -- which ends it
 expect("abort", {"All Commands and Checklists Aborted!"})
 
 -- While she speaks: what she has not yet said waits, what others say does not.
-sim.hear("before start checklist")
-sim.run(1.5)
-sim.hear("stand by")
-sim.run(10)
+check.hear("before start checklist", 1.5)
+check.hear("stand by", 10)
 check.list(sim.said(), {"Before start checklist.", STANDING_BY}, "in the middle of it")
-sim.hear("what are we squawking")
-sim.run(6)
+check.hear("what are we squawking", 6)
 check.equal(sim.said()[1]:match("^We squawk"), "We squawk", "she is there for all else")
 expect("go ahead", {ITEMS[1][1]})
 expect("stand by", {STANDING_BY})
 expect(ITEMS[1][2], {ITEMS[2][1]})
 expect("stand by", {STANDING_BY})
 expect("abort", {"All Commands and Checklists Aborted!"})
-sim.hear("before start checklist")
-sim.run(10)
+check.hear("before start checklist", 10)
 check.list(sim.said(), {"Before start checklist.", ITEMS[1][1]}, "no hold outlives an abort")
 
 -- ---- The button: behind the answers, and only on demand ----
@@ -121,8 +114,7 @@ if not isCessna then return end
 
 -- ---- An engine's start is no checklist ----
 
-sim.hear("start the engine")
-sim.run(12)
+check.hear("start the engine", 12)
 sim.said()
 expect("next item", {NO_CHECKLIST})
 expect("abort", {"All Commands and Checklists Aborted!"})
@@ -133,11 +125,9 @@ sim.stop()
 for _, file in ipairs {"CHECKLIST", "MENU", "CREW"} do os.remove(sim.dir("plugin") .. "systems/" .. file .. ".txt") end
 check.systems {}
 check.write(aircraft .. "Cessna_172SP_clist.txt", clists.twin)
-sim.start()
-sim.run(6)
+check.start(6)
 sim.choose("Fennic/Import Checklist")
-sim.restart()
-sim.run(6)
+check.restart(6)
 sim.said()
 expect("next item", {NO_CHECKLIST})
 expect("before start checklist", {"Before start checklist.", "Cockpit preparation.", "Preflight inspection?"}, 12)

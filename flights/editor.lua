@@ -17,8 +17,7 @@ end
 
 -- Without developer mode there is no window over the screen.
 sim.screen(1280, 800)
-sim.start()
-sim.run(1)
+check.start(1)
 for _, window in ipairs(sim.windows()) do
     check.that(window.right - window.left < 1280, "a window as wide as the screen")
 end
@@ -110,17 +109,13 @@ out=BRAKE,integer,off or on,0.000000,,,test/brake,exist,,,,0
 
 -- ---- The first officer reads it ----
 
-sim.restart()
-sim.run(4)
+check.restart(4)
 sim.said()
-sim.hear("test list please")
-sim.run(4)
-sim.hear("set")
-check.says(2, {"Parking brake?"}, "the brake is not set")
+check.hear("test list please", 4)
+check.asks("set", 2, {"Parking brake?"}, "the brake is not set")
 sim.set("test/brake", 1)
 sim.frames(1)
-sim.hear("set")
-check.says(2, {"Test checklist complete"}, "the brake is set")
+check.asks("set", 2, {"Test checklist complete"}, "the brake is set")
 
 -- ---- A value that is calculated ----
 

@@ -51,8 +51,7 @@ check.list({axes("head")}, {0, 0, 0}, "made upright")
 local function strike(phrase, seconds)
     sim.said()
     sim.log()
-    sim.hear(phrase)
-    sim.run(seconds)
+    check.hear(phrase, seconds)
     check.list(sim.said(), {}, "the pose lasts")
 end
 local function let_go()
@@ -158,8 +157,7 @@ for axis, limit in ipairs {12, 25, 5} do
 end
 
 -- While a sequence waits she takes no other pose: what was rising keeps rising.
-sim.hear("wait")
-sim.run(1)
+check.hear("wait", 1)
 local last = math.abs(sim.get(leg))
 for _ = 1, 60 * 60 do
     sim.frames(1)
@@ -167,8 +165,7 @@ for _ = 1, 60 * 60 do
     check.that(now >= last, "no rest while a sequence runs")
     last = now
 end
-sim.hear("go")
-sim.run(13)
+check.hear("go", 13)
 check.that(math.abs(sim.get(leg)) <= 3.6, "rest again")
 
 -- ---- Face ----

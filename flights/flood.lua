@@ -20,20 +20,17 @@ end
 check.systems {CREW = table.concat(text, "\n")}
 check.write(sim.dir("plugin") .. "systems/_save.txt", table.concat(saved, "\n"))
 
-sim.start()
-sim.run(4)
+check.start(4)
 for i = 2000, SAVED, 1000 do check.equal(sim.get("test/p" .. i), i + 0.5, "saved value " .. i) end
 -- The rule is the last line that holds the address, and that of P1000 is also a part of P10000's.
 check.equal(sim.get("test/p1000"), SAVED + 0.5, "the last line")
 
 sim.hear("offer all")
-sim.hear("ask me")
-check.says(1, {"Well?"}, "asked")
+check.asks("ask me", 1, {"Well?"}, "asked")
 local shown = {}
 for _, line in ipairs(sim.screen_text()) do shown[line.text] = true end
 check.that(shown["offer 1"] and not shown["offer 2"], "those with a time are shown")
-sim.hear("answer " .. ANSWERS)
-check.says(1, {"You said " .. ANSWERS}, "answered")
+check.asks("answer " .. ANSWERS, 1, {"You said " .. ANSWERS}, "answered")
 
 -- Every line that is left out is counted.
 local function logged(kind)
@@ -65,8 +62,7 @@ for i = 1, 50 do
 end
 check.write(sim.dir("plugin") .. "systems/_systems.txt", table.concat(list, "\n"))
 sim.log()
-sim.start()
-sim.run(2)
+check.start(2)
 local log = table.concat(check.log(), "\n")
 for i = 1, 50 do
     local file = "systems/BAD" .. i .. ".txt"

@@ -16,8 +16,7 @@ check.systems {CREW = "sys=CREW\n"
 sim.add_command("test/starter", "held by hand")
 sim.add_command("test/pump", "held by hand, too")
 sim.publish("kv/fennic_kill", "int", 0)
-sim.start()
-sim.run(4)
+check.start(4)
 
 local function count(name)
     local fired = sim.fired(name)
@@ -25,8 +24,7 @@ local function count(name)
 end
 local cranked = 0
 local function crank()
-    sim.hear("crank")
-    sim.run(2)
+    check.hear("crank", 2)
     cranked = cranked + 1
     check.equal(count("test/starter"), cranked .. " " .. cranked - 1, "held")
     sim.said()
@@ -63,16 +61,14 @@ is_let_go("let go now")
 sim.reply("abort")
 sim.run(2)
 is_let_go("nothing is held")
-sim.hear("crank twice")
-sim.run(1)
+check.hear("crank twice", 1)
 cranked = cranked + 1
 is_let_go("begun twice, let go once")
 sim.reply("abort")
 sim.run(2)
 
 -- The break drops the end of one, and has nothing to do with the other.
-sim.hear("crank and break")
-sim.run(5)
+check.hear("crank and break", 5)
 cranked = cranked + 1
 is_let_go("a break")
 check.equal(count("test/pump"), "1 0", "still held")
@@ -96,8 +92,7 @@ is_let_go("stopped")
 check.equal(check.count(check.log(), "1 command,"), 0, "by herself, and not by the simulator")
 
 -- Whoever writes "abort" in every frame: it is done each time, and said once.
-sim.start()
-sim.run(4)
+check.start(4)
 crank()
 for _ = 1, 600 do
     sim.reply("abort")

@@ -31,8 +31,7 @@ local function phase(value)
     sim.frames(2)
 end
 local function start()
-    sim.start()
-    sim.run(3.5)
+    check.start(3.5)
     sim.said()
     sim.log()
 end
@@ -65,8 +64,7 @@ for _, text in ipairs(sim.screen_text()) do
     if text.text:find("^item") then drawn = drawn + 1 end
 end
 check.that(drawn > 50, "lines of the endless list: " .. drawn)
-sim.hear("say it")
-check.says(1, {"Said " .. LONG}, "a long text")
+check.asks("say it", 1, {"Said " .. LONG}, "a long text")
 check.equal(overlay.line("Said " .. LONG).y, 10 + 3 * 15, "on the screen")
 sim.screen(1, 1)
 sim.frames(2)

@@ -68,14 +68,12 @@ local function import(name)
     end
     check.systems {}
     check.write(own, clists[name])
-    sim.start()
-    sim.run(6)
+    check.start(6)
     check.that(offered(), "an aircraft with a clist.txt and no lists of ours offers the import")
     sim.said()
     sim.choose("Fennic/Import Checklist")
     check.list(sim.said(), {"I have the checklists. Please reload the aircraft."}, "she tells")
-    sim.restart()
-    sim.run(6)
+    check.restart(6)
     check.that(not offered(), "what is imported is not offered again")
     sim.said()
 end
@@ -90,8 +88,7 @@ end
 -- ---- A shipped aircraft has its own lists ----
 
 check.write(own, clists.twin)
-sim.start()
-sim.run(6)
+check.start(6)
 check.that(not offered(), "where there are lists, none are offered")
 
 -- ---- The twin: refused, overruled, gone on with ----
@@ -103,41 +100,32 @@ check.that(has(said, "Cockpit preparation."), "a heading is said")
 check.that(has(said, "Battery switch?"), "abbreviations are written out")
 check.that(has(said, "I do not see it, Sir. Say continue to go on."), "a condition that is not met is refused")
 check.equal(said[#said], "Next is the after start checklist. Shall I read it?", "and the next one is offered")
-sim.hear("yes")
-check.says(8, {"After start checklist.", "Engine 1 oil pressure, green."}, "yes starts it")
-sim.hear("green")
-check.says(4, {"I do not see it, Sir. Say continue to go on."}, "no oil pressure")
+check.asks("yes", 8, {"After start checklist.", "Engine 1 oil pressure, green."}, "yes starts it")
+check.asks("green", 4, {"I do not see it, Sir. Say continue to go on."}, "no oil pressure")
 sim.set("sim/cockpit2/engine/indicators/oil_pressure_psi", {60, 60})
 check.says(4, {"Engine 2 oil pressure, green.", "Generator 1 and 2?"}, "what she sees herself she ticks")
-sim.hear("abort")
-sim.run(4)
+check.hear("abort", 4)
 sim.said()
 
 -- It comes up by itself when both engines run, once.
 sim.set("sim/flightmodel/engine/ENGN_running", {1, 1})
 check.says(4, {"Shall I read the after start checklist?"}, "a checklist comes up by itself")
-sim.hear("no")
-check.says(4, {"Standing by, Sir."}, "and is not wanted")
+check.asks("no", 4, {"Standing by, Sir."}, "and is not wanted")
 check.says(30, {}, "it does not come up again")
 
 -- A value that must rise while the item is the current one; another that must pass from one to another.
 sim.set("sim/cockpit2/engine/actuators/throttle_ratio_all", 0.5)
-sim.hear("before takeoff checklist")
-sim.run(5)
+check.hear("before takeoff checklist", 5)
 for _, answer in ipairs {"checked", "continue"} do
-    sim.hear(answer)
-    sim.run(4)
+    check.hear(answer, 4)
 end
 check.equal(sim.said()[4], "Throttle?", "the third item")
-sim.hear("checked")
-sim.run(3)
+check.hear("checked", 3)
 check.that(has(sim.said(), "I do not see it, Sir. Say continue to go on."), "it has not risen yet")
 sim.set("sim/cockpit2/engine/actuators/throttle_ratio_all", 0.65)
 sim.run(1)
-sim.hear("checked")
-check.says(4, {"Fuel balance?"}, "now it has")
-sim.hear("abort")
-sim.run(4)
+check.asks("checked", 4, {"Fuel balance?"}, "now it has")
+check.hear("abort", 4)
 
 -- ---- Any list can be read to its end ----
 
@@ -160,8 +148,7 @@ check.systems {}
 for _, file in ipairs {"CHECKLIST DATA", "CHECKLIST", "CHECKLIST MENU"} do
     os.remove(plugin .. "systems/" .. file .. ".txt")
 end
-sim.restart()
-sim.run(6)
+check.restart(6)
 sim.said()
 sim.choose("Fennic/Import Checklist")
 check.list(sim.said(), {"I could not import the checklists."}, "a file without a checklist")

@@ -13,8 +13,7 @@ calc=[S.D.IN]*[2]
 ]] .. check.device("dev=TALK", {"count for me", "1,One", "0,Two"})
    .. check.device("devstack=SEQUENCE", {"wait for me", "0,Waiting"}, {"go on", "0,Going"})}
 
-sim.start()
-sim.run(10)
+check.start(10)
 check.list(check.messages(), {}, "on from the start: not a word, not even for the voice")
 check.equal(sim.get("test/out"), 0, "no systems")
 
@@ -70,8 +69,7 @@ local function expect_balance()
     end
 end
 expect_balance()
-sim.hear("wait for me")
-sim.run(5)
+check.hear("wait for me", 5)
 local leg = sim.get("kv/fo/l_leg1_x")
 sim.set("kv/fennic_kill", 1)
 sim.run(3600)

@@ -12,8 +12,7 @@ check.systems {CREW = "sys=CREW\ndev=WATCH\nout=PHASE,integer,,0,,,test/phase,ex
 sim.publish("test/phase", "int", 0)
 sim.publish("kv/fennic/click_snd", "int", 0)
 sim.publish("kv/fennic_kill", "int", 0)
-sim.start()
-sim.run(4)
+check.start(4)
 
 local function ask()
     sim.set("test/phase", 1)

@@ -38,8 +38,7 @@ local function resident()
     return statm and tonumber(statm:match("^%d+ (%d+)")) * 4096 / 2 ^ 20
 end
 
-sim.start()
-sim.run(10)
+check.start(10)
 sim.log()
 sim.sent()
 sim.said()
@@ -48,11 +47,9 @@ local logged, memory = {}, nil
 for round = 1, ROUNDS do
     sim.set("test/round", round)
     sim.set("test/lamp", 0, 3)
-    sim.hear("cruise check")
-    sim.run(10)
+    check.hear("cruise check", 10)
     sim.hear(round .. LONG:sub(1, 500))
-    sim.hear("checked")
-    sim.run(45)
+    check.hear("checked", 45)
     local said = sim.said()
     check.list({said[1], said[2], #said}, {"Cruise check number " .. round, LONG, 3}, "round " .. round)
     check.equal(sim.get("test/lamp", 3), 1, "round " .. round)

@@ -106,8 +106,7 @@ check_menu(PILOTS_PART .. "  UnInstall Fennic\n  Update\n    Check Update", "a p
 local function restart(settings)
     sim.stop()
     check.settings(settings)
-    sim.start()
-    sim.run(1)
+    check.start(1)
     clear()
 end
 restart {installation = "0"}
@@ -159,8 +158,7 @@ sim.choose("Look/Grey, near retirement")
 check.equal(sim.get("kv/fo/_look"), 1, "another look")
 sim.stop()
 check.equal(setting("look%-m"), "2", "kept for next time")
-sim.start()
-sim.run(1)
+check.start(1)
 check.equal(sim.get("kv/fo/_look"), 1, "and next time")
 -- The woman at once, with all that is hers.
 sim.choose("Look/A woman in his place")
@@ -202,8 +200,7 @@ check.list(check.messages(), {"restart>", "setvoice>" .. VOICE .. "Fred"}, "rest
 sim.stop()
 check.list({setting("volume"), setting("rate"), setting("APLvoice%-w"), setting("APLvoice%-m")},
            {"10", "10", VOICE .. "Fred", VOICE .. "man"}, "kept for next time")
-sim.start()
-sim.run(1)
+check.start(1)
 check.list(check.messages(), {"exit>", "contextpath>" .. plugin, "initvoice>" .. VOICE .. "Fred", "volume>10",
                               "rate>10"}, "next time")
 
@@ -284,8 +281,7 @@ choose("Presets/l_point.txt")
 choose("Positions/top")
 sim.run(0.9)
 local function strike()
-    sim.hear("strike the new pose")
-    sim.run(2)
+    check.hear("strike the new pose", 2)
     return sim.get("kv/fo/l_f11_x")
 end
 pose("positions-w/new.txt", "7,l_f11,60,0,0,\r\n")

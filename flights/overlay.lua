@@ -15,8 +15,7 @@ local function check_picture(expected, what)
     if expected ~= "" then overlay.check_window() end
 end
 local function say(phrase)
-    sim.hear(phrase)
-    sim.run(3)
+    check.hear(phrase, 3)
 end
 
 sim.start()
@@ -163,8 +162,7 @@ sim.tap("kv/fennic/widget")
 sim.frames(1)
 check_picture(shown, "shown again")
 sim.publish("kv/fennic_kill", "int", 0)
-sim.restart()
-sim.run(4)
+check.restart(4)
 check_picture(GROUPS .. "  ...|FENNIC ANNOUNCES:||||(MOVABLE)|", "a new start")
 sim.set("kv/fennic_kill", 1)
 sim.frames(1)

@@ -13,8 +13,7 @@ calc=[TALK.CHATTER.HEARD]+[1]
 
 local FRAME = 1 / 60
 
-sim.start()
-sim.run(3.5)
+check.start(3.5)
 sim.log()
 sim.sent()
 
@@ -91,10 +90,8 @@ for _ = 1, 2 do
 end
 check.list(sim.said(), {"All Commands and Checklists Aborted!", "All Commands and Checklists Aborted!"}, "abort")
 check.equal(handled("abort"), 2, "abort, each time")
-sim.hear("Abort!")
-check.says(1, {"All Commands and Checklists Aborted!"}, "abort among punctuation")
-sim.hear("abort mission")
-check.says(1, {}, "abort among words")
+check.asks("Abort!", 1, {"All Commands and Checklists Aborted!"}, "abort among punctuation")
+check.asks("abort mission", 1, {}, "abort among words")
 
 -- Pressing without a word answers a step that takes anything, and only such a step. (The question ends with a
 -- pause, so that the button which asked it is up again when the step begins to wait.)
@@ -107,8 +104,7 @@ end
 sim.log()
 press_silently()
 check.equal(handled("ANY"), 0, "nobody has asked")
-sim.hear("ask me")
-check.says(2, {"Ready?"}, "the question")
+check.asks("ask me", 2, {"Ready?"}, "the question")
 press_silently()
 check.equal(handled("ANY"), 1, "a silent press")
 check.says(2, {"Thank you."}, "is an answer")
@@ -118,10 +114,8 @@ check.equal(handled("ANY"), 0, "the step is done")
 check.list(sim.said(), {}, "the step is done")
 
 -- Any word does as well. Once a sequence has used it up, further texts are dropped until the next press.
-sim.hear("ask me")
-sim.run(2)
-sim.hear("what was the question")
-check.says(2, {"Ready?", "Thank you."}, "any answer")
+check.hear("ask me", 2)
+check.asks("what was the question", 2, {"Ready?", "Thank you."}, "any answer")
 sim.log()
 sim.reply("good day")
 sim.frames(5)

@@ -39,8 +39,7 @@ local function expect(what, departure, departureTurn, arrival, arrivalTurn)
 end
 local function announced()
     sim.said()
-    sim.hear("which runway")
-    sim.run(3)
+    check.hear("which runway", 3)
     return sim.said()
 end
 
@@ -50,8 +49,7 @@ local BOTH = {"Runway 1 6 Left, go", "Runway 3 4 Right, land", "Both 1 6 Left an
 sim.world(47.45, -122.31)
 sim.set("sim/flightmodel/position/magnetic_variation", VARIATION)
 place(0, 0, 170, 0)
-sim.start()
-sim.run(4)
+check.start(4)
 
 -- ---- On the ground ----
 

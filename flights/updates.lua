@@ -34,16 +34,14 @@ end
 local function answers(words)
     sim.said()
     for _, word in ipairs(words) do
-        sim.hear(word)
-        sim.run(3)
+        check.hear(word, 3)
     end
     return sim.said()
 end
 
 local function fly()
     sim.log()
-    sim.restart()
-    sim.run(6)
+    check.restart(6)
     return check.log()
 end
 
@@ -66,8 +64,7 @@ end
 -- ---- Without packages' files nothing is changed ----
 
 local shipped_checklist = check.read(plugin .. "systems/CHECKLIST.txt")
-sim.start()
-sim.run(6)
+check.start(6)
 check.equal(check.read(plugin .. "systems/CHECKLIST.txt"), shipped_checklist, "a folder without shipped/ is as it was")
 check.equal(check.read(plugin .. "data/shipped_files.txt"), nil, "and has no record")
 check.equal(menu_line(), nil, "and the menu tells nothing")

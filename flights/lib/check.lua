@@ -136,6 +136,26 @@ function check.says(seconds, expected, what)
     check.list(sim.said(), expected, what)
 end
 
+-- The pilot says it, and so many seconds pass; in which she says these texts, and no others, since the last look.
+function check.hear(text, seconds)
+    sim.hear(text)
+    sim.run(seconds)
+end
+function check.asks(text, seconds, expected, what)
+    check.hear(text, seconds)
+    check.list(sim.said(), expected, what or text)
+end
+
+-- The aircraft is loaded, or loaded again, and so many seconds pass.
+function check.start(seconds)
+    sim.start()
+    sim.run(seconds)
+end
+function check.restart(seconds)
+    sim.restart()
+    sim.run(seconds)
+end
+
 -- The plug-in's log lines since the last call, without what stands at the start of each.
 function check.log()
     local lines = {}
