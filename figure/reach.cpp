@@ -81,12 +81,10 @@ Frames FramesForReach(const Body &body, const Pose &pose, bool isRight) {
 
 } // namespace
 
-// Longer arms come to near targets with the elbow far out, which is the less welcome.
-std::vector<Variable> ReachVariables(const Body &body, bool isRight, bool movesBack) {
+std::vector<Variable> ReachVariables(bool isRight, bool movesBack) {
     const int arm = isRight ? RightArm : LeftArm;
-    std::vector<Variable> variables = {{arm, 0, 1},       {arm, 1, 1},     {arm, 2, body.isMan ? 5.0 : 1.0},
-                                       {arm + 1, 0, 0.5}, {arm + 1, 2, 1}, {arm + 2, 0, 1},
-                                       {arm + 2, 1, 1},   {arm + 2, 2, 2}};
+    std::vector<Variable> variables = {{arm, 0, 1},     {arm, 1, 1},     {arm, 2, 1},     {arm + 1, 0, 0.5},
+                                       {arm + 1, 2, 1}, {arm + 2, 0, 1}, {arm + 2, 1, 1}, {arm + 2, 2, 2}};
     if (movesBack)
         for (int channel : {BodyMiddle, BodyTop})
             for (int axis = 0; axis < 3; axis++)
@@ -100,6 +98,12 @@ double Fault(const ReachTask &task, const Pose &pose) {
     const HandGoal hand = HandIn(task.body, frames, goal.point, task.isRight);
     double fault = Square(Length(hand.target - goal.target) / 0.004);
     fault += 14 * (1 - Dot(hand.palm, Unit(goal.palm))) + 14 * (1 - Dot(hand.fingers, Unit(goal.fingers)));
+    // The elbow hangs, rather than to stand out from the shoulder.
+    const int arm = task.isRight ? RightArm : LeftArm;
+    const Joint &upper = task.body.At(arm);
+    const double elbow = std::abs(ToWorld(frames[At(arm)], upper.end).x),
+                 shoulder = std::abs(ToWorld(frames[At(arm)], upper.pivot).x);
+    fault += Square(std::max(0.0, elbow - shoulder - 0.06) / 0.02);
     fault += Square(std::min(0.0, ClearanceOf(task.body, frames, task.isRight) - 0.004) / 0.003);
     for (const Variable &variable : task.variables) {
         const Joint &joint = task.body.At(variable.channel);

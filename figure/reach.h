@@ -37,7 +37,7 @@ struct ReachTask {
 
 // An arm's values, and where the back may help its, which moves unwillingly: only as far as the arm is too
 // short.
-std::vector<Variable> ReachVariables(const Body &body, bool isRight, bool movesBack);
+std::vector<Variable> ReachVariables(bool isRight, bool movesBack);
 
 // How far a pose is from what a task asks for; the less the better.
 double Fault(const ReachTask &task, const Pose &pose);

@@ -16,7 +16,7 @@ void SolveReach(const Body &body, Pose &pose, const Reach &reach, bool isRight, 
     ReachTask task = {body,
                       isRight,
                       {reach.target, reach.point, reach.palm, reach.fingers},
-                      ReachVariables(body, isRight, movesBack)};
+                      ReachVariables(isRight, movesBack)};
     for (int channel : {BodyMiddle, BodyTop}) task.ease[At(channel)] = {lean.x / 2, lean.y / 2, lean.z / 2};
     Random random;
     Pose best = pose;
