@@ -15,7 +15,7 @@ Surface Plain(const std::string &chart, int joint, Grid grid) {
     return surface;
 }
 
-const std::vector<double> PlainRows = {-1, -0.4, 0, 0.5, 1, 1.4, 2};
+const std::vector<double> PlainRows = {-1, -0.4, 0, 1, 1.4, 2};
 
 // A bone's skin, as thick as said at both ends.
 Surface Bone(const Body &body, const std::string &chart, int joint, double radiusA, double radiusB) {
@@ -54,7 +54,7 @@ void AddFromAfar(Surfaces &surfaces, const Body &body) {
         const int looks = LooksWith(body, *tone);
         int look = 0; // whose head is shown
         while (!(looks & 1 << look)) look++;
-        Surface head = Plain(ChartOf(body, look, "head"), Head, HeadSkin(body, 13, 11));
+        Surface head = Plain(ChartOf(body, look, "head"), Head, HeadSkin(body, 11, 9));
         head.isHalved = true;
         head.looks = looks;
         surfaces.push_back(head);
@@ -65,7 +65,7 @@ void AddFromAfar(Surfaces &surfaces, const Body &body) {
     for (int look = 0; look < LookCount; look++) {
         Surface hair = Plain(
             ChartOf(body, look, "hair"), Head,
-            BallSkin([&](Vec p) { return HairSolid(body, look, p); }, {OnHead(body, 0, 34, -22)}, 11, 9));
+            BallSkin([&](Vec p) { return HairSolid(body, look, p); }, {OnHead(body, 0, 34, -22)}, 9, 7));
         hair.isHalved = true;
         hair.looks = 1 << look;
         surfaces.push_back(hair);

@@ -41,18 +41,44 @@ unsigned char Byte(double value) {
     return static_cast<unsigned char>(std::lround(std::clamp(value, 0.0, 1.0) * 127) * 2);
 }
 
+// Is a texel much like those around it? One on an edge of what is painted is the mean of many points, so that
+// the edge has no teeth.
+bool isEven(const std::vector<Texel> &texels, size_t i, size_t width) {
+    for (const size_t other : {i - 1, i + 1, i - width, i + width}) {
+        const Vec difference = texels[other].color - texels[i].color;
+        if (std::abs(difference.x) + std::abs(difference.y) + std::abs(difference.z) > 0.10) return false;
+    }
+    return true;
+}
+
 void PaintChart(Atlas &atlas, const Chart &chart, const Surface &surface) {
     const int width = chart.width + 2 * Margin, height = chart.height + 2 * Margin;
-    std::vector<Texel> texels(static_cast<size_t>(width * height));
-    std::vector<Vec> positions(texels.size());
+    const auto pointAt = [&](double x, double y) {
+        const double u = std::clamp((x - Margin) / (chart.width - 1.0), 0.0, 1.0);
+        return PointAt(surface.whole ? *surface.whole : surface.grid, u * (surface.isHalved ? 0.5 : 1),
+                       std::clamp((y - Margin) / (chart.height - 1.0), 0.0, 1.0));
+    };
+    std::vector<Texel> once(static_cast<size_t>(width * height));
+    std::vector<Vec> positions(once.size());
     for (int y = 0; y < height; y++)
         for (int x = 0; x < width; x++) {
-            const double u =
-                std::clamp((x - Margin) / (chart.width - 1.0), 0.0, 1.0) * (surface.isHalved ? 0.5 : 1);
-            const double v = std::clamp((y - Margin) / (chart.height - 1.0), 0.0, 1.0);
-            const SkinPoint point = PointAt(surface.whole ? *surface.whole : surface.grid, u, v);
-            texels[static_cast<size_t>(y * width + x)] = surface.paint(point);
+            const SkinPoint point = pointAt(x, y);
+            once[static_cast<size_t>(y * width + x)] = surface.paint(point);
             positions[static_cast<size_t>(y * width + x)] = point.position;
+        }
+    std::vector<Texel> texels = once;
+    for (int y = 1; y + 1 < height; y++)
+        for (int x = 1; x + 1 < width; x++) {
+            const size_t i = static_cast<size_t>(y * width + x);
+            if (isEven(once, i, static_cast<size_t>(width))) continue;
+            texels[i] = {{}, 0, 0};
+            for (const double dx : {-0.375, -0.125, 0.125, 0.375})
+                for (const double dy : {-0.375, -0.125, 0.125, 0.375}) {
+                    const Texel texel = surface.paint(pointAt(x + dx, y + dy));
+                    texels[i].color = texels[i].color + texel.color * 0.0625;
+                    texels[i].height += texel.height * 0.0625;
+                    texels[i].gloss += texel.gloss * 0.0625;
+                }
         }
     // Rows of the grid run upwards in texture coordinates, rows of the picture downwards.
     for (int y = 0; y < height; y++)

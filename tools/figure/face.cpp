@@ -52,9 +52,9 @@ double LidEdge(double across, bool isUpper, bool isOpen) {
 }
 
 Texel PaintLid(const Tone &tone, bool isMan, bool isUpper, const SkinPoint &point) {
-    Texel texel = Skin(point, tone, 0.2);
+    Texel texel = Skin(point, tone, 0.12);
     const double edge = point.v; // 1 at the free edge
-    texel.color = Mix(texel.color, tone.blood * 0.75, isUpper ? (isMan ? 0.2 : 0.30) : 0.05);
+    texel.color = Mix(texel.color, tone.blood * 0.75, isUpper ? (isMan ? 0.10 : 0.18) : 0.05);
     if (isUpper)
         texel.color = Mix(texel.color, Color(24, 15, 12),
                           (isMan ? 0.75 : 1.0) * SmoothStep(isMan ? 0.94 : 0.91, isMan ? 0.98 : 0.965, edge));
@@ -79,23 +79,22 @@ Grid LidSkin(const Body &body, bool isUpper, bool isOpen) {
     return Sheet(11, 6, at, [&](Vec p) { return p - EyeCentre(body); });
 }
 
-// The first look with a tone; eyes and lips of the others with it are the same.
+// The first look with a tone; lips of the others with it are the same.
 const Look &FirstLook(const Body &body, const Tone &tone) {
     int index = 0;
     while (!(LooksWith(body, tone) & 1 << index)) index++;
     return LookOf(body, index);
 }
 
-void AddEyes(Surfaces &surfaces, const Body &body, const Tone &tone) {
+void AddEyes(Surfaces &surfaces, const Body &body, int look) {
     const Vec centre = EyeCentre(body);
-    const Look &first = FirstLook(body, tone);
     Surface eye;
     eye.joint = Head;
-    eye.looks = LooksWith(body, tone);
-    eye.chart = std::string(body.isMan ? "his " : "her ") + "eye " + tone.name;
-    eye.width = 110;
-    eye.height = 110;
-    eye.paint = [&body, &first](const SkinPoint &point) { return PaintEye(body, first, point); };
+    eye.looks = 1 << look;
+    eye.chart = ChartOf(body, look, "eye");
+    eye.width = 88;
+    eye.height = 88;
+    eye.paint = [&body, look](const SkinPoint &point) { return PaintEye(body, LookOf(body, look), point); };
     eye.turnsWithEyes = true;
     eye.eyeCentre = centre;
     eye.grid = Sheet(
@@ -124,6 +123,7 @@ void AddLids(Surfaces &surfaces, const Body &body, const Tone &tone) {
             return PaintLid(tone, body.isMan, isUpper, point);
         };
         lid.grid = LidSkin(body, isUpper, isOpen);
+        HideWhere(lid, [&](Vec p) { return HeadSolid(body, p) < -0.003; });
         surfaces.push_back(lid);
         surfaces.push_back(Mirror(lid));
     }
@@ -310,11 +310,13 @@ void AddGlasses(Surfaces &surfaces, const Body &body, int look) {
 
 void AddFace(Surfaces &surfaces, const Body &body) {
     for (const Tone *tone : {&LightTone(), &DarkTone()}) {
-        AddEyes(surfaces, body, *tone);
         AddLids(surfaces, body, *tone);
         AddLips(surfaces, body, *tone);
     }
-    for (int look = 0; look < LookCount; look++) AddGlasses(surfaces, body, look);
+    for (int look = 0; look < LookCount; look++) {
+        AddEyes(surfaces, body, look);
+        AddGlasses(surfaces, body, look);
+    }
 }
 
 } // namespace figure_maker

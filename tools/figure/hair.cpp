@@ -44,8 +44,8 @@ const Shape &ShapeOf(HairStyle style) {
         .temple = {{70, -60, 84}, {30, 40, 50}}, .roots = 14, .ear = {{0, -110, 60}, {50, 50, 70}}, .lowest = -74};
     static const Ball ear = {{80, -30, 8}, {30, 42, 24}};
     static const Shape cut = {
-        .top = 10, .low = 1.5,
-        .hairline = {{-60, -10}, {-14, 12}, {4, 17}, {30, 44}, {58, 58}, {76, 80}, {96, 130}},
+        .top = 8.5, .low = 1.5,
+        .hairline = {{-60, -10}, {-14, 12}, {4, 17}, {26, 38}, {46, 43}, {64, 58}, {78, 74}, {94, 93}, {110, 130}},
         .ear = ear, .lowest = -54};
     static const Shape receding = {
         .top = 4.5, .low = 1.5,
@@ -53,7 +53,7 @@ const Shape &ShapeOf(HairStyle style) {
         .ear = ear, .lowest = -54};
     static const Shape cropped = {
         .top = 3.5, .low = 1.2,
-        .hairline = {{-60, -10}, {-14, 14}, {6, 20}, {26, 46}, {60, 52}, {78, 80}, {96, 130}},
+        .hairline = {{-60, -10}, {-14, 14}, {6, 20}, {26, 46}, {60, 52}, {78, 76}, {94, 93}, {110, 130}},
         .ear = ear, .lowest = -54};
     // clang-format on
     switch (style) {
@@ -117,8 +117,12 @@ double HairSolid(const Body &body, int look, Vec p) {
     const Vec d = (p - body.headCentre) * (1 / scale), q = {std::abs(d.x), d.y, -d.z};
     double hair = 0;
     if (shape.top > 0) {
-        hair = HeadSolid(body, p) / scale - Mix(shape.low, shape.top, SmoothStep(-35, 75, q.y));
-        hair = Cut(hair, Hairline(shape, q.y) - q.z, 6);
+        // Down the nape, too.
+        const double behind = Hairline(shape, q.y) - q.z;
+        const double thick =
+            Mix(shape.low, shape.top, SmoothStep(-35, 75, q.y)) * SmoothStep(-12, 26, behind);
+        hair = Join(HeadSolid(body, p), NeckSolid(body, p), 0.012) / scale - thick;
+        hair = Cut(hair, behind, 8);
     } else {
         hair = Join(Ellipsoid(q, {0, 42, -8}, shape.shell), Ellipsoid(q, shape.nape.centre, shape.nape.size),
                     26);
@@ -149,7 +153,7 @@ void AddHair(Surfaces &surfaces, const Body &body) {
         hair.grid =
             BallSkin([&](Vec p) { return HairSolid(body, look, p); }, {OnHead(body, 0, 34, -22)}, 27, 20);
         Shade(hair.grid, around, 0.03);
-        for (Vec p : hair.grid.positions) hair.hidden.push_back(HeadSolid(body, p) < -0.004);
+        HideWhere(hair, [&](Vec p) { return HeadSolid(body, p) < -0.004; });
         surfaces.push_back(hair);
         if (!hasKnot) continue;
         Surface knot = hair;

@@ -1,4 +1,5 @@
-// Hands: a palm, and five fingers whose skin runs over their joints.
+// Hands: a palm, and five fingers. Each bone of a finger has a skin of its own that ends in a ball about the
+// next joint, so the outside of a bent finger stays closed and the inside folds, however far it curls.
 #include "tools/figure/paints.h"
 #include "tools/figure/parts.h"
 
@@ -16,16 +17,16 @@ double PalmSolid(const Body &body, Vec p) {
     const Vec q = InHand(body, p);
     double skin = Ellipsoid(q, {0, 0, 0}, {24, 18, 26});
     // The bones of the fingers, and the muscle of thumb and edge.
-    const Vec knuckles[4] = {{-27, -1, -84}, {-5, 1, -88}, {16, 0, -83}, {34, -4, -73}};
+    const Vec knuckles[4] = {{-27, 0, -84}, {-5, 2, -88}, {16, 1, -83}, {34, -3, -73}};
     for (Vec knuckle : knuckles)
-        skin = Join(skin, RoundCone(q, {knuckle.x * 0.45, 0, -8}, knuckle, 13, 9.8), 12);
-    skin = Join(skin, RoundCone(q, {-14, -8, -16}, {-24, -9, -58}, 13, 8), 14);
+        skin = Join(skin, RoundCone(q, {knuckle.x * 0.45, 0, -8}, knuckle, 13, 10.8), 8);
+    skin = Join(skin, RoundCone(q, {-17, -8, -14}, {-28, -9, -50}, 15, 10), 14);
     skin = Join(skin, RoundCone(q, {16, -7, -12}, {31, -7, -62}, 12, 9), 14);
     return skin * 0.001 * body.measures.hand;
 }
 
 // Radii at the knuckle, the two joints and the tip, thumb first; millimetres of her hand.
-const double Thickness[5][4] = {{13.0, 10.2, 9.2, 7.6},
+const double Thickness[5][4] = {{11.4, 10.2, 9.2, 7.6},
                                 {9.6, 8.1, 7.1, 6.1},
                                 {9.8, 8.3, 7.3, 6.3},
                                 {9.4, 7.9, 6.9, 6.0},
@@ -49,25 +50,23 @@ Vec TipOf(const Body &body, int finger) {
     return last.end - Unit(last.end - last.pivot) * (Thickness[finger][3] * Stoutness(body));
 }
 
-double FingerSolid(const Body &body, int finger, Vec p) {
-    double skin = 1;
-    for (int segment = 0; segment < 3; segment++) {
-        const Joint &joint = Segment(body, finger, segment);
-        const double a = Thickness[finger][segment] * Stoutness(body),
-                     b = Thickness[finger][segment + 1] * Stoutness(body);
-        const Vec end = segment == 2 ? TipOf(body, finger) : joint.end;
-        // Slimmer between the joints.
-        const double bone = Join(RoundCone(p, joint.pivot, end, a * 0.96, b * 0.92),
-                                 RoundCone(p, end, end + Vec{0, 0, 1e-6}, b, b), 0.006);
-        skin = segment == 0 ? bone : Join(skin, bone, 0.004);
-        // The pulp below the nail.
-        if (segment == 2)
-            skin = Join(
-                skin,
-                Ellipsoid(p, Mix(joint.pivot, end, 0.7) - NailDirection(joint) * 0.0012, Vec{b, b, b} * 1.08),
-                0.004);
-    }
-    return skin;
+Vec EndOf(const Body &body, int finger, int segment) {
+    return segment == 2 ? TipOf(body, finger) : Segment(body, finger, segment).end;
+}
+
+// One bone with its flesh: round at both ends, slimmer between, fuller on the palm's side. All but the first
+// begin a little smaller than the ball before them, under which they turn.
+double SegmentSolid(const Body &body, int finger, int segment, Vec p) {
+    const Joint &joint = Segment(body, finger, segment);
+    const Vec along = EndOf(body, finger, segment) - joint.pivot, from = p - joint.pivot;
+    const double share = std::clamp(Dot(from, along) / Dot(along, along), 0.0, 1.0);
+    const Vec out = from - along * share;
+    const double away = Length(out), back = away > 0 ? Dot(out, NailDirection(joint)) / away : 0;
+    double radius = Mix(Thickness[finger][segment], Thickness[finger][segment + 1], share);
+    const double middle = std::sin(180 * Degree * share);
+    radius *= segment == 2 ? 1 - 0.06 * middle * back : 1 - 0.07 * middle * (0.6 + 0.4 * back);
+    if (segment > 0) radius *= Mix(0.945, 1.0, SmoothStep(0, 0.28, share));
+    return away - radius * Stoutness(body);
 }
 
 Texel PaintPalm(const Body &body, const Tone &tone, const SkinPoint &point) {
@@ -106,7 +105,8 @@ Texel PaintFinger(const Body &body, int finger, const Tone &tone, const SkinPoin
     const Joint &last = Segment(body, finger, 2);
     const double size = Stoutness(body) * 1000, tip = Dot(last.end - point.position, along) / size * 1000;
     // Over the joints the skin is redder and creased.
-    Texel texel = Skin(point, tone, 0.10 + 0.16 * fold + 0.2 * SmoothStep(12, 3, tip));
+    const double under = SmoothStep(0.1, -0.5, Dot(point.normal, HandFrame(body, true).y));
+    Texel texel = Skin(point, tone, 0.10 + 0.26 * under + 0.16 * fold + 0.2 * SmoothStep(12, 3, tip));
     texel.height += 0.00012 * std::sin(Dot(point.position, along) * 4200) * fold * back;
     texel.color = texel.color * (1 - 0.06 * fold * back);
     const Vec q = point.position - last.end;
@@ -126,33 +126,55 @@ Texel PaintFinger(const Body &body, int finger, const Tone &tone, const SkinPoin
     return texel;
 }
 
+// Light falls on a skin as if it ran on smoothly into its neighbour: where both meet they have the same
+// normals. What lies deep in the neighbour comes out when the finger bends, and keeps its own.
+void SoftenTowards(Grid &grid, const Solid &own, const Solid &neighbour, double width) {
+    const Solid both = [&](Vec p) { return Join(own(p), neighbour(p), width); };
+    for (size_t i = 0; i < grid.positions.size(); i++) {
+        const double near = SmoothStep(-width * 0.6, -width * 0.1, neighbour(grid.positions[i]));
+        grid.normals[i] = Unit(Mix(grid.normals[i], OutOf(both, grid.positions[i]), near));
+    }
+}
+
+// A ball's side to the palm lies within its neighbour, unless the finger is bent backwards.
+void HideInsides(Surface &skin, const std::vector<double> &rows) {
+    for (double row : rows)
+        for (int column = 0; column < skin.grid.columns; column++) {
+            const double palm = std::cos(360 * Degree * column / (skin.grid.columns - 1));
+            skin.hidden.push_back((row < -0.3 || (row > 1.3 && row < 2)) && palm > 0.3);
+        }
+}
+
 void AddFinger(Surfaces &surfaces, const Body &body, int finger, Surface skin, const Tone &tone) {
-    const int first = RightFingers + finger * 3;
-    const Joint *const joints[3] = {&body.At(first), &body.At(first + 1), &body.At(first + 2)};
-    const Vec tip = TipOf(body, finger);
-    double places[4] = {}; // of the joints and the tip on the path
-    for (int i = 1; i < 4; i++)
-        places[i] = places[i - 1] + Length((i < 3 ? joints[i]->pivot : tip) - joints[i - 1]->pivot);
-    for (double &place : places) place /= places[3];
-    const Path path = {{joints[0]->pivot, joints[1]->pivot, joints[2]->pivot, tip}, 0.006};
-    const double near = 0.075;
-    const std::vector<double> rows = Rows({{-0.7, 0.06},
-                                           Steps(places[1] - near, places[1] + near, 2),
-                                           Steps(places[2] - near, places[2] + near, 2),
-                                           {1, 1.4, 1.75, 2}});
-    skin.chart = std::string(finger == 0 ? "thumb " : "finger ") + tone.name;
-    skin.width = 80;
-    skin.height = 190;
+    static const std::vector<double> segmentRows[3] = {{-1, -0.6, -0.28, 0, 0.5, 1, 1.35, 1.7, 2},
+                                                       {0, 0.5, 1, 1.35, 1.7, 2},
+                                                       {0, 0.4, 0.8, 1.15, 1.45, 1.72, 2}};
     skin.paint = [&body, &tone, finger](const SkinPoint &point) {
         return PaintFinger(body, finger, tone, point);
     };
-    skin.grid = LimbSkin([&](Vec p) { return FingerSolid(body, finger, p); }, path,
-                         NailDirection(*joints[1]) * -1, 7, rows, 0.03);
-    AddBending(surfaces, skin, rows,
-               {{first, -0.7, 0.06},
-                {first + 1, places[1] - near, places[1] + near},
-                {first + 2, places[2] - near, places[2] + near}},
-               1, 0.0006);
+    for (int segment = 0; segment < 3; segment++) {
+        const Joint &joint = Segment(body, finger, segment);
+        const std::vector<double> &rows = segmentRows[segment];
+        Surface piece = skin;
+        piece.joint = RightFingers + finger * 3 + segment;
+        piece.chart =
+            std::string(finger == 0 ? "thumb " : "finger ") + tone.name + " " + std::to_string(segment);
+        piece.width = 64;
+        piece.height = 88;
+        piece.grid = LimbSkin([&](Vec p) { return SegmentSolid(body, finger, segment, p); },
+                              {{joint.pivot, EndOf(body, finger, segment)}, 0}, NailDirection(joint) * -1, 9,
+                              rows, 0.03);
+        const auto solidOf = [&](int other) {
+            return [&body, finger, other](Vec p) {
+                return other < 0 ? PalmSolid(body, p) : SegmentSolid(body, finger, other, p);
+            };
+        };
+        const double width = segment == 0 ? (finger == 0 ? 0.014 : 0.009) : 0.004;
+        SoftenTowards(piece.grid, solidOf(segment), solidOf(segment - 1), width);
+        if (segment < 2) SoftenTowards(piece.grid, solidOf(segment), solidOf(segment + 1), 0.004);
+        if (segment < 2 && finger > 0) HideInsides(piece, rows);
+        surfaces.push_back(piece);
+    }
 }
 
 } // namespace
@@ -160,8 +182,9 @@ void AddFinger(Surfaces &surfaces, const Body &body, int finger, Surface skin, c
 void AddHands(Surfaces &surfaces, const Body &body) {
     const size_t first = surfaces.size();
     for (const Tone *tone : {&LightTone(), &DarkTone()}) {
-        Surface palm;
-        palm.looks = LooksWith(body, *tone);
+        Surface skin;
+        skin.looks = LooksWith(body, *tone);
+        Surface palm = skin;
         palm.joint = RightArm + 2;
         palm.chart = std::string("palm ") + tone->name;
         palm.width = 220;
@@ -173,10 +196,15 @@ void AddHands(Surfaces &surfaces, const Body &body) {
         palm.grid = LimbSkin(
             solid,
             {{ToWorld(hand, Vec{0, 0, 0.004} * size), ToWorld(hand, Vec{0.001, -0.001, -0.066} * size)}, 0},
-            hand.y * -1, 19, Rows({Steps(-1, 0, 2), Steps(0, 1, 5), Steps(1, 2, 4)}));
+            hand.y * -1, 23, Rows({Steps(-1, 0, 2), Steps(0, 1, 5), Steps(1, 2, 4)}));
         Shade(palm.grid, solid, 0.02);
+        for (int finger = 0; finger < 5; finger++)
+            SoftenTowards(
+                palm.grid, solid, [&](Vec p) { return SegmentSolid(body, finger, 0, p); },
+                finger == 0 ? 0.014 : 0.009);
+        HideWhere(palm, [&](Vec p) { return InHand(body, p).z > 16; }); // within the cuff
         surfaces.push_back(palm);
-        for (int finger = 0; finger < 5; finger++) AddFinger(surfaces, body, finger, palm, *tone);
+        for (int finger = 0; finger < 5; finger++) AddFinger(surfaces, body, finger, skin, *tone);
     }
     AddMirrored(surfaces, first);
 }

@@ -21,26 +21,26 @@ struct Features {
 };
 // clang-format off
 const Features HerFeatures = {
-    .skull = 74, .jaw = {44, -34, 8}, .jawRadius = 19,
-    .chinCorner = {15, -82, 66}, .chin = {0, -84, 80}, .chinSize = {17, 15, 14},
+    .skull = 74, .jaw = {44, -43, 11}, .jawRadius = 18,
+    .chinCorner = {15, -82, 66}, .chin = {0, -84, 83}, .chinSize = {17, 15, 14},
     .cheek = {24, 32, 26}, .brow = 8, .nose = 1, .noseTip = {0, -29, 103}, .face = 60};
 const Features HisFeatures = {
-    .skull = 75, .jaw = {52, -40, 6}, .jawRadius = 18,
-    .chinCorner = {21, -87, 67}, .chin = {0, -89, 82}, .chinSize = {21, 15, 14},
+    .skull = 75, .jaw = {52, -50, 9}, .jawRadius = 17,
+    .chinCorner = {21, -87, 67}, .chin = {0, -89, 85}, .chinSize = {21, 15, 14},
     .cheek = {22, 32, 22}, .brow = 11, .nose = 1.18, .noseTip = {0, -30, 105}, .face = 61};
 // clang-format on
 
 // Columns begin behind; more of them stand in the face.
 double FaceColumns(double u) {
     const double x = u - 0.5;
-    return 0.5 + x * (0.32 + 2.72 * x * x);
+    return 0.5 + x * (0.22 + 3.12 * x * x);
 }
 
 // More rows between the chin and the brows.
 double FaceRows(double v) {
     const double x = v - 0.44;
-    const double at0 = -0.44 * (0.55 + 2.0 * 0.44 * 0.44), at1 = 0.56 * (0.55 + 2.0 * 0.56 * 0.56);
-    return (x * (0.55 + 2.0 * x * x) - at0) / (at1 - at0);
+    const auto curve = [](double t) { return t * (0.42 + 2.4 * t * t); };
+    return (curve(x) - curve(-0.44)) / (curve(0.56) - curve(-0.44));
 }
 
 // About the head's centre, in millimetres of her head: x to the right, y up, z forward.
@@ -118,7 +118,7 @@ Texel PaintFace(const Body &body, int index, const SkinPoint &point) {
         texel.height -= 0.0007 * lines;
         texel.color = texel.color * (1 - 0.13 * std::min(1.0, lines));
         const double nostril = std::exp(-(std::pow((side - 6.8) / 3.6, 2) + std::pow((up + 38.5) / 2.2, 2)));
-        if (forward > 85) texel.color = Mix(texel.color, look.tone.blood * 0.3, std::min(1.0, nostril * 1.1));
+        if (forward > 85) texel.color = Mix(texel.color, look.tone.blood * 0.3, std::min(1.0, nostril * 0.9));
         const double full = body.isMan ? 1.0 : 0.85;
         const double brow = std::clamp(Brow(side, body.isMan ? 19 + (up - 19) * 0.72 : up), 0.0, 1.0);
         texel.color = Mix(texel.color, look.brow, full * brow);
@@ -195,7 +195,7 @@ double HeadSolid(const Body &body, Vec p) {
     skin = Join(skin, Ellipsoid(q, {0, -14, 28}, {f.face, 70, 60}), 26);            // face
     skin = Join(skin, RoundCone(q, f.jaw, f.chinCorner, f.jawRadius, 14), 28);      // jaw
     skin = Join(skin, Ellipsoid(q, f.chin, f.chinSize), 18);                        // chin
-    skin = Join(skin, Ellipsoid(q, {0, -56, 70}, {29, 24, 25}), 20);                // round the mouth
+    skin = Join(skin, Ellipsoid(q, {0, -57, 71}, {29, 24, 26}), 20);                // round the mouth
     skin = Join(skin, Ellipsoid(q, {32, -38, 52}, f.cheek), 28);                    // cheek
     skin = Join(skin, Ellipsoid(q, {39, -10, 57}, {20, 15, 18}), 28);               // cheekbone
     skin = Join(skin, RoundCone(q, {8, 20, 85}, {44, 23, 68}, f.brow, f.brow), 16); // brow
@@ -248,8 +248,8 @@ void AddHead(Surfaces &surfaces, const Body &body) {
                 return std::min({HeadSolid(body, p), HairSolid(body, look, p), NeckSolid(body, p)});
             },
             0.016);
-        for (Vec p : head.grid.positions)
-            head.hidden.push_back(HairSolid(body, look, p) < -0.0025 || NeckSolid(body, p) < -0.012);
+        HideWhere(head,
+                  [&](Vec p) { return HairSolid(body, look, p) < -0.0025 || NeckSolid(body, p) < -0.012; });
         surfaces.push_back(head);
     }
     for (const Tone *tone : {&LightTone(), &DarkTone()}) {
@@ -268,6 +268,7 @@ void AddHead(Surfaces &surfaces, const Body &body) {
                 const Vec out = p - OnHead(body, 70, -2, -12);
                 return Vec{out.x * 2, out.y * 0.3, out.z * 0.3};
             });
+        HideWhere(ear, [&](Vec p) { return HeadSolid(body, p) < -0.005; });
         surfaces.push_back(ear);
         surfaces.push_back(Mirror(ear));
         AddNeck(surfaces, body, *tone, [&](Vec p) {

@@ -1,5 +1,5 @@
-// Sleeves, trouser legs and shoes. A sleeve is one skin from the shoulder to the cuff, a trouser leg one from
-// the hip to the hem; they melt into shirt and hips where they begin.
+// Sleeves, trouser legs and shoes. A sleeve is one skin from the shoulder to the cuff, and begins with a ball
+// that turns over the shirt's; a trouser leg is one from the hip to the hem, and melts into the hips.
 #include "tools/figure/paints.h"
 #include "tools/figure/parts.h"
 
@@ -14,9 +14,9 @@ struct Limbs {
     double shoe; // in hers
 };
 // clang-format off
-const Limbs Hers = {.shoulder = 0.0505, .upperArm = 0.047, .elbow = 0.0395, .forearm = 0.0385, .cuff = 0.0315,
+const Limbs Hers = {.shoulder = 0.0460, .upperArm = 0.0450, .elbow = 0.0395, .forearm = 0.0385, .cuff = 0.0315,
                     .hip = 0.086, .thigh = 0.076, .knee = 0.062, .calf = 0.056, .hem = 0.050, .shoe = 1};
-const Limbs His = {.shoulder = 0.0575, .upperArm = 0.056, .elbow = 0.0460, .forearm = 0.0455, .cuff = 0.0360,
+const Limbs His = {.shoulder = 0.0530, .upperArm = 0.0535, .elbow = 0.0460, .forearm = 0.0455, .cuff = 0.0360,
                    .hip = 0.091, .thigh = 0.083, .knee = 0.068, .calf = 0.063, .hem = 0.056, .shoe = 1.13};
 // clang-format on
 
@@ -44,15 +44,6 @@ double ForearmSolid(const Body &body, Vec p) {
         0.02);
 }
 
-// The sleeve, and near the shoulder the shirt that it is sewn to.
-double SleeveSolid(const Body &body, Vec p) {
-    const double arm = ArmSolid(body, p), away = Length(p - body.At(RightArm).pivot);
-    const double apart = SmoothStep(0.06, 0.12, away);
-    if (apart >= 1) return arm;
-    // Not far from the arm: what lies in the chest would come out when the arm is raised.
-    return std::max(Join(arm, TorsoSolid(body, p) + 0.04 * apart, 0.03) - 0.0020, arm - 0.011);
-}
-
 // Folds of cloth about a joint: rings across the limb on the side to which it bends, that run out on the
 // other.
 double Rings(Vec p, Vec joint, Vec along, Vec inwards, double reach) {
@@ -71,9 +62,6 @@ Texel PaintSleeve(const Body &body, const SkinPoint &point) {
     const double rings = Rings(p, upper.end, Unit(a + b), Unit(b - a), 0.085);
     texel.height += 0.0026 * rings;
     texel.color = texel.color * (1 + 0.05 * rings);
-    // The seam at the shoulder.
-    const double seam = std::exp(-std::pow((Dot(p - upper.pivot, a) + 0.030) / 0.0018, 2));
-    texel.color = texel.color * (1 - 0.05 * seam);
     return texel;
 }
 
@@ -105,13 +93,6 @@ double ShankSolid(const Body &body, Vec p) {
                           limbs.calf * 0.9),
                 0.03);
     return Cut(skin, -(Dot(p - Mix(knee, ankle, 0.95), Unit(ankle - knee))), 0.004);
-}
-
-double TrousersSolid(const Body &body, Vec p) {
-    const double leg = Join(ThighSolid(body, p), ShankSolid(body, p), 0.04);
-    const double apart = SmoothStep(0.10, 0.20, Length(p - body.At(RightLeg).pivot));
-    if (apart >= 1) return leg;
-    return std::max(Join(leg, HipsSolid(body, p) + 0.05 * apart, 0.03) - 0.0012, leg - 0.010);
 }
 
 // Along the foot: x outwards, y up, z to the heel.
@@ -189,7 +170,7 @@ void AddCore(Surfaces &surfaces, const std::string &chart, Vec color, Vec centre
 
 // Out along the cuff, over its rim and back inside to the hand: share of the forearm, and radius in that of
 // the rim's inside.
-const double CuffProfile[7][2] = {{0.74, 0.95},  {0.755, 1.095}, {0.86, 1.095}, {0.975, 1.05},
+const double CuffProfile[7][2] = {{0.75, 0.85},  {0.755, 1.095}, {0.86, 1.095}, {0.975, 1.05},
                                   {0.992, 1.01}, {0.985, 0.945}, {0.93, 0.635}};
 
 void AddCuff(Surfaces &surfaces, const Body &body) {
@@ -221,6 +202,13 @@ void AddCuff(Surfaces &surfaces, const Body &body) {
 
 } // namespace
 
+double TrousersSolid(const Body &body, Vec p) {
+    const double leg = Join(ThighSolid(body, p), ShankSolid(body, p), 0.04);
+    const double apart = SmoothStep(0.10, 0.20, Length(p - body.At(RightLeg).pivot));
+    if (apart >= 1) return leg;
+    return std::max(Join(leg, HipsSolid(body, p) + 0.05 * apart, 0.03) - 0.0012, leg - 0.010);
+}
+
 double ArmSolid(const Body &body, Vec p) {
     return Join(UpperArmSolid(body, p), ForearmSolid(body, p), 0.03);
 }
@@ -230,16 +218,17 @@ void AddArms(Surfaces &surfaces, const Body &body) {
     const Joint &upper = body.At(RightArm), &fore = body.At(RightArm + 1);
     const Limbs &limbs = LimbsOf(body);
     const Path path = {{upper.pivot, upper.end, Mix(fore.pivot, fore.end, 0.80)}, 0.075};
-    const std::vector<double> rows = Rows(
-        {Steps(-1, 0, 5), Steps(0, 0.06, 2), {0.08}, Steps(0.2, 0.51, 2), Steps(0.51, 0.69, 8), {0.71, 1}});
+    const std::vector<double> rows =
+        Rows({Steps(-1, 0, 4), {0.1, 0.2, 0.35}, Steps(0.51, 0.69, 8), {0.71, 1}});
     Surface sleeve =
         Part("sleeve", 300, 420, [&](const SkinPoint &point) { return PaintSleeve(body, point); });
-    sleeve.joint = BodyTop;
-    sleeve.grid = LimbSkin([&](Vec p) { return SleeveSolid(body, p); }, path, upper.axes[0], 15, rows, 0.090);
+    sleeve.joint = RightArm;
+    sleeve.grid = LimbSkin([&](Vec p) { return ArmSolid(body, p); }, path, upper.axes[0], 15, rows, 0.090);
     Shade(
         sleeve.grid, [&](Vec p) { return std::min(ArmSolid(body, p), TorsoSolid(body, p) + 0.004); }, 0.04);
-    AddBending(surfaces, sleeve, rows, {{RightArm, -0.8, 0.06}, {RightArm + 1, 0.51, 0.69}}, 1, 0.0020);
-    AddCore(surfaces, "sleeve core", ShirtWhite * 0.93, upper.pivot, limbs.shoulder - 0.004, RightArm);
+    // Less dark than it is at rest, since the arm leaves the body.
+    for (double &openness : sleeve.grid.openness) openness = Mix(1.0, openness, 0.4);
+    AddBending(surfaces, sleeve, rows, {{RightArm + 1, 0.51, 0.69}}, 1, 0.0020);
     AddCore(surfaces, "sleeve core", ShirtWhite * 0.93,
             upper.end + Unit(Unit(upper.pivot - upper.end) + Unit(fore.end - upper.end)) * 0.010,
             limbs.elbow - 0.003, RightArm + 1);
@@ -265,6 +254,7 @@ void AddLegs(Surfaces &surfaces, const Body &body) {
     Shade(
         trousers.grid,
         [&](Vec p) { return std::min(TrousersSolid(body, p), TrousersSolid(body, MirrorX(p))); }, 0.06);
+    HideWhere(trousers, [&](Vec p) { return HipsSolid(body, p) < -0.016; });
     AddBending(surfaces, trousers, rows, {{RightLeg, -0.666667, 0.08}, {RightLeg + 1, 0.45, 0.61}}, 1,
                0.0020);
     AddCore(surfaces, "trouser core", UniformNavy * 0.9, thigh.end, LimbsOf(body).knee - 0.008, RightLeg + 1);
@@ -272,7 +262,7 @@ void AddLegs(Surfaces &surfaces, const Body &body) {
     Surface sock = Part("sock", 60, 40, PaintSock);
     sock.joint = RightLeg + 2;
     const Vec from = Mix(shank.pivot, shank.end, 0.85);
-    sock.grid = LimbSkin([&](Vec p) { return RoundCone(p, from, shank.end, 0.034, 0.036); },
+    sock.grid = LimbSkin([&](Vec p) { return RoundCone(p, from, shank.end, 0.034, 0.030); },
                          {{from, shank.end}, 0}, {0, 0, 1}, 9, Steps(0, 1.5, 3));
     surfaces.push_back(sock);
 
@@ -284,8 +274,9 @@ void AddLegs(Surfaces &surfaces, const Body &body) {
     shoe.grid = LimbSkin(
         solid,
         {{ToWorld(foot, Vec{0, -0.045, 0.03} * size), ToWorld(foot, Vec{0.002, -0.064, -0.150} * size)}, 0},
-        {0, -1, 0}, 15, Rows({Steps(-1, 0, 3), Steps(0, 1, 5), Steps(1, 2, 4)}));
+        {0, -1, 0}, 19, Rows({Steps(-1, 0, 3), Steps(0, 1, 5), Steps(1, 2, 4)}));
     Shade(shoe.grid, solid, 0.03);
+    HideWhere(shoe, [&](Vec p) { return InShoe(body, p).y < -0.082; }); // the sole's underside
     surfaces.push_back(shoe);
     AddMirrored(surfaces, first);
 }

@@ -3,10 +3,10 @@
 
 namespace figure_maker {
 
-Vec Shaded(Vec color, double openness) {
+Vec Shaded(Vec color, double openness, double warmth) {
     const double light = 0.45 + 0.55 * openness;
-    // Shadows are warmer: light that comes through or off the neighbour has its colour.
-    return {color.x * std::pow(light, 0.85), color.y * light, color.z * std::pow(light, 1.05)};
+    return {color.x * std::pow(light, 1 - warmth), color.y * light,
+            color.z * std::pow(light, 1 + warmth / 3)};
 }
 
 Texel Skin(const SkinPoint &point, const Tone &tone, double redness) {
@@ -14,7 +14,7 @@ Texel Skin(const SkinPoint &point, const Tone &tone, double redness) {
     const double blotch = Turbulence(point.position * 60, 3);
     Vec color = tone.skin * (1 + 0.05 * blotch);
     color = Mix(color, tone.blood, std::clamp(redness + 0.08 * blotch, 0.0, 1.0) * 0.6);
-    texel.color = Shaded(color, point.openness);
+    texel.color = Shaded(color, point.openness, 0.15);
     texel.height = 0.00004 * Turbulence(point.position * 900, 2);
     texel.gloss = 0.28;
     return texel;

@@ -18,7 +18,8 @@ Texel Skin(const SkinPoint &point, const Tone &tone, double redness);
 // Folds run across the direction; their depth in metres.
 Texel Cloth(const SkinPoint &point, Vec color, Vec across, double foldDepth);
 
-// Darkens where little sky is seen; cloth of light colour stays bright.
-Vec Shaded(Vec color, double openness);
+// Darkens where little sky is seen, the red less by the warmth: light that comes through skin, or off it, has
+// its colour.
+Vec Shaded(Vec color, double openness, double warmth = 0);
 
 } // namespace figure_maker

@@ -33,7 +33,8 @@ double HairSolid(const Body &body, int look, Vec p);
 double TorsoSolid(const Body &body, Vec p); // the shirt, without sleeves
 double NeckSolid(const Body &body, Vec p);
 double HipsSolid(const Body &body, Vec p);
-double ArmSolid(const Body &body, Vec p); // the right sleeve
+double ArmSolid(const Body &body, Vec p);      // the right sleeve
+double TrousersSolid(const Body &body, Vec p); // the right leg of the trousers
 
 // A place about the head's centre: millimetres of her head to the right, up, and forward.
 inline Vec OnHead(const Body &body, double right, double up, double forward) {

@@ -104,16 +104,24 @@ void AddSeats(std::vector<Surface> &surfaces) {
     const Solid whole = [](Vec p) { return std::min({CushionSolid(p), BackSolid(p), HeadrestSolid(p)}); };
     std::vector<Surface> parts;
     const Frame back = BackFrame();
+    // More rows where the ends have their corners.
+    const std::vector<double> ends =
+        Rows({{-1, -0.75, -0.55, -0.42, -0.31, -0.21, -0.11, 0}, {1, 1.11, 1.21, 1.31, 1.42, 1.55, 1.75, 2}});
+    const Path cushion = {{{0, -0.06, 0.19}, {0, -0.06, -0.17}}, 0};
     AddPart(parts, "cushion", 420, 280, PaintUpholstery,
-            LimbSkin(CushionSolid, {{{0, -0.06, 0.19}, {0, -0.06, -0.17}}, 0}, {0, -1, 0}, 45,
-                     Rows({Steps(-1, 0, 5), Steps(0, 1, 10), Steps(1, 2, 6)})),
+            LimbSkin(CushionSolid, cushion, {0, -1, 0}, 45, Rows({ends, Steps(0, 1, 8)}), 1,
+                     ColumnsAtCorners(CushionSolid, cushion, {0, -1, 0})),
             whole);
+    const Path upright = {{ToWorld(back, {0, -0.25, 0}), ToWorld(back, {0, 0.25, 0})}, 0};
     AddPart(parts, "back", 380, 380, PaintUpholstery,
-            LimbSkin(BackSolid, {{ToWorld(back, {0, -0.25, 0}), ToWorld(back, {0, 0.25, 0})}, 0}, {0, 0, 1},
-                     41, Rows({Steps(-1, 0, 6), Steps(0, 1, 18), Steps(1, 2, 6)})),
+            LimbSkin(BackSolid, upright, {0, 0, 1}, 41, Rows({ends, Steps(0, 1, 14)}), 1,
+                     ColumnsAtCorners(BackSolid, upright, {0, 0, 1})),
             whole);
+    const Path across = {{ToWorld(back, {-0.07, 0.455, 0}), ToWorld(back, {0.07, 0.455, 0})}, 0};
     AddPart(parts, "headrest", 200, 120, PaintArmrest,
-            BallSkin(HeadrestSolid, {ToWorld(back, {0, 0.455, 0})}, 29, 15), whole);
+            LimbSkin(HeadrestSolid, across, {0, 0, 1}, 21, Rows({ends, Steps(0, 1, 4)}), 1,
+                     ColumnsAtCorners(HeadrestSolid, across, {0, 0, 1})),
+            whole);
     for (double side : {-1.0, 1.0}) {
         const Solid armrest = [=](Vec p) {
             return Padding(p - Vec{side * 0.315, 0.235, 0.10}, {0.030, 0.020, 0.165}, 0.018);

@@ -77,8 +77,28 @@ Vec Path::At(double along) const {
     return points.back();
 }
 
+Warp ColumnsAtCorners(const Solid &solid, const Path &path, Vec behind) {
+    const int count = 360;
+    const Grid round = LimbSkin(solid, path, behind, count + 1, {0.5});
+    std::vector<double> lengths(1, 0), bends(1, 0);
+    for (size_t i = 0; i < count; i++) {
+        lengths.push_back(lengths.back() + Length(round.positions[i + 1] - round.positions[i]));
+        const double cosine = Dot(round.normals[i + 1], round.normals[i]);
+        bends.push_back(bends.back() + std::acos(std::clamp(cosine, -1.0, 1.0)));
+    }
+    std::vector<double> shares;
+    for (size_t i = 0; i < lengths.size(); i++)
+        shares.push_back(0.5 * lengths[i] / lengths.back() + 0.5 * bends[i] / bends.back());
+    return [shares](double u) {
+        const auto above = std::upper_bound(shares.begin() + 1, shares.end() - 1, u);
+        const size_t i = static_cast<size_t>(above - shares.begin());
+        const double share = (u - shares[i - 1]) / (shares[i] - shares[i - 1]);
+        return (static_cast<double>(i) - 1 + share) / count;
+    };
+}
+
 Grid LimbSkin(const Solid &solid, const Path &path, Vec behind, int columns, const std::vector<double> &rows,
-              double reach) {
+              double reach, const Warp &columnWarp) {
     Grid grid = EmptyGrid(columns, static_cast<int>(rows.size()));
     for (int row = 0; row < grid.rows; row++) {
         const double place = rows[static_cast<size_t>(row)], at = std::clamp(place, 0.0, 1.0);
@@ -86,7 +106,8 @@ Grid LimbSkin(const Solid &solid, const Path &path, Vec behind, int columns, con
         const Vec centre = path.At(at), along = Unit(path.At(at + 0.005) - path.At(at - 0.005));
         const Vec z = Unit(behind - along * Dot(behind, along)), x = Cross(z, along);
         for (int column = 0; column < columns; column++) {
-            const double azimuth = static_cast<double>(column % (columns - 1)) / (columns - 1) * 2 * Pi;
+            const double u = static_cast<double>(column % (columns - 1)) / (columns - 1);
+            const double azimuth = (columnWarp ? columnWarp(u) : u) * 2 * Pi;
             const Vec round = x * std::sin(azimuth) + z * std::cos(azimuth);
             const Vec direction = round * std::cos(tilt) + along * std::sin(tilt);
             grid.At(column, row) = Leave(solid, centre, direction, reach);
@@ -120,6 +141,9 @@ Surface Piece(const Surface &skin, int first, int last, int tucked, double depth
     const Grid &whole = *skin.whole;
     const int end = std::min(last + tucked, whole.rows - 1);
     piece.grid = EmptyGrid(whole.columns, end - first + 1);
+    if (!skin.hidden.empty())
+        piece.hidden.assign(skin.hidden.begin() + first * whole.columns,
+                            skin.hidden.begin() + (end + 1) * whole.columns);
     for (int row = first; row <= end; row++) {
         const double sunk = row > last ? depth * (row - last) / tucked : 0;
         for (int column = 0; column < whole.columns; column++) {
@@ -182,6 +206,11 @@ Grid Sheet(int columns, int rows, const std::function<Vec(double u, double v)> &
 void Shade(Grid &grid, const Solid &around, double reach) {
     for (size_t i = 0; i < grid.positions.size(); i++)
         grid.openness[i] = Openness(around, grid.positions[i], grid.normals[i], reach);
+}
+
+void HideWhere(Surface &surface, const std::function<bool(Vec)> &isCovered) {
+    surface.hidden.clear();
+    for (Vec p : surface.grid.positions) surface.hidden.push_back(isCovered(p));
 }
 
 namespace {

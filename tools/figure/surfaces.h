@@ -88,7 +88,11 @@ struct Path {
 // those down to -1 and up to 2 belong to the half balls. Columns begin at the direction given, which need not
 // be square to the path. No ray goes farther than the reach.
 Grid LimbSkin(const Solid &solid, const Path &path, Vec behind, int columns, const std::vector<double> &rows,
-              double reach = 1);
+              double reach = 1, const Warp &columnWarp = {});
+
+// Columns of such a skin, for what has corners: found in the middle of the path, as many of them where the
+// skin bends as where it is long.
+Warp ColumnsAtCorners(const Solid &solid, const Path &path, Vec behind);
 
 // Places from one to another, both included.
 std::vector<double> Steps(double from, double to, int count);
@@ -112,6 +116,9 @@ Grid Sheet(int columns, int rows, const std::function<Vec(double u, double v)> &
 
 // Sets openness from the solids around.
 void Shade(Grid &grid, const Solid &around, double reach);
+
+// Hides the points that the test accepts: a triangle between such points alone is not made.
+void HideWhere(Surface &surface, const std::function<bool(Vec)> &isCovered);
 
 // The same part on the other side.
 Surface Mirror(const Surface &surface);

@@ -44,12 +44,12 @@ struct Build {
     Vec hips, waistband;  // half sizes
 };
 const Build HerBuild = {
-    .trunk = HerTrunk, .shoulder = 0.047, .slope = 0.046,
+    .trunk = HerTrunk, .shoulder = 0.0435, .slope = 0.046,
     .bust = {0.064, 0.414, 0.062}, .bustSize = {0.056, 0.062, 0.052},
     .hips = {0.168, 0.098, 0.110}, .waistband = {0.150, 0.055, 0.104}};
 const Build HisBuild = {
-    .trunk = HisTrunk, .shoulder = 0.054, .slope = 0.057,
-    .bust = {0.074, 0.468, 0.075}, .bustSize = {0.070, 0.058, 0.062},
+    .trunk = HisTrunk, .shoulder = 0.0505, .slope = 0.057,
+    .bust = {0.074, 0.468, 0.075}, .bustSize = {0.072, 0.064, 0.052},
     .hips = {0.172, 0.106, 0.116}, .waistband = {0.158, 0.058, 0.116}};
 // clang-format on
 
@@ -70,11 +70,11 @@ Path TrunkPath(const Body &body) {
 // Where the shirt, and what lies on it, takes the turns of the back.
 const std::vector<Bend> BackBends = {{BodyMiddle, 0.12, 0.34}, {BodyTop, 0.36, 0.72}};
 const std::vector<double> ShirtRows =
-    Rows({{0}, Steps(0.12, 0.34, 5), Steps(0.36, 0.72, 8), Steps(0.72, 1, 4), Steps(1, 2, 6)});
+    Rows({{0.08}, Steps(0.12, 0.34, 5), Steps(0.36, 0.72, 8), Steps(0.72, 1, 4), Steps(1, 2, 6)});
 
-// The shirt with a rounding below the sleeves' upper ends.
+// The shirt with a ball about each shoulder, over which the sleeves turn.
 double ShirtWithShoulders(const Body &body, Vec p) {
-    const double ball = Length(BothSides(p) - body.At(RightArm).pivot) - BuildOf(body).shoulder - 0.001;
+    const double ball = Length(BothSides(p) - body.At(RightArm).pivot) - BuildOf(body).shoulder;
     return Join(TorsoSolid(body, p), ball, 0.03);
 }
 
@@ -89,8 +89,8 @@ Texel PaintShirt(const SkinPoint &point) {
     const Vec ray = Unit({pit.x + pit.z, pit.y, 0});
     const double rays = Noise({ray.x * 2.6, ray.y * 2.6, away * 7 + (p.z > 0.13 ? 4 : 0)});
     const double pulled = std::exp(-away * away / 0.008);
-    texel.height += 0.0030 * low * creased + 0.0030 * pulled * rays;
-    texel.color = texel.color * (1 + 0.05 * low * creased + 0.05 * pulled * rays);
+    texel.height += 0.0030 * low * creased + 0.0014 * pulled * rays;
+    texel.color = texel.color * (1 + 0.05 * low * creased + 0.03 * pulled * rays);
     if (p.z < 0.13 && p.y < 0.56) {
         // Button strip, buttons, breast pockets with flaps and buttons, wings on the left.
         const double strip = 1 - SmoothStep(0.0125, 0.014, std::abs(p.x));
@@ -223,13 +223,14 @@ void AddTie(Surfaces &surfaces, const Body &body, const Solid &around) {
     };
     knot.grid = LimbSkin(solid, {{top, bottom}, 0}, {0, 0, 1}, 13, Steps(-1, 2, 9));
     Shade(knot.grid, around, 0.02);
+    HideWhere(knot, [&](Vec p) { return std::min(TorsoSolid(body, p), NeckSolid(body, p)) < -0.003; });
     surfaces.push_back(knot);
 
     // The blade hangs from the knot down to the buckle, on the shirt.
     const Path path = TrunkPath(body);
-    const double length = 0.375 * body.measures.trunk, high = (bottom.y - 0.002 - path.points[0].y) / length;
+    const double length = 0.375 * body.measures.trunk, high = (bottom.y + 0.008 - path.points[0].y) / length;
     const std::vector<double> rows =
-        Rows({{0.04}, Steps(0.12, 0.34, 5), Steps(0.36, 0.72, 8), Steps(0.72, high, 4)});
+        Rows({{0.09}, Steps(0.12, 0.34, 5), Steps(0.36, 0.72, 8), Steps(0.72, high, 4)});
     Surface blade;
     blade.chart = "tie";
     blade.width = 80;
@@ -285,7 +286,7 @@ void AddEpaulettes(Surfaces &surfaces, const Body &body) {
     epaulette.width = 90;
     epaulette.height = 180;
     epaulette.paint = PaintEpaulette;
-    const Solid shoulder = [&](Vec p) { return ShirtWithShoulders(body, p); };
+    const Solid shoulder = [&](Vec p) { return std::min(ShirtWithShoulders(body, p), ArmSolid(body, p)); };
     const Vec joint = body.At(RightArm).pivot;
     const double inner = 0.074 * body.measures.neck + 0.010;
     epaulette.grid = Sheet(
@@ -293,7 +294,7 @@ void AddEpaulettes(Surfaces &surfaces, const Body &body) {
         [&](double u, double v) {
             const double across = u * 2 - 1;
             // Outer end at v = 0; round at the collar's end, thick at the edges.
-            const double x = Mix(joint.x + 0.018, inner, v);
+            const double x = Mix(joint.x + 0.011, inner, v);
             const double half =
                 0.0245
                 * (v > 0.8 ? std::sqrt(std::max(0.0, 1 - std::pow((v - 0.8) / 0.2, 2))) * 0.75 + 0.25 : 1);
@@ -340,13 +341,12 @@ void AddBelt(Surfaces &surfaces, const Body &body) {
         33, 4,
         [&](double u, double v) {
             const double a = (u * 2 - 1) * 180 * Degree; // in front at 0.5
-            const Vec from = {0, Mix(0.163, 0.193, v) * trunk, 0.112};
+            const Vec from = {0, Mix(0.174, 0.202, v) * trunk, 0.112};
             const Vec out = {std::sin(a), 0, -std::cos(a)};
-            const Vec skin =
-                Leave([&](Vec p) { return std::min(HipsSolid(body, p), TorsoSolid(body, p) + 0.003); }, from,
-                      out, 0.3);
+            const Vec skin = Leave([&](Vec p) { return std::min(HipsSolid(body, p), TorsoSolid(body, p)); },
+                                   from, out, 0.3);
             const bool isRim = v < 0.001 || v > 0.999;
-            return skin + out * (isRim ? 0.003 : 0.008);
+            return skin + out * (isRim ? 0.005 : 0.009);
         },
         [](Vec p) {
             return Vec{p.x, 0, p.z - 0.11};
@@ -375,7 +375,7 @@ double TorsoSolid(const Body &body, Vec p) {
 double HipsSolid(const Body &body, Vec p) {
     const Build &build = BuildOf(body);
     const Vec q = BothSides(p), hip = body.At(RightLeg).pivot, knee = body.At(RightLeg).end;
-    const double belt = 0.182 * body.measures.trunk;
+    const double belt = 0.192 * body.measures.trunk;
     double skin = Ellipsoid(q, {0, hip.y + 0.012, 0.118}, build.hips);
     skin = Join(skin, Ellipsoid(q, {0, belt - 0.022, 0.112}, build.waistband), 0.04);
     skin =
@@ -395,6 +395,7 @@ void AddTorso(Surfaces &surfaces, const Body &body) {
     shirt.grid = LimbSkin([&](Vec p) { return ShirtWithShoulders(body, p); }, TrunkPath(body), {0, 0, 1}, 27,
                           ShirtRows, 0.9 * body.measures.shoulder.x);
     Shade(shirt.grid, around, 0.07);
+    HideWhere(shirt, [&](Vec p) { return NeckSolid(body, p) < -0.012; });
     AddBending(surfaces, shirt, ShirtRows, BackBends, 1, 0.0015);
 
     Surface hips;
@@ -405,6 +406,7 @@ void AddTorso(Surfaces &surfaces, const Body &body) {
     hips.grid = BallSkin([&](Vec p) { return HipsSolid(body, p); },
                          {{0, body.At(RightLeg).pivot.y + 0.007, 0.080}}, 23, 12);
     Shade(hips.grid, around, 0.06);
+    HideWhere(hips, [&](Vec p) { return p.y < 0.004 || TrousersSolid(body, BothSides(p)) < -0.014; });
     surfaces.push_back(hips);
     AddCollar(surfaces, body, around);
     AddTie(surfaces, body, around);
