@@ -7,16 +7,15 @@
 #include <cstdio>
 #include <map>
 #include <set>
-#include <sstream>
 
 extern "C" {
 #include <err.h>
 #include <feat.h>
-#include <fsg_model.h>
 #include <pocketsphinx.h>
 }
 
 #include "speech/voice/front_end.h"
+#include "speech/voice/grammar.h"
 
 namespace fennic_voice {
 
@@ -29,7 +28,6 @@ using Decoder = std::unique_ptr<ps_decoder_t, FreeDecoder>;
 
 const size_t MostWords = 30; // of a phrase
 const size_t MostTold = 10;  // phrases that are left out
-const char *const GrammarName = "phrases";
 // The mean of speech that the model's makers give, until some was heard.
 const Cepstrum FirstMean = {41.00F, -5.29F, -0.12F, 5.09F,  2.48F,  -4.07F, -1.37F,
                             -1.78F, -5.08F, -2.05F, -6.45F, -1.42F, 1.17F};
@@ -49,13 +47,6 @@ Decoder MakeDecoder(const std::string &folder, const std::vector<std::string> &s
     if (config) cmd_ln_free_r(config);
     if (decoder) ps_get_feat(decoder.get())->cmn = CMN_NONE; // frames come without the mean
     return decoder;
-}
-
-std::vector<std::string> WordsOf(const std::string &phrase) {
-    std::istringstream stream(phrase);
-    std::vector<std::string> words;
-    for (std::string word; stream >> word;) words.push_back(word);
-    return words;
 }
 
 bool isSilence(std::string_view word) {
@@ -92,25 +83,6 @@ std::vector<HeardWord> PathOf(ps_decoder_t *decoder) {
     return path;
 }
 
-// The phrases as a tree: those that begin alike share their first words.
-struct PhraseNode {
-    std::map<std::string, int> longer;  // phrases that go on: the word, and where to
-    std::map<std::string, double> ends; // phrases that end with a word: their probability
-    double probability = 0.0;           // of all phrases that come here
-};
-
-void AddPhrase(std::vector<PhraseNode> &tree, const std::vector<std::string> &words, double probability) {
-    size_t node = 0;
-    for (size_t i = 0; i + 1 < words.size(); i++) {
-        tree[node].probability += probability;
-        const auto [next, isNew] = tree[node].longer.emplace(words[i], static_cast<int>(tree.size()));
-        node = static_cast<size_t>(next->second);
-        if (isNew) tree.emplace_back();
-    }
-    tree[node].probability += probability;
-    tree[node].ends[words.back()] += probability;
-}
-
 void TellLeftOut(const std::vector<std::string> &phrases) {
     for (size_t i = 0; i < std::min(phrases.size(), MostTold); i++)
         std::fprintf(stderr, "reco 1 cannot listen for \"%.100s\": %s\n", phrases[i].c_str(),
@@ -135,6 +107,7 @@ struct Recogniser::Engines {
     std::vector<Cepstrum> frames;                              // of the utterance
     std::set<std::string, std::less<>> begins, expectedBegins; // of longer phrases, of longer expected ones
     std::set<std::string, std::less<>> wholes;
+    std::map<std::string, int> ways;             // to say each word that the decoder was taught
     std::set<std::string, std::less<>> expected; // phrases
     bool hasPhrases = false;
     bool isHearing = false;
@@ -153,8 +126,9 @@ std::unique_ptr<Recogniser> Recogniser::Load(const std::string &folder,
     engines->front = FrontEnd::Load(folder);
     // Few phrases are soon searched; in noise the right one falls far behind before it catches up. Silence is
     // as likely as a word, or "up" would be heard in the breath behind "flaps".
-    engines->phrases = MakeDecoder(folder, {"-lw", "6.5", "-silprob", "0.3", "-fsgusefiller", "yes", "-beam",
-                                            "1e-120", "-pbeam", "1e-120", "-wbeam", "1e-100", "-topn", "8"});
+    engines->phrases = MakeDecoder(folder, {"-lw", "6.5", "-silprob", "0.3", "-fsgusefiller", "yes",
+                                            "-fsgusealtpron", "no", "-beam", "1e-120", "-pbeam", "1e-120",
+                                            "-wbeam", "1e-100", "-maxhmmpf", "10000", "-topn", "8"});
     const std::string dictionary = folder + "/cmudict-en-us.dict";
     engines->english = MakeDecoder(folder, {"-lm", folder + "/en-us.lm.bin", "-dict", dictionary, "-silprob",
                                             "0.1", "-fwdflat", "no", "-maxhmmpf", "1500"});
@@ -172,11 +146,7 @@ std::unique_ptr<Recogniser> Recogniser::Load(const std::string &folder,
 bool Recogniser::Teach(const std::string &word) {
     // The decoder has words of its own, for silence and breath, and names of variants.
     if (isSilence(word) || word.find('(') != std::string::npos) return false;
-    ps_decoder_t *decoder = engines->phrases.get();
-    if (char *phones = ps_lookup_word(decoder, word.c_str())) {
-        ckd_free(phones);
-        return true;
-    }
+    if (engines->ways.contains(word)) return true;
     std::vector<Pronunciation> ways = pronunciations.Known(word);
     if (ways.empty()) {
         const Pronunciation guess = Pronunciations::Guess(word);
@@ -186,8 +156,9 @@ bool Recogniser::Teach(const std::string &word) {
     int count = 0;
     for (const Pronunciation &way : ways) {
         const std::string name = count == 0 ? word : word + "(" + std::to_string(count + 1) + ")";
-        if (ps_add_word(decoder, name.c_str(), way.c_str(), FALSE) >= 0) count++;
+        if (ps_add_word(engines->phrases.get(), name.c_str(), way.c_str(), FALSE) >= 0) count++;
     }
+    if (count > 0) engines->ways[word] = count;
     return count > 0;
 }
 
@@ -198,7 +169,7 @@ void Recogniser::SetPhrases(const std::vector<std::string> &phrases,
     engines->expectedBegins.clear();
     engines->wholes.clear();
     engines->expected = {expected.begin(), expected.end()};
-    std::vector<std::pair<std::vector<std::string>, bool>> known; // words, expected
+    std::vector<GrammarPhrase> known, knownExpected;
     std::set<std::string> all(phrases.begin(), phrases.end());
     all.insert(expected.begin(), expected.end());
     for (const std::string &phrase : all) {
@@ -216,42 +187,20 @@ void Recogniser::SetPhrases(const std::vector<std::string> &phrases,
             if (engines->expected.contains(phrase)) engines->expectedBegins.insert(begin);
         }
         engines->wholes.insert(begin + (begin.empty() ? "" : " ") + words.back());
-        known.emplace_back(std::move(words), engines->expected.contains(phrase));
+        (engines->expected.contains(phrase) ? knownExpected : known).push_back({std::move(words), 0.0});
     }
     TellLeftOut(leftOut);
-    engines->hasPhrases = !known.empty();
-    if (known.empty()) return;
+    engines->hasPhrases = !known.empty() || !knownExpected.empty();
+    if (!engines->hasPhrases) return;
 
-    const auto expectedCount = static_cast<double>(
-        std::count_if(known.begin(), known.end(), [](const auto &phrase) { return phrase.second; }));
-    const double others = static_cast<double>(known.size()) - expectedCount;
-    const double share = expectedCount == 0 ? 0.0 : others == 0 ? 1.0 : ExpectedShare;
-    std::vector<PhraseNode> tree(1);
-    for (const auto &[words, isExpected] : known)
-        AddPhrase(tree, words, isExpected ? share / expectedCount : (1.0 - share) / others);
-
-    ps_decoder_t *decoder = engines->phrases.get();
-    logmath_t *log = ps_get_logmath(decoder);
-    const auto weight = static_cast<float32>(cmd_ln_float32_r(ps_get_config(decoder), "-lw"));
-    fsg_model_t *grammar = fsg_model_init(GrammarName, log, weight, static_cast<int>(tree.size()) + 1);
-    grammar->start_state = 0;
-    grammar->final_state = 1;
-    const auto state = [](int node) { return node == 0 ? 0 : node + 1; };
-    const auto add = [&](int from, int to, const std::string &word, double probability) {
-        fsg_model_trans_add(grammar, from, to,
-                            static_cast<int32>(weight * static_cast<float>(logmath_log(log, probability))),
-                            fsg_model_word_add(grammar, word.c_str()));
-    };
-    for (size_t i = 0; i < tree.size(); i++) {
-        const int from = state(static_cast<int>(i));
-        for (const auto &[word, node] : tree[i].longer)
-            add(from, state(node), word, tree[static_cast<size_t>(node)].probability / tree[i].probability);
-        for (const auto &[word, probability] : tree[i].ends)
-            add(from, 1, word, probability / tree[i].probability);
+    const double share = knownExpected.empty() ? 0.0 : known.empty() ? 1.0 : ExpectedShare;
+    for (GrammarPhrase &phrase : knownExpected)
+        phrase.probability = share / static_cast<double>(knownExpected.size());
+    for (GrammarPhrase &phrase : known) {
+        phrase.probability = (1.0 - share) / static_cast<double>(known.size());
+        knownExpected.push_back(std::move(phrase));
     }
-    ps_set_fsg(decoder, GrammarName, grammar);
-    ps_set_search(decoder, GrammarName);
-    fsg_model_free(grammar);
+    SearchPhrases(engines->phrases.get(), knownExpected, engines->ways);
 }
 
 void Recogniser::Start(std::span<const int16_t> before) {

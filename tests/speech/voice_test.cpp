@@ -106,13 +106,14 @@ TEST_F(Voice, ReadsAnyListOfPhrases) {
                                         "[sil]",     "<s> up", "gear(2) down", std::string(100000, 'a'),
                                         "gear  down"};
     for (int i = 0; i < 40; i++) phrases[2] += " gear";
-    for (int i = 0; i < 200; i++) phrases.push_back("flaps " + std::to_string(i) + " degrees");
+    for (int i = 0; i < 5000; i++) phrases.push_back(std::to_string(i));
     testing::internal::CaptureStderr();
     recogniser->SetPhrases(phrases, {"gear up"});
     const std::string told = testing::internal::GetCapturedStderr();
     EXPECT_LE(std::count(told.begin(), told.end(), '\n'), 11);
     EXPECT_NE(told.find("too many words"), std::string::npos) << told;
     EXPECT_EQ(Hear(Spoken("gear down", false)).phrase, "gear down");
+    EXPECT_EQ(Hear(Spoken("one two three four", false)).phrase, "1234");
     recogniser->SetPhrases({"\xff"}, {});
     EXPECT_EQ(Hear(Spoken("gear down", false)).phrase, "");
 }
