@@ -3,7 +3,6 @@
 //
 // All of it runs in the simulator's thread and never waits.
 #include <algorithm>
-#include <chrono>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -14,20 +13,20 @@
 #include "XPLMUtilities.h"
 #include "speech/companion/helper_process.h"
 #include "speech/companion/link.h"
+#include "speech/companion/patience.h"
 #include "voice/link_words.h"
 
 using namespace fennic_speech;
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using Clock = Patience::Clock;
 
 const float EveryFrame = -1.0F;
 const double ShortestDelay = 1.0, LongestDelay = 60.0; // seconds before the process is started again
 const double HealthyAfter = 60.0;                      // seconds of life that end the growing of the delay
 const int MostLogLines = 20;                           // of the process, a second
 const size_t LongestAnswer = 599;                      // bytes that she takes of a message
-const double PatienceFactor = 4.0, PatienceSeconds = 20.0; // beyond the time that a text is given
 const std::chrono::milliseconds TimeToEnd{500};
 
 // What a process that is started anew must be told.
@@ -47,10 +46,8 @@ struct Companion {
     double logSecond = 0.0;
     std::string line; // kept for its memory
 
-    // Until when the process must have said what it was given to say. Both must be over, since the
-    // simulator's time may stand still or run ahead; 0: there is nothing to be said.
-    double silentAt = 0.0;
-    Clock::time_point silentAtClock, killAt;
+    Patience patience; // with what it was given to say
+    Clock::time_point killAt;
 };
 Companion companion;
 
@@ -111,8 +108,7 @@ void TakeState(const std::string &line) {
 void StartProcess() {
     std::string error;
     companion.startedAt = Now();
-    companion.silentAt = 0.0;
-    companion.silentAtClock = {};
+    companion.patience.Forget();
     if (companion.process.Start(companion.program, error)) {
         companion.lastFailure.clear();
         companion.canSpeak = true; // or it will tell; what is said meanwhile waits for it
@@ -148,8 +144,7 @@ void NoticeEnd() {
 void NoticeSilence() {
     if (companion.isRestarting) {
         if (Clock::now() > companion.killAt) companion.process.Kill();
-    } else if (companion.silentAt > 0.0 && Now() > companion.silentAt
-               && Clock::now() > companion.silentAtClock) {
+    } else if (companion.patience.isOver(Now(), Clock::now())) {
         LogProblem("the voice does not say what it was given to say");
         companion.process.Kill();
     }
@@ -180,20 +175,11 @@ void Remember(const std::string &message) {
         remembered.rate = message;
 }
 
-void ExpectSpeech(size_t characters) {
-    const double seconds = PatienceSeconds + PatienceFactor * (0.1 * static_cast<double>(characters) + 1.0);
-    const Clock::time_point clock = Clock::now();
-    companion.silentAt = std::max(companion.silentAt, Now()) + seconds;
-    companion.silentAtClock =
-        std::max(companion.silentAtClock, clock)
-        + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
-}
-
 // A process that has no loudspeaker is not asked: the simulator may have one.
 void Say(const std::string &message) {
     const char *const text = message.c_str() + std::strlen(link_words::Say);
     if (companion.canSpeak && !companion.isRestarting && companion.process.Send(message))
-        ExpectSpeech(message.size());
+        companion.patience.Give(message.size(), Now(), Clock::now());
     else
         XPLMSpeakString(text);
 }
@@ -217,10 +203,7 @@ void Carry(const std::string &message) {
 
 // What the voice writes is a message of the link, or it is no voice.
 void TakeAnswer(const std::string &line, bool isThere) {
-    if (line == link_words::Spoken) {
-        companion.silentAt = 0.0;
-        companion.silentAtClock = {};
-    }
+    if (line == link_words::Spoken) companion.patience.Forget();
     const bool isText = !line.empty() && line.size() <= LongestAnswer
                         && std::none_of(line.begin(), line.end(), [](unsigned char c) { return c < ' '; });
     if (isText && isThere) Answer(line);

@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include "speech/companion/patience.h"
+
 namespace fennic_speech {
 namespace {
 
@@ -73,6 +75,32 @@ TEST_F(Helper, OneThatReadsNothingCostsLinesAndNoTime) {
     process.End();
     EXPECT_FALSE(process.isRunning());
     EXPECT_EQ(process.Ending(), "by signal 9");
+}
+
+// It takes its text, lives, and says nothing; neither a pause of the simulator nor its hurry counts.
+TEST_F(Helper, OneThatHangsIsGivenUpByBothClocks) {
+    Start("read -r line; echo taken; sleep 1000");
+    const Patience::Clock::time_point clock;
+    const auto after = [&](int seconds) { return clock + std::chrono::seconds(seconds); };
+    Patience patience;
+    EXPECT_FALSE(patience.isOver(1e9, after(1000000)));
+    EXPECT_TRUE(process.Send("say>Gear up."));
+    patience.Give(10, 100.0, clock); // 28 s
+    EXPECT_EQ(NextLine(), "taken");
+    EXPECT_FALSE(patience.isOver(127.0, after(27)));
+    EXPECT_FALSE(patience.isOver(1e9, after(27)));
+    EXPECT_FALSE(patience.isOver(127.0, after(1000000)));
+    EXPECT_TRUE(patience.isOver(129.0, after(29)));
+    patience.Give(10, 110.0, after(10)); // which it may say behind the first
+    EXPECT_FALSE(patience.isOver(155.0, after(55)));
+    EXPECT_TRUE(patience.isOver(157.0, after(57)));
+    process.Kill();
+    EXPECT_EQ(process.Ending(), "by signal 9");
+    patience.Forget();
+    EXPECT_FALSE(patience.isOver(1e9, after(1000000)));
+    patience.Give(0, 200.0, after(100)); // the next one starts with all its time
+    EXPECT_FALSE(patience.isOver(223.0, after(123)));
+    EXPECT_TRUE(patience.isOver(225.0, after(125)));
 }
 
 TEST_F(Helper, GarbageIsCutIntoLines) {
