@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "gfx/drawing.h"
 #include "gfx/opengl.h"
 #include "gfx/palette.h"
 #include "util/files.h"
@@ -80,7 +81,8 @@ int font_class::Draw(std::string_view text, double x, double y, int maxWidth, fl
     a = alpha;
     const double left = TruncateToInt(x + offsetX); // whole boxels keep the letters sharp
     const float lineTop = static_cast<float>(TruncateToInt(y + offsetY)) + charset.lineHeight;
-    const bool isVisible = BeginTexturedDrawing(atlas);
+    font_class *const large = DrawingScale() != 1.0 ? FontOfId(larger) : nullptr;
+    const bool isVisible = BeginTexturedDrawing(large ? large->atlas : atlas);
     if (isVisible) {
         glColor4f(r, g, b, a);
         glBegin(GL_QUADS);
@@ -92,18 +94,19 @@ int font_class::Draw(std::string_view text, double x, double y, int maxWidth, fl
         const CharDescriptor &glyph = charset.chars[code];
         const double next = pen + static_cast<double>(glyph.xadvance);
         if (maxWidth != -1 && next >= left + maxWidth) break;
-        if (isVisible) AddGlyph(glyph, static_cast<float>(pen), lineTop);
+        if (isVisible && large) AddLargerGlyph(*large, code, static_cast<float>(pen), lineTop);
+        if (isVisible && !large) AddGlyph(glyph, static_cast<float>(pen), lineTop, 1.0F);
         pen = TruncateToInt(next);
     }
     if (isVisible) glEnd(); // the atlas stays bound: unbinding between texts doubles what they cost
     return pen;
 }
 
-// Between glBegin and glEnd.
-void font_class::AddGlyph(const CharDescriptor &glyph, float pen, float lineTop) const {
+// Between glBegin and glEnd. size is times the font's own.
+void font_class::AddGlyph(const CharDescriptor &glyph, float pen, float lineTop, float size) const {
     if (glyph.width == 0 || glyph.height == 0 || !isInAtlas(glyph)) return;
-    const float left = pen + glyph.xoffset, right = left + glyph.width;
-    const float top = lineTop - glyph.yoffset, bottom = top - glyph.height;
+    const float left = pen + glyph.xoffset * size, right = left + static_cast<float>(glyph.width) * size;
+    const float top = lineTop - glyph.yoffset * size, bottom = top - static_cast<float>(glyph.height) * size;
     const float columns = static_cast<float>(atlas.width), rows = static_cast<float>(atlas.height);
     const float textureLeft = glyph.x / columns, textureRight = (glyph.x + glyph.width) / columns;
     const float textureTop = glyph.y / rows, textureBottom = (glyph.y + glyph.height) / rows;
@@ -115,6 +118,14 @@ void font_class::AddGlyph(const CharDescriptor &glyph, float pen, float lineTop)
     glVertex2f(right, bottom);
     glTexCoord2f(textureLeft, textureBottom);
     glVertex2f(left, bottom);
+}
+
+// In the middle of the room that the letter has in this font, on the same line.
+void font_class::AddLargerGlyph(const font_class &from, unsigned char code, float pen, float lineTop) const {
+    const CharDescriptor &glyph = from.charset.chars[code];
+    const float room = charset.chars[code].xadvance - glyph.xadvance * largerSize;
+    const float baseline = lineTop - charset.base;
+    from.AddGlyph(glyph, pen + room / 2, baseline + from.charset.base * largerSize, largerSize);
 }
 
 int font_class::MeasureString(std::string_view text) const {
@@ -141,6 +152,23 @@ int LoadFont(const std::string &name, int offsetX, int offsetY) {
     font.offsetY = offsetY;
     fontsMap.insert({name, id});
     return id;
+}
+
+int ProvidePanelFonts() {
+    const auto provide = [](const char *name) {
+        const auto found = fontsMap.find(name);
+        return found == fontsMap.end() ? LoadFont(name, 0, 0) : found->second;
+    };
+    const int small = provide("verd_14"), large = provide("verd_68");
+    fonts[static_cast<size_t>(large)].atlas.isShrunk = true;
+    const std::pair<int, float> sizes[] = {{fnt_Main, 14.0F / 56}, {small, 11.0F / 56}}; // of their ems
+    for (const auto &[id, size] : sizes) {
+        if (font_class *font = FontOfId(id)) {
+            font->larger = large;
+            font->largerSize = size;
+        }
+    }
+    return small;
 }
 
 void UnLoadFonts() {

@@ -30,6 +30,8 @@ struct font_class {
     std::string name;
     std::string atlasFile; // of the "page" line
     textures_class atlas;
+    int larger = -1;      // font from which letters are drawn where a boxel is not a pixel; -1: none
+    float largerSize = 1; // this one's, times the larger one's
     float r = 1.0F, g = 1.0F, b = 1.0F, a = 1.0F; // of what is drawn now
 
     // Reads a description and loads its atlas. What is missing or malformed gives a line in the log; texts
@@ -47,7 +49,8 @@ struct font_class {
 private:
     bool isInAtlas(const CharDescriptor &glyph) const;
     void TellOfGlyphsOutsideAtlas() const;
-    void AddGlyph(const CharDescriptor &glyph, float pen, float lineTop) const;
+    void AddGlyph(const CharDescriptor &glyph, float pen, float lineTop, float size) const;
+    void AddLargerGlyph(const font_class &from, unsigned char code, float pen, float lineTop) const;
 };
 
 struct FontsState {
@@ -65,6 +68,10 @@ void LoadFonts();
 
 // Loads "data/fnt/" + name + ".fnt" of the plug-in's folder; returns the id.
 int LoadFont(const std::string &name, int offsetX, int offsetY);
+
+// For panels, which are drawn in many sizes: loads "verd_14", small letters, and "verd_68", from which those
+// and the main font's letters are drawn where a boxel is not a pixel. Returns the small font's id.
+int ProvidePanelFonts();
 
 // Gives the atlases back to OpenGL and forgets the fonts.
 void UnLoadFonts();

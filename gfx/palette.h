@@ -13,6 +13,7 @@ enum { // the places that are named by what they are used for
     ColourYellow = 4,
     ColourOrange = 5,
     ColourRed = 6,
+    ColourLightGrey = 7,
     ColourGrey = 9,
     ColourBlack = 14,
 };

@@ -4,9 +4,11 @@
 #include "gfx/panel.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 
 #include "gfx/fonts.h"
+#include "gfx/opengl.h"
 #include "gfx/palette.h"
 #include "gfx/textures.h"
 #include "util/find_dataref.h"
@@ -19,6 +21,7 @@ const int PlaceAfterVr = 50; // of the window's lower left corner on the monitor
 const float ScalePerClick = 0.1F;
 const int BeforePhase = 1;
 const int AnyMonitor = -1;
+const double MostPixelsPerBoxel = 4;
 
 using Geometry = WindowPlace;
 
@@ -67,6 +70,17 @@ void PressKey(VR_box_struct &box, char key) {
     ShowCursor(box);
 }
 
+// While a window is drawn: more than 1 where the user has the simulator's interface enlarged.
+double PixelsPerBoxel() {
+    GLdouble projection[16], modelView[16];
+    GLint viewport[4];
+    glGetDoublev(GL_PROJECTION_MATRIX, projection);
+    glGetDoublev(GL_MODELVIEW_MATRIX, modelView);
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    const double pixels = std::abs(projection[0] * modelView[0]) * viewport[2] / 2;
+    return pixels >= 1 && pixels <= MostPixelsPerBoxel ? pixels : 1;
+}
+
 } // namespace
 
 void widgetVR_class::get_default_window_pos() {
@@ -106,7 +120,8 @@ void widgetVR_class::Create(const std::string &title, int width, int height) {
     get_default_window_pos();
     OpenWindow();
     bufferTexture = LoadTexture("fbo"); // one for each panel
-    isBufferWanted = true;
+    bufferWidth = width;
+    bufferHeight = height;
     SetPositioningMode();
     SetResizingLimits();
     XPLMSetWindowTitle(window, title.c_str());
@@ -160,9 +175,32 @@ int widgetVR_class::AddTexture(int x, int y, int textureId, int visible, float a
 int widgetVR_class::AddButton(int style, int x, int y, int normalTexture, int selectedTexture, int visible,
                               int enabled, int selected, float alpha, int c, int d) {
     const textures_class &picture = TextureOfId(normalTexture);
-    buttons.push_back({style, x, y, alpha, static_cast<int>(picture.width), static_cast<int>(picture.height),
-                       normalTexture, style == 1 ? selectedTexture : normalTexture, visible, enabled,
-                       selected, c, d});
+    VR_btn_struct &button = buttons.emplace_back();
+    button.style = style;
+    button.x = x;
+    button.y = y;
+    button.alpha = alpha;
+    button.width = static_cast<int>(picture.width);
+    button.height = static_cast<int>(picture.height);
+    button.normalTexture = normalTexture;
+    button.selectedTexture = style == 1 ? selectedTexture : normalTexture;
+    button.visible = visible;
+    button.enabled = enabled;
+    button.selected = selected;
+    button.c = c;
+    button.d = d;
+    return static_cast<int>(buttons.size()) - 1;
+}
+
+int widgetVR_class::AddPlate(int x, int y, int width, int height, const std::string &caption, int font) {
+    VR_btn_struct &plate = buttons.emplace_back();
+    plate.isPlate = true;
+    plate.x = x;
+    plate.y = y;
+    plate.width = width;
+    plate.height = height;
+    plate.caption = caption;
+    plate.font = font;
     return static_cast<int>(buttons.size()) - 1;
 }
 
@@ -213,6 +251,17 @@ void widgetVR_class::SetWheelFunction(int (*function)(int clicks)) {
     wheelFunction = function;
 }
 
+void widgetVR_class::SetDragFunctions(int (*press)(double x, double y), void (*drag)(double x, double y),
+                                      void (*drop)()) {
+    pressFunction = press;
+    dragFunction = drag;
+    dropFunction = drop;
+}
+
+void widgetVR_class::SetBoxFunction(int (*function)(int box, BoxEnd end)) {
+    boxFunction = function;
+}
+
 void widgetVR_class::UnselectButtons() {
     for (VR_btn_struct &button : buttons) button.selected = 0;
 }
@@ -244,7 +293,7 @@ int widgetVR_class::HeightOfWidth(int width) const {
 
 void widgetVR_class::ChangeOrigSize(int width, int height) {
     if (!window || width <= 0 || height <= 0) return;
-    isBufferWanted = true;
+    WantBuffer(width, height);
     referenceWidth = width;
     referenceHeight = height;
     SetResizingLimits();
@@ -320,29 +369,68 @@ VR_box_struct *widgetVR_class::FocusedBox() {
     return nullptr;
 }
 
+int widgetVR_class::FocusedBoxIndex() const {
+    for (size_t i = 0; i < boxes.size(); i++)
+        if (boxes[i].focused && boxes[i].page == page) return static_cast<int>(i);
+    return -1;
+}
+
 void widgetVR_class::LoseFocus() {
-    for (VR_box_struct &box : boxes) box.focused = 0;
+    for (VR_box_struct &box : boxes) {
+        box.focused = 0;
+        box.isAllChosen = false;
+    }
+}
+
+// False when the owner does not take the text.
+bool widgetVR_class::EndTyping(BoxEnd end) {
+    const int box = FocusedBoxIndex();
+    return box < 0 || !boxFunction || boxFunction(box, end);
+}
+
+void widgetVR_class::Focus(VR_box_struct &box) {
+    LoseFocus();
+    box.focused = 1;
+    box.isAllChosen = box.isReplacedAtOnce;
+    if (box.isReplacedAtOnce) box.cursor = static_cast<int>(box.text.size());
+    XPLMTakeKeyboardFocus(window);
+    redraw = 1;
 }
 
 // A click elsewhere on the panel gives the keyboard back to the simulator.
 void widgetVR_class::FocusBoxAt(int x, int y) {
-    LoseFocus();
-    for (VR_box_struct &box : boxes) {
-        if (box.page != page || !isHit(box, x, y)) continue;
-        box.focused = 1;
-        XPLMTakeKeyboardFocus(window);
-        redraw = 1;
+    const auto hit = std::find_if(boxes.begin(), boxes.end(), [&](const VR_box_struct &box) {
+        return box.page == page && box.enabled && isHit(box, x, y);
+    });
+    if (hit != boxes.end() && hit->focused) {
+        hit->isAllChosen = false;
         return;
     }
-    if (XPLMHasKeyboardFocus(window)) XPLMTakeKeyboardFocus(nullptr);
+    EndTyping(BoxEnd::Left);
+    LoseFocus();
+    if (hit != boxes.end())
+        Focus(*hit);
+    else if (XPLMHasKeyboardFocus(window))
+        XPLMTakeKeyboardFocus(nullptr);
+}
+
+void widgetVR_class::FocusNextBox() {
+    const size_t count = boxes.size(), from = static_cast<size_t>(FocusedBoxIndex());
+    for (size_t i = 1; i <= count; i++) {
+        VR_box_struct &box = boxes[(from + i) % count];
+        if (box.page != page || !box.enabled) continue;
+        Focus(box);
+        return;
+    }
 }
 
 void widgetVR_class::Click(int x, int y) {
     const auto hit = std::find_if(buttons.begin(), buttons.end(), [&](const VR_btn_struct &button) {
         return button.visible == 1 && button.enabled && isHit(button, x, y);
     });
+    const int index = hit == buttons.end() ? -1 : static_cast<int>(hit - buttons.begin());
     FocusBoxAt(x, y);
-    clickedButton = hit == buttons.end() ? -1 : static_cast<int>(hit - buttons.begin());
+    clickedButton = index;
     if (clickedButton >= 0)
         redraw = 1;
     else if (padFunction)
@@ -360,9 +448,22 @@ int widgetVR_class::MouseL_handler(XPLMWindowID, int x, int y, XPLMMouseStatus s
     panel.FollowMouse(x, y);
     const Geometry place = panel.Place();
     const int width = place.right - place.left, height = place.top - place.bottom;
-    if (status != xplm_MouseDown || width <= 0 || height <= 0) return 1;
-    panel.Click((PlaceOnScreen(x) - place.left) * panel.referenceWidth / width,
-                panel.referenceHeight - (PlaceOnScreen(y) - place.bottom) * panel.referenceHeight / height);
+    if (status == xplm_MouseUp && panel.isDragging) {
+        panel.isDragging = false;
+        panel.dropFunction();
+    }
+    if (status == xplm_MouseUp || width <= 0 || height <= 0) return 1;
+    const int right = PlaceOnScreen(x) - place.left, up = PlaceOnScreen(y) - place.bottom;
+    const double panelX = static_cast<double>(right) * panel.referenceWidth / width;
+    const double panelY = panel.referenceHeight - static_cast<double>(up) * panel.referenceHeight / height;
+    if (status == xplm_MouseDown) {
+        panel.Click(right * panel.referenceWidth / width,
+                    panel.referenceHeight - up * panel.referenceHeight / height);
+        const bool isFree = panel.clickedButton < 0 && panel.FocusedBoxIndex() < 0;
+        panel.isDragging = isFree && panel.pressFunction && panel.pressFunction(panelX, panelY);
+    } else if (panel.isDragging) {
+        panel.dragFunction(panelX, panelY);
+    }
     return 1;
 }
 
@@ -378,23 +479,39 @@ int widgetVR_class::MouseW_handler(XPLMWindowID, int x, int y, int, int clicks, 
     return 1;
 }
 
-// A key together with a modifier is none of the panel's. Return and escape end the typing.
+// Return, escape and tab end the typing; tab goes on to the next box.
+void widgetVR_class::PressKeyInBox(VR_box_struct &box, char key) {
+    if (key == XPLM_KEY_RETURN || key == XPLM_KEY_ESCAPE) {
+        if (!EndTyping(key == XPLM_KEY_RETURN ? BoxEnd::Taken : BoxEnd::Dropped) && key == XPLM_KEY_RETURN)
+            return;
+        LoseFocus();
+        XPLMTakeKeyboardFocus(nullptr);
+    } else if (key == XPLM_KEY_TAB) {
+        if (EndTyping(BoxEnd::Taken)) FocusNextBox();
+    } else {
+        const bool isReplacing = box.isAllChosen && key != XPLM_KEY_LEFT && key != XPLM_KEY_RIGHT;
+        if (isReplacing) {
+            box.text.clear();
+            box.cursor = 0;
+        }
+        box.isAllChosen = false;
+        PressKey(box, key);
+    }
+}
+
+// A key together with a modifier is none of the panel's.
 void widgetVR_class::Keyboard_handler(XPLMWindowID, char key, XPLMKeyFlags flags, char, void *refcon,
                                       int isLosingFocus) {
     widgetVR_class &panel = *static_cast<widgetVR_class *>(refcon);
     if (isLosingFocus) {
+        panel.EndTyping(BoxEnd::Left);
         panel.LoseFocus();
         panel.redraw = 1;
     }
     VR_box_struct *box = panel.FocusedBox();
     if (!box || flags != xplm_DownFlag) return;
     panel.redraw = 1;
-    if (key != XPLM_KEY_RETURN && key != XPLM_KEY_ESCAPE) {
-        PressKey(*box, key);
-        return;
-    }
-    panel.LoseFocus();
-    XPLMTakeKeyboardFocus(nullptr);
+    panel.PressKeyInBox(*box, key);
 }
 
 XPLMCursorStatus widgetVR_class::CursorStatus_handler(XPLMWindowID, int x, int y, void *refcon) {
@@ -426,6 +543,9 @@ void widgetVR_class::Draw(XPLMWindowID, void *refcon) {
         panel.currentWidth = width;
         panel.currentHeight = height;
     }
+    const double pixels = PixelsPerBoxel();
+    panel.WantBuffer(static_cast<int>(std::lround(width * pixels)),
+                     static_cast<int>(std::lround(height * pixels)));
     DrawTextureBufferIdXYWHCT(panel.bufferTexture, place.left, place.bottom, width, height, ColourWhite, 1.0);
     if (panel.overlayFunction && !panel.isOnMonitor()) panel.overlayFunction();
 }

@@ -1,7 +1,9 @@
-// A small panel toolkit: one floating window that works alike on the monitor and in VR. The panel is rendered
-// into an offscreen buffer of its logical ("reference") size, and the window shows that buffer at whatever
-// size the user gave it. Panel coordinates: origin at the upper left, x right, y down, in reference units; an
-// item at (x, y) of size w × h covers x < px < x + w and y - h < py < y.
+// A small panel toolkit: one floating window that works alike on the monitor and in VR. The panel has a
+// logical
+// ("reference") size, whatever size the user gave its window. It is rendered into an offscreen buffer with as
+// many pixels as the window has on the screen, so that it is sharp, and the window shows that. Panel
+// coordinates: origin at the upper left, x right, y down, in reference units; an item at (x, y) of size w × h
+// covers x < px < x + w and y - h < py < y.
 //
 // The simulator holds a panel's address from Create to Delete: a panel must not move.
 #pragma once
@@ -32,6 +34,12 @@ struct VR_btn_struct {
     int visible = 1, enabled = 1; // others take no clicks; an invisible one is not drawn
     int selected = 0;
     int c = 0, d = 0; // the owner's
+    // A plate: a button without pictures for its states. It has a caption, and above it perhaps a picture.
+    bool isPlate = false;
+    std::string caption;
+    int font = 0;
+    int picture = -1; // texture id
+    bool isPictureMirrored = false;
 };
 
 const int BoxTextMargin = 4; // at both ends of a box
@@ -47,7 +55,14 @@ struct VR_box_struct {
     int cursor = 0;                     // place before which the next character goes
     int scroll = 0;                     // first character shown
     int background = 0, textColour = 0; // palette colours
+    int enabled = 1;                    // another takes no clicks, and is grey
+    bool isReplacedAtOnce = false; // taking the keyboard chooses all of the text: the first key replaces it
+    bool isAllChosen = false;
 };
+
+// What ends the typing into a box: return and tab take it, escape does not, and a click elsewhere, or the
+// simulator, takes the keyboard away.
+enum class BoxEnd { Taken, Dropped, Left };
 
 struct VR_text_struct {
     int x = 0, y = 0;
@@ -114,6 +129,8 @@ public:
     int AddBox(int x, int y, int width, int height, const std::string &text, int font, int background,
                int textColour, int maxLength, int page);
 
+    int AddPlate(int x, int y, int width, int height, const std::string &caption, int font);
+
     // Replaces a box's text; the cursor goes behind it. Nothing for an index without a box.
     void SetBoxText(int index, const std::string &text);
 
@@ -127,6 +144,15 @@ public:
     void SetMouseHandlerFunction(void (*function)());
     // Called with a click that hit no button, in panel coordinates, before the mouse handler.
     void SetPadFunction(void (*function)(int x, int y));
+    // Asked with a press that hit neither button nor box, after the pad; where it returns 1, the drag is
+    // called with the mouse's places until it is let go, and then the drop. Places between whole ones count,
+    // too.
+    void SetDragFunctions(int (*press)(double x, double y), void (*drag)(double x, double y), void (*drop)());
+    // Called when the typing into a box ends; returns 0 for a text that cannot be taken: then the box keeps
+    // the keyboard where return or tab was pressed.
+    void SetBoxFunction(int (*function)(int box, BoxEnd end));
+    // The box that has the keyboard, -1 for none.
+    int FocusedBoxIndex() const;
     // Asked first when the wheel turns; returns 1 when it took the clicks, so that the panel keeps its size.
     void SetWheelFunction(int (*function)(int clicks));
     void UnselectButtons();
@@ -136,13 +162,19 @@ public:
 
 private:
     bool isCreated = false;
-    int bufferTexture = -1;      // id
-    bool isBufferWanted = false; // at the next drawing: it is not there yet, or of another size
+    int bufferTexture = -1;                // id
+    int bufferWidth = 0, bufferHeight = 0; // wanted at the next drawing, pixels
+    int triedWidth = 0, triedHeight = 0;   // of the buffer that was made, or could not be
+    bool isDragging = false;
     void (*drawFunction)() = nullptr;
     void (*overlayFunction)() = nullptr;
     void (*mouseHandler)() = nullptr;
     void (*padFunction)(int x, int y) = nullptr;
     int (*wheelFunction)(int clicks) = nullptr;
+    int (*pressFunction)(double x, double y) = nullptr;
+    void (*dragFunction)(double x, double y) = nullptr;
+    void (*dropFunction)() = nullptr;
+    int (*boxFunction)(int box, BoxEnd end) = nullptr;
 
     void get_default_window_pos();
     void OpenWindow();
@@ -157,13 +189,19 @@ private:
     void Scale(int clicks);
     void FollowMouse(int x, int y);
     void Click(int x, int y);
+    void Focus(VR_box_struct &box);
     void FocusBoxAt(int x, int y);
+    void FocusNextBox();
     VR_box_struct *FocusedBox();
+    bool EndTyping(BoxEnd end);
     void LoseFocus();
+    void PressKeyInBox(VR_box_struct &box, char key);
+    void WantBuffer(int width, int height);
     bool ProvideBuffer();
     void RenderIntoBuffer();
     void DrawBox(const VR_box_struct &box) const;
     void DrawButtons() const;
+    void DrawPlate(const VR_btn_struct &plate) const;
 
     static void Draw(XPLMWindowID window, void *panel);
     static int MouseL_handler(XPLMWindowID window, int x, int y, XPLMMouseStatus status, void *panel);

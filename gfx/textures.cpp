@@ -24,6 +24,7 @@ namespace {
 
 const unsigned LargestSide = 8192;      // pixels; the plug-in's own pictures are far smaller
 const size_t HighestCompression = 1032; // of deflate, times
+const GLfloat SharperBias = -0.5F;      // of what is drawn smaller, in halvings of its size
 const char *const TooLarge = "the picture is larger than a texture can be";
 
 // LodePNG's interface in C: as a shared library it may have another C++ runtime than the plug-in.
@@ -66,17 +67,17 @@ void ClampToEdge() {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
 }
 
-// Between glBegin and glEnd. The picture's upper edge has the texture coordinate upper, its lower edge the
-// other one of 0 and 1.
-void AddQuad(double x, double y, double w, double h, double upper) {
-    const double lower = 1.0 - upper;
-    glTexCoord2d(0, upper);
+// Between glBegin and glEnd. leftmost 1 mirrors it. The picture's upper edge has the texture coordinate
+// upper, its lower edge the other one of 0 and 1.
+void AddQuad(double x, double y, double w, double h, double upper, double leftmost = 0) {
+    const double lower = 1.0 - upper, rightmost = 1.0 - leftmost;
+    glTexCoord2d(leftmost, upper);
     glVertex2d(x, y + h);
-    glTexCoord2d(1, upper);
+    glTexCoord2d(rightmost, upper);
     glVertex2d(x + w, y + h);
-    glTexCoord2d(1, lower);
+    glTexCoord2d(rightmost, lower);
     glVertex2d(x + w, y);
-    glTexCoord2d(0, lower);
+    glTexCoord2d(leftmost, lower);
     glVertex2d(x, y);
 }
 
@@ -125,8 +126,8 @@ int textures_class::LoadPNGTexture(const std::string &path) {
     }
     XPLMSetGraphicsState(0, 1, 0, 1, 1, 1, 1);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA); // what all drawing of pictures counts on
-    width = picture.width;
-    height = picture.height;
+    width = static_cast<double>(picture.width) / detail;
+    height = static_cast<double>(picture.height) / detail;
     pixels = std::move(picture.pixels);
     return 1;
 }
@@ -141,17 +142,20 @@ void textures_class::Upload() {
     XPLMGenerateTextureNumbers(&number, 1); // without OpenGL 0; its answers are good from here on
     GLint largest = 0;
     if (number != 0) glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
-    if (width > largest || height > largest) {
+    const double columns = width * detail, rows = height * detail;
+    if (columns > largest || rows > largest) {
         if (number != 0) LogFileProblem("", name, TooLarge);
         width = height = 0.0;
         return;
     }
     XPLMBindTexture2d(number, 0);
     const PixelsFromMemory source;
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, static_cast<GLsizei>(width), static_cast<GLsizei>(height), 0,
+    glTexParameteri(GL_TEXTURE_2D, GL_GENERATE_MIPMAP, isShrunk ? GL_TRUE : GL_FALSE);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, static_cast<GLsizei>(columns), static_cast<GLsizei>(rows), 0,
                  GL_RGBA, GL_UNSIGNED_BYTE, waiting.get());
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, isShrunk ? GL_LINEAR_MIPMAP_LINEAR : GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    if (isShrunk) glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_LOD_BIAS, SharperBias);
     ClampToEdge();
     XPLMBindTexture2d(0, 0);
 }
@@ -168,17 +172,19 @@ void textures_class::Delete() {
 }
 
 void LoadTextures() {
-    png_btn_body = LoadTexture("body");
-    png_btn_hand_l = LoadTexture("hand_l");
-    png_btn_hand_r = LoadTexture("hand_r");
-    png_btn_8px = LoadTexture("btn_8px");
+    png_btn_body = LoadTexture("body", PanelPictureDetail);
+    png_btn_hand_l = LoadTexture("hand_l", PanelPictureDetail);
+    png_btn_hand_r = LoadTexture("hand_r", PanelPictureDetail);
+    png_btn_8px = LoadTexture("btn_8px", PanelPictureDetail);
     tex_fbo = LoadTexture("fbo");
 }
 
-int LoadTexture(const std::string &name) {
+int LoadTexture(const std::string &name, int detail) {
     const int id = static_cast<int>(textures.size());
     textures_class &texture = textures.emplace_back();
     texture.name = name;
+    texture.detail = detail;
+    texture.isShrunk = detail > 1;
     texture.Load(WhatPluginPath() + "data/png/" + name + ".png");
     texturesMap.insert({name, id});
     return id;
@@ -229,6 +235,16 @@ void DrawTextureIdXYWHRGBT(int id, double x, double y, double w, double h, doubl
 void DrawTextureIdXYWHCT(int id, double x, double y, double w, double h, int C, double t) {
     const RGB_Col &colour = PaletteColour(C);
     DrawTextureIdXYWHRGBT(id, x, y, w, h, colour.r, colour.g, colour.b, t);
+}
+
+void DrawMirroredTextureIdXYWHCT(int id, double x, double y, double w, double h, int C, double t) {
+    if (!BeginTexturedDrawing(TextureOfId(id))) return;
+    const RGB_Col &colour = PaletteColour(C);
+    glColor4d(colour.r, colour.g, colour.b, t);
+    glBegin(GL_QUADS);
+    AddQuad(x, y, w, h, 0, 1);
+    glEnd();
+    XPLMBindTexture2d(0, 0);
 }
 
 void DrawTextureIdCopies(int id, const std::vector<TextureCopy> &copies) {

@@ -13,8 +13,10 @@
 
 struct textures_class {
     int number = 0;                   // the simulator's texture number, 0 before it was drawn
-    double width = 0.0, height = 0.0; // pixels
+    double width = 0.0, height = 0.0; // boxels at its own size: pixels, unless it has several for a boxel
     std::string name;
+    int detail = 1;        // pixels along the side of a boxel; to be set before loading
+    bool isShrunk = false; // to be set before drawing: it is drawn smaller than its pixels are, in many sizes
 
     void Load(const std::string &path);
 
@@ -46,11 +48,15 @@ inline int &png_btn_body = texturesState.body, &png_btn_hand_l = texturesState.l
 inline int &png_btn_hand_r = texturesState.rightHand, &png_btn_8px = texturesState.button8px;
 inline int &tex_fbo = texturesState.offscreen;
 
+// Of the position creator's pictures, which are drawn at up to three times their size.
+const int PanelPictureDetail = 4;
+
 // Loads the plug-in's five pictures into the ids above.
 void LoadTextures();
 
-// Loads "data/png/" + name + ".png" of the plug-in's folder; returns its id.
-int LoadTexture(const std::string &name);
+// Loads "data/png/" + name + ".png" of the plug-in's folder; returns its id. A picture with detail pixels
+// along the side of a boxel stays sharp where a boxel is several pixels of the screen.
+int LoadTexture(const std::string &name, int detail = 1);
 
 // Gives all textures back to OpenGL and forgets them.
 void UnLoadTextures();
@@ -73,6 +79,7 @@ void DrawTextureIdXYCT(int id, double x, double y, int C, double t);
 void DrawTextureIdXYWHRGBT(int id, double x, double y, double w, double h, double r, double g, double b,
                            double t);
 void DrawTextureIdXYWHCT(int id, double x, double y, double w, double h, int C, double t);
+void DrawMirroredTextureIdXYWHCT(int id, double x, double y, double w, double h, int C, double t);
 
 // Many copies of one picture at its own size, far cheaper than one by one: what a drawing costs is the state
 // that goes with it.

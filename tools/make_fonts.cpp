@@ -1,4 +1,5 @@
-// Makes the fonts under data/fnt/: "verd_17" from a TrueType font, and "led_36" from segments drawn here.
+// Makes the fonts under data/fnt/: "verd_17", "verd_14" and "verd_68" from a TrueType font, and "led_36" from
+// segments drawn here.
 // Building the plug-in needs neither this program nor FreeType. On Debian, with libfreetype-dev and
 // fonts-dejavu-core (what is committed came from FreeType 2.12.1 and DejaVu 2.37):
 //
@@ -36,6 +37,7 @@ struct Font {
     int size = 0, lineHeight = 0, base = 0;
     std::vector<Glyph> glyphs = {};
     int atlasWidth = 256, atlasHeight = 0;
+    int gap = 1; // between pictures, so that scaled letters do not touch their neighbours
 };
 
 [[noreturn]] void Stop(const std::string &why) {
@@ -45,23 +47,22 @@ struct Font {
 
 // ---- The atlas ----
 
-const int Gap = 1; // between pictures, so that scaled letters do not touch their neighbours
-
 // Row by row in the order of the codes; the height is what they need, rounded up to a multiple of 4.
 void PlaceGlyphs(Font &font) {
-    int x = Gap, y = Gap, rowHeight = 0;
+    const int gap = font.gap;
+    int x = gap, y = gap, rowHeight = 0;
     for (Glyph &glyph : font.glyphs) {
-        if (x + glyph.width + Gap > font.atlasWidth) {
-            x = Gap;
-            y += rowHeight + Gap;
+        if (x + glyph.width + gap > font.atlasWidth) {
+            x = gap;
+            y += rowHeight + gap;
             rowHeight = 0;
         }
         glyph.x = x;
         glyph.y = y;
-        x += glyph.width + Gap;
+        x += glyph.width + gap;
         rowHeight = std::max(rowHeight, glyph.height);
     }
-    font.atlasHeight = (y + rowHeight + Gap + 3) / 4 * 4;
+    font.atlasHeight = (y + rowHeight + gap + 3) / 4 * 4;
 }
 
 // White everywhere, with the coverage as alpha, so that no dark seam shows where a letter ends.
@@ -84,7 +85,7 @@ void WriteDescription(const Font &font, const std::string &path) {
     std::ofstream out(path);
     out << "info face=\"" << font.face << "\" size=" << font.size
         << " bold=0 italic=0 charset=\"\" unicode=1 stretchH=100 smooth=1 aa=1 padding=0,0,0,0 spacing="
-        << Gap << "," << Gap << "\n";
+        << font.gap << "," << font.gap << "\n";
     out << "common lineHeight=" << font.lineHeight << " base=" << font.base << " scaleW=" << font.atlasWidth
         << " scaleH=" << font.atlasHeight << " pages=1 packed=0\n";
     out << "page id=0 file=\"" << font.name << ".png\"\n";
@@ -102,15 +103,27 @@ void WriteFont(Font font, const std::string &folder) {
     WriteDescription(font, folder + "/" + font.name + ".fnt");
 }
 
-// ---- "verd_17" ----
+// ---- "verd_…" ----
 
-const int TextEm = 14; // pixels; a line of this face is 17 pixels high
+// Sizes in pixels. A line is 17 pixels high where an em has 14.
+struct TextSize {
+    int em, lineHeight, base;
+    int lastCode; // the plug-in draws none above 127
+};
+const TextSize Main = {14, 17, 13, 255}, Small = {11, 14, 11, 126};
+
+// For panels that are drawn at several times their size: smaller pictures are made of this one's, so its
+// letters keep their own forms, and stand far apart.
+const TextSize Large = {56, 68, 52, 126};
+const int LargeGap = 8, LargeAtlasWidth = 512;
 
 // Stems are fitted to whole pixels in both directions, as the font's own instructions want it.
 const FT_UInt FullHinting = 35;
 
-Glyph RenderCharacter(FT_Face face, int code, int base) {
-    if (FT_Load_Char(face, static_cast<FT_ULong>(code), FT_LOAD_RENDER | FT_LOAD_TARGET_NORMAL) != 0)
+Glyph RenderCharacter(FT_Face face, int code, int base, bool isHinted) {
+    const FT_Int32 flags =
+        FT_LOAD_RENDER | (isHinted ? FT_LOAD_TARGET_NORMAL : static_cast<FT_Int32>(FT_LOAD_NO_HINTING));
+    if (FT_Load_Char(face, static_cast<FT_ULong>(code), flags) != 0)
         Stop("the font has no character " + std::to_string(code));
     const FT_GlyphSlot slot = face->glyph;
     const FT_Bitmap &bitmap = slot->bitmap;
@@ -127,7 +140,7 @@ Glyph RenderCharacter(FT_Face face, int code, int base) {
     return glyph;
 }
 
-Font MakeTextFont(const char *file) {
+Font MakeTextFont(const char *file, const TextSize &size) {
     FT_Library library;
     FT_Face face;
     if (FT_Init_FreeType(&library) != 0) Stop("FreeType does not start");
@@ -135,10 +148,20 @@ Font MakeTextFont(const char *file) {
     if (FT_Property_Set(library, "truetype", "interpreter-version", &version) != 0)
         Stop("this FreeType cannot hint fully");
     if (FT_New_Face(library, file, 0, &face) != 0) Stop(std::string("cannot read the font ") + file);
-    FT_Set_Pixel_Sizes(face, 0, TextEm);
-    Font font = {.name = "verd_17", .face = face->family_name, .size = 17, .lineHeight = 17, .base = 13};
-    for (int code = 32; code < 256; code++)
-        if (code < 127 || code >= 160) font.glyphs.push_back(RenderCharacter(face, code, font.base));
+    FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(size.em));
+    const bool isLarge = size.em == Large.em;
+    Font font = {.name = "verd_" + std::to_string(size.lineHeight),
+                 .face = face->family_name,
+                 .size = size.lineHeight,
+                 .lineHeight = size.lineHeight,
+                 .base = size.base};
+    if (isLarge) {
+        font.gap = LargeGap;
+        font.atlasWidth = LargeAtlasWidth;
+    }
+    for (int code = 32; code <= size.lastCode; code++)
+        if (code < 127 || code >= 160)
+            font.glyphs.push_back(RenderCharacter(face, code, font.base, !isLarge));
     FT_Done_Face(face);
     FT_Done_FreeType(library);
     return font;
@@ -289,7 +312,7 @@ Font MakeLedFont() {
 
 int main(int argc, char **argv) {
     if (argc != 3) Stop("usage: make_fonts FONT.ttf FOLDER");
-    WriteFont(MakeTextFont(argv[1]), argv[2]);
+    for (const TextSize &size : {Main, Small, Large}) WriteFont(MakeTextFont(argv[1], size), argv[2]);
     WriteFont(MakeLedFont(), argv[2]);
     return 0;
 }

@@ -1,6 +1,7 @@
-// Makes the pictures of the position creator under data/png/: body, hand_l, hand_r, btn_8px and fbo. The
-// joints are where the panel has its buttons. Shapes are signed distances in pixels, negative inside, which
-// gives smooth edges and lets limbs grow into each other. At the root:
+// Makes the pictures of the position creator under data/png/: body, hand_l, hand_r, btn_8px, fbo, and one of
+// each preset. The joints are where the panel has its buttons. Shapes are signed distances in boxels,
+// negative inside, which gives smooth edges and lets limbs grow into each other; those of the presets are in
+// metres, and looked at along rays. At the root:
 //
 //     cmake --preset release && ninja -C build/release make_panel_pictures
 //     build/release/tools/make_panel_pictures data/png/
@@ -12,6 +13,7 @@
 
 #include "figure/position_creator_places.h"
 #include "lodepng.h"
+#include "tools/figure/poses.h"
 
 namespace {
 
@@ -25,19 +27,30 @@ struct Colour {
 constexpr Colour Card = {27, 33, 41}, Skin = {70, 84, 100}, Cloth = {46, 57, 71}, Line = {196, 212, 228},
                  Ring = {134, 152, 170}, Gold = {214, 178, 94};
 
-// A picture that covers a part of the panel and is drawn in the panel's coordinates.
+// A picture that covers a part of the panel and is drawn in the panel's coordinates, with more pixels than
+// the panel has boxels.
 struct Picture {
-    int left, top, width, height;
+    static constexpr int Detail = 4; // as gfx/textures.h has it
+    int left, top, columns, rows;
     std::vector<unsigned char> pixels;
 
     Picture(int left, int top, int width, int height)
-        : left(left), top(top), width(width), height(height), pixels(4 * width * height) {}
+        : left(left), top(top), columns(Detail * width), rows(Detail * height), pixels(4 * columns * rows) {}
+
+    Point Place(int pixel) const {
+        return {left + (pixel % columns + 0.5) / Detail, top + (pixel / columns + 0.5) / Detail};
+    }
 
     // Lays a colour over the picture where coverage(point) is above 0, up to 1.
     template <typename Coverage> void Paint(const Colour &colour, Coverage coverage) {
-        for (int i = 0; i < width * height; i++) {
-            const double alpha =
-                std::clamp(coverage(Point{left + i % width + 0.5, top + i / width + 0.5}), 0.0, 1.0);
+        PaintEach([&](Point p) { return std::pair(colour, coverage(p)); });
+    }
+
+    // The same with a colour for each point.
+    template <typename Paints> void PaintEach(Paints paints) {
+        for (int i = 0; i < columns * rows; i++) {
+            const auto [colour, coverage] = paints(Place(i));
+            const double alpha = std::clamp(coverage, 0.0, 1.0);
             if (alpha == 0) continue;
             unsigned char *pixel = &pixels[4 * i];
             const double below = pixel[3] / 255.0 * (1 - alpha), sum = alpha + below;
@@ -50,15 +63,15 @@ struct Picture {
     }
 
     template <typename Shape> void Fill(const Colour &colour, Shape shape) {
-        Paint(colour, [&](Point p) { return 0.5 - shape(p); });
+        Paint(colour, [&](Point p) { return 0.5 - shape(p) * Detail; });
     }
 
     template <typename Shape> void Outline(const Colour &colour, Shape shape, double lineWidth) {
-        Paint(colour, [&](Point p) { return 0.5 + lineWidth / 2 - std::abs(shape(p)); });
+        Paint(colour, [&](Point p) { return 0.5 + (lineWidth / 2 - std::abs(shape(p))) * Detail; });
     }
 
     void Save(const std::string &path) const {
-        if (const unsigned error = lodepng::encode(path, pixels, width, height))
+        if (const unsigned error = lodepng::encode(path, pixels, columns, rows))
             std::fprintf(stderr, "%s: %s\n", path.c_str(), lodepng_error_text(error));
     }
 };
@@ -191,6 +204,97 @@ Picture Button() {
     return picture;
 }
 
+// ---- Presets ----
+
+using rig::Vec;
+
+const int PresetSide = 28; // boxels
+const Colour Light = {226, 196, 172};
+
+// The right hand of a preset, in the hand's own axes: -z along it, y out of its back.
+struct HandModel {
+    struct Bone {
+        Vec a, b;
+        double radiusA, radiusB;
+    };
+    std::vector<Bone> fingers, palm;
+
+    explicit HandModel(const figure_maker::HandShape &shape) {
+        rig::Pose pose{};
+        figure_maker::SetHandShape(pose, shape.name, true);
+        const rig::Body &body = rig::Woman();
+        const rig::Frames frames = rig::CarriedFrames(body, pose);
+        const rig::Frame hand = rig::HandFrame(body, true);
+        const auto place = [&](int channel, Vec atRest) {
+            return rig::ToLocal(hand, rig::ToWorld(frames[static_cast<size_t>(channel)], atRest));
+        };
+        const Vec wrist = {0, -0.004, 0.012};
+        for (int finger = 0; finger < 5; finger++) {
+            const int first = rig::RightFingers + 3 * finger;
+            const double thick = finger == 0 ? 0.0115 : finger == 4 ? 0.0080 : 0.0095;
+            for (int i = 0; i < 3; i++)
+                fingers.push_back({place(first + i, body.At(first + i).pivot),
+                                   place(first + i, body.At(first + i).end), thick * (1 - 0.08 * i),
+                                   thick * (0.92 - 0.08 * i)});
+            const Vec knuckle = place(first, body.At(first).pivot);
+            palm.push_back({knuckle, {knuckle.x * 0.6, wrist.y, 0.0}, finger == 0 ? 0.014 : 0.0125, 0.016});
+        }
+        palm.push_back({wrist, {0, -0.006, 0.09}, 0.021, 0.024});
+    }
+
+    static double Distance(Vec p, const Bone &bone) {
+        const Vec along = bone.b - bone.a;
+        const double t = std::clamp(rig::Dot(p - bone.a, along) / rig::Dot(along, along), 0.0, 1.0);
+        return rig::Length(p - bone.a - along * t) - (bone.radiusA + t * (bone.radiusB - bone.radiusA));
+    }
+
+    double Distance(Vec p) const {
+        double hand = 1, tips = 1;
+        for (const Bone &bone : palm) hand = Joined(hand, Distance(p, bone), 0.012);
+        for (const Bone &bone : fingers) tips = std::min(tips, Distance(p, bone));
+        return Joined(hand, tips, 0.006);
+    }
+
+    Vec Normal(Vec p) const {
+        const double e = 0.0004;
+        return rig::Unit({Distance(p + Vec{e, 0, 0}) - Distance(p - Vec{e, 0, 0}),
+                          Distance(p + Vec{0, e, 0}) - Distance(p - Vec{0, e, 0}),
+                          Distance(p + Vec{0, 0, e}) - Distance(p - Vec{0, 0, e})});
+    }
+};
+
+// Fingers up, seen from the palm's side and from the thumb, so that it shows what is bent; a dark line where
+// the hand ends against the card.
+Picture Preset(const figure_maker::HandShape &shape) {
+    Picture picture(0, 0, PresetSide, PresetSide);
+    const HandModel hand(shape);
+    const Vec forward = rig::Unit({0.62, 0.70, 0.22}),
+              up = rig::Unit(rig::Cross(rig::Cross(forward, {0, 0, -1}), forward));
+    const Vec right = rig::Cross(forward, up), light = rig::Unit(right * -0.5 + up * 0.7 - forward * 0.8);
+    const Vec middle = {0.0, -0.012, -0.085};
+    const double metresPerBoxel = 0.205 / PresetSide, pixel = metresPerBoxel / Picture::Detail;
+    picture.PaintEach([&](Point p) {
+        const Vec start = middle + right * ((p.x - PresetSide / 2.0) * metresPerBoxel)
+                          + up * ((PresetSide / 2.0 - p.y) * metresPerBoxel) - forward * 0.3;
+        double nearest = 1, depth = 0;
+        for (int step = 0; step < 90 && depth < 0.6; step++) {
+            const double distance = hand.Distance(start + forward * depth);
+            nearest = std::min(nearest, distance);
+            if (distance < 0.0002) break;
+            depth += 0.8 * distance;
+        }
+        const double coverage = 0.5 - (nearest - 0.0006) / pixel;
+        if (nearest > 0.0004) return std::pair(Colour{12, 16, 20}, coverage);
+        const Vec hit = start + forward * depth, normal = hand.Normal(hit);
+        const double facing = -rig::Dot(normal, forward);
+        const double open = std::clamp(hand.Distance(hit + normal * 0.012) / 0.012, 0.35, 1.0);
+        const double bright = (0.30 + 0.70 * std::max(0.0, rig::Dot(normal, light))) * open
+                              * std::clamp(facing / 0.35, 0.30, 1.0);
+        return std::pair(Colour{Light.r * bright, Light.g * bright, Light.b * bright}, 1.0);
+    });
+    return picture;
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
@@ -203,5 +307,7 @@ int main(int argc, char **argv) {
     Body().Save(folder + "body.png");
     Hand(RightHandPlace, btn_F11_R, -1).Save(folder + "hand_r.png");
     Button().Save(folder + "btn_8px.png");
-    Picture(0, 0, 16, 16).Save(folder + "fbo.png"); // nothing: offscreen buffers take its place
+    Picture(0, 0, 4, 4).Save(folder + "fbo.png"); // nothing: offscreen buffers take its place
+    for (const figure_maker::HandShape &shape : figure_maker::HandShapes())
+        Preset(shape).Save(folder + "preset_" + shape.name + ".png");
 }
