@@ -7,10 +7,14 @@
 #include "XPLMDisplay.h"
 #include "XPLMGraphics.h"
 #include "figure/channels.h"
+#include "figure/hand_views.h"
+#include "figure/pose_edits.h"
+#include "figure/position_creator_tools.h"
 #include "figure/positions.h"
 #include "gfx/drawing.h"
 #include "gfx/fonts.h"
 #include "gfx/textures.h"
+#include "util/files.h"
 #include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/screen.h"
@@ -58,6 +62,7 @@ void ReadMousePlace(int &x, int &y) {
 
 void StartDrag() {
     const structAnim &channel = anim[static_cast<size_t>(anim_selected)];
+    RememberPose();
     isSelectedAnimStart = anim_selected;
     ReadMousePlace(MouseInitX, MouseInitY);
     AnimInitXdrfValue = XPLMGetDataf(channel.dataref[AxisX]);
@@ -65,16 +70,40 @@ void StartDrag() {
     AnimInitZdrfValue = XPLMGetDataf(channel.dataref[AxisZ]);
 }
 
+void EndDrag() {
+    if (isSelectedAnimStart < 0) return;
+    isSelectedAnimStart = -1;
+    ForgetUnchangedPose();
+}
+
 // A click beside all buttons: one on the pad starts a drag, the next one, wherever it is, ends it.
 void ClickPad(int x, int y) {
     const bool isOnPad = std::abs(x - PadX) <= PadReach && std::abs(y - PadY) <= PadReach;
-    if (isSelectedAnimStart >= 0)
-        isSelectedAnimStart = -1;
+    positionCreator.wasDragEnded = isSelectedAnimStart >= 0;
+    if (positionCreator.wasDragEnded)
+        EndDrag();
     else if (isOnPad && isChannel(anim_selected))
         StartDrag();
 }
 
+// A press on a hand in one of the views, unless it was what ended the drag on the pad.
+int Press(double x, double y) {
+    if (positionCreator.wasDragEnded || !TakeHand(x, y, anim_selected)) return 0;
+    RememberPose();
+    return 1;
+}
+
+void Drop() {
+    if (!handViews.isDragging) return;
+    DropHand();
+    ForgetUnchangedPose();
+}
+
 int TurnWheel(int clicks) {
+    if (handViews.isDragging) {
+        MoveHandAway(clicks);
+        return 1;
+    }
     if (!isChannel(isSelectedAnimStart)) return 0;
     structAnim &channel = anim[static_cast<size_t>(isSelectedAnimStart)];
     AnimInitYdrfValue += static_cast<float>(clicks) * UnitsPerPixel(channel);
@@ -90,16 +119,23 @@ void DrawCursorPlace() {
                    xplmFont_Basic);
 }
 
+void DrawBelow() {
+    DrawBelowCreatorTools();
+    EditorPanel_ExternalDraw();
+}
+
 void BuildPanel() {
     EditorPanel.Create("Velmora Fennic Position Creator", PanelSide, PanelSide);
     EditorPanel.AddTexture(LeftHandPlace.x, LeftHandPlace.y, png_btn_hand_l, 1, 1.0F, 0);
     EditorPanel.AddTexture(BodyPlace.x, BodyPlace.y, png_btn_body, 1, 1.0F, 0);
     EditorPanel.AddTexture(RightHandPlace.x, RightHandPlace.y, png_btn_hand_r, 1, 1.0F, 0);
-    EditorPanel.SetDrawFunction(EditorPanel_ExternalDraw);
+    EditorPanel.SetDrawFunction(DrawBelow);
     EditorPanel.SetOverlayFunction(DrawCursorPlace);
     EditorPanel.SetMouseHandlerFunction(EditorPanel_ExternalMouseHandler);
     EditorPanel.SetPadFunction(ClickPad);
     EditorPanel.SetWheelFunction(TurnWheel);
+    EditorPanel.SetDragFunctions(Press, DragHand, Drop);
+    EditorPanel.SetBoxFunction(EndTypingInCreator);
     for (int channel = 0; channel < ButtonCount; channel++)
         b[channel] = EditorPanel.AddButton(0, ButtonPlaces[channel].x, ButtonPlaces[channel].y, png_btn_8px,
                                            png_btn_8px, 1, 1, 0, 1.0F, 0, 0);
@@ -107,6 +143,8 @@ void BuildPanel() {
                                           ColourWhite, ColourBlack, LongestName, 0);
     EditorPanel.texts.push_back({BoxLabelPlace.x, BoxLabelPlace.y, "Name", fnt_Main, ColourWhite});
     EditorPanel.texts.push_back({ChannelLabelPlace.x, ChannelLabelPlace.y, "", fnt_Main, ColourYellow});
+    AddCreatorTools();
+    RefreshCreatorTools();
 }
 
 // The channel's name tells the user more than a dot among 47.
@@ -145,15 +183,25 @@ void EditorPanel_ExternalDraw() {
 
 void EditorPanel_ExternalMouseHandler() {
     if (EditorPanel.clickedButton < 0) return;
+    EditorPanel.redraw = 1;
+    if (isSelectedAnimStart >= 0 && EditorPanel.clickedButton > b[btn_XYZ]) {
+        EndDrag(); // as a click anywhere beside the channels does
+        return;
+    }
+    if (ClickCreatorTool(EditorPanel.clickedButton)) {
+        RefreshCreatorTools();
+        return;
+    }
     EditorPanel.UnselectButtons();
     for (int channel = 0; channel < ButtonCount; channel++) {
         if (b[channel] != EditorPanel.clickedButton) continue;
         EditorPanel.buttons[static_cast<size_t>(b[channel])].selected = 1;
         anim_selected = channel;
         ShowSelectedName();
+        TellInCreator("");
         break;
     }
-    EditorPanel.redraw = 1;
+    RefreshCreatorTools();
 }
 
 void EditorPanel_Reposition() {
@@ -170,23 +218,32 @@ void EditorPanel_Reposition() {
 
 void DrawPositionCreator() {
     if (!EditorPanel.isShow()) {
-        isSelectedAnimStart = -1; // closed in the middle of a drag: the mouse is free again
+        EndDrag(); // closed in the middle of a drag: the mouse is free again
+        Drop();
         return;
     }
     const bool isOnMonitor = EditorPanel.isOnMonitor();
-    if (isOnMonitor != positionCreator.wasOnMonitor)
-        isSelectedAnimStart = -1; // places mean something else now
+    if (isOnMonitor != positionCreator.wasOnMonitor) { // places mean something else now
+        EndDrag();
+        Drop();
+    }
     positionCreator.wasOnMonitor = isOnMonitor;
     ReadMousePlace(CursorXnow, CursorYnow);
+    if (handViews.isDragging) {
+        FollowHand();
+        TellInCreator(HandReport());
+    }
     if (isChannel(isSelectedAnimStart))
         Drag();
     else if (isOnMonitor)
         DrawCursorPlace();
+    RefreshCreatorTools();
 }
 
 void ReInitPositionCreator() {
     anim_selected = -1;
     isSelectedAnimStart = -1;
+    handViews.isDragging = false;
     MouseInitX = MouseInitY = 0;
     CursorXnow = CursorYnow = 0;
     AnimInitXdrfValue = AnimInitYdrfValue = AnimInitZdrfValue = 0.0F;
@@ -195,7 +252,16 @@ void ReInitPositionCreator() {
 }
 
 void SavePositionToFile() {
-    SavePosition(GetCurrentPositionName());
+    const std::string name = GetCurrentPositionName();
+    if (SavePosition(name))
+        TellInCreator("Saved: " + name);
+    else
+        TellInCreator(
+            isSafeFileName(name) ? "Not saved: see the log" : "Not saved: this is no name for a file", true);
+}
+
+void RememberPoseInCreator() {
+    if (EditorPanel.isShow()) RememberPose();
 }
 
 std::string GetCurrentPositionName() {
@@ -211,5 +277,8 @@ void SetCurrentPositionName(const std::string &name) {
 
 void ResetPositionCreator() {
     EditorPanel.Delete();
+    ResetCreatorTools();
+    ResetHandViews();
+    ResetPoseEdits();
     MakeFresh(positionCreator);
 }

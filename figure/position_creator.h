@@ -1,6 +1,7 @@
 // The panel in which a user poses the figure by hand: a button for each channel, a pad on which the mouse
-// moves the chosen one, and a box with the name under which the pose is saved. This module owns the panel,
-// what is chosen and the running drag; the channels are those of channels.h.
+// moves the chosen one, and a box with the name under which the pose is saved; what stands beside is in
+// position_creator_tools.h. This module owns the panel, what is chosen and the running drag; the channels are
+// those of channels.h.
 #pragma once
 
 #include <string>
@@ -19,6 +20,7 @@ struct PositionCreatorState {
     int cursorX = 0, cursorY = 0;  // the mouse in the last frame in which it was asked for
     float valueX = 0.0F, valueY = 0.0F, valueZ = 0.0F; // the channel where the drag began
     bool wasOnMonitor = true;                          // in the last frame
+    bool wasDragEnded = false;                         // by the last click
 };
 extern PositionCreatorState positionCreator;
 inline int (&b)[ButtonCount] = positionCreator.buttons;
@@ -47,8 +49,11 @@ void DrawPositionCreator();
 // No channel chosen, no drag; called when flight time falls back.
 void ReInitPositionCreator();
 
-// Saves the pose under the name in the box.
+// Saves the pose under the name in the box, and tells so in the panel.
 void SavePositionToFile();
+
+// Before a position or preset is loaded from the menus: an open panel can take it back.
+void RememberPoseInCreator();
 
 // The name in the box; "new" while there is no box.
 std::string GetCurrentPositionName();

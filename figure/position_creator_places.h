@@ -88,3 +88,9 @@ constexpr PanelPlace ButtonPlaces[ButtonCount] = {
     {174, 158}, {173, 207}, {170, 245}, // LEG1_r to LEG3_r
     {187, 130},                         // XYZ
 };
+
+// The views in which a hand is dragged, beside the pad.
+struct HandView {
+    int x, y, width, height;
+};
+constexpr HandView HandViewPlaces[] = {{388, 240, 120, 95}, {388, 338, 120, 95}}; // from ahead, from her left

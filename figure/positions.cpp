@@ -145,15 +145,15 @@ bool isListedPosition(const std::string &name) {
 }
 
 // Writes what the datarefs show, not what the table remembers: the position creator moves them too.
-void SavePose(const std::string &path) {
-    if (anim.empty()) return; // without a figure a saved pose would only be lost
+bool SavePose(const std::string &path) {
+    if (anim.empty()) return false; // without a figure a saved pose would only be lost
     std::string text;
     for (size_t i = 0; i < anim.size(); i++) {
         text += int2string(static_cast<int>(i)) + "," + anim[i].name + ",";
         for (XPLMDataRef dataref : anim[i].dataref) text += SignificantDigits(XPLMGetDataf(dataref)) + ",";
         text += "\r\n";
     }
-    WriteWholeFile(path, text);
+    return WriteWholeFile(path, text);
 }
 
 } // namespace
@@ -217,13 +217,13 @@ void LoadPresetFromFile(const std::string &fileName) {
     }
 }
 
-void SavePosition(const std::string &name) {
+bool SavePosition(const std::string &name) {
     if (!isSafeFileName(name)) {
         LogProblem("Position not saved, this is no file name: ", name);
-        return;
+        return false;
     }
     const auto found = mapPos.find(name);
-    SavePose(PositionFolder() + RelativePath(found == mapPos.end() ? "" : found->second, name));
+    return SavePose(PositionFolder() + RelativePath(found == mapPos.end() ? "" : found->second, name));
 }
 
 void SavePresetLeftToFile() {

@@ -64,8 +64,9 @@ void ExecutePosFast(const std::string &name);
 void LoadPresetFromFile(const std::string &fileName);
 
 // Writes the pose that the datarefs show, all channels, to the file of this position (in its subfolder if it
-// has one). A name that is no file name is refused, with a line in the log. Lists are not scanned again.
-void SavePosition(const std::string &name);
+// has one). False, with a line in the log: the name is no file name, or nothing could be written. Lists are
+// not scanned again.
+bool SavePosition(const std::string &name);
 
 // The same, as the new preset of a hand.
 void SavePresetLeftToFile();

@@ -147,6 +147,120 @@ sim.frames(1)
 check.that(not window().focus, "so does a click elsewhere")
 click(PAD_X, 500)
 
+-- ---- Numbers, mirror, presets, hands, and undo ----
+
+local UNDO, REDO, SAVE = {31, 361}, {91, 361}, {98, 269}
+local JOINT, LIMB, ALL = {21, 385}, {61, 385}, {101, 385}
+local RESET, MIRROR, COPY = {21, 406}, {61, 406}, {101, 406}
+local X, Y, PLUS_X = {430, 30}, {430, 64}, {497, 30}
+local LEFT_FOREARM, EMPTY, LEFT_HAND = {221, 112}, {450, 160}, {455, 222}
+
+local poses = {} -- before each change
+local function push(place) click(place[1], place[2]) end
+local function change(what, action, ...)
+    poses[#poses + 1] = pose()
+    action(...)
+    sim.frames(1)
+    local shown, last = pose(), poses[#poses]
+    for i, value in ipairs(shown) do
+        if value ~= last[i] then return end
+    end
+    check.that(false, what .. " changed nothing")
+end
+local function type_into(box, text, key)
+    push(box)
+    sim.type(text)
+    sim.key(key)
+    sim.frames(1)
+end
+
+press_button(LEFT_FOREARM)
+change("a number", type_into, X, "-12.5", "return")
+check.that(not window().focus, "taken, and the keyboard given back")
+change("two numbers", function() type_into(X, "20", "tab") end)
+change("the next number", function() sim.type("1,5\n") end)
+check.equal(axes("l_arm2"), 20, "x")
+check.equal(select(2, axes("l_arm2")), 1.5, "y, with a comma")
+for _, refused in ipairs {"4x", "56", "-81", "--1", "-"} do
+    type_into(X, refused, "return")
+    check.that(window().focus, refused .. " is still there to be mended")
+    sim.key("escape")
+    check.that(not window().focus, "escape")
+    type_into(X, refused, "backspace")
+    push(EMPTY)
+    check.equal(axes("l_arm2"), ({["4x"] = 4, ["56"] = 5, ["-81"] = -8})[refused] or 20, refused)
+    if axes("l_arm2") ~= 20 then push(UNDO) end
+    check.equal(axes("l_arm2"), 20, refused .. " undone")
+end
+change("a step", push, PLUS_X)
+change("the highest", type_into, X, "55", "return")
+push(PLUS_X)
+check.equal(axes("l_arm2"), 55, "the joint's limit")
+
+push(ALL)
+local asymmetric = pose()
+change("mirror", push, MIRROR)
+check.list({axes("r_arm2")}, {55, -1.5, -asymmetric[3 * 6]}, "what was left")
+change("mirror", push, MIRROR)
+check.list(pose(), asymmetric, "twice is as before")
+push(JOINT)
+change("copy", push, COPY)
+check.list({axes("r_arm2")}, {55, -1.5, -asymmetric[3 * 6]}, "the other side")
+check.equal(axes("l_arm2"), 55, "this side stays")
+push(LIMB)
+change("reset", push, RESET)
+check.list({axes("l_arm1")}, {0, 0, 0}, "of the same limb")
+check.equal(axes("r_arm2"), 55, "not the other limb")
+change("a preset", function()
+    push {417, 376} -- the fist, of the left hand: the chosen joint is of that side
+    sim.run(1)
+end)
+check.equal(axes("l_f31"), 70, "a finger")
+check.that(axes("r_f31") ~= 70, "of one hand")
+push(ALL)
+change("reset", push, RESET)
+check.equal(axes("head"), 0, "all")
+change("a hand", function()
+    local x, y = at(LEFT_HAND[1], LEFT_HAND[2])
+    sim.mouse_down(x, y)
+    sim.frames(3)
+    check.equal(axes("l_arm1"), 0, "taken, not drawn yet")
+    x, y = at(LEFT_HAND[1] + 8, LEFT_HAND[2] - 25)
+    sim.mouse_drag(x, y)
+    sim.wheel(x, y, -10) -- nearer to who looks at her, which is ahead
+    sim.frames(30)
+    sim.mouse_up(x, y)
+end)
+check.that(axes("l_arm1") > 10, "the arm is raised")
+check.list({axes("r_arm1")}, {0, 0, 0}, "the other one lies")
+local raised = pose()
+sim.mouse(at(300, 300))
+sim.frames(3)
+check.list(pose(), raised, "let go")
+
+push(SAVE)
+check.equal(select(2, check.read(plugin .. "custom/positions-w/my_fist.txt"):gsub("\r\n", "")), 47, "saved here, too")
+for i = #poses, 1, -1 do
+    push(UNDO)
+    check.list(pose(), poses[i], "undone, change " .. i)
+end
+for i = 2, #poses do
+    push(REDO)
+    check.list(pose(), poses[i], "again, change " .. i - 1)
+end
+push(REDO)
+check.list(pose(), raised, "all again")
+push(REDO)
+check.list(pose(), raised, "no more")
+
+-- Beside a button of the tools, a click ends a drag and does nothing else.
+press_button {187, 35}
+click(PAD_X, PAD_Y)
+push(RESET)
+sim.mouse(at(PAD_X, PAD_Y - 60))
+sim.frames(1)
+check.list(pose(), raised, "neither dragged nor reset")
+
 -- ---- Size ----
 
 posed = pose() -- the pad had a channel

@@ -49,6 +49,18 @@ for _, text in ipairs(sim.screen_text()) do
 end
 check.that(label and label.text == "300" and label.x == 305, "the cursor's place is told in the headset")
 
+-- Numbers are typed there, too, and a hand is dragged with the beam.
+click(430, 98)
+sim.type("5\n")
+check.equal(select(3, axes("head")), 5, "typed")
+click(101, 385) -- all of her
+click(21, 406) -- reset: the hands lie on her thighs
+sim.mouse_down(at(455, 222))
+sim.mouse_drag(at(463, 200))
+sim.frames(20)
+sim.mouse_up(at(463, 200))
+check.that(axes("l_arm1") > 5, "the arm follows")
+
 -- Half as large again, the same buttons; the pose is saved under the name that is typed.
 for _ = 1, 5 do sim.wheel(10, 10, 1) end
 sim.frames(1)

@@ -82,6 +82,7 @@ bool isListed(const std::vector<std::string> &list, const std::string &name) {
 }
 
 void LoadPositionOrPreset(const std::string &name) {
+    RememberPoseInCreator();
     if (isListed(positionList, name)) {
         LoadPositionFromFile(name);
         SetCurrentPositionName(name);
