@@ -165,7 +165,7 @@ void DrawView(int view, int panelHeight, int chosen) {
 ReachTask TaskOf(bool isRight, Vec target, HandPoint point, bool movesBack) {
     const Body &body = BodyInUse();
     ReachTask task = {body, isRight, HandOf(body, handViews.start, point, isRight),
-                      ReachVariables(body, isRight, movesBack)};
+                      ReachVariables(isRight, movesBack)};
     task.goal.target = target;
     task.ease = handViews.start;
     return task;
@@ -298,7 +298,7 @@ void DropHand() {
     handViews.isDragging = false;
     const Pose pose = RigPoseShown();
     for (bool isRight : {false, true})
-        for (const Variable &variable : ReachVariables(BodyInUse(), isRight, true)) {
+        for (const Variable &variable : ReachVariables(isRight, true)) {
             const double value = pose[At(variable.channel)][At(variable.axis)];
             if (value != handViews.start[At(variable.channel)][At(variable.axis)])
                 SetChannelValue(variable.channel, variable.axis,
