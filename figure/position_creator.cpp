@@ -112,7 +112,7 @@ int TurnWheel(int clicks) {
 }
 
 void DrawCursorPlace() {
-    if (isChannel(isSelectedAnimStart)) return;
+    if (isChannel(isSelectedAnimStart) || handViews.isDragging) return;
     std::string text = int2string(CursorXnow - EditorPanel.Place().left);
     float white[] = {1.0F, 1.0F, 1.0F};
     XPLMDrawString(white, CursorXnow + CursorTextAway, CursorYnow + CursorTextAway, text.data(), nullptr,

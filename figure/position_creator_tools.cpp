@@ -30,6 +30,7 @@ const int PanelSize = 512;
 const int NumberTop = 20, NumberPitch = 34, NumberX = 404, NumberWidth = 54, NumberHeight = 20;
 const int BarLeft = 436, BarRight = 474, BarBelow = 27; // of a number's limits; below the number's top
 const int MostInNumber = 9;
+const double LargestNumber = 100000; // where there are no limits
 const int PresetColumns = 2, PresetRows = 4, PresetsShown = PresetColumns * PresetRows;
 const int PresetX = 388, PresetTop = 357, PresetWidth = 59, PresetHeight = 37, PresetPitchX = 61,
           PresetPitchY = 38;
@@ -135,6 +136,7 @@ bool FindLimits(int axis, double &low, double &high) {
 
 // A tenth of a degree, or a millimetre.
 std::string NumberText(float value, bool isMetres) {
+    if (!std::isfinite(value)) return "none";
     const double unit = isMetres ? 1000 : 10;
     const double rounded = std::round(static_cast<double>(value) * unit) / unit;
     return ShortDecimal(rounded + 0.0); // no negative zero
@@ -150,6 +152,7 @@ std::string LimitsText(int axis, double low, double high) {
 std::string ReadTyped(const std::string &text, int axis, double &value) {
     if (text.empty()) return "No number was typed";
     if (!ParseDouble(ReplaceString(text, ",", "."), value)) return "No number: " + text;
+    if (std::abs(value) > LargestNumber) return "Too large: " + text;
     double low = 0, high = 0;
     const bool isOutside = FindLimits(axis, low, high) && (value < low || value > high);
     return isOutside ? LimitsText(axis, low, high) : "";
@@ -318,9 +321,10 @@ void DrawLimitBars() {
     }
 }
 
-void ChooseHandOfChannel() {
-    if (creatorTools.sideShownFor == anim_selected) return;
-    creatorTools.sideShownFor = anim_selected;
+void FollowChosenChannel() {
+    if (creatorTools.shownFor == anim_selected) return;
+    creatorTools.shownFor = anim_selected;
+    LabelAt(Part).text = isChosen() && isFigureOfRig() ? PartName(anim_selected) : "";
     if (OtherSide(anim_selected) != anim_selected)
         creatorTools.isRightHand = OtherSide(anim_selected) < anim_selected;
 }
@@ -420,11 +424,10 @@ int EndTypingInCreator(int box, BoxEnd end) {
 
 void RefreshCreatorTools() {
     if (EditorPanel.buttons.empty()) return;
-    ChooseHandOfChannel();
+    FollowChosenChannel();
     ShowNumbers();
     ShowPresets();
     ShowMessage();
-    SetText(LabelAt(Part).text, isChosen() && isFigureOfRig() ? PartName(anim_selected) : "");
     const bool isAll = creatorTools.scope == PoseScope::All;
     PlateAt(Undo).enabled = !poseEdits.done.empty();
     PlateAt(Redo).enabled = !poseEdits.undone.empty();

@@ -13,7 +13,7 @@ struct CreatorToolsState {
     PoseScope scope = PoseScope::Joint; // of reset, mirror and copy
     bool isRightHand = true;            // whose presets are listed
     int presetPage = 0;
-    int sideShownFor = -1; // the channel that the presets' hand was last chosen for
+    int shownFor = -1; // the channel that part and hand were last shown for
     std::string message;
     int messageColour = 0;
     std::string typedOver; // what a number's box showed when it took the keyboard

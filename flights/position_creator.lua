@@ -253,7 +253,15 @@ check.list(pose(), raised, "all again")
 push(REDO)
 check.list(pose(), raised, "no more")
 
--- Beside a button of the tools, a click ends a drag and does nothing else.
+-- The whole figure has no limits, but what no position can hold is refused.
+press_button {187, 130}
+change("an offset", type_into, X, "0.25", "return")
+type_into(X, "1e39", "return")
+sim.key("escape")
+check.near(axes("xyz"), 0.25, 1e-6, "metres")
+push(UNDO)
+
+-- On a button of the tools, a click ends a drag and does nothing else.
 press_button {187, 35}
 click(PAD_X, PAD_Y)
 push(RESET)

@@ -159,16 +159,16 @@ int ProvidePanelFonts() {
         const auto found = fontsMap.find(name);
         return found == fontsMap.end() ? LoadFont(name, 0, 0) : found->second;
     };
-    const int small = provide("verd_14"), large = provide("verd_68");
+    const int smallFont = provide("verd_14"), large = provide("verd_68");
     fonts[static_cast<size_t>(large)].atlas.isShrunk = true;
-    const std::pair<int, float> sizes[] = {{fnt_Main, 14.0F / 56}, {small, 11.0F / 56}}; // of their ems
+    const std::pair<int, float> sizes[] = {{fnt_Main, 14.0F / 56}, {smallFont, 11.0F / 56}}; // of their ems
     for (const auto &[id, size] : sizes) {
         if (font_class *font = FontOfId(id)) {
             font->larger = large;
             font->largerSize = size;
         }
     }
-    return small;
+    return smallFont;
 }
 
 void UnLoadFonts() {

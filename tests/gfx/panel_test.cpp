@@ -148,6 +148,8 @@ TEST_F(Panels, ANewReferenceSizeGivesTheWindowItsShape) {
     EXPECT_EQ(Clicked(195, 45), 0);
     simhost::DrawFrame(true);
     EXPECT_EQ((Screen{simhost::ReadScreenPixels()}.At(195, 55)), Red);
+    simhost::DrawFrame(true);
+    EXPECT_EQ(panel.buffer.width, 200) << "as many pixels as the window has";
     panel.ChangeOrigSize(0, -1);
     EXPECT_EQ(panel.referenceWidth, 400);
 }
