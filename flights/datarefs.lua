@@ -71,12 +71,7 @@ sim.stop()
 sim.start()
 sim.frames(1)
 check.equal(sim.get("kv/to_speech"), "contextpath>" .. plugin, "the last message stays readable")
-sim.set("kv/to_speech", "")
-check.equal(sim.get("kv/to_speech"), "", "an empty text")
-for _, text in ipairs {"x", ("long "):rep(1000), "short", "Grüße"} do
-    sim.set("kv/fr_speech", text)
-    check.equal(sim.get("kv/fr_speech"), text, "a text")
-end
+sim.set("kv/fr_speech", ("long "):rep(1000))
 sim.frames(1)
 check.equal(sim.get("kv/fr_speech"), "", "read and emptied")
 

@@ -131,6 +131,7 @@ TEST_F(Installation, KeepsLinksPermissionsAndWhatNeedsNoFigure) {
     EXPECT_TRUE(fs::is_symlink(aircraft + "objects/kvfennic_nml.png")) << "a link to nowhere is not lost";
     EXPECT_EQ(CountNewLines({"Cant write file", "kvfennic_nml.png"}), 1);
     UninstallFromAcf();
+    EXPECT_EQ(Files().at("objects/kvfennic.png"), first.at("objects/kvfennic.png"));
     EXPECT_EQ(Files().at("elsewhere.obj"), "the aircraft's objects/seats.obj");
     EXPECT_TRUE(fs::is_symlink(aircraft + "objects/seats.obj"));
 }
@@ -184,6 +185,7 @@ TEST_F(Installation, AttachesTheFigureToAnyAircraftFileThatStatesItsObjectsOnce)
     EXPECT_TRUE(isAcfSetupDone());
     Setup_767();
     EXPECT_EQ(CountNewLines({".acf file was not changed - it already contain kvfennic.obj"}), 1);
+    EXPECT_EQ(Files().at("test.acf"), AcfWithFigure);
 }
 
 } // namespace

@@ -157,20 +157,11 @@ TEST_F(Screen, MeasuresTextsAndDrawsNumbers) {
     XPLMGetFontDimensions(xplmFont_Basic, &width, &height, nullptr);
     EXPECT_EQ(width * 100 + height, 713);
     EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, "Grüße", 100), 5 * 7) << "not beyond the end";
-    const struct {
-        double value;
-        int digits, decimals, sign;
-        const char *text;
-    } cases[] = {{12.345, 3, 2, 0, "012.35"}, {12.345, 1, 0, 1, "+12"}, {-0.5, 2, 1, 0, "-00.5"}};
     float white[] = {1, 1, 1};
-    for (const auto &one : cases) {
-        PaintInFrames([&] {
-            XPLMDrawNumber(white, 1, 2, one.value, one.digits, one.decimals, one.sign, xplmFont_Basic);
-        });
-        StepFrame(0.02);
-        ASSERT_FALSE(ScreenTexts().empty());
-        EXPECT_EQ(ScreenTexts().back().text, one.text);
-    }
+    PaintInFrames([&] { XPLMDrawNumber(white, 1, 2, -12.345, 3, 2, 0, xplmFont_Basic); });
+    StepFrame(0.02);
+    ASSERT_FALSE(ScreenTexts().empty());
+    EXPECT_EQ(ScreenTexts().back().text, "-012.35");
 }
 
 TEST_F(Screen, DarkensABox) {

@@ -205,7 +205,7 @@ TEST_F(Editor, LinksInSpokenTextsFollowToo) {
 TEST_F(Editor, WhatIsRefusedChangesNothing) {
     Load("sys=S\ndev=D\nout=P,double,,1,,5,,,,,,0\nlogic:\n[S.D.P]==[1]\ninstring=go\ncalc=[S.D.P]\n"
          "execute=4,cmd,0\ngraf=0,0\n"
-         + Out("Q"));
+         + Out("Q") + "sys=T\n");
     const std::string first = Saved();
     const struct {
         int field;
@@ -214,6 +214,7 @@ TEST_F(Editor, WhatIsRefusedChangesNothing) {
     } refused[] = {
         {FieldSystemName, "", 0},
         {FieldSystemName, "_save", 0},
+        {FieldSystemName, "t", 0},
         {FieldDeviceName, "A=B", 0},
         {FieldName, "a.b", 0},
         {FieldName, "Q", 0},
@@ -232,6 +233,7 @@ TEST_F(Editor, WhatIsRefusedChangesNothing) {
         {FieldLeft, "S.D", 0},
         {FieldLeft, "two words", 0},
         {FieldRight, "1;x", 0},
+        {FieldRight, "1;2.5", 0},
         {FieldRight, ";", 0},
         {FieldLeft, "", 1},
         {FieldLeft, "say calc=", 1},
