@@ -45,7 +45,7 @@ const Shape &ShapeOf(HairStyle style) {
     static const Ball ear = {{80, -30, 8}, {30, 42, 24}};
     static const Shape cut = {
         .top = 8.5, .low = 1.5,
-        .hairline = {{-60, -10}, {-14, 12}, {4, 17}, {26, 38}, {46, 43}, {64, 58}, {78, 74}, {94, 93}, {110, 130}},
+        .hairline = {{-60, -10}, {-14, 12}, {4, 17}, {26, 38}, {46, 43}, {64, 58}, {78, 74}, {94, 93}, {112, 120}},
         .ear = ear, .lowest = -54};
     static const Shape receding = {
         .top = 4.5, .low = 1.5,
@@ -53,7 +53,7 @@ const Shape &ShapeOf(HairStyle style) {
         .ear = ear, .lowest = -54};
     static const Shape cropped = {
         .top = 3.5, .low = 1.2,
-        .hairline = {{-60, -10}, {-14, 14}, {6, 20}, {26, 46}, {60, 52}, {78, 76}, {94, 93}, {110, 130}},
+        .hairline = {{-60, -10}, {-14, 14}, {6, 20}, {26, 46}, {60, 52}, {78, 76}, {94, 93}, {112, 120}},
         .ear = ear, .lowest = -54};
     // clang-format on
     switch (style) {
@@ -120,7 +120,7 @@ double HairSolid(const Body &body, int look, Vec p) {
         // Down the nape, too.
         const double behind = Hairline(shape, q.y) - q.z;
         const double thick =
-            Mix(shape.low, shape.top, SmoothStep(-35, 75, q.y)) * SmoothStep(-12, 26, behind);
+            Mix(shape.low, shape.top, SmoothStep(-35, 75, q.y)) * SmoothStep(-12, 48, behind);
         hair = Join(HeadSolid(body, p), NeckSolid(body, p), 0.012) / scale - thick;
         hair = Cut(hair, behind, 8);
     } else {

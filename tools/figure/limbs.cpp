@@ -164,7 +164,7 @@ void AddCore(Surfaces &surfaces, const std::string &chart, Vec color, Vec centre
     Surface core = Part(chart, 12, 12, [color](const SkinPoint &) { return Texel{color, 0, 0.05}; });
     core.joint = joint;
     core.share = 0.5;
-    core.grid = BallSkin([&](Vec p) { return Length(p - centre) - radius; }, {centre}, 9, 6);
+    core.grid = BallSkin([&](Vec p) { return Length(p - centre) - radius; }, {centre}, 9, 5);
     surfaces.push_back(core);
 }
 

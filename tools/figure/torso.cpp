@@ -290,7 +290,7 @@ void AddEpaulettes(Surfaces &surfaces, const Body &body) {
     const Vec joint = body.At(RightArm).pivot;
     const double inner = 0.074 * body.measures.neck + 0.010;
     epaulette.grid = Sheet(
-        7, 11,
+        7, 9,
         [&](double u, double v) {
             const double across = u * 2 - 1;
             // Outer end at v = 0; round at the collar's end, thick at the edges.
