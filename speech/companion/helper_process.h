@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <string>
 
 namespace fennic_speech {
@@ -52,15 +54,28 @@ public:
     const std::string &Ending() const { return ending; }
 
 private:
+    using Handle = std::intptr_t; // of the system; -1: none
+    static constexpr size_t MostInAFrame = size_t{64} * 1024;
+    static constexpr int EndMilliseconds = 500;
+    struct PendingWrite;
+
     int id = 0; // of the process; 0: none
-    int inputHandle = -1, outputHandle = -1, errorHandle = -1;
-    std::string waiting; // for its input
+    Handle inputHandle = -1, outputHandle = -1, errorHandle = -1;
+    Handle process = -1, job = -1;         // where a process has handles
+    std::string waiting;                   // for its input
+    std::shared_ptr<PendingWrite> pending; // what the system has taken of it and not yet handed over
     LineBuffer output, errors;
     std::string ending;
 
+    // In helper_process_posix.cpp and helper_process_windows.cpp.
+    bool StartProgram(const std::string &program, std::string &error);
     void Write();
-    void Reap(bool waits);
+    void Read(); // closes the output when nobody writes to it any more
+    void CloseInput();
     void CloseHandles();
+    void Reap(bool waits); // sees the process off; one that lives on, after a wait or without, is killed
+    static bool ReadSome(Handle handle,
+                         LineBuffer &lines); // what there is; false when the other end is closed
 };
 
 } // namespace fennic_speech

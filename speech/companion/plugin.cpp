@@ -67,12 +67,13 @@ double Now() {
     return XPLMGetElapsedTime();
 }
 
-// The plug-in's file is fennic_speech/64/lin.xpl, and the program lies beside it.
+// The plug-in's file is fennic_speech/64/lin.xpl, and the program lies beside it; on a Mac in its bundle, so
+// that the system knows whom it asks about the microphone.
 std::string ProgramPath() {
     char path[256 * 4] = "";
     XPLMGetPluginInfo(XPLMGetMyID(), nullptr, path, nullptr, nullptr);
     const std::string file = path;
-    return file.substr(0, file.rfind('/') + 1) + "fennic-voice";
+    return file.substr(0, file.find_last_of("/\\") + 1) + HELPER_PROGRAM;
 }
 
 void SetState(bool ofSpeech, bool works) {

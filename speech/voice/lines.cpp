@@ -1,9 +1,6 @@
 #include "speech/voice/lines.h"
 
-#include <cerrno>
 #include <cstdio>
-#include <poll.h>
-#include <unistd.h>
 #include <utility>
 
 namespace fennic_voice {
@@ -14,26 +11,18 @@ const size_t LongestLine = 100000;
 
 } // namespace
 
-std::vector<std::string> LineInput::Take() {
-    std::vector<std::string> lines;
-    pollfd input = {STDIN_FILENO, POLLIN, 0};
-    while (!hasEnded && poll(&input, 1, 0) > 0) {
-        char buffer[4096];
-        const ssize_t count = read(STDIN_FILENO, buffer, sizeof buffer);
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) {
-            hasEnded = true;
-            if (!rest.empty()) lines.push_back(std::exchange(rest, {}));
-            break;
-        }
-        for (ssize_t i = 0; i < count; i++) {
-            if (buffer[i] == '\n')
-                lines.push_back(std::exchange(rest, {}));
-            else if (buffer[i] != '\r' && rest.size() < LongestLine)
-                rest += buffer[i];
-        }
+void LineInput::Cut(const char *bytes, size_t count, std::vector<std::string> &lines) {
+    for (size_t i = 0; i < count; i++) {
+        if (bytes[i] == '\n')
+            lines.push_back(std::exchange(rest, {}));
+        else if (bytes[i] != '\r' && rest.size() < LongestLine)
+            rest += bytes[i];
     }
-    return lines;
+}
+
+void LineInput::CutEnd(std::vector<std::string> &lines) {
+    hasEnded = true;
+    if (!rest.empty()) lines.push_back(std::exchange(rest, {}));
 }
 
 bool WriteLine(const std::string &line) {

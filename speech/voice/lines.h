@@ -8,6 +8,8 @@ namespace fennic_voice {
 
 class LineInput {
 public:
+    LineInput(); // begins to read
+
     // The lines that have come and were not taken yet, without waiting. What is not text is passed on as it
     // is; a line of more than 100,000 characters is cut.
     std::vector<std::string> Take();
@@ -17,6 +19,9 @@ public:
 private:
     std::string rest; // of a line that is not whole yet
     bool hasEnded = false;
+
+    void Cut(const char *bytes, size_t count, std::vector<std::string> &lines);
+    void CutEnd(std::vector<std::string> &lines);
 };
 
 // Writes a line at once. False when nobody reads any more.

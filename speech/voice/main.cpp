@@ -1,6 +1,5 @@
 // fennic-voice: the command line. What the program does is in server.h; here are also its two ways to be
 // tried out, understanding recordings and checking what works.
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -10,6 +9,7 @@
 #include "speech/voice/check.h"
 #include "speech/voice/recognise_files.h"
 #include "speech/voice/server.h"
+#include "speech/voice/system.h"
 
 using namespace fennic_voice;
 
@@ -105,7 +105,7 @@ int ListDevices() {
 } // namespace
 
 int main(int count, char **words) {
-    std::signal(SIGPIPE, SIG_IGN);
+    PrepareStreams();
     CommandLine line;
     if (!Read(count, words, line)) return 2;
     if (line.wantsHelp) {
@@ -115,9 +115,11 @@ int main(int count, char **words) {
     if (line.wantsDevices) return ListDevices();
 
     std::error_code ignored;
-    std::filesystem::path program = std::filesystem::canonical("/proc/self/exe", ignored);
+    std::filesystem::path program = ProgramFile();
     if (program.empty()) program = std::filesystem::canonical(words[0], ignored);
-    const std::filesystem::path home = program.parent_path().parent_path();
+    std::filesystem::path home = program.parent_path().parent_path();
+    if (home.filename() == "Contents")
+        home = home.parent_path().parent_path().parent_path(); // of a Mac's bundle
     Settings settings;
     settings.modelFolder = (home / "model").string();
     if (!line.settings.empty()) {
@@ -127,7 +129,7 @@ int main(int count, char **words) {
             ReadSettings((home / name).string(), settings);
     }
     for (const char *name : {"pronunciations.txt", "user_pronunciations.txt"})
-        if (std::filesystem::exists(home / name)) settings.pronunciations.push_back(home / name);
+        if (std::filesystem::exists(home / name)) settings.pronunciations.push_back((home / name).string());
     if (!line.model.empty()) settings.modelFolder = line.model;
     if (!line.microphone.empty()) settings.microphone = line.microphone;
     if (!line.loudspeaker.empty()) settings.loudspeaker = line.loudspeaker;

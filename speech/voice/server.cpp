@@ -14,6 +14,7 @@
 #include "speech/voice/listener.h"
 #include "speech/voice/phrase_file.h"
 #include "speech/voice/speaker.h"
+#include "speech/voice/system.h"
 #include "voice/link_words.h"
 
 namespace fennic_voice {
@@ -95,12 +96,7 @@ void Server::TakeLoaded() {
 }
 
 void Server::SetVoice() {
-#ifdef __APPLE__
-    const bool isMac = true;
-#else
-    const bool isMac = false;
-#endif
-    VoiceChoice choice = ChooseVoice(voice, settings, isMac);
+    VoiceChoice choice = ChooseVoice(voice, settings, SystemSpeaks);
     choice.rate = rate;
     speaker.SetVoice(choice);
 }

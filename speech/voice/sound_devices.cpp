@@ -7,19 +7,15 @@
 #include <cctype>
 #include <chrono>
 #include <cstring>
-#include <fcntl.h>
 #include <thread>
-#include <unistd.h>
 #include <utility>
 
-#ifdef __linux__
-#include <dlfcn.h>
-#endif
 #include <pa_debugprint.h>
 #include <portaudio.h>
 
 #include "speech/voice/resampler.h"
 #include "speech/voice/sound.h"
+#include "speech/voice/system.h"
 
 namespace fennic_voice {
 
@@ -89,36 +85,12 @@ int GiveSound(const void *, void *output, unsigned long count, const PaStreamCal
     return paContinue;
 }
 
-#ifdef __linux__
-void Ignore(const char *, int, const char *, int, const char *, ...) {}
-#endif
 void IgnoreLine(const char *) {} // PortAudio tells of each call that failed: what follows from it, we tell
 
-// While it lives, what the system's libraries write to the standard error goes nowhere: they tell there of
-// each kind of device that is not there.
-class Hush {
-public:
-    Hush() {
-        PaUtil_SetDebugPrintFunction(IgnoreLine);
-#ifdef __linux__
-        void *const library = dlopen("libasound.so.2", RTLD_NOW);
-        void *const function = library ? dlsym(library, "snd_lib_error_set_handler") : nullptr;
-        if (function) reinterpret_cast<int (*)(decltype(&Ignore))>(function)(Ignore);
-#endif
-        const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-        dup2(nowhere, STDERR_FILENO);
-        close(nowhere);
-    }
-    ~Hush() {
-        dup2(kept, STDERR_FILENO);
-        close(kept);
-    }
-    Hush(const Hush &) = delete;
-    Hush &operator=(const Hush &) = delete;
-
-private:
-    const int kept = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3);
-};
+PaError StartLibrary() {
+    PaUtil_SetDebugPrintFunction(IgnoreLine);
+    return Pa_Initialize();
+}
 
 int ChannelsOf(const PaDeviceInfo &device, bool isInput) {
     return isInput ? device.maxInputChannels : device.maxOutputChannels;
@@ -149,7 +121,7 @@ std::vector<std::string> NamesOfOpened(bool isInput) {
 
 std::vector<std::string> DeviceNames(bool isInput) {
     const Hush hush;
-    if (Pa_Initialize() != paNoError) return {};
+    if (StartLibrary() != paNoError) return {};
     std::vector<std::string> names = NamesOfOpened(isInput);
     Pa_Terminate();
     return names;
@@ -343,7 +315,7 @@ void DeviceSound::StartAnew() {
     output.Close();
     const Hush hush;
     if (hasLibrary) Pa_Terminate();
-    hasLibrary = Pa_Initialize() == paNoError;
+    hasLibrary = StartLibrary() == paNoError;
     Line *const lines[] = {&input, &output};
     for (size_t i = 0; i < 2; i++) {
         if (!wereOpen[i] && !lines[i]->isDue()) continue;

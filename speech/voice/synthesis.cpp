@@ -6,11 +6,10 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <string_view>
-#include <unistd.h>
 
 #include "speech/voice/run_command.h"
+#include "speech/voice/system.h"
 #include "speech/voice/wav_file.h"
 
 extern "C" {
@@ -109,11 +108,8 @@ bool SpeakBuiltIn(const std::string &text, const VoiceChoice &voice, double give
 
 // A file for a command to write to, which is gone with this.
 struct TemporaryFile {
-    std::string path = (std::filesystem::temp_directory_path() / "fennic_voice_XXXXXX.wav").string();
-    TemporaryFile() {
-        const int handle = mkstemps(path.data(), 4);
-        if (handle >= 0) close(handle);
-    }
+    const std::string path = MakeTemporaryWav();
+    TemporaryFile() = default;
     ~TemporaryFile() { std::remove(path.c_str()); }
     TemporaryFile(const TemporaryFile &) = delete;
     TemporaryFile &operator=(const TemporaryFile &) = delete;
@@ -129,7 +125,7 @@ bool SpeakByCommand(const std::string &text, const VoiceChoice &voice, Samples &
         if (!RunCommand(command, text + "\n", output, error) || !ReadWav(output, sound, error)) return false;
     } else {
         const TemporaryFile file;
-        ReplaceAll(command, "{wav}", "'" + file.path + "'");
+        ReplaceAll(command, "{wav}", QuotedForCommand(file.path));
         if (!RunCommand(command, text + "\n", output, error) || !ReadWavFile(file.path, sound, error))
             return false;
     }

@@ -23,6 +23,7 @@ function(expect_no_paths library)
         if(length GREATER 1)
             string(REGEX REPLACE "([^A-Za-z0-9/_])" "\\\\\\1" folder ${folder})
             file(STRINGS ${library} paths LIMIT_COUNT 5 REGEX "${folder}/")
+            list(FILTER paths EXCLUDE REGEX "/tmp/__EnDiAn_TeSt__") # of sphinxbase
             if(paths)
                 message(SEND_ERROR "it tells where it was made: ${paths}")
             endif()

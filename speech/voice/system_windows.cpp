@@ -1,0 +1,44 @@
+// File names are UTF-8 everywhere, since the program's manifest says so (fennic-voice.manifest).
+#include "speech/voice/system.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+#include <io.h>
+
+#include <windows.h>
+
+namespace fennic_voice {
+
+const bool SystemSpeaks = false;
+
+void PrepareStreams() {
+    for (FILE *stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+}
+
+std::string ProgramFile() {
+    wchar_t path[32768] = L"";
+    const DWORD size = GetModuleFileNameW(nullptr, path, static_cast<DWORD>(std::size(path)));
+    return std::filesystem::path(path, path + size).string();
+}
+
+std::string MakeTemporaryWav() {
+    wchar_t path[MAX_PATH + 1] = L"", file[MAX_PATH + 1] = L"";
+    GetTempPathW(MAX_PATH, path);
+    if (GetTempFileNameW(path, L"fen", 0, file) == 0) return {};
+    const std::filesystem::path wav = std::filesystem::path(file).replace_extension(".wav");
+    std::error_code error;
+    std::filesystem::rename(file, wav, error);
+    return error ? "" : wav.string();
+}
+
+std::string QuotedForCommand(const std::string &path) {
+    return "\"" + path + "\"";
+}
+
+// The libraries of this system write nothing.
+Hush::Hush() = default;
+Hush::~Hush() = default;
+
+} // namespace fennic_voice
