@@ -25,6 +25,23 @@ extern "C" int fstat(int file, struct stat *status) {
     return static_cast<int>(syscall(SYS_fstat, file, status));
 }
 
+// The older ones differ in the error that they leave in errno alone.
+#ifdef __x86_64__
+__asm__(".symver older_hypot,hypot@GLIBC_2.2.5");
+__asm__(".symver older_hypotf,hypotf@GLIBC_2.2.5");
+#else // ARM
+__asm__(".symver older_hypot,hypot@GLIBC_2.17");
+__asm__(".symver older_hypotf,hypotf@GLIBC_2.17");
+#endif
+extern "C" double older_hypot(double x, double y);
+extern "C" float older_hypotf(float x, float y);
+extern "C" double hypot(double x, double y) {
+    return older_hypot(x, y);
+}
+extern "C" float hypotf(float x, float y) {
+    return older_hypotf(x, y);
+}
+
 // 0 before, 1 while somebody does it, 2 when it is done.
 extern "C" int pthread_once(pthread_once_t *control, void (*doIt)()) {
     const std::atomic_ref<int> state(*control);
