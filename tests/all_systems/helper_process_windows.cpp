@@ -93,6 +93,7 @@ void AFloodTakesItsTurn() {
     Start(process, "flood");
     std::string line = NextLine(process);
     Expect(line == "123456789", "it has begun", line);
+    while (process.TakeLine(line)) continue;
     int most = 0;
     for (int frame = 0; frame < 200; frame++) {
         process.Exchange();
