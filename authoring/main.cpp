@@ -1,6 +1,4 @@
 // The program fennic-sim: reads the command line and flies the flight.
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -13,6 +11,7 @@
 #include "authoring/import/import.h"
 #include "authoring/new/new.h"
 #include "authoring/phrases/phrases.h"
+#include "simhost/drawing/system_libraries.h"
 #include "simhost/flights/flight.h"
 #include "simhost/number_text.h"
 #include "simhost/system.h"
@@ -171,12 +170,7 @@ int New(int count, char **words) {
 } // namespace
 
 int main(int count, char **words) {
-    // OpenGL is not there yet when the program starts (authoring/CMakeLists.txt), but this asks for all of
-    // it.
-    if (std::getenv("LD_BIND_NOW")) {
-        unsetenv("LD_BIND_NOW");
-        execv("/proc/self/exe", words);
-    }
+    simhost::AllowLateLibraries(words);
     if (count > 1 && std::strcmp(words[1], "check") == 0) return Check(count - 2, words + 2);
     if (count > 1 && std::strcmp(words[1], "graph") == 0) return Chart(count - 2, words + 2);
     if (count > 1 && std::strcmp(words[1], "phrases") == 0) return Phrases(count - 2, words + 2);

@@ -78,10 +78,10 @@ int MakeNewAircraft(const NewOptions &options) {
     }
     const fs::path folder = fs::path(options.folder + "/").lexically_normal();
     std::printf("%s is a new aircraft, \"%s\". Its systems files are in\n    %s\n", options.folder.c_str(),
-                name.c_str(), (folder / "plugins/fennic/64/systems/").c_str());
+                name.c_str(), (folder / "plugins/fennic/64/systems/").generic_string().c_str());
     if (!options.isEmpty)
         std::printf("Try it:\n    fennic-sim check %s\n    fennic-sim %s\n", InShell(options.folder).c_str(),
-                    InShell(folder / "flight.lua").c_str());
+                    InShell((folder / "flight.lua").generic_string()).c_str());
     return 0;
 }
 

@@ -7,6 +7,10 @@
 
 namespace simhost {
 
+// First of all: starts the program again with these words when its environment asks for all libraries at
+// once.
+void AllowLateLibraries(char **words);
+
 // Loads OpenGL, once: the system's, or else a stand-in beside the program, in which all functions do nothing,
 // so that plug-ins that are linked with OpenGL can be loaded. To be called before the first of them is.
 // Returns why it is not the system's; empty when it is.

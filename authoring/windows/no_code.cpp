@@ -1,0 +1,1 @@
+// XPWidgets_64.dll holds names alone.
