@@ -41,7 +41,8 @@ template <typename Element> size_t Bytes(const std::vector<Element> &elements) {
 }
 
 size_t DependentsBytes(const SystemsProgram &program) {
-    return Bytes(program.dependents) + Bytes(program.firstDependent) + Bytes(program.marked.words) * 3;
+    return Bytes(program.dependents) + Bytes(program.comparing) + Bytes(program.firstDependents)
+           + Bytes(program.marked.words) * 3;
 }
 
 size_t ProgramBytes(const SystemsProgram &program) {

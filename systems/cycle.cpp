@@ -140,14 +140,48 @@ void NoticeSurroundings(SystemsProgram &program) {
     }
 }
 
-// What a parameter becomes. While marks are kept, its dependents are marked when that is new.
+// How a value lies to another, in the comparison's bits.
+inline unsigned Outcome(const ComparingDependent &dependent, double value, double other) {
+    return (static_cast<unsigned>(value > other) & dependent.greater)
+           | (static_cast<unsigned>(value == other) & dependent.equal)
+           | (static_cast<unsigned>(value < other) & dependent.less);
+}
+
+bool isOtherwise(const ProgramArrays &arrays, const ComparingDependent &dependent, double before,
+                 double value) {
+    if (!(dependent.greater | dependent.equal | dependent.less)) [[unlikely]] {
+        const SpecialComparison &list = arrays.special[dependent.other];
+        return CompareWithList(arrays, list, before) != CompareWithList(arrays, list, value);
+    }
+    const double other = arrays.values[dependent.other];
+    return Outcome(dependent, before, other) != Outcome(dependent, value, other);
+}
+
+// Marks those for which it makes a difference that the parameter becomes another value. Which blocks of a
+// parameter a change reaches, nobody can foresee, so those that calculate are marked without a branch.
+void MarkDependents(const ProgramArrays &arrays, uint32_t index, double value) {
+    const FirstDependents first = arrays.firstDependents[index], end = arrays.firstDependents[index + 1];
+    MarkSet &marked = arrays.program.marked;
+    for (uint32_t i = first.any; i < end.any; i++) {
+        const Dependent &dependent = arrays.dependents[i];
+        const bool isReached = ((arrays.firedBlocks[dependent.unit] ^ dependent.block) & dependent.mask) == 0;
+        marked.InsertIf(isReached, dependent.unit);
+    }
+    const double before = arrays.values[index];
+    for (uint32_t i = first.comparing; i < end.comparing; i++) {
+        const ComparingDependent &dependent = arrays.comparing[i];
+        const bool isReached = dependent.block <= arrays.firedBlocks[dependent.unit]; // none fired: all are
+        if (isReached && isOtherwise(arrays, dependent, before, value)) marked.Insert(dependent.unit);
+    }
+    arrays.program.dependentsMet += end.any - first.any + end.comparing - first.comparing;
+}
+
+// What a parameter becomes; while marks are kept, they follow.
 template <bool isMarking>
 [[gnu::always_inline]] inline void Store(const ProgramArrays &arrays, uint32_t index, double value) {
     if constexpr (isMarking) {
         if (std::bit_cast<uint64_t>(arrays.values[index]) == std::bit_cast<uint64_t>(value)) return;
-        const uint32_t end = arrays.firstDependent[index + 1];
-        for (uint32_t i = arrays.firstDependent[index]; i < end; i++)
-            arrays.program.marked.Insert(arrays.dependents[i]);
+        MarkDependents(arrays, index, value);
     }
     arrays.values[index] = value;
 }

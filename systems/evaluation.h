@@ -24,7 +24,9 @@ struct ProgramArrays {
     const SpecialComparison *special;
     const double *listNumbers;
     const ParameterExtras *extras;
-    const uint32_t *firstDependent, *dependents;
+    const FirstDependents *firstDependents;
+    const Dependent *dependents;
+    const ComparingDependent *comparing;
     SystemsProgram &program; // what is seldom needed
 
     explicit ProgramArrays(SystemsProgram &program)
@@ -33,8 +35,8 @@ struct ProgramArrays {
           blocks(program.blocks.data()), comparisons(program.comparisons.data()),
           elements(program.elements.data()), special(program.special.data()),
           listNumbers(program.listNumbers.data()), extras(program.extras.data()),
-          firstDependent(program.firstDependent.data()), dependents(program.dependents.data()),
-          program(program) {}
+          firstDependents(program.firstDependents.data()), dependents(program.dependents.data()),
+          comparing(program.comparing.data()), program(program) {}
 };
 
 // Whether a value is one of a list, or with "!=" none of it.

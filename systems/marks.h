@@ -16,9 +16,12 @@ struct MarkSet {
         summary.assign((words.size() + 63) / 64, 0);
     }
 
-    void Insert(uint32_t number) {
-        words[number / 64] |= uint64_t{1} << number % 64;
-        summary[number / 4096] |= uint64_t{1} << number / 64 % 64;
+    void Insert(uint32_t number) { InsertIf(true, number); }
+
+    // Without a branch.
+    void InsertIf(bool isWanted, uint32_t number) {
+        words[number / 64] |= uint64_t{isWanted} << number % 64;
+        summary[number / 4096] |= uint64_t{isWanted} << number / 64 % 64;
     }
 };
 

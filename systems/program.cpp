@@ -41,16 +41,18 @@ public:
     }
 
 private:
-    // A parameter's value is read by another, or by a sequence.
-    struct Read {
-        uint32_t value, reader;
+    // A parameter's value is read.
+    template <typename By> struct Read {
+        uint32_t value;
+        By by;
     };
 
     SystemsProgram &program = systemsProgram;
     std::unordered_map<uint64_t, uint32_t> constants; // by bits, so that 0 and -0 stay apart
-    std::vector<Read> reads;                          // in the order of their readers
-    std::vector<uint32_t> lastReaders;                // per parameter
-    uint32_t reader = 0;                              // what is compiled
+    std::vector<Read<Dependent>> reads;               // in the order of those who read, as the others
+    std::vector<Read<ComparingDependent>> comparingReads;
+    std::vector<uint32_t> lastReaders; // per parameter
+    uint32_t reader = 0;               // what is compiled
 
     void LayOutValues() {
         uint32_t parameters = 0;
@@ -84,19 +86,43 @@ private:
         return entry->second;
     }
 
+    bool isParameter(uint32_t value) const { return value < lastReaders.size(); }
+
+    // What the frame counts of the block that is compiled.
+    uint16_t BlockNumber() const {
+        const uint32_t number = Count(program.blocks) - 1 - program.parameters.back().firstBlock;
+        return static_cast<uint16_t>(std::min<uint32_t>(number, NoBlock - 1));
+    }
+
+    // By what is evaluated whatever fired.
     void AddRead(uint32_t value) {
-        if (lastReaders[value] != reader) reads.push_back({value, reader});
-        lastReaders[value] = reader;
+        if (isParameter(value)) reads.push_back({value, {reader, 0, 0}});
+    }
+
+    // By a calculation.
+    void AddCalculation(uint32_t value) {
+        if (!isParameter(value) || lastReaders[value] == Count(program.blocks)) return;
+        lastReaders[value] = Count(program.blocks);
+        reads.push_back({value, {reader, BlockNumber(), 0xFFFF}});
+    }
+
+    // By a comparison. Where a parameter has an input, its blocks see that in place of its value.
+    void AddComparison(uint32_t value, uint32_t other, bool greater, bool equal, bool less) {
+        const uint32_t own = Count(program.parameters) - 1;
+        const bool seesInput =
+            (program.parameters.back().traits & HasInput) && (value == own || other == own);
+        const bool isList = !greater && !equal && !less;
+        if (seesInput || (value == other && !isList))
+            AddRead(value);
+        else if (isParameter(value))
+            comparingReads.push_back({value, {reader, other, BlockNumber(), greater, equal, less}});
     }
 
     // Operands that do not resolve read 0.
     uint32_t Operand(const sysLink_struct &link, double constant) {
         if (link.kind == LinkNone) return Constant(constant);
         const bool isResolved = link.kind == LinkLive || link.kind == LinkDeleted;
-        if (!isResolved || !ParameterAt(link)) return Constant(0.0);
-        const uint32_t value = ValueIndex(link);
-        AddRead(value);
-        return value;
+        return isResolved && ParameterAt(link) ? ValueIndex(link) : Constant(0.0);
     }
 
     void CompileDevice(ParameterAddress place) {
@@ -207,6 +233,8 @@ private:
         uint32_t first = Operand(comparison.a, comparison.aValue) & IndexMask;
         uint32_t second = Operand(comparison.b, comparison.bValue) & IndexMask;
         if (comparator.swapped) std::swap(first, second);
+        AddComparison(first, second, comparator.greater, comparator.equal, false);
+        AddComparison(second, first, false, comparator.equal, comparator.greater);
         program.comparisons.push_back(
             {first, comparator.greater, comparator.equal, second, comparator.negated, joinsWithOr});
     }
@@ -221,6 +249,7 @@ private:
         program.listNumbers.insert(program.listNumbers.end(), comparison.bList.begin(),
                                    comparison.bList.end());
         const uint32_t operand = Operand(comparison.a, comparison.aValue);
+        AddComparison(operand, Count(program.special), false, false, false);
         program.special.push_back({first & IndexMask, 0, isEqual, Count(program.listNumbers), operand});
     }
 
@@ -238,9 +267,13 @@ private:
                 if (isLast) AddElement(OperatorLoad, Constant(block.constant));
                 continue;
             }
-            if (calculation.stack.front().operType != OperatorLoad) AddRead(Count(program.parameters) - 1);
-            for (const calcStack_class &element : calculation.stack)
-                AddElement(static_cast<uint32_t>(element.operType), CalculationOperand(element, kept));
+            if (calculation.stack.front().operType != OperatorLoad)
+                AddCalculation(Count(program.parameters) - 1);
+            for (const calcStack_class &element : calculation.stack) {
+                const uint32_t operand = CalculationOperand(element, kept);
+                AddCalculation(operand);
+                AddElement(static_cast<uint32_t>(element.operType), operand);
+            }
             if (isLast) continue;
             kept.push_back(Count(program.values));
             program.values.push_back(0.0);
@@ -255,15 +288,38 @@ private:
         return isKept ? kept[static_cast<size_t>(element.blockIndex)] : Constant(0.0);
     }
 
-    // Sorts the reads by value, those of one value in the order of their readers.
+    // Sorts reads by value, those of one value in the order of their readers.
+    template <typename By>
+    void Link(const std::vector<Read<By>> &from, std::vector<By> &dependents, uint32_t FirstDependents::*of) {
+        std::vector<FirstDependents> &first = program.firstDependents;
+        std::vector<uint32_t> next(first.size());
+        for (const Read<By> &read : from) next[read.value + 1]++;
+        std::partial_sum(next.begin(), next.end(), next.begin());
+        for (size_t value = 0; value < first.size(); value++) first[value].*of = next[value];
+        dependents.resize(from.size());
+        for (const Read<By> &read : from) dependents[next[read.value]++] = read.by;
+    }
+
+    // What is evaluated whole does not ask what fired, nor how its comparisons turn out.
     void LinkDependents() {
-        std::vector<uint32_t> &first = program.firstDependent;
-        first.assign(lastReaders.size() + 1, 0);
-        for (const Read &read : reads) first[read.value + 1]++;
-        std::partial_sum(first.begin(), first.end(), first.begin());
-        std::vector<uint32_t> next = first;
-        program.dependents.resize(reads.size());
-        for (const Read &read : reads) program.dependents[next[read.value]++] = read.reader;
+        const auto isWhole = [this](uint32_t unit) {
+            return (program.parameters[unit].traits & (IsSequence | HasSpeech)) != 0;
+        };
+        const auto addWhole = [&](const Read<ComparingDependent> &read) {
+            if (!isWhole(read.by.unit)) return false;
+            reads.push_back({read.value, {read.by.unit, 0, 0}});
+            return true;
+        };
+        std::erase_if(comparingReads, addWhole);
+        lastReaders.assign(lastReaders.size(), NoIndex);
+        std::erase_if(reads, [&](Read<Dependent> &read) {
+            if (!isWhole(read.by.unit)) return false;
+            read.by = {read.by.unit, 0, 0};
+            return std::exchange(lastReaders[read.value], read.by.unit) == read.by.unit;
+        });
+        program.firstDependents.resize(lastReaders.size() + 1);
+        Link(reads, program.dependents, &FirstDependents::any);
+        Link(comparingReads, program.comparing, &FirstDependents::comparing);
     }
 };
 

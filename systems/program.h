@@ -12,6 +12,10 @@
 //   dependents. Those behind it in the order see it in this frame, and their marks are met in this frame;
 //   those before it, and the parameter itself, see it in the next, for which their marks are left. So a
 //   mark is always met when evaluating everything would first have seen the new value.
+// - Of those it marks only the ones for which it makes a difference. A calculation is done by the block that
+//   fired last alone, as long as no comparison up to that block turns out otherwise; and a comparison that
+//   turns out as before, with the other value as it is now, changes nothing. Values change one after the
+//   other, so what turned out the same at each change is the same at the end of all.
 // - A sequence is evaluated as a whole, in its gates' order, and stands in the order at its first step,
 //   whose mark is that of all. Its gates look at its own steps, so it reads them all; and at whether the
 //   queue of actions is empty: when that changes, every sequence is marked.
@@ -92,6 +96,31 @@ struct BlockFiring {
     bool hasActions = false;
 };
 
+// What reads a value, and is marked when it changes: what is evaluated whole (a sequence, what compares
+// speech), whatever fired; a parameter that calculates with it, while the block that does so is the one that
+// fired last.
+struct Dependent {
+    uint32_t unit;
+    uint16_t block;
+    uint16_t mask; // of the block's bits that count; 0: whatever fired
+};
+
+// A parameter that compares the value, in one of its blocks: marked when the comparison turns out otherwise,
+// while no block before it fires.
+struct ComparingDependent {
+    uint32_t unit;
+    uint32_t other; // the value that it is compared with; of a list: index in special
+    uint16_t block;
+    uint8_t greater; // 1: the comparison is true when the value is greater than the other; or false then and
+    uint8_t equal;   // true otherwise. Likewise when it is equal, and less. Of a list all three are 0
+    uint8_t less;
+};
+
+// Where those of one value begin; they end where those of the next begin.
+struct FirstDependents {
+    uint32_t any, comparing;
+};
+
 struct ProgramGraph {
     uint32_t firstPoint, points;
     bool isAscending;
@@ -160,15 +189,17 @@ struct SystemsProgram {
 
     // What is to be evaluated, by the index of a parameter or of a sequence's first step.
     MarkSet marked;
-    MarkSet withDatarefs;                 // visited in every frame
-    MarkSet all;                          // what can be marked
-    std::vector<uint32_t> firstDependent; // per parameter, and one behind the last: index in dependents
-    std::vector<uint32_t> dependents;     // what reads the parameter, in order
-    std::vector<uint32_t> speechUnits;    // what compares speech
+    MarkSet withDatarefs;                         // visited in every frame
+    MarkSet all;                                  // what can be marked
+    std::vector<FirstDependents> firstDependents; // per parameter, and one behind the last
+    std::vector<Dependent> dependents;
+    std::vector<ComparingDependent> comparing;
+    std::vector<uint32_t> speechUnits; // what compares speech
     std::vector<uint32_t> sequences;
     bool wasQueueEmpty = true;    // when the sequences were marked last
     bool areMarksCurrent = false; // false: the next frame that evaluates what is marked must mark all
     int plainFramesLeft = 0;      // frames to come in which everything is evaluated
+    size_t dependentsMet = 0;     // by the values that the frame has changed
 
     // What the last frame began with, while frames are traced (systems/trace.h).
     struct {
