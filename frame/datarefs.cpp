@@ -167,6 +167,13 @@ XPLMDataRef CreateDrf_Computed(const std::string &name, float (*get)(void *), vo
     return computed.back();
 }
 
+DRFclass *OwnDataref(XPLMDataRef handle) {
+    if (!handle) return nullptr;
+    const auto end = DRFs + DRFcounter + 1;
+    const auto entry = std::find_if(DRFs + 1, end, [&](const DRFclass &own) { return own.handle == handle; });
+    return entry == end ? nullptr : entry;
+}
+
 void UnregisterDrfs() {
     for (XPLMDataRef handle : computed) XPLMUnregisterDataAccessor(handle);
     computed.clear();

@@ -37,6 +37,9 @@ XPLMDataRef CreateDrf_String(const std::string &name, const std::string &initial
 // the table; else as above.
 XPLMDataRef CreateDrf_Computed(const std::string &name, float (*get)(void *), void *refcon);
 
+// The entry of a dataref that is published here; null for any other, and for one that was taken back.
+DRFclass *OwnDataref(XPLMDataRef handle);
+
 // Takes every published dataref back; a second call does nothing.
 void UnregisterDrfs();
 

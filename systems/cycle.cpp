@@ -297,19 +297,23 @@ double EvaluateAllBlocks(const ProgramArrays &arrays, uint32_t index, double val
 // ---- Parameters ----
 
 // Reads an input that is there into the value. True when it gives another value than in the frame before.
-bool ReadInput(ProgramDataref &input, double &value) {
+[[gnu::always_inline]] inline bool ReadInput(ProgramDataref &input, double &value) {
     const bool wasMissing = !input.access.handle;
-    if (wasMissing) input.access = input.record->Access();
-    if (!input.access.handle) return false;
+    if (wasMissing) [[unlikely]] {
+        input.access = input.record->Access();
+        if (!input.access.handle) return false;
+    }
     value = input.access.Get();
     const bool isSame = std::bit_cast<uint64_t>(value) == std::bit_cast<uint64_t>(input.lastValue);
     input.lastValue = value;
     return wasMissing || !isSame;
 }
 
-void WriteOutput(ProgramDataref &output, double value) {
-    if (!output.access.handle) output.access = output.record->Access();
-    if (!output.access.handle) return;
+[[gnu::always_inline]] inline void WriteOutput(ProgramDataref &output, double value) {
+    if (!output.access.handle) [[unlikely]] {
+        output.access = output.record->Access();
+        if (!output.access.handle) return;
+    }
     output.lastValue = value;
     output.access.Set(value);
 }
@@ -319,24 +323,29 @@ void WriteOutput(ProgramDataref &output, double value) {
     return value > extras.maximum ? extras.maximum : value;
 }
 
+// With an input, whose value it begins with, or speech.
+template <bool isMarking>
+[[gnu::noinline]] void EvaluateFrom(const ProgramArrays &arrays, uint32_t index, double value,
+                                    StepContext &step) {
+    const ProgramParameter parameter = arrays.parameters[index];
+    const double before = arrays.values[index];
+    arrays.values[index] = value; // which its blocks may read
+    value = parameter.traits & HasSpeech ? EvaluateAllBlocks(arrays, index, value, step)
+                                         : EvaluateBlocks(arrays, index, value, step);
+    arrays.values[index] = before; // which others know
+    Store<isMarking>(arrays, index, Limited(arrays.extras[parameter.extras], value));
+}
+
 // With datarefs or speech: evaluated when it is due, and when its input has changed.
 template <bool isMarking>
-[[gnu::noinline]] void EvaluateWithTraits(const ProgramArrays &arrays, uint32_t index, bool isDue,
-                                          StepContext &step) {
+[[gnu::always_inline]] inline void EvaluateWithTraits(const ProgramArrays &arrays, uint32_t index, bool isDue,
+                                                      StepContext &step) {
     const ProgramParameter parameter = arrays.parameters[index];
     const ParameterExtras &extras = arrays.extras[parameter.extras];
     double value = arrays.values[index];
-    if (parameter.traits & HasInput && ReadInput(arrays.program.datarefs[extras.input], value)) isDue = true;
-    if (isDue) {
-        const double before = arrays.values[index];
-        arrays.values[index] = value; // which its blocks may read
-        value = Limited(extras, parameter.traits & HasSpeech ? EvaluateAllBlocks(arrays, index, value, step)
-                                                             : EvaluateBlocks(arrays, index, value, step));
-        arrays.values[index] = before; // which others know
-        Store<isMarking>(arrays, index, value);
-    }
-    if (parameter.traits & HasOutput)
-        WriteOutput(arrays.program.datarefs[extras.output], arrays.values[index]);
+    if (parameter.traits & HasInput && ReadInput(arrays.datarefs[extras.input], value)) isDue = true;
+    if (isDue) EvaluateFrom<isMarking>(arrays, index, value, step);
+    if (parameter.traits & HasOutput) WriteOutput(arrays.datarefs[extras.output], arrays.values[index]);
 }
 
 template <bool isMarking>

@@ -1,10 +1,8 @@
 // Typed access to a bound dataref. Arrays are always transferred as their first 16 elements.
 #include "systems/dataref_binding.h"
 
-#include "frame/datarefs.h"
 #include "util/find_dataref.h"
 #include "util/log.h"
-#include "util/numbers.h"
 
 namespace {
 
@@ -67,23 +65,24 @@ DatarefAccess dataref_class::Access() {
     if (!Find()) return {};
     const bool isArray = dataType == xplmType_FloatArray || dataType == xplmType_IntArray;
     if (isArray && !isReachableElement(index) && !wasIndexReported) ReportIndex();
-    return {handle, dataType, index};
+    DatarefAccess access;
+    access.handle = handle;
+    access.type = dataType;
+    access.index = index;
+    access.own = OwnDataref(handle);
+    return access;
 }
 
-double DatarefAccess::Get() const {
+double DatarefAccess::GetOther() const {
     switch (type) {
-    case xplmType_Int: return XPLMGetDatai(handle);
-    case xplmType_Float: return XPLMGetDataf(handle);
     case xplmType_FloatArray: return GetElementf(handle, index);
     case xplmType_IntArray: return GetElementi(handle, index);
     default: return XPLMGetDatad(handle);
     }
 }
 
-void DatarefAccess::Set(double value) const {
+void DatarefAccess::SetOther(double value) const {
     switch (type) {
-    case xplmType_Int: XPLMSetDatai(handle, TruncateToInt(value)); break;
-    case xplmType_Float: XPLMSetDataf(handle, static_cast<float>(value)); break;
     case xplmType_FloatArray: SetElementf(handle, index, static_cast<float>(value)); break;
     case xplmType_IntArray: SetElementi(handle, index, TruncateToInt(value)); break;
     default: XPLMSetDatad(handle, value); break;
@@ -92,6 +91,9 @@ void DatarefAccess::Set(double value) const {
 
 // Handles of others are passed too: the simulator ignores an unregistration by somebody else.
 void dataref_class::Unregister() {
-    if (handle) XPLMUnregisterDataAccessor(handle);
+    if (DRFclass *own = OwnDataref(handle))
+        own->Unregister();
+    else if (handle)
+        XPLMUnregisterDataAccessor(handle);
     handle = nullptr;
 }

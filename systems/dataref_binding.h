@@ -7,6 +7,8 @@
 #include <string_view>
 
 #include "XPLMDataAccess.h"
+#include "frame/datarefs.h"
+#include "util/numbers.h"
 
 enum { BindingNone = 0, BindingNew = 1, BindingExist = 2 };
 
@@ -28,11 +30,28 @@ struct DatarefAccess {
     XPLMDataRef handle = nullptr; // null: there is no such dataref
     int type = 1;                 // the simulator's type bits
     int index = -1;               // array element
+    DRFclass *own = nullptr;      // one that the plug-in publishes itself: the simulator need not be asked
 
     // 0 for an array without that element.
-    double Get() const;
+    double Get() const {
+        if (type == xplmType_Float) return own ? own->floatValue : XPLMGetDataf(handle);
+        if (type == xplmType_Int) return own ? own->intValue : XPLMGetDatai(handle);
+        return type == xplmType_Double ? XPLMGetDatad(handle) : GetOther();
+    }
     // The value converted to the dataref's type.
-    void Set(double value) const;
+    void Set(double value) const {
+        if (type == xplmType_Float)
+            own ? void(own->floatValue = static_cast<float>(value))
+                : XPLMSetDataf(handle, static_cast<float>(value));
+        else if (type == xplmType_Int)
+            own ? void(own->intValue = TruncateToInt(value)) : XPLMSetDatai(handle, TruncateToInt(value));
+        else
+            SetOther(value);
+    }
+
+private:
+    double GetOther() const;
+    void SetOther(double value) const;
 };
 
 class dataref_class {

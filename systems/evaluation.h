@@ -24,6 +24,7 @@ struct ProgramArrays {
     const SpecialComparison *special;
     const double *listNumbers;
     const ParameterExtras *extras;
+    ProgramDataref *datarefs;
     const FirstDependents *firstDependents;
     const Dependent *dependents;
     const ComparingDependent *comparing;
@@ -35,8 +36,8 @@ struct ProgramArrays {
           blocks(program.blocks.data()), comparisons(program.comparisons.data()),
           elements(program.elements.data()), special(program.special.data()),
           listNumbers(program.listNumbers.data()), extras(program.extras.data()),
-          firstDependents(program.firstDependents.data()), dependents(program.dependents.data()),
-          comparing(program.comparing.data()), program(program) {}
+          datarefs(program.datarefs.data()), firstDependents(program.firstDependents.data()),
+          dependents(program.dependents.data()), comparing(program.comparing.data()), program(program) {}
 };
 
 // Whether a value is one of a list, or with "!=" none of it.
