@@ -57,12 +57,6 @@ const std::string *CallOf(const device_struct &sequence, std::string_view word =
     return nullptr;
 }
 
-bool isChecklist(const device_struct &sequence) {
-    if (CallOf(sequence, ChecklistWord)) return true;
-    const system_class *system = SystemAt(AddressOf(sequence));
-    return system && system->name == ChecklistSystem && CallOf(sequence);
-}
-
 // What a checklist is called.
 const std::string &NameOf(const device_struct &checklist) {
     const std::string *phrase = CallOf(checklist, ChecklistWord);
@@ -197,6 +191,12 @@ bool isSaidWhenSkipped(const structExecute &last, const device_struct &sequence,
 
 } // namespace
 
+bool isChecklist(const device_struct &sequence) {
+    if (CallOf(sequence, ChecklistWord)) return true;
+    const system_class *system = SystemAt(AddressOf(sequence));
+    return system && system->name == ChecklistSystem && CallOf(sequence);
+}
+
 void CreateChecklistDatarefs() {
     datarefs.running = CreateDrf_Int("kv/fo/checklist", 0);
     datarefs.standingBy = CreateDrf_Int("kv/fo/stand_by", 0);
@@ -213,8 +213,8 @@ void EndChecklists() {
     XPLMSetDatai(datarefs.standingBy, state.isWanted ? 1 : 0);
 }
 
-void NoteRunning(const device_struct &sequence) {
-    if (!state.isRunning) state.isRunning = isChecklist(sequence);
+void NoteChecklistRuns() {
+    state.isRunning = true;
 }
 
 void StandBy() {
@@ -252,10 +252,8 @@ void SkipItem() {
     state.framesToSkip = FramesToSkip;
 }
 
-bool TakeSkip(const device_struct &sequence) {
-    if (state.framesToSkip == 0 || !isChecklist(sequence)) return false;
-    state.framesToSkip = 0;
-    return true;
+bool TakeSkip() {
+    return std::exchange(state.framesToSkip, 0) != 0;
 }
 
 SkippedStep SkipStep(const device_struct &sequence, size_t step) {

@@ -18,8 +18,11 @@ void CreateChecklistDatarefs();
 void BeginChecklists();
 void EndChecklists();
 
-// A sequence that was called has begun and has not ended.
-void NoteRunning(const device_struct &sequence);
+// Whether a sequence is one, by its words and its system's name.
+bool isChecklist(const device_struct &sequence);
+
+// One has begun and has not ended.
+void NoteChecklistRuns();
 
 // ---- Standing by ----
 
@@ -44,8 +47,8 @@ bool isQueuePutAside();
 // The checklist that waits in this frame or the next one is to go on without its item.
 void SkipItem();
 
-// True, once for each SkipItem, when this sequence is to go on so.
-bool TakeSkip(const device_struct &sequence);
+// True, once for each SkipItem, when the checklist that asks is to go on so.
+bool TakeSkip();
 
 // What a step does that is skipped: its first block that goes on, without what that does to the aircraft, and
 // without what she answers. So of its texts she says the last one where it asks for the next item or ends the

@@ -383,18 +383,6 @@ bool isStepOpen(const ProgramArrays &arrays, const ProgramRun &run, uint32_t ind
     return false;
 }
 
-// The device of a sequence whose first step waits for a phrase; null for any other.
-const device_struct *CalledSequence(const ProgramArrays &arrays, const ProgramRun &run) {
-    const ProgramParameter *first = &arrays.parameters[run.firstParameter];
-    if ((first->traits & HasSpeech) == 0) return nullptr;
-    for (uint32_t block = first->firstBlock; block < first[1].firstBlock; block++) {
-        const uint32_t firing = arrays.blocks[block].firing;
-        if (firing != NoIndex && arrays.program.firings[firing].hasSpeech)
-            return arrays.program.firings[firing].device;
-    }
-    return nullptr;
-}
-
 // Of a sequence that is held only those steps listen that wait for the pilot, and have asked him.
 bool isListeningWhileHeld(const ProgramArrays &arrays, uint32_t index, const StepContext &step) {
     return (arrays.parameters[index].traits & HasSpeech) != 0 && (step.isFirst || !isQueuePutAside());
@@ -415,9 +403,9 @@ void GoOnWithoutItem(const ProgramArrays &arrays, const ProgramRun &run, uint32_
 template <bool isMarking> bool RunSequence(const ProgramArrays &arrays, const ProgramRun &run) {
     StepContext step;
     step.isSerial = true;
-    step.called = CalledSequence(arrays, run);
+    step.called = run.called;
     step.isHeld = step.comesAgain = step.called && isStandingBy();
-    if (step.called && arrays.values[run.firstParameter] > 0.0) NoteRunning(*step.called);
+    if (run.isChecklist && arrays.values[run.firstParameter] > 0.0) NoteChecklistRuns();
     std::fill(arrays.evaluated + run.firstParameter, arrays.evaluated + run.endParameter, 0);
     for (uint32_t index = run.firstParameter; index < run.endParameter; index++) {
         if (arrays.values[index] > 0.0) {
@@ -435,8 +423,8 @@ template <bool isMarking> bool RunSequence(const ProgramArrays &arrays, const Pr
             if (step.isHeld && !isListeningWhileHeld(arrays, index, step)) continue;
             arrays.evaluated[index] = 1;
             EvaluateParameter<isMarking>(arrays, index, step);
-            const bool waits = step.called && !step.isFirst && arrays.values[index] == 0.0;
-            if (waits && TakeSkip(*step.called)) GoOnWithoutItem<isMarking>(arrays, run, index, step);
+            const bool waits = run.isChecklist && !step.isFirst && arrays.values[index] == 0.0;
+            if (waits && TakeSkip()) GoOnWithoutItem<isMarking>(arrays, run, index, step);
         }
     }
     return step.comesAgain;

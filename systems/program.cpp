@@ -8,6 +8,7 @@
 #include <span>
 #include <utility>
 
+#include "systems/checklists.h"
 #include "systems/operators.h"
 
 SystemsProgram systemsProgram;
@@ -142,6 +143,9 @@ private:
             program.runs.back().endParameter = end;
         else
             program.runs.push_back({first, end, device.serialStack});
+        if (!device.serialStack || !(program.parameters[first].traits & HasSpeech)) return;
+        program.runs.back().called = &device;
+        program.runs.back().isChecklist = isChecklist(device);
     }
 
     // Its gates read every step.

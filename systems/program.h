@@ -160,6 +160,8 @@ struct ProgramRun {
     uint32_t firstParameter;
     uint32_t endParameter;
     bool isSerial;
+    bool isChecklist = false;              // of those that are called
+    const device_struct *called = nullptr; // a serial device whose first step waits for a phrase
 };
 
 struct SystemsProgram {
