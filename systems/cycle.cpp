@@ -36,9 +36,11 @@ const float NextFrame = -1.0F;
 const double StepDone = 1.0;
 const double StepBrokenOff = 2.0;
 
-// Where more than this part of all is evaluated, marking it costs more than it saves; then so many frames are
-// evaluated whole. The two behind them that find out whether it still is so cost a hundredth of that.
-const double MarkingPaysBelow = 0.65;
+// Where a frame's work is more than this part of evaluating everything, so many frames are evaluated whole.
+// The two behind them that find out whether it still is so cost three hundredths of that. What costs how much
+// was measured on models of 1,000 and 10,000 parameters (bench/changing_bench.cpp).
+const double MarkingPaysBelow = 0.8;
+const double WorkOfDependent = 0.2; // of a parameter's
 const int PlainFrames = 100;
 
 // How a parameter is evaluated that is a step of a sequence, or is none.
@@ -481,10 +483,13 @@ void RunProgram(SystemsProgram &program) {
         return;
     }
     if (!wereMarksCurrent) program.marked = program.all;
+    program.dependentsMet = 0;
     const size_t evaluated = EvaluateMarked(arrays);
     program.areMarksCurrent = true;
+    const double work =
+        static_cast<double>(evaluated) + WorkOfDependent * static_cast<double>(program.dependentsMet);
     const double most = MarkingPaysBelow * static_cast<double>(program.firedBlocks.size());
-    if (wereMarksCurrent && static_cast<double>(evaluated) > most) program.plainFramesLeft = PlainFrames;
+    if (wereMarksCurrent && work > most) program.plainFramesLeft = PlainFrames;
 }
 
 } // namespace
