@@ -6,13 +6,13 @@
 // The program's and the C++'s values are compared first.
 #include <algorithm>
 #include <bit>
-#include <ctime>
 
 #include <benchmark/benchmark.h>
 
 #include "bench/changing_model.h"
 #include "bench/compiled/compiled_models.h"
 #include "bench/made_model.h"
+#include "bench/ways.h"
 #include "frame/kill_switch.h"
 #include "systems/cycle.h"
 #include "systems/links.h"
@@ -23,13 +23,6 @@
 namespace {
 
 const int Stretches = 25;
-const double StretchSec = 0.001;
-
-double ProcessorSec() {
-    timespec now;
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
 
 const CompiledModel *CompiledModelOf(int parameters, bool hasMore) {
     for (const CompiledModel *model = CompiledModels; model->parameters > 0; model++)
@@ -136,22 +129,6 @@ private:
         for (const XPLMDataRef pulse : pulses) XPLMSetDataf(pulse, isOdd ? 1.0F + 0x1p-20F : 1.0F);
     }
 };
-
-// The processor time of a frame, from stretches that are flown by turns with those of others.
-template <typename Frame> struct Way {
-    Frame frame;
-    int frames = 1;
-    double fastest = 1e9;
-
-    void Fly() {
-        const double begin = ProcessorSec();
-        for (int i = 0; i < frames; i++) frame();
-        const double seconds = ProcessorSec() - begin;
-        fastest = std::min(fastest, seconds / frames);
-        if (seconds < StretchSec) frames = frames * 2;
-    }
-};
-template <typename Frame> Way(Frame) -> Way<Frame>;
 
 void BM_Changing(benchmark::State &state) {
     const int parameters = static_cast<int>(state.range(0));
