@@ -37,22 +37,25 @@ void Store(out_parameter_struct &parameter, double value) {
     parameter.intValue = TruncateToInt(value);
 }
 
-// A dataref of others may come at any time; all three scalar types at once are a double.
-XPLMDataRef HandleOf(const dataref_class &dataref) {
-    if (dataref.mode == 1) return dataref.handle;
-    const XPLMDataRef handle = dataref.mode == 2 ? XPLMFindDataRef(dataref.name.c_str()) : nullptr;
-    return XPLMIsDataRefGood(handle) ? handle : nullptr;
+// A dataref of others may come at any time, and is kept when it goes: from then on it reads 0.
+XPLMDataRef HandleOf(dataref_class &dataref) {
+    if (dataref.handle || dataref.mode != 2) return dataref.handle;
+    const XPLMDataRef handle = XPLMFindDataRef(dataref.name.c_str());
+    if (!XPLMIsDataRefGood(handle)) return nullptr;
+    dataref.dataType = XPLMGetDataRefTypes(handle);
+    return dataref.handle = handle;
 }
 
 bool isIndex(const dataref_class &dataref) {
     return dataref.index >= 0 && dataref.index < 16;
 }
 
-double ReadDataref(const dataref_class &dataref) {
+// All three scalar types at once are a double.
+double ReadDataref(dataref_class &dataref) {
     const XPLMDataRef handle = HandleOf(dataref);
     float element = 0;
     int whole = 0;
-    switch (XPLMGetDataRefTypes(handle)) {
+    switch (dataref.dataType) {
     case 1: return XPLMGetDatai(handle);
     case 2: return XPLMGetDataf(handle);
     case 8: return isIndex(dataref) && XPLMGetDatavf(handle, &element, dataref.index, 1) ? element : 0;
@@ -61,12 +64,12 @@ double ReadDataref(const dataref_class &dataref) {
     }
 }
 
-void WriteDataref(const dataref_class &dataref, double value) {
+void WriteDataref(dataref_class &dataref, double value) {
     const XPLMDataRef handle = HandleOf(dataref);
     if (!handle) return;
     float element = static_cast<float>(value);
     int whole = TruncateToInt(value);
-    switch (XPLMGetDataRefTypes(handle)) {
+    switch (dataref.dataType) {
     case 1: XPLMSetDatai(handle, whole); break;
     case 2: XPLMSetDataf(handle, element); break;
     case 8:
