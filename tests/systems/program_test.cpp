@@ -60,6 +60,8 @@ protected:
         areFramesTraced = true;
     }
 
+    ~Program() override { frameEvaluation = FrameEvaluation::AsItPays; }
+
     void StartFlight(const std::string &text) {
         ModelChanges();
         systems_vector.clear();
