@@ -6,9 +6,6 @@ namespace rig {
 
 namespace {
 
-const char *const ArmNames[] = {"arm1", "arm2", "arm3"};
-const char *const LegNames[] = {"leg1", "leg2", "leg3"};
-
 // clang-format off
 const Measures HerMeasures = {
     .trunk = 1,
