@@ -19,6 +19,7 @@ std::string RandomModel::Number() {
 
 std::string RandomModel::Link() {
     if (Chance(3)) return OneOf({"S0.D0", "S0..P0", "", "NO.SUCH.PARAMETER", "S0.D0.P0.X"});
+    if (Chance(hasInput ? 40 : 5)) return own;
     return "S" + std::to_string(Below(2)) + ".D" + std::to_string(Below(3)) + ".P" + std::to_string(Below(4));
 }
 
@@ -69,7 +70,8 @@ std::string RandomModel::Parameter(unsigned index, bool isSerial) {
             + (isSerial ? "0" : Number());
     text += "," + (Chance(15) ? OneOf({"0", "-5", "1"}) : std::string());
     text += "," + (Chance(15) ? OneOf({"10", "1", "0.5"}) : std::string());
-    if (Chance(12))
+    hasInput = Chance(30);
+    if (hasInput)
         text += std::string(",")
                 + OneOf({"t/int", "t/any", "t/ints[3]", "t/floats[2]", "t/missing", "t/new0"}) + ",exist";
     else
@@ -94,7 +96,10 @@ std::string RandomModel::Text() {
         for (unsigned dev = 0, devices = Below(4); dev < devices; dev++) {
             const bool isSerial = Chance(45);
             text += (isSerial ? "devstack=D" : "dev=D") + std::to_string(dev) + "\n";
-            for (unsigned out = 0, outs = Below(6); out < outs; out++) text += Parameter(out, isSerial);
+            for (unsigned out = 0, outs = Below(6); out < outs; out++) {
+                own = "S" + std::to_string(sys) + ".D" + std::to_string(dev) + ".P" + std::to_string(out);
+                text += Parameter(out, isSerial);
+            }
         }
     }
     return text;

@@ -26,6 +26,8 @@ public:
 private:
     std::mt19937 random;
     int published = 0; // datarefs "t/new<n>" so far
+    std::string own;   // the link of the parameter that is being made
+    bool hasInput = false;
 
     std::string Number();
     std::string Link();
