@@ -69,7 +69,8 @@ DatarefAccess dataref_class::Access() {
     access.handle = handle;
     access.type = dataType;
     access.index = index;
-    access.own = OwnDataref(handle);
+    const bool isSameType = XPLMGetDataRefTypes(handle) == dataType; // else it gives 0, as any other
+    access.own = isSameType ? OwnDataref(handle) : nullptr;
     return access;
 }
 

@@ -30,7 +30,7 @@ struct DatarefAccess {
     XPLMDataRef handle = nullptr; // null: there is no such dataref
     int type = 1;                 // the simulator's type bits
     int index = -1;               // array element
-    DRFclass *own = nullptr;      // one that the plug-in publishes itself: the simulator need not be asked
+    DRFclass *own = nullptr;      // one that the plug-in publishes as that type: read where it lies
 
     // 0 for an array without that element.
     double Get() const {
