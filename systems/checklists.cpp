@@ -9,8 +9,9 @@
 
 #include "XPLMDataAccess.h"
 #include "frame/datarefs.h"
-#include "systems/links.h"
+#include "systems/checklist_calls.h"
 #include "systems/program.h"
+#include "systems/spoken_links.h"
 #include "util/make_fresh.h"
 #include "util/text.h"
 #include "voice/action_queue.h"
@@ -18,8 +19,6 @@
 
 namespace {
 
-const char *const ChecklistSystem = "CHECKLIST";
-const char *const ChecklistWord = "checklist";
 const int FramesToSkip = 2; // the words may stand behind the checklists in the files
 
 struct ChecklistsState {
@@ -36,32 +35,6 @@ struct ChecklistDatarefs {
     XPLMDataRef running = nullptr, standingBy = nullptr;
 };
 ChecklistDatarefs datarefs;
-
-// A device of the model.
-ParameterAddress AddressOf(const device_struct &device) {
-    for (ParameterAddress place{0, 0}; SystemAt(place); place.sys++) {
-        const std::vector<device_struct> &devices = SystemAt(place)->devices;
-        const bool isHere = !devices.empty() && &device >= &devices.front() && &device <= &devices.back();
-        if (isHere) return {place.sys, static_cast<int>(&device - devices.data())};
-    }
-    return {};
-}
-
-// The first of the phrases that call a sequence, or the first with a word in it; null when there is none.
-const std::string *CallOf(const device_struct &sequence, std::string_view word = "") {
-    if (sequence.outs.empty()) return nullptr;
-    for (const logicblock_struct &block : sequence.outs.front().logic)
-        for (const compare_block_class &comparison : block.compares)
-            if (comparison.a.kind == LinkSpeech && comparison.phrase.find(word) != std::string::npos)
-                return &comparison.phrase;
-    return nullptr;
-}
-
-// What a checklist is called.
-const std::string &NameOf(const device_struct &checklist) {
-    const std::string *phrase = CallOf(checklist, ChecklistWord);
-    return phrase ? *phrase : *CallOf(checklist);
-}
 
 bool isSpoken(const structExecute &action) {
     return TextOfAction(action.type) == ActionText::Spoken && !action.text.empty()
@@ -145,7 +118,7 @@ std::string SkippedItemsOf(const device_struct &device) {
 std::string RunningChecklists() {
     std::string text;
     ForEachRunning([&](const ParameterAddress &step) {
-        text += (text.empty() ? "" : ", and ") + NameOf(*DeviceAt(step));
+        text += (text.empty() ? "" : ", and ") + ChecklistName(*DeviceAt(step));
         if (ParameterAt(step)) text += ", at " + ItemName(step);
     });
     return text.empty() ? "no checklist" : text;
@@ -190,12 +163,6 @@ bool isSaidWhenSkipped(const structExecute &last, const device_struct &sequence,
 }
 
 } // namespace
-
-bool isChecklist(const device_struct &sequence) {
-    if (CallOf(sequence, ChecklistWord)) return true;
-    const system_class *system = SystemAt(AddressOf(sequence));
-    return system && system->name == ChecklistSystem && CallOf(sequence);
-}
 
 void CreateChecklistDatarefs() {
     datarefs.running = CreateDrf_Int("kv/fo/checklist", 0);

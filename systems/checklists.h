@@ -1,9 +1,6 @@
 // The sequences that the pilot calls, beyond their steps: what the words that every crew uses are about.
 // "Stand by" holds them, "next item" skips what a checklist waits for, and she tells where she is.
-//
-// A checklist is a sequence of a system CHECKLIST, or one that is called by a phrase with the word
-// "checklist". A sequence that nobody calls, such as the call-outs of a take-off, is neither held nor
-// skipped.
+// A sequence that nobody calls, such as the call-outs of a take-off, is neither held nor skipped.
 #pragma once
 
 #include <string>
@@ -17,9 +14,6 @@ void CreateChecklistDatarefs();
 // Once a frame, in front of the systems and behind them.
 void BeginChecklists();
 void EndChecklists();
-
-// Whether a sequence is one, by its words and its system's name.
-bool isChecklist(const device_struct &sequence);
 
 // One has begun and has not ended.
 void NoteChecklistRuns();

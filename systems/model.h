@@ -237,6 +237,9 @@ inline out_parameter_struct *ParameterAt(const ParameterAddress &place) {
     return device ? RecordAt(device->outs, place.out) : nullptr;
 }
 
+// Where a device of the model stands.
+ParameterAddress AddressOf(const device_struct &device);
+
 // Calls visit with the address of every parameter of the model, in its order.
 template <typename Visit> void ForEachAddress(Visit visit) {
     for (ParameterAddress place{0, 0, 0}; SystemAt(place); place = {place.sys + 1, 0, 0})

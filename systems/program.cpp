@@ -8,7 +8,7 @@
 #include <span>
 #include <utility>
 
-#include "systems/checklists.h"
+#include "systems/checklist_calls.h"
 #include "systems/operators.h"
 
 SystemsProgram systemsProgram;
