@@ -147,7 +147,7 @@ void Check::Speech() {
     while (!speaker.TakeFinished() && SecondsSince(start) < SecondsOfPatience && sound.Read(block)) {
         block.resize(sound.Wanted(block.size()));
         const size_t spoken = speaker.Speak(block);
-        if (!sound.wantsSilence()) block.resize(spoken);
+        if (!sound.isSilenceWanted()) block.resize(spoken);
         sound.Write(block);
     }
     Tell("speaking", std::string("\"") + SentenceToSay + "\"", sound.LoudspeakerTrouble());

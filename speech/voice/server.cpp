@@ -154,7 +154,7 @@ void Server::Take(const std::string &message) {
 void Server::SpeakAsWanted(size_t read, Samples &block) {
     block.resize(sound.Wanted(read));
     const size_t spoken = speaker.Speak(block);
-    if (!sound.wantsSilence()) block.resize(spoken);
+    if (!sound.isSilenceWanted()) block.resize(spoken);
     if (speaker.TakeFinished()) {
         isSayingAborted = false;
         Answer(link_words::Spoken);

@@ -24,7 +24,7 @@ public:
     virtual size_t Wanted(size_t read) const { return read; }
 
     // False when it need not be given silence where nothing is said.
-    virtual bool wantsSilence() const { return true; }
+    virtual bool isSilenceWanted() const { return true; }
 
     // What the loudspeaker is to play next.
     virtual void Write(const Samples &block) = 0;

@@ -288,7 +288,7 @@ public:
     void Write(const Samples &block) override {
         if (output.isOpen()) output.Give(block);
     }
-    bool wantsSilence() const override { return false; }
+    bool isSilenceWanted() const override { return false; }
     bool isWaiting() const override { return false; }
     void SetIdle(bool value) override { isIdle = value; }
     std::string MicrophoneTrouble() const override {
