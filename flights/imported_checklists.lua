@@ -135,6 +135,10 @@ for _, call in ipairs {"cockpit preparation checklist", "before start checklist"
     said = read(call)
     check.that(#said > 5, call .. " is read")
 end
+check.hear("landing checklist", 5)
+check.hear("advised", 5)
+sim.said()
+check.asks("speed", 5, {"Autobrake?"}, "letting go of the button is no answer to what takes any")
 import "latin"
 said = read("prévol checklist")
 check.that(has(said, "V1, VR speeds?"), "letters stay letters")

@@ -24,6 +24,7 @@ const char *const TimeDataref = "sim/time/total_flight_time_sec";
 const char *const Overrule = "continue";
 const double SecondsToAccept = 25.0;
 const double SecondsBeforeShow = 5.0; // until the aircraft's datarefs are there
+const double SecondsToLetGo = 0.5;    // of the button, behind a question that takes silence for an answer
 
 // One step: what she says when its turn comes, and what ends it.
 struct Step {
@@ -32,6 +33,8 @@ struct Step {
     std::vector<std::string> phrases; // empty: any answer
     std::string met;                  // the link of its condition; empty: none
     bool isTickedByCondition = false;
+
+    bool TakesAnything() const { return phrases.empty() && !isTickedByCondition; }
 };
 
 struct Sequence {
@@ -216,8 +219,10 @@ std::vector<structExecute> Sayings(const std::vector<std::string> &texts) {
 }
 
 // What ends the step, with what she says then: the texts of the step behind it.
-std::vector<logicblock_struct> StepBlocks(const Step &step, const std::vector<std::string> &texts) {
+std::vector<logicblock_struct> StepBlocks(const Step &step, const std::vector<std::string> &texts,
+                                          bool isAnyNext) {
     std::vector<structExecute> actions = Sayings(texts);
+    if (isAnyNext) actions.push_back(Action(ScriptPause, "", SecondsToLetGo));
     std::vector<logicblock_struct> blocks(1);
     std::vector<compare_block_class> &chain = blocks[0].compares;
     if (!step.isTickedByCondition) JoinAnswers(chain, step.phrases);
@@ -247,11 +252,15 @@ device_struct ClistImporter::SequenceDevice(Sequence &sequence) {
     const auto textsAt = [&](size_t i) {
         return i < sequence.steps.size() ? sequence.steps[i].texts : sequence.ending;
     };
+    const auto takesAnything = [&](size_t i) {
+        return i < sequence.steps.size() && sequence.steps[i].TakesAnything();
+    };
     for (const std::string &text : textsAt(0)) called[0].executes.push_back(Action(ScriptSayWait, text));
+    if (takesAnything(0)) called[0].executes.push_back(Action(ScriptPause, "", SecondsToLetGo));
     device.outs.push_back(Parameter("CALL", std::move(called)));
     for (size_t i = 0; i < sequence.steps.size(); i++)
-        device.outs.push_back(
-            Parameter(sequence.steps[i].name, StepBlocks(sequence.steps[i], textsAt(i + 1))));
+        device.outs.push_back(Parameter(sequence.steps[i].name,
+                                        StepBlocks(sequence.steps[i], textsAt(i + 1), takesAnything(i + 1))));
     return device;
 }
 
