@@ -44,6 +44,32 @@ bool FinishesStep(const logicblock_struct &block) {
     });
 }
 
+bool hasPhrase(const logicblock_struct &block) {
+    return std::any_of(block.compares.begin(), block.compares.end(),
+                       [](const compare_block_class &one) { return one.a.kind == LinkSpeech; });
+}
+
+// Whether a phrase leads to the next step while the button may still be down: nothing queued waits behind
+// what is said last.
+bool GoesOnAtOnce(const logicblock_struct &block) {
+    return hasPhrase(block) && !block.executes.empty()
+           && TextOfAction(block.executes.back().type) == ActionText::Spoken;
+}
+
+// A step that takes anything takes the silence, too, in which the button is let go.
+void CheckAnyAnswer(const ParameterPlace &place) {
+    if (place.isFirstStep()) return;
+    const std::vector<logicblock_struct> &before =
+        place.device.outs[static_cast<size_t>(place.out) - 1].logic;
+    if (std::none_of(before.begin(), before.end(), GoesOnAtOnce)) return;
+    for (const logicblock_struct &block : place.parameter.logic)
+        for (const compare_block_class &comparison : block.compares)
+            if (comparison.a.kind == LinkSpeech && comparison.phrase == AnyPhrase)
+                AddFinding(Severity::Warning, place.parameter.fileName, comparison.line,
+                           "letting go of the button behind the phrase before answers this, too; put a pause "
+                           "behind the question: execute=7,,0.5");
+}
+
 void CheckStep(const ParameterPlace &place, const std::vector<Alternatives> &conditions) {
     const out_parameter_struct &step = place.parameter;
     bool canFinish = false, isOtherFound = false; // blocks that never fire are told themselves
@@ -117,7 +143,9 @@ void CheckParameter(const ParameterPlace &place) {
             AddFinding(Severity::Warning, parameter.fileName, block.line,
                        "this block's actions are repeated in every frame");
     }
-    if (place.device.serialStack) CheckStep(place, conditions);
+    if (!place.device.serialStack) return;
+    CheckStep(place, conditions);
+    CheckAnyAnswer(place);
 }
 
 // It acts, but nothing gives it another value than its initial one.

@@ -96,6 +96,10 @@ const Mistake Mistakes[] = {
      "6: error: this step is never done"},
     {"StartsByItself", "devstack=LIST\nout=CALL,int,,0,,,,,,,,0\nlogic:\nexecute=10,,0\n",
      "6: warning: this sequence starts by itself"},
+    {"SilenceAnswers",
+     "devstack=LIST\nout=CALL,int,,0,,,,,,,,0\nlogic:\ninstring=go\nexecute=1,Any words?,0\n"
+     "out=WORDS,int,,0,,,,,,,,0\nlogic:\ninstring=any\nexecute=10,,0\n",
+     "12: warning: letting go of the button"},
     {"NeverHeard", "logic:\ninstring=Gear up!\ncalc=[1]\n", "6: error: this phrase is never heard"},
     {"NothingLeft", "logic:\ninstring=?!\ncalc=[1]\n", "6: error: nothing is left of this phrase"},
     {"NobodyWaits", "logic:\n[A.D.X]==[1]\nexecute=12,set,5\n",
