@@ -68,13 +68,17 @@ int ReadDRF_descr() {
     return 1;
 }
 
+void PublishForAircraft(const AircraftRow &row) {
+    if (row.traits.publishesRunways) CreateOrvikDatarefs();
+    if (row.variant != 0) CreateDrf_Int("kv/fnc/lu_mode", row.variant);
+}
+
 void ReadAcfTypeAndDeveloperMode() {
     ReadDeveloperMode();
     const AircraftRow *row = RowOfThisAircraft();
     if (!row || !isModelThere(*row, WhatThisAircraftPath())) return;
     ServeAs(*row);
-    if (row->traits.publishesRunways) CreateOrvikDatarefs();
-    if (row->variant != 0) CreateDrf_Int("kv/fnc/lu_mode", row->variant);
+    PublishForAircraft(*row);
     FinishInterruptedSave();
     CreateSystemsFromFile();
     if (isVAdraw == 1) SysWindowCreate();

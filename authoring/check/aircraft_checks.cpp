@@ -7,6 +7,7 @@
 #include "authoring/check/findings.h"
 #include "figure/acf_file.h"
 #include "frame/aircraft.h"
+#include "frame/aircraft_detection.h"
 #include "frame/aircraft_list.h"
 #include "simhost/world/aircraft_folder.h"
 
@@ -61,6 +62,7 @@ void CheckAircraft(const std::string &pluginFolder) {
     }
     const AircraftRow *const served = ServedAircraft(found.description, folder.generic_string(), listed);
     CheckList(listed, folder.generic_string(), found, served);
+    if (served) PublishForAircraft(*served);
     if (!served)
         AddFinding(Severity::Error, (folder / found.name).generic_string(), 0,
                    found.hasDescription

@@ -8,6 +8,7 @@
 #include "authoring/check/checks.h"
 #include "authoring/check/findings.h"
 #include "authoring/check/folder.h"
+#include "systems/checklists.h"
 #include "systems/reader.h"
 #include "util/log.h"
 
@@ -39,6 +40,7 @@ void Tell(const LogRecord &record) {
 }
 
 void ReadSystems(const std::string &pluginFolder) {
+    CreateChecklistDatarefs();
     CreateSystemsFromFile();
     CheckSystemsFiles(pluginFolder);
     TellReaderRecords();
