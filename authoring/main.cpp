@@ -1,4 +1,5 @@
 // The program fennic-sim: reads the command line and flies the flight.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -167,15 +168,28 @@ int New(int count, char **words) {
     return options.folder.empty() ? Refuse("new needs a folder") : simhost::MakeNewAircraft(options);
 }
 
+constexpr struct {
+    const char *name;
+    int (*run)(int count, char **words);
+} Tools[] = {{"check", Check}, {"graph", Chart}, {"phrases", Phrases}, {"import", Import}, {"new", New}};
+
+bool isHelp(std::string_view word) {
+    return word == "--help" || word == "-h";
+}
+
+int PrintUsage() {
+    std::fputs(Usage, stdout);
+    return simhost::ExitFlown;
+}
+
 } // namespace
 
 int main(int count, char **words) {
     simhost::AllowLateLibraries(words);
-    if (count > 1 && std::strcmp(words[1], "check") == 0) return Check(count - 2, words + 2);
-    if (count > 1 && std::strcmp(words[1], "graph") == 0) return Chart(count - 2, words + 2);
-    if (count > 1 && std::strcmp(words[1], "phrases") == 0) return Phrases(count - 2, words + 2);
-    if (count > 1 && std::strcmp(words[1], "import") == 0) return Import(count - 2, words + 2);
-    if (count > 1 && std::strcmp(words[1], "new") == 0) return New(count - 2, words + 2);
+    for (const auto &tool : Tools)
+        if (count > 1 && std::strcmp(words[1], tool.name) == 0)
+            return std::any_of(words + 2, words + count, isHelp) ? PrintUsage()
+                                                                 : tool.run(count - 2, words + 2);
     simhost::FlightOptions options;
     std::string aircraft;
     int place = 1;
@@ -193,10 +207,7 @@ int main(int count, char **words) {
             value = option.substr(equals + 1);
             option.resize(equals);
         }
-        if (option == "--help" || option == "-h") {
-            std::fputs(Usage, stdout);
-            return simhost::ExitFlown;
-        }
+        if (isHelp(option)) return PrintUsage();
         if (bool *isChosen = option == "--quiet"       ? &options.quiet
                              : option == "--keep"      ? &options.keep
                              : option == "--window"    ? &options.window
@@ -242,7 +253,8 @@ int main(int count, char **words) {
     std::error_code failed;
     if (!std::filesystem::exists(options.script, failed)
         || std::filesystem::is_directory(options.script, failed))
-        return Refuse("there is no flight " + options.script);
+        return Refuse("there is no flight " + options.script
+                      + (std::filesystem::is_directory(options.script, failed) ? ", which is a folder" : ""));
     if (aircraft.empty()) {
         // A flight that lies in an aircraft's folder is that aircraft's.
         const std::string folder = std::filesystem::absolute(options.script, failed).parent_path().string();
