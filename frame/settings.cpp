@@ -142,10 +142,10 @@ void CheckInstalledObject(const std::string &pluginFolder) {
     const std::string installed = WhatThisAircraftPath() + "objects/kvfennic.obj";
     const std::string shipped = pluginFolder + "data/obj/kvfennic.obj";
     if (InstallationState != InstallationReady) return;
-    std::vector<FileLine> installedLines, shippedLines;
-    if (ReadLines(installed, installedLines, ObjectFile) != Reading::Read) return;
-    if (ReadLines(shipped, shippedLines, ObjectFile) != Reading::Read) return;
-    if (installedLines.size() != shippedLines.size()) InstallationState = InstallationMissing;
+    int installedLines = 0, shippedLines = 0;
+    if (CountLines(installed, installedLines, ObjectFile) != Reading::Read) return;
+    if (CountLines(shipped, shippedLines, ObjectFile) != Reading::Read) return;
+    if (installedLines != shippedLines) InstallationState = InstallationMissing;
 }
 
 // The settings of a file without its partner are not read, and the defaults take its place all the same.

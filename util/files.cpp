@@ -73,10 +73,15 @@ Reading ReadEachLine(const std::string &path, uint64_t limit, const TakeLine &ta
     return reading;
 }
 
+// A byte-order mark, as some editors leave it, is no part of the first line.
+std::string_view WithoutMark(int number, std::string_view line) {
+    if (number == 1 && line.starts_with("\xEF\xBB\xBF")) line.remove_prefix(3);
+    return line;
+}
+
 // Adds the line unless nothing is left of it.
 void AddLine(std::vector<FileLine> &lines, int number, std::string_view line) {
-    if (number == 1 && line.starts_with("\xEF\xBB\xBF"))
-        line.remove_prefix(3); // a byte-order mark, as some editors leave it
+    line = WithoutMark(number, line);
     if (line.ends_with('\r')) line.remove_suffix(1);
     if (line.empty()) return;
     std::string kept(line);
@@ -93,6 +98,18 @@ Reading ReadLines(const std::string &path, std::vector<FileLine> &lines, uint64_
     };
     const Reading reading = ReadEachLine(path, limit, add, reason);
     if (reading != Reading::Read) lines.clear();
+    return reading;
+}
+
+Reading CountLines(const std::string &path, int &lines, uint64_t limit, Reason &reason) {
+    lines = 0;
+    int number = 0;
+    const auto count = [&](std::string_view line) {
+        lines += WithoutMark(++number, line).find_first_not_of('\r') != std::string_view::npos;
+        return true;
+    };
+    const Reading reading = ReadEachLine(path, limit, count, reason);
+    if (reading != Reading::Read) lines = 0;
     return reading;
 }
 
@@ -174,8 +191,18 @@ std::string ReadFileToString(const std::string &path, uint64_t limit) {
     return content;
 }
 
+Reading CountLines(const std::string &path, int &lines, uint64_t limit) {
+    Reason reason;
+    const Reading reading = CountLines(path, lines, limit, reason);
+    if (reading == Reading::Failed) LogCantOpen(path, reason);
+    return reading;
+}
+
 int FileLineSize(const std::string &path) {
-    return static_cast<int>(ReadFileLines(path, SystemsFile).size());
+    Reason reason;
+    int lines = 0;
+    if (CountLines(path, lines, SystemsFile, reason) != Reading::Read) LogCantOpen(path, reason);
+    return lines;
 }
 
 bool WriteWholeFile(const std::string &path, std::string_view content) {

@@ -60,7 +60,10 @@ Reading ReadEachLine(const std::string &path, uint64_t limit, const TakeLine &ta
 enum class Presence { Absent, Present, Unknown };
 Presence WhatIsAt(const std::string &path);
 
-// The number of non-empty lines; 0, with one line in the log, when it cannot be read.
+// How many lines ReadLines would give, without keeping them; 0 when it would give none.
+Reading CountLines(const std::string &path, int &lines, uint64_t limit = SmallFile);
+
+// The same with a line in the log when there is no file, too.
 int FileLineSize(const std::string &path);
 
 // Puts content in the place of the file at path: written beside it, flushed, renamed over it, with the old
