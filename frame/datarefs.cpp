@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <unordered_map>
 #include <vector>
 
 #include "XPLMPlugin.h"
@@ -66,6 +67,7 @@ void TellDatarefBrowser(const std::string &name) {
 }
 
 std::vector<XPLMDataRef> computed;
+std::unordered_map<XPLMDataRef, DRFclass *> entryOfHandle; // of the table, while it is registered
 
 bool isNameFree(const std::string &name, const char *type) {
     const bool isFree = !FindDataref(name.c_str());
@@ -81,6 +83,12 @@ DRFclass *NextEntry(const std::string &name, const char *type) {
         return nullptr;
     }
     return &DRFs[++DRFcounter];
+}
+
+XPLMDataRef Announced(DRFclass &entry, const std::string &name) {
+    if (entry.handle) entryOfHandle[entry.handle] = &entry;
+    TellDatarefBrowser(name);
+    return entry.handle;
 }
 
 // Arrays are transferred as their first Count elements, never one alone.
@@ -127,7 +135,9 @@ XPLMDataRef DRFclass::Create_s(const std::string &name) {
 }
 
 void DRFclass::Unregister() {
-    if (handle) XPLMUnregisterDataAccessor(handle);
+    if (!handle) return;
+    XPLMUnregisterDataAccessor(handle);
+    entryOfHandle.erase(handle);
     handle = nullptr;
 }
 
@@ -136,8 +146,7 @@ XPLMDataRef CreateDrf_Int(const std::string &name, int initial) {
     if (!entry) return nullptr;
     entry->Create_i(name);
     entry->intValue = initial;
-    TellDatarefBrowser(name);
-    return entry->handle;
+    return Announced(*entry, name);
 }
 
 XPLMDataRef CreateDrf_Float(const std::string &name, float initial) {
@@ -145,8 +154,7 @@ XPLMDataRef CreateDrf_Float(const std::string &name, float initial) {
     if (!entry) return nullptr;
     entry->Create_f(name);
     entry->floatValue = initial;
-    TellDatarefBrowser(name);
-    return entry->handle;
+    return Announced(*entry, name);
 }
 
 XPLMDataRef CreateDrf_String(const std::string &name, const std::string &initial) {
@@ -154,8 +162,7 @@ XPLMDataRef CreateDrf_String(const std::string &name, const std::string &initial
     if (!entry) return nullptr;
     entry->Create_s(name);
     entry->stringValue = initial;
-    TellDatarefBrowser(name);
-    return entry->handle;
+    return Announced(*entry, name);
 }
 
 XPLMDataRef CreateDrf_Computed(const std::string &name, float (*get)(void *), void *refcon) {
@@ -168,10 +175,8 @@ XPLMDataRef CreateDrf_Computed(const std::string &name, float (*get)(void *), vo
 }
 
 DRFclass *OwnDataref(XPLMDataRef handle) {
-    if (!handle) return nullptr;
-    const auto end = DRFs + DRFcounter + 1;
-    const auto entry = std::find_if(DRFs + 1, end, [&](const DRFclass &own) { return own.handle == handle; });
-    return entry == end ? nullptr : entry;
+    const auto entry = entryOfHandle.find(handle);
+    return entry == entryOfHandle.end() ? nullptr : entry->second;
 }
 
 void UnregisterDrfs() {
@@ -226,4 +231,5 @@ void ResetPublishedDatarefs() {
     for (DRFclass &entry : DRFs) MakeFresh(entry);
     DRFcounter = 0;
     MakeFresh(computed);
+    MakeFresh(entryOfHandle);
 }
