@@ -43,7 +43,7 @@ bool isStill() {
 
 void MoveAxis(structAnim &channel, int axis, double value) {
     channel.current[axis] = value;
-    XPLMSetDataf(channel.dataref[axis], static_cast<float>(value));
+    channel.Show(axis, static_cast<float>(value));
 }
 
 // A blocked head is not held within its limits. Cut to whole degrees its offsets lean to the negative side
@@ -69,7 +69,7 @@ void ChooseTarget(structAnim &channel, int axis, double shown) {
 }
 
 void IdleAxis(structAnim &channel, int axis, bool isHead) {
-    const double shown = XPLMGetDataf(channel.dataref[axis]);
+    const double shown = channel.Shown(axis);
     const double remaining = channel.target[axis] - shown;
     const float delta = static_cast<float>(channel.liveDelta[axis]);
     const bool isTravelling = (delta > 0 && remaining > 0) || (delta < 0 && remaining < 0);
@@ -149,11 +149,12 @@ void EyesAnimation() {
         newEyePositionAddX = static_cast<float>(Random(50)) / 10.0F;
         newEyePositionAddY = static_cast<float>(Random(50)) / 10.0F;
     }
+    float *const *const eyes = figureChannels.publishedEyes;
     const bool hasHead = anim.size() > HeadChannel;
-    const float headX = hasHead ? XPLMGetDataf(anim[HeadChannel].dataref[0]) : 0.0F;
-    const float headY = hasHead ? XPLMGetDataf(anim[HeadChannel].dataref[1]) : 0.0F;
-    XPLMSetDataf(DRFf_EyesX, newEyePositionAddX + headX / -3.0F);
-    XPLMSetDataf(DRFf_EyesY, newEyePositionAddY + headY * -0.25F);
+    const float headX = hasHead ? anim[HeadChannel].Shown(0) : 0.0F;
+    const float headY = hasHead ? anim[HeadChannel].Shown(1) : 0.0F;
+    if (eyes[0]) *eyes[0] = newEyePositionAddX + headX / -3.0F;
+    if (eyes[1]) *eyes[1] = newEyePositionAddY + headY * -0.25F;
 }
 
 void FaceAnimation() {

@@ -17,7 +17,7 @@ FigureChannelsState figureChannels;
 namespace {
 
 // What the dataref holds that was published last.
-const float *Published(XPLMDataRef handle) {
+float *Published(XPLMDataRef handle) {
     return handle ? &DRFs[DRFcounter].floatValue : nullptr;
 }
 

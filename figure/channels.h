@@ -19,8 +19,14 @@ struct structAnim {
     double speed[AxisCount] = {};      // of the running move, units a second
     double liveFactor[AxisCount] = {}; // speed factor of the idle motion; the head's alone is used
     XPLMDataRef dataref[AxisCount] = {};
-    const float *published[AxisCount] =
-        {}; // what the datarefs hold; null: another plug-in had taken the name
+    float *published[AxisCount] = {}; // what the datarefs hold; null: another plug-in had taken the name
+
+    // What the dataref of an axis holds, without asking the simulator for what lies here; 0 when it is not
+    // ours.
+    float Shown(int axis) const { return published[axis] ? *published[axis] : 0.0F; }
+    void Show(int axis, float value) const {
+        if (published[axis]) *published[axis] = value;
+    }
 };
 
 const int HeadChannel = 3;
@@ -40,7 +46,7 @@ struct FigureChannelsState {
     XPLMDataRef deltaHdg2Fo = nullptr;  // "kv/fo/delta_hdg2fo": pilot's view to the figure, degrees
     XPLMDataRef eyesX = nullptr;        // "kv/fo/_eyes_x"
     XPLMDataRef eyesY = nullptr;        // "kv/fo/_eyes_y"
-    const float *publishedEyes[2] = {}; // what the two hold; null as above
+    float *publishedEyes[2] = {};       // what the two hold; null as above
     XPLMDataRef glass = nullptr;        // "kv/fo/_glass": 1 shows the glasses
     XPLMDataRef showPlanshet = nullptr; // "kv/fo/_planshet": 1 shows the tablet
     XPLMDataRef face = nullptr;         // "kv/fo/_face": eyes and lips, -1 while hidden
