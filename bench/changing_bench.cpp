@@ -36,7 +36,7 @@ template <typename Element> size_t Bytes(const std::vector<Element> &elements) {
 
 size_t DependentsBytes(const SystemsProgram &program) {
     return Bytes(program.dependents) + Bytes(program.comparing) + Bytes(program.firstDependents)
-           + Bytes(program.marked.words) * 3;
+           + Bytes(program.marked.words) * 2;
 }
 
 size_t ProgramBytes(const SystemsProgram &program) {
@@ -44,7 +44,8 @@ size_t ProgramBytes(const SystemsProgram &program) {
            + Bytes(program.parameters) + Bytes(program.blocks) + Bytes(program.comparisons)
            + Bytes(program.elements) + Bytes(program.special) + Bytes(program.listNumbers)
            + Bytes(program.firings) + Bytes(program.graphs) + Bytes(program.graphPoints)
-           + Bytes(program.extras) + Bytes(program.datarefs) + Bytes(program.firstParameterOfDevice);
+           + Bytes(program.extras) + Bytes(program.datarefs) + Bytes(program.datarefRecords)
+           + Bytes(program.visits) + Bytes(program.firstParameterOfDevice);
 }
 
 // A model of which a share changes, and the three ways to fly it.

@@ -142,25 +142,19 @@ void NoticeSurroundings(SystemsProgram &program) {
     }
 }
 
-// How a value lies to another, in the comparison's bits.
-inline unsigned Outcome(const ComparingDependent &dependent, double value, double other) {
-    return (static_cast<unsigned>(value > other) & dependent.greater)
-           | (static_cast<unsigned>(value == other) & dependent.equal)
-           | (static_cast<unsigned>(value < other) & dependent.less);
+// How a value lies to another.
+inline unsigned RelationOf(double value, double other) {
+    return (value > other ? RelationGreater : 0U) | (value == other ? RelationEqual : 0U)
+           | (value < other ? RelationLess : 0U);
 }
 
-bool isOtherwise(const ProgramArrays &arrays, const ComparingDependent &dependent, double before,
-                 double value) {
-    if (!(dependent.greater | dependent.equal | dependent.less)) [[unlikely]] {
-        const SpecialComparison &list = arrays.special[dependent.other];
-        return CompareWithList(arrays, list, before) != CompareWithList(arrays, list, value);
-    }
-    const double other = arrays.values[dependent.other];
-    return Outcome(dependent, before, other) != Outcome(dependent, value, other);
+bool isListedOtherwise(const ProgramArrays &arrays, uint32_t special, double before, double value) {
+    const SpecialComparison &list = arrays.special[special];
+    return CompareWithList(arrays, list, before) != CompareWithList(arrays, list, value);
 }
 
 // Marks those for which it makes a difference that the parameter becomes another value. Which blocks of a
-// parameter a change reaches, nobody can foresee, so those that calculate are marked without a branch.
+// parameter a change reaches, nobody can foresee, so that is asked without a branch.
 void MarkDependents(const ProgramArrays &arrays, uint32_t index, double value) {
     const FirstDependents first = arrays.firstDependents[index], end = arrays.firstDependents[index + 1];
     MarkSet &marked = arrays.program.marked;
@@ -173,7 +167,16 @@ void MarkDependents(const ProgramArrays &arrays, uint32_t index, double value) {
     for (uint32_t i = first.comparing; i < end.comparing; i++) {
         const ComparingDependent &dependent = arrays.comparing[i];
         const bool isReached = dependent.block <= arrays.firedBlocks[dependent.unit]; // none fired: all are
-        if (isReached && isOtherwise(arrays, dependent, before, value)) marked.Insert(dependent.unit);
+        if (dependent.relations == 0) [[unlikely]] {
+            if (isReached && isListedOtherwise(arrays, dependent.other, before, value))
+                marked.Insert(dependent.unit);
+            continue;
+        }
+        const double other = arrays.values[dependent.other];
+        const bool wasTrue = (RelationOf(before, other) & dependent.relations) != 0;
+        const bool isTrue = (RelationOf(value, other) & dependent.relations) != 0;
+        if (static_cast<unsigned>(isReached) & static_cast<unsigned>(wasTrue != isTrue)) [[unlikely]]
+            marked.Insert(dependent.unit);
     }
     arrays.program.dependentsMet += end.any - first.any + end.comparing - first.comparing;
 }
@@ -298,24 +301,28 @@ double EvaluateAllBlocks(const ProgramArrays &arrays, uint32_t index, double val
 
 // ---- Parameters ----
 
+// Looks again for a dataref that was missing.
+[[gnu::noinline]] bool isFound(const ProgramArrays &arrays, uint32_t dataref) {
+    arrays.datarefs[dataref].access = arrays.program.datarefRecords[dataref]->Access();
+    return arrays.datarefs[dataref].access.handle != nullptr;
+}
+
 // Reads an input that is there into the value. True when it gives another value than in the frame before.
-[[gnu::always_inline]] inline bool ReadInput(ProgramDataref &input, double &value) {
+[[gnu::always_inline]] inline bool ReadInput(const ProgramArrays &arrays, uint32_t dataref, double &value) {
+    ProgramDataref &input = arrays.datarefs[dataref];
     const bool wasMissing = !input.access.handle;
-    if (wasMissing) [[unlikely]] {
-        input.access = input.record->Access();
-        if (!input.access.handle) return false;
-    }
+    if (wasMissing && !isFound(arrays, dataref)) [[unlikely]]
+        return false;
     value = input.access.Get();
     const bool isSame = std::bit_cast<uint64_t>(value) == std::bit_cast<uint64_t>(input.lastValue);
     input.lastValue = value;
     return wasMissing || !isSame;
 }
 
-[[gnu::always_inline]] inline void WriteOutput(ProgramDataref &output, double value) {
-    if (!output.access.handle) [[unlikely]] {
-        output.access = output.record->Access();
-        if (!output.access.handle) return;
-    }
+[[gnu::always_inline]] inline void WriteOutput(const ProgramArrays &arrays, uint32_t dataref, double value) {
+    ProgramDataref &output = arrays.datarefs[dataref];
+    if (!output.access.handle && !isFound(arrays, dataref)) [[unlikely]]
+        return;
     output.lastValue = value;
     output.access.Set(value);
 }
@@ -338,16 +345,16 @@ template <bool isMarking>
     Store<isMarking>(arrays, index, Limited(arrays.extras[parameter.extras], value));
 }
 
-// With datarefs or speech: evaluated when it is due, and when its input has changed.
+// With datarefs, which may be none, or speech: evaluated when it is due, and when its input has changed. True
+// when it was.
 template <bool isMarking>
-[[gnu::always_inline]] inline void EvaluateWithTraits(const ProgramArrays &arrays, uint32_t index, bool isDue,
-                                                      StepContext &step) {
-    const ProgramParameter parameter = arrays.parameters[index];
-    const ParameterExtras &extras = arrays.extras[parameter.extras];
-    double value = arrays.values[index];
-    if (parameter.traits & HasInput && ReadInput(arrays.datarefs[extras.input], value)) isDue = true;
-    if (isDue) EvaluateFrom<isMarking>(arrays, index, value, step);
-    if (parameter.traits & HasOutput) WriteOutput(arrays.datarefs[extras.output], arrays.values[index]);
+[[gnu::always_inline]] inline bool EvaluateBetween(const ProgramArrays &arrays, const DatarefVisit &visit,
+                                                   bool isDue, StepContext &step) {
+    double value = arrays.values[visit.unit];
+    if (visit.input != NoIndex && ReadInput(arrays, visit.input, value)) isDue = true;
+    if (isDue) EvaluateFrom<isMarking>(arrays, visit.unit, value, step);
+    if (visit.output != NoIndex) WriteOutput(arrays, visit.output, arrays.values[visit.unit]);
+    return isDue;
 }
 
 template <bool isMarking>
@@ -355,7 +362,8 @@ template <bool isMarking>
                                                      StepContext &step) {
     const ProgramParameter parameter = arrays.parameters[index];
     if (parameter.traits != 0) {
-        EvaluateWithTraits<isMarking>(arrays, index, true, step);
+        const ParameterExtras &extras = arrays.extras[parameter.extras];
+        EvaluateBetween<isMarking>(arrays, {index, extras.input, extras.output}, true, step);
     } else {
         const double value = EvaluateBlocks(arrays, index, arrays.values[index], step);
         Store<isMarking>(arrays, index, Limited(arrays.extras[parameter.extras], value));
@@ -445,27 +453,64 @@ void EvaluateAll(const ProgramArrays &arrays) {
     }
 }
 
-// Gives how many parameters were evaluated; a sequence counts as one.
-size_t EvaluateMarked(const ProgramArrays &arrays) {
-    SystemsProgram &program = arrays.program;
-    StepContext noStep;
-    size_t evaluated = 0;
-    WalkMarks(program.marked, program.withDatarefs, [&](uint32_t index, bool isMarked) {
-        const uint32_t traits = arrays.parameters[index].traits;
-        evaluated += isMarked;
-        if (traits == 0)
-            EvaluateParameter<true>(arrays, index, noStep);
-        else if (traits & IsSequence)
-            noStep.comesAgain =
-                RunSequence<true>(arrays, program.runs[arrays.extras[arrays.parameters[index].extras].run]);
-        else
-            EvaluateWithTraits<true>(arrays, index, isMarked, noStep);
-        if (noStep.comesAgain) [[unlikely]]
-            program.marked.Insert(index);
-        noStep.comesAgain = false;
-    });
-    return evaluated;
-}
+// What is marked, in order, and between it what has datarefs.
+class MarkedFrame {
+public:
+    size_t evaluated = 0; // a sequence counts as one
+
+    explicit MarkedFrame(const ProgramArrays &arrays)
+        : arrays(arrays), marked(arrays.program.marked), next(marked.Next(0)) {}
+
+    void Evaluate() {
+        for (const DatarefVisit &visit : arrays.program.visits) {
+            while (next < visit.unit) EvaluateNext();
+            if (visit.input == NoIndex && visit.output == NoIndex)
+                EvaluateSequence(visit.unit);
+            else
+                EvaluateVisited(visit);
+        }
+        while (next != NoMark) EvaluateNext();
+    }
+
+private:
+    const ProgramArrays &arrays;
+    MarkSet &marked;
+    uint32_t next;
+    StepContext step; // of what is no step
+
+    // Behind the unit, which was evaluated; what it has marked is seen.
+    void GoOnBehind(uint32_t unit) {
+        next = marked.Next(unit + 1);
+        evaluated++;
+        if (step.comesAgain) [[unlikely]]
+            marked.Insert(unit);
+        step.comesAgain = false;
+    }
+
+    void EvaluateNext() {
+        const uint32_t unit = next;
+        if (arrays.parameters[unit].traits & IsSequence) {
+            EvaluateSequence(unit);
+            return;
+        }
+        marked.Remove(unit);
+        EvaluateParameter<true>(arrays, unit, step);
+        GoOnBehind(unit);
+    }
+
+    void EvaluateSequence(uint32_t unit) {
+        marked.Remove(unit);
+        const uint32_t run = arrays.extras[arrays.parameters[unit].extras].run;
+        step.comesAgain = RunSequence<true>(arrays, arrays.program.runs[run]);
+        GoOnBehind(unit);
+    }
+
+    void EvaluateVisited(const DatarefVisit &visit) {
+        const bool isMarked = next == visit.unit;
+        if (isMarked) marked.Remove(visit.unit);
+        if (EvaluateBetween<true>(arrays, visit, isMarked, step)) GoOnBehind(visit.unit);
+    }
+};
 
 // Marks are not kept while everything is evaluated, so the first frame behind it marks everything, and only
 // the second shows how much changes.
@@ -484,10 +529,11 @@ void RunProgram(SystemsProgram &program) {
     }
     if (!wereMarksCurrent) program.marked = program.all;
     program.dependentsMet = 0;
-    const size_t evaluated = EvaluateMarked(arrays);
+    MarkedFrame frame(arrays);
+    frame.Evaluate();
     program.areMarksCurrent = true;
     const double work =
-        static_cast<double>(evaluated) + WorkOfDependent * static_cast<double>(program.dependentsMet);
+        static_cast<double>(frame.evaluated) + WorkOfDependent * static_cast<double>(program.dependentsMet);
     const double most = MarkingPaysBelow * static_cast<double>(program.firedBlocks.size());
     if (wereMarksCurrent && work > most) program.plainFramesLeft = PlainFrames;
 }

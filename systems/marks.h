@@ -1,11 +1,13 @@
 // A set of small numbers that is walked in order while it grows: bits in words, and a summary with a bit for
-// each word that is not 0, so that a walk over few of many looks at few words.
+// each word that may not be 0, so that a walk over few of many looks at few words.
 #pragma once
 
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
+
+const uint32_t NoMark = 0xFFFFFFFF;
 
 struct MarkSet {
     std::vector<uint64_t> words, summary;
@@ -23,33 +25,28 @@ struct MarkSet {
         words[number / 64] |= uint64_t{isWanted} << number % 64;
         summary[number / 4096] |= uint64_t{isWanted} << number / 64 % 64;
     }
-};
 
-// Bit and those below it.
-inline uint64_t BitsUpTo(int bit) {
-    return (uint64_t{2} << bit) - 1;
-}
+    void Remove(uint32_t number) { words[number / 64] &= ~(uint64_t{1} << number % 64); }
 
-// Visits in order what is marked and what is always visited, with the number and whether it was marked, and
-// takes the marks away. What is marked meanwhile, behind the present place, is visited in this walk, too; at
-// it or before it the mark stays for the next.
-template <typename Visit> void WalkMarks(MarkSet &marked, const MarkSet &always, Visit visit) {
-    for (size_t part = 0; part < marked.summary.size(); part++) {
-        uint64_t passedWords = 0;
-        while (const uint64_t wordsLeft = (marked.summary[part] | always.summary[part]) & ~passedWords) {
-            const int wordBit = std::countr_zero(wordsLeft);
-            passedWords = BitsUpTo(wordBit);
-            const size_t word = part * 64 + static_cast<size_t>(wordBit);
-            uint64_t passed = 0;
-            while (const uint64_t left = (marked.words[word] | always.words[word]) & ~passed) {
-                const int bit = std::countr_zero(left);
-                const uint64_t mark = uint64_t{1} << bit;
-                passed = BitsUpTo(bit);
-                const bool isMarked = (marked.words[word] & mark) != 0;
-                marked.words[word] &= ~mark;
-                visit(static_cast<uint32_t>(word * 64) + static_cast<uint32_t>(bit), isMarked);
+    // The first number in it that is not below from; NoMark when there is none.
+    uint32_t Next(uint32_t from) {
+        size_t word = from / 64;
+        if (word >= words.size()) return NoMark;
+        if (const uint64_t left = words[word] & (~uint64_t{0} << from % 64)) return FirstOf(word, left);
+        word++;
+        uint64_t unseen = ~uint64_t{0} << word % 64;
+        for (size_t part = word / 64; part < summary.size(); part++, unseen = ~uint64_t{0}) {
+            while (const uint64_t left = summary[part] & unseen) {
+                word = part * 64 + static_cast<size_t>(std::countr_zero(left));
+                if (words[word] != 0) return FirstOf(word, words[word]);
+                summary[part] &= ~(left & -left);
             }
-            if (marked.words[word] == 0) marked.summary[part] &= ~(uint64_t{1} << wordBit);
         }
+        return NoMark;
     }
-}
+
+private:
+    static uint32_t FirstOf(size_t word, uint64_t bits) {
+        return static_cast<uint32_t>(word * 64) + static_cast<uint32_t>(std::countr_zero(bits));
+    }
+};

@@ -54,6 +54,7 @@ private:
     std::vector<Read<ComparingDependent>> comparingReads;
     std::vector<uint32_t> lastReaders; // per parameter
     uint32_t reader = 0;               // what is compiled
+    bool isInSequence = false;         // as a step
 
     void LayOutValues() {
         uint32_t parameters = 0;
@@ -67,7 +68,7 @@ private:
         program.values.reserve(parameters);
         program.evaluated.resize(parameters);
         lastReaders.assign(parameters, NoIndex);
-        for (MarkSet *set : {&program.marked, &program.withDatarefs, &program.all}) set->Resize(parameters);
+        for (MarkSet *set : {&program.marked, &program.all}) set->Resize(parameters);
         program.extras.emplace_back();
         program.phrases = {"", "", AnyPhrase};
         program.phraseNumbers = {{AnyPhrase, AnyPhraseNumber}};
@@ -108,15 +109,15 @@ private:
     }
 
     // By a comparison. Where a parameter has an input, its blocks see that in place of its value.
-    void AddComparison(uint32_t value, uint32_t other, bool greater, bool equal, bool less) {
+    void AddComparison(uint32_t value, uint32_t other, unsigned relations) {
         const uint32_t own = Count(program.parameters) - 1;
         const bool seesInput =
             (program.parameters.back().traits & HasInput) && (value == own || other == own);
-        const bool isList = !greater && !equal && !less;
+        const bool isList = relations == 0;
         if (seesInput || (value == other && !isList))
             AddRead(value);
         else if (isParameter(value))
-            comparingReads.push_back({value, {reader, other, BlockNumber(), greater, equal, less}});
+            comparingReads.push_back({value, {reader, other, BlockNumber(), relations & 7U}});
     }
 
     // Operands that do not resolve read 0.
@@ -132,7 +133,8 @@ private:
         const uint32_t end = first + Count(device.outs);
         if (first == end) return;
         for (; ParameterAt(place); place.out++) {
-            reader = device.serialStack ? first : Count(program.parameters);
+            isInSequence = device.serialStack;
+            reader = isInSequence ? first : Count(program.parameters);
             program.all.Insert(reader);
             CompileParameter(device, place);
         }
@@ -170,9 +172,20 @@ private:
     }
 
     uint32_t Bind(dataref_class &dataref) {
-        program.withDatarefs.Insert(reader);
-        program.datarefs.push_back({dataref.Access(), &dataref, 0.0});
+        program.datarefs.push_back({dataref.Access(), 0.0});
+        program.datarefRecords.push_back(&dataref);
         return Count(program.datarefs) - 1;
+    }
+
+    // Of a sequence once.
+    void AddVisit() {
+        const ProgramParameter &parameter = program.parameters.back();
+        if (!(parameter.traits & (HasInput | HasOutput))) return;
+        const ParameterExtras &extras = program.extras[parameter.extras];
+        if (!isInSequence)
+            program.visits.push_back({reader, extras.input, extras.output});
+        else if (program.visits.empty() || program.visits.back().unit != reader)
+            program.visits.push_back({reader, NoIndex, NoIndex});
     }
 
     void CompileParameter(const device_struct &device, const ParameterAddress &place) {
@@ -184,6 +197,7 @@ private:
             ExtrasOfNewest(HasOutput).output = Bind(parameter.outDataref);
         if (parameter.hasMin) ExtrasOfNewest(0).minimum = parameter.minLimit;
         if (parameter.hasMax) ExtrasOfNewest(0).maximum = parameter.maxLimit;
+        AddVisit();
         for (size_t index = 0; index < parameter.logic.size(); index++)
             CompileBlock({&parameter.logic[index], &device, place, static_cast<int>(index)});
     }
@@ -237,8 +251,9 @@ private:
         uint32_t first = Operand(comparison.a, comparison.aValue) & IndexMask;
         uint32_t second = Operand(comparison.b, comparison.bValue) & IndexMask;
         if (comparator.swapped) std::swap(first, second);
-        AddComparison(first, second, comparator.greater, comparator.equal, false);
-        AddComparison(second, first, false, comparator.equal, comparator.greater);
+        const unsigned equal = comparator.equal ? RelationEqual : 0U;
+        AddComparison(first, second, comparator.greater ? equal | RelationGreater : equal);
+        AddComparison(second, first, comparator.greater ? equal | RelationLess : equal);
         program.comparisons.push_back(
             {first, comparator.greater, comparator.equal, second, comparator.negated, joinsWithOr});
     }
@@ -253,7 +268,7 @@ private:
         program.listNumbers.insert(program.listNumbers.end(), comparison.bList.begin(),
                                    comparison.bList.end());
         const uint32_t operand = Operand(comparison.a, comparison.aValue);
-        AddComparison(operand, Count(program.special), false, false, false);
+        AddComparison(operand, Count(program.special), 0);
         program.special.push_back({first & IndexMask, 0, isEqual, Count(program.listNumbers), operand});
     }
 
@@ -359,8 +374,8 @@ void RefreshRecords() {
             parameter.logic[block].active = fired == block;
         index++;
     });
-    for (const ProgramDataref &dataref : systemsProgram.datarefs)
-        dataref.record->lastValue = dataref.lastValue;
+    for (size_t i = 0; i < systemsProgram.datarefs.size(); i++)
+        systemsProgram.datarefRecords[i]->lastValue = systemsProgram.datarefs[i].lastValue;
 }
 
 double LiveValue(const ParameterAddress &place) {

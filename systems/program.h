@@ -110,11 +110,12 @@ struct Dependent {
 struct ComparingDependent {
     uint32_t unit;
     uint32_t other; // the value that it is compared with; of a list: index in special
-    uint16_t block;
-    uint8_t greater; // 1: the comparison is true when the value is greater than the other; or false then and
-    uint8_t equal;   // true otherwise. Likewise when it is equal, and less. Of a list all three are 0
-    uint8_t less;
+    uint32_t block : 16;
+    uint32_t relations : 3; // of the value to the other for which the comparison is true, or for which it is
+                            // false, and otherwise not; of a list 0
 };
+
+enum Relation : uint32_t { RelationGreater = 1, RelationEqual = 2, RelationLess = 4 };
 
 // Where those of one value begin; they end where those of the next begin.
 struct FirstDependents {
@@ -129,8 +130,14 @@ struct ProgramGraph {
 
 struct ProgramDataref {
     DatarefAccess access;
-    dataref_class *record; // looks it up while it is missing
     double lastValue;
+};
+
+// What is visited in every frame, marked or not: a parameter that has datarefs, or a sequence with one that
+// has.
+struct DatarefVisit {
+    uint32_t unit;
+    uint32_t input, output; // index in datarefs; of a sequence none
 };
 
 enum ParameterTraits : uint32_t {
@@ -180,6 +187,7 @@ struct SystemsProgram {
     std::vector<GraphPoint> graphPoints;
     std::vector<ParameterExtras> extras;
     std::vector<ProgramDataref> datarefs;
+    std::vector<dataref_class *> datarefRecords;  // of each; looks it up while it is missing
     std::vector<uint32_t> firstDeviceOfSystem;    // index in firstParameterOfDevice
     std::vector<uint32_t> firstParameterOfDevice; // index in values
 
@@ -191,8 +199,8 @@ struct SystemsProgram {
 
     // What is to be evaluated, by the index of a parameter or of a sequence's first step.
     MarkSet marked;
-    MarkSet withDatarefs;                         // visited in every frame
     MarkSet all;                                  // what can be marked
+    std::vector<DatarefVisit> visits;             // in order
     std::vector<FirstDependents> firstDependents; // per parameter, and one behind the last
     std::vector<Dependent> dependents;
     std::vector<ComparingDependent> comparing;
