@@ -25,6 +25,9 @@ std::string RandomModel::Link() {
 
 std::string RandomModel::Comparison(bool isSerial) {
     if (Chance(isSerial ? 50 : 10)) return std::string("instring=") + OneOf({"go", "next", "ready", "any"});
+    if (hasInput && !moving.empty() && Chance(50)) // an input is compared while another one changes
+        return "[" + own + "]" + OneOf({">", "<", ">=", "<="}) + "["
+               + moving[Below(static_cast<unsigned>(moving.size()))] + "]";
     if (Chance(10))
         return "[" + Link() + "]" + OneOf({"==", "!=", ">"}) + "[" + OneOf({"1;2;x;5", ";", "0;"}) + "]";
     return "[" + Operand() + "]" + OneOf({"==", "!=", ">", "<", ">=", "<="}) + "[" + Operand() + "]";
@@ -86,6 +89,7 @@ std::string RandomModel::Parameter(unsigned index, bool isSerial) {
         text += ",,";
     text += std::string(",text,") + OneOf({"0", "0", "1", "2", ""}) + "\n";
     for (unsigned i = 0, count = Below(4); i < count; i++) text += Block(isSerial);
+    if (hasInput) moving.push_back(own);
     return text;
 }
 

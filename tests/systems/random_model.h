@@ -28,6 +28,7 @@ private:
     int published = 0; // datarefs "t/new<n>" so far
     std::string own;   // the link of the parameter that is being made
     bool hasInput = false;
+    std::vector<std::string> moving; // those with inputs so far
 
     std::string Number();
     std::string Link();
