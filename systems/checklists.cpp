@@ -15,7 +15,6 @@
 #include "util/make_fresh.h"
 #include "util/text.h"
 #include "voice/action_queue.h"
-#include "voice/executer.h"
 
 namespace {
 
@@ -126,7 +125,7 @@ std::string RunningChecklists() {
 
 // Once no command is held down any more.
 void HoldWhatIsQueued() {
-    if (!state.isWanted || state.isHeld || !executerState.begunCommands.empty()) return;
+    if (!state.isWanted || state.isHeld || !actionQueue.begunCommands.empty()) return;
     state.isHeld = true;
     const auto rest = std::stable_partition(executeFlow.begin(), executeFlow.end(),
                                             [](const doStruct &action) { return !action.isOfCalled; });
