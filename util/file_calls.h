@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "util/files.h"
+#include "util/reading.h"
 
 // Why something failed, to stand behind "Cant …: "; empty when it did not fail.
 using Reason = std::string;

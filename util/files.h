@@ -11,24 +11,12 @@
 #include <string_view>
 #include <vector>
 
-// The largest files that are read, in bytes. A larger one counts as unreadable.
-inline constexpr uint64_t SmallFile = 16 << 20;       // settings, lists, positions, presets, fonts
-inline constexpr uint64_t SavedValuesFile = 16 << 20; // "_save.txt"
-inline constexpr uint64_t SystemsFile = 64 << 20;
-inline constexpr uint64_t PictureFile = 64 << 20;
-inline constexpr uint64_t ObjectFile = 64 << 20;            // the figure's object, as it is installed
-inline constexpr uint64_t AircraftFile = uint64_t{4} << 30; // .acf, and what is copied: read in pieces
+#include "util/reading.h"
 
 // One line of a text file with its number, counted from 1, for messages.
 struct FileLine {
     int number = 0;
     std::string text; // without line ends
-};
-
-enum class Reading {
-    Absent, // nothing is there
-    Failed, // something is there, or may be, and it was not read, or not to its end
-    Read,
 };
 
 // 1 when the path is a regular file that can be opened for reading, else 0. Never waits, whatever is there.
@@ -55,9 +43,6 @@ Reading ReadWholeFile(const std::string &path, std::string &content, uint64_t li
 using TakeLine = std::function<bool(std::string_view line)>;
 Reading ReadEachLine(const std::string &path, uint64_t limit, const TakeLine &take);
 
-// Whether a file is at the path. Unknown when something else is, or when the system does not say, which is
-// not the same as Absent where a file must not be lost.
-enum class Presence { Absent, Present, Unknown };
 Presence WhatIsAt(const std::string &path);
 
 // How many lines ReadLines would give, without keeping them; 0 when it would give none.

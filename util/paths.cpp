@@ -7,7 +7,6 @@
 #include "XPLMPlanes.h"
 #include "XPLMPlugin.h"
 #include "XPLMUtilities.h"
-#include "util/files.h"
 #include "util/platform.h"
 
 namespace {
@@ -40,12 +39,6 @@ std::string LibraryPath() {
     char native[PathSize] = "";
     XPLMGetPluginInfo(XPLMGetMyID(), nullptr, native, nullptr, nullptr);
     return Converted(native);
-}
-
-std::string NavDataFolder(const std::string &folder) {
-    const std::string root = WhatXplanePath();
-    const bool hasUpdate = isFileExistString(root + "Custom Data/GNS430/navdata/cycle_info.txt");
-    return root + (hasUpdate ? "Custom Data/" : "Resources/") + folder;
 }
 
 } // namespace
@@ -87,14 +80,6 @@ std::string WhatThisAircraftAcfPath() {
 
 std::string WhatAircraftsPath() {
     return WhatPluginPath() + "Aircrafts/";
-}
-
-std::string WhatNavDataPath() {
-    return NavDataFolder("GNS430/navdata/");
-}
-
-std::string WhatNavDataProcPath() {
-    return NavDataFolder("GNS430/navdata/Proc/");
 }
 
 std::string MakePath(const std::string &relative) {

@@ -1,4 +1,4 @@
-// Where the plug-in, its aircraft, the simulator and the navigation data live. Every folder ends in "/".
+// Where the plug-in, its aircraft and the simulator live. Every folder ends in "/".
 #pragma once
 
 #include <cstddef>
@@ -28,11 +28,6 @@ std::string WhatThisAircraftAcfPath();
 
 // Plug-in folder + "Aircrafts/".
 std::string WhatAircraftsPath();
-
-// Navigation data and its procedures: the user's update under "Custom Data/" when it is there, else what
-// the simulator ships under "Resources/".
-std::string WhatNavDataPath();
-std::string WhatNavDataProcPath();
 
 // The folder of the plug-in's library + relative.
 std::string MakePath(const std::string &relative);

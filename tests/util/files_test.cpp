@@ -10,6 +10,7 @@
 #include "tests/plugin_folder.h"
 #include "tests/writers/file_calls.h"
 #include "util/log.h"
+#include "util/nav_data.h"
 #include "util/paths.h"
 
 namespace {
