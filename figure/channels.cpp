@@ -2,7 +2,6 @@
 // dropped only when nothing else can be done with it.
 #include "figure/channels.h"
 
-#include "figure/shown.h"
 #include "frame/datarefs.h"
 #include "frame/settings.h"
 #include "util/files.h"
@@ -82,7 +81,6 @@ void LoadAnimationFile(const std::string &path) {
     figureChannels.look = CreateDrf_Int("kv/fo/_look", LookFromSettings());
     figureChannels.showPad = CreateDrf_Int("kv/fo/_pad", 0);
     figureChannels.mouth = CreateDrf_Int("kv/fo/_mouth", 0);
-    PublishShown();
 }
 
 void ReadObjFileForDatarefs(const std::string &path) {

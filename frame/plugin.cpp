@@ -10,6 +10,7 @@
 #include "figure/position_creator.h"
 #include "figure/positions.h"
 #include "figure/setup_dialogs.h"
+#include "figure/shown.h"
 #include "frame/aircraft.h"
 #include "frame/aircraft_detection.h"
 #include "frame/commands.h"
@@ -89,6 +90,7 @@ void StartEverything() {
     PutShippedFilesInPlace();
     ReadSettings();
     LoadAnimationFile(WhatPluginPath() + "data/obj/fennic.txt");
+    PublishShown();
     ReadPositionFolder();
     ReadLiveliness();
     LoadTextures();

@@ -1,9 +1,11 @@
-// The queue of actions that running scripts append and the executer performs, one a frame, and the answer
-// timers that they start.
+// The queue of actions that running scripts append and the executer performs, one a frame; the answer timers
+// that they start, and the commands that they hold down.
 #pragma once
 
 #include <string>
 #include <vector>
+
+#include "XPLMUtilities.h"
 
 struct doStruct {
     int type = 0; // queueType of an action kind (systems/action_kinds.h); one of none does nothing
@@ -24,6 +26,7 @@ struct ActionQueueState {
     int isNeedStep = 0;         // step mode: each action waits for the step command
     int lockStep = 0;           // 1 while step mode waits
     std::vector<answertimer_struct> answerTimers;
+    std::vector<XPLMCommandRef> begunCommands; // by actions and not ended, in this order
     bool wasOverflowLogged = false;
 };
 extern ActionQueueState actionQueue;

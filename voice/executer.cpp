@@ -39,7 +39,7 @@ const size_t SpokenTextsKept = 100; // more than overlay and editor can show
 const float NextActionAfterSaySec = 0.5F;
 
 bool isBegun(XPLMCommandRef command) {
-    const std::vector<XPLMCommandRef> &begunCommands = executerState.begunCommands;
+    const std::vector<XPLMCommandRef> &begunCommands = actionQueue.begunCommands;
     return std::find(begunCommands.begin(), begunCommands.end(), command) != begunCommands.end();
 }
 
@@ -232,7 +232,7 @@ void SayAborted() {
 
 void EndBegunCommands() {
     std::vector<XPLMCommandRef> held;
-    held.swap(executerState.begunCommands); // first: what ends one may abort again
+    held.swap(actionQueue.begunCommands); // first: what ends one may abort again
     for (XPLMCommandRef command : held) XPLMCommandEnd(command);
 }
 
@@ -302,11 +302,11 @@ void ExecuteCommand(const std::string &name, const std::string &mode) {
     if (!command) return;
     if (mode == "Once") XPLMCommandOnce(command);
     if (mode == "Begin" && !isBegun(command)) {
-        executerState.begunCommands.push_back(command);
+        actionQueue.begunCommands.push_back(command);
         XPLMCommandBegin(command);
     }
     if (mode == "End") {
-        std::erase(executerState.begunCommands, command);
+        std::erase(actionQueue.begunCommands, command);
         XPLMCommandEnd(command);
     }
 }

@@ -13,11 +13,10 @@ extern const float SaySystemPauseSec; // extra time for every said text
 
 // Beside the queue, which action_queue.h has.
 struct ExecuterState {
-    std::vector<std::string> said;             // what she has said, newest first; the oldest are forgotten
-    std::vector<XPLMCommandRef> begunCommands; // and not ended, in this order
-    float abortRepeatsUntil = 0.0F;            // FlightTimeSEC before which an abort repeats the last one
-    std::set<std::string> reportedIndices;     // texts whose index cannot be written
-    XPLMDataRef isAnnounceNeeded = nullptr;    // "kv/fennic/comments", the aircraft's; sought while missing
+    std::vector<std::string> said;          // what she has said, newest first; the oldest are forgotten
+    float abortRepeatsUntil = 0.0F;         // FlightTimeSEC before which an abort repeats the last one
+    std::set<std::string> reportedIndices;  // texts whose index cannot be written
+    XPLMDataRef isAnnounceNeeded = nullptr; // "kv/fennic/comments", the aircraft's; sought while missing
 };
 extern ExecuterState executerState;
 inline std::vector<std::string> &fennicsay = executerState.said;

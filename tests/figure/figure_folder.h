@@ -7,6 +7,7 @@
 #include "figure/animation.h"
 #include "figure/channels.h"
 #include "figure/positions.h"
+#include "figure/shown.h"
 #include "frame/settings.h"
 #include "tests/plugin_folder.h"
 #include "util/clock.h"
@@ -23,6 +24,7 @@ protected:
         for (int i = 0; i < 47; i++) definition += std::to_string(i) + "," + ChannelName(i) + "\r\n";
         write("data/obj/fennic.txt", definition);
         LoadAnimationFile(plugin + "data/obj/fennic.txt");
+        PublishShown();
         simhost::TakeLogLines();
     }
 
