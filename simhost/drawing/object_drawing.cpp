@@ -34,10 +34,12 @@ void main() {
 })";
 
 // The directions of s and t on the surface come from how they change from pixel to pixel, since OBJ8 has no
-// tangents. A normal map holds x and y in red and green.
+// tangents. A normal map holds x and y in red and green, gloss in alpha, and perhaps metal in blue: what is
+// glossy has a small and bright highlight, and that of metal has the metal's colour.
 constexpr const char *FragmentShader = R"(#version 120
 uniform sampler2D picture, normalMap;
-uniform bool hasNormalMap;
+uniform bool hasNormalMap, hasMetalness;
+uniform float specular;
 uniform vec3 eye;
 varying vec3 point, outward;
 varying vec2 st;
@@ -61,13 +63,17 @@ void main() {
     vec3 light = mix(vec3(0.25, 0.24, 0.22), vec3(0.37, 0.40, 0.44), 0.5 + 0.5 * n.y);
     light += vec3(0.50, 0.47, 0.43) * max((dot(n, toSun) + 0.35) / 1.35, 0.0); // softened by the windows
     light += vec3(0.20) * max(dot(n, toEye), 0.0);
-    float shine = pow(max(dot(n, normalize(toSun + toEye)), 0.0), 24.0);
-    gl_FragColor = vec4(colour.rgb * light + vec3(0.07) * shine, colour.a);
+    vec2 finish = hasNormalMap ? texture2D(normalMap, st).ba : vec2(0.0, 0.4);
+    if (!hasMetalness) finish.x = 0.0;
+    float gloss = finish.y * finish.y * specular * specular;
+    float shine = pow(max(dot(n, normalize(toSun + toEye)), 0.0), 6.0 + 100.0 * gloss) * (0.02 + 0.3 * gloss);
+    vec3 tint = mix(vec3(1.0), colour.rgb * 3.0, finish.x);
+    gl_FragColor = vec4(colour.rgb * light * (1.0 - 0.35 * finish.x) + tint * shine, colour.a);
 })";
 
 struct Program {
     GLuint name = 0;
-    GLint place = -1, view = -1, eye = -1, hasNormalMap = -1;
+    GLint place = -1, view = -1, eye = -1, hasNormalMap = -1, hasMetalness = -1, specular = -1;
 };
 
 GLuint CompileShader(GLenum kind, const char *source) {
@@ -103,6 +109,8 @@ Program MakeProgram() {
     made.view = glGetUniformLocation(made.name, "view");
     made.eye = glGetUniformLocation(made.name, "eye");
     made.hasNormalMap = glGetUniformLocation(made.name, "hasNormalMap");
+    made.hasMetalness = glGetUniformLocation(made.name, "hasMetalness");
+    made.specular = glGetUniformLocation(made.name, "specular");
     glUseProgram(made.name);
     glUniform1i(glGetUniformLocation(made.name, "picture"), 0);
     glUniform1i(glGetUniformLocation(made.name, "normalMap"), 1);
@@ -244,6 +252,8 @@ void DrawObject(DrawnObject &object, const Program &program, const Camera &camer
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_2D, object.texture);
     glUniform1i(program.hasNormalMap, object.normalTexture != 0 ? 1 : 0);
+    glUniform1i(program.hasMetalness, object.file.hasMetalness ? 1 : 0);
+    glUniform1f(program.specular, object.file.specular);
     for (const PosedTriangles &triangles : posed) {
         const Matrix place = object.place * triangles.place;
         glUniformMatrix4fv(program.place, 1, GL_FALSE, place.data());

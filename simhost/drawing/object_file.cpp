@@ -233,8 +233,8 @@ struct LineKind {
     bool (*read)(Reader &reader);
 };
 
-// The most frequent ones first. What is not here is skipped: LINES, LIGHTS, VLINE, VLIGHT, GLOBAL_..., the
-// other ATTR_... and whatever other programs write.
+// The most frequent ones first. What is not here is skipped: LINES, LIGHTS, VLINE, VLIGHT, the other
+// GLOBAL_... and ATTR_... and whatever other programs write.
 constexpr LineKind LineKinds[] = {
     {"VT", ReadVertex},
     {"IDX10", [](Reader &reader) { return ReadIndices(reader, 10); }},
@@ -261,6 +261,8 @@ constexpr LineKind LineKinds[] = {
     {"TEXTURE", [](Reader &reader) { return reader.object.texture = reader.Remainder(), true; }},
     {"TEXTURE_LIT", [](Reader &reader) { return reader.object.litTexture = reader.Remainder(), true; }},
     {"TEXTURE_NORMAL", [](Reader &reader) { return reader.object.normalTexture = reader.Remainder(), true; }},
+    {"NORMAL_METALNESS", [](Reader &reader) { return reader.object.hasMetalness = true; }},
+    {"GLOBAL_specular", [](Reader &reader) { return reader.Read(&reader.object.specular, 1); }},
     {"POINT_COUNTS", [](Reader &reader) { return reader.Read(reader.pointCounts, 4); }}};
 
 void ReadLine(Reader &reader) {

@@ -1,7 +1,7 @@
 // 3D objects of the simulator, in the text form OBJ8: what the headless simulator draws of one, as plain
 // data.
 //
-// Kept: vertices, triangles, textures, animation, and the attributes for culling, drawing and level of
+// Kept: vertices, triangles, textures, animation, gloss, and the attributes for culling, drawing and level of
 // detail. Known and left out, since nothing here shows them: lines, lights, materials, manipulators, sounds,
 // particles. Lines that are unknown are skipped too.
 #pragma once
@@ -53,6 +53,8 @@ struct ObjectCommand {
 struct ObjectFile {
     std::string path;
     std::string texture, litTexture, normalTexture; // names beside the object; "" without one
+    bool hasMetalness = false;                      // the normal map's blue says what is metal
+    float specular = 0.3F;                          // how much of the gloss counts, 0 to 1
     std::vector<ObjectVertex> vertices;
     std::vector<int> indices; // those that Triangles use are places in vertices
     std::vector<AnimationKey> keys;

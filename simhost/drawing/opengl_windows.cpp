@@ -61,6 +61,7 @@ FROM_DRIVER(glRenderbufferStorageMultisample, void,
 FROM_DRIVER(glShaderSource, void,
             (GLuint shader, GLsizei count, const GLchar *const *texts, const GLint *lengths),
             (shader, count, texts, lengths))
+FROM_DRIVER(glUniform1f, void, (GLint place, GLfloat value), (place, value))
 FROM_DRIVER(glUniform1i, void, (GLint place, GLint value), (place, value))
 FROM_DRIVER(glUniform3fv, void, (GLint place, GLsizei count, const GLfloat *values), (place, count, values))
 FROM_DRIVER(glUniformMatrix4fv, void,

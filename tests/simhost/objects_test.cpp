@@ -41,6 +41,7 @@ TEST(Objects, AreReadWhateverTheirForm) {
         for (char c : text) c == '\n' ? changed += end : changed += c;
         const ObjectFile object = Read(changed);
         EXPECT_EQ(object.texture, "a b.png");
+        EXPECT_EQ(object.specular, 1);
         EXPECT_EQ(object.vertices.size(), 3u);
         EXPECT_EQ(object.vertices[2].texture[1], 1);
         ASSERT_EQ(object.commands.size(), 1u);
