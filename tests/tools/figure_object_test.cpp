@@ -65,6 +65,13 @@ bool isSame(const std::vector<Matrix> &a, const std::vector<Matrix> &b) {
     return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), isNear);
 }
 
+// 2: red, green, blue; 6 with alpha.
+int PngColourType(const std::filesystem::path &path) {
+    std::ifstream file(path, std::ios::binary);
+    file.seekg(25);
+    return file.get();
+}
+
 double Distance(const std::array<float, 3> &a, const std::array<float, 3> &b) {
     return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
 }
@@ -90,8 +97,13 @@ TEST(ShippedObjects, AreConsistent) {
 
         std::ifstream text(Folder + name);
         std::string line;
-        while (std::getline(text, line) && !line.starts_with("POINT_COUNTS")) {
-        }
+        bool isOpaque = false;
+        while (std::getline(text, line) && !line.starts_with("POINT_COUNTS"))
+            isOpaque = isOpaque || line.starts_with("GLOBAL_no_blend ");
+        // A blended object would hide the window behind which it is seen, or be hidden by it.
+        EXPECT_TRUE(isOpaque) << "blended";
+        EXPECT_EQ(PngColourType(beside / object.texture), 2) << "no alpha";
+        EXPECT_EQ(object.hasMetalness, !object.normalTexture.empty());
         EXPECT_EQ(line, "POINT_COUNTS " + std::to_string(object.vertices.size()) + " 0 0 "
                             + std::to_string(object.indices.size()));
         EXPECT_LT(object.indices.size() / 3, TriangleBudget);

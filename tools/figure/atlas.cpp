@@ -78,6 +78,7 @@ void PaintChart(Atlas &atlas, const Chart &chart, const Surface &surface) {
                     texels[i].color = texels[i].color + texel.color * 0.0625;
                     texels[i].height += texel.height * 0.0625;
                     texels[i].gloss += texel.gloss * 0.0625;
+                    texels[i].metal += texel.metal * 0.0625;
                 }
         }
     // Rows of the grid run upwards in texture coordinates, rows of the picture downwards.
@@ -97,7 +98,7 @@ void PaintChart(Atlas &atlas, const Chart &chart, const Surface &surface) {
                       pictureY = chart.top + chart.height - 1 + Margin - y;
             const size_t pixel = static_cast<size_t>(pictureY * atlas.width + pictureX);
             const double color[3] = {texel.color.x, texel.color.y, texel.color.z};
-            const double bump[4] = {normal.x / 2 + 0.5, normal.y / 2 + 0.5, normal.z / 2 + 0.5, texel.gloss};
+            const double bump[4] = {normal.x / 2 + 0.5, normal.y / 2 + 0.5, texel.metal, texel.gloss};
             for (size_t i = 0; i < 3; i++) atlas.colors[pixel * 3 + i] = Byte(color[i]);
             for (size_t i = 0; i < 4; i++) atlas.normals[pixel * 4 + i] = Byte(bump[i]);
         }

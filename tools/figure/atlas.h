@@ -17,7 +17,7 @@ struct Atlas {
     int width = 0, height = 0;
     std::map<std::string, Chart> charts;
     std::vector<unsigned char> colors;  // RGB
-    std::vector<unsigned char> normals; // RGBA: x, y, z of the normal, and the gloss
+    std::vector<unsigned char> normals; // RGBA: x and y of the normal, how much metal, and the gloss
 };
 
 // Places and paints the charts of all surfaces. Empty, with a message, if they do not fit.

@@ -40,7 +40,7 @@ Texel PaintPad(const SkinPoint &point) {
     texel.color = Color(92, 66, 44); // the board
     if (u < 0.05 || u > 0.95 || v < 0.04 || v > 0.93) {
         if (v > 0.90 && std::abs(u - 0.5) < 0.2)
-            texel.color = Color(168, 170, 174), texel.gloss = 0.8; // the clip
+            texel.color = Color(168, 170, 174), texel.gloss = 0.8, texel.metal = 1; // the clip
         return texel;
     }
     texel.color = Color(240, 238, 230);

@@ -48,7 +48,7 @@ double LidEdge(double across, bool isUpper, bool isOpen) {
     const double arch = std::sqrt(std::max(0.0, 1 - std::pow(std::abs(across), 2.2)));
     const double corner = UpperCorner + 3 * across; // the outer corner stands higher
     if (!isUpper) return corner - 21 * arch * (1 + 0.1 * across);
-    return isOpen ? corner + 18.0 * arch * (1 - 0.12 * across) : corner - 19 * arch * (1 + 0.1 * across);
+    return isOpen ? corner + 20.5 * arch * (1 - 0.12 * across) : corner - 19 * arch * (1 + 0.1 * across);
 }
 
 Texel PaintLid(const Tone &tone, bool isMan, bool isUpper, const SkinPoint &point) {
@@ -98,10 +98,10 @@ void AddEyes(Surfaces &surfaces, const Body &body, int look) {
     eye.turnsWithEyes = true;
     eye.eyeCentre = centre;
     eye.grid = Sheet(
-        8, 8,
+        8, 6,
         [&](double u, double v) {
             return centre
-                   + FromEye((u - 0.5) * 170, (v - 0.5) * 150) * (EyeRadius * 0.001 * body.measures.head);
+                   + FromEye((u - 0.5) * 170, (v - 0.5) * 90) * (EyeRadius * 0.001 * body.measures.head);
         },
         [&](Vec p) { return p - centre; });
     surfaces.push_back(eye);

@@ -65,6 +65,12 @@ const Shape &ShapeOf(HairStyle style) {
     }
 }
 
+// Columns begin behind; more of them stand about the face.
+double HairColumns(double u) {
+    const double x = u - 0.5;
+    return 0.5 + x * (0.85 + 0.6 * x * x);
+}
+
 Vec KnotCentre(const Body &body) {
     return OnHead(body, 0, -18, -104);
 }
@@ -150,8 +156,8 @@ void AddHair(Surfaces &surfaces, const Body &body) {
         hair.height = 340;
         hair.isHalved = true;
         hair.paint = [&body, look](const SkinPoint &point) { return PaintHair(body, look, point); };
-        hair.grid =
-            BallSkin([&](Vec p) { return HairSolid(body, look, p); }, {OnHead(body, 0, 34, -22)}, 27, 20);
+        hair.grid = BallSkin([&](Vec p) { return HairSolid(body, look, p); }, {OnHead(body, 0, 34, -22)}, 25,
+                             18, HairColumns);
         Shade(hair.grid, around, 0.03);
         HideWhere(hair, [&](Vec p) { return HeadSolid(body, p) < -0.004; });
         surfaces.push_back(hair);

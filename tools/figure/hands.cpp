@@ -21,6 +21,7 @@ double PalmSolid(const Body &body, Vec p) {
     for (Vec knuckle : knuckles)
         skin = Join(skin, RoundCone(q, {knuckle.x * 0.45, 0, -8}, knuckle, 13, 10.8), 8);
     skin = Join(skin, RoundCone(q, {-17, -8, -14}, {-28, -9, -50}, 15, 10), 14);
+    skin = Join(skin, RoundCone(q, {-20, -8, -18}, {-35, -12, -37}, 17, 12.5), 14);
     skin = Join(skin, RoundCone(q, {16, -7, -12}, {31, -7, -62}, 12, 9), 14);
     return skin * 0.001 * body.measures.hand;
 }
@@ -66,6 +67,8 @@ double SegmentSolid(const Body &body, int finger, int segment, Vec p) {
     const double middle = std::sin(180 * Degree * share);
     radius *= segment == 2 ? 1 - 0.06 * middle * back : 1 - 0.07 * middle * (0.6 + 0.4 * back);
     if (segment > 0) radius *= Mix(0.945, 1.0, SmoothStep(0, 0.28, share));
+    if (finger == 0 && segment == 0)
+        radius *= Mix(0.88, 1.0, SmoothStep(0, 0.4, share)) + 0.09 * middle; // its muscle
     return away - radius * Stoutness(body);
 }
 
@@ -146,6 +149,7 @@ void HideInsides(Surface &skin, const std::vector<double> &rows) {
 }
 
 void AddFinger(Surfaces &surfaces, const Body &body, int finger, Surface skin, const Tone &tone) {
+    static const std::vector<double> thumbRows = {-0.28, 0, 0.3, 0.6, 1, 1.35, 1.7, 2};
     static const std::vector<double> segmentRows[3] = {{-1, -0.6, -0.28, 0, 0.5, 1, 1.35, 1.7, 2},
                                                        {0, 0.5, 1, 1.35, 1.7, 2},
                                                        {0, 0.4, 0.8, 1.15, 1.45, 1.72, 2}};
@@ -154,7 +158,8 @@ void AddFinger(Surfaces &surfaces, const Body &body, int finger, Surface skin, c
     };
     for (int segment = 0; segment < 3; segment++) {
         const Joint &joint = Segment(body, finger, segment);
-        const std::vector<double> &rows = segmentRows[segment];
+        const bool isRoot = finger == 0 && segment == 0;
+        const std::vector<double> &rows = isRoot ? thumbRows : segmentRows[segment];
         Surface piece = skin;
         piece.joint = RightFingers + finger * 3 + segment;
         piece.chart =
@@ -173,7 +178,13 @@ void AddFinger(Surfaces &surfaces, const Body &body, int finger, Surface skin, c
         SoftenTowards(piece.grid, solidOf(segment), solidOf(segment - 1), width);
         if (segment < 2) SoftenTowards(piece.grid, solidOf(segment), solidOf(segment + 1), 0.004);
         if (segment < 2 && finger > 0) HideInsides(piece, rows);
-        surfaces.push_back(piece);
+        if (isRoot) {
+            // The muscle of the thumb grows out of the palm, and takes the turn band by band.
+            piece.joint = RightArm + 2;
+            AddBending(surfaces, piece, rows, {{RightFingers, -0.28, 0.6}}, 1, 0.0008);
+        } else {
+            surfaces.push_back(piece);
+        }
     }
 }
 

@@ -1,5 +1,7 @@
 // The head's skin: a skull, a jaw and a nose melted together. Rays leave from between the ears, so nothing
 // may overhang as seen from there; ears are parts of their own.
+#include <array>
+
 #include "tools/figure/paints.h"
 #include "tools/figure/parts.h"
 
@@ -21,19 +23,19 @@ struct Features {
 };
 // clang-format off
 const Features HerFeatures = {
-    .skull = 74, .jaw = {44, -43, 11}, .jawRadius = 18,
-    .chinCorner = {15, -82, 66}, .chin = {0, -84, 83}, .chinSize = {17, 15, 14},
-    .cheek = {24, 32, 26}, .brow = 8, .nose = 1, .noseTip = {0, -29, 103}, .face = 60};
+    .skull = 74, .jaw = {41, -43, 11}, .jawRadius = 17,
+    .chinCorner = {15, -82, 67}, .chin = {0, -84, 85}, .chinSize = {17, 15, 14},
+    .cheek = {24, 32, 26}, .brow = 8, .nose = 1, .noseTip = {0, -28, 103.5}, .face = 60};
 const Features HisFeatures = {
-    .skull = 75, .jaw = {52, -50, 9}, .jawRadius = 17,
-    .chinCorner = {21, -87, 67}, .chin = {0, -89, 85}, .chinSize = {21, 15, 14},
-    .cheek = {22, 32, 22}, .brow = 11, .nose = 1.18, .noseTip = {0, -30, 105}, .face = 61};
+    .skull = 75, .jaw = {46, -48, 9}, .jawRadius = 16,
+    .chinCorner = {21, -87, 68}, .chin = {0, -89, 87}, .chinSize = {21, 15, 14},
+    .cheek = {22, 32, 22}, .brow = 11, .nose = 1.14, .noseTip = {0, -29, 105}, .face = 61};
 // clang-format on
 
 // Columns begin behind; more of them stand in the face.
 double FaceColumns(double u) {
     const double x = u - 0.5;
-    return 0.5 + x * (0.22 + 3.12 * x * x);
+    return 0.5 + x * (0.21 + 3.16 * x * x);
 }
 
 // More rows between the chin and the brows.
@@ -134,37 +136,107 @@ Texel PaintFace(const Body &body, int index, const SkinPoint &point) {
     return texel;
 }
 
-// The ear in its own plane: a hollow, folds round it, the rim, and the way back to the head behind. Polar: u
-// round, from behind; v from the hollow to the rim (at 0.75) and behind.
+// The ear in its own plane, about the canal: millimetres backwards and up. Its outline, clockwise as one sees
+// the right one, from behind: over the top, down before the canal, and round the lobe.
+const int OutlinePoints = 12;
+const double EarOutline[OutlinePoints][2] = {{19.5, 0},   {20, 11.5}, {13, 24.5}, {2, 30},
+                                             {-8, 25},    {-11, 13},  {-11.5, 1}, {-10.5, -9},
+                                             {-9.5, -20}, {-5, -27},  {4.5, -28}, {13.5, -15.5}};
+
+// How far the outline is from the canal, in a direction.
+double EarRadius(double degrees) {
+    static const auto radii = [] {
+        std::array<double, 360> found{};
+        const auto point = [](int i) {
+            const double *at = EarOutline[(i + OutlinePoints) % OutlinePoints];
+            return Vec{at[0], at[1], 0};
+        };
+        // A curve through all points, each with the slope of its neighbours.
+        for (int i = 0; i < OutlinePoints; i++)
+            for (int step = 0; step < 400; step++) {
+                const double t = step / 400.0, u = 1 - t;
+                const Vec from = (point(i + 1) - point(i - 1)) * 0.5, to = (point(i + 2) - point(i)) * 0.5;
+                const Vec p = point(i) * (u * u * (1 + 2 * t)) + point(i + 1) * (t * t * (1 + 2 * u))
+                              + from * (t * u * u) - to * (t * t * u);
+                const double turn = std::atan2(p.y, p.x) / Degree;
+                found[static_cast<size_t>(std::lround(turn + 360)) % 360] = Length(p);
+            }
+        return found;
+    }();
+    const double turn = std::fmod(degrees + 720, 360), whole = std::floor(turn);
+    const size_t i = static_cast<size_t>(whole) % 360;
+    return Mix(radii[i], radii[(i + 1) % 360], turn - whole);
+}
+
+// A hill of height 1 about a direction, or a share of the way to the rim.
+double About(double value, double middle, double width) {
+    return std::exp(-std::pow((value - middle) / width, 2));
+}
+double AboutTurn(double degrees, double middle, double width) {
+    return About(std::remainder(degrees - middle, 360), 0, width);
+}
+
+// Its relief, millimetres outwards: the direction, 0 behind and 90 above, and the share of the way to the
+// rim.
+double EarRelief(double degrees, double share) {
+    const double turn = std::remainder(degrees - 60, 360) + 60; // -120 to 240
+    // The helix begins before the canal, runs over the top and down behind, and ends above the lobe.
+    const double rolled = SmoothStep(-64, -30, turn) * SmoothStep(204, 166, turn);
+    const double helix = 4.2 * rolled * About(share, 0.88, 0.11);
+    const double groove = -1.5 * rolled * About(share, 0.715, 0.08);
+    // The antihelix lies within it and divides above; between its legs and the helix is a hollow.
+    const double ridge =
+        3.4 * SmoothStep(-78, -48, turn) * SmoothStep(62, 34, turn) * About(share, 0.58, 0.11)
+        + 2.4 * AboutTurn(turn, 76, 15) * About(share, 0.62, 0.2)
+        + 2.0 * AboutTurn(turn, 128, 15) * About(share, 0.50, 0.2);
+    const double hollow = -1.4 * AboutTurn(turn, 102, 13) * About(share, 0.68, 0.16);
+    // The bowl, with the helix's root above the canal; before the canal the tragus, behind it its
+    // counterpart, and the notch between them.
+    const double bowl = -5.5 * (1 - SmoothStep(0.26, 0.52, share));
+    const double root =
+        3.4 * AboutTurn(turn, 158, 17) * SmoothStep(0.12, 0.3, share) * SmoothStep(0.95, 0.5, share);
+    const double tragus = 5.2 * AboutTurn(turn, 190, 24) * About(share, 0.62, 0.22);
+    const double counterpart = 2.6 * AboutTurn(turn, -62, 17) * About(share, 0.46, 0.13);
+    const double notch = -2.6 * AboutTurn(turn, -108, 17) * About(share, 0.42, 0.16);
+    const double lobe = 1.4 * AboutTurn(turn, -88, 34) * About(share, 0.78, 0.24);
+    // In front, and at the lobe's front, it grows out of the cheek.
+    const double rooted = -3.5 * AboutTurn(turn, 206, 46) * SmoothStep(0.72, 1, share);
+    return helix + groove + ridge + hollow + bowl + root + tragus + counterpart + notch + lobe + rooted;
+}
+
+// Polar: u round, from behind; v from the canal to the rim, and behind it back to the head.
+const double EarRim = 7.0 / 9; // of v
 Vec OnEar(const Body &body, double u, double v) {
-    const double a = u * 360 * Degree; // 0 behind, 90 degrees above
-    const double c = std::cos(a), s = std::sin(a);
-    const double front = std::max(0.0, -c), low = std::max(0.0, -s);
-    // Wide and round above, narrow at the lobe.
-    const double round = 1 / std::pow(std::pow(std::abs(c), 2.4) + std::pow(std::abs(s), 2.4), 1 / 2.4);
-    double radius = v / 0.75, out = 0;
-    if (v <= 0.75) {
-        out = -4.5 * (1 - SmoothStep(0.18, 0.42, radius))
-              + 1.6 * std::exp(-std::pow((radius - 0.52) / 0.10, 2))
-              + 2.8 * std::exp(-std::pow((radius - 0.90) / 0.11, 2)) * (1 - 0.75 * front) * (1 - 0.7 * low);
-        out += 2.6 * std::exp(-std::pow((radius - 0.42) / 0.2, 2)) * std::pow(front, 4); // before the canal
+    const double turn = u * 360, c = std::cos(turn * Degree), s = std::sin(turn * Degree);
+    double share = 0.05 + 0.95 * v / EarRim, out = 0; // no pole: it has no normal
+    if (share <= 1) {
+        out = EarRelief(turn, share);
     } else {
-        const double back = (v - 0.75) / 0.25;
-        radius = 1 - 0.34 * back * back + 0.03 * std::sin(back * 180 * Degree);
-        out = 2.2 - 17 * back;
+        const double back = (v - EarRim) / (1 - EarRim);
+        share = 1 + 0.05 * std::sin(back * 180 * Degree) - 0.36 * back * back;
+        out = EarRelief(turn, 1) - 17 * back;
     }
-    const double wide = (c > 0 ? 15.5 : 13.0) * (1 - 0.36 * low * low);
-    const Vec flat = {out, (s > 0 ? 25.5 : 27.5) * s * round * radius, wide * c * round * radius};
-    // Stands off behind, leans back above.
-    const Vec placed = Turn(Turn(flat, {0, 1, 0}, 20), {1, 0, 0}, 12);
-    return OnHead(body, 76.0 + placed.x, -4 + placed.y, -7 - placed.z);
+    const double radius = share * EarRadius(turn) * (body.isMan ? 1.02 : 1);
+    // Stands off behind and above, leans back.
+    const Vec placed =
+        Turn(Turn(Vec{out + 0.10 * s * radius, s * radius, c * radius}, {0, 1, 0}, 22), {1, 0, 0}, 9);
+    return OnHead(body, 77.5 + placed.x, -8 + placed.y, -6 - placed.z);
 }
 
 Texel PaintEar(const Tone &tone, const SkinPoint &point) {
-    Texel texel = Skin(point, tone, 0.30);
-    const double depth = std::exp(-std::pow((point.v - 0.13) / 0.10, 2))
-                         + 0.4 * std::exp(-std::pow((point.v - 0.50) / 0.05, 2));
-    texel.color = texel.color * (1 - 0.28 * depth);
+    const double turn = point.u * 360, share = std::min(1.0, 0.05 + 0.95 * point.v / EarRim);
+    // What lies deeper than its surroundings is darker, edges let light through.
+    const double here = EarRelief(turn, share);
+    double around = 0;
+    for (int side = 0; side < 8; side++) {
+        const double a = side * 45 * Degree;
+        around += EarRelief(turn + 16 * std::cos(a), std::clamp(share + 0.16 * std::sin(a), 0.0, 1.0)) / 8;
+    }
+    const double deep =
+        std::clamp((around - here) / 3.0, -0.5, 1.0) + 0.5 * (1 - SmoothStep(0.05, 0.3, share));
+    Texel texel = Skin(point, tone, 0.26 + 0.2 * SmoothStep(0.8, 0.95, share));
+    texel.color = Mix(texel.color, tone.blood * 0.45, 0.42 * std::clamp(deep, 0.0, 1.0))
+                  * (1 - 0.10 * std::min(0.0, deep));
     return texel;
 }
 
@@ -195,15 +267,15 @@ double HeadSolid(const Body &body, Vec p) {
     skin = Join(skin, Ellipsoid(q, {0, -14, 28}, {f.face, 70, 60}), 26);            // face
     skin = Join(skin, RoundCone(q, f.jaw, f.chinCorner, f.jawRadius, 14), 28);      // jaw
     skin = Join(skin, Ellipsoid(q, f.chin, f.chinSize), 18);                        // chin
-    skin = Join(skin, Ellipsoid(q, {0, -57, 71}, {29, 24, 26}), 20);                // round the mouth
+    skin = Join(skin, Ellipsoid(q, {0, -54, 74}, {29, 26, 26}), 20);                // round the mouth
     skin = Join(skin, Ellipsoid(q, {32, -38, 52}, f.cheek), 28);                    // cheek
     skin = Join(skin, Ellipsoid(q, {39, -10, 57}, {20, 15, 18}), 28);               // cheekbone
     skin = Join(skin, RoundCone(q, {8, 20, 85}, {44, 23, 68}, f.brow, f.brow), 16); // brow
     skin = Cut(skin, Ellipsoid(q, {32, 4, 99}, {19, 13.5, 18}), 14);                // socket
     const double n = f.nose;
-    skin = Join(skin, RoundCone(q, {0, 13, 82}, f.noseTip - Vec{0, -8, 4}, 6 * n, 7.2 * n), 13); // nose
+    skin = Join(skin, RoundCone(q, {0, 13, 82}, f.noseTip - Vec{0, -8, 4}, 6 * n, 6.8 * n), 17); // nose
     skin = Join(skin, Ellipsoid(q, f.noseTip, Vec{8.2, 7.4, 8.0} * n), 9);
-    skin = Join(skin, Ellipsoid(q, {9.8 * n, f.noseTip.y - 3.5, 94.5}, Vec{5.8, 5.4, 8.5} * n), 6); // wing
+    skin = Join(skin, Ellipsoid(q, {9.8 * n, f.noseTip.y - 3.5, 94.5}, Vec{5.8, 5.4, 8.5} * n), 8); // wing
     skin =
         Cut(skin, RoundCone(q, {0, f.noseTip.y - 16 * n, 101}, {0, -52, 100}, 2.4, 3.0), 6); // below the nose
     skin = Cut(skin, Ellipsoid(q, {0, f.chin.y + 9.5, 101}, {16, 4.5, 8}), 10);              // below the lips
@@ -241,7 +313,7 @@ void AddHead(Surfaces &surfaces, const Body &body) {
         head.height = 600;
         head.isHalved = true;
         head.paint = [&body, look](const SkinPoint &point) { return PaintFace(body, look, point); };
-        head.grid = HeadSkin(body, 37, 37);
+        head.grid = HeadSkin(body, 35, 37);
         Shade(
             head.grid,
             [&](Vec p) {
@@ -262,12 +334,7 @@ void AddHead(Surfaces &surfaces, const Body &body) {
         ear.width = 130;
         ear.height = 110;
         ear.paint = [tone](const SkinPoint &point) { return PaintEar(*tone, point); };
-        ear.grid = Sheet(
-            13, 9, [&](double u, double v) { return OnEar(body, u, v); },
-            [&](Vec p) {
-                const Vec out = p - OnHead(body, 70, -2, -12);
-                return Vec{out.x * 2, out.y * 0.3, out.z * 0.3};
-            });
+        ear.grid = Sheet(21, 10, [&](double u, double v) { return OnEar(body, u, v); }, {});
         HideWhere(ear, [&](Vec p) { return HeadSolid(body, p) < -0.005; });
         surfaces.push_back(ear);
         surfaces.push_back(Mirror(ear));

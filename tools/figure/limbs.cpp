@@ -15,9 +15,9 @@ struct Limbs {
 };
 // clang-format off
 const Limbs Hers = {.shoulder = 0.0460, .upperArm = 0.0450, .elbow = 0.0395, .forearm = 0.0385, .cuff = 0.0315,
-                    .hip = 0.086, .thigh = 0.076, .knee = 0.062, .calf = 0.056, .hem = 0.050, .shoe = 1};
+                    .hip = 0.086, .thigh = 0.076, .knee = 0.057, .calf = 0.060, .hem = 0.057, .shoe = 1};
 const Limbs His = {.shoulder = 0.0530, .upperArm = 0.0535, .elbow = 0.0460, .forearm = 0.0455, .cuff = 0.0360,
-                   .hip = 0.091, .thigh = 0.083, .knee = 0.068, .calf = 0.063, .hem = 0.056, .shoe = 1.13};
+                   .hip = 0.091, .thigh = 0.083, .knee = 0.063, .calf = 0.066, .hem = 0.063, .shoe = 1.13};
 // clang-format on
 
 const Limbs &LimbsOf(const Body &body) {
@@ -27,7 +27,7 @@ const Limbs &LimbsOf(const Body &body) {
 double UpperArmSolid(const Body &body, Vec p) {
     const Limbs &limbs = LimbsOf(body);
     const Vec shoulder = body.At(RightArm).pivot, elbow = body.At(RightArm).end;
-    const double skin = RoundCone(p, shoulder, elbow, limbs.shoulder, limbs.elbow * 0.93);
+    const double skin = RoundCone(p, shoulder, elbow, limbs.shoulder, limbs.elbow * 0.82);
     return Join(skin,
                 RoundCone(p, Mix(shoulder, elbow, 0.22), Mix(shoulder, elbow, 0.62), limbs.upperArm,
                           limbs.upperArm * 0.93),
@@ -37,7 +37,7 @@ double UpperArmSolid(const Body &body, Vec p) {
 double ForearmSolid(const Body &body, Vec p) {
     const Limbs &limbs = LimbsOf(body);
     const Vec elbow = body.At(RightArm + 1).pivot, wrist = body.At(RightArm + 1).end;
-    const double skin = RoundCone(p, elbow, Mix(elbow, wrist, 0.8), limbs.elbow * 0.95, limbs.cuff);
+    const double skin = RoundCone(p, elbow, Mix(elbow, wrist, 0.8), limbs.elbow * 0.84, limbs.cuff);
     return Join(
         skin,
         RoundCone(p, Mix(elbow, wrist, 0.1), Mix(elbow, wrist, 0.5), limbs.forearm, limbs.forearm * 0.93),
@@ -54,11 +54,23 @@ double Rings(Vec p, Vec joint, Vec along, Vec inwards, double reach) {
     return std::sin(wave) * std::exp(-away * away / (reach * reach)) * (0.45 + 0.55 * side);
 }
 
+// The cloth of a limb: folds lie across either bone, and run into each other at the joint between them.
+Texel LimbCloth(const SkinPoint &point, Vec color, const Joint &before, const Joint &behind, Vec lean,
+                double foldDepth) {
+    const Vec a = Unit(before.end - before.pivot), b = Unit(behind.end - behind.pivot);
+    const double share = SmoothStep(-0.05, 0.05, Dot(point.position - before.end, Unit(a + b)));
+    Texel texel = Cloth(point, color, Unit(a + lean), foldDepth);
+    if (share <= 0) return texel;
+    const Texel other = Cloth(point, color, Unit(b + lean), foldDepth);
+    texel.color = Mix(texel.color, other.color, share);
+    texel.height = Mix(texel.height, other.height, share);
+    return texel;
+}
+
 Texel PaintSleeve(const Body &body, const SkinPoint &point) {
     const Joint &upper = body.At(RightArm), &fore = body.At(RightArm + 1);
     const Vec p = point.position, a = Unit(upper.end - upper.pivot), b = Unit(fore.end - fore.pivot);
-    const bool isUpper = Dot(p - upper.end, a + b * -1) < 0;
-    Texel texel = Cloth(point, ShirtWhite, Unit((isUpper ? a : b) + upper.axes[0] * 0.35), 0.0020);
+    Texel texel = LimbCloth(point, ShirtWhite, upper, fore, upper.axes[0] * 0.35, 0.0020);
     const double rings = Rings(p, upper.end, Unit(a + b), Unit(b - a), 0.085);
     texel.height += 0.0026 * rings;
     texel.color = texel.color * (1 + 0.05 * rings);
@@ -87,9 +99,9 @@ double ThighSolid(const Body &body, Vec p) {
 double ShankSolid(const Body &body, Vec p) {
     const Limbs &limbs = LimbsOf(body);
     const Vec knee = body.At(RightLeg + 1).pivot, ankle = body.At(RightLeg + 1).end;
-    double skin = RoundCone(p, knee, ankle, limbs.knee, limbs.hem);
+    double skin = RoundCone(p, knee, ankle, limbs.knee + 0.005, limbs.hem);
     skin = Join(skin,
-                RoundCone(p, Mix(knee, ankle, 0.15) + Vec{0, 0, 0.012}, Mix(knee, ankle, 0.5), limbs.calf,
+                RoundCone(p, Mix(knee, ankle, 0.2) + Vec{0, 0, 0.012}, Mix(knee, ankle, 0.5), limbs.calf,
                           limbs.calf * 0.9),
                 0.03);
     return Cut(skin, -(Dot(p - Mix(knee, ankle, 0.95), Unit(ankle - knee))), 0.004);
@@ -105,11 +117,11 @@ Vec InShoe(const Body &body, Vec p) {
 }
 
 // From the heel to the toes: half widths, soles and uppers.
-const std::vector<Section> ShoeSections = {{-0.062, 0.012, -0.078, -0.056}, {-0.050, 0.026, -0.084, -0.026},
-                                           {-0.022, 0.034, -0.084, 0.004},  {0.018, 0.035, -0.084, 0.000},
-                                           {0.055, 0.037, -0.083, -0.020},  {0.095, 0.042, -0.083, -0.036},
-                                           {0.135, 0.042, -0.084, -0.046},  {0.165, 0.035, -0.084, -0.052},
-                                           {0.184, 0.022, -0.083, -0.060},  {0.193, 0.008, -0.080, -0.070}};
+const std::vector<Section> ShoeSections = {
+    {-0.062, 0.012, -0.078, -0.048}, {-0.050, 0.027, -0.084, -0.016}, {-0.022, 0.034, -0.084, 0.008},
+    {0.018, 0.035, -0.084, 0.008},   {0.055, 0.038, -0.083, -0.014},  {0.095, 0.042, -0.083, -0.034},
+    {0.135, 0.043, -0.084, -0.044},  {0.160, 0.039, -0.084, -0.049},  {0.178, 0.030, -0.084, -0.055},
+    {0.189, 0.019, -0.083, -0.062},  {0.195, 0.008, -0.081, -0.070}};
 
 double ShoeSolid(const Body &body, Vec p) {
     const Vec q = InShoe(body, p);
@@ -120,13 +132,12 @@ double ShoeSolid(const Body &body, Vec p) {
 Texel PaintTrouserLeg(const Body &body, const SkinPoint &point) {
     const Joint &thigh = body.At(RightLeg), &shank = body.At(RightLeg + 1);
     const Vec p = point.position, a = Unit(thigh.end - thigh.pivot), b = Unit(shank.end - shank.pivot);
-    const bool isThigh = Dot(p - thigh.end, a + b * -1) < 0;
-    Texel texel = Cloth(point, UniformNavy, Unit((isThigh ? a : b) + Vec{0.5, 0.1, 0}), 0.0022);
+    Texel texel = LimbCloth(point, UniformNavy, thigh, shank, {0.5, 0.1, 0}, 0.0022);
     const double knee = Rings(p, thigh.end, Unit(a + b), Unit(b - a), 0.12);
     const double hip = Rings(p, thigh.pivot + Vec{0, 0.05, -0.03}, a, Vec{0, 1, 0}, 0.10);
     const double hem = Rings(p, shank.end, b, {0, 0, -1}, 0.07);
     texel.height += 0.0030 * (knee + hip + 0.6 * hem);
-    texel.color = texel.color * (1 + 0.10 * (knee + hip + hem));
+    texel.color = texel.color * (1 + 0.14 * (knee + hip + hem));
     const double crease = std::exp(-std::pow((point.u - 0.25) / 0.008, 2))
                           * SmoothStep(0.05, 0.12, Length(p - thigh.pivot) - 0.08);
     texel.height += 0.0012 * crease;
@@ -141,6 +152,13 @@ Texel PaintShoe(const Body &body, const SkinPoint &point) {
     texel.gloss = 0.55;
     if (q.y < -0.076) texel.color = Color(38, 34, 32), texel.gloss = 0.1; // sole
     if (std::abs(q.y + 0.076) < 0.002) texel.height = -0.0006;
+    // Seams of the toe cap and of the quarters.
+    const double cap = std::abs(q.z + 0.128 - 6 * q.x * q.x),
+                 quarter = std::abs(q.z + 0.020 - 0.9 * (q.y + 0.02));
+    if (q.y > -0.070 && std::min(cap, q.y < -0.01 ? quarter : 1.0) < 0.0012) {
+        texel.height = -0.0006;
+        texel.color = texel.color * 0.7;
+    }
     if (q.y > -0.06 && std::abs(q.x) < 0.016 && q.z < -0.02 && q.z > -0.075) // laces
         texel.height = 0.0012 * SmoothStep(0.2, 0.8, std::sin(q.z * 520));
     return texel;
@@ -231,7 +249,7 @@ void AddArms(Surfaces &surfaces, const Body &body) {
     AddBending(surfaces, sleeve, rows, {{RightArm + 1, 0.51, 0.69}}, 1, 0.0020);
     AddCore(surfaces, "sleeve core", ShirtWhite * 0.93,
             upper.end + Unit(Unit(upper.pivot - upper.end) + Unit(fore.end - upper.end)) * 0.010,
-            limbs.elbow - 0.003, RightArm + 1);
+            limbs.elbow - 0.007, RightArm + 1);
     AddCuff(surfaces, body);
     AddMirrored(surfaces, first);
 }
@@ -244,13 +262,13 @@ void AddLegs(Surfaces &surfaces, const Body &body) {
                                            Steps(0, 0.08, 2),
                                            {0.10},
                                            Steps(0.22, 0.45, 2),
-                                           Steps(0.45, 0.61, 7),
+                                           Steps(0.45, 0.61, 8),
                                            {0.63},
                                            Steps(0.74, 1, 2),
                                            {1.5, 2}});
     Surface trousers =
         Part("trouser leg", 300, 520, [&](const SkinPoint &point) { return PaintTrouserLeg(body, point); });
-    trousers.grid = LimbSkin([&](Vec p) { return TrousersSolid(body, p); }, path, {1, 0, 0}, 15, rows, 0.13);
+    trousers.grid = LimbSkin([&](Vec p) { return TrousersSolid(body, p); }, path, {1, 0, 0}, 17, rows, 0.13);
     Shade(
         trousers.grid,
         [&](Vec p) { return std::min(TrousersSolid(body, p), TrousersSolid(body, MirrorX(p))); }, 0.06);
@@ -271,10 +289,10 @@ void AddLegs(Surfaces &surfaces, const Body &body) {
     const Frame foot = FootFrame(body);
     const double size = LimbsOf(body).shoe;
     const Solid solid = [&](Vec p) { return ShoeSolid(body, p); };
-    shoe.grid = LimbSkin(
-        solid,
-        {{ToWorld(foot, Vec{0, -0.045, 0.03} * size), ToWorld(foot, Vec{0.002, -0.064, -0.150} * size)}, 0},
-        {0, -1, 0}, 19, Rows({Steps(-1, 0, 3), Steps(0, 1, 5), Steps(1, 2, 4)}));
+    const Path sole = {
+        {ToWorld(foot, Vec{0, -0.045, 0.03} * size), ToWorld(foot, Vec{0.002, -0.064, -0.150} * size)}, 0};
+    shoe.grid = LimbSkin(solid, sole, {0, -1, 0}, 15, Rows({Steps(-1, 0, 3), Steps(0, 1, 4), Steps(1, 2, 6)}),
+                         1, ColumnsAtCorners(solid, sole, {0, -1, 0}));
     Shade(shoe.grid, solid, 0.03);
     HideWhere(shoe, [&](Vec p) { return InShoe(body, p).y < -0.082; }); // the sole's underside
     surfaces.push_back(shoe);

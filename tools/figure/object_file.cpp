@@ -286,11 +286,12 @@ const double NearEnd = 4, FarEnd = 60;
 std::string WholeText(const Writer &writer, const std::string &texture, const std::string &normalMap) {
     // The comment tells the setup that an object is ours (figure/own_figure.cpp).
     std::string text = "I\n800\nOBJ\n\n# Made for Fennic\nTEXTURE " + texture + "\n";
-    if (!normalMap.empty()) text += "TEXTURE_NORMAL " + normalMap + "\n";
+    if (!normalMap.empty()) text += "TEXTURE_NORMAL " + normalMap + "\nNORMAL_METALNESS\n";
+    // Opaque: it is drawn, with its depth, before whatever one sees it through, and not among that.
+    text += std::string("GLOBAL_no_blend 0.5\nGLOBAL_specular ") + (normalMap.empty() ? "0.1" : "1") + "\n";
     text += "POINT_COUNTS " + std::to_string(writer.mesh.vertexCount) + " 0 0 "
             + std::to_string(writer.mesh.indices.size()) + "\n";
-    return text + writer.mesh.vertices + IndexLines(writer.mesh.indices) + "\nGLOBAL_specular 0.3\n"
-           + writer.commands;
+    return text + writer.mesh.vertices + IndexLines(writer.mesh.indices) + "\n" + writer.commands;
 }
 
 } // namespace

@@ -194,7 +194,7 @@ Grid Sheet(int columns, int rows, const std::function<Vec(double u, double v)> &
             const Vec alongU = at(std::min(u + e, 1.0), v) - at(std::max(u - e, 0.0), v);
             const Vec alongV = at(u, std::min(v + e, 1.0)) - at(u, std::max(v - e, 0.0));
             Vec normal = Unit(Cross(alongU, alongV));
-            const Vec wanted = hint(p);
+            const Vec wanted = hint ? hint(p) : normal;
             if (Dot(normal, normal) < 0.5) normal = Unit(wanted); // a pole of the sheet
             grid.At(column, row) = p;
             grid.normals[static_cast<size_t>(row * columns + column)] =

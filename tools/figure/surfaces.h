@@ -22,6 +22,7 @@ struct Texel {
     Vec color;          // 0 to 1 each, as shown
     double height = 0;  // metres above the skin, for the normal map
     double gloss = 0.1; // 0 to 1
+    double metal = 0;   // 0 to 1
 };
 using Paint = std::function<Texel(const SkinPoint &)>;
 
@@ -110,7 +111,8 @@ struct Bend {
 void AddBending(std::vector<Surface> &surfaces, const Surface &skin, const std::vector<double> &rows,
                 const std::vector<Bend> &bends, int tuckedRows, double depth);
 
-// A sheet given point by point; normals from its neighbours, pointing to the side of the hint.
+// A sheet given point by point; normals from its neighbours, pointing to the side of the hint, or without one
+// to that from which v lies on the left of u.
 Grid Sheet(int columns, int rows, const std::function<Vec(double u, double v)> &at,
            const std::function<Vec(Vec)> &hint);
 

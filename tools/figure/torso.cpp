@@ -61,6 +61,12 @@ Vec BothSides(Vec p) {
     return {std::abs(p.x), p.y, p.z};
 }
 
+// Columns begin behind; more of them stand in front.
+double ShirtColumns(double u) {
+    const double x = u - 0.5;
+    return 0.5 + x * (0.85 + 0.6 * x * x);
+}
+
 // From the belt up to between the shoulders.
 Path TrunkPath(const Body &body) {
     const double trunk = body.measures.trunk;
@@ -114,6 +120,7 @@ Texel PaintShirt(const SkinPoint &point) {
             texel.color = Gold * (isShield ? 0.85 : 0.9 + 0.25 * std::sin(wing * 1700));
             texel.height += 0.0009;
             texel.gloss = 0.8;
+            texel.metal = 1;
         }
     } else if (p.z > 0.13) {
         texel.height += 0.0006 * SmoothStep(0.487, 0.484, p.y) * SmoothStep(0.16, 0.20, p.z); // yoke
@@ -160,7 +167,7 @@ void AddCollar(Surfaces &surfaces, const Body &body, const Solid &around) {
     // The stand leans to the neck; the fall hangs over it and ends in two points.
     const auto outwards = [](Vec p) { return Vec{p.x, 0.05, p.z - 0.163}; };
     collar.grid = Sheet(
-        29, 3,
+        19, 3,
         [&](double u, double v) {
             return OnCollar(body, u * 2 - 1, Mix(0.004, -0.004, v), Mix(-0.030, 0.004, v));
         },
@@ -228,7 +235,7 @@ void AddTie(Surfaces &surfaces, const Body &body, const Solid &around) {
 
     // The blade hangs from the knot down to the buckle, on the shirt.
     const Path path = TrunkPath(body);
-    const double length = 0.375 * body.measures.trunk, high = (bottom.y + 0.008 - path.points[0].y) / length;
+    const double length = 0.375 * body.measures.trunk, high = (bottom.y + 0.014 - path.points[0].y) / length;
     const std::vector<double> rows =
         Rows({{0.09}, Steps(0.12, 0.34, 5), Steps(0.36, 0.72, 8), Steps(0.72, high, 4)});
     Surface blade;
@@ -248,7 +255,10 @@ void AddTie(Surfaces &surfaces, const Body &body, const Solid &around) {
         // Thick in the middle; it bridges what lies hollow below the chest.
         double front = Leave(skin, {across * half * 0.7, y, 0.15}, {0, 0, -1}, 0.3).z;
         front = std::min(front, Leave(skin, {0, y + 0.03, 0.15}, {0, 0, -1}, 0.3).z + 0.004);
-        return Vec{across * half, y, front - 0.0045 + 0.0045 * edge};
+        front -= 0.0045 - 0.0045 * edge;
+        // Its end is held by the knot.
+        return Vec{across * half, y,
+                   Mix(front, std::min(front, bottom.z), SmoothStep(high - 0.12, high, along))};
     };
     blade.grid = Sheet(7, static_cast<int>(rows.size()), at, [](Vec) { return Vec{0, 0, -1}; });
     Shade(blade.grid, around, 0.02);
@@ -267,7 +277,8 @@ Texel PaintEpaulette(const SkinPoint &point) {
         if (point.v > from && point.v < from + 0.10) {
             texel.color = Gold * (0.92 + 0.12 * std::sin(point.v * 600) * std::sin(point.u * 60));
             texel.height = 0.0006;
-            texel.gloss = 0.6;
+            texel.gloss = 0.5;
+            texel.metal = 0.6; // thread
         }
     }
     const double button = Length({(point.u - 0.5) * 0.046, (point.v - 0.88) * 0.105, 0});
@@ -275,6 +286,7 @@ Texel PaintEpaulette(const SkinPoint &point) {
         texel.color = Gold;
         texel.height = 0.001 * (1 - button / 0.0062);
         texel.gloss = 0.8;
+        texel.metal = 1;
     }
     return texel;
 }
@@ -324,7 +336,8 @@ Texel PaintBelt(const SkinPoint &point) {
         if (!isHole) {
             texel.color = Gold * 0.95;
             texel.height = 0.0012;
-            texel.gloss = 0.9;
+            texel.gloss = 0.8;
+            texel.metal = 1;
         }
     }
     return texel;
@@ -392,8 +405,8 @@ void AddTorso(Surfaces &surfaces, const Body &body) {
     shirt.width = 700;
     shirt.height = 580;
     shirt.paint = PaintShirt;
-    shirt.grid = LimbSkin([&](Vec p) { return ShirtWithShoulders(body, p); }, TrunkPath(body), {0, 0, 1}, 27,
-                          ShirtRows, 0.9 * body.measures.shoulder.x);
+    shirt.grid = LimbSkin([&](Vec p) { return ShirtWithShoulders(body, p); }, TrunkPath(body), {0, 0, 1}, 25,
+                          ShirtRows, 0.9 * body.measures.shoulder.x, ShirtColumns);
     Shade(shirt.grid, around, 0.07);
     HideWhere(shirt, [&](Vec p) { return NeckSolid(body, p) < -0.012; });
     AddBending(surfaces, shirt, ShirtRows, BackBends, 1, 0.0015);
