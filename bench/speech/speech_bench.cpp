@@ -16,6 +16,7 @@
 #include <thread>
 
 #include "bench/speech/fit_rejection.h"
+#include "bench/speech/helper_bench.h"
 #include "speech/voice/listener.h"
 #include "speech/voice/phrase_file.h"
 #include "speech/voice/sound.h"
@@ -120,6 +121,7 @@ public:
     void MeasureReaction();
     void MeasureSpeaking() const;
     void MeasureLoad();
+    void MeasureProcess() const;
     void PrintRejection(bool fits) const;
 
 private:
@@ -372,6 +374,11 @@ void Bench::MeasureLoad() {
     recogniser->SetPhrases(phrases, {});
 }
 
+void Bench::MeasureProcess() const {
+    MeasureMemory(folder, folder / "phrases" / "flite_slt" / "1.wav", phrases[1]);
+    MeasureCompanion();
+}
+
 void Bench::PrintRejection(bool fits) const {
     std::printf("\nRefusing, over all recordings above (accepted is what has a confidence above 0)\n");
     PrintCurve(goodConfidence, otherConfidence);
@@ -400,9 +407,10 @@ int main(int count, char **words) {
     }
     Bench bench(folder, isFull);
     if (folder.empty() || !bench.Start()) return 2;
+    bench.MeasureProcess();
+    bench.MeasureSpeaking();
     bench.MeasureReaction();
     bench.MeasureLoad();
-    bench.MeasureSpeaking();
     bench.Understand();
     bench.HearPeople();
     bench.Refuse();
