@@ -4,7 +4,8 @@
 local check = require "lib.check"
 local crew = require "lib.crew"
 local overlay = require "lib.overlay"
-local go, fly, captain, ask, hears, is = crew.go, crew.fly, crew.captain, crew.ask, crew.hears, crew.is
+local go, fly, captain, ask, hears = crew.go, crew.fly, crew.captain, crew.ask, crew.hears
+local is, are, set = crew.is, crew.are, crew.set
 
 local systems = assert(arg[1], "name the folder of the systems files behind the flight")
 
@@ -43,8 +44,7 @@ crew.at_once.throttle = true
 function crew.step_world(now)
     local seconds = now - lastTime
     lastTime = now
-    sim.set(ref.height_metres, (sim.get(ref.altitude) - FIELD) * 0.3048 + standing)
-    sim.set(ref.ground_speed, sim.get(ref.airspeed))
+    set {height_metres = (sim.get(ref.altitude) - FIELD) * 0.3048 + standing, ground_speed = sim.get(ref.airspeed)}
     local leg, lever = sim.get(ref.gear, 1), sim.get(ref.gear_lever)
     sim.set(ref.gear, math.max(0, math.min(1, leg + (lever == 1 and seconds or -seconds) / legTime)), 1)
     sim.set(ref.gear_unsafe, leg > 0 and leg < 1 and 1 or 0)
@@ -107,9 +107,7 @@ ask("altimeter check", "Cross-checked, 2 9 9 2")
 ask("landing lights on", "Landing lights on.")
 ask("pitot heat on", "Pitot heat on.")
 ask("transponder on", "Squawking 1 2 0 0")
-is(ref.landing_lights, 1)
-is(ref.pitot_heat, 1)
-is(ref.transponder, 3)
+are {landing_lights = 1, pitot_heat = 1, transponder = 3}
 sim.set(ref.running, 1, 0)
 ask("set the take off speeds", "Rotation speed?")
 ask("five five", "Rotate at 55.")

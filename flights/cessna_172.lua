@@ -4,17 +4,11 @@ local check = require "lib.check"
 local skyhawk = require "lib.skyhawk"
 local ref, move, fly = skyhawk.ref, skyhawk.move, skyhawk.fly
 local captain, ask, hears, answers = skyhawk.captain, skyhawk.ask, skyhawk.hears, skyhawk.answers
-local silence, is, fired, set = skyhawk.silence, skyhawk.is, skyhawk.fired, skyhawk.set
+local silence, is, are, fired = skyhawk.silence, skyhawk.is, skyhawk.are, skyhawk.fired
+local set, read = skyhawk.set, skyhawk.read
 
 local LOW_VACUUM = "sim/cockpit2/annunciators/low_vacuum"
 local COMMENTS, PILOTS_JOBS, OFFER = "kv/fennic/comments", "kv/fennic/realmode", "kv/fennic/offer"
-
--- Reads a checklist out and gives an answer to each of its challenges.
-local function read(phrase, items, done)
-    if phrase then captain(phrase) end
-    for _, item in ipairs(items) do answers(item[1], item[2]) end
-    hears(done)
-end
 
 skyhawk.park()
 sim.start()
@@ -196,8 +190,7 @@ end
 final(84, nil)
 hears("Five hundred, not stable. Go around, Sir?")
 ask("go around", "Going around, full power, flaps twenty.")
-is(ref.throttle, 1)
-is(ref.flaps, 2 / 3)
+are {throttle = 1, flaps = 2 / 3}
 move(ref.vertical_speed, 600, 2)
 hears("Positive rate.", "Flaps ten.")
 move(ref.altitude, skyhawk.field_feet + 500, 2)

@@ -141,6 +141,13 @@ function crew.ask(text, ...)
     return crew.hears(...)
 end
 
+-- Calls for a checklist, unless it runs already; each of its challenges gets an answer: {challenge, answer}.
+function crew.read(phrase, items, done)
+    if phrase then crew.captain(phrase) end
+    for _, item in ipairs(items) do crew.answers(item[1], item[2]) end
+    crew.hears(done)
+end
+
 -- She finishes, and says nothing more for so long.
 function crew.silence(seconds)
     while sim.time() < quietAt do crew.step() end
@@ -153,6 +160,14 @@ end
 
 function crew.is(dataref, wanted, index)
     check.near(sim.get(dataref, index), wanted, 0.01, dataref)
+end
+
+-- Name in ref = value; of an array the first element.
+function crew.are(values)
+    for name, wanted in pairs(values) do
+        local value = sim.get(crew.ref[name])
+        check.near(type(value) == "table" and value[1] or value, wanted, 0.01, name)
+    end
 end
 
 -- A command was begun so many times, and ended as often unless said otherwise.
