@@ -29,7 +29,7 @@ end
 -- ---- What a row says, through line ends, blanks, comments and mistakes ----
 
 local LIST = "\xEF\xBB\xBF# mine\r\nseat=1,2,3\r\naircraft = Zephyr Nine\rfile= zephyr.acf \n  runways=1 # of its own\n"
-    .. "clicksound=yes\nsetup\nwings=2\nfile=other.acf\nseat=1,75,1,2,11,5\n\naircraft=Zephyr\nfile=../zephyr.acf\nsetup=acf\n"
+    .. "clicksound=yes\nsetup\nwings=2\nfile=other.acf\nseat=1,75,1,2,11,5\nseat=1,2,3\n\naircraft=Zephyr\nfile=../zephyr.acf\nsetup=acf\n"
 local log = start("zephyr.acf", "Zephyr Nine-A", LIST)
 tells(log, "Aircraft detected: Zephyr Nine, by data/aircraft.txt line 3",
       "data/aircraft.txt line 2: it stands before the first \"aircraft=\" - line dropped: seat=1,2,3",
@@ -38,14 +38,15 @@ tells(log, "Aircraft detected: Zephyr Nine, by data/aircraft.txt line 3",
       "data/aircraft.txt line 8: the keys are aircraft, file, setup, seat, runways and clicksound - line dropped: wings=2",
       "data/aircraft.txt line 9: the aircraft has a line \"file=\" already - line dropped: file=other.acf",
       "data/aircraft.txt line 10: \"seat=\" is three numbers with commas between them, x,y,z in feet - line dropped",
-      "data/aircraft.txt line 13: \"file=\" is the name of an aircraft's file, which ends in .acf - line dropped")
+      "data/aircraft.txt line 11: a seat counts with setup=acf alone, by which the figure comes into the aircraft's file",
+      "data/aircraft.txt line 14: \"file=\" is the name of an aircraft's file, which ends in .acf - line dropped")
 check.equal(sim.get("test/loaded"), 1, "its systems")
 check.equal(sim.get(RUNWAYS), -1, "its runways")
 check.that(check.works(), "without a figure she works at once")
 check.equal(#sim.widgets(), 0, "and asks for nothing")
 
 log = start("zephyr.acf", "Zephyr One", LIST)
-tells(log, "Aircraft detected: Zephyr, by data/aircraft.txt line 12")
+tells(log, "Aircraft detected: Zephyr, by data/aircraft.txt line 13")
 check.that(not sim.exists(RUNWAYS), "another row, other traits")
 check.that(not check.works() and #sim.widgets() > 0, "a figure is asked for")
 

@@ -273,28 +273,3 @@ go {{60, {altitude = above(700), vertical_speed = -250}}, {20, {altitude = above
     {15, {altitude = above(0)}}, {1, {on_ground = 1, vertical_speed = 0}}, {8, {airspeed = 0}}}
 crew.heard_all()
 check.no_problems()
-
--- ---- With checklists that the aircraft brings ----
-
-board {}
-check.write(sim.dir("aircraft") .. "clist.txt", [[
-sw_checklist:BEFORE START
-sw_item:PARKING BRAKE|SET:sim/cockpit2/controls/parking_brake_ratio:>0.5
-sw_item:GEAR HANDLE|DOWN:sim/cockpit2/controls/gear_handle_down:1
-sw_continue:AFTER START
-sw_checklist:AFTER START
-sw_item:LANDING LIGHTS|ON:sim/cockpit2/switches/landing_lights_on:1
-]])
-sim.restart()
-fly(6)
-sim.choose("Fennic/Import Checklist")
-fly(1)
-sim.restart()
-fly(6)
-offers({"before start checklist", "altimeter check"}, {"gear up"})
-ask("before start checklist", "Parking brake?")
-ask("set", "Gear handle?")
-ask("down", "Shall I read it?")
-ask("yes", "Landing lights?")
-ask("on", "After start checklist complete.")
-check.no_problems()

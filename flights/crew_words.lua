@@ -2,34 +2,16 @@
 -- Cessna, and there with a list that somebody else has written.
 local check = require "lib.check"
 local clists = require "lib.clists"
+local overlay = require "lib.overlay"
 
 local aircraft = sim.dir("aircraft")
 local isCessna = aircraft:find("Cessna_172SP") ~= nil
 local STANDING_BY, NO_CHECKLIST = "Standing by, Sir.", "No checklist is running, Sir."
 
 -- What she says to it.
-local function expect(words, said, seconds)
-    check.hear(words, seconds or 6)
-    check.list(sim.said(), said, words)
-end
+local function expect(words, said, seconds) check.asks(words, seconds or 6, said) end
 
--- The select button: steps this often, and takes what is highlighted then.
-local function select(steps)
-    for _ = 1, steps do
-        sim.tap("kv/fennic/select")
-        sim.run(0.7)
-    end
-    sim.press("kv/fennic/select")
-    sim.run(0.5)
-    sim.release("kv/fennic/select")
-    sim.run(5)
-end
-
-local function group()
-    for _, line in ipairs(sim.screen_text()) do
-        if line.text:find("^WORDS %(") then return line.text end
-    end
-end
+local function group() return overlay.lines("^WORDS %(")[1] end
 
 if isCessna then
     sim.start()
@@ -106,7 +88,15 @@ check.list(sim.said(), {"Before start checklist.", ITEMS[1][1]}, "no hold outliv
 
 local answers = 0
 for _ in sim.get("kv/speech/expected"):gmatch("[^\n]+") do answers = answers + 1 end
-select(answers + 1)
+for _ = 1, answers + 1 do
+    sim.tap("kv/fennic/select")
+    sim.run(0.7)
+end
+check.that(overlay.line("next item"), "its group is unfolded while it is highlighted")
+sim.press("kv/fennic/select")
+sim.run(0.5)
+sim.release("kv/fennic/select")
+sim.run(5)
 check.list(sim.said(), {ITEMS[2][1]}, "the first word is next item")
 expect("abort", {"All Commands and Checklists Aborted!"})
 check.no_problems()

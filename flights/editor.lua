@@ -37,6 +37,7 @@ editor.rename(2, 1, "TEST")
 editor.switch("serial")
 editor.column(3, "New..")
 editor.rename(3, 1, "CALL")
+editor.detail("text", "") -- the box shows words where there are none, which are not stored
 editor.add_block()
 editor.logic_end(1, "ADD")
 editor.comparison(2, "kind")
@@ -75,7 +76,6 @@ editor.detail("unit", "off or on")
 -- ---- What is refused says why and stays in the box ----
 
 local function refused(change, typed, message)
-    local x, y = 0, 0
     change(typed)
     check.equal(editor.box(), typed, message .. ": what was typed")
     sim.key(27)

@@ -1,6 +1,6 @@
--- Files that fight back: folders where files should be, a plug-in folder that cannot be written, files that
--- are empty or huge. The first officer starts, says so in the log, and works. (Bytes that are no text are given
--- to every reader in tests/fuzz/.)
+-- Files that fight back: folders where files should be, files that are missing or huge. The first officer starts,
+-- says so in the log, and works. (Bytes that are no text are given to every reader in tests/fuzz/, and a folder that
+-- cannot be written is tried in tests/util/.)
 local check = require "lib.check"
 
 local plugin = sim.dir("plugin")
@@ -55,32 +55,10 @@ log = fly("no definition, no voices")
 check.equal(check.count(log, "!!! Error: Cant read file " .. definition), 1, "no definition")
 check.that(check.read(plugin .. "data/context.txt"):find("^hello\r\n"), "the context is written again")
 check.equal(check.read(plugin .. "systems/_save.txt"), "GOOD.D.TALK=0.000000\r\n", "saved values, too")
-for _, path in ipairs {"data/obj/fennic.txt", "data/voicelist_mac.txt", "systems/_save.txt", "systems/EMPTY.txt",
-                       "custom/positions-w/rest/rest_empty.txt"} do
-    check.write(plugin .. path, "")
-end
-check.write(plugin .. "systems/_systems.txt", "EMPTY\nGOOD\n")
-fly("empty files")
 check.write(plugin .. "systems/_systems.txt", "")
 check.start(2)
 check.equal(sim.exists("test/talk"), false, "an empty list of systems")
 sim.stop()
-
--- ---- A folder that cannot be written ----
-
-restore()
--- Where folders can be locked: Windows has no such thing.
-local lock = package.config:sub(1, 1) == "/" and "chmod -R %s '" .. plugin .. "'" or "rem %s"
-assert(os.execute(lock:format("a-w")))
-local isLocked = not io.open(plugin .. "data/context.txt", "a") -- nothing is locked for root
-local isGood, message = pcall(function()
-    log = fly("a locked folder")
-    for _, file in ipairs {"data/context.txt", "data/settings_mac.txt", "systems/_save.txt"} do
-        check.equal(check.count(log, "Cant write file " .. plugin .. file) > 0, isLocked, file)
-    end
-end)
-assert(os.execute(lock:format("u+w")))
-assert(isGood, message)
 
 -- ---- Long files ----
 

@@ -113,15 +113,10 @@ function editor.wheel(column, clicks)
     sim.frames(2)
 end
 
--- The first row of the list below the columns, or another one.
-function editor.first_use(row)
-    sim.click(MARGIN + 20, MARGIN + ROW + 13 * ROW - (row or 1) * ROW - 9)
+-- The first row of the list below the columns.
+function editor.first_use()
+    sim.click(MARGIN + 20, MARGIN + ROW + 13 * ROW - ROW - 9)
     sim.frames(2)
-end
-
--- The buttons below that list.
-function editor.board_below(name)
-    click_board(MARGIN, MARGIN + ROW, {"USAGE", "GRAPH", "NOT UNDERSTOOD"}, name)
 end
 
 local function open_box(x, y)
