@@ -2,7 +2,6 @@
 // acting as the plug-in installed in it.
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -14,6 +13,7 @@
 
 #include "frame/aircraft.h"
 #include "simhost/simulator.h"
+#include "tests/scratch_folder.h"
 #include "util/clock.h"
 
 #if APL
@@ -53,14 +53,12 @@ inline void RestoreTree(const std::string &folder, const Tree &now, const Tree &
 class PluginFolder : public ::testing::Test {
 protected:
     // All end in "/".
-    std::string root;     // the simulator's folder
-    std::string aircraft; // <root>Aircraft/Test/
-    std::string plugin;   // <aircraft>plugins/fennic/64/
+    const ScratchFolder scratch;
+    const std::string &root = scratch.path; // the simulator's folder
+    std::string aircraft;                   // <root>Aircraft/Test/
+    std::string plugin;                     // <aircraft>plugins/fennic/64/
 
     PluginFolder() {
-        std::string name = std::filesystem::temp_directory_path() / "fennic-test-XXXXXX";
-        if (!mkdtemp(name.data())) throw std::runtime_error("cannot make " + name);
-        root = name + "/";
         aircraft = root + "Aircraft/Test/";
         plugin = aircraft + "plugins/fennic/64/";
         for (const char *folder : {"data/obj", "custom/positions-w", "custom/presets", "systems"})
@@ -69,11 +67,6 @@ protected:
         simhost::SetFolders(root, aircraft, "");
         simhost::ActAsPlugin(plugin + LibraryName);
         FindSimulatorDatarefs();
-    }
-
-    ~PluginFolder() override {
-        std::error_code ignored;
-        std::filesystem::remove_all(root, ignored);
     }
 
     // Writes a file in the plug-in's folder, making its folders.

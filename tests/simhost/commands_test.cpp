@@ -3,13 +3,11 @@
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "XPLMMenus.h"
 #include "XPLMUtilities.h"
 #include "simhost/events.h"
 #include "simhost/interface/menus.h"
-#include "simhost/simulator.h"
+#include "tests/simhost/as_plugin.h"
 
 using namespace simhost;
 
@@ -34,12 +32,8 @@ int Handle(XPLMCommandRef, XPLMCommandPhase phase, void *refcon) {
 
 using Calls = std::vector<std::string>;
 
-class Commands : public ::testing::Test {
+class Commands : public AsPlugin {
 protected:
-    Commands() {
-        ResetSimulator();
-        ActAsPlugin("/nowhere/plugins/test/64/lin.xpl");
-    }
     static Calls Taken() { return std::exchange(calls, {}); }
 };
 

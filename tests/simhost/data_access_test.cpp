@@ -5,22 +5,14 @@
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "simhost/events.h"
-#include "simhost/simulator.h"
+#include "tests/simhost/as_plugin.h"
 
 using namespace simhost;
 
 namespace {
 
-class DataAccess : public ::testing::Test {
-protected:
-    DataAccess() {
-        ResetSimulator();
-        ActAsPlugin("/nowhere/plugins/test/64/lin.xpl");
-    }
-};
+using DataAccess = AsPlugin;
 
 // An owner's value with a count of its calls.
 struct Owned {

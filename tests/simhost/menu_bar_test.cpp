@@ -3,11 +3,9 @@
 
 #include <string>
 
-#include <gtest/gtest.h>
-
 #include "XPLMMenus.h"
 #include "simhost/drawing/screen.h"
-#include "simhost/simulator.h"
+#include "tests/simhost/as_plugin.h"
 
 using namespace simhost;
 
@@ -15,12 +13,10 @@ namespace {
 
 constexpr int InBar = 590, FirstRow = 565, RowHeight = 18; // of a screen 600 high
 
-class MenuBar : public ::testing::Test {
+class MenuBar : public AsPlugin {
 protected:
     MenuBar() {
-        ResetSimulator();
         SetScreenSize(800, 600);
-        ActAsPlugin("/nowhere/plugins/test/64/lin.xpl");
         CloseMenuBar();
         crew = XPLMCreateMenu("Crew", nullptr, 0, nullptr, nullptr);
         for (const char *text : {"One", "Two"}) XPLMAppendMenuItem(crew, text, nullptr, 0);

@@ -15,6 +15,7 @@
 #include "simhost/drawing/object_animation.h"
 #include "simhost/drawing/screen.h"
 #include "simhost/simulator.h"
+#include "tests/scratch_folder.h"
 
 using namespace simhost;
 
@@ -135,14 +136,11 @@ TEST(Objects, HideAndShow) {
 class CockpitView : public ::testing::Test {
 protected:
     CockpitView() {
-        std::string path = std::filesystem::temp_directory_path() / "objects_test.XXXXXX";
-        folder = std::string(mkdtemp(path.data())) + "/";
         std::filesystem::create_directory(folder + "objects");
         ResetSimulator();
         SetScreenSize(400, 400);
         PublishDataref("test/turn", xplmType_FloatArray, 4);
     }
-    ~CockpitView() override { std::filesystem::remove_all(folder); }
 
     void Write(const std::string &name, const std::string &text) { std::ofstream(folder + name) << text; }
 
@@ -200,7 +198,8 @@ protected:
         return patch;
     }
 
-    std::string folder;
+    const ScratchFolder scratch;
+    const std::string &folder = scratch.path;
     std::vector<std::string> notes;
 };
 

@@ -5,11 +5,9 @@
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "XPLMDataAccess.h"
 #include "XPLMDisplay.h"
-#include "simhost/simulator.h"
+#include "tests/simhost/as_plugin.h"
 
 using namespace simhost;
 
@@ -33,12 +31,8 @@ float Call(float sinceLastCall, float sinceLastLoop, int counter, void *refcon) 
     return loop->act();
 }
 
-class Processing : public ::testing::Test {
+class Processing : public AsPlugin {
 protected:
-    Processing() {
-        ResetSimulator();
-        ActAsPlugin("/nowhere/plugins/test/64/lin.xpl");
-    }
     static int CallsIn(int frames, double seconds) {
         calls.clear();
         for (int i = 0; i < frames; i++) StepFrame(seconds);

@@ -13,6 +13,7 @@
 #include "simhost/simulator.h"
 #include "simhost/world/builtin_commands.h"
 #include "simhost/world/builtin_datarefs.h"
+#include "tests/scratch_folder.h"
 
 using namespace simhost;
 
@@ -22,15 +23,13 @@ class SimulatorLists : public ::testing::Test {
 protected:
     SimulatorLists() {
         ResetSimulator();
-        std::string name = std::filesystem::temp_directory_path() / "fennic-lists-XXXXXX";
-        if (mkdtemp(name.data()) != nullptr) root = name;
-        std::filesystem::create_directories(root + "/Resources/plugins");
+        std::filesystem::create_directories(root + "Resources/plugins");
     }
-    ~SimulatorLists() override { std::filesystem::remove_all(root); }
     void Write(const std::string &name, const std::string &text) const {
-        std::ofstream(root + "/Resources/plugins/" + name, std::ios::binary) << text;
+        std::ofstream(root + "Resources/plugins/" + name, std::ios::binary) << text;
     }
-    std::string root;
+    const ScratchFolder folder;
+    const std::string &root = folder.path;
 };
 
 TEST_F(SimulatorLists, EveryListedNameExistsWithItsType) {

@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "XPLMDisplay.h"
+#include "simhost/drawing/screen.h"
+#include "tests/simhost/as_plugin.h"
 
 struct TestWindow {
     std::string name;
@@ -107,3 +109,16 @@ inline std::vector<int> GeometryOf(const TestWindow &window) {
     return corners;
 }
 using Corners = std::vector<int>; // left, top, right, bottom
+
+// A screen of 1000 × 800 boxels, on which nothing has happened.
+class OnScreen : public AsPlugin {
+protected:
+    OnScreen() {
+        simhost::SetScreenSize(1000, 800);
+        TakenEvents();
+    }
+    static void Click(int x, int y) {
+        simhost::PressMouse(x, y, simhost::MouseButton::Left);
+        simhost::ReleaseMouse(x, y);
+    }
+};

@@ -2,7 +2,6 @@
 #include "XPLMUtilities.h"
 
 #include <cmath>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -15,6 +14,7 @@
 #include "XPLMPlanes.h"
 #include "XPLMPlugin.h"
 #include "simhost/simulator.h"
+#include "tests/scratch_folder.h"
 
 using namespace simhost;
 
@@ -48,9 +48,8 @@ TEST_F(Utilities, PathsEndWithTheSeparatorAndFitTheirBuffers) {
 }
 
 TEST_F(Utilities, LogLinesMayComeInPieces) {
-    std::string folder = std::filesystem::temp_directory_path() / "fennic-log-XXXXXX";
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
-    SetFolders(folder, "", "");
+    const ScratchFolder folder;
+    SetFolders(folder.path, "", "");
     XPLMDebugString("one ");
     EXPECT_TRUE(TakeLogLines().empty());
     XPLMDebugString("line\r\n\ntwo\nthr");
@@ -59,11 +58,10 @@ TEST_F(Utilities, LogLinesMayComeInPieces) {
     EXPECT_EQ(TakeLogLines(), (std::vector<std::string>{"one line", "", "two"}));
     XPLMDebugString("\n");
     EXPECT_EQ(TakeLogLines(), std::vector<std::string>{"three"});
-    std::ifstream file(folder + "/Log.txt", std::ios::binary);
+    std::ifstream file(folder.path + "Log.txt", std::ios::binary);
     std::stringstream text;
     text << file.rdbuf();
     EXPECT_EQ(text.str(), "one line\r\n\ntwo\nthree\n");
-    std::filesystem::remove_all(folder);
 }
 
 TEST_F(Utilities, LocalCoordinatesAreEastUpSouthInMetres) {

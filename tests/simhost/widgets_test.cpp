@@ -6,13 +6,9 @@
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "XPStandardWidgets.h"
 #include "XPWidgetUtils.h"
 #include "XPWidgets.h"
-#include "simhost/drawing/screen.h"
-#include "simhost/simulator.h"
 #include "simhost/windows/keyboard.h"
 #include "simhost/windows/windows.h"
 #include "tests/simhost/test_window.h"
@@ -39,12 +35,9 @@ template <char name> int Note(XPWidgetMessage message, XPWidgetID widget, intptr
     return std::find(taken.begin(), taken.end(), event) != taken.end() ? 1 : 0;
 }
 
-class Widgets : public ::testing::Test {
+class Widgets : public OnScreen {
 protected:
     Widgets() {
-        ResetSimulator();
-        SetScreenSize(1000, 800);
-        ActAsPlugin("/nowhere/plugins/test/64/lin.xpl");
         for (auto &[name, parent] : {std::pair{"root", ""}, {"child", "root"}, {"leaf", "child"}}) {
             const bool isRoot = *parent == '\0';
             const int inset = isRoot ? 0 : std::string(name) == "child" ? 10 : 20;
@@ -193,8 +186,7 @@ TEST_F(Widgets, TextFieldsEdit) {
         return marked.insert(at(xpProperty_EditFieldSelEnd), "]")
             .insert(at(xpProperty_EditFieldSelStart), "[");
     };
-    PressMouse(110, 470, MouseButton::Left);
-    ReleaseMouse(110, 470);
+    Click(110, 470);
     for (const char *key : {"a", "b", "c", "d", "left", "left"}) strike(key);
     EXPECT_EQ(state(), "ab[]cd");
     strike("left", xplm_ShiftFlag);

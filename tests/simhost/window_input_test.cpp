@@ -2,11 +2,6 @@
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#include "XPLMDisplay.h"
-#include "XPLMPlugin.h"
-#include "simhost/simulator.h"
 #include "simhost/windows/windows.h"
 #include "tests/simhost/test_window.h"
 
@@ -14,19 +9,7 @@ using namespace simhost;
 
 namespace {
 
-class Input : public ::testing::Test {
-protected:
-    Input() {
-        ResetSimulator();
-        SetScreenSize(1000, 800);
-        ActAsPlugin("/nowhere/plugins/test/64/lin.xpl");
-        TakenEvents();
-    }
-    static void Click(int x, int y) {
-        PressMouse(x, y, MouseButton::Left);
-        ReleaseMouse(x, y);
-    }
-};
+using Input = OnScreen;
 
 TEST_F(Input, ThePressGoesDownToTheOneThatTakesIt) {
     TestWindow below{"below"}, above{"above"};

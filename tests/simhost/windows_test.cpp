@@ -6,27 +6,15 @@
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "XPLMGraphics.h"
-#include "simhost/drawing/screen.h"
-#include "simhost/simulator.h"
 #include "tests/simhost/test_window.h"
 
 using namespace simhost;
 
 namespace {
 
-class Windows : public ::testing::Test {
+class Windows : public OnScreen {
 protected:
-    Windows() {
-        ResetSimulator();
-        SetScreenSize(1000, 800);
-        ActAsPlugin("/nowhere/plugins/test/64/lin.xpl");
-        TakenEvents();
-        TestWindow::notesDrawing = false;
-    }
-
     static Events Drawn() {
         TestWindow::notesDrawing = true;
         DrawFrame(false);
