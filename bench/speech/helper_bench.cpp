@@ -14,7 +14,7 @@
 #include "simhost/interface/plugins.h"
 #include "simhost/simulator.h"
 #include "speech/companion/helper_process.h"
-#include "tests/speech/text_dataref.h"
+#include "tests/text_dataref.h"
 #include "voice/link_words.h"
 
 PLUGIN_API int XPluginStart(char *outName, char *outSig, char *outDesc);

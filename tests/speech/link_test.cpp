@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/speech/text_dataref.h"
+#include "tests/text_dataref.h"
 
 namespace fennic_speech {
 namespace {

@@ -19,6 +19,7 @@
 #include "XPLMPlugin.h"
 #include "XPLMProcessing.h"
 #include "XPLMUtilities.h"
+#include "../../text_dataref.h"
 
 namespace {
 
@@ -29,26 +30,12 @@ XPLMCommandRef pushToTalk;
 int frames = 0;
 const int idAtLoad = XPLMGetMyID(); // calls of static initialisers are the plug-in's, too
 
-int ReadText(void *text, void *out, int offset, int most) {
-    const auto &value = *static_cast<std::string *>(text);
-    const int size = static_cast<int>(value.size()) + 1;
-    if (out == nullptr) return size;
-    const int count = std::min(most, size - offset);
-    if (count > 0) std::memcpy(out, value.c_str() + offset, static_cast<size_t>(count));
-    return std::max(count, 0);
-}
-
-void WriteText(void *text, void *in, int, int length) {
-    static_cast<std::string *>(text)->assign(static_cast<char *>(in),
-                                             strnlen(static_cast<char *>(in), static_cast<size_t>(length)));
-}
-
 // Under a German locale this is "0,5".
 int ReadHalf(void *, void *out, int offset, int most) {
     char text[16];
     std::snprintf(text, sizeof text, "%.1f", 0.5);
     std::string value = text;
-    return ReadText(&value, out, offset, most);
+    return ReadTextDataref(&value, out, offset, most);
 }
 
 int ReadSeven(void *) {
@@ -64,12 +51,6 @@ int ReadPair(void *, int *out, int offset, int most) {
 
 void WritePair(void *, int *in, int offset, int count) {
     for (int i = 0; i < count && offset + i < 2; ++i) pairOfInts[offset + i] = in[i];
-}
-
-XPLMDataRef MakeText(const char *name, XPLMGetDatab_f read, XPLMSetDatab_f write, void *text) {
-    return XPLMRegisterDataAccessor(name, xplmType_Data, write != nullptr, nullptr, nullptr, nullptr, nullptr,
-                                    nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, read, write, text,
-                                    text);
 }
 
 void Send(const std::string &message) {
@@ -272,10 +253,12 @@ ENTRY int XPluginStart(char *name, char *signature, char *description) {
     std::strcpy(signature, "fennic.test.probe");
     std::strcpy(description, "Answers and misbehaves");
     if (Number("probe/refuse_start") != 0 || idAtLoad != XPLMGetMyID()) return 0;
-    toSpeech = MakeText("kv/to_speech", ReadText, WriteText, &sent);
-    published = MakeText("kv/diagnost/log", ReadText, WriteText, &told);
-    fromSpeech = MakeText("kv/fr_speech", ReadText, WriteText, &heard);
-    half = MakeText("probe/half", ReadHalf, nullptr, nullptr);
+    toSpeech = PublishTextDataref("kv/to_speech", sent);
+    published = PublishTextDataref("kv/diagnost/log", told);
+    fromSpeech = PublishTextDataref("kv/fr_speech", heard);
+    half = XPLMRegisterDataAccessor("probe/half", xplmType_Data, 0, nullptr, nullptr, nullptr, nullptr,
+                                    nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, ReadHalf, nullptr,
+                                    nullptr, nullptr);
     readOnly = XPLMRegisterDataAccessor("probe/seven", xplmType_Int, 0, ReadSeven, nullptr, nullptr, nullptr,
                                         nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
                                         nullptr, nullptr, nullptr);
