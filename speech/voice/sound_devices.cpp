@@ -102,6 +102,13 @@ std::string Lower(std::string text) {
     return text;
 }
 
+// In a pilot's words where the library has its own.
+const char *TextOfError(PaError error) {
+    if (error == paDeviceUnavailable) return "it is in use by another program, or out of order";
+    if (error == paBadIODeviceCombination) return "it cannot be opened"; // the sound server does not answer
+    return Pa_GetErrorText(error);
+}
+
 PaDeviceIndex FindDevice(const std::string &name, bool isInput) {
     if (name.empty()) return isInput ? Pa_GetDefaultInputDevice() : Pa_GetDefaultOutputDevice();
     for (PaDeviceIndex i = 0; i < Pa_GetDeviceCount(); i++) {
@@ -219,7 +226,7 @@ bool Line::Open() {
             if (result == paDeviceUnavailable) break; // in use: no other rate helps
         }
     const PaHostErrorInfo &host = *Pa_GetLastHostErrorInfo();
-    Fail(std::string(device.name) + ": " + Pa_GetErrorText(result)
+    Fail(std::string(device.name) + ": " + TextOfError(result)
          + (result == paUnanticipatedHostError && host.errorText ? std::string(": ") + host.errorText : ""));
     return false;
 }
