@@ -202,9 +202,10 @@ PaError Line::OpenAs(PaDeviceIndex index, double deviceRate, int channels) {
 bool Line::Open() {
     const PaDeviceIndex index = FindDevice(wanted, isInput);
     if (index == paNoDevice) {
-        std::string reason = "there is none";
+        // Where another program has a device to itself, the library does not list it.
+        std::string reason = "there is none, or another program uses it";
         if (!wanted.empty()) {
-            reason += " named \"" + wanted + "\", but";
+            reason = "there is none named \"" + wanted + "\", but";
             for (const std::string &name : NamesOfOpened(isInput)) reason += " \"" + name + "\"";
             if (reason.back() == 't') reason += " none at all";
         }
