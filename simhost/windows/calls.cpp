@@ -213,8 +213,9 @@ void XPLMTakeKeyboardFocus(XPLMWindowID inWindow) {
     if (!inWindow || (window && window->isVisible)) GiveFocus(inWindow);
 }
 
+// The simulator's own, 0, has it when no plug-in's window does.
 int XPLMHasKeyboardFocus(XPLMWindowID inWindow) {
-    return inWindow && FocusedWindow() == inWindow ? 1 : 0;
+    return FocusedWindow() == inWindow ? 1 : 0;
 }
 
 void XPLMBringWindowToFront(XPLMWindowID inWindow) {
