@@ -67,6 +67,19 @@ XPLM_API int XPLMShareData(const char *inDataName, XPLMDataTypeID inDataType,
 XPLM_API int XPLMUnshareData(const char *inDataName, XPLMDataTypeID inDataType,
                              XPLMDataChanged_f inNotificationFunc, void *inNotificationRefcon);
 
+/* What XPLMGetDataRefInfo tells. structSize is the size that the caller compiled. */
+typedef struct {
+    int structSize;
+    const char *name;
+    XPLMDataTypeID type;
+    int writable;
+    XPLMPluginID owner;
+} XPLMDataRefInfo_t;
+
+XPLM_API int XPLMCountDataRefs(void);
+XPLM_API void XPLMGetDataRefsByIndex(int offset, int count, XPLMDataRef *outDataRefs);
+XPLM_API void XPLMGetDataRefInfo(XPLMDataRef inDataRef, XPLMDataRefInfo_t *outInfo);
+
 #ifdef __cplusplus
 }
 #endif

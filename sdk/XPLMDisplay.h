@@ -135,6 +135,25 @@ XPLM_API int XPLMIsWindowInFront(XPLMWindowID inWindow);
 XPLM_API int XPLMRegisterKeySniffer(XPLMKeySniffer_f inCallback, int inBeforeWindows, void *inRefcon);
 XPLM_API int XPLMUnregisterKeySniffer(XPLMKeySniffer_f inCallback, int inBeforeWindows, void *inRefcon);
 
+typedef void (*XPLMReceiveMonitorBoundsGlobal_f)(int inMonitorIndex, int inLeftBx, int inTopBx, int inRightBx,
+                                                 int inBottomBx, void *inRefcon);
+typedef void (*XPLMReceiveMonitorBoundsOS_f)(int inMonitorIndex, int inLeftPx, int inTopPx, int inRightPx,
+                                             int inBottomPx, void *inRefcon);
+typedef void (*XPLMHotKey_f)(void *inRefcon);
+typedef void *XPLMHotKeyID;
+
+XPLM_API void XPLMGetAllMonitorBoundsGlobal(XPLMReceiveMonitorBoundsGlobal_f inMonitorBoundsCallback,
+                                            void *inRefcon);
+XPLM_API void XPLMGetAllMonitorBoundsOS(XPLMReceiveMonitorBoundsOS_f inMonitorBoundsCallback, void *inRefcon);
+XPLM_API XPLMHotKeyID XPLMRegisterHotKey(char inVirtualKey, XPLMKeyFlags inFlags, const char *inDescription,
+                                         XPLMHotKey_f inCallback, void *inRefcon);
+XPLM_API void XPLMUnregisterHotKey(XPLMHotKeyID inHotKey);
+XPLM_API int XPLMCountHotKeys(void);
+XPLM_API XPLMHotKeyID XPLMGetNthHotKey(int inIndex);
+XPLM_API void XPLMGetHotKeyInfo(XPLMHotKeyID inHotKey, char *outVirtualKey, XPLMKeyFlags *outFlags,
+                                char *outDescription, XPLMPluginID *outPlugin);
+XPLM_API void XPLMSetHotKeyCombination(XPLMHotKeyID inHotKey, char inVirtualKey, XPLMKeyFlags inFlags);
+
 #ifdef __cplusplus
 }
 #endif

@@ -20,6 +20,26 @@ XPLM_API void XPLMUnregisterFlightLoopCallback(XPLMFlightLoop_f inFlightLoop, vo
 XPLM_API void XPLMSetFlightLoopCallbackInterval(XPLMFlightLoop_f inFlightLoop, float inInterval,
                                                 int inRelativeToNow, void *inRefcon);
 
+enum {
+    xplm_FlightLoop_Phase_BeforeFlightModel = 0,
+    xplm_FlightLoop_Phase_AfterFlightModel = 1,
+};
+typedef int XPLMFlightLoopPhaseType;
+typedef void *XPLMFlightLoopID;
+
+/* What XPLMCreateFlightLoop is given. structSize is the size that the caller compiled. */
+typedef struct {
+    int structSize;
+    XPLMFlightLoopPhaseType phase;
+    XPLMFlightLoop_f callbackFunc;
+    void *refcon;
+} XPLMCreateFlightLoop_t;
+
+/* A flight loop that is created is not called before it is scheduled. */
+XPLM_API XPLMFlightLoopID XPLMCreateFlightLoop(XPLMCreateFlightLoop_t *inParams);
+XPLM_API void XPLMDestroyFlightLoop(XPLMFlightLoopID inFlightLoopID);
+XPLM_API void XPLMScheduleFlightLoop(XPLMFlightLoopID inFlightLoopID, float inInterval, int inRelativeToNow);
+
 #ifdef __cplusplus
 }
 #endif

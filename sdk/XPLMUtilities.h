@@ -40,6 +40,20 @@ XPLM_API void XPLMRegisterCommandHandler(XPLMCommandRef inComand, XPLMCommandCal
 XPLM_API void XPLMUnregisterCommandHandler(XPLMCommandRef inComand, XPLMCommandCallback_f inHandler,
                                            int inBefore, void *inRefcon);
 
+enum {
+    xplm_DataFile_Situation = 1,
+    xplm_DataFile_ReplayMovie = 2,
+};
+typedef int XPLMDataFileType;
+
+XPLM_API int XPLMGetDirectoryContents(const char *inDirectoryPath, int inFirstReturn, char *outFileNames,
+                                      int inFileNameBufSize, char **outIndices, int inIndexCount,
+                                      int *outTotalFiles, int *outReturnedFiles);
+XPLM_API int XPLMLoadDataFile(XPLMDataFileType inFileType, const char *inFilePath);
+XPLM_API int XPLMSaveDataFile(XPLMDataFileType inFileType, const char *inFilePath);
+XPLM_API const char *XPLMGetVirtualKeyDescription(char inVirtualKey);
+XPLM_API void XPLMReloadScenery(void);
+
 #ifdef __cplusplus
 }
 #endif

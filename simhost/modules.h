@@ -1,6 +1,8 @@
 // What the modules of the simulator tell each other. Nothing outside this folder needs it.
 #pragma once
 
+#include <algorithm>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,11 +48,28 @@ const std::string &AircraftFile();   // bare name
 
 // A path in the form that the running plug-in gets.
 std::string PathForPlugin(const std::string &path);
+std::string PathFromPlugin(const std::string &given); // and back; a relative one is in the simulator's folder
 void ResetUtilities();
 
 // Copies text into an out-string of the C interface: cut to size - 1 bytes and ended by a zero; null:
 // nothing.
 void CopyText(const std::string &text, char *out, std::size_t size);
+
+// What a plug-in has put into a structure that begins with its size: fields past the size that the caller
+// compiled stay as they are in given.
+template <typename Structure> void CopyGiven(Structure &given, const Structure *from) {
+    if (!from || from->structSize < static_cast<int>(sizeof from->structSize)) return;
+    const auto size = static_cast<std::size_t>(from->structSize);
+    std::memcpy(&given, from, std::min(size, sizeof given));
+}
+
+// The same the other way: fills what the caller has room for, its size apart.
+template <typename Structure> void CopyOut(const Structure &made, Structure *out) {
+    constexpr std::size_t own = sizeof made.structSize;
+    if (!out || out->structSize <= static_cast<int>(own)) return;
+    const std::size_t size = std::min(static_cast<std::size_t>(out->structSize), sizeof made);
+    std::memcpy(reinterpret_cast<char *>(out) + own, reinterpret_cast<const char *>(&made) + own, size - own);
+}
 
 // "lin.xpl+0x1a2b", or the function's name when the library tells it: names a callback of a plug-in in a
 // way that a debugger can resolve.
@@ -74,6 +93,28 @@ double ElapsedSeconds();           // since the reset, pauses included
 void RunFlightLoops();
 void DropFlightLoops(XPLMPluginID plugin, LeftBehind &leftBehind);
 void ResetProcessing();
+
+// ---- camera.cpp ----
+
+void RunCamera(); // each frame: who controls it is asked for its place
+void DropCameraControl(XPLMPluginID plugin);
+void ResetCamera();
+
+// ---- scenery.cpp, instance.cpp ----
+
+void FinishLoadingObjects(); // each frame: those that are loaded behind the plug-in's back
+bool isLoadedObject(const void *object);
+void HoldObject(void *object); // once more than plug-ins do
+void LetGoOfObject(void *object);
+void DropScenery(XPLMPluginID plugin, LeftBehind &leftBehind);
+void DropInstances(XPLMPluginID plugin, LeftBehind &leftBehind);
+void ResetScenery();
+void ResetInstances();
+
+// ---- planes.cpp ----
+
+void DropPlanes(XPLMPluginID plugin);
+void ResetPlanes();
 
 // ---- display.cpp ----
 

@@ -65,6 +65,10 @@ void ResetSimulator() {
     ResetDatarefs();
     ResetWorld();
     ResetScreen();
+    ResetInstances();
+    ResetScenery();
+    ResetCamera();
+    ResetPlanes();
     flightSeconds = 0;
     publishedFlightSeconds = 0;
 }
@@ -78,7 +82,9 @@ void StepFrame(double seconds, bool withPixels) {
     UpdateLocalPosition();
     ContinueHeldCommands();
     ContinueMouse();
+    FinishLoadingObjects();
     RunFlightLoops();
+    RunCamera();
     DrawFrame(withPixels);
 }
 

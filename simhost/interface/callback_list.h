@@ -47,23 +47,39 @@ public:
     // The entry of a number, unless it is unregistered.
     Entry *At(std::size_t number) { return entries[number].callback ? &entries[number] : nullptr; }
 
-    // The first entry registered with these.
-    template <typename Callback, typename Matches>
-    Entry *Find(Callback callback, const void *refcon, Matches &&matches) {
+    // The first entry, still registered, that matches.
+    template <typename Matches> Entry *FindWhere(Matches &&matches) {
         for (Entry &entry : entries)
-            if (callback && entry.callback == callback && entry.refcon == refcon && matches(entry))
-                return &entry;
+            if (entry.callback && matches(entry)) return &entry;
         return nullptr;
     }
 
-    // Unregisters the first of them; false when there is none.
+    // The first entry registered with these.
     template <typename Callback, typename Matches>
-    bool Remove(Callback callback, const void *refcon, Matches &&matches) {
-        Entry *entry = Find(callback, refcon, matches);
+    Entry *Find(Callback callback, const void *refcon, Matches &&matches) {
+        return FindWhere([&](const Entry &entry) {
+            return entry.callback == callback && entry.refcon == refcon && matches(entry);
+        });
+    }
+
+    // Unregisters it; false when it is null.
+    bool Remove(Entry *entry) {
         if (!entry) return false;
         entry->callback = nullptr;
         Sweep();
         return true;
+    }
+
+    // Unregisters the first entry registered with these; false when there is none.
+    template <typename Callback, typename Matches>
+    bool Remove(Callback callback, const void *refcon, Matches &&matches) {
+        return Remove(Find(callback, refcon, matches));
+    }
+
+    // Shows all that are registered, in their order.
+    template <typename Visit> void ForEach(Visit &&visit) const {
+        for (const Entry &entry : entries)
+            if (entry.callback) visit(entry);
     }
 
     // Unregisters all of a plug-in and tells of each before.

@@ -35,6 +35,12 @@ Table &Datarefs() {
     return *table;
 }
 
+// All of them, in the order of their first mention.
+std::vector<Dataref *> &InOrder() {
+    static auto &list = *new std::vector<Dataref *>;
+    return list;
+}
+
 // What is needed to read and write one type: its bit, where it is stored, the owner's functions.
 template <typename Value> struct ScalarType {
     XPLMDataTypeID bit;
@@ -197,6 +203,7 @@ Dataref &RecordOf(const std::string &name) {
     Dataref &dataref = element->second;
     if (isNew) {
         dataref.name = element->first;
+        InOrder().push_back(&dataref);
         if (name == "kv/to_speech") dataref.channel = Channel::Speech;
         if (name == "kv/diagnost/log") dataref.channel = Channel::Log;
     }
@@ -278,6 +285,36 @@ int XPLMIsDataRefGood(XPLMDataRef inDataRef) {
 XPLMDataTypeID XPLMGetDataRefTypes(XPLMDataRef inDataRef) {
     const auto *dataref = static_cast<const Dataref *>(inDataRef);
     return dataref ? dataref->types : xplmType_Unknown;
+}
+
+int XPLMCountDataRefs(void) {
+    FindRecord(""); // so that there are those of the simulator
+    const auto isGood = [](const Dataref *dataref) { return dataref->isGood; };
+    return static_cast<int>(std::count_if(InOrder().begin(), InOrder().end(), isGood));
+}
+
+void XPLMGetDataRefsByIndex(int offset, int count, XPLMDataRef *outDataRefs) {
+    FindRecord("");
+    if (!outDataRefs || offset < 0 || count <= 0) return;
+    int number = 0;
+    for (Dataref *dataref : InOrder()) {
+        if (!dataref->isGood) continue;
+        if (number >= offset) *outDataRefs++ = dataref;
+        if (++number - offset >= count) return;
+    }
+}
+
+void XPLMGetDataRefInfo(XPLMDataRef inDataRef, XPLMDataRefInfo_t *outInfo) {
+    const auto *dataref = static_cast<const Dataref *>(inDataRef);
+    XPLMDataRefInfo_t info = {};
+    info.owner = XPLM_NO_PLUGIN_ID;
+    if (dataref) {
+        info.name = dataref->name.data(); // of a string, so a zero follows
+        info.type = dataref->types;
+        info.writable = dataref->isWritable ? 1 : 0;
+        if (dataref->isGood) info.owner = dataref->owner;
+    }
+    CopyOut(info, outInfo);
 }
 
 int XPLMGetDatai(XPLMDataRef inDataRef) {

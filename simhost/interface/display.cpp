@@ -113,3 +113,12 @@ void XPLMGetScreenBoundsGlobal(int *outLeft, int *outTop, int *outRight, int *ou
     SetPair(0, screenHeight, outLeft, outTop);
     SetPair(screenWidth, 0, outRight, outBottom);
 }
+
+// One monitor, whose boxels are its pixels.
+void XPLMGetAllMonitorBoundsGlobal(XPLMReceiveMonitorBoundsGlobal_f inMonitorBoundsCallback, void *inRefcon) {
+    if (inMonitorBoundsCallback) inMonitorBoundsCallback(0, 0, screenHeight, screenWidth, 0, inRefcon);
+}
+
+void XPLMGetAllMonitorBoundsOS(XPLMReceiveMonitorBoundsOS_f inMonitorBoundsCallback, void *inRefcon) {
+    if (inMonitorBoundsCallback) inMonitorBoundsCallback(0, 0, screenHeight, screenWidth, 0, inRefcon);
+}

@@ -93,6 +93,10 @@ LeftBehind DropRegistrations(XPLMPluginID id) {
     DropMenus(id, leftBehind);
     DropWidgets(id, leftBehind);
     DropWindows(id, leftBehind);
+    DropInstances(id, leftBehind);
+    DropScenery(id, leftBehind);
+    DropCameraControl(id);
+    DropPlanes(id);
     return leftBehind;
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 #include "simhost/interface/callback_list.h"
@@ -17,6 +18,8 @@ struct FlightLoop {
     XPLMFlightLoop_f callback = nullptr;
     void *refcon = nullptr;
     XPLMPluginID owner = XPLM_PLUGIN_XPLANE;
+    std::uintptr_t id = 0; // of one that was created; 0: it is known by callback and refcon
+    XPLMFlightLoopPhaseType phase = xplm_FlightLoop_Phase_BeforeFlightModel;
     double lastCallSeconds = 0; // of the registration until the first call
     long long lastCallFrame = 0;
     // Due when either is reached.
@@ -25,6 +28,7 @@ struct FlightLoop {
 };
 
 constinit CallbackList<FlightLoop> flightLoops;
+constinit std::uintptr_t lastFlightLoopId = 0; // ids are not used twice
 
 constinit double elapsedSeconds = 0; // since the reset; goes on while paused
 constinit double frameSeconds = 0;   // length of the current frame
@@ -43,26 +47,35 @@ void Schedule(FlightLoop &loop, float interval, double fromSeconds, long long fr
     }
 }
 
-bool isAny(const FlightLoop &) {
-    return true;
+// Due as the interval says, counted from now or from its last call.
+void Reschedule(FlightLoop &loop, float interval, bool isRelativeToNow) {
+    Schedule(loop, interval, isRelativeToNow ? elapsedSeconds : loop.lastCallSeconds,
+             isRelativeToNow ? frameNumber : loop.lastCallFrame);
 }
 
-} // namespace
-
-void AdvanceClock(double seconds) {
-    elapsedSeconds += seconds;
-    frameSeconds = seconds;
-    frameNumber++;
+FlightLoop NewFlightLoop(XPLMFlightLoop_f callback, void *refcon) {
+    FlightLoop loop;
+    loop.callback = callback;
+    loop.refcon = refcon;
+    loop.owner = currentRunning.plugin;
+    loop.lastCallSeconds = elapsedSeconds;
+    loop.lastCallFrame = frameNumber;
+    return loop;
 }
 
-double ElapsedSeconds() {
-    return elapsedSeconds;
+bool isRegistered(const FlightLoop &loop) {
+    return loop.id == 0;
 }
 
-void RunFlightLoops() {
-    CallbackList<FlightLoop>::Round(flightLoops).Run([](const FlightLoop &loop, std::size_t number) {
+FlightLoop *FindCreated(XPLMFlightLoopID id) {
+    const auto wanted = reinterpret_cast<std::uintptr_t>(id);
+    return flightLoops.FindWhere([&](const FlightLoop &loop) { return loop.id != 0 && loop.id == wanted; });
+}
+
+void RunPhase(CallbackList<FlightLoop>::Round &round, XPLMFlightLoopPhaseType phase) {
+    round.Run([&](const FlightLoop &loop, std::size_t number) {
         const bool isDue = elapsedSeconds >= loop.dueSeconds - TimeTolerance || frameNumber >= loop.dueFrame;
-        if (!isDue) return true;
+        if (loop.phase != phase || !isDue) return true;
         float interval = 0;
         {
             RunningScope scope(loop.owner, "flight loop");
@@ -78,12 +91,32 @@ void RunFlightLoops() {
     });
 }
 
+} // namespace
+
+void AdvanceClock(double seconds) {
+    elapsedSeconds += seconds;
+    frameSeconds = seconds;
+    frameNumber++;
+}
+
+double ElapsedSeconds() {
+    return elapsedSeconds;
+}
+
+// There is no flight model between the phases: what a flight sets stands before both.
+void RunFlightLoops() {
+    CallbackList<FlightLoop>::Round round(flightLoops);
+    RunPhase(round, xplm_FlightLoop_Phase_BeforeFlightModel);
+    RunPhase(round, xplm_FlightLoop_Phase_AfterFlightModel);
+}
+
 void DropFlightLoops(XPLMPluginID plugin, LeftBehind &leftBehind) {
     flightLoops.Drop(plugin, "flight loop", leftBehind);
 }
 
 void ResetProcessing() {
     flightLoops.Clear();
+    lastFlightLoopId = 0;
     elapsedSeconds = 0;
     frameSeconds = 0;
     frameNumber = 0;
@@ -106,27 +139,39 @@ void XPLMRegisterFlightLoopCallback(XPLMFlightLoop_f inFlightLoop, float inInter
         ReportMisuse("XPLMRegisterFlightLoopCallback without a callback");
         return;
     }
-    FlightLoop loop;
-    loop.callback = inFlightLoop;
-    loop.refcon = inRefcon;
-    loop.owner = currentRunning.plugin;
-    loop.lastCallSeconds = elapsedSeconds;
-    loop.lastCallFrame = frameNumber;
+    FlightLoop loop = NewFlightLoop(inFlightLoop, inRefcon);
     Schedule(loop, inInterval, elapsedSeconds, frameNumber);
     flightLoops.Add(loop);
 }
 
 void XPLMUnregisterFlightLoopCallback(XPLMFlightLoop_f inFlightLoop, void *inRefcon) {
-    flightLoops.Remove(inFlightLoop, inRefcon, isAny);
+    flightLoops.Remove(inFlightLoop, inRefcon, isRegistered);
 }
 
 void XPLMSetFlightLoopCallbackInterval(XPLMFlightLoop_f inFlightLoop, float inInterval, int inRelativeToNow,
                                        void *inRefcon) {
-    FlightLoop *loop = flightLoops.Find(inFlightLoop, inRefcon, isAny);
-    if (!loop) return;
-    if (inRelativeToNow) {
-        Schedule(*loop, inInterval, elapsedSeconds, frameNumber);
-    } else {
-        Schedule(*loop, inInterval, loop->lastCallSeconds, loop->lastCallFrame);
+    FlightLoop *loop = flightLoops.Find(inFlightLoop, inRefcon, isRegistered);
+    if (loop) Reschedule(*loop, inInterval, inRelativeToNow != 0);
+}
+
+XPLMFlightLoopID XPLMCreateFlightLoop(XPLMCreateFlightLoop_t *inParams) {
+    XPLMCreateFlightLoop_t given = {};
+    CopyGiven(given, inParams);
+    if (!given.callbackFunc) {
+        ReportMisuse("XPLMCreateFlightLoop without a callback");
+        return nullptr;
     }
+    FlightLoop loop = NewFlightLoop(given.callbackFunc, given.refcon);
+    loop.phase = given.phase == xplm_FlightLoop_Phase_AfterFlightModel ? given.phase : loop.phase;
+    loop.id = ++lastFlightLoopId;
+    flightLoops.Add(loop);
+    return reinterpret_cast<XPLMFlightLoopID>(loop.id);
+}
+
+void XPLMDestroyFlightLoop(XPLMFlightLoopID inFlightLoopID) {
+    flightLoops.Remove(FindCreated(inFlightLoopID));
+}
+
+void XPLMScheduleFlightLoop(XPLMFlightLoopID inFlightLoopID, float inInterval, int inRelativeToNow) {
+    if (FlightLoop *loop = FindCreated(inFlightLoopID)) Reschedule(*loop, inInterval, inRelativeToNow != 0);
 }

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 #include <deque>
+#include <filesystem>
 #include <set>
 #include <string_view>
 
@@ -14,6 +15,7 @@
 #include "simhost/number_text.h"
 #include "simhost/simulator.h"
 #include "simhost/system.h"
+#include "simhost/windows/keyboard.h"
 
 namespace simhost {
 
@@ -139,6 +141,17 @@ std::string PathForPlugin(const std::string &path) {
     return given;
 }
 
+std::string PathFromPlugin(const std::string &given) {
+    std::string path = given;
+    if (GivenSeparator() == ':' && !path.starts_with('/')) { // behind the volume's name
+        path.erase(0, std::min(path.find(':'), path.size()));
+        std::replace(path.begin(), path.end(), ':', '/');
+    } else if (GivenSeparator() == '\\') {
+        std::replace(path.begin(), path.end(), '\\', '/');
+    }
+    return std::filesystem::path(path).is_absolute() ? path : XplaneFolder() + path;
+}
+
 void WriteLog(const std::string &line) {
     FlushLog();
     AppendToLog(("simhost: " + line + "\n").c_str());
@@ -249,4 +262,47 @@ void XPLMSpeakString(const char *inString) {
     if (speech.size() >= KeptSpeech) speech.pop_front();
     speech.emplace_back(inString);
     ReportEvent({EventKind::SimulatorSpeech, inString, {}});
+}
+
+const char *XPLMGetVirtualKeyDescription(char inVirtualKey) {
+    return NameOfVirtualKey(static_cast<unsigned char>(inVirtualKey)).c_str();
+}
+
+int XPLMGetDirectoryContents(const char *inDirectoryPath, int inFirstReturn, char *outFileNames,
+                             int inFileNameBufSize, char **outIndices, int inIndexCount, int *outTotalFiles,
+                             int *outReturnedFiles) {
+    std::vector<std::string> names;
+    std::error_code failed;
+    std::filesystem::directory_iterator entry(PathFromPlugin(inDirectoryPath ? inDirectoryPath : ""), failed);
+    for (; !failed && entry != std::filesystem::directory_iterator(); entry.increment(failed))
+        names.push_back(entry->path().filename().string());
+    std::sort(names.begin(), names.end());
+
+    const auto room = static_cast<std::size_t>(outFileNames ? std::max(inFileNameBufSize, 0) : 0);
+    std::size_t used = 0, next = static_cast<std::size_t>(std::max(inFirstReturn, 0));
+    int returned = 0;
+    for (; next < names.size() && used + names[next].size() < room; next++, returned++) {
+        if (outIndices && returned >= inIndexCount) break;
+        char *const name = outFileNames + used;
+        CopyText(names[next], name, names[next].size() + 1);
+        if (outIndices) outIndices[returned] = name;
+        used += names[next].size() + 1;
+    }
+    if (outTotalFiles) *outTotalFiles = static_cast<int>(names.size());
+    if (outReturnedFiles) *outReturnedFiles = returned;
+    return next >= names.size() ? 1 : 0;
+}
+
+int XPLMLoadDataFile(XPLMDataFileType, const char *) {
+    ReportNotOffered(__func__);
+    return 0;
+}
+
+int XPLMSaveDataFile(XPLMDataFileType, const char *) {
+    ReportNotOffered(__func__);
+    return 0;
+}
+
+void XPLMReloadScenery(void) {
+    ReportNotOffered(__func__);
 }

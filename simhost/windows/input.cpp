@@ -284,7 +284,7 @@ bool TurnWheel(int x, int y, int clicks) {
 bool SendKey(char character, XPLMKeyFlags flags, char virtualKey) {
     CallbackList<KeySniffer>::Round round(keySniffers);
     return !AskSniffers(round, true, character, flags, virtualKey)
-           || GiveKeyToWindow(character, flags, virtualKey)
+           || GiveKeyToWindow(character, flags, virtualKey) || StrikeHotKeys(flags, virtualKey)
            || !AskSniffers(round, false, character, flags, virtualKey);
 }
 

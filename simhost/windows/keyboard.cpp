@@ -1,6 +1,8 @@
 // Which characters and virtual keys belong together, on a keyboard of the United States.
 #include "simhost/windows/keyboard.h"
 
+#include <map>
+
 #include "simhost/windows/windows.h"
 
 namespace simhost {
@@ -84,6 +86,21 @@ Key KeyOfVirtualKey(int virtualKey) {
     if (isBetween(virtualKey, XPLM_VK_0, XPLM_VK_9))
         key.character = static_cast<char>(virtualKey - XPLM_VK_0 + '0');
     return key;
+}
+
+const std::string &NameOfVirtualKey(int virtualKey) {
+    static std::map<int, std::string> names; // which plug-ins keep pointers to
+    if (names.empty()) {
+        const auto capital = [](char letter) { return static_cast<char>(letter - 'a' + 'A'); };
+        for (const NamedKey &named : NamedKeys) {
+            names[named.virtualKey] = named.name;
+            names[named.virtualKey][0] = capital(named.name[0]);
+        }
+        for (int key = XPLM_VK_0; key <= XPLM_VK_9; key++) names[key] = KeyOfVirtualKey(key).character;
+        for (int key = XPLM_VK_A; key <= XPLM_VK_Z; key++)
+            names[key] = capital(KeyOfVirtualKey(key).character);
+    }
+    return names[virtualKey];
 }
 
 bool StrikeKey(const Key &key, XPLMKeyFlags flags) {

@@ -1,6 +1,7 @@
 // The keys of the pilot's keyboard: what a character or a key's name is to plug-ins.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "XPLMDefs.h"
@@ -22,6 +23,9 @@ bool KeyNamed(std::string_view name, Key &key);
 
 // Of a virtual key, 1 to 255: with the character that it makes alone.
 Key KeyOfVirtualKey(int virtualKey);
+
+// What a virtual key, 0 to 255, is called: "A", "F8", "Return"; "" for one that is not known here.
+const std::string &NameOfVirtualKey(int virtualKey);
 
 // The key goes down and up. flags: shift, option and control; shift is added where the key takes it. False
 // when it reaches the simulator.

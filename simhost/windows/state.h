@@ -107,4 +107,11 @@ struct GrabbedEdges {
 };
 GrabbedEdges EdgesAt(const Window &window, int x, int y);
 
+// ---- hot_keys.cpp ----
+
+// A key that no window has taken, as SendKey has it: true when it is somebody's hot key, whom it calls.
+bool StrikeHotKeys(XPLMKeyFlags flags, char virtualKey);
+void DropHotKeys(XPLMPluginID plugin, LeftBehind &leftBehind);
+void ResetHotKeys();
+
 } // namespace simhost

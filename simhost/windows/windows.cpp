@@ -177,6 +177,7 @@ std::vector<WindowView> WindowsFrontToBack() {
 
 void DropWindows(XPLMPluginID plugin, LeftBehind &leftBehind) {
     DropKeySniffers(plugin, leftBehind);
+    DropHotKeys(plugin, leftBehind);
     for (XPLMWindowID id : IdsFrontToBack()) {
         const Window &window = *FindWindow(id);
         if (window.owner != plugin) continue;
@@ -188,6 +189,7 @@ void DropWindows(XPLMPluginID plugin, LeftBehind &leftBehind) {
 void ResetWindows() {
     Windows().clear();
     ResetInput();
+    ResetHotKeys();
     isVrOn = false;
 }
 

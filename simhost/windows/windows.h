@@ -49,7 +49,7 @@ void PointInHeadset(XPLMWindowID window);
 XPLMCursorStatus MouseCursor();
 
 // A key goes down (flags with xplm_DownFlag) or up: key sniffers before windows, the window with the focus,
-// key sniffers behind. False when it reaches the simulator.
+// hot keys, key sniffers behind. False when it reaches the simulator.
 bool SendKey(char character, XPLMKeyFlags flags, char virtualKey);
 
 // ---- For the simulator's other modules ----

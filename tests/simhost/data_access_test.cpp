@@ -1,8 +1,11 @@
 // Datarefs as a plug-in meets them: types without conversion, clipped arrays, orphans, accessors.
 #include "XPLMDataAccess.h"
 
+#include <algorithm>
 #include <climits>
+#include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "simhost/events.h"
@@ -105,6 +108,21 @@ TEST_F(DataAccess, AnOrphanRevivesUnderTheSameHandle) {
     EXPECT_EQ(XPLMGetDatai(handle) + owned.calls, 0);
     EXPECT_EQ(Register("t/orphan", 1, other), handle);
     EXPECT_EQ(XPLMGetDatai(handle), 6);
+
+    // The list has what is good, and tells of it what the caller has room for.
+    std::vector<XPLMDataRef> all(static_cast<std::size_t>(XPLMCountDataRefs()) + 1);
+    XPLMGetDataRefsByIndex(0, static_cast<int>(all.size()), all.data());
+    EXPECT_EQ(all[all.size() - 1], nullptr);
+    EXPECT_EQ(std::count(all.begin(), all.end(), handle), 1);
+    XPLMDataRefInfo_t info = {};
+    info.structSize = offsetof(XPLMDataRefInfo_t, writable);
+    info.writable = 7;
+    XPLMGetDataRefInfo(handle, &info);
+    EXPECT_STREQ(info.name, "t/orphan");
+    EXPECT_EQ(info.type, xplmType_Int);
+    EXPECT_EQ(info.writable, 7);
+    XPLMUnregisterDataAccessor(handle);
+    EXPECT_EQ(XPLMCountDataRefs(), static_cast<int>(all.size()) - 2);
 
     // Nobody unregisters what is the simulator's.
     const XPLMDataRef time = XPLMFindDataRef("sim/time/total_flight_time_sec");

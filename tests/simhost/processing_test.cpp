@@ -121,6 +121,32 @@ TEST_F(Processing, LoopsGoOnWhilePausedButTheFlightTimeStands) {
     EXPECT_NEAR(FlightTimeSeconds(), 86401, 1e-6) << "a float alone would lose frames this short";
 }
 
+TEST_F(Processing, CreatedLoopsWaitForTheirScheduleAndRunByPhase) {
+    Loop a{"a"}, late{"late"}, early{"early"};
+    const auto create = [](Loop &loop, XPLMFlightLoopPhaseType phase) {
+        XPLMCreateFlightLoop_t given = {sizeof given, phase, Call, &loop};
+        return XPLMCreateFlightLoop(&given);
+    };
+    const XPLMFlightLoopID after = create(late, xplm_FlightLoop_Phase_AfterFlightModel);
+    const XPLMFlightLoopID before = create(early, xplm_FlightLoop_Phase_BeforeFlightModel);
+    XPLMRegisterFlightLoopCallback(Call, -1, &a);
+    XPLMSetFlightLoopCallbackInterval(Call, -1, 1, &late); // not theirs
+    XPLMUnregisterFlightLoopCallback(Call, &late);
+    CallsIn(1, 0.02);
+    EXPECT_EQ(calls, (std::vector<std::string>{"a"}));
+    XPLMScheduleFlightLoop(after, -1, 1);
+    XPLMScheduleFlightLoop(before, -1, 1);
+    late.act = [&] {
+        XPLMDestroyFlightLoop(before);
+        XPLMDestroyFlightLoop(after);
+        return -1.0f;
+    };
+    CallsIn(1, 0.02);
+    EXPECT_EQ(calls, (std::vector<std::string>{"early", "a", "late"}));
+    XPLMScheduleFlightLoop(after, -1, 1);
+    EXPECT_EQ(CallsIn(3, 0.02), 3) << "destroyed";
+}
+
 struct Painter {
     const char *name;
     int answer = 1;

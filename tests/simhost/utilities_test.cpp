@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -45,6 +46,29 @@ TEST_F(Utilities, PathsEndWithTheSeparatorAndFitTheirBuffers) {
     EXPECT_STREQ(full, "/a/b");
     EXPECT_STREQ(XPLMExtractFileAndPath(bare), "c.txt");
     EXPECT_EQ(XPLMExtractFileAndPath(nullptr), nullptr);
+}
+
+TEST_F(Utilities, EveryCallThatTheHeadersDeclareIsThere) {
+    std::istringstream names(INTERFACE_NAMES);
+    int count = 0;
+    for (std::string name; std::getline(names, name, ','); count++)
+        EXPECT_NE(XPLMFindSymbol(name.c_str()), nullptr) << name;
+    EXPECT_GT(count, 200);
+}
+
+TEST_F(Utilities, FoldersAreListedAsFarAsThereIsRoom) {
+    const std::filesystem::path folder = std::filesystem::path(::testing::TempDir()) / "fennic-listed";
+    std::filesystem::create_directories(folder / "b");
+    std::ofstream(folder / "a.txt") << "";
+    char names[8];
+    char *places[4];
+    int total = 0, returned = 0;
+    const std::string path = folder.string();
+    EXPECT_EQ(XPLMGetDirectoryContents(path.c_str(), 0, names, 7, places, 4, &total, &returned), 0);
+    EXPECT_EQ(std::pair(total, returned), std::pair(2, 1));
+    EXPECT_EQ(XPLMGetDirectoryContents(path.c_str(), 0, names, 8, places, 4, &total, &returned), 1);
+    EXPECT_STREQ(places[1], "b");
+    std::filesystem::remove_all(folder);
 }
 
 TEST_F(Utilities, LogLinesMayComeInPieces) {

@@ -88,7 +88,7 @@ TEST_F(Windows, HandlesThatHaveGoneMeanNothing) {
         XPLMBringWindowToFront(id);
         XPLMDestroyWindow(id);
         EXPECT_EQ(XPLMGetWindowIsVisible(id) + XPLMWindowIsPoppedOut(id) + XPLMWindowIsInVR(id)
-                      + XPLMHasKeyboardFocus(id) + XPLMIsWindowInFront(id),
+                      + (id && XPLMHasKeyboardFocus(id)) + XPLMIsWindowInFront(id),
                   0);
         EXPECT_EQ(XPLMGetWindowRefCon(id), nullptr);
     }
