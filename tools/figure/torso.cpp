@@ -174,15 +174,23 @@ void AddCollar(Surfaces &surfaces, const Body &body, const Solid &around) {
         outwards);
     Shade(collar.grid, around, 0.02);
     surfaces.push_back(collar);
+    // What one sees of its inside, beside the neck.
+    collar.grid = Sheet(
+        19, 2,
+        [&](double u, double v) {
+            return OnCollar(body, u * 2 - 1, Mix(0.001, -0.0042, v), Mix(-0.016, 0.0055, v));
+        },
+        [&](Vec p) { return outwards(p) * -1; });
+    surfaces.push_back(collar);
+    // Its halves meet behind.
     collar.chart = "collar";
-    collar.width = 340;
+    collar.width = 170;
     collar.height = 80;
     collar.grid = Sheet(
-        33, 6,
-        [&](double u, double v) {
-            const double turn = u * 2 - 1, side = std::abs(turn);
+        17, 6,
+        [&](double side, double v) {
             // Its front edges part below the knot, and the corners are its points.
-            const double around = (turn < 0 ? -1 : 1) * Mix(0.035 + 0.14 * v, 1, side);
+            const double around = Mix(0.022 + 0.15 * v, 1, side);
             const double drop = Mix(0.070, 0.033, SmoothStep(0, 0.30, side));
             const double roll = std::min(1.0, v * 6);
             Vec p =
@@ -200,6 +208,7 @@ void AddCollar(Surfaces &surfaces, const Body &body, const Solid &around) {
         outwards);
     Shade(collar.grid, around, 0.02);
     surfaces.push_back(collar);
+    surfaces.push_back(Mirror(collar));
 }
 
 Texel PaintTie(const SkinPoint &point) {
@@ -216,7 +225,7 @@ Texel PaintTie(const SkinPoint &point) {
 void AddTie(Surfaces &surfaces, const Body &body, const Solid &around) {
     const Vec nape = body.At(Neck).pivot;
     const double forward = 0.0565 * body.measures.neck - 0.0565; // of her neck
-    const Vec top = nape + Vec{0, 0.002, -0.0685 - forward},
+    const Vec top = nape + Vec{0, 0.004, -0.0685 - forward},
               bottom = nape + Vec{0, -0.026, -0.0775 - forward};
     Surface knot;
     knot.joint = BodyTop;
