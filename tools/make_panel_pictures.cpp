@@ -1,7 +1,7 @@
 // Makes the pictures of the position creator under data/png/: body, hand_l, hand_r, btn_8px, fbo, and one of
 // each preset. The joints are where the panel has its buttons. Shapes are signed distances in boxels,
-// negative inside, which gives smooth edges and lets limbs grow into each other; those of the presets are in
-// metres, and looked at along rays. At the root:
+// negative inside, which gives smooth edges and lets limbs grow into each other; the presets are the figure's
+// own hand, looked at along rays. At the root:
 //
 //     cmake --preset release && ninja -C build/release make_panel_pictures
 //     build/release/tools/make_panel_pictures data/png/
@@ -13,6 +13,7 @@
 
 #include "figure/position_creator_places.h"
 #include "lodepng.h"
+#include "tools/figure/parts.h"
 #include "tools/figure/poses.h"
 
 namespace {
@@ -211,55 +212,25 @@ using rig::Vec;
 const int PresetSide = 28; // boxels
 const Colour Light = {226, 196, 172};
 
-// The right hand of a preset, in the hand's own axes: -z along it, y out of its back.
+// Her right hand in the shape of a preset, in the hand's own axes: -z along it, y out of its back.
 struct HandModel {
-    struct Bone {
-        Vec a, b;
-        double radiusA, radiusB;
-    };
-    std::vector<Bone> fingers, palm;
+    const rig::Body &body = rig::Woman();
+    rig::Frames frames = {};
 
     explicit HandModel(const figure_maker::HandShape &shape) {
         rig::Pose pose{};
         figure_maker::SetHandShape(pose, shape.name, true);
-        const rig::Body &body = rig::Woman();
-        const rig::Frames frames = rig::CarriedFrames(body, pose);
-        const rig::Frame hand = rig::HandFrame(body, true);
-        const auto place = [&](int channel, Vec atRest) {
-            return rig::ToLocal(hand, rig::ToWorld(frames[static_cast<size_t>(channel)], atRest));
-        };
-        const Vec wrist = {0, -0.004, 0.012};
-        for (int finger = 0; finger < 5; finger++) {
-            const int first = rig::RightFingers + 3 * finger;
-            const double thick = finger == 0 ? 0.0115 : finger == 4 ? 0.0080 : 0.0095;
-            for (int i = 0; i < 3; i++)
-                fingers.push_back({place(first + i, body.At(first + i).pivot),
-                                   place(first + i, body.At(first + i).end), thick * (1 - 0.08 * i),
-                                   thick * (0.92 - 0.08 * i)});
-            const Vec knuckle = place(first, body.At(first).pivot);
-            palm.push_back({knuckle, {knuckle.x * 0.6, wrist.y, 0.0}, finger == 0 ? 0.014 : 0.0125, 0.016});
-        }
-        palm.push_back({wrist, {0, -0.006, 0.09}, 0.021, 0.024});
-    }
-
-    static double Distance(Vec p, const Bone &bone) {
-        const Vec along = bone.b - bone.a;
-        const double t = std::clamp(rig::Dot(p - bone.a, along) / rig::Dot(along, along), 0.0, 1.0);
-        return rig::Length(p - bone.a - along * t) - (bone.radiusA + t * (bone.radiusB - bone.radiusA));
+        frames = rig::CarriedFrames(body, pose);
     }
 
     double Distance(Vec p) const {
-        double hand = 1, tips = 1;
-        for (const Bone &bone : palm) hand = Joined(hand, Distance(p, bone), 0.012);
-        for (const Bone &bone : fingers) tips = std::min(tips, Distance(p, bone));
-        return Joined(hand, tips, 0.006);
+        const double wrist = figure_maker::RoundCone(p, {0, -0.004, 0.012}, {0, -0.006, 0.09}, 0.021, 0.024);
+        const Vec place = rig::ToWorld(rig::HandFrame(body, true), p);
+        return figure_maker::Join(figure_maker::HandSolid(body, frames, place), wrist, 0.02);
     }
 
     Vec Normal(Vec p) const {
-        const double e = 0.0004;
-        return rig::Unit({Distance(p + Vec{e, 0, 0}) - Distance(p - Vec{e, 0, 0}),
-                          Distance(p + Vec{0, e, 0}) - Distance(p - Vec{0, e, 0}),
-                          Distance(p + Vec{0, 0, e}) - Distance(p - Vec{0, 0, e})});
+        return figure_maker::OutOf([this](Vec q) { return Distance(q); }, p);
     }
 };
 

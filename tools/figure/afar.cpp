@@ -47,6 +47,39 @@ void AddFromAfar(Surfaces &surfaces, const Body &body) {
         Plain("shirt", BodyTop,
               LimbSkin([&](Vec p) { return TorsoSolid(body, p); }, {{seat, {0, chest.y, chest.z}}, 0},
                        {0, 0, 1}, 11, {0, 0.25, 0.5, 0.75, 1, 1.35, 1.7, 2})));
+    // What one knows a pilot by lies on it.
+    const Vec nape = body.At(Neck).pivot;
+    const auto onChest = [&](double across, double up, double lift) {
+        const Vec skin =
+            Leave([&](Vec p) { return TorsoSolid(body, p); }, {across, up, 0.15}, {0, 0, -1}, 0.3);
+        return skin + Vec{0, 0, -lift};
+    };
+    surfaces.push_back(Plain("tie", BodyTop,
+                             Sheet(
+                                 2, 4,
+                                 [&](double u, double v) {
+                                     const double half = Mix(0.040, 0.013, v);
+                                     return onChest((u * 2 - 1) * half, Mix(seat.y + 0.03, nape.y - 0.01, v),
+                                                    0.014);
+                                 },
+                                 [](Vec) {
+                                     return Vec{0, 0, -1};
+                                 })));
+    const Surface epaulette = Plain(
+        "epaulette", BodyTop,
+        Sheet(
+            2, 2,
+            [&](double u, double v) {
+                const Vec from = {Mix(chest.x + 0.012, 0.085, v), chest.y - 0.03, chest.z + (u - 0.5) * 0.05};
+                return Leave([&](Vec p) { return std::min(TorsoSolid(body, p), ArmSolid(body, p)); }, from,
+                             {0, 1, 0}, 0.2)
+                       + Vec{0, 0.012, 0};
+            },
+            [](Vec) {
+                return Vec{0, 1, 0};
+            }));
+    surfaces.push_back(epaulette);
+    surfaces.push_back(Mirror(epaulette));
     surfaces.push_back(Plain(
         "hips", WholeFigure,
         BallSkin([&](Vec p) { return HipsSolid(body, p); }, {{0, body.At(RightLeg).pivot.y, 0.080}}, 9, 6)));

@@ -190,6 +190,19 @@ void AddFinger(Surfaces &surfaces, const Body &body, int finger, Surface skin, c
 
 } // namespace
 
+double HandSolid(const Body &body, const Frames &frames, Vec p) {
+    double fingers = 1;
+    for (int finger = 0; finger < 5; finger++) {
+        double bones = 1;
+        for (int segment = 0; segment < 3; segment++) {
+            const Frame &frame = frames[static_cast<size_t>(RightFingers + finger * 3 + segment)];
+            bones = Join(bones, SegmentSolid(body, finger, segment, ToLocal(frame, p)), 0.0025);
+        }
+        fingers = std::min(fingers, bones);
+    }
+    return Join(PalmSolid(body, p), fingers, 0.008);
+}
+
 void AddHands(Surfaces &surfaces, const Body &body) {
     const size_t first = surfaces.size();
     for (const Tone *tone : {&LightTone(), &DarkTone()}) {

@@ -35,6 +35,9 @@ double NeckSolid(const Body &body, Vec p);
 double HipsSolid(const Body &body, Vec p);
 double ArmSolid(const Body &body, Vec p);      // the right sleeve
 double TrousersSolid(const Body &body, Vec p); // the right leg of the trousers
+// The right hand in a pose, from the frames that its joints carry (rig::CarriedFrames). The palm's frame must
+// be the one at rest.
+double HandSolid(const Body &body, const Frames &frames, Vec p);
 
 // A place about the head's centre: millimetres of her head to the right, up, and forward.
 inline Vec OnHead(const Body &body, double right, double up, double forward) {
