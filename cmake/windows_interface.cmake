@@ -7,7 +7,9 @@ file(GLOB core_headers ${CMAKE_SOURCE_DIR}/sdk/XPLM*.h)
 file(GLOB widget_headers ${CMAKE_SOURCE_DIR}/sdk/XP*.h)
 list(REMOVE_ITEM widget_headers ${core_headers})
 
-target_compile_definitions(simulator_interface INTERFACE UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+foreach(definition UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+    add_compile_definitions($<$<COMPILE_LANGUAGE:CXX>:${definition}>) # of all, which share precompiled headers
+endforeach()
 add_library(interface_libraries INTERFACE)
 foreach(library XPLM_64 XPWidgets_64)
     if(library STREQUAL "XPLM_64")
