@@ -1,12 +1,11 @@
 # What a Mac's simulator will find in a library that was made for it on Linux: code for both families of
 # processors, the five entry points and nothing else; wanted are the simulator's interface, and what the named
 # libraries of macOS 11 have; the signature is whole; nothing tells where it was made.
-#   cmake -DLIBRARY=<mac.xpl> -DSOURCE=<checkout> -P mac_library.cmake
+#   cmake -DLIBRARY=<mac.xpl> -DNEEDED=<libraries of the system> -DSOURCE=<checkout> -P mac_library.cmake
 cmake_minimum_required(VERSION 3.25)
 include(${SOURCE}/cmake/interface_names.cmake)
 include(${CMAKE_CURRENT_LIST_DIR}/library_checks.cmake)
 
-set(system_libraries ApplicationServices CoreFoundation OpenGL libSystem)
 foreach(tool nm objdump lipo)
     find_program(${tool} NAMES llvm-${tool}-14 llvm-${tool} REQUIRED)
 endforeach()
@@ -70,7 +69,7 @@ foreach(family IN LISTS families)
     foreach(symbol IN LISTS wanted)
         if(symbol MATCHES "external _(XP[A-Za-z0-9]+) \\(dynamically looked up\\)" AND CMAKE_MATCH_1 IN_LIST interface)
             math(EXPR calls "${calls} + 1")
-        elseif(NOT (symbol MATCHES "\\(from ([A-Za-z]+)\\)" AND CMAKE_MATCH_1 IN_LIST system_libraries)
+        elseif(NOT (symbol MATCHES "\\(from ([A-Za-z]+)\\)" AND CMAKE_MATCH_1 IN_LIST NEEDED)
                AND NOT symbol MATCHES ":$|^$")
             message(SEND_ERROR "${family}: wanted, but offered neither by the simulator nor by the system: ${symbol}")
         endif()
@@ -85,7 +84,7 @@ foreach(family IN LISTS families)
     list(FILTER needed INCLUDE REGEX "compatibility version")
     list(TRANSFORM needed REPLACE "^[ \t]*(.*/)?([A-Za-z]+)[^/]* \\(compatibility.*" "\\2")
     list(REMOVE_ITEM needed mac)
-    expect("${family}: needed" "${needed}" "${system_libraries}")
+    expect("${family}: needed" "${needed}" "${NEEDED}")
 
     output_lines(load_commands ${objdump} --macho --private-headers ${thin})
     if(NOT load_commands MATCHES "platform macos; *sdk [0-9.]+; *minos 11\\.0;")
