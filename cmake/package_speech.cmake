@@ -1,5 +1,5 @@
 # Makes the zip file of the staged speech side: the folder fennic_speech, to be unzipped in the simulator's
-# Resources/plugins/.
+# Resources/plugins/. Of a Mac it may be the plug-in alone, without the program.
 #   cmake -DSOURCE=<checkout> -DSTAGED=<staged fennic_speech> -DENGINES=<sources of the engines> -DOUT=<folder>
 #         -P package_speech.cmake
 cmake_minimum_required(VERSION 3.25)
@@ -37,10 +37,16 @@ else()
     set(RUNS_ON "a Linux with glibc 2.31 or newer (Ubuntu 20.04, Debian 11, Fedora 32, RHEL 9 and later ones)")
     set(program 64/fennic-voice)
 endif()
-set(PROGRAM ${program})
-configure_file(${SOURCE}/cmake/package_speech_readme.txt.in ${speech}/readme.txt @ONLY)
 file(COPY_FILE ${SOURCE}/VERSION ${speech}/version.txt)
 file(COPY_FILE ${SOURCE}/LICENSE ${speech}/licences/fennic.txt)
+set(zip_file ${OUT}/Fennic-speech-${VERSION}-${system}.zip)
+if(system STREQUAL "macos" AND NOT EXISTS ${speech}/${program}) # made elsewhere
+    configure_file(${SOURCE}/cmake/package_companion_readme.txt.in ${speech}/readme.txt @ONLY)
+    make_package(${zip_file} ${root} fennic_speech)
+    return()
+endif()
+set(PROGRAM ${program})
+configure_file(${SOURCE}/cmake/package_speech_readme.txt.in ${speech}/readme.txt @ONLY)
 file(COPY_FILE ${ENGINES}/pocketsphinx/LICENSE ${speech}/licences/pocketsphinx.txt)
 file(COPY_FILE ${ENGINES}/sphinxbase/LICENSE ${speech}/licences/sphinxbase.txt)
 file(COPY_FILE ${ENGINES}/pocketsphinx/model/en-us/en-us/README ${speech}/licences/model.txt)
@@ -48,5 +54,4 @@ file(COPY_FILE ${ENGINES}/speexdsp/COPYING ${speech}/licences/speexdsp.txt)
 file(COPY_FILE ${ENGINES}/flite/COPYING ${speech}/licences/flite_and_its_voices.txt)
 file(COPY_FILE ${ENGINES}/flite/ACKNOWLEDGEMENTS ${speech}/licences/flite_acknowledgements.txt)
 file(COPY_FILE ${ENGINES}/portaudio/LICENSE.txt ${speech}/licences/portaudio.txt)
-make_package(${OUT}/Fennic-speech-${VERSION}-${system}.zip ${root} fennic_speech
-             EXECUTABLES fennic_speech/${program})
+make_package(${zip_file} ${root} fennic_speech EXECUTABLES fennic_speech/${program})
