@@ -1,5 +1,6 @@
 // The overlay is a column of lines that grows upwards from its place on the screen. What is drawn and what
-// can be clicked are the same lines, collected in the same pass.
+// can be clicked are the same lines, laid out in the same pass, and again only when what they show has
+// changed.
 #include "frame/overlay.h"
 
 #include <algorithm>
@@ -16,6 +17,7 @@
 #include "util/clock.h"
 #include "util/find_dataref.h"
 #include "util/make_fresh.h"
+#include "util/refilled_list.h"
 #include "util/screen.h"
 #include "util/text.h"
 #include "voice/executer.h"
@@ -43,11 +45,37 @@ const Colour ItemColour = {0.85F, 0.85F, 0.85F};
 const Colour CalledColour = {1.00F, 0.80F, 0.35F};
 const Colour HintColour = {0.60F, 0.60F, 0.60F};
 
+struct ListLine {
+    std::string text;
+    int x = 0, y = 0;
+    Colour colour = {};
+    bool isPulsing = false; // then its colour is the pulsing one
+};
+
+struct ShownGroup {
+    std::string name;
+    size_t size = 0;
+    std::vector<std::string> texts; // while it is unfolded
+};
+
+// What the lines were laid out from.
+struct ListContents {
+    bool isKnown = false;
+    std::vector<std::string> said, answers; // of the said ones those in the list
+    std::vector<ShownGroup> groups;
+    bool isAnyInputGood = false;
+    int answerIndex = -1;
+    std::string unfoldedTitle, called;
+    int left = 0, bottom = 0, screenTop = 0, characterWidth = 0;
+};
+
 struct OverlayState {
     int listHeight = 0, listWidth = 0; // of the last frame
-    int widestLine = 0;                // of this frame so far, from the list's place
-    int characterWidth = 0;            // of the simulator's font, in which all characters are equally wide
+    RefilledList<ListLine> lines;
+    int height = 0, widestLine = 0; // of the lines, from the list's place
+    int characterWidth = 0;         // of the simulator's font, in which all characters are equally wide
     int screenTop = 0;
+    ListContents shown;
     XPLMDataRef sinWave = nullptr; // "sim/graphics/animation/sin_wave_2", -1 to 1
 };
 OverlayState state;
@@ -60,48 +88,51 @@ Colour PulsingColour() {
 }
 
 // Lines above the screen are not worth a call.
-void DrawText(const char *text, int x, int y, const Colour &colour) {
+void AddLine(const std::string &text, int x, int y, const Colour &colour, bool isPulsing = false) {
     if (y > state.screenTop) return;
-    const int length = static_cast<int>(CountCharacters({text, strnlen(text, LongestLine)}));
+    const int length = static_cast<int>(CountCharacters({text.c_str(), strnlen(text.c_str(), LongestLine)}));
     state.widestLine = std::max(state.widestLine, x - widgetOffsetX + length * state.characterWidth);
-    float rgb[] = {colour.red, colour.green, colour.blue};
-    XPLMDrawString(rgb, x, y, const_cast<char *>(text), nullptr, xplmFont_Basic);
+    ListLine &line = state.lines.Add();
+    line.text = text;
+    line.x = x;
+    line.y = y;
+    line.colour = colour;
+    line.isPulsing = isPulsing;
 }
 
-void DrawHeading(const char *text, int y) {
-    DrawText(text, widgetOffsetX + HeadingIndent, y, HeadingColour);
+void AddHeading(const std::string &text, int y) {
+    AddLine(text, widgetOffsetX + HeadingIndent, y, HeadingColour);
 }
 
-// Each of the following draws its lines from y upwards and returns where the next one begins.
+// Each of the following lays its lines out from y upwards and returns where the next one begins.
 
 // The newest stands highest.
-int DrawSpokenTexts(int y) {
+int LayOutSpokenTexts(int y) {
     for (size_t age = SpokenLines; age-- > 0; y += LineHeight)
-        if (age < fennicsay.size()) DrawText(fennicsay[age].c_str(), widgetOffsetX, y, SpokenColour);
-    DrawHeading("FENNIC ANNOUNCES:", y);
+        if (age < fennicsay.size()) AddLine(fennicsay[age], widgetOffsetX, y, SpokenColour);
+    AddHeading("FENNIC ANNOUNCES:", y);
     return y + LineHeight;
 }
 
-int DrawAnswers(int y) {
-    CarryOutSelection();
+int LayOutAnswers(int y) {
     for (size_t i = 0; i < answers.size(); i++) {
         const bool isHighlighted = static_cast<int>(i) == selectCommandAnswerIndex;
-        DrawText(answers[i].c_str(), widgetOffsetX, y, isHighlighted ? PulsingColour() : AnswerColour);
+        AddLine(answers[i], widgetOffsetX, y, AnswerColour, isHighlighted);
         AddToSelVector(answers[i], y, false, false);
         y += LineHeight;
     }
     if (answers.empty()) {
         static const std::string any = "any";
-        DrawText("...", widgetOffsetX, y, HintColour);
-        if (isAnyInputGood) DrawText(any.c_str(), widgetOffsetX + BoxMargin * 3, y, AnswerColour);
+        AddLine("...", widgetOffsetX, y, HintColour);
+        if (isAnyInputGood) AddLine(any, widgetOffsetX + BoxMargin * 3, y, AnswerColour);
         AddToSelVector(any, y, false, !isAnyInputGood);
         y += LineHeight;
     }
-    DrawHeading("EXPECTED ANSWERS:", y);
+    AddHeading("EXPECTED ANSWERS:", y);
     return y + LineHeight;
 }
 
-int DrawGroup(const input_struct &group, int y) {
+int LayOutGroup(const input_struct &group, int y) {
     static std::string title; // kept for its memory
     const std::string *word = HighlightedWord();
     const bool holdsWord =
@@ -109,16 +140,78 @@ int DrawGroup(const input_struct &group, int y) {
     if (unfoldedTitle == group.name || holdsWord) {
         for (size_t i = group.texts.size(); i-- > 0; y += LineHeight) { // the first stands highest
             const std::string &item = group.texts[i];
-            const bool isHighlighted = word && item == *word;
             const Colour &colour = item == LastCalledChklProcName ? CalledColour : ItemColour;
-            DrawText(item.c_str(), widgetOffsetX, y, isHighlighted ? PulsingColour() : colour);
+            AddLine(item, widgetOffsetX, y, colour, word && item == *word);
             AddToSelVector(item, y, false, false);
         }
     }
     title.assign(group.name).append(" (").append(std::to_string(group.texts.size())).append(")");
-    DrawHeading(title.c_str(), y);
+    AddHeading(title, y);
     AddToSelVector(group.name, y, true, false);
     return y + LineHeight;
+}
+
+void LayOutList() {
+    vectorSelect.Clear();
+    state.lines.Clear();
+    state.widestLine = 0;
+    AddLine("(MOVABLE)", widgetOffsetX + HeadingIndent, widgetOffsetY, HintColour);
+    int y = LayOutSpokenTexts(widgetOffsetY + LineHeight);
+    y = LayOutAnswers(y);
+    for (const input_struct &group : inputs) y = LayOutGroup(group, y);
+    state.height = y - widgetOffsetY;
+}
+
+size_t CountSaid() {
+    return std::min(fennicsay.size(), SpokenLines);
+}
+
+bool isShown(const ShownGroup &shown, const input_struct &group) {
+    return shown.size == group.texts.size() && shown.name == group.name
+           && (unfoldedTitle != group.name || shown.texts == group.texts);
+}
+
+// A highlighted word unfolds groups, whatever they hold; for its time nothing is remembered.
+bool isListShown() {
+    const ListContents &shown = state.shown;
+    return shown.isKnown && !HighlightedWord() && shown.left == widgetOffsetX && shown.bottom == widgetOffsetY
+           && shown.screenTop == state.screenTop && shown.characterWidth == state.characterWidth
+           && shown.isAnyInputGood == isAnyInputGood && shown.answerIndex == selectCommandAnswerIndex
+           && shown.unfoldedTitle == unfoldedTitle && shown.called == LastCalledChklProcName
+           && shown.answers == answers && shown.said.size() == CountSaid()
+           && std::equal(shown.said.begin(), shown.said.end(), fennicsay.begin())
+           && std::equal(shown.groups.begin(), shown.groups.end(), inputs.begin(), inputs.end(), isShown);
+}
+
+void RememberShown() {
+    ListContents &shown = state.shown;
+    shown.isKnown = !HighlightedWord();
+    if (!shown.isKnown) return;
+    shown.left = widgetOffsetX;
+    shown.bottom = widgetOffsetY;
+    shown.screenTop = state.screenTop;
+    shown.characterWidth = state.characterWidth;
+    shown.isAnyInputGood = isAnyInputGood;
+    shown.answerIndex = selectCommandAnswerIndex;
+    shown.unfoldedTitle = unfoldedTitle;
+    shown.called = LastCalledChklProcName;
+    shown.answers = answers;
+    shown.said.assign(fennicsay.begin(), fennicsay.begin() + static_cast<std::ptrdiff_t>(CountSaid()));
+    shown.groups.resize(inputs.size());
+    for (size_t i = 0; i < inputs.size(); i++) {
+        shown.groups[i].name = inputs[i].name;
+        shown.groups[i].size = inputs[i].texts.size();
+        shown.groups[i].texts.clear();
+        if (unfoldedTitle == inputs[i].name) shown.groups[i].texts = inputs[i].texts;
+    }
+}
+
+void DrawLines() {
+    for (const ListLine &line : state.lines) {
+        const Colour &colour = line.isPulsing ? PulsingColour() : line.colour;
+        float rgb[] = {colour.red, colour.green, colour.blue};
+        XPLMDrawString(rgb, line.x, line.y, const_cast<char *>(line.text.c_str()), nullptr, xplmFont_Basic);
+    }
 }
 
 // What the list covers, darkened so that its texts can be read before any sky.
@@ -133,15 +226,15 @@ void DrawList() {
     int screenWidth = 0;
     ReadScreenSize(screenWidth, state.screenTop);
     DrawBackground();
-    vectorSelect.Clear();
-    state.widestLine = 0;
     XPLMGetFontDimensions(xplmFont_Basic, &state.characterWidth, nullptr, nullptr);
-    DrawText("(MOVABLE)", widgetOffsetX + HeadingIndent, widgetOffsetY, HintColour);
-    int y = DrawSpokenTexts(widgetOffsetY + LineHeight);
-    y = DrawAnswers(y);
-    for (const input_struct &group : inputs) y = DrawGroup(group, y);
+    CarryOutSelection();
+    if (!isListShown()) {
+        LayOutList();
+        RememberShown();
+    }
+    DrawLines();
     state.listWidth = state.widestLine;
-    const int height = y - widgetOffsetY;
+    const int height = state.height;
     if (isEditorOverScreen()) { // which hides the list; it is not clicked through the editor
         SelWindowDestroy();
         return;
@@ -178,6 +271,7 @@ int DrawScreen(XPLMDrawingPhase, int, void *) {
 void CloseOverlay() {
     DropSelectionRequests();
     vectorSelect.Clear();
+    state.shown.isKnown = false;
     SelWindowDestroy();
 }
 

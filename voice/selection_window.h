@@ -1,5 +1,4 @@
-// The list on screen made clickable: an invisible window over it, and the lines that were drawn in this
-// frame.
+// The list on screen made clickable: an invisible window over it, and the lines that are drawn there.
 #pragma once
 
 #include <string>
@@ -16,7 +15,7 @@ struct structSelect {
 };
 
 struct SelectionWindowState {
-    RefilledList<structSelect> lines; // the overlay empties and fills it every frame
+    RefilledList<structSelect> lines; // the overlay fills it anew when they change
     std::string lastCalled;           // what was called last by a click
     std::string unfoldedTitle;        // the group that is open; empty: none
     double clickedSec = 0.0;          // FlightTimeSEC of the last click in the list
