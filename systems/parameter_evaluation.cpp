@@ -17,24 +17,6 @@ void MarkAll(MarkSet &marked, const std::vector<uint32_t> &units) {
     for (uint32_t unit : units) marked.Insert(unit);
 }
 
-void ConsumeRecognition(SystemsProgram &program, uint32_t block, const StepContext &step) {
-    TraceConsumption(program, block);
-    const std::vector<std::string> &words = recognitionState.words;
-    recognitionState.wasWord = std::find(words.begin(), words.end(), LastRecognition) != words.end();
-    ForgetRecognition();
-    if (step.isSerial) {
-        isNewRecognitionMayCome = false;
-        GoOn(false);
-    }
-    NoticeSurroundings(program);
-}
-
-double LookUp(SystemsProgram &program, ProgramGraph &graph, double x) {
-    const auto points =
-        std::span<const GraphPoint>(program.graphPoints).subspan(graph.firstPoint, graph.points);
-    return graph.isAscending ? LookUpAscending(points, x, graph.segment) : LookUpUnordered(points, x);
-}
-
 } // namespace
 
 void NoticeSurroundings(SystemsProgram &program) {
@@ -61,6 +43,24 @@ void NoticeSurroundings(SystemsProgram &program) {
         ExpectAnswer(program.phrases[comparison.first]);
     }
     return CompareWithSpeech(comparison, program.heard);
+}
+
+void ConsumeRecognition(SystemsProgram &program, uint32_t block, const StepContext &step) {
+    TraceConsumption(program, block);
+    const std::vector<std::string> &words = recognitionState.words;
+    recognitionState.wasWord = std::find(words.begin(), words.end(), LastRecognition) != words.end();
+    ForgetRecognition();
+    if (step.isSerial) {
+        isNewRecognitionMayCome = false;
+        GoOn(false);
+    }
+    NoticeSurroundings(program);
+}
+
+double LookUp(SystemsProgram &program, ProgramGraph &graph, double x) {
+    const auto points =
+        std::span<const GraphPoint>(program.graphPoints).subspan(graph.firstPoint, graph.points);
+    return graph.isAscending ? LookUpAscending(points, x, graph.segment) : LookUpUnordered(points, x);
 }
 
 [[gnu::noinline]] double FireWithMore(const ProgramArrays &arrays, uint32_t block, double value,

@@ -87,6 +87,11 @@ struct FrameView {
     void Calculated(double, double) const {}
 };
 
+// By a block of the parameter that is evaluated.
+void ConsumeRecognition(SystemsProgram &program, uint32_t block, const StepContext &step);
+
+double LookUp(SystemsProgram &program, ProgramGraph &graph, double x);
+
 // What the parameter becomes when a block with actions, speech or a graph fires.
 [[gnu::noinline]] double FireWithMore(const ProgramArrays &arrays, uint32_t block, double value,
                                       StepContext &step);

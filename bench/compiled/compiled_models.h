@@ -14,3 +14,9 @@ struct CompiledModel {
 
 // Ends with one without parameters.
 extern const CompiledModel CompiledModels[];
+
+// The shipped aircraft with most parameters, likewise, over the datarefs of the model, those that are missing
+// too, and the program of the same files, whose actions and phrases it says.
+struct DatarefAccess;
+struct SystemsProgram;
+void LargestAircraftFrame(double *values, const DatarefAccess *datarefs, SystemsProgram &program);

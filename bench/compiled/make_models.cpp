@@ -1,9 +1,12 @@
-// Writes the models of the benchmarks as C++: make_models FOLDER [PARAMETERS...]
+// Writes the models of the benchmarks as C++: make_models FOLDER SYSTEMS [PARAMETERS...]
 //
-// What blocks say becomes "if", "else if" and expressions with their constants, over one array of values.
-// What the models do not use, which is all that talks, is refused.
+// What blocks say becomes "if", "else if" and expressions with their constants, over one array of values. Of
+// the made models what they do not use is refused; the aircraft with the folder SYSTEMS talks, by
+// talking_model.h.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <stdexcept>
@@ -143,13 +146,160 @@ void WriteModels(const std::string &folder, const std::vector<int> &sizes) {
                                           << table << "    {0, false, nullptr},\n};\n";
 }
 
+// The blocks of a model that talks.
+class TalkingMaker {
+public:
+    std::string Text() {
+        for (ParameterAddress place{0, 0, 0}; SystemAt(place); place = {place.sys + 1, 0, 0})
+            for (; DeviceAt(place); place = {place.sys, place.dev + 1, 0})
+                if (ParameterAt(place)) DeviceAt(place)->serialStack ? AddSequence(place) : AddDevice(place);
+        return text;
+    }
+
+private:
+    std::string text;
+    int datarefs = 0;
+    bool isSerial = false;
+
+    void Line(const std::string &line) { text += "    " + line + "\n"; }
+
+    void AddDevice(ParameterAddress place) {
+        isSerial = false;
+        for (; ParameterAt(place); place.out++) AddParameter(place);
+    }
+
+    void AddSequence(const ParameterAddress &first) {
+        const auto isOfFirst = [&](const ProgramRun &run) { return run.firstParameter == ValueIndex(first); };
+        const std::vector<ProgramRun> &runs = systemsProgram.runs;
+        const auto run = std::find_if(runs.begin(), runs.end(), isOfFirst);
+        const std::string start = Value(ValueIndex(first));
+        isSerial = true;
+        Line("{ StepContext step; bool rewinds = false; step.isSerial = true;");
+        Line("step.called = p.runs[" + std::to_string(run - runs.begin()) + "].called;");
+        if (run->isChecklist) Line("if (" + start + " > 0.0) NoteChecklistRuns();");
+        for (ParameterAddress place = first; ParameterAt(place); place.out++) {
+            const bool isFirst = place.out == 0, isLast = ValueIndex(place) + 1 == run->endParameter;
+            const std::string value = Value(ValueIndex(place));
+            Line("if (!rewinds && " + value + " > 0.0) { rewinds = PassStep()" + (isLast ? " | true" : "")
+                 + "; }");
+            Line("else if (!rewinds && isStepOpen(&" + value + (isFirst ? ", true" : ", false")
+                 + ")) { step.isFirst = " + (isFirst ? "true;" : "false;"));
+            AddParameter(place);
+            Line("}");
+        }
+        Line("if (rewinds) Rewind(&" + start + ", " + std::to_string(run->endParameter - run->firstParameter)
+             + ", step); }");
+    }
+
+    void AddParameter(const ParameterAddress &place) {
+        const out_parameter_struct &parameter = *ParameterAt(place);
+        const uint32_t index = ValueIndex(place);
+        Line(std::string("{ ") + (isSerial ? "" : "StepContext step; ") + "double x = " + Value(index) + ";");
+        if (parameter.inDataref.mode != BindingNone) {
+            const std::string input = "d[" + std::to_string(datarefs++) + "]";
+            Line("if (" + input + ".handle) " + Value(index) + " = x = " + input + ".Get();");
+        }
+        const uint32_t first = systemsProgram.parameters[index].firstBlock;
+        const bool talks = systemsProgram.parameters[index].traits & HasSpeech;
+        if (talks) Line("bool hasFired = false;");
+        for (size_t i = 0; i < parameter.logic.size(); i++)
+            AddBlock(parameter.logic[i], first + static_cast<uint32_t>(i), talks, i == 0 ? "" : "else ");
+        if (parameter.hasMin)
+            Line("x = x < " + Number(parameter.minLimit) + " ? " + Number(parameter.minLimit) + " : x;");
+        if (parameter.hasMax)
+            Line("x = x > " + Number(parameter.maxLimit) + " ? " + Number(parameter.maxLimit) + " : x;");
+        Line(Value(index) + " = x;");
+        if (parameter.outDataref.mode != BindingNone) {
+            const std::string output = "d[" + std::to_string(datarefs++) + "]";
+            Line("if (" + output + ".handle) " + output + ".Set(x);");
+        }
+        Line("(void)step; }");
+    }
+
+    // Where a phrase is compared, whatever fired before.
+    void AddBlock(const logicblock_struct &block, uint32_t number, bool talks, const std::string &orElse) {
+        if (talks) {
+            Line("{ bool chain = true;");
+            for (size_t i = 0; i < block.compares.size(); i++)
+                Line(std::string("chain = chain ") + (block.compares[i].joinOp == 1 ? "| " : "& ") + "("
+                     + SpokenComparison(block.compares[i], number, i) + ");");
+            Line("if (chain) {");
+        } else {
+            Line(orElse + "if (" + Chain(block) + ") {");
+        }
+        const uint32_t firing = systemsProgram.blocks[number].firing;
+        if (firing != NoIndex && systemsProgram.firings[firing].hasSpeech)
+            Line("ConsumeRecognition(p, " + std::to_string(number) + ", step);");
+        if (talks) Line("if (!hasFired) {");
+        AddFiring(block, firing);
+        Line(talks ? "} hasFired = true; } }" : "}");
+    }
+
+    static std::string SpokenComparison(const compare_block_class &comparison, uint32_t block, size_t index) {
+        if (comparison.a.kind != LinkSpeech) return Comparison(comparison);
+        const size_t number = systemsProgram.blocks[block].firstComparison + index;
+        return "CompareSpeech(p, p.special[" + std::to_string(systemsProgram.comparisons[number].first)
+               + "], step)";
+    }
+
+    void AddFiring(const logicblock_struct &block, uint32_t firing) {
+        const bool acts = !block.executes.empty();
+        if (acts) Line("Act(p, " + std::to_string(firing) + ", step);");
+        if (isSerial) Line("if (step.isBrokenOff) x = StepBrokenOff;");
+        if (isSerial && acts) Line("else x = StepDone;");
+        if (isSerial && acts) return;
+        if (isSerial) Line("else {");
+        AddCalculations(block);
+        if (firing != NoIndex && systemsProgram.firings[firing].graph != NoIndex)
+            Line("x = LookUp(p, p.graphs[" + std::to_string(systemsProgram.firings[firing].graph) + "], x);");
+        if (isSerial) Line("}");
+    }
+
+    void AddCalculations(const logicblock_struct &block) {
+        if (block.calcs.size() > 1) throw std::runtime_error("several calculations");
+        for (const calcBlock_struct &calculation : block.calcs) {
+            std::string result = calculation.stack.empty() ? Number(block.constant) : "x";
+            for (const calcStack_class &element : calculation.stack) {
+                if (element.blockIndex != -1) throw std::runtime_error("the result of a calculation");
+                result = Applied(element, result, Operand(element.link, element.constant));
+            }
+            Line("x = " + result + ";");
+        }
+    }
+
+    static std::string Applied(const calcStack_class &element, const std::string &result,
+                               const std::string &operand) {
+        switch (element.operType) {
+        case OperatorLoad: return operand;
+        case OperatorDivide: return "Quotient(" + result + ", " + operand + ")";
+        case OperatorBinaryToInteger: return "BinaryToInteger(" + result + ")";
+        case OperatorFloor: return "std::floor(" + result + ")";
+        default: return "(" + result + element.oper + operand + ")";
+        }
+    }
+};
+
+void WriteAircraft(const std::string &folder, const std::string &systems) {
+    BenchFolder plugin;
+    std::filesystem::copy(systems, plugin.plugin + "systems", std::filesystem::copy_options::recursive);
+    CreateSystemsFromFile();
+    CurrentProgram();
+    if (systemsProgram.firedBlocks.empty()) throw std::runtime_error("the aircraft of " + systems);
+    std::ofstream(folder + "/aircraft.cpp")
+        << "#include \"bench/compiled/compiled_models.h\"\n#include \"bench/compiled/talking_model.h\"\n"
+        << "void LargestAircraftFrame(double *v, const DatarefAccess *d, SystemsProgram &p) {\n"
+        << TalkingMaker().Text() << "}\n";
+    ForgetModel();
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
-    if (argc < 2) return 2;
+    if (argc < 3) return 2;
     std::vector<int> sizes;
-    for (int i = 2; i < argc; i++) sizes.push_back(std::atoi(argv[i]));
+    for (int i = 3; i < argc; i++) sizes.push_back(std::atoi(argv[i]));
     try {
+        WriteAircraft(argv[1], argv[2]);
         WriteModels(argv[1], sizes);
     } catch (const std::exception &problem) {
         std::cerr << "make_models: cannot write " << problem.what() << " as C++\n";
