@@ -59,7 +59,7 @@ public:
         const std::vector<XPLMDataRef> all = Pulses();
         for (int group = 0, share = 1; group < PulseGroups && share <= perMille; group++, share *= 10)
             pulses.push_back(all[static_cast<size_t>(group)]);
-        for (const XPLMDataRef pulse : all) XPLMSetDataf(pulse, 1.0F);
+        for (size_t group = 0; group < all.size(); group++) XPLMSetDataf(all[group], PulseAtRest[group]);
         ForEachAddress([this](const ParameterAddress &place) {
             const out_parameter_struct &parameter = *ParameterAt(place);
             values.push_back(parameter.value);
@@ -127,7 +127,8 @@ private:
 
     void Pulse() {
         isOdd = !isOdd;
-        for (const XPLMDataRef pulse : pulses) XPLMSetDataf(pulse, isOdd ? 1.0F + 0x1p-20F : 1.0F);
+        for (size_t group = 0; group < pulses.size(); group++)
+            XPLMSetDataf(pulses[group], PulseAtRest[group] * (isOdd ? 1.0F + 0x1p-20F : 1.0F));
     }
 };
 

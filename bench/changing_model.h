@@ -17,4 +17,5 @@ std::string ChangingModel(int parameters, bool hasMore);
 
 // The datarefs of the pulses, published by ChangingModel.
 const int PulseGroups = 4;
+const float PulseAtRest[PulseGroups] = {1.0617F, 1.1373F, 0.9241F, 1.0893F}; // so that sums hardly ever meet
 std::vector<XPLMDataRef> Pulses();
