@@ -13,6 +13,7 @@
 #include "bench/compiled/compiled_models.h"
 #include "bench/made_model.h"
 #include "bench/ways.h"
+#include "frame/datarefs.h"
 #include "frame/kill_switch.h"
 #include "systems/cycle.h"
 #include "systems/links.h"
@@ -172,8 +173,10 @@ BENCHMARK(BM_Changing)
     ->Iterations(1)
     ->Unit(benchmark::kMicrosecond);
 
+// With as many datarefs of its own as the plug-in may publish.
 void BM_CompileProgram(benchmark::State &state) {
     BenchFolder folder;
+    while (DRFcounter < DrfCapacity - 1) CreateDrf_Int("bench/own" + std::to_string(DRFcounter), 0);
     folder.Write("sys.txt", ChangingModel(static_cast<int>(state.range(0)), state.range(1) != 0));
     CreateSystemsFromFile();
     for (auto _ : state) {
@@ -184,6 +187,8 @@ void BM_CompileProgram(benchmark::State &state) {
     state.counters["bytes/param"] = static_cast<double>(ProgramBytes(systemsProgram)) / parameters;
     state.counters["dependents/param"] = static_cast<double>(DependentsBytes(systemsProgram)) / parameters;
     ForgetModel();
+    UnregisterDrfs();
+    ResetPublishedDatarefs();
 }
 BENCHMARK(BM_CompileProgram)
     ->ArgsProduct({{10000, 100000}, {0, 1}})
