@@ -5,13 +5,14 @@
 # and define add_flight(<name of the test> <word of fennic-sim's command line>...).
 
 set(long_flight_options --fps 2)
+set(position_creator_options --fps 20)
 
 # Some are flown in several aircraft, the others in the Cessna.
 set(airliner_aircraft ${AIRCRAFT_FOLDERS})
 list(REMOVE_ITEM airliner_aircraft Cessna_172SP)
-set(airliner_options --fps 10)
+set(airliner_options --fps 5)
 set(airliner_callouts_aircraft ${airliner_aircraft})
-set(airliner_callouts_options --fps 10)
+set(airliner_callouts_options --fps 5)
 set(airliner_runways_options --fps 20)
 set(airliner_runways_aircraft 737_Level_Up O737X)
 set(cessna_172_options --fps 20)

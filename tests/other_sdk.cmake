@@ -12,7 +12,6 @@ list(REMOVE_ITEM widget_headers ${core_headers})
 file(COPY ${core_headers} DESTINATION ${sdk}/CHeaders/XPLM)
 file(COPY ${widget_headers} DESTINATION ${sdk}/CHeaders/Widgets)
 
-set(ENV{CCACHE_DISABLE} 1) # a compiler cache may name headers by other paths, which are compared below
 set(objects "")
 file(GLOB sources RELATIVE ${SOURCE} ${SOURCE}/util/*.cpp ${SOURCE}/frame/*.cpp ${SOURCE}/voice/*.cpp
      ${SOURCE}/systems/*.cpp ${SOURCE}/figure/*.cpp ${SOURCE}/gfx/*.cpp)
@@ -25,6 +24,7 @@ endforeach()
 
 execute_process(
     COMMAND ${CMAKE_COMMAND} -G Ninja -S ${SOURCE} -B ${BUILD} -DXPLANE_SDK=${sdk} -DFENNIC_SIMHOST=OFF
+            -DCCACHE= # a compiler cache may name headers by other paths, which are compared below
             -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0
     OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target ${objects} COMMAND_ERROR_IS_FATAL ANY)
@@ -35,7 +35,6 @@ if(NOT headers MATCHES "${sdk}/CHeaders/XPLM/" OR headers MATCHES "${SOURCE}/sdk
     message(FATAL_ERROR "not compiled against ${sdk} alone:\n${headers}")
 endif()
 
-unset(ENV{CCACHE_DISABLE})
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target fennic COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND ${CMAKE_COMMAND} -DNM=${NM} -DREADELF=${READELF} -DLIBRARY=${BUILD}/lin.xpl -Dnewest_wanted=2.31 -P
                         ${CMAKE_CURRENT_LIST_DIR}/exports.cmake COMMAND_ERROR_IS_FATAL ANY)
