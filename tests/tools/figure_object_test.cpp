@@ -29,11 +29,19 @@ ObjectFile Read(const std::string &name) {
 
 using Values = std::map<std::string, double>;
 
-std::vector<PosedTriangles> Posed(const ObjectFile &object, Values values) {
+std::vector<PosedTriangles> Posed(const ObjectFile &object, Values values, float distance = 1) {
     values.emplace("kv/fo/_show", 1);
     std::vector<PosedTriangles> posed;
-    PoseObject(object, ValuesOf(object, [&](const std::string &name) { return values[name]; }), 1, posed);
+    PoseObject(object, ValuesOf(object, [&](const std::string &name) { return values[name]; }), distance,
+               posed);
     return posed;
+}
+
+// Which runs of triangles are drawn.
+std::set<int> Drawn(const ObjectFile &object, const Values &values, float distance = 1) {
+    std::set<int> runs;
+    for (const PosedTriangles &run : Posed(object, values, distance)) runs.insert(run.first);
+    return runs;
 }
 
 int Count(const ObjectFile &object, const Values &values) {
@@ -172,8 +180,7 @@ TEST(FigureObject, ShowsFaceGlassesAndTablet) {
     EXPECT_GT(Count(figure, {{"kv/fo/_pad", 1}}), Count(figure, {}));
     // Which runs are drawn tells which lids and lips are.
     std::map<int, std::set<int>> runs;
-    for (int face = 0; face < 4; face++)
-        for (const PosedTriangles &run : Posed(figure, {{"kv/fo/_face", face}})) runs[face].insert(run.first);
+    for (int face = 0; face < 4; face++) runs[face] = Drawn(figure, {{"kv/fo/_face", face}});
     for (int face = 1; face < 4; face++) EXPECT_EQ(runs[face].size(), runs[0].size());
     for (int face : {-1, 4, 5000})
         EXPECT_EQ(Count(figure, {{"kv/fo/_face", face}}), Count(figure, {})) << face;
@@ -191,10 +198,7 @@ TEST(FigureObject, ShowsFaceGlassesAndTablet) {
     std::set<std::set<int>> shapes;
     for (int mouth = 1; mouth <= 4; mouth++) {
         const auto lips = [&](int face) {
-            std::set<int> drawn;
-            for (const PosedTriangles &run : Posed(figure, {{"kv/fo/_face", face}, {"kv/fo/_mouth", mouth}}))
-                drawn.insert(run.first);
-            return drawn;
+            return Drawn(figure, {{"kv/fo/_face", face}, {"kv/fo/_mouth", mouth}});
         };
         EXPECT_EQ(lips(0), lips(2)) << mouth;
         shapes.insert(lips(0));
@@ -206,18 +210,7 @@ TEST(FigureObject, ShowsFaceGlassesAndTablet) {
 TEST(FigureObject, ShowsOneOfTwoPeopleInOneOfThreeLooks) {
     const ObjectFile figure = Read("kvfennic.obj");
     const auto runs = [&](double gender, double look, float distance) {
-        const Values values = {{"kv/fo/_show", 1}, {"kv/fo/_gender", gender}, {"kv/fo/_look", look}};
-        std::vector<PosedTriangles> posed;
-        PoseObject(figure,
-                   ValuesOf(figure,
-                            [&](const std::string &name) {
-                                const auto found = values.find(name);
-                                return found == values.end() ? 0.0 : found->second;
-                            }),
-                   distance, posed);
-        std::set<int> firsts;
-        for (const PosedTriangles &run : posed) firsts.insert(run.first);
-        return firsts;
+        return Drawn(figure, {{"kv/fo/_gender", gender}, {"kv/fo/_look", look}}, distance);
     };
     for (float distance : {1.0F, 20.0F}) {
         std::set<std::set<int>> all;
