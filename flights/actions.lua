@@ -48,9 +48,7 @@ check.start(3.5)
 
 -- Runs a script for some seconds. What was said, and all messages with their times.
 local function run(phrase, seconds)
-    sim.said()
-    sim.sent()
-    sim.log()
+    check.forget()
     check.hear(phrase, seconds)
     return sim.said(), sim.sent()
 end
@@ -108,8 +106,7 @@ check.list(run("nonsense", 1), {"Sense"}, "an action of no known type")
 
 -- A smooth move takes 0.8 s, one at once a frame or two; the next action waits for its end. A pose that does
 -- not exist takes no time.
-sim.said()
-sim.log()
+check.forget()
 sim.hear("moves")
 check.equal(check.count(check.log(), "EXECUTE RUN: dotypePos wave"), 1, "the move has begun")
 check.that(sim.get("kv/fo/r_arm2_z") < 10, "not at once")

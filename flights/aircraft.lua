@@ -13,8 +13,7 @@ local function start(name, description, state, objects)
     isAboard = true
     check.aircraft(name, description, objects)
     check.settings {installation = tostring(state or 2)}
-    sim.log()
-    sim.sent()
+    check.forget()
     sim.start()
     sim.frames(2)
     return check.log()

@@ -111,8 +111,7 @@ show("seat_first")
 sim.choose("Fennic/Editor")
 for _, moved in ipairs {{0.03048, 0.03048, 0.1524}, {0.06096, 0.09144, 0.2286}} do
     for i, axis in ipairs {"x", "y", "z"} do sim.set("kv/fo/xyz_" .. axis, moved[i]) end
-    sim.log()
-    sim.said()
+    check.forget()
     sim.choose("Fennic/Save Seat")
     check.list(sim.said(), {"My seat is saved. Please reload the aircraft."}, "she tells")
     check.equal(check.count(check.log(), "Seat saved: "), 1, "so does the log")

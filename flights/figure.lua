@@ -49,8 +49,7 @@ check.list({axes("head")}, {0, 0, 0}, "made upright")
 
 -- Runs a script up to the moment when its pose must be reached.
 local function strike(phrase, seconds)
-    sim.said()
-    sim.log()
+    check.forget()
     check.hear(phrase, seconds)
     check.list(sim.said(), {}, "the pose lasts")
 end

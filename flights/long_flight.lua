@@ -39,9 +39,7 @@ local function resident()
 end
 
 check.start(10)
-sim.log()
-sim.sent()
-sim.said()
+check.forget()
 
 local logged, memory = {}, nil
 for round = 1, ROUNDS do

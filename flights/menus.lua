@@ -45,12 +45,6 @@ local function check_menu(expected, what)
     check.list(lines(tree(sim.menu(), "")), lines(expected), what)
 end
 
-local function clear()
-    sim.sent()
-    sim.said()
-    sim.log()
-end
-
 local function choose(path)
     sim.choose(path)
     sim.frames(2)
@@ -107,7 +101,7 @@ local function restart(settings)
     sim.stop()
     check.settings(settings)
     check.start(1)
-    clear()
+    check.forget()
 end
 restart {installation = "0"}
 check_menu("Fennic\n  Setup Fennic", "a pilot, not installed")
@@ -180,7 +174,7 @@ choose("Voice Volume/+10% Increase")
 choose("Voice Rate/+5% Increase")
 check.list(check.messages(), {"rate>98"}, "volume and rate in the first 30 s")
 sim.run(30)
-clear()
+check.forget()
 for _, item in ipairs {"+", "+", "-"} do
     choose("Voice Volume/" .. (item == "+" and "+10% Increase" or "-10% Decrease"))
     choose("Voice Rate/" .. (item == "+" and "+5% Increase" or "-5% Decrease"))
@@ -206,7 +200,7 @@ check.list(check.messages(), {"exit>", "contextpath>" .. plugin, "initvoice>" ..
 
 -- ---- Options ----
 
-clear()
+check.forget()
 local OPTIONS = {
     {"Announce ALL procedures", "comments", 1, "I will announce all my actions"},
     {"Announce SOP procedures", "comments", 0, "I will only announce the S O P actions"},
@@ -235,7 +229,7 @@ end
 
 -- ---- Phrases, step by step ----
 
-clear()
+check.forget()
 choose("Commands/TALK/good day")
 check.says(1, {"Hello, Captain"}, "a phrase from the menu")
 
@@ -291,7 +285,7 @@ check.near(strike(), 60, 3, "a position that is listed")
 
 -- ---- For authors ----
 
-clear()
+check.forget()
 check.write(aircraft .. "b.obj", "I\n800\nOBJ\n\tANIM_rotate  1 0 0\t-20 20 sim/one\r\nANIM_show 0 1 sim/one\n"
     .. "ATTR_manip_toggle hand 1 0 sim/two[3] tip/top\nTRIS 0 3 not/this\nATTR_light_level 0 1 sim/one\n")
 check.write(aircraft .. "c.acf~", "P DATAREF not/this\n")
@@ -308,7 +302,7 @@ check.list(sim.log(), {
     "say: One (CREW.TALK.P2)", "say: Two (CREW.TALK.P2)", "say: Three (CREW.TALK.P2)",
     "ans: roger; wilco (CREW.LIST.P1)", "inp: list (CREW.LIST.P2)",
     "*************Fennic Phrases List End*************"}, "the phrase log")
-clear()
+check.forget()
 choose("Update/Version 1.2.3")
 check.list(check.messages(), {}, "a label")
 check.list(sim.log(), {}, "a label")

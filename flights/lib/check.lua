@@ -130,6 +130,13 @@ function check.messages()
     return texts
 end
 
+-- What she has said, sent and logged up to now is not looked at any more.
+function check.forget()
+    sim.said()
+    sim.sent()
+    sim.log()
+end
+
 -- Flies for so long. These texts she has said by then since the last look, and no others.
 function check.says(seconds, expected, what)
     sim.run(seconds)
