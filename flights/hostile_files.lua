@@ -47,6 +47,16 @@ for _, path in ipairs(folders) do
     check.that(os.remove(plugin .. path), path .. " is still the folder that it was")
 end
 
+-- Settings in UTF-16 are not read, and not lost either.
+restore()
+local wide = "\xFF\xFE" .. settings:gsub(".", "%0\0")
+check.write(plugin .. "data/settings_mac.txt", wide)
+check.start(1)
+sim.stop()
+log = check.log()
+check.equal(check.count(log, "data/settings_mac.txt line 1: this is no plain text"), 1, "told")
+check.equal(check.read(plugin .. "data/settings_mac.txt.kept"), wide, "and kept")
+
 -- ---- Nothing there ----
 
 restore()

@@ -69,12 +69,13 @@ os.remove(plugin .. "data/voicelist_mac.txt")
 check.list(fly(40, 1), unvoiced, "no voice list")
 
 -- Numbers that are none leave the defaults and a line in the log; the lines after them are read.
-check.settings {volume = "loud", rate = "", user = "Anna"}
+check.settings {volume = "loud", rate = "", user = "Anna", gender = "x"}
 sim.start()
 local log = check.log()
 check.equal(check.count(log, 'volume= "loud" is no number'), 1, "log of the volume")
 check.equal(check.count(log, 'rate= "" is no number'), 1, "log of the rate")
 check.equal(check.count(log, "data/settings_mac.txt line 6"), 1, "place of the volume")
+check.equal(check.count(log, 'line 1: the gender is "w" or "m" - line dropped'), 1, "a wrong choice")
 sim.stop()
 check.that(check.read(settings):find("\r\nvolume=100\r\nrate=50\r\n", 1, true), "defaults for malformed numbers")
 check.that(check.read(settings):find("\r\nuser=Anna\r\n", 1, true), "the lines behind a malformed one")

@@ -3,7 +3,9 @@
 // the gender line came before them, which is the order they are written in.
 #include "frame/settings.h"
 
+#include <algorithm>
 #include <cstring>
+#include <string_view>
 #include <vector>
 
 #include "util/files.h"
@@ -113,7 +115,10 @@ void TakeSetting(const std::string &file, const FileLine &line) {
     for (const SettingsKey &key : Keys) {
         if (!Contains(line.text, key.text)) continue;
         const std::string value = ReplaceString(RemoveNRS(line.text), key.text, "");
-        if (key.take)
+        const char *whyNot = key.whyNot && key.string ? key.whyNot(value) : nullptr;
+        if (whyNot)
+            LogDroppedLine(file, line.number, whyNot, line.text);
+        else if (key.take)
             key.take(value, line.text.substr(line.text.find(key.text) + std::strlen(key.text)));
         else if (key.string)
             *key.string = value;
@@ -148,14 +153,18 @@ void CheckInstalledObject(const std::string &pluginFolder) {
     if (installedLines != shippedLines) InstallationState = InstallationMissing;
 }
 
-// The settings of a file without its partner are not read, and the defaults take its place all the same.
-// What it holds goes into a copy, the first time; false when that fails.
+// The settings of a file without its partner, or of one that is no text, are not read, and the defaults take
+// its place all the same. What it holds goes into a copy, the first time; false when that fails.
 bool KeepUnreadSettings(const std::string &pluginFolder) {
     const std::string file = pluginFolder + SettingsFile, kept = pluginFolder + SettingsFileKept;
     if (settings.isFileOurs || WhatIsAt(file) != Presence::Present || WhatIsAt(kept) == Presence::Present)
         return true;
     if (!copyFile(file, kept)) return false;
-    LogFileProblem("Settings were not read, since settings_win.txt is not beside them - kept in ", kept);
+    const bool hasPartner = isFileExistString(pluginFolder + "data/settings_win.txt") == 1;
+    LogFileProblem(std::string("Settings were not read, since ")
+                       + (hasPartner ? "they are no plain text" : "settings_win.txt is not beside them")
+                       + " - kept in ",
+                   kept);
     return true;
 }
 
@@ -172,9 +181,19 @@ void ReadSettings() {
     if (file.empty()) return;
     std::vector<FileLine> lines;
     if (ReadLines(pluginFolder + file, lines) != Reading::Read) return;
+    const auto isBinary = [](const FileLine &line) { return Contains(line.text, std::string_view("\0", 1)); };
+    const auto binary = std::find_if(lines.begin(), lines.end(), isBinary);
+    if (binary != lines.end()) { // of UTF-16, say, no line means anything
+        LogDroppedLine(file, binary->number, "this is no plain text, so the file is not read", binary->text);
+        return;
+    }
     settings.isFileOurs = file == SettingsFile;
     for (const FileLine &line : lines) TakeSetting(file, line);
-    if (!lines.empty()) CheckInstalledObject(pluginFolder);
+    if (lines.empty()) return;
+    if (globalGender.empty())
+        LogFileProblem(
+            "No line gender=w or gender=m in the settings, so there are no positions and no voice: ", file);
+    CheckInstalledObject(pluginFolder);
 }
 
 void SaveSettings() {
