@@ -1,8 +1,7 @@
-// How well and how fast the voice understands: `fennic-speech-bench FOLDER [--full] [--fit]`, the folder
-// being made by make_sounds. The quick run hears a few phrases of each voice, the full one four times as
-// many. With
-// --fit it prints new weights for speech/voice/rejection.cpp, from every second voice, and what they do with
-// the others.
+// How well and how fast the voice understands: `fennic-speech-bench FOLDER [--few|--full] [--fit]`, the
+// folder being made by make_sounds. The usual run hears six phrases of each voice in each condition, the full
+// one four times as many, and with --few it is a third. With --fit it prints new weights for
+// speech/voice/rejection.cpp, from every second voice, and what they do with the others.
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -36,6 +35,8 @@ const size_t Lead = SampleRate * 3 / 10; // sound before the speech that is hear
 const size_t NoiseLead = SampleRate;     // before that, for the noise
 const double NothingHeard = -100.0;      // stands for a confidence
 const size_t ExpectedCount = 9;          // what the overlay shows on average
+
+const size_t FewPhrases = 2, UsualPhrases = 6, FullPhrases = 24; // of a voice in each condition
 
 // Of this program's own, whatever else the machine does.
 double BusyMilliseconds() {
@@ -112,12 +113,13 @@ double MegabytesInUse() {
 
 class Bench {
 public:
-    Bench(fs::path folder, bool isFull) : folder(std::move(folder)), isFull(isFull) {}
+    Bench(fs::path folder, size_t phrasesOfAVoice) : folder(std::move(folder)), wanted(phrasesOfAVoice) {}
     bool Start();
     void Understand();
     void HearPeople();
     void Refuse();
-    void PrintShares() const;
+    static void PrintHead();
+    void PrintSums() const;
     void MeasureReaction();
     void MeasureSpeaking() const;
     void MeasureLoad();
@@ -131,13 +133,14 @@ private:
     };
 
     const fs::path folder;
-    const bool isFull;
+    const size_t wanted; // phrases of each voice in each condition
     std::vector<std::string> phrases;
     std::unique_ptr<Recogniser> recogniser;
     std::map<std::string, std::map<std::string, Share>> shares; // voice, condition
     std::vector<Example> examples;
     std::vector<double> goodConfidence, otherConfidence;
 
+    static void PrintRow(const std::string &name, const std::map<std::string, Share> &row);
     Heard Hear(const Samples &sound);
     std::vector<std::string> ExpectedWith(const std::string &phrase, unsigned seed) const;
     void Remember(const Heard &heard, const std::string &said, size_t turn);
@@ -187,7 +190,6 @@ void Bench::Remember(const Heard &heard, const std::string &said, size_t turn) {
 }
 
 void Bench::Understand() {
-    const size_t wanted = isFull ? 24 : 6;
     size_t turn = 0;
     for (const fs::path &voice : Files(folder / "phrases")) {
         turn++;
@@ -210,6 +212,7 @@ void Bench::Understand() {
                     Remember(heard, phrase, turn);
                 }
             }
+        PrintRow(voice.filename(), shares[voice.filename()]);
     }
 }
 
@@ -221,7 +224,7 @@ void Bench::HearPeople() {
     std::ifstream list(folder / "people.txt");
     size_t number = 0;
     for (std::string line; std::getline(list, line); number++) {
-        if (!isFull && number % 4 != 0) continue;
+        if (number % (FullPhrases / wanted) != 0) continue;
         const std::string name = line.substr(0, line.find('\t')), word = line.substr(line.find('\t') + 1);
         const Samples sound = Load(folder / "people" / (name + ".wav"));
         for (bool isExpected : {false, true}) {
@@ -233,55 +236,63 @@ void Bench::HearPeople() {
         }
     }
     std::swap(words, phrases);
+    PrintRow("people", shares["people"]);
 }
 
 void Bench::Refuse() {
-    const size_t wanted = isFull ? 30 : 8;
+    const size_t sentences = wanted + wanted / 4 + 1;
     unsigned seed = 0;
     size_t turn = 0;
     for (const fs::path &voice : Files(folder / "foreign")) {
         turn++;
         const std::vector<fs::path> files = Files(voice);
-        for (size_t k = 0; k < std::min(wanted, files.size()); k++) {
+        for (size_t k = 0; k < std::min(sentences, files.size()); k++) {
             const Samples sound =
-                WithNoise(Load(files[k * files.size() / std::min(wanted, files.size())]), Clean, 0);
+                WithNoise(Load(files[k * files.size() / std::min(sentences, files.size())]), Clean, 0);
             const bool isExpected = ++seed % 2 == 0;
             recogniser->SetPhrases(phrases, isExpected ? ExpectedWith("", seed) : std::vector<std::string>());
             const Heard heard = Hear(sound);
             shares[voice.filename()]["foreign"].Add(Accept(heard));
             Remember(heard, "", turn);
         }
+        PrintRow(voice.filename(), {{"foreign", shares[voice.filename()]["foreign"]}});
     }
 }
 
-void Bench::PrintShares() const {
-    const char *const conditions[] = {"clean",      "20 dB",      "10 dB",  "clean exp.",
-                                      "20 dB exp.", "10 dB exp.", "foreign"};
+const char *const Conditions[] = {"clean",      "20 dB",      "10 dB",  "clean exp.",
+                                  "20 dB exp.", "10 dB exp.", "foreign"};
+
+// As soon as a row is known it is printed: the whole table takes long.
+void Bench::PrintHead() {
     std::printf(
         "\nUnderstood, in %%, without and with the expected phrases; and foreign sentences accepted\n%-32s",
         "");
-    for (const char *condition : conditions) std::printf("%11s", condition);
+    for (const char *condition : Conditions) std::printf("%11s", condition);
+    std::printf("\n");
+}
+
+void Bench::PrintRow(const std::string &name, const std::map<std::string, Share> &row) {
+    std::printf("%-32s", name.c_str());
+    for (const char *condition : Conditions) {
+        const auto found = row.find(condition);
+        if (found == row.end())
+            std::printf("%11s", "");
+        else
+            std::printf("%11.1f", 100.0 * found->second.right / found->second.all);
+    }
+    std::printf("\n");
+}
+
+void Bench::PrintSums() const {
     std::map<std::string, Share> sums;
-    const auto print = [&](const std::string &name, const std::map<std::string, Share> &row) {
-        std::printf("\n%-32s", name.c_str());
-        for (const char *condition : conditions) {
-            const auto found = row.find(condition);
-            if (found == row.end())
-                std::printf("%11s", "");
-            else
-                std::printf("%11.1f", 100.0 * found->second.right / found->second.all);
-        }
-    };
-    for (const auto &[voice, row] : shares) {
-        print(voice, row);
+    for (const auto &[voice, row] : shares)
         for (const auto &[condition, share] : row) {
             sums[condition].right += share.right;
             sums[condition].all += share.all;
         }
-    }
-    print("all", sums);
-    std::printf("\n%-32s", "recordings");
-    for (const char *condition : conditions) std::printf("%11d", sums[condition].all);
+    PrintRow("all", sums);
+    std::printf("%-32s", "recordings");
+    for (const char *condition : Conditions) std::printf("%11d", sums[condition].all);
     std::printf("\n");
 }
 
@@ -292,7 +303,7 @@ void Bench::MeasureReaction() {
     double busy = 0.0;
     double heardSeconds = 0.0;
     const fs::path voice = folder / "phrases" / "flite_slt";
-    for (size_t number = 0; number < phrases.size(); number += isFull ? 3 : 12) {
+    for (size_t number = 0; number < phrases.size(); number += 3 * FullPhrases / wanted) {
         Samples sound = Load(voice / (std::to_string(number) + ".wav"));
         size_t end = sound.size();
         const int loudest = std::abs(*std::max_element(
@@ -357,20 +368,44 @@ void Bench::MeasureSpeaking() const {
     }
 }
 
-// A list of phrases as nobody would write it.
+// Words of the dictionary, one to four of them in each phrase.
+std::vector<std::string> RandomPhrases(size_t count) {
+    std::ifstream dictionary(SPEECH_MODEL "/cmudict-en-us.dict");
+    std::vector<std::string> words, made;
+    for (std::string line; std::getline(dictionary, line);) {
+        const std::string word = line.substr(0, line.find(' '));
+        if (std::all_of(word.begin(), word.end(), [](char c) { return c >= 'a' && c <= 'z'; }))
+            words.push_back(word);
+    }
+    std::mt19937 random(1);
+    while (made.size() < count) {
+        std::string phrase = words[random() % words.size()];
+        for (size_t more = random() % 4; more > 0; more--) phrase += " " + words[random() % words.size()];
+        made.push_back(phrase);
+    }
+    return made;
+}
+
+// A list of phrases as nobody would write it: hardly two begin alike, so that there is nothing to share.
 void Bench::MeasureLoad() {
-    std::vector<std::string> many;
-    for (size_t i = 0; many.size() < 5000; i++)
-        many.push_back(phrases[i % phrases.size()] + " "
-                       + phrases[(i / phrases.size() * 7 + i) % phrases.size()]);
+    std::vector<std::string> many = RandomPhrases(5000 - phrases.size());
+    many.insert(many.end(), phrases.begin(), phrases.end());
     double start = BusyMilliseconds();
     recogniser->SetPhrases(many, {});
     const double load = BusyMilliseconds() - start;
-    const Samples sound = WithNoise(Load(folder / "phrases" / "flite_slt" / "1.wav"), Clean, 0);
-    start = BusyMilliseconds();
-    Hear(sound);
-    std::printf("5,000 phrases: ready after %.0f ms, hearing takes %.2f of the time\n", load,
-                (BusyMilliseconds() - start) / 1000.0 * SampleRate / static_cast<double>(sound.size()));
+    double busy = 0.0, seconds = 0.0;
+    Share understood;
+    for (size_t number = 0; number < phrases.size(); number += phrases.size() / 4) {
+        const Samples sound =
+            WithNoise(Load(folder / "phrases" / "flite_slt" / (std::to_string(number) + ".wav")), Clean, 0);
+        start = BusyMilliseconds();
+        const Heard heard = Hear(sound);
+        busy += (BusyMilliseconds() - start) / 1000.0;
+        seconds += static_cast<double>(sound.size()) / SampleRate;
+        understood.Add(heard.phrase == phrases[number] && Accept(heard));
+    }
+    std::printf("5,000 phrases: ready after %.0f ms, hearing takes %.2f of the time, %d of %d understood\n",
+                load, busy / seconds, understood.right, understood.all);
     recogniser->SetPhrases(phrases, {});
 }
 
@@ -395,25 +430,29 @@ void Bench::PrintRejection(bool fits) const {
 
 int main(int count, char **words) {
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
-    bool isFull = false, fits = false;
+    size_t phrasesOfAVoice = UsualPhrases;
+    bool fits = false;
     std::string folder;
     for (int i = 1; i < count; i++) {
         if (std::strcmp(words[i], "--full") == 0)
-            isFull = true;
+            phrasesOfAVoice = FullPhrases;
+        else if (std::strcmp(words[i], "--few") == 0)
+            phrasesOfAVoice = FewPhrases;
         else if (std::strcmp(words[i], "--fit") == 0)
             fits = true;
         else
             folder = words[i];
     }
-    Bench bench(folder, isFull);
+    Bench bench(folder, phrasesOfAVoice);
     if (folder.empty() || !bench.Start()) return 2;
     bench.MeasureProcess();
     bench.MeasureSpeaking();
     bench.MeasureReaction();
     bench.MeasureLoad();
+    Bench::PrintHead();
     bench.Understand();
     bench.HearPeople();
     bench.Refuse();
-    bench.PrintShares();
+    bench.PrintSums();
     bench.PrintRejection(fits);
 }
