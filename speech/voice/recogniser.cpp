@@ -31,6 +31,10 @@ const size_t MostTold = 10;  // phrases that are left out
 // The mean of speech that the model's makers give, until some was heard.
 const Cepstrum FirstMean = {41.00F, -5.29F, -0.12F, 5.09F,  2.48F,  -4.07F, -1.37F,
                             -1.78F, -5.08F, -2.05F, -6.45F, -1.42F, 1.17F};
+// Sounds of words that are searched in a frame. A list of thousands of phrases that begin with as many words
+// would keep all of them alive, and hearing would not keep up.
+const size_t ManyPhrases = 1000;
+const int MostSounds = 10000, MostOfMany = 1500;
 // Of the probability, for the phrases that are expected now. The others are heard as well in silence, but in
 // noise the expected ones are.
 const double ExpectedShare = 0.9999;
@@ -126,9 +130,9 @@ std::unique_ptr<Recogniser> Recogniser::Load(const std::string &folder,
     engines->front = FrontEnd::Load(folder);
     // Few phrases are soon searched; in noise the right one falls far behind before it catches up. Silence is
     // as likely as a word, or "up" would be heard in the breath behind "flaps".
-    engines->phrases = MakeDecoder(folder, {"-lw", "6.5", "-silprob", "0.3", "-fsgusefiller", "yes",
-                                            "-fsgusealtpron", "no", "-beam", "1e-120", "-pbeam", "1e-120",
-                                            "-wbeam", "1e-100", "-maxhmmpf", "10000", "-topn", "8"});
+    engines->phrases =
+        MakeDecoder(folder, {"-lw", "6.5", "-silprob", "0.3", "-fsgusefiller", "yes", "-fsgusealtpron", "no",
+                             "-beam", "1e-120", "-pbeam", "1e-120", "-wbeam", "1e-100", "-topn", "8"});
     const std::string dictionary = folder + "/cmudict-en-us.dict";
     engines->english = MakeDecoder(folder, {"-lm", folder + "/en-us.lm.bin", "-dict", dictionary, "-silprob",
                                             "0.1", "-fwdflat", "no", "-maxhmmpf", "1500"});
@@ -200,6 +204,8 @@ void Recogniser::SetPhrases(const std::vector<std::string> &phrases,
         phrase.probability = (1.0 - share) / static_cast<double>(known.size());
         knownExpected.push_back(std::move(phrase));
     }
+    cmd_ln_set_int32_r(ps_get_config(engines->phrases.get()), "-maxhmmpf",
+                       knownExpected.size() > ManyPhrases ? MostOfMany : MostSounds);
     SearchPhrases(engines->phrases.get(), knownExpected, engines->ways);
 }
 
