@@ -10,6 +10,8 @@ namespace simhost {
 // A plug-in's library in its folder's "64", and its folder in older ones.
 extern const char *const LibraryName, *const LibraryFolder;
 
+extern const char *const ProgramEnding; // of the file of a program
+
 extern const char NativeSeparator; // in the paths that plug-ins are given
 
 // ---- Libraries ----

@@ -27,6 +27,7 @@ const char *const LibraryName = "mac.xpl", *const LibraryFolder = "mac_x64";
 const char *const LibraryName = "lin.xpl", *const LibraryFolder = "lin_x64";
 #endif
 
+const char *const ProgramEnding = "";
 const char NativeSeparator = '/';
 
 void *OpenLibrary(const std::string &path, std::string &error) {

@@ -36,6 +36,7 @@ HMODULE ModuleOf(const void *function) {
 } // namespace
 
 const char *const LibraryName = "win.xpl", *const LibraryFolder = "win_x64";
+const char *const ProgramEnding = ".exe";
 const char NativeSeparator = '\\';
 
 void *OpenLibrary(const std::string &path, std::string &error) {

@@ -12,7 +12,9 @@ if not check.read(HOME .. "settings.txt") then
     os.exit(0)
 end
 
-voice.program = HOME .. "64/fennic-voice"
+local is_windows = package.config:sub(1, 1) == "\\"
+voice.program = HOME .. "64/fennic-voice" .. (is_windows and ".exe" or "")
+voice.killed = is_windows and "with status 1" or "by signal 9" -- how one ended that was killed, in the log
 
 -- The number of the process that speaks and listens, 0 for none.
 function voice.process()
@@ -21,7 +23,7 @@ end
 
 -- It is gone before the next frame.
 function voice.kill()
-    assert(os.execute("kill -9 " .. voice.process()))
+    assert(os.execute((is_windows and "taskkill /f /pid %d >NUL" or "kill -9 %d"):format(voice.process())))
 end
 
 -- ---- Sound ----
@@ -41,8 +43,10 @@ end
 function voice.check_recorded(path, texts)
     local alone = sim.dir("xplane") .. "alone.wav"
     check.write(alone .. ".txt", "say>" .. table.concat(texts, "\nsay>") .. "\n")
-    assert(os.execute(("env -u FENNIC_VOICE_HOST '%s' --settings /dev/null --model /nowhere --loudspeaker '%s' <'%s' >/dev/null 2>&1")
-        :format(voice.program, alone, alone .. ".txt")))
+    local command = is_windows
+        and [[set "FENNIC_VOICE_HOST=" & "%s" --settings NUL --model nowhere --loudspeaker "%s" <"%s" >NUL 2>&1]]
+        or "env -u FENNIC_VOICE_HOST '%s' --settings /dev/null --model /nowhere --loudspeaker '%s' <'%s' >/dev/null 2>&1"
+    assert(os.execute(command:format(voice.program, alone, alone .. ".txt")))
     local wanted, heard = sounds(alone, 1, 1), sounds(path, 2, 2)
     check.that(#wanted > 2000 * #texts, "the texts alone have no sound")
     if heard ~= wanted then

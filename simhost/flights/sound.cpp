@@ -11,6 +11,7 @@
 #include "simhost/sound/microphone.h"
 #include "simhost/sound/recording.h"
 #include "simhost/sound/voice_host.h"
+#include "simhost/system.h"
 
 namespace simhost {
 
@@ -36,7 +37,8 @@ void NeedOwnTime(const Call &call) {
 std::string VoiceProgram() {
     std::error_code failed;
     for (const std::string &folder : FindPluginFolders(flight.scratch.root + "Resources")) {
-        const auto program = std::filesystem::path(FindPluginLibrary(folder)).parent_path() / ProgramName;
+        const auto program = std::filesystem::path(FindPluginLibrary(folder)).parent_path()
+                             / (std::string(ProgramName) + ProgramEnding);
         if (program.is_absolute() && std::filesystem::exists(program, failed)) return program.string();
     }
     return "";

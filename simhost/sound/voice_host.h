@@ -2,8 +2,8 @@
 // what the microphone hears in that time, and the frame is not over before it has given what the loudspeaker
 // plays. So the simulator's time stands while it works, and how busy the machine is changes nothing.
 //
-// It finds us by the environment variable FENNIC_VOICE_HOST, the name of a socket; a block goes each way, the
-// microphone's behind its number of samples (32 bits, in this machine's order).
+// It finds us by the environment variable FENNIC_VOICE_HOST, the name of a socket, or on Windows of a pipe; a
+// block goes each way, the microphone's behind its number of samples (32 bits, in this machine's order).
 #pragma once
 
 #include <string>
@@ -21,7 +21,7 @@ void CloseVoiceHost();
 // Once a frame: the process that is to speak now, 0 for none. Waits until it has come, or has ended.
 void AwaitVoice(int process);
 
-bool isVoiceConnected();
+bool isVoiceConnected(); // in voice_connection_<system>.cpp
 
 // Gives it a block and waits for its answer; silence while nobody is there.
 void ExchangeSound(const SoundBlock &microphone, SoundBlock &loudspeaker);

@@ -1,7 +1,8 @@
-// What a pipe, a file and a console give is read by a thread of its own, which waits for it; it ends with the
-// program.
+// A pipe tells what lies in it. What a file or a console gives is read by a thread of its own, which waits
+// for it; it ends with the program.
 #include "speech/voice/lines.h"
 
+#include <algorithm>
 #include <mutex>
 #include <thread>
 
@@ -20,12 +21,19 @@ struct Arrived {
 // There is one standard input, and its reader may outlive all else.
 Arrived &arrived = *new Arrived;
 
+HANDLE Input() {
+    return GetStdHandle(STD_INPUT_HANDLE);
+}
+
+bool isPipe() {
+    return GetFileType(Input()) == FILE_TYPE_PIPE;
+}
+
 void ReadAll() {
-    const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
     char buffer[4096];
     for (;;) {
         DWORD count = 0;
-        const bool isRead = ReadFile(input, buffer, sizeof buffer, &count, nullptr) != 0 && count > 0;
+        const bool isRead = ReadFile(Input(), buffer, sizeof buffer, &count, nullptr) != 0 && count > 0;
         const std::lock_guard lock(arrived.mutex);
         arrived.bytes.append(buffer, count);
         arrived.hasEnded = !isRead;
@@ -33,16 +41,28 @@ void ReadAll() {
     }
 }
 
+void ReadPipe() {
+    char buffer[4096];
+    while (!arrived.hasEnded) {
+        DWORD there = 0, count = 0;
+        arrived.hasEnded = !PeekNamedPipe(Input(), nullptr, 0, nullptr, &there, nullptr);
+        if (there == 0) return;
+        if (!ReadFile(Input(), buffer, std::min<DWORD>(there, sizeof buffer), &count, nullptr)) return;
+        arrived.bytes.append(buffer, count);
+    }
+}
+
 } // namespace
 
 LineInput::LineInput() {
-    static const bool isRead = (std::thread(ReadAll).detach(), true);
+    static const bool isRead = isPipe() || (std::thread(ReadAll).detach(), true);
     static_cast<void>(isRead);
 }
 
 std::vector<std::string> LineInput::Take() {
     std::vector<std::string> lines;
     const std::lock_guard lock(arrived.mutex);
+    if (isPipe()) ReadPipe();
     Cut(arrived.bytes.data(), arrived.bytes.size(), lines);
     arrived.bytes.clear();
     if (arrived.hasEnded && !hasEnded) CutEnd(lines);

@@ -46,9 +46,10 @@ public:
     virtual std::string LoudspeakerTrouble() const { return {}; }
 };
 
-// A host on a local socket that sends blocks, each behind its number of samples (32 bits, little-endian),
-// and waits for as many samples after each. Null, with the reason in error, when nobody is there.
-std::unique_ptr<Sound> ConnectToHost(const std::string &socketPath, std::string &error);
+// A host on a local socket, on Windows on a named pipe, that sends blocks, each behind its number of samples
+// (32 bits, little-endian), and waits for as many samples after each. Null, with the reason in error, when
+// nobody is there.
+std::unique_ptr<Sound> ConnectToHost(const std::string &place, std::string &error);
 
 // Recordings in place of devices. The microphone's, if a path is given, is heard from each press of the
 // button on; the loudspeaker's becomes a WAV file at the end.
