@@ -1,22 +1,8 @@
-// The system's library has the functions of OpenGL 1.1; the driver has the others, for who asks by name.
-// Where it does not, nothing is drawn: no framebuffer is complete then.
+// The functions of OpenGL beyond 1.1 that are drawn with. Where the driver lacks them nothing is drawn: no
+// framebuffer is complete then.
 #include "gfx/opengl.h"
 
-namespace {
-
-template <typename Function> Function Find(const char *name) {
-    return reinterpret_cast<Function>(reinterpret_cast<void *>(wglGetProcAddress(name)));
-}
-
-} // namespace
-
-// name, result, parameters, arguments
-#define FROM_DRIVER(name, result, parameters, arguments)                                                     \
-    extern "C" result APIENTRY name parameters {                                                             \
-        static result(APIENTRY *call) parameters = nullptr;                                                  \
-        if (!call) call = Find<result(APIENTRY *) parameters>(#name);                                        \
-        return call ? call arguments : result();                                                             \
-    }
+#include "sdk/windows/driver_calls.h"
 
 FROM_DRIVER(glBindBuffer, void, (GLenum target, GLuint buffer), (target, buffer))
 FROM_DRIVER(glBlendFuncSeparate, void, (GLenum colour, GLenum toColour, GLenum alpha, GLenum toAlpha),

@@ -1,21 +1,7 @@
-// The system's library has the functions of OpenGL 1.1; the driver has the others, for who asks by name.
+// The functions of OpenGL beyond 1.1 that the simulator draws with.
 #include "simhost/drawing/gl_context.h"
 
-namespace {
-
-template <typename Function> Function Find(const char *name) {
-    return reinterpret_cast<Function>(reinterpret_cast<void *>(wglGetProcAddress(name)));
-}
-
-} // namespace
-
-// name, result, parameters, arguments
-#define FROM_DRIVER(name, result, parameters, arguments)                                                     \
-    extern "C" result APIENTRY name parameters {                                                             \
-        static result(APIENTRY *call) parameters = nullptr;                                                  \
-        if (!call) call = Find<result(APIENTRY *) parameters>(#name);                                        \
-        return call ? call arguments : result();                                                             \
-    }
+#include "sdk/windows/driver_calls.h"
 
 FROM_DRIVER(glActiveTexture, void, (GLenum unit), (unit))
 FROM_DRIVER(glAttachShader, void, (GLuint program, GLuint shader), (program, shader))
