@@ -1,7 +1,7 @@
 # What a plug-in's library shows the simulator's process: the five entry points and nothing else; and what
 # it wants from it: the simulator's interface and the system's own libraries, of a C library that is not too
 # new for its users. A program of ours wants the latter alone.
-#   cmake -DNM=<nm> -DREADELF=<readelf> -DLIBRARY=<lin.xpl, or a program> [-Dnewest_wanted=<of the C library>]
+#   cmake -DNM=<nm> -DREADELF=<readelf> -DLIBRARY=<lin.xpl, or a program> -Dnewest_wanted=<of the C library>
 #         -P exports.cmake
 cmake_minimum_required(VERSION 3.25)
 
@@ -24,11 +24,7 @@ foreach(line IN LISTS dynamic)
     endif()
 endforeach()
 
-# The C library that an Ubuntu 22.04 and the relatives of RHEL 9 have; the plug-in wants an older one. On a system
-# with a newer one than Debian 12 has, the compiler asks for more; packages are not built there.
-if(NOT newest_wanted)
-    set(newest_wanted 2.34)
-endif()
+# On a system with a newer C library than Debian 12 has, the compiler asks for more; packages are not built there.
 set(newest_built_with 2.36)
 output_lines(built_with getconf GNU_LIBC_VERSION)
 string(REGEX REPLACE ".* " "" built_with "${built_with}")
