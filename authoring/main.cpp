@@ -82,7 +82,7 @@ bool ReadScreen(std::string_view text, int &width, int &height) {
 std::string SpeechFolder(const std::string &xplaneFolder) {
     namespace fs = std::filesystem;
     std::error_code failed;
-    const fs::path program = fs::read_symlink("/proc/self/exe", failed).parent_path();
+    const fs::path program = simhost::ProgramFolder();
     for (const fs::path &folder :
          {fs::path(xplaneFolder) / "Resources/plugins/fennic_speech", program / "plugins/fennic_speech"})
         if (folder.is_absolute() || !xplaneFolder.empty())
