@@ -21,6 +21,7 @@ namespace {
 
 const DWORD PipeSize = 64 * 1024;
 const DWORD KilledStatus = 0xDEAD0009; // of a process that we ended
+const DWORD GoingMilliseconds = 50;    // for one that has closed its output, as all do at their end
 
 HANDLE Of(std::intptr_t handle) {
     return reinterpret_cast<HANDLE>(handle);
@@ -220,7 +221,8 @@ void HelperProcess::Read() {
 
 void HelperProcess::Reap(bool waits) {
     DWORD status = 0;
-    if (WaitForSingleObject(Of(process), waits ? EndMilliseconds : 0) != WAIT_OBJECT_0) {
+    const DWORD patience = waits ? EndMilliseconds : outputHandle == -1 ? GoingMilliseconds : 0;
+    if (WaitForSingleObject(Of(process), patience) != WAIT_OBJECT_0) {
         TerminateJobObject(Of(job), KilledStatus);
         WaitForSingleObject(Of(process), EndMilliseconds);
     }

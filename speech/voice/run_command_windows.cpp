@@ -35,23 +35,40 @@ bool MakePipe(Handle &reading, Handle &writing, bool inheritsReading) {
            && SetHandleInformation((inheritsReading ? writing : reading).handle, HANDLE_FLAG_INHERIT, 0);
 }
 
+// It inherits these handles and nothing else.
 bool Start(const std::string &line, HANDLE input, HANDLE output, HANDLE job, Handle &process) {
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdInput = input;
-    startup.hStdOutput = output;
-    startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
+    HANDLE handles[] = {input, output};
+    SIZE_T size = 0;
+    InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+    std::string memory(size, '\0');
+    const auto attributes = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(memory.data());
+    if (!InitializeProcThreadAttributeList(attributes, 1, 0, &size)) return false;
+    UpdateProcThreadAttribute(attributes, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles, sizeof handles,
+                              nullptr, nullptr);
+    STARTUPINFOEXW startup = {};
+    startup.StartupInfo.cb = sizeof startup;
+    startup.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
+    startup.StartupInfo.hStdInput = input;
+    startup.StartupInfo.hStdOutput = output;
+    startup.lpAttributeList = attributes;
     std::wstring command = L"cmd.exe /d /s /c \"" + std::filesystem::path(line).wstring() + L"\"";
     PROCESS_INFORMATION started = {};
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW | CREATE_SUSPENDED,
-                        nullptr, nullptr, &startup, &started))
-        return false;
-    process.handle = started.hProcess;
-    AssignProcessToJobObject(job, started.hProcess);
-    ResumeThread(started.hThread);
-    CloseHandle(started.hThread);
-    return true;
+    const bool isStarted = CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE,
+                                          EXTENDED_STARTUPINFO_PRESENT | CREATE_NO_WINDOW | CREATE_SUSPENDED,
+                                          nullptr, nullptr, &startup.StartupInfo, &started);
+    DWORD error = isStarted ? 0 : GetLastError();
+    DeleteProcThreadAttributeList(attributes);
+    if (isStarted) {
+        process.handle = started.hProcess;
+        if (!AssignProcessToJobObject(job, started.hProcess)) error = GetLastError();
+        if (error == 0)
+            ResumeThread(started.hThread);
+        else
+            TerminateProcess(started.hProcess, 1);
+        CloseHandle(started.hThread);
+    }
+    SetLastError(error);
+    return error == 0;
 }
 
 void WriteAll(Handle &pipe, const std::string &text) {
