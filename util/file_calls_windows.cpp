@@ -1,5 +1,7 @@
 // Files through the calls of Windows. A name becomes one of the form "\\?\C:\…", which may be longer than 260
-// characters, and means a file whatever device is called so. Others may rename or remove what is open here.
+// characters, and means a file whatever device is called so. Others may rename or remove what is open here;
+// those who do not let us, such as virus scanners, hold a file for some milliseconds after it was written, so
+// a call that they refuse is made again, for an eighth of a second at most.
 #include "util/file_calls.h"
 
 #include <algorithm>
@@ -19,6 +21,7 @@ const wchar_t *const LongNetworkName = L"\\\\?\\UNC\\";
 std::wstring SystemName(const std::string &path) {
     std::wstring name = WideText(path);
     std::replace(name.begin(), name.end(), L'/', L'\\');
+    if (name.starts_with(LongName)) return name;
     if (name.starts_with(L"\\\\")) return LongNetworkName + name.substr(2);
     const bool isAbsolute = name.size() > 2 && name[1] == L':';
     for (size_t twice = 0; isAbsolute && (twice = name.find(L"\\\\")) != std::wstring::npos;)
@@ -54,10 +57,38 @@ bool isAbsence(DWORD error) {
     }
 }
 
+bool isHeld(DWORD error) {
+    return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
+}
+
+// Somebody holds the file, or it is one that goes when somebody closes it.
+bool isHeldOrGoing(DWORD error) {
+    return isHeld(error) || error == ERROR_ACCESS_DENIED;
+}
+
+// Makes a call until it succeeds or fails for another reason than isPassing knows.
+template <typename Call> bool Insist(bool (*isPassing)(DWORD error), const Call &call) {
+    for (DWORD milliseconds = 1; !call(); milliseconds *= 2) {
+        const DWORD error = GetLastError();
+        if (milliseconds > 64 || !isPassing(error)) {
+            SetLastError(error);
+            return false;
+        }
+        Sleep(milliseconds);
+    }
+    return true;
+}
+
 class FileHandle {
 public:
-    FileHandle(const std::string &path, DWORD access, DWORD creation, DWORD flags)
-        : file(CreateFileW(SystemName(path).c_str(), access, ShareAll, nullptr, creation, flags, nullptr)) {}
+    FileHandle(const std::string &path, DWORD access, DWORD creation, DWORD flags,
+               bool (*isPassing)(DWORD error) = isHeld) {
+        const std::wstring name = SystemName(path);
+        Insist(isPassing, [&] {
+            file = CreateFileW(name.c_str(), access, ShareAll, nullptr, creation, flags, nullptr);
+            return IsOpen();
+        });
+    }
     ~FileHandle() { Close(); }
     FileHandle(const FileHandle &) = delete;
     FileHandle &operator=(const FileHandle &) = delete;
@@ -71,8 +102,13 @@ public:
     }
 
 private:
-    HANDLE file;
+    HANDLE file = INVALID_HANDLE_VALUE;
 };
+
+bool Remove(const std::string &path) {
+    const std::wstring name = SystemName(path);
+    return Insist(isHeld, [&] { return DeleteFileW(name.c_str()) != 0; });
+}
 
 // With the flag, folders can be opened, too, and told from files.
 class FileToRead : public FileHandle {
@@ -177,13 +213,14 @@ std::string ResolvedPath(const std::string &path) {
 // Rights are inherited from the folder. Of what they can be for one file, a plug-in's user sets none but
 // "read-only", and such a file is not replaced.
 Reason WriteNewFile(const std::string &path, const std::string &, const Fill &fill) {
-    DeleteFileW(SystemName(path).c_str());
-    FileHandle file(path, GENERIC_WRITE, CREATE_NEW, FILE_ATTRIBUTE_NORMAL);
+    const bool wasThere = Remove(path);
+    FileHandle file(path, GENERIC_WRITE, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
+                    wasThere ? isHeldOrGoing : isHeld);
     if (!file.IsOpen()) return LastError();
     Reason reason = fill([&file](std::string_view piece) { return WriteAll(file, piece); });
     if (reason.empty() && !FlushFileBuffers(file)) reason = LastError();
     if (!file.Close() && reason.empty()) reason = LastError();
-    if (!reason.empty()) DeleteFileW(SystemName(path).c_str());
+    if (!reason.empty()) Remove(path);
     return reason;
 }
 
@@ -194,8 +231,10 @@ Reason MayBeReplaced(const std::string &path) {
 }
 
 Reason MoveOver(const std::string &from, const std::string &to) {
+    const std::wstring name = SystemName(from), newName = SystemName(to);
     const DWORD how = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    return MoveFileExW(SystemName(from).c_str(), SystemName(to).c_str(), how) ? "" : LastError();
+    const auto move = [&] { return MoveFileExW(name.c_str(), newName.c_str(), how) != 0; };
+    return Insist(isHeldOrGoing, move) ? "" : LastError();
 }
 
 bool GiveSecondName(const std::string &path, const std::string &second) {
@@ -203,7 +242,7 @@ bool GiveSecondName(const std::string &path, const std::string &second) {
 }
 
 bool RemoveFile(const std::string &path) {
-    return DeleteFileW(SystemName(path).c_str()) || isAbsence(GetLastError());
+    return Remove(path) || isAbsence(GetLastError());
 }
 
 // What is renamed here is on disk when the call returns; the file system keeps a journal of the rest.

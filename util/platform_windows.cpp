@@ -44,8 +44,10 @@ std::string ReadClipboard() {
     const Clipboard clipboard;
     const HANDLE data = clipboard.isOpen ? GetClipboardData(CF_UNICODETEXT) : nullptr;
     if (!data) return "";
-    std::string text;
-    if (const auto *wide = static_cast<const wchar_t *>(GlobalLock(data))) text = NarrowText(wide);
+    const auto *wide = static_cast<const wchar_t *>(GlobalLock(data));
+    if (!wide) return "";
+    const std::wstring_view all(wide, GlobalSize(data) / sizeof(wchar_t)); // a zero at its end is not certain
+    std::string text = NarrowText(all.substr(0, all.find(L'\0')));
     GlobalUnlock(data);
     return text;
 }
@@ -58,9 +60,10 @@ void WrightClipboard(const std::string &text) {
     if (!clipboard.isOpen || !EmptyClipboard()) return;
     const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
     if (!memory) return;
-    std::memcpy(GlobalLock(memory), wide.c_str(), bytes);
+    void *const target = GlobalLock(memory);
+    if (target) std::memcpy(target, wide.c_str(), bytes);
     GlobalUnlock(memory);
-    if (!SetClipboardData(CF_UNICODETEXT, memory)) GlobalFree(memory);
+    if (!target || !SetClipboardData(CF_UNICODETEXT, memory)) GlobalFree(memory);
 }
 
 void openURL(const std::string &address) {
