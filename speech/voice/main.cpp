@@ -76,18 +76,18 @@ bool isWavFile(const std::string &name) {
 }
 
 // A host that gives the sound says so in the environment, since the companion starts us.
-std::unique_ptr<Sound> OpenSound(const Settings &settings, std::string &error) {
+std::unique_ptr<Sound> OpenSound(const Settings &settings, bool isChild, std::string &error) {
     if (const char *host = std::getenv("FENNIC_VOICE_HOST"); host && *host != '\0')
         return ConnectToHost(host, error);
     if (isWavFile(settings.microphone) || isWavFile(settings.loudspeaker))
-        return OpenSoundFiles(settings.microphone, settings.loudspeaker, error);
+        return OpenSoundFiles(settings.microphone, settings.loudspeaker, isChild, error);
     return OpenDevices(settings.microphone, settings.loudspeaker);
 }
 
 // The server, or a check of all that it needs.
 int Work(const Settings &settings, const CommandLine &line) {
     std::string error;
-    const std::unique_ptr<Sound> sound = OpenSound(settings, error);
+    const std::unique_ptr<Sound> sound = OpenSound(settings, line.isChild, error);
     if (!sound) {
         std::fprintf(stderr, "fennic-voice: no sound: %s\n", error.c_str());
         return 1;

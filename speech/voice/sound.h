@@ -52,9 +52,10 @@ public:
 std::unique_ptr<Sound> ConnectToHost(const std::string &place, std::string &error);
 
 // Recordings in place of devices. The microphone's, if a path is given, is heard from each press of the
-// button on; the loudspeaker's becomes a WAV file at the end.
+// button on; the loudspeaker's becomes a WAV file at the end. In real time a block takes its 20 ms, as
+// whoever answers while it is heard wants it; otherwise none is waited for.
 std::unique_ptr<Sound> OpenSoundFiles(const std::string &microphone, const std::string &loudspeaker,
-                                      std::string &error);
+                                      bool isInRealTime, std::string &error);
 
 // The system's devices, by name or a part of it, capitals or not; empty: the system's choice. Those that are
 // missing or vanish are looked for again, after a second and then less and less often, at last once a minute.
