@@ -25,8 +25,18 @@ HANDLE Input() {
     return GetStdHandle(STD_INPUT_HANDLE);
 }
 
+bool isBroken(BOOL isDone) {
+    return !isDone && GetLastError() == ERROR_BROKEN_PIPE;
+}
+
+// One that tells what lies in it, or that it has ended.
 bool isPipe() {
-    return GetFileType(Input()) == FILE_TYPE_PIPE;
+    static const bool tells = [] {
+        if (GetFileType(Input()) != FILE_TYPE_PIPE) return false;
+        const BOOL isDone = PeekNamedPipe(Input(), nullptr, 0, nullptr, nullptr, nullptr);
+        return isDone || isBroken(isDone);
+    }();
+    return tells;
 }
 
 void ReadAll() {
@@ -45,7 +55,7 @@ void ReadPipe() {
     char buffer[4096];
     while (!arrived.hasEnded) {
         DWORD there = 0, count = 0;
-        arrived.hasEnded = !PeekNamedPipe(Input(), nullptr, 0, nullptr, &there, nullptr);
+        arrived.hasEnded = isBroken(PeekNamedPipe(Input(), nullptr, 0, nullptr, &there, nullptr));
         if (there == 0) return;
         if (!ReadFile(Input(), buffer, std::min<DWORD>(there, sizeof buffer), &count, nullptr)) return;
         arrived.bytes.append(buffer, count);

@@ -78,35 +78,40 @@ void WhatIsHeldForLongerStays(const std::string &folder) {
     SetFileAttributesW(fs::path(old).c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-// "/" at its end.
-void NamesAreOfAnyLengthAndLetters(std::string folder) {
+// As the calls of the system take a name that may be long.
+std::wstring LongName(const std::string &path) {
+    return L"\\\\?\\" + fs::path(path).make_preferred().wstring();
+}
+
+void NamesAreOfAnyLengthAndLetters(const std::string &root) {
     const std::string name = "Самолёты – größte ✈ Flotte, viel länger als nötig";
+    std::vector<std::string> folders = {root}, names;
     for (int deep = 0; deep < 6; deep++) {
-        folder += name + "/";
-        MakeFolder(folder);
+        folders.push_back(folders.back() + name + "/");
+        MakeFolder(folders.back());
     }
-    const std::string path = folder + name + ".txt";
-    std::vector<std::string> names;
+    const std::string folder = folders.back(), path = folder + name + ".txt";
     Expect(folder.size() > 400 && Written(path, "text").empty() && Content(path) == "text", "a long name",
            path);
     Expect(ListFolder(folder, names) && names.size() == 3 && names[2] == name + ".txt", "listed",
            names.empty() ? "" : names.back());
     Expect(ResolvedPath(path).ends_with(name + "/" + name + ".txt"), "resolved", ResolvedPath(path));
+    Expect(RemoveFile(path), "removed", path);
+    for (; folders.size() > 1; folders.pop_back()) RemoveDirectoryW(LongName(folders.back()).c_str());
 }
 
 } // namespace
 
 int wmain(int, wchar_t **words) {
-    const std::u8string text = (fs::path(words[0]).parent_path() / "files_of_the_test").generic_u8string();
+    const std::u8string text =
+        (fs::absolute(words[0]).parent_path() / "files_of_the_test").generic_u8string();
     const std::string folder(text.begin(), text.end());
-    const std::wstring longName =
-        L"\\\\?\\" + fs::path(words[0]).parent_path().wstring() + L"\\files_of_the_test";
-    fs::remove_all(longName);
     MakeFolder(folder);
     WhatIsHeldForAMomentIsWaitedFor(folder + "/");
     WhatIsHeldForLongerStays(folder + "/");
     NamesAreOfAnyLengthAndLetters(folder + "/");
-    fs::remove_all(longName);
+    for (const char *file : {"/old.txt", "/fresh.txt"}) RemoveFile(folder + file);
+    RemoveDirectoryW(LongName(folder).c_str());
     std::printf(failures == 0 ? "files: all as it should be\n" : "files: %d not as they should be\n",
                 failures);
     return failures == 0 ? 0 : 1;
