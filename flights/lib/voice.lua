@@ -12,9 +12,11 @@ if not check.read(HOME .. "settings.txt") then
     os.exit(0)
 end
 
-local is_windows = package.config:sub(1, 1) == "\\"
+local separator = package.config:sub(1, 1)
+local is_windows = separator == "\\"
 voice.program = HOME .. "64/fennic-voice" .. (is_windows and ".exe" or "")
-voice.killed = is_windows and "with status 1" or "by signal 9" -- how one ended that was killed, in the log
+voice.native_program = voice.program:gsub("/", separator) -- as the log names it
+voice.killed = is_windows and "" or "ended by signal 9" -- how one ended that was killed, in the log, if one can tell
 
 -- The number of the process that speaks and listens, 0 for none.
 function voice.process()
@@ -24,6 +26,11 @@ end
 -- It is gone before the next frame.
 function voice.kill()
     assert(os.execute((is_windows and "taskkill /f /pid %d >NUL" or "kill -9 %d"):format(voice.process())))
+end
+
+-- Takes the right to run its file from it, where there are such rights.
+function voice.forbid_running()
+    return is_windows or os.execute("chmod 644 '" .. voice.program .. "'")
 end
 
 -- ---- Sound ----
