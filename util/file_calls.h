@@ -1,6 +1,6 @@
 // What the modules of files ask of the system, as values: no call here logs or throws, and none waits but for
-// somebody who holds a file on Windows for a moment. The bodies are the system's own, in file_calls_posix.cpp and
-// file_calls_windows.cpp. Only files.cpp, file_replacing.cpp and file_set.cpp include this.
+// somebody who holds a file on Windows for a moment. The bodies are the system's own, in file_calls_posix.cpp
+// and file_calls_windows.cpp. Only files.cpp, file_replacing.cpp and file_set.cpp include this.
 #pragma once
 
 #include <cstdint>
