@@ -38,13 +38,13 @@ void XPUMoveWidgetBy(XPWidgetID inWidget, int inDeltaX, int inDeltaY) {
     XPSetWidgetGeometry(inWidget, place.left, place.top, place.right, place.bottom);
 }
 
-// Moves what lies in the widget along with its lower left corner. It takes no message, so that it can be
-// called in front of whatever else the widget does.
+// Moves what lies in the widget along with its lower left corner, and takes the message: the widget's class,
+// which may do the same, is not asked any more.
 int XPUFixedLayout(XPWidgetMessage inMessage, XPWidgetID inWidget, intptr_t inParam1, intptr_t inParam2) {
     const Widget *widget = FindWidget(inWidget);
     if (inMessage != xpMsg_Reshape || inParam1 != AsParameter(inWidget) || inParam2 == 0 || !widget) return 0;
     const XPWidgetGeometryChange_t change = *reinterpret_cast<const XPWidgetGeometryChange_t *>(inParam2);
     const std::vector<XPWidgetID> children = widget->children;
     for (XPWidgetID child : children) XPUMoveWidgetBy(child, change.dx, change.dy);
-    return 0;
+    return 1;
 }
