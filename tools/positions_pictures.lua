@@ -42,7 +42,7 @@ end
 
 -- What was taken since the last sheet.
 local function sheet(name, columns)
-    assert(os.execute(("montage %s -tile %dx -geometry +0+0 -colors 256 'png8:%s%s.png'"):format(
+    assert(os.execute(("montage %s -tile %dx -geometry +0+0 'png24:%s%s.png'"):format(
         table.concat(taken, " "), columns, arg[1], name)))
     taken = {}
 end
@@ -52,6 +52,7 @@ sim.run(1)
 sim.tap("kv/fennic/widget") -- the list would cover what is to be seen
 sim.frames(1)
 sim.set("kv/fo/_glass", 0)
+sim.set("kv/fo/_face", 0) -- or she may be blinking
 sim.show("cockpit")
 for gender, letter in ipairs {"w", "m"} do
     sim.set("kv/fo/_gender", gender - 1)

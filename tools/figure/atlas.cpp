@@ -11,7 +11,7 @@ namespace figure_maker {
 
 namespace {
 
-const int Margin = 3; // texels painted beyond a chart's edge, for smaller copies of the picture
+const int Margin = 4; // texels painted beyond a chart's edge, for smaller copies of the picture
 
 SkinPoint PointAt(const Grid &grid, double u, double v) {
     const double x = std::clamp(u, 0.0, 1.0) * (grid.columns - 1),
@@ -111,7 +111,9 @@ Atlas PaintAtlas(const std::vector<Surface> &surfaces, int width, int height) {
     atlas.width = width;
     atlas.height = height;
     atlas.colors.assign(static_cast<size_t>(width * height) * 3, 128);
+    // Flat, and as matt as cloth: smaller copies of the picture mix it in at the edges of charts.
     atlas.normals.assign(static_cast<size_t>(width * height) * 4, 128);
+    for (size_t i = 0; i < atlas.normals.size(); i += 4) atlas.normals[i + 2] = 0, atlas.normals[i + 3] = 24;
     std::vector<const Surface *> first;
     for (const Surface &surface : surfaces)
         if (atlas.charts.emplace(surface.chart, Chart{}).second) first.push_back(&surface);

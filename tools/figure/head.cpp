@@ -310,7 +310,7 @@ void AddHead(Surfaces &surfaces, const Body &body) {
         head.looks = 1 << look;
         head.chart = ChartOf(body, look, "head");
         head.width = 400;
-        head.height = 600;
+        head.height = 590;
         head.isHalved = true;
         head.paint = [&body, look](const SkinPoint &point) { return PaintFace(body, look, point); };
         head.grid = HeadSkin(body, 35, 37);
