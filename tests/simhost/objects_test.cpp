@@ -186,7 +186,7 @@ protected:
         for (std::size_t i = 0; i < pixels.size(); i += 4) {
             EXPECT_EQ(pixels[i + 3], 255);
             const auto is = [&](std::size_t part, bool on) {
-                return on ? pixels[i + part] > 60 : pixels[i + part] < 30;
+                return on ? pixels[i + part] > 60 : pixels[i + part] < 45; // a highlight is white
             };
             if (!is(0, red) || !is(1, green) || !is(2, blue)) continue;
             patch.count++;
