@@ -80,8 +80,9 @@ private:
         Fetch(arrays.comparing + dependents.comparing);
     }
 
-    // Two lines of the cache.
+    // Two lines of the cache, of an array that may have nothing.
     static void Fetch(const void *place) {
+        if (!place) return;
         __builtin_prefetch(place);
         __builtin_prefetch(static_cast<const char *>(place) + 64);
     }
