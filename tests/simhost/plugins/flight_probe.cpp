@@ -12,6 +12,7 @@
 #include <pthread.h>
 #include <unistd.h>
 
+#include "../../text_dataref.h"
 #include "XPLMDataAccess.h"
 #include "XPLMDisplay.h"
 #include "XPLMGraphics.h"
@@ -19,7 +20,6 @@
 #include "XPLMPlugin.h"
 #include "XPLMProcessing.h"
 #include "XPLMUtilities.h"
-#include "../../text_dataref.h"
 
 namespace {
 
