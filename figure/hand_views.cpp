@@ -180,7 +180,7 @@ Steps StepsFor(double distance, int trials) {
 void ShowValues(const Pose &pose, const std::vector<Variable> &variables) {
     for (const Variable &variable : variables) {
         const float value = static_cast<float>(pose[At(variable.channel)][At(variable.axis)]);
-        if (value != XPLMGetDataf(anim[At(variable.channel)].dataref[variable.axis]))
+        if (value != anim[At(variable.channel)].Shown(variable.axis))
             SetChannelValue(variable.channel, variable.axis, value);
     }
 }
@@ -208,7 +208,7 @@ Pose RigPoseShown() {
     const Body &body = BodyInUse();
     for (int channel = 0; channel < JointCount && At(channel) < anim.size(); channel++)
         for (int axis = 0; axis < AxisCount; axis++) {
-            const double value = XPLMGetDataf(anim[At(channel)].dataref[axis]);
+            const double value = anim[At(channel)].Shown(axis);
             pose[At(channel)][At(axis)] =
                 channel == WholeFigure ? value : WithinLimits(body, channel, axis, value);
         }

@@ -86,7 +86,7 @@ ShownPose PoseShown() {
     ShownPose pose;
     pose.reserve(anim.size() * AxisCount);
     for (const structAnim &channel : anim)
-        for (XPLMDataRef dataref : channel.dataref) pose.push_back(XPLMGetDataf(dataref));
+        for (int axis = 0; axis < AxisCount; axis++) pose.push_back(channel.Shown(axis));
     return pose;
 }
 
@@ -112,7 +112,7 @@ void SetChannelValue(int channel, int axis, float value) {
     structAnim &record = anim[static_cast<size_t>(channel)];
     record.current[axis] = record.target[axis] = value;
     record.speed[axis] = 0;
-    XPLMSetDataf(record.dataref[axis], value);
+    record.Show(axis, value);
 }
 
 ChannelRange LimbOf(int channel) {

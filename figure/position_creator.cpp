@@ -47,7 +47,7 @@ float UnitsPerPixel(const structAnim &channel) {
 
 void SetAxis(structAnim &channel, int axis, float value) {
     channel.current[axis] = value;
-    XPLMSetDataf(channel.dataref[axis], value);
+    channel.Show(axis, value);
 }
 
 // The screen's mouse reaches beyond the panel; what points into a headset or another window does not move it.
@@ -65,9 +65,9 @@ void StartDrag() {
     RememberPose();
     isSelectedAnimStart = anim_selected;
     ReadMousePlace(MouseInitX, MouseInitY);
-    AnimInitXdrfValue = XPLMGetDataf(channel.dataref[AxisX]);
-    AnimInitYdrfValue = XPLMGetDataf(channel.dataref[AxisY]);
-    AnimInitZdrfValue = XPLMGetDataf(channel.dataref[AxisZ]);
+    AnimInitXdrfValue = channel.Shown(AxisX);
+    AnimInitYdrfValue = channel.Shown(AxisY);
+    AnimInitZdrfValue = channel.Shown(AxisZ);
 }
 
 void EndDrag() {

@@ -166,7 +166,7 @@ void ChangeNumber(int axis, double value) {
 }
 
 void Step(int axis, int steps) {
-    const float value = XPLMGetDataf(ChosenChannel().dataref[axis]);
+    const float value = ChosenChannel().Shown(axis);
     double wanted = static_cast<double>(value) + steps * (isOffset() ? 0.01 : 1.0), low = 0, high = 0;
     wanted = std::round(wanted * 1000) / 1000;
     const bool isLimited = FindLimits(axis, low, high);
@@ -289,8 +289,7 @@ void ShowNumbers() {
         box.enabled = isOne;
         PlateAt(LessX + 2 * axis).enabled = PlateAt(LessX + 2 * axis + 1).enabled = isOne;
         if (!isOne || !box.focused) {
-            const std::string text =
-                isOne ? NumberText(XPLMGetDataf(ChosenChannel().dataref[axis]), isOffset()) : "";
+            const std::string text = isOne ? NumberText(ChosenChannel().Shown(axis), isOffset()) : "";
             if (box.text != text) EditorPanel.SetBoxText(items.firstBox + axis, text);
             if (creatorTools.typedIn == axis) creatorTools.typedIn = -1;
         } else if (creatorTools.typedIn != axis) {
@@ -312,7 +311,7 @@ void DrawLimitBars() {
         double low = 0, high = 0;
         if (!FindLimits(axis, low, high)) continue;
         const double y = PanelSize - (NumberTop + axis * NumberPitch + BarBelow);
-        const double value = XPLMGetDataf(ChosenChannel().dataref[axis]);
+        const double value = ChosenChannel().Shown(axis);
         const double share = std::clamp((value - low) / (high - low), 0.0, 1.0);
         const bool isAtEnd = value <= low || value >= high;
         const double x = BarLeft + share * (BarRight - BarLeft);

@@ -132,7 +132,7 @@ void LoadPosition(const std::string &name, Move move) {
         structAnim &channel = anim[static_cast<size_t>(line.index)];
         if (channel.name == FigureOffsetName) isOffsetMoved = true;
         for (int axis = 0; axis < AxisCount; axis++) {
-            if (move == Move::Smooth) channel.current[axis] = XPLMGetDataf(channel.dataref[axis]);
+            if (move == Move::Smooth) channel.current[axis] = channel.Shown(axis);
             SetTarget(channel, axis, line.values[axis]);
         }
     }
@@ -150,7 +150,7 @@ bool SavePose(const std::string &path) {
     std::string text;
     for (size_t i = 0; i < anim.size(); i++) {
         text += int2string(static_cast<int>(i)) + "," + anim[i].name + ",";
-        for (XPLMDataRef dataref : anim[i].dataref) text += SignificantDigits(XPLMGetDataf(dataref)) + ",";
+        for (int axis = 0; axis < AxisCount; axis++) text += SignificantDigits(anim[i].Shown(axis)) + ",";
         text += "\r\n";
     }
     return WriteWholeFile(path, text);

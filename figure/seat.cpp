@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "XPLMDataAccess.h"
 #include "figure/acf_file.h"
 #include "figure/channels.h"
 #include "frame/aircraft.h"
@@ -36,7 +35,7 @@ bool Fail(const std::string &reason) {
 // A place on an axis with what the channel of the whole figure adds to it: feet, to a ten-thousandth, which
 // is less than anybody sees.
 double Moved(double feet, int axis) {
-    feet += XPLMGetDataf(anim[FigureOffsetChannel].dataref[axis]) / MetresPerFoot;
+    feet += anim[FigureOffsetChannel].Shown(axis) / MetresPerFoot;
     return std::round(feet * 1e4) / 1e4;
 }
 
