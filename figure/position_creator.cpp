@@ -10,15 +10,12 @@
 #include "figure/hand_views.h"
 #include "figure/pose_edits.h"
 #include "figure/position_creator_tools.h"
-#include "figure/positions.h"
 #include "gfx/drawing.h"
 #include "gfx/fonts.h"
 #include "gfx/textures.h"
-#include "util/files.h"
 #include "util/make_fresh.h"
 #include "util/numbers.h"
 #include "util/screen.h"
-#include "util/text.h"
 
 widgetVR_class EditorPanel;
 PositionCreatorState positionCreator;
@@ -251,28 +248,8 @@ void ReInitPositionCreator() {
     ShowSelectedName();
 }
 
-void SavePositionToFile() {
-    const std::string name = GetCurrentPositionName();
-    if (SavePosition(name))
-        TellInCreator("Saved: " + name);
-    else
-        TellInCreator(
-            isSafeFileName(name) ? "Not saved: see the log" : "Not saved: this is no name for a file", true);
-}
-
 void RememberPoseInCreator() {
     if (EditorPanel.isShow()) RememberPose();
-}
-
-std::string GetCurrentPositionName() {
-    if (box_PositionName < 0 || static_cast<size_t>(box_PositionName) >= EditorPanel.boxes.size())
-        return "new";
-    return EditorPanel.boxes[static_cast<size_t>(box_PositionName)].text;
-}
-
-void SetCurrentPositionName(const std::string &name) {
-    EditorPanel.SetBoxText(box_PositionName, ReplaceString(name, ".txt", ""));
-    EditorPanel.redraw = 1;
 }
 
 void ResetPositionCreator() {

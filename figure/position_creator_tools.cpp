@@ -8,7 +8,7 @@
 
 #include "figure/channels.h"
 #include "figure/hand_views.h"
-#include "figure/position_creator.h"
+#include "figure/position_creator_state.h"
 #include "figure/positions.h"
 #include "gfx/drawing.h"
 #include "gfx/fonts.h"
@@ -435,6 +435,26 @@ void RefreshCreatorTools() {
     PlateAt(Reset).enabled = PlateAt(Mirror).enabled = isAll || isChosen();
     PlateAt(Copy).enabled = isChosen() && OtherSide(anim_selected) != anim_selected;
     SetText(PlateAt(HandPoint).caption, handViews.point == rig::HandPoint::Grip ? "Palm" : "Finger");
+}
+
+std::string GetCurrentPositionName() {
+    if (box_PositionName < 0 || static_cast<size_t>(box_PositionName) >= EditorPanel.boxes.size())
+        return "new";
+    return EditorPanel.boxes[static_cast<size_t>(box_PositionName)].text;
+}
+
+void SetCurrentPositionName(const std::string &name) {
+    EditorPanel.SetBoxText(box_PositionName, ReplaceString(name, ".txt", ""));
+    EditorPanel.redraw = 1;
+}
+
+void SavePositionToFile() {
+    const std::string name = GetCurrentPositionName();
+    if (SavePosition(name))
+        TellInCreator("Saved: " + name);
+    else
+        TellInCreator(
+            isSafeFileName(name) ? "Not saved: see the log" : "Not saved: this is no name for a file", true);
 }
 
 void TellInCreator(const std::string &message, bool isTrouble) {

@@ -1,7 +1,7 @@
 // What stands beside the position creator's pictures and pad: the chosen channel's numbers with its limits,
 // undo and redo, reset, mirror and copy, the views in which a hand is dragged, the presets with their
-// pictures, and a few lines that say what happened. This module owns those items of the panel and what they
-// show.
+// pictures, saving, and a few lines that say what happened. This module owns those items of the panel and
+// what they show.
 #pragma once
 
 #include <string>
@@ -32,6 +32,15 @@ int EndTypingInCreator(int box, BoxEnd end);
 
 // Once a frame: the items show what is.
 void RefreshCreatorTools();
+
+// The name in the box; "new" while there is no box.
+std::string GetCurrentPositionName();
+
+// Puts the name, without its first ".txt", into the box, if there is one.
+void SetCurrentPositionName(const std::string &name);
+
+// Saves the pose under the name in the box, and tells so in the panel.
+void SavePositionToFile();
 
 // Some words for the user, below the buttons, until the next ones. isTrouble: something was refused.
 void TellInCreator(const std::string &message, bool isTrouble = false);

@@ -11,6 +11,7 @@
 #include "figure/dataref_list.h"
 #include "figure/liveliness.h"
 #include "figure/position_creator.h"
+#include "figure/position_creator_tools.h"
 #include "figure/positions.h"
 #include "figure/seat.h"
 #include "figure/setup_dialogs.h"

@@ -3,6 +3,7 @@
 #include <clocale>
 
 #include "figure/position_creator.h"
+#include "figure/position_creator_tools.h"
 #include "tests/figure/figure_folder.h"
 
 using Names = std::vector<std::string>;
