@@ -73,14 +73,26 @@ sim.run(3)
 
 -- ---- Where a script has put them they stay ----
 
+-- She takes a rest position of her own accord when she likes, but no other within three seconds.
+local function just_rested()
+    local before
+    check.wait(60, function()
+        before = sim.get("kv/fo/" .. ARM)
+        sim.frames(1)
+        return math.abs(sim.get("kv/fo/" .. ARM) - before) > 0.1
+    end, "a rest position")
+end
+
+just_rested()
 sim.hear("posed")
 for _ = 1, 150 do
     sim.frames(1)
     check.near(on_top(ARM), 0, 1, "hands on the yoke")
 end
 check.near(shown(ARM), in_position("reach_yoke", ARM), 1, "hands on the yoke")
+just_rested()
 sim.hear("captain")
-sim.run(1)
+sim.run(0.5)
 check.near(on_top(TURN), 0, 1e-3, "nothing during the move")
 sim.run(1.5)
 local look = in_position("look_captain", "body_mid_y") + in_position("look_captain", "body_top_y")
