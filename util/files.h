@@ -43,6 +43,7 @@ Reading ReadWholeFile(const std::string &path, std::string &content, uint64_t li
 using TakeLine = std::function<bool(std::string_view line)>;
 Reading ReadEachLine(const std::string &path, uint64_t limit, const TakeLine &take);
 
+// Whether a file is at the path, or behind the link there. Nothing in the log.
 Presence WhatIsAt(const std::string &path);
 
 // How many lines ReadLines would give, without keeping them; 0 when it would give none.
