@@ -14,7 +14,7 @@ namespace simhost {
 namespace {
 
 int Remove(Call &call) {
-    const std::string path = call.Text(1, "path");
+    const std::string path = PathFromStart(call.Text(1, "path"));
     std::error_code failed;
     lua_pushboolean(call.lua, fs::remove_all(path, failed) > 0);
     if (failed) call.Fail("cannot remove " + path + ": " + failed.message());
@@ -22,7 +22,7 @@ int Remove(Call &call) {
 }
 
 int MakeFolder(Call &call) {
-    const std::string path = call.Text(1, "path");
+    const std::string path = PathFromStart(call.Text(1, "path"));
     std::error_code failed;
     fs::create_directories(path, failed);
     if (!fs::is_directory(path, failed)) call.Fail("cannot make the folder " + path);
@@ -30,7 +30,7 @@ int MakeFolder(Call &call) {
 }
 
 int List(Call &call) {
-    const fs::path folder = call.Text(1, "folder");
+    const fs::path folder = PathFromStart(call.Text(1, "folder"));
     std::vector<std::string> files;
     std::error_code failed;
     for (fs::recursive_directory_iterator entry(folder, failed), end; !failed && entry != end;

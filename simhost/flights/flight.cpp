@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "simhost/drawing/graphics_state.h"
 #include "simhost/events.h"
@@ -34,7 +35,15 @@ steady_clock::time_point startOfFlight, nextFrame; // nextFrame: in real time al
 
 constexpr std::chrono::milliseconds MostBehind{250}; // a flight that was held up goes on from now
 
-int simulatorFolders = 0; // around each other
+// Where we are: going there at each call would take longer than the call.
+bool isInSimulatorFolder = false;
+
+void GoTo(bool isSimulatorFolder) {
+    if (isSimulatorFolder == isInSimulatorFolder) return;
+    std::error_code failed; // a folder that is gone is found to be so by whoever opens a file in it
+    std::filesystem::current_path(isSimulatorFolder ? flight.scratch.root : flight.startFolder, failed);
+    isInSimulatorFolder = isSimulatorFolder;
+}
 
 // "flight.lua:12:" at the start of a message, by the name under which Lua knows the file.
 bool StartsWithPlace(const char *message, const char *source) {
@@ -116,6 +125,29 @@ int Exit(lua_State *lua) {
     std::exit(FinishFlight(status));
 }
 
+// What Lua's own calls name is meant from where the script was started. The first upvalue is that of the
+// call.
+int CallFromStart(lua_State *lua) {
+    GoTo(false);
+    return lua_tocfunction(lua, lua_upvalueindex(2))(lua);
+}
+
+void LeadFileCalls(lua_State *lua) {
+    const std::pair<const char *, const char *> calls[] = {
+        {"_G", "dofile"},  {"_G", "loadfile"}, {"_G", "require"}, {"io", "input"},
+        {"io", "lines"},   {"io", "open"},     {"io", "output"},  {"io", "popen"},
+        {"os", "execute"}, {"os", "remove"},   {"os", "rename"}};
+    for (const auto &[library, name] : calls) {
+        lua_getglobal(lua, library);
+        lua_getfield(lua, -1, name);
+        if (!lua_getupvalue(lua, -1, 1)) lua_pushnil(lua);
+        lua_insert(lua, -2);
+        lua_pushcclosure(lua, CallFromStart, 2);
+        lua_setfield(lua, -2, name);
+        lua_pop(lua, 1);
+    }
+}
+
 // The path by which "require" finds files beside the flight.
 void AddSearchPath(lua_State *lua, const char *script) {
     const char *slash = std::strrchr(script, '/');
@@ -143,6 +175,7 @@ void AddArguments(lua_State *lua, const FlightOptions &options) {
 
 void PrepareLua(lua_State *lua, const FlightOptions &options) {
     luaL_openlibs(lua);
+    LeadFileCalls(lua);
     lua_newtable(lua);
     AddPluginCalls(lua);
     AddFileCalls(lua);
@@ -187,6 +220,7 @@ int RunScript() {
     }
     PrepareLua(lua, flight.options);
     lua_pushcfunction(lua, ExplainError);
+    GoTo(false);
     int failed = luaL_loadfile(lua, flight.options.script.c_str());
     if (failed == LUA_OK) {
         luaL_checkstack(lua, static_cast<int>(flight.options.arguments.size()) + 10, "too many arguments");
@@ -228,22 +262,14 @@ void WaitForClock() {
     std::this_thread::sleep_until(nextFrame);
 }
 
-void GoToFolder(const std::string &folder) {
-    std::error_code failed; // a folder that is gone is found to be so by whoever opens a file in it
-    std::filesystem::current_path(folder, failed);
-}
-
 } // namespace
 
-SimulatorFolder::SimulatorFolder() {
-    if (simulatorFolders++ == 0) GoToFolder(flight.scratch.root);
-}
-
-SimulatorFolder::~SimulatorFolder() {
-    if (--simulatorFolders == 0) GoToFolder(flight.startFolder);
+std::string PathFromStart(const std::string &path) {
+    return (std::filesystem::path(flight.startFolder) / path).generic_string();
 }
 
 SimulatorCall::SimulatorCall() {
+    GoTo(true);
     if (!flight.locale.empty()) std::setlocale(LC_ALL, flight.locale.c_str());
 }
 
@@ -252,7 +278,6 @@ SimulatorCall::~SimulatorCall() {
 }
 
 void StepFrames(long long count) {
-    SimulatorFolder forAll; // going there and back takes longer than a small plug-in's frame
     for (long long i = 0; i < count; ++i) {
         BeginFrameOfSpeech();
         {

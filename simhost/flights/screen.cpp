@@ -1,8 +1,6 @@
 // The calls on what is seen: screen_text, screenshot, show.
-#include <filesystem>
-
-#include "simhost/drawing/cockpit_view.h"
 #include "simhost/drawing/screen.h"
+#include "simhost/drawing/cockpit_view.h"
 #include "simhost/flights/arguments.h"
 #include "simhost/flights/state.h"
 #include "simhost/flights/transcript.h"
@@ -43,7 +41,7 @@ int ScreenText(Call &call) {
 int Screenshot(Call &call) {
     std::string path = call.Text(1, "path");
     if (path.empty()) call.Refuse("path", "must not be empty");
-    path = (std::filesystem::path(flight.startFolder) / path).string(); // plug-ins draw in another folder
+    path = PathFromStart(path);
     const std::string window = call.Has(2) ? call.Text(2, "window") : "";
     std::string error;
     bool written = false;

@@ -81,7 +81,7 @@ int RecordCall(Call &call) {
     const std::string path = call.Text(1, "path");
     if (path.empty()) call.Refuse("path", "must not be empty");
     NeedOwnTime(call);
-    if (!BeginRecording(path, error)) call.Fail(error);
+    if (!BeginRecording(PathFromStart(path), error)) call.Fail(error);
     return 0;
 }
 
@@ -112,10 +112,11 @@ int VoiceProcess() {
 bool StartSound(std::string &error) {
     if (hasDevices()) return true;
     {
-        SimulatorFolder socketsPlace;
+        SimulatorCall socketsPlace;
         if (!OpenVoiceHost(HangSeconds(), error)) return false;
     }
-    return flight.options.recording.empty() || BeginRecording(flight.options.recording, error);
+    const std::string &recording = flight.options.recording;
+    return recording.empty() || BeginRecording(PathFromStart(recording), error);
 }
 
 void RunFrameOfSound() {

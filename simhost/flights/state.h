@@ -40,18 +40,14 @@ struct FlightState {
 };
 extern FlightState flight;
 
-// The working directory is the simulator's folder; outside of all of these it is the script's.
-class SimulatorFolder {
-public:
-    SimulatorFolder();
-    ~SimulatorFolder();
-    SimulatorFolder(const SimulatorFolder &) = delete;
-    SimulatorFolder &operator=(const SimulatorFolder &) = delete;
-};
+// The absolute path of what the flight's script names, for our own calls: the working directory may be the
+// simulator's folder.
+std::string PathFromStart(const std::string &path);
 
 // Around everything that may run a plug-in's code: the watchdog looks, the working directory is the
 // simulator's folder, and the process has the flight's locale. In between it has the locale "C", so that
-// neither Lua nor the simulator is led astray by it, and the script finds its files where it was started.
+// neither Lua nor the simulator is led astray by it; and Lua's calls on files go back to where the script was
+// started.
 class SimulatorCall {
 public:
     SimulatorCall();
@@ -61,7 +57,6 @@ public:
 
 private:
     WatchedCall watched;
-    SimulatorFolder folder;
 };
 
 void StepFrames(long long count);

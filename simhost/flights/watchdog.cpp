@@ -61,8 +61,11 @@ void TidyScratch(const std::string &root, bool keep, int status) {
     std::error_code failed;
     if (keep && status != ExitUsage)
         std::fprintf(stderr, "fennic-sim: kept %s\n", root.c_str());
-    else if (!root.empty())
+    else if (!root.empty()) {
+        // A working directory is not removed on every system.
+        std::filesystem::current_path(std::filesystem::temp_directory_path(failed), failed);
         std::filesystem::remove_all(root, failed);
+    }
 }
 
 void NameLoadingLibrary(const std::string &libraryPath) {
