@@ -1,5 +1,5 @@
 // Windows processes. Each is in a job of its own that the system ends with its last handle, ours: so the
-// process never outlives the simulator, however that one ends. It inherits its three pipes and nothing else.
+// process never outlives the simulator, however that one ends.
 // The pipe to its input is written beside the simulator's thread; of the others there is read what lies in
 // them.
 #include "speech/companion/helper_process.h"
@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <utility>
 
-#include <windows.h>
+#include "sdk/windows/start_process.h"
 
 namespace fennic_speech {
 
@@ -100,42 +100,6 @@ std::intptr_t MakeJob() {
     return Kept(job);
 }
 
-// Starts it in the job, with these handles and no window. The error, 0 for none.
-DWORD Launch(const std::string &program, HANDLE (&handles)[3], HANDLE job, PROCESS_INFORMATION &started) {
-    SIZE_T size = 0;
-    InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
-    std::string memory(size, '\0');
-    const auto attributes = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(memory.data());
-    if (!InitializeProcThreadAttributeList(attributes, 1, 0, &size)) return GetLastError();
-    UpdateProcThreadAttribute(attributes, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles, sizeof handles,
-                              nullptr, nullptr);
-    STARTUPINFOEXW startup = {};
-    startup.StartupInfo.cb = sizeof startup;
-    startup.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
-    startup.StartupInfo.hStdInput = handles[0];
-    startup.StartupInfo.hStdOutput = handles[1];
-    startup.StartupInfo.hStdError = handles[2];
-    startup.lpAttributeList = attributes;
-    const std::wstring path = Wide(program);
-    std::wstring line = L"\"" + path + L"\" --child"; // may be written to
-    DWORD error = 0;
-    if (!CreateProcessW(path.c_str(), line.data(), nullptr, nullptr, TRUE,
-                        EXTENDED_STARTUPINFO_PRESENT | CREATE_NO_WINDOW | CREATE_SUSPENDED, nullptr, nullptr,
-                        &startup.StartupInfo, &started))
-        error = GetLastError();
-    DeleteProcThreadAttributeList(attributes);
-    if (error != 0) return error;
-    if (!AssignProcessToJobObject(job, started.hProcess)) {
-        error = GetLastError();
-        TerminateProcess(started.hProcess, KilledStatus);
-        CloseHandle(started.hProcess);
-    } else {
-        ResumeThread(started.hThread);
-    }
-    CloseHandle(started.hThread);
-    return error;
-}
-
 } // namespace
 
 bool HelperProcess::StartProgram(const std::string &program, std::string &error) {
@@ -147,10 +111,11 @@ bool HelperProcess::StartProgram(const std::string &program, std::string &error)
     outputHandle = result.ours;
     errorHandle = errorPipe.ours;
     if (hasPipes && job != -1) {
-        HANDLE handles[] = {Of(input.theirs), Of(result.theirs), Of(errorPipe.theirs)};
         PROCESS_INFORMATION started = {};
-        reason = Launch(program, handles, Of(job), started);
+        reason = StartProcess(L"\"" + Wide(program) + L"\" --child",
+                              {Of(input.theirs), Of(result.theirs), Of(errorPipe.theirs)}, Of(job), started);
         if (reason == 0) {
+            CloseHandle(started.hThread);
             process = Kept(started.hProcess);
             id = static_cast<int>(started.dwProcessId);
         }
