@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 extern "C" {
 #include <err.h>
@@ -26,6 +27,11 @@ const double LevelDecay = 0.999;  // a piece
 const double OldFrames = 200.0;   // that a mean counts as
 // The added noise is louder behind speech than before it.
 const float ShareOfSpeech = 0.3F, ShareOfLoud = 0.5F;
+// The first coefficient is the sum of the logarithms of 25 bands' power by the root of 25.
+const double DecibelsPerUnit = 10.0 / (5.0 * std::numbers::ln10);
+// From the quietest tenth of the frames to the loudest one. Of 120 recordings of people the least was 16 dB
+// in pink noise at 10 dB and 14 at 5 dB; of noise alone the most was 12.
+const double LeastRise = 13.0;
 
 // Frames above are loud beside the quietest: by so great a share of what lies between those and the loudest.
 float LeastOfSpeech(std::span<const Cepstrum> frames, float share) {
@@ -146,6 +152,18 @@ int QuietAtEnd(std::span<const Cepstrum> frames) {
     const auto loud =
         std::find_if(frames.rbegin(), frames.rend(), [&](const Cepstrum &f) { return f[0] >= least; });
     return static_cast<int>(loud - frames.rbegin());
+}
+
+bool HasSpeech(std::span<const Cepstrum> frames) {
+    if (frames.empty()) return false;
+    std::vector<double> loudness;
+    for (const Cepstrum &frame : frames) loudness.push_back(LoudnessOf(frame));
+    std::sort(loudness.begin(), loudness.end());
+    return loudness.back() - loudness[loudness.size() / 10] > LeastRise;
+}
+
+double LoudnessOf(const Cepstrum &frame) {
+    return DecibelsPerUnit * frame[0];
 }
 
 } // namespace fennic_voice

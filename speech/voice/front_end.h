@@ -43,4 +43,10 @@ void LearnMean(std::span<const Cepstrum> frames, Cepstrum &mean);
 // How many frames have passed since the last of those.
 int QuietAtEnd(std::span<const Cepstrum> frames);
 
+// Whether anything is so much louder than the quietest frames that it may be speech.
+bool HasSpeech(std::span<const Cepstrum> frames);
+
+// How loud a frame is, in decibels of no particular zero.
+double LoudnessOf(const Cepstrum &frame);
+
 } // namespace fennic_voice

@@ -15,6 +15,10 @@ const double ShortPause = 0.1, UsualPause = 0.3, LongPause = 0.6;
 // where no phrase goes on from it, and where one does that is not expected.
 const double ExpectedSilence = 0.05, ExpectedQuiet = 0.08, ExpectedPause = 0.16;
 
+// Decibels that a phrase may be softer than another one of the same pilot in the same breath: those of one
+// voice lie within 14. What is softer is noise, as of a device that stalls, which sounds like "off".
+const double Softer = 20.0;
+
 bool isOver(const SoFar &soFar) {
     if (soFar.heard.isExpected && !soFar.goesOnExpected)
         return soFar.phraseSilence >= ExpectedSilence
@@ -50,12 +54,22 @@ void Listener::Begin(std::span<const int16_t> noise) {
 void Listener::End() {
     if (!recogniser) return;
     const Heard heard = recogniser->Finish();
-    if (Accept(heard)) understood(heard.phrase);
+    if (Takes(heard)) Understand(heard);
+}
+
+bool Listener::Takes(const Heard &heard) const {
+    return Accept(heard) && heard.loudness > loudness - Softer;
+}
+
+void Listener::Understand(const Heard &heard) {
+    loudness = std::max(loudness, heard.loudness);
+    understood(heard.phrase);
 }
 
 void Listener::Press() {
     if (isHeld) return;
     isHeld = true;
+    loudness = 0.0;
     const Samples early(before.begin(), before.end());
     before.clear();
     const size_t noise = early.size() - std::min(early.size(), HeardBefore);
@@ -78,11 +92,11 @@ void Listener::Hear(const Samples &block) {
     if (!recogniser) return;
     recogniser->Hear(block);
     const SoFar soFar = recogniser->HeardSoFar();
-    const bool isPhrase = isOver(soFar) && Accept(soFar.heard);
+    const bool isPhrase = isOver(soFar) && Takes(soFar.heard);
     if (!isPhrase && (!soFar.hasSpeech || soFar.quiet < LongPause)) return;
     // What the pause has told counts: the engines' last words are worse where silence follows.
     recogniser->Finish();
-    if (isPhrase) understood(soFar.heard.phrase);
+    if (isPhrase) Understand(soFar.heard);
     Begin({}); // the next phrase
 }
 

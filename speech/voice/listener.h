@@ -38,9 +38,12 @@ private:
     bool haveChanged = true; // since the recogniser was told
     bool isHeld = false;
     std::deque<int16_t> before; // the last sound before the button
+    double loudness = 0.0;      // of the loudest phrase since the button was pressed
 
     void Begin(std::span<const int16_t> noise);
     void End();
+    bool Takes(const Heard &heard) const;
+    void Understand(const Heard &heard);
 };
 
 } // namespace fennic_voice

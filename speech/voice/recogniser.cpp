@@ -96,6 +96,18 @@ void TellLeftOut(const std::vector<std::string> &phrases) {
         std::fprintf(stderr, "reco 1 cannot listen for %zu phrases more\n", phrases.size() - MostTold);
 }
 
+// Of the loudest frame that belongs to a word.
+double LoudestOf(const std::vector<HeardWord> &path, std::span<const Cepstrum> frames) {
+    double loudest = LoudnessOf(Cepstrum());
+    size_t frame = 0;
+    for (const HeardWord &word : path) {
+        const size_t end = std::min(frame + static_cast<size_t>(word.frames), frames.size());
+        for (; frame < end; frame++)
+            if (!word.word.empty()) loudest = std::max(loudest, LoudnessOf(frames[frame]));
+    }
+    return loudest;
+}
+
 int SilenceAtEnd(const std::vector<HeardWord> &path) {
     int frames = 0;
     for (auto word = path.rbegin(); word != path.rend() && word->word.empty(); ++word) frames += word->frames;
@@ -236,7 +248,7 @@ SoFar Recogniser::HeardSoFar() {
     SoFar soFar;
     if (!engines->isHearing) return soFar;
     const int quiet = QuietAtEnd(engines->frames);
-    if (quiet == 0) return soFar;
+    if (quiet == 0 || !HasSpeech(engines->frames)) return soFar;
     Heard &heard = soFar.heard;
     heard.words = PathOf(engines->phrases.get());
     heard.english = PathOf(engines->english.get());
@@ -248,6 +260,7 @@ SoFar Recogniser::HeardSoFar() {
     const std::string text = TextOf(heard.words);
     soFar.hasSpeech = !text.empty() || !TextOf(heard.english).empty();
     if (engines->wholes.contains(text)) heard.phrase = text;
+    heard.loudness = LoudestOf(heard.words, engines->frames);
     heard.isExpected = engines->expected.contains(heard.phrase);
     soFar.goesOn = engines->begins.contains(text);
     soFar.goesOnExpected = engines->expectedBegins.contains(text);
@@ -260,10 +273,12 @@ Heard Recogniser::Finish() {
     engines->isHearing = false;
     for (ps_decoder_t *decoder : {engines->phrases.get(), engines->english.get()}) ps_end_utt(decoder);
     int32 score = 0;
-    if (const char *phrase = ps_get_hyp(engines->phrases.get(), &score)) heard.phrase = phrase;
+    const char *const phrase = ps_get_hyp(engines->phrases.get(), &score);
+    if (phrase && HasSpeech(engines->frames)) heard.phrase = phrase;
     heard.isExpected = engines->expected.contains(heard.phrase);
     heard.words = PathOf(engines->phrases.get());
     heard.english = PathOf(engines->english.get());
+    heard.loudness = LoudestOf(heard.words, engines->frames);
     LearnMean(engines->frames, engines->mean);
     return heard;
 }

@@ -46,8 +46,9 @@ public:
     const std::vector<std::string> &LeftOut() const { return leftOut; }
 
     // One utterance: Start, Hear as often as sound comes, Finish. Finish gives what was heard and how sure
-    // it is; the phrase is empty when nothing was. before: the sound until now, in which nobody spoke, for
-    // the noise; without half a second of it the noise is taken to be that of the utterance before.
+    // it is; the phrase is empty when nothing was, or nothing louder than the noise. before: the sound until
+    // now, in which nobody spoke, for the noise; without half a second of it the noise is taken to be that of
+    // the utterance before.
     void Start(std::span<const int16_t> before = {});
     void Hear(std::span<const int16_t> sound);
     Heard Finish();

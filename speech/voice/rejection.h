@@ -20,6 +20,7 @@ struct HeardWord {
 struct Heard {
     std::string phrase;             // the nearest of the list; empty: silence, or no list
     bool isExpected = false;        // that phrase is expected now
+    double loudness = 0.0;          // of its loudest sound, in decibels of no particular zero
     std::vector<HeardWord> words;   // of the phrase
     std::vector<HeardWord> english; // what the English decoder understood
 };

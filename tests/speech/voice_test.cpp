@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -99,6 +100,31 @@ TEST_F(Voice, AnswersWhereSpeechPauses) {
     hear("flaps up");
     EXPECT_EQ(understood, std::vector<std::string>{"flaps up"});
     listener.Release();
+}
+
+// The noise of a room that comes from a device that stalls, behind a phrase and before any: it sounds like
+// "off".
+TEST_F(Voice, NoiseIsNoPhrase) {
+    std::vector<std::string> understood;
+    Listener listener([&](const std::string &phrase) { understood.push_back(phrase); });
+    listener.SetRecogniser(recogniser.get());
+    listener.SetPhrases({"gear down", "off", "on", "set", "up", "checked"});
+    listener.SetExpected({"gear down", "off", "on", "set", "up"});
+    std::mt19937 random(1);
+    std::normal_distribution<double> white(0.0, 40.0);
+    for (Samples sound : {Spoken("gear down", true), Samples()}) {
+        sound.resize(sound.size() + 2 * SampleRate);
+        for (size_t i = 0, stalled = 0; i < sound.size(); i++) {
+            if (random() % 4000 == 0) stalled = random() % 1600;
+            if (stalled > 0) stalled--;
+            if (stalled == 0) sound[i] = static_cast<int16_t>(sound[i] + white(random));
+        }
+        listener.Press();
+        for (size_t i = 0; i + BlockSize <= sound.size(); i += BlockSize)
+            listener.Hear(Samples(&sound[i], &sound[i] + BlockSize));
+        listener.Release();
+        EXPECT_EQ(understood, std::vector<std::string>{"gear down"});
+    }
 }
 
 TEST_F(Voice, ReadsAnyListOfPhrases) {
