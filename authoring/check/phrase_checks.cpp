@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "authoring/check/checks.h"
@@ -62,8 +63,8 @@ void ReadDictionaries(const std::string &speechFolder) {
          {"/model/cmudict-en-us.dict", "/pronunciations.txt", "/user_pronunciations.txt"}) {
         std::ifstream file(speechFolder + name);
         for (std::string line; std::getline(file, line);)
-            if (const std::string word = line.substr(0, line.find_first_of("( \t\r")); !word.empty())
-                pronounced.insert(word);
+            if (std::string word = line.substr(0, line.find_first_of("( \t\r")); !word.empty())
+                pronounced.insert(pronounced.end(), std::move(word)); // which stand in their order
     }
 }
 
