@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "frame/aircraft.h"
+#include "frame/fresh_start.h"
 #include "simhost/simulator.h"
 #include "tests/scratch_folder.h"
 #include "util/clock.h"
@@ -68,6 +69,9 @@ protected:
         simhost::ActAsPlugin(plugin + LibraryName);
         FindSimulatorDatarefs();
     }
+
+    // Nothing is left to another test of the same process.
+    ~PluginFolder() override { ResetEverything(); }
 
     // Writes a file in the plug-in's folder, making its folders.
     void write(const std::string &path, const std::string &text) {

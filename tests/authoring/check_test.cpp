@@ -22,6 +22,8 @@ class Check : public PluginFolder {
 protected:
     std::string output;
 
+    ~Check() override { ForgetModel(); }
+
     int CheckWith(const simhost::CheckOptions &options) {
         ForgetModel(); // as a program that has just started
         testing::internal::CaptureStdout();

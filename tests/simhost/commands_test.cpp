@@ -34,6 +34,8 @@ using Calls = std::vector<std::string>;
 
 class Commands : public AsPlugin {
 protected:
+    Commands() { calls.clear(); }
+
     static Calls Taken() { return std::exchange(calls, {}); }
 };
 

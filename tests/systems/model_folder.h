@@ -1,7 +1,6 @@
 // A plug-in's folder whose systems model a test writes as text, loads, and runs frame by frame.
 #pragma once
 
-#include "frame/fresh_start.h"
 #include "frame/kill_switch.h"
 #include "systems/cycle.h"
 #include "systems/links.h"
@@ -17,9 +16,6 @@
 class ModelFolder : public PluginFolder {
 protected:
     ModelFolder() { isFennicKillDrfWasReaded = true; }
-
-    // Nothing is left to another test of the same process.
-    ~ModelFolder() override { ResetEverything(); }
 
     // Loads a model from one file; the log then holds what loading said.
     void Load(const std::string &text) {
