@@ -86,18 +86,23 @@ check.list(sim.said(), {"Before start checklist.", ITEMS[1][1]}, "no hold outliv
 
 -- ---- The button: behind the answers, and only on demand ----
 
-local answers = 0
-for _ in sim.get("kv/speech/expected"):gmatch("[^\n]+") do answers = answers + 1 end
-for _ = 1, answers + 1 do
-    sim.tap("kv/fennic/select")
-    sim.run(0.7)
+local function highlight_a_word()
+    local _, answers = sim.get("kv/speech/expected"):gsub("[^\n]+", "")
+    for _ = 1, answers + 1 do
+        sim.tap("kv/fennic/select")
+        sim.run(0.7)
+    end
+    check.that(overlay.line("next item"), "its group is unfolded while it is highlighted")
 end
-check.that(overlay.line("next item"), "its group is unfolded while it is highlighted")
+highlight_a_word()
+expect("next item", {ITEMS[2][1]})
+check.that(not overlay.line("next item"), "an old word answers no new question")
+highlight_a_word()
 sim.press("kv/fennic/select")
 sim.run(0.5)
 sim.release("kv/fennic/select")
 sim.run(5)
-check.list(sim.said(), {ITEMS[2][1]}, "the first word is next item")
+check.list(sim.said(), {ITEMS[3][1]}, "the first word is next item")
 expect("abort", {"All Commands and Checklists Aborted!"})
 check.no_problems()
 if not isCessna then return end
@@ -114,6 +119,7 @@ expect("abort", {"All Commands and Checklists Aborted!"})
 sim.stop()
 for _, file in ipairs {"CHECKLIST", "MENU", "CREW"} do os.remove(sim.dir("plugin") .. "systems/" .. file .. ".txt") end
 check.systems {}
+check.write(sim.dir("plugin") .. "systems/_places.txt", "lamp=none\nlamp switch=none\n") -- the second one is never used
 check.write(aircraft .. "Cessna_172SP_clist.txt", clists.twin)
 check.start(6)
 sim.choose("Fennic/Import Checklist")

@@ -85,9 +85,11 @@ local function flight_without(name, in_its_place, said)
     assert(os.rename(systems .. "x", systems .. name))
     return check.read(save)
 end
-check.equal(flight_without("_systems.txt", "nothing", "System files not found at " .. sim.dir("plugin")), kept,
+local noted = kept .. "a note that nobody reads\n"
+check.write(save, noted)
+check.equal(flight_without("_systems.txt", "nothing", "System files not found at " .. sim.dir("plugin")), noted,
             "no list")
-check.equal(flight_without("_systems.txt", "a folder", "FileIO:Cant open file " .. systems .. "_systems.txt: "), kept,
+check.equal(flight_without("_systems.txt", "a folder", "FileIO:Cant open file " .. systems .. "_systems.txt: "), noted,
             "a list that cannot be read")
 check.write(systems .. "T.txt", "sys=T\ndev=D\nout=P,double,,1,,,,,,,,1\n")
 check.write(systems .. "_systems.txt", "S\nT\n")

@@ -59,8 +59,10 @@ TEST_F(Textures, CoverTheirRectangleWithTheFirstRowAbove) {
 }
 
 TEST_F(Textures, TakeTintAndAlphaAndLieOverEachOther) {
-    const int id = LoadQuarters();
+    int id = 0;
     const Screen screen = Draw([&] {
+        glBlendFunc(GL_ONE, GL_ZERO); // as somebody else has left it
+        id = LoadQuarters();
         DrawTextureIdXYWHCT(id, 10, 10, 40, 40, ColourWhite, 1);
         DrawTextureIdXYWHRGBT(id, 10, 10, 40, 40, 0, 0, 1, 0.5);
     });

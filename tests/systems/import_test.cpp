@@ -81,6 +81,8 @@ TEST_F(Import, ConditionsAreMetAsTheyAreWritten) {
         for (const auto &values : row.met) EXPECT_TRUE(isMet(row.condition, {values})) << row.condition;
         for (const auto &values : row.notMet) EXPECT_FALSE(isMet(row.condition, {values})) << row.condition;
     }
+    Take("t/v[3]:1");
+    EXPECT_EQ(Parameter("CHECKLIST DATA.DATAREFS.V 3").inDataref.fullName, "t/v[3]");
 }
 
 TEST_F(Import, SomeRememberWhatWasBefore) {
