@@ -1,8 +1,7 @@
 # The plug-in's sources also compile against a real SDK, which keeps its headers in two folders. One of that
-# layout is made from sdk/, and everything that includes a header of the interface is compiled against it. What
-# comes of it is looked at as well (exports.cmake), since it holds the C++ runtime, which a library with
-# sanitizers does not.
-#   cmake -DSOURCE=<checkout> -DBUILD=<scratch folder> -DNINJA=<ninja> -DNM=<nm> -DREADELF=<readelf> -P other_sdk.cmake
+# layout is made from sdk/, and against it are compiled as many of them as it takes to have included every header of
+# the interface that the plug-in knows.
+#   cmake -DSOURCE=<checkout> -DBUILD=<scratch folder> -DNINJA=<ninja> -P other_sdk.cmake
 cmake_minimum_required(VERSION 3.25)
 
 set(sdk ${BUILD}/SDK)
@@ -13,28 +12,32 @@ file(COPY ${core_headers} DESTINATION ${sdk}/CHeaders/XPLM)
 file(COPY ${widget_headers} DESTINATION ${sdk}/CHeaders/Widgets)
 
 set(objects "")
+set(included "")
 file(GLOB sources RELATIVE ${SOURCE} ${SOURCE}/util/*.cpp ${SOURCE}/frame/*.cpp ${SOURCE}/voice/*.cpp
      ${SOURCE}/systems/*.cpp ${SOURCE}/figure/*.cpp ${SOURCE}/gfx/*.cpp)
 foreach(source IN LISTS sources)
-    file(STRINGS ${SOURCE}/${source} includes REGEX "^#include \"XP")
+    file(STRINGS ${SOURCE}/${source} includes REGEX "^#include \"(.*/)?XP")
+    if(includes MATCHES "/XP")
+        message(FATAL_ERROR "${source} knows where the headers are: ${includes}")
+    endif()
+    list(REMOVE_ITEM includes "" ${included})
     if(includes)
+        list(APPEND included ${includes})
         list(APPEND objects CMakeFiles/fennic_code.dir/${source}.o)
     endif()
 endforeach()
 
 execute_process(
     COMMAND ${CMAKE_COMMAND} -G Ninja -S ${SOURCE} -B ${BUILD} -DXPLANE_SDK=${sdk} -DFENNIC_SIMHOST=OFF
+            -DSPEECH_SOURCES= -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON
             -DCCACHE= # a compiler cache may name headers by other paths, which are compared below
-            -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0
+            -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-fsyntax-only
     OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target ${objects} COMMAND_ERROR_IS_FATAL ANY)
 
-# Had a source reached past the include folders, it would have been compiled against sdk/ after all.
+# Had one reached past the include folders, it would have been compiled against sdk/ after all.
 execute_process(COMMAND ${NINJA} -C ${BUILD} -t deps ${objects} OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
-if(NOT headers MATCHES "${sdk}/CHeaders/XPLM/" OR headers MATCHES "${SOURCE}/sdk/")
+if(NOT headers MATCHES "${sdk}/CHeaders/XPLM/" OR NOT headers MATCHES "${sdk}/CHeaders/Widgets/"
+   OR headers MATCHES "${SOURCE}/sdk/")
     message(FATAL_ERROR "not compiled against ${sdk} alone:\n${headers}")
 endif()
-
-execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target fennic COMMAND_ERROR_IS_FATAL ANY)
-execute_process(COMMAND ${CMAKE_COMMAND} -DNM=${NM} -DREADELF=${READELF} -DLIBRARY=${BUILD}/lin.xpl -Dnewest_wanted=2.31 -P
-                        ${CMAKE_CURRENT_LIST_DIR}/exports.cmake COMMAND_ERROR_IS_FATAL ANY)

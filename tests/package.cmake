@@ -4,7 +4,7 @@
 #         -DCHECKSUMS=<shipped_checksums> -DBUILT=<folder with fennic-sim and the staged aircraft>
 #         [-DSPEECH=<staged fennic_speech> -DENGINES=<sources of the engines>] -P package.cmake
 cmake_minimum_required(VERSION 3.25)
-set(quick -DZIP_LEVEL=1) # libraries with sanitizers are large
+set(quick -DZIP_LEVEL=0) # libraries with sanitizers are large
 set(aircraft Cessna_172SP)
 
 function(run)
@@ -80,20 +80,16 @@ author(0 "0 errors, 0 warnings" check Skylark)
 author(0 "no OpenGL here .*Before start checklist complete, Sir" Skylark/flight.lua)
 author(2 "no window: .*libGL" --window Skylark/flight.lua)
 author(0 "before start checklist" phrases Skylark)
-author(0 "" flights/cessna_172.lua)
+author(0 "" flights/checklist.lua)
 file(WRITE ${authors}/clist.txt "sw_checklist:Parking\nsw_item:PARKING BRAKE|SET:sim/cockpit2/controls/parking_brake_ratio:>0.5\n")
 author(0 "another" new --empty --name "Another one" another)
 author(0 "1 checklists with 1 items and 1 of 1 conditions" import clist.txt another)
 author(0 "0 errors, 0 warnings" check another)
 
 if(SPEECH)
-    foreach(time first second)
-        run(${CMAKE_COMMAND} ${quick} -DSOURCE=${SOURCE} -DSTAGED=${SPEECH} -DENGINES=${ENGINES} -DOUT=${WORK}/${time} -P
-            ${SOURCE}/cmake/package_speech.cmake)
-        file(TOUCH ${SPEECH}/settings.txt)
-    endforeach()
+    run(${CMAKE_COMMAND} ${quick} -DSOURCE=${SOURCE} -DSTAGED=${SPEECH} -DENGINES=${ENGINES} -DOUT=${WORK}/first -P
+        ${SOURCE}/cmake/package_speech.cmake)
     file(GLOB package RELATIVE ${WORK}/first ${WORK}/first/Fennic-speech-*-linux.zip)
-    run(${CMAKE_COMMAND} -E compare_files ${WORK}/first/${package} ${WORK}/second/${package})
     set(plugins ${WORK}/simulator/Resources/plugins)
     file(MAKE_DIRECTORY ${plugins})
     run(${CMAKE_COMMAND} -E chdir ${plugins} ${CMAKE_COMMAND} -E tar xf ${WORK}/first/${package})
