@@ -31,6 +31,11 @@ elseif(EXISTS ${speech}/64/win.xpl)
     set(system windows)
     set(RUNS_ON "Windows 10 and later")
     set(program 64/fennic-voice.exe)
+    set(FIRST_START "
+
+  Right-click the zip file before, choose \"Properties\" and tick \"Unblock\"; then open it and drag the folder
+  fennic_speech into plugins: \"Extract All\" makes one folder too many. Where she does not hear you, switch on
+  \"Let desktop apps access your microphone\" in the settings of Windows, under \"Privacy\", \"Microphone\".")
 else()
     set(SYSTEM "Linux")
     set(system linux)
@@ -45,7 +50,11 @@ if(system STREQUAL "macos" AND NOT EXISTS ${speech}/${program}) # made elsewhere
     make_package(${zip_file} ${root} fennic_speech)
     return()
 endif()
-set(PROGRAM ${program})
+if(system STREQUAL "windows")
+    string(REPLACE "/" "\\" PROGRAM ${program})
+else()
+    set(PROGRAM ${program})
+endif()
 configure_file(${SOURCE}/cmake/package_speech_readme.txt.in ${speech}/readme.txt @ONLY)
 file(COPY_FILE ${ENGINES}/pocketsphinx/LICENSE ${speech}/licences/pocketsphinx.txt)
 file(COPY_FILE ${ENGINES}/sphinxbase/LICENSE ${speech}/licences/sphinxbase.txt)
