@@ -25,6 +25,13 @@ void LineInput::CutEnd(std::vector<std::string> &lines) {
     if (!rest.empty()) lines.push_back(std::exchange(rest, {}));
 }
 
+void PassMark(std::istream &file) {
+    std::string mark(3, '\0');
+    if (file.read(mark.data(), 3) && mark == "\xEF\xBB\xBF") return;
+    file.clear();
+    file.seekg(0);
+}
+
 bool WriteLine(const std::string &line) {
     return std::printf("%s\n", line.c_str()) >= 0 && std::fflush(stdout) == 0;
 }

@@ -1,6 +1,7 @@
 // Lines from the standard input and to the standard output.
 #pragma once
 
+#include <istream>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,9 @@ private:
     void Cut(const char *bytes, size_t count, std::vector<std::string> &lines);
     void CutEnd(std::vector<std::string> &lines);
 };
+
+// Passes over the mark that some editors put in front of UTF-8, where a file begins with it.
+void PassMark(std::istream &file);
 
 // Writes a line at once. False when nobody reads any more.
 bool WriteLine(const std::string &line);

@@ -13,6 +13,8 @@ extern "C" {
 cst_lexicon *cmu_lex_init(void);
 }
 
+#include "speech/voice/lines.h"
+
 namespace fennic_voice {
 
 namespace {
@@ -76,6 +78,7 @@ Pronunciation AskRules(const std::string &word) {
 bool Pronunciations::Read(const std::string &path) {
     std::ifstream file(path);
     if (!file) return false;
+    PassMark(file);
     std::string line;
     for (int number = 1; std::getline(file, line); number++) {
         std::istringstream fields(line);

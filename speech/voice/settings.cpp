@@ -45,6 +45,7 @@ bool Set(const std::string &key, const std::string &value, Settings &settings) {
 
 void ReadSettings(const std::string &path, Settings &settings) {
     std::ifstream file(path);
+    PassMark(file);
     int number = 0;
     for (std::string line; std::getline(file, line);) {
         number++;

@@ -227,8 +227,10 @@ bool Line::Open() {
             if (result == paDeviceUnavailable) break; // in use: no other rate helps
         }
     const PaHostErrorInfo &host = *Pa_GetLastHostErrorInfo();
-    Fail(std::string(device.name) + ": " + TextOfError(result)
-         + (result == paUnanticipatedHostError && host.errorText ? std::string(": ") + host.errorText : ""));
+    std::string reason = DescribeSoundError(host.errorCode);
+    if (reason.empty()) reason = TextOfError(result);
+    if (result == paUnanticipatedHostError && host.errorText) reason += std::string(": ") + host.errorText;
+    Fail(std::string(device.name) + ": " + reason);
     return false;
 }
 

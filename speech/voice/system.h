@@ -21,6 +21,10 @@ std::string QuotedForCommand(const std::string &path);
 // The system speaks with voices of the list, by a program of its own.
 extern const bool SystemSpeaks;
 
+// Why a device cannot be opened, in a pilot's words, by the number that the system gives as the reason; empty
+// for one that says nothing to him.
+std::string DescribeSoundError(long number);
+
 // While it lives, what the system's sound libraries write to the standard error goes nowhere: they tell there
 // of each kind of device that is not there.
 class Hush {

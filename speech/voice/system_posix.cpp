@@ -41,6 +41,10 @@ std::string QuotedForCommand(const std::string &path) {
     return "'" + path + "'";
 }
 
+std::string DescribeSoundError(long) {
+    return "";
+}
+
 Hush::Hush() : kept(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3)) {
     void *const library = dlopen("libasound.so.2", RTLD_NOW); // where it is
     void *const function = library ? dlsym(library, "snd_lib_error_set_handler") : nullptr;

@@ -232,7 +232,7 @@ TEST(WavFile, IsReadInEveryUsualFormat) {
 TEST(VoiceSettings, KeepWhatTheyUnderstand) {
     const std::string file = testing::TempDir() + "fennic_voice_settings_" + std::to_string(getpid());
     std::ofstream(file)
-        << "# a comment\r\nMicrophone = USB Headset\r\nnonsense\nabort-always=perhaps\nvoice-w=\n"
+        << "\xEF\xBB\xBFMicrophone = USB Headset\r\n# a comment\r\nnonsense\nabort-always=perhaps\nvoice-w=\n"
            "voice-Daniel=say -o {rate}=x\n";
     Settings settings;
     settings.loudspeaker = "kept";
