@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <memory>
 #include <string_view>
 
 #include "XPLMDataAccess.h"
@@ -30,7 +29,6 @@ struct Target {
     XPLMDataTypeID type = xplmType_Unknown;
     int elements = 1; // of an array
     int index = -1;
-    std::unique_ptr<SimulatorCall> inside; // where a plug-in is asked or told, which is not in every frame
 };
 
 // The one type by which a dataref of several is read and written.
@@ -64,10 +62,8 @@ std::string TypeName(const Target &target) {
 }
 
 void Describe(Target &target) {
-    Dataref *const dataref = FindGoodRecord(target.name);
-    target.handle = dataref;
-    if (!dataref) return;
-    if (!dataref->isStored || dataref->isShared) target.inside = std::make_unique<SimulatorCall>();
+    target.handle = FindGoodRecord(target.name);
+    if (!target.handle) return;
     target.type = LeadingType(XPLMGetDataRefTypes(target.handle));
     if (target.type == xplmType_IntArray) target.elements = XPLMGetDatavi(target.handle, nullptr, 0, 0);
     if (target.type == xplmType_FloatArray) target.elements = XPLMGetDatavf(target.handle, nullptr, 0, 0);
@@ -83,7 +79,7 @@ void SplitIndex(Target &target) {
     if (parsed.ec != std::errc() || parsed.ptr != end) return;
     split.name = target.name.substr(0, open);
     Describe(split);
-    if (split.handle) target = std::move(split);
+    if (split.handle) target = split;
 }
 
 // The call's dataref, by its name and an index at indexPlace. An unknown one has no handle.
@@ -119,6 +115,7 @@ void PushElement(lua_State *lua, const Target &target, int index) {
 }
 
 int Get(Call &call) {
+    SimulatorCall inside;
     const Target target = FindTarget(call, 2);
     switch (target.type) {
     case xplmType_Int: lua_pushinteger(call.lua, XPLMGetDatai(target.handle)); break;
@@ -205,6 +202,7 @@ bool isPilotsAct(std::string_view name) {
 
 int Set(Call &call) {
     constexpr int value = 2;
+    SimulatorCall inside;
     Target target = FindTarget(call, 3);
     if (!target.handle) call.Refuse("name", "names no dataref: " + target.name);
     const int luaType = lua_type(call.lua, value);
