@@ -20,10 +20,15 @@ namespace {
 
 // A folder without the file has no developer mode.
 void ReadDeveloperMode() {
-    const std::string file = WhatPluginPath() + "data/developer.txt";
-    if (!isFileExistString(file)) return;
-    for (const std::string &line : ReadFileToVector(file))
-        if (line == "editor=1") globalDeveloper = isVAdraw = 1;
+    const std::string file = "data/developer.txt";
+    std::vector<FileLine> lines;
+    ReadLines(WhatPluginPath() + file, lines);
+    for (const FileLine &line : lines) {
+        if (line.text == "editor=1")
+            globalDeveloper = isVAdraw = 1;
+        else if (line.text != "editor=0")
+            LogDroppedLine(file, line.number, "developer mode takes the line \"editor=1\"", line.text);
+    }
 }
 
 const AircraftRow *RowOfThisAircraft() {

@@ -123,9 +123,14 @@ void TakeSetting(const std::string &file, const FileLine &line) {
         else if (key.string)
             *key.string = value;
         else if (!ParseInt(value, *key.number))
-            LogDroppedLine(file, line.number, NoNumber(key.text, value), key.text);
+            LogDroppedLine(file, line.number, NoNumber(key.text, value), line.text);
         return;
     }
+    Report({.severity = Severity::Warning,
+            .file = file,
+            .line = line.number,
+            .reason = "there is no such setting",
+            .text = line.text});
 }
 
 // The file to read, relative to the plug-in's folder; empty when no folder has the pair. While the system

@@ -60,6 +60,8 @@ void CheckElement(const std::string &fullName, XPLMDataRef dataref, const std::s
     if (!parts.hasIndex) {
         if (ElementsOf(dataref) > 0)
             AddFinding(Severity::Error, file, line, "an array needs an index, such as [0]: " + fullName);
+        else if (fullName.find_first_of("()") != std::string::npos)
+            AddFinding(Severity::Error, file, line, "an index stands in square brackets: " + fullName);
         return;
     }
     if (!parts.isClosed)

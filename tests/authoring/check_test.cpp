@@ -235,13 +235,16 @@ TEST_F(Check, NoMistakeIsLeftOut) {
 }
 
 TEST_F(Check, SettingsAndAnAircraftThatIsNotServed) {
-    write("data/settings_mac.txt", "gender=w\nvolume=5\nrate=10\n");
+    write("data/settings_mac.txt", "gender=w\nvolume=5\nrate=x\nmyuser=Bo\nsir=Sir\n");
     write("data/settings_win.txt", "");
     write("data/voicelist_mac.txt", "a voice\n");
     std::ofstream(aircraft + "glider.acf") << "I\n1200 Version\nACF\n\nP acf/_descrip A glider\n";
     EXPECT_EQ(Run(Head), 1);
     ExpectFindings({"data/settings_mac.txt:2: warning: volume and rate are from 10 to 100: 5",
-                    "glider.acf: error: she does not serve this aircraft", "1 error, 1 warning"});
+                    ":3: error: rate= \"x\" is no number - line dropped: rate=x",
+                    ":4: warning: taken for \"user=\": myuser=Bo",
+                    ":5: warning: there is no such setting - line dropped: sir=Sir",
+                    "glider.acf: error: she does not serve this aircraft", "2 errors, 3 warnings"});
     std::ofstream(aircraft + "glider.acf") << "P acf/_descrip Boeing 737-800X\n";
     EXPECT_EQ(Run(Head), 1);
     ExpectFindings({"the file of this aircraft must be named b738_4k.acf"});
