@@ -36,6 +36,14 @@ is(OFFER, 0)
 captain("yes")
 silence(3)
 
+-- Nor does what was accepted while it ran begin once it is broken off.
+ask("before start checklist", "Seats and belts?")
+ask("prepare the cockpit", "Ready. Before start checklist, Sir?")
+captain("yes")
+ask("abort", "All Commands and Checklists Aborted!")
+silence(3)
+is(OFFER, 0)
+
 -- ---- Starts that fail ----
 
 local function crank()

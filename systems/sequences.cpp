@@ -57,7 +57,6 @@ template <bool isMarking> bool RunSequence(const ProgramArrays &arrays, const Pr
     step.isSerial = true;
     step.called = run.called;
     step.isHeld = step.comesAgain = step.called && isStandingBy();
-    if (run.isChecklist && arrays.values[run.firstParameter] > 0.0) NoteChecklistRuns();
     std::fill(arrays.evaluated + run.firstParameter, arrays.evaluated + run.endParameter, 0);
     for (uint32_t index = run.firstParameter; index < run.endParameter; index++) {
         if (arrays.values[index] > 0.0) {
@@ -79,6 +78,7 @@ template <bool isMarking> bool RunSequence(const ProgramArrays &arrays, const Pr
             if (waits && TakeSkip()) GoOnWithoutItem<isMarking>(arrays, run, index, step);
         }
     }
+    if (run.isChecklist && arrays.values[run.firstParameter] > 0.0) NoteChecklistRuns();
     return step.comesAgain;
 }
 
