@@ -25,6 +25,9 @@ extern const bool SystemSpeaks;
 // for one that says nothing to him.
 std::string DescribeSoundError(long number);
 
+// How many samples a sound device is to give or take at once; 0: as it likes best.
+extern const unsigned long FramesPerBuffer;
+
 // While it lives, what the system's sound libraries write to the standard error goes nowhere: they tell there
 // of each kind of device that is not there.
 class Hush {

@@ -15,19 +15,8 @@ void Ignore(const char *, int, const char *, int, const char *, ...) {}
 
 } // namespace
 
-#ifdef __APPLE__
-const bool SystemSpeaks = true;
-#else
-const bool SystemSpeaks = false;
-#endif
-
 void PrepareStreams() {
     std::signal(SIGPIPE, SIG_IGN);
-}
-
-std::string ProgramFile() {
-    std::error_code ignored;
-    return std::filesystem::canonical("/proc/self/exe", ignored).string();
 }
 
 std::string MakeTemporaryWav() {

@@ -21,6 +21,7 @@ const UINT consoleLetters = GetConsoleOutputCP(); // of the console that we writ
 } // namespace
 
 const bool SystemSpeaks = false;
+const unsigned long FramesPerBuffer = 0;
 
 void PrepareStreams() {
     for (FILE *stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
