@@ -14,6 +14,7 @@
 #include "speech/voice/pronunciations.h"
 #include "speech/voice/recogniser.h"
 #include "speech/voice/speaker.h"
+#include "speech/voice/system.h"
 
 namespace fennic_voice {
 
@@ -134,6 +135,7 @@ void Check::Voices() {
     tell("woman", {BuiltIn::Woman, 50, ""});
     tell("man", {BuiltIn::Man, 50, ""});
     tell("Scotsman", {BuiltIn::Scotsman, 50, ""});
+    if (SystemSpeaks) tell("the system's", ChooseVoice("samantha", settings, true));
     for (const auto &[name, command] : settings.voices)
         tell("voice-" + name, {NearestBuiltIn(name == "m" ? "man" : name), 50, command});
 }

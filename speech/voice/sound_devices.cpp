@@ -183,7 +183,7 @@ PaError Line::OpenAs(PaDeviceIndex index, double deviceRate, int channels) {
     ends.ring.Clear();
     PaError result =
         Pa_OpenStream(&stream, isInput ? &parameters : nullptr, isInput ? nullptr : &parameters, deviceRate,
-                      paFramesPerBufferUnspecified, paNoFlag, isInput ? TakeSound : GiveSound, &ends);
+                      FramesPerBuffer, paNoFlag, isInput ? TakeSound : GiveSound, &ends);
     if (result == paNoError) {
         result = Pa_StartStream(stream);
         if (result != paNoError) Pa_CloseStream(stream);
