@@ -6,6 +6,9 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#ifdef __APPLE__
+#include <dlfcn.h>
+#endif
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
@@ -43,6 +46,21 @@ void MakeExecutable(const std::string &program) {
     chmod(program.c_str(), state.st_mode | S_IXUSR | S_IXGRP | S_IXOTH);
 }
 
+// A Mac asks who is responsible for a process whether the microphone may be used, and that is who started it:
+// the simulator, which says nothing about a microphone, and what has to be asked and says nothing is ended.
+// So the process answers for itself, by the text in its bundle. Other programs that start programs ask so,
+// too, but no header has the call; without it all stays as it is.
+void LetAnswerForItself(posix_spawnattr_t &attributes) {
+#ifdef __APPLE__
+    using Disclaim = int (*)(posix_spawnattr_t *, int);
+    const auto disclaim =
+        reinterpret_cast<Disclaim>(dlsym(RTLD_DEFAULT, "responsibility_spawnattrs_setdisclaim"));
+    if (disclaim) disclaim(&attributes, 1);
+#else
+    (void)attributes;
+#endif
+}
+
 std::string DescribeEnd(int status) {
     if (WIFSIGNALED(status)) return "by signal " + std::to_string(WTERMSIG(status));
     return "with status " + std::to_string(WEXITSTATUS(status));
@@ -71,10 +89,14 @@ bool HelperProcess::StartProgram(const std::string &program, std::string &error)
     posix_spawn_file_actions_adddup2(&actions, input[1], STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, result[1], STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, errorPipe[1], STDERR_FILENO);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    LetAnswerForItself(attributes);
     const char *const arguments[] = {program.c_str(), "--child", nullptr};
     pid_t started = 0;
-    const int reason = posix_spawn(&started, program.c_str(), &actions, nullptr,
+    const int reason = posix_spawn(&started, program.c_str(), &actions, &attributes,
                                    const_cast<char *const *>(arguments), environ);
+    posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     Close(input[1]);
     Close(result[1]);
