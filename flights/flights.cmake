@@ -19,10 +19,10 @@ set(cessna_172_options --fps 20)
 set(crew_words_aircraft Cessna_172SP TL319)
 set(crew_words_options --fps 20)
 set(any_aircraft_options --fps 20)
+set(kill_switch_options --fps 20)
 set(any_aircraft_arguments ${STAGED}/any/systems)
 
 # Those with her voice are skipped where it was not built. The demo is flown without it.
-set(voice_checklist_aircraft Cessna_172SP 737_Level_Up)
 set(voice_checklist_options --fps 20)
 set(voice_hangs_options --fps 10 --real-time)
 if(HAS_VOICE)

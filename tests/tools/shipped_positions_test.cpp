@@ -91,22 +91,6 @@ TEST(ShippedPositions, ReachTheirTargetsWithinTheJointsLimits) {
     }
 }
 
-TEST(ShippedPositions, AreThereForTheSystemsFiles) {
-    int used = 0;
-    for (const auto &entry : fs::recursive_directory_iterator(SHIPPED_AIRCRAFT)) {
-        if (entry.path().parent_path().filename() != "systems") continue;
-        std::ifstream file(entry.path());
-        for (std::string line; std::getline(file, line);) {
-            if (!line.starts_with("execute=2,")) continue;
-            const std::string name = StringToWordsArray(line, ',').at(1);
-            for (const char *gender : {"positions-w", "positions-m"})
-                EXPECT_TRUE(Files(gender).contains(name)) << entry.path() << ": " << name;
-            used++;
-        }
-    }
-    EXPECT_GT(used, 0);
-}
-
 TEST(ShippedPresets, ShapeOneHand) {
     const auto files = Files("presets");
     EXPECT_EQ(files.size(), 2 * HandShapes().size());
