@@ -1,8 +1,10 @@
 #include "speech/voice/recognise_files.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <numbers>
 #include <numeric>
 
 #include "speech/voice/phrase_file.h"
@@ -15,6 +17,7 @@ namespace fennic_voice {
 namespace {
 
 const size_t Silence = SampleRate * 3 / 10; // samples, before and behind a recording that is cut close
+const double SpreadOfNoise = 4.0;           // power of a piece of noise, times that of the quietest ones
 
 // The part of a recording that is not silent, with so much of the rest on both sides.
 std::span<const int16_t> WithoutEnds(const Samples &sound) {
@@ -29,23 +32,32 @@ std::span<const int16_t> WithoutEnds(const Samples &sound) {
     return std::span(sound).subspan(std::min(begin, end), end - std::min(begin, end));
 }
 
-// A second of what is to be heard where nobody speaks: the quietest part of the recording, to and fro.
+double PowerOf(std::span<const int16_t> sound) {
+    return std::accumulate(sound.begin(), sound.end(), 0.0, [](double sum, int16_t sample) {
+        return sum + static_cast<double>(sample) * sample;
+    });
+}
+
+// A second of what is to be heard where nobody speaks: the quietest pieces of the recording, each faded into
+// the next. They are short, since a word that is cut close has no silence but some hundredths of a second.
 Samples NoiseOf(const Samples &sound) {
-    const size_t length = std::min(sound.size(), size_t{SampleRate / 5});
-    const auto power = [&](size_t begin) {
-        return std::accumulate(
-            sound.begin() + static_cast<std::ptrdiff_t>(begin),
-            sound.begin() + static_cast<std::ptrdiff_t>(begin + length), 0.0,
-            [](double sum, int16_t sample) { return sum + static_cast<double>(sample) * sample; });
-    };
-    size_t quietest = 0;
-    for (size_t begin = 0; begin + length <= sound.size(); begin += BlockSize)
-        if (power(begin) < power(quietest)) quietest = begin;
+    std::vector<double> powers;
+    for (size_t begin = 0; begin + BlockSize <= sound.size(); begin += BlockSize)
+        powers.push_back(PowerOf(std::span(sound).subspan(begin, BlockSize)));
     Samples noise(SampleRate, 0);
-    for (size_t i = 0; i < noise.size() && length > 0; i++) {
-        const size_t place = i % (2 * length);
-        noise[i] = sound[quietest + std::min(place, 2 * length - 1 - place)];
-    }
+    if (powers.empty()) return noise;
+    std::vector<double> sorted = powers;
+    std::sort(sorted.begin(), sorted.end());
+    const double most = SpreadOfNoise * sorted[sorted.size() / 20];
+    std::vector<std::span<const int16_t>> pieces;
+    for (size_t i = 0; i < powers.size(); i++)
+        if (powers[i] <= most) pieces.push_back(std::span(sound).subspan(i * BlockSize, BlockSize));
+    for (size_t begin = 0, piece = 0; begin + BlockSize <= noise.size(); begin += BlockSize / 2, piece++)
+        for (size_t i = 0; i < BlockSize; i++) {
+            const double share = std::sin(std::numbers::pi * (static_cast<double>(i) + 0.5) / BlockSize);
+            const double sum = noise[begin + i] + share * pieces[piece % pieces.size()][i];
+            noise[begin + i] = static_cast<int16_t>(std::clamp(sum, -32768.0, 32767.0));
+        }
     return noise;
 }
 

@@ -10,8 +10,10 @@
 #include <gtest/gtest.h>
 
 #include "speech/voice/listener.h"
+#include "speech/voice/recognise_files.h"
 #include "speech/voice/sound.h"
 #include "speech/voice/synthesis.h"
+#include "speech/voice/wav_file.h"
 
 namespace fennic_voice {
 namespace {
@@ -142,6 +144,33 @@ TEST_F(Voice, ReadsAnyListOfPhrases) {
     EXPECT_EQ(Hear(Spoken("one two three four", false)).phrase, "1234");
     recogniser->SetPhrases({"\xff"}, {});
     EXPECT_EQ(Hear(Spoken("gear down", false)).phrase, "");
+}
+
+// Recordings of single words are often cut so close that nothing but speech lasts for long.
+TEST(RecogniseFiles, WordsThatAreCutClose) {
+    const std::filesystem::path folder = testing::TempDir() + "fennic_cut_close_" + std::to_string(getpid());
+    std::filesystem::create_directories(folder);
+    std::vector<std::string> recordings;
+    std::string expected;
+    for (const char *word : {"on", "ten", "left", "right", "down", "yes"}) {
+        for (const bool isMan : {false, true}) {
+            Samples sound = Spoken(word, isMan);
+            const auto isLoud = [](int16_t sample) { return std::abs(sample) > 500; };
+            sound.erase(std::find_if(sound.rbegin(), sound.rend(), isLoud).base(), sound.end());
+            sound.erase(sound.begin(), std::find_if(sound.begin(), sound.end(), isLoud));
+            recordings.push_back(folder / (std::to_string(recordings.size()) + ".wav"));
+            ASSERT_TRUE(WriteWavFile(recordings.back(), sound));
+            expected += std::string(word) + "\n";
+        }
+    }
+    std::ofstream(folder / "words.txt") << expected << "set\noff\nup\nno\nchecked\n";
+    Settings settings;
+    settings.modelFolder = SPEECH_MODEL;
+    settings.pronunciations = {SPEECH_DATA "/pronunciations.txt"};
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(RecogniseFiles(settings, folder / "words.txt", folder / "words.txt", recordings, false), 0);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), expected);
+    std::filesystem::remove_all(folder);
 }
 
 TEST(Pronunciations, NumbersAndUnknownWords) {
