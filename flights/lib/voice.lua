@@ -17,15 +17,16 @@ local is_windows = separator == "\\"
 voice.program = HOME .. "64/fennic-voice" .. (is_windows and ".exe" or "")
 voice.native_program = voice.program:gsub("/", separator) -- as the log names it
 voice.killed = is_windows and "" or "ended by signal 9" -- how one ended that was killed, in the log, if one can tell
+voice.ended = is_windows and "killed" or "by signal 9" -- how one did that the plug-in has ended
 
 -- The number of the process that speaks and listens, 0 for none.
 function voice.process()
     return sim.get(PROCESS)
 end
 
--- It is gone before the next frame.
-function voice.kill()
-    assert(os.execute((is_windows and "taskkill /f /pid %d >NUL" or "kill -9 %d"):format(voice.process())))
+-- A process is gone before the next frame; nil when there was none.
+function voice.kill(process)
+    return os.execute((is_windows and "taskkill /f /pid %d >NUL 2>&1" or "kill -9 %d 2>/dev/null"):format(process))
 end
 
 -- Takes the right to run its file from it, where there are such rights.
