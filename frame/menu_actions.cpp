@@ -75,7 +75,7 @@ void ShowChanges() {
         return;
     }
     string2debugString("The changes are in ", file, 1);
-    openURL(FileAddress(file));
+    OpenFile(file);
 }
 
 bool isListed(const std::vector<std::string> &list, const std::string &name) {

@@ -14,6 +14,5 @@ int ConvertNativePath(const char *in, char *out, size_t size);
 std::string ReadClipboard();
 void WrightClipboard(const std::string &text);
 
-// Opens an address, a web page or a file, with the program that the user has for it. For clicks, never in a
-// frame.
-void openURL(const std::string &address);
+// Opens a file with the program that the user has for it. For clicks, never in a frame.
+void OpenFile(const std::string &path);

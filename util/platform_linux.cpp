@@ -1,4 +1,4 @@
-// Linux: the simulator's paths are POSIX paths already; clipboard and browser are reached through the
+// Linux: the simulator's paths are POSIX paths already; clipboard and programs are reached through the
 // programs that desktops offer.
 #include "util/platform.h"
 
@@ -19,11 +19,11 @@ void WrightClipboard(const std::string &text) {
     WriteToCommand("xclip -selection clipboard 2>/dev/null || wl-copy 2>/dev/null", text);
 }
 
-// The browser is started by a child of a child, so that it is nobody's child to wait for when it ends.
-void openURL(const std::string &address) {
+// The program is started by a child of a child, so that it is nobody's child to wait for when it ends.
+void OpenFile(const std::string &path) {
     const pid_t child = fork();
     if (child == 0) {
-        if (fork() == 0) execlp("xdg-open", "xdg-open", address.c_str(), static_cast<char *>(nullptr));
+        if (fork() == 0) execlp("xdg-open", "xdg-open", path.c_str(), static_cast<char *>(nullptr));
         _exit(0);
     }
     if (child > 0) waitpid(child, nullptr, 0);

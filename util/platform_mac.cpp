@@ -1,4 +1,4 @@
-// macOS: colon-separated paths and web pages through CoreFoundation and Launch Services, the clipboard
+// macOS: colon-separated paths and opened files through CoreFoundation and Launch Services, the clipboard
 // through the system's command-line tools.
 #include "util/platform.h"
 
@@ -35,10 +35,13 @@ void WrightClipboard(const std::string &text) {
     WriteToCommand("/usr/bin/pbcopy", text);
 }
 
-void openURL(const std::string &address) {
+void OpenFile(const std::string &path) {
+    const CFStringRef posix =
+        CFStringCreateWithCString(kCFAllocatorDefault, path.c_str(), kCFStringEncodingUTF8);
+    if (!posix) return;
     const CFURLRef url =
-        CFURLCreateWithBytes(kCFAllocatorDefault, reinterpret_cast<const UInt8 *>(address.data()),
-                             static_cast<CFIndex>(address.size()), kCFStringEncodingUTF8, nullptr);
+        CFURLCreateWithFileSystemPath(kCFAllocatorDefault, posix, kCFURLPOSIXPathStyle, false);
+    CFRelease(posix);
     if (!url) return;
     LSOpenCFURLRef(url, nullptr);
     CFRelease(url);

@@ -1,5 +1,5 @@
-// Windows: the simulator's paths have backslashes, or slashes, or both; clipboard and browser are the
-// system's own calls.
+// Windows: the simulator's paths have backslashes, or slashes, or both; the clipboard, and what
+// opens a file, are the system's own calls.
 #include "util/platform.h"
 
 #include <algorithm>
@@ -66,6 +66,8 @@ void WrightClipboard(const std::string &text) {
     if (!target || !SetClipboardData(CF_UNICODETEXT, memory)) GlobalFree(memory);
 }
 
-void openURL(const std::string &address) {
-    ShellExecuteW(nullptr, L"open", WideText(address).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+void OpenFile(const std::string &path) {
+    std::wstring name = WideText(path);
+    std::replace(name.begin(), name.end(), L'/', L'\\');
+    ShellExecuteW(nullptr, L"open", name.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }

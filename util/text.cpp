@@ -183,17 +183,3 @@ std::string Latin1ToUtf8(std::string_view text) {
 bool Contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
-
-std::string FileAddress(std::string_view path) {
-    constexpr std::string_view plain = "/-._~", digits = "0123456789ABCDEF";
-    std::string address = "file://";
-    for (const char c : path) {
-        const auto byte = static_cast<unsigned char>(c);
-        const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-        if (isLetter || plain.find(c) != std::string_view::npos)
-            address += c;
-        else
-            address.append({'%', digits[byte >> 4U], digits[byte & 15U]});
-    }
-    return address;
-}

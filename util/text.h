@@ -59,6 +59,3 @@ std::string Latin1ToUtf8(std::string_view text);
 
 bool Contains(std::string_view text, std::string_view part);
 
-// The address of the file at an absolute path: "file://", and "%" with two digits for each byte that an
-// address cannot hold.
-std::string FileAddress(std::string_view path);

@@ -16,11 +16,10 @@
 #include "simhost/simulator.h"
 #include "util/paths.h"
 #include "util/pipes.h"
-#include "util/text.h"
 
 namespace {
 
-std::set<const std::string *> objects; // strings, and URLs as POSIX paths or addresses
+std::set<const std::string *> objects; // strings, and URLs as POSIX paths
 std::string opened, piped;
 
 const void *Keep(const std::string &text) {
@@ -79,11 +78,11 @@ TEST_F(PlatformMac, ASimulatorWithColonPathsIsUnderstood) {
     EXPECT_EQ(WhatThisAircraftAcfPath(), "/tmp/X-Plane 12/Aircraft/A/a.acf");
 }
 
-TEST_F(PlatformMac, AddressesAreOpenedAndTextsCopied) {
-    openURL("https://example.org/a");
-    EXPECT_EQ(opened, "https://example.org/a");
-    openURL("no address");
-    EXPECT_EQ(opened, "https://example.org/a");
+TEST_F(PlatformMac, FilesAreOpenedAndTextsCopied) {
+    OpenFile("/X-Plane 12/a.txt");
+    EXPECT_EQ(opened, "/X-Plane 12/a.txt");
+    OpenFile("/no UTF-8: \xff");
+    EXPECT_EQ(opened, "/X-Plane 12/a.txt");
     WrightClipboard("text");
     EXPECT_EQ(piped, "/usr/bin/pbcopy text");
     EXPECT_EQ(ReadClipboard(), "from /usr/bin/pbpaste");
@@ -115,15 +114,9 @@ Boolean CFStringGetCString(CFStringRef string, char *buffer, CFIndex size, CFStr
 
 CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef, CFStringRef path, CFURLPathStyle style, Boolean) {
     const std::string &text = TextOf(path);
+    if (style == kCFURLPOSIXPathStyle) return static_cast<CFURLRef>(Keep(text));
     if (style != kCFURLHFSPathStyle || text.starts_with(':')) return nullptr;
     return static_cast<CFURLRef>(Keep(FromColons(text)));
-}
-
-CFURLRef CFURLCreateWithBytes(CFAllocatorRef, const UInt8 *bytes, CFIndex length, CFStringEncoding encoding,
-                              CFURLRef) {
-    const std::string text(bytes, bytes + length);
-    if (encoding != kCFStringEncodingUTF8 || Contains(text, " ")) return nullptr;
-    return static_cast<CFURLRef>(Keep(text));
 }
 
 CFStringRef CFURLCopyFileSystemPath(CFURLRef url, CFURLPathStyle style) {

@@ -6,7 +6,6 @@
 extern "C" {
 #endif
 
-typedef unsigned char UInt8;
 typedef signed int OSStatus;
 typedef unsigned char Boolean;
 typedef signed long CFIndex;
@@ -28,8 +27,6 @@ Boolean CFStringGetCString(CFStringRef theString, char *buffer, CFIndex bufferSi
                            CFStringEncoding encoding);
 CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef allocator, CFStringRef filePath,
                                        CFURLPathStyle pathStyle, Boolean isDirectory);
-CFURLRef CFURLCreateWithBytes(CFAllocatorRef allocator, const UInt8 *URLBytes, CFIndex length,
-                              CFStringEncoding encoding, CFURLRef baseURL);
 CFStringRef CFURLCopyFileSystemPath(CFURLRef anURL, CFURLPathStyle pathStyle);
 
 #ifdef __cplusplus
