@@ -315,7 +315,7 @@ if opened then
     choose("Update/Check Update")
     for _ = 1, 6000 do
         if named() == plugin .. "CHANGELOG.txt" then break end
-        os.execute("sleep 0.1")
+        os.execute(package.config:sub(1, 1) == "\\" and "ping -n 2 127.0.0.1 >NUL" or "sleep 0.1")
     end
     check.equal(named(), plugin .. "CHANGELOG.txt", "the file that is opened")
     check.list(check.log(), {"The changes are in " .. plugin .. "CHANGELOG.txt"}, "where the changes are")
