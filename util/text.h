@@ -58,4 +58,3 @@ bool isUtf8(std::string_view text);
 std::string Latin1ToUtf8(std::string_view text);
 
 bool Contains(std::string_view text, std::string_view part);
-
