@@ -1,15 +1,15 @@
--- A model of 50 systems, 500 devices and 10,000 parameters in the editor: scroll bars, pages, the wheel and the
+-- A model of 30 systems, 300 devices and 6,000 parameters in the editor: scroll bars, pages, the wheel and the
 -- usage list reach the last of everything. What is changed there is seen in the saved file.
 local check = require "lib.check"
 local editor = require "lib.editor"
 
 local files, order = {}, {}
-for s = 1, 50 do
+for s = 1, 30 do
     local lines = {"sys=S" .. s}
     for d = 1, 10 do
         lines[#lines + 1] = "dev=D" .. d
         for p = 1, d == 10 and 110 or 10 do -- the last device holds the most
-            lines[#lines + 1] = ("out=P%d,double,,%d,,,,,,,,0\nlogic:\n[S%d.D%d.P1]>[%d]\ncalc=[S50.D10.P110]+[%d]")
+            lines[#lines + 1] = ("out=P%d,double,,%d,,,,,,,,0\nlogic:\n[S%d.D%d.P1]>[%d]\ncalc=[S30.D10.P110]+[%d]")
                                     :format(p, p, s, d, p, p)
         end
     end

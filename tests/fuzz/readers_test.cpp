@@ -13,7 +13,7 @@ void PrintTo(const Reader &reader, std::ostream *out) {
 
 namespace {
 
-const size_t MutationsOfReader = 250;
+const size_t MutationsOfReader = 150;
 const size_t MostBytesToMutate = 20'000;
 
 class Mutator {

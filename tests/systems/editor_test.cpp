@@ -318,18 +318,18 @@ TEST_F(Editor, KeepsTheModelWholeAndIsUndoneToTheFirstByte) {
     const std::string first = Saved();
     RandomModel random(7);
     int done = 0;
-    for (int i = 0; done < 4000 && i < 40000 && !HasFailure(); i++) {
+    for (int i = 0; done < 2000 && i < 20000 && !HasFailure(); i++) {
         SCOPED_TRACE(i);
         const unsigned changes = modelChangeCount;
         EditAtRandom(random);
         if (modelChangeCount != changes) done++;
         if (random.Chance(10)) Frame(random.Chance(20) ? "go now" : "");
         if (i % 50 == 0) ExpectWhole();
-        if (i % 2000 == 0) ExpectFilesHoldTheModel();
+        if (i % 1000 == 0) ExpectFilesHoldTheModel();
         executeFlow.clear();
     }
-    EXPECT_EQ(done, 4000) << "too few operations found something to change";
-    EXPECT_GT(CountUndoSteps(), 2000U);
+    EXPECT_EQ(done, 2000) << "too few operations found something to change";
+    EXPECT_GT(CountUndoSteps(), 1000U);
     std::printf("%d operations changed the model, %zu steps to undo in %zu bytes\n", done, CountUndoSteps(),
                 UndoBytes());
     while (UndoEditStep()) {

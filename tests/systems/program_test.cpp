@@ -23,7 +23,7 @@
 
 namespace {
 
-const int ModelsOfEveryDay = 400;
+const int ModelsOfEveryDay = 300;
 const int Frames = 30;
 
 enum class Way { Reference, EvaluateAll, EvaluateMarked, EvaluateByTurns };

@@ -41,7 +41,7 @@ namespace {
 namespace fs = std::filesystem;
 
 const int Errors[] = {EIO, ENOSPC, EMFILE, EACCES};
-const int PointsOfAKind = 15; // unless all are wanted
+const int PointsOfAKind = 10; // unless all are wanted
 const int FailuresTold = 3;
 const int Untold = 3;                  // status of a process that kept a failure to itself
 const std::string_view Kept = ".kept"; // a copy of what could not be read
