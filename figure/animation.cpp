@@ -14,7 +14,6 @@ FigureMotionState figureMotion;
 
 namespace {
 
-const double StillSeconds = 5; // a flight begins with the pose as loaded
 const double SmallestIdleStep = 0.1;
 const double IdleFactor = 5;
 const double BlinkSeconds = 0.1;

@@ -3,6 +3,9 @@
 // rest for the first 5 seconds of a flight.
 #pragma once
 
+// Of flight time: a flight begins with the pose as loaded.
+inline constexpr double StillSeconds = 5;
+
 struct FigureMotionState {
     int eyesOpen = 1, lipsOpen = 0; // 0 or 1
     int face = 0;                   // 0 eyes open, 1 lips open, 2 both open, 3 both closed

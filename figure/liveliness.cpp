@@ -19,7 +19,6 @@ LivelinessState liveliness;
 
 namespace {
 
-const double StillSeconds = 5; // as idle motion
 const char *const CaptainPosition = "look_captain";
 const char *const LookPositions = "look"; // what their names begin with
 

@@ -25,7 +25,7 @@ namespace {
 
 // ---- Places, in the panel's coordinates ----
 
-const int ColumnX = 384, PadTop = 256, PadX = 128; // the right quarter; what is left of the pad
+const int ColumnX = 384, PadTop = 256, BesidePad = 128; // the right quarter; what is left of the pad
 const int PanelSize = 512;
 const int NumberTop = 20, NumberPitch = 34, NumberX = 404, NumberWidth = 54, NumberHeight = 20;
 const int BarLeft = 436, BarRight = 474, BarBelow = 27; // of a number's limits; below the number's top
@@ -49,7 +49,7 @@ enum Plate {
     Mirror,
     Copy,
     LessX, // less and more for each axis
-    HandPoint = LessX + 2 * AxisCount,
+    PointOfHand = LessX + 2 * AxisCount,
     LeftPresets,
     RightPresets,
     MorePresets,
@@ -364,7 +364,7 @@ void AddCreatorTools() {
 void DrawBelowCreatorTools() {
     const double r = 0.106, g = 0.129, b = 0.161; // of the pictures' cards
     FillRestangleRGBT(ColumnX, 0, PanelSize, PanelSize, r, g, b, 1.0);
-    FillRestangleRGBT(0, 0, PadX, PanelSize - PadTop, r, g, b, 1.0);
+    FillRestangleRGBT(0, 0, BesidePad, PanelSize - PadTop, r, g, b, 1.0);
     DrawLimitBars();
     DrawHandViews(PanelSize, anim_selected);
 }
@@ -376,7 +376,7 @@ bool ClickCreatorTool(int button) {
         ApplyPreset(plate - FirstPreset);
         return true;
     }
-    if (plate >= LessX && plate < HandPoint) {
+    if (plate >= LessX && plate < PointOfHand) {
         if (isChosen()) Step((plate - LessX) / 2, (plate - LessX) % 2 == 0 ? -1 : 1);
         return true;
     }
@@ -390,7 +390,7 @@ bool ClickCreatorTool(int button) {
     case Reset: Change(ResetPose); break;
     case Mirror: Change(MirrorPose); break;
     case Copy: Change(CopyPoseToOtherSide); break;
-    case HandPoint:
+    case PointOfHand:
         handViews.point =
             handViews.point == rig::HandPoint::Grip ? rig::HandPoint::Fingertip : rig::HandPoint::Grip;
         break;
@@ -434,7 +434,7 @@ void RefreshCreatorTools() {
         PlateAt(ScopeJoint + scope).selected = static_cast<int>(creatorTools.scope) == scope;
     PlateAt(Reset).enabled = PlateAt(Mirror).enabled = isAll || isChosen();
     PlateAt(Copy).enabled = isChosen() && OtherSide(anim_selected) != anim_selected;
-    SetText(PlateAt(HandPoint).caption, handViews.point == rig::HandPoint::Grip ? "Palm" : "Finger");
+    SetText(PlateAt(PointOfHand).caption, handViews.point == rig::HandPoint::Grip ? "Palm" : "Finger");
 }
 
 std::string GetCurrentPositionName() {

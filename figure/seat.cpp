@@ -25,7 +25,7 @@ const char *const ObjectProperties = "data/obj/acf.txt";
 struct SeatState {
     std::optional<SeatPlace> loaded; // as the .acf had it
 };
-SeatState state;
+SeatState seatState;
 
 bool Fail(const std::string &reason) {
     LogProblem("Seat not saved: ", reason);
@@ -80,8 +80,8 @@ bool SaveSeat() {
         LogFileProblem("Seat not saved: ", acf, figure.reason);
         return false;
     }
-    if (!state.loaded) state.loaded = figure.seat;
-    const SeatPlace &loaded = *state.loaded;
+    if (!seatState.loaded) seatState.loaded = figure.seat;
+    const SeatPlace &loaded = *seatState.loaded;
     const SeatPlace seat = {Moved(loaded.x, 0), Moved(loaded.y, 1), Moved(loaded.z, 2)};
     // The .acf comes last: while it is the old one, saving again comes to the same place.
     const bool isSaved = WriteObject(seat) && WriteList(seat) && MoveObject(acf, figure.number, seat);
@@ -92,5 +92,5 @@ bool SaveSeat() {
 }
 
 void ResetSeat() {
-    MakeFresh(state);
+    MakeFresh(seatState);
 }

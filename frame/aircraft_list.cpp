@@ -81,7 +81,7 @@ struct Key {
     Take take;
 };
 
-const Key Keys[] = {
+const Key AircraftKeys[] = {
     {"file", TakeFile},
     {"setup", TakeSetup},
     {"seat", TakeSeat},
@@ -162,7 +162,7 @@ private:
             OpenRow(line.number, value);
             return "";
         }
-        for (const Key &key : Keys) {
+        for (const Key &key : AircraftKeys) {
             if (key.name != name) continue;
             if (rows.empty()) return "it stands before the first \"aircraft=\"";
             for (const std::string_view before : seen)

@@ -31,7 +31,7 @@ struct LogState {
 };
 LogState state;
 
-void Write(std::string line) {
+void WriteLine(std::string line) {
     std::erase(line, '\0'); // one quoted from a damaged file would cut the line's end off
     XPLMDebugString((line + "\n").c_str());
 }
@@ -43,8 +43,8 @@ std::string TimePrefix() {
 void EndSecond() {
     for (const auto &[kind, count] : state.kinds)
         if (count > LinesOfAKind)
-            Write(TimePrefix() + int2string(static_cast<int>(count - LinesOfAKind))
-                  + " more left out: " + kind);
+            WriteLine(TimePrefix() + int2string(static_cast<int>(count - LinesOfAKind))
+                      + " more left out: " + kind);
     state.kinds.clear();
     state.isLeftOut = false;
 }
@@ -66,26 +66,26 @@ bool isWanted(std::string_view kind) {
 // A record whose line reads so, of a kind of lines.
 void Report(const LogRecord &record, std::string_view kind, const std::string &text) {
     const bool isWritten = record.isLogged && isWanted(kind);
-    if (isWritten) Write(TimePrefix() + text);
+    if (isWritten) WriteLine(TimePrefix() + text);
     for (const LogListener &listener : state.listeners) listener(record, isWritten ? text : "");
 }
 
 } // namespace
 
 void string2debugString(const std::string &a, const std::string &b, int level) {
-    if (level == 1 && isWanted(a)) Write(TimePrefix() + a + b);
+    if (level == 1 && isWanted(a)) WriteLine(TimePrefix() + a + b);
 }
 
 void int2debugString(const std::string &a, int n, int level) {
-    if (level == 1 && isWanted(a)) Write(Prefix + a + int2string(n));
+    if (level == 1 && isWanted(a)) WriteLine(Prefix + a + int2string(n));
 }
 
 void float2debugString(const std::string &a, double x, int level) {
-    if (level == 1 && isWanted(a)) Write(Prefix + a + float2string(x));
+    if (level == 1 && isWanted(a)) WriteLine(Prefix + a + float2string(x));
 }
 
 void Pass(int n) {
-    if (isWanted("PASS - ")) Write("PASS - " + int2string(n));
+    if (isWanted("PASS - ")) WriteLine("PASS - " + int2string(n));
 }
 
 void LogProblem(const std::string &a, const std::string &b) {
@@ -98,7 +98,7 @@ void LogFileProblem(const std::string &what, const std::string &path, const std:
 }
 
 void LogListed(const std::string &a, const std::string &b) {
-    Write(TimePrefix() + a + b);
+    WriteLine(TimePrefix() + a + b);
 }
 
 void Report(const LogRecord &record) {

@@ -10,10 +10,6 @@
 
 namespace {
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 // Length of the decimal number at the start of text, 0 if there is none. strtod alone would also take
 // hexadecimal numbers, "inf" and "nan".
 size_t DecimalLength(std::string_view text) {

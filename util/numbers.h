@@ -5,6 +5,10 @@
 #include <string>
 #include <string_view>
 
+inline bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
 // Reads the whole text, blanks around it aside, as one decimal number (sign, digits, point, exponent).
 // False, with value untouched, when it is no number or not finite.
 bool ParseDouble(std::string_view text, double &value);

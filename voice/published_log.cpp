@@ -17,12 +17,12 @@ namespace {
 
 const size_t AnswersListed = 100;
 
-DRFclass published;
+DRFclass publishedLog;
 
 void Publish(const char *kind, const std::string &subject, const std::string &words) {
-    if (!published.handle) return;
+    if (!publishedLog.handle) return;
     std::string text = std::string(kind) + "\t" + subject + "\t" + words;
-    XPLMSetDatab(published.handle, text.data(), 0, static_cast<int>(text.size()) + 1);
+    XPLMSetDatab(publishedLog.handle, text.data(), 0, static_cast<int>(text.size()) + 1);
 }
 
 void PublishRecord(const LogRecord &record, const std::string &text) {
@@ -43,12 +43,12 @@ const char *KindWord(ActionText text) {
 
 void PublishLog() {
     if (FindDataref(link_words::LogTold)) return;
-    published.Create_s(link_words::LogTold);
+    publishedLog.Create_s(link_words::LogTold);
     ListenToLog(PublishRecord);
 }
 
 void UnpublishLog() {
-    published.Unregister();
+    publishedLog.Unregister();
 }
 
 // Of an assignment the subject is what stands before the "=", as it is written to: without blanks.
@@ -81,5 +81,5 @@ void LogAnswers(const std::vector<std::string> &answers, bool isAnyAnswerExpecte
 }
 
 void ResetPublishedLog() {
-    MakeFresh(published);
+    MakeFresh(publishedLog);
 }

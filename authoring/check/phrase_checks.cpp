@@ -12,6 +12,7 @@
 #include "authoring/check/checks.h"
 #include "authoring/check/conditions.h"
 #include "authoring/check/findings.h"
+#include "util/numbers.h"
 #include "util/text.h"
 #include "voice/phrases.h"
 
@@ -66,10 +67,6 @@ void ReadDictionaries(const std::string &speechFolder) {
             if (std::string word = line.substr(0, line.find_first_of("( \t\r")); !word.empty())
                 pronounced.insert(pronounced.end(), std::move(word)); // which stand in their order
     }
-}
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
 }
 
 // A word is told once. Numbers are always known.

@@ -16,7 +16,7 @@ namespace simhost {
 
 namespace {
 
-constexpr int DeepestLink = 200; // of a chain that is followed; a longer one counts as a memory
+constexpr int DeepestMemory = 200; // of a chain that is followed; a longer one counts as a memory
 
 std::set<std::string> writtenDatarefs;      // by actions and parameters of these files
 std::map<ParameterAddress, bool> followers; // what is known; false also while it is looked at
@@ -48,7 +48,7 @@ bool FollowsCalculations(const logicblock_struct &block, bool hasInput, const Pa
 
 // Whether the value is computed anew in each frame from datarefs that these files do not write.
 bool Follows(const ParameterAddress &place, int depth) {
-    if (!ParameterAt(place) || depth > DeepestLink) return false;
+    if (!ParameterAt(place) || depth > DeepestMemory) return false;
     const device_struct &device = *DeviceAt(place);
     const out_parameter_struct &parameter = *ParameterAt(place);
     const bool hasInput = !parameter.inDataref.fullName.empty();

@@ -136,17 +136,17 @@ void DrawLetters(std::string_view text, int x, int y, const Tint &tint) {
 
 // ---- The background ----
 
-struct Shade {
+struct DuskShade {
     float height; // 0: the lower edge, 1: the upper
     float red, green, blue;
 };
 
 // Dusk: bright over the horizon, dark above and below, so that a text's colour can be judged on both.
-constexpr Shade Dusk[] = {{0.00F, 0.13F, 0.14F, 0.16F},
-                          {0.30F, 0.36F, 0.33F, 0.35F},
-                          {0.38F, 0.95F, 0.72F, 0.48F},
-                          {0.62F, 0.56F, 0.48F, 0.62F},
-                          {1.00F, 0.09F, 0.12F, 0.28F}};
+constexpr DuskShade Dusk[] = {{0.00F, 0.13F, 0.14F, 0.16F},
+                              {0.30F, 0.36F, 0.33F, 0.35F},
+                              {0.38F, 0.95F, 0.72F, 0.48F},
+                              {0.62F, 0.56F, 0.48F, 0.62F},
+                              {1.00F, 0.09F, 0.12F, 0.28F}};
 
 void ClearSurface() {
     RestoreGraphicsState();
@@ -159,7 +159,7 @@ void DrawBackground() {
     ClearSurface();
     const float width = static_cast<float>(ScreenWidth()), height = static_cast<float>(ScreenHeight());
     glBegin(GL_QUAD_STRIP);
-    for (const Shade &shade : Dusk) {
+    for (const DuskShade &shade : Dusk) {
         glColor3f(shade.red, shade.green, shade.blue);
         glVertex2f(0, shade.height * height);
         glVertex2f(width, shade.height * height);

@@ -15,8 +15,6 @@ namespace simhost {
 
 namespace {
 
-constexpr const char *PushToTalk = "kv/fennic/rec";
-constexpr const char *FromSpeechServer = "kv/fr_speech";
 constexpr std::string_view SAY = "say>";
 
 std::string KnownCommand(const Call &call) {

@@ -9,7 +9,7 @@ namespace simhost {
 
 namespace {
 
-void SetField(lua_State *lua, const char *name, float value) {
+void SetColourField(lua_State *lua, const char *name, float value) {
     lua_pushnumber(lua, static_cast<lua_Number>(value));
     lua_setfield(lua, -2, name);
 }
@@ -26,9 +26,9 @@ int ScreenText(Call &call) {
         lua_setfield(call.lua, -2, "x");
         lua_pushinteger(call.lua, drawn.y);
         lua_setfield(call.lua, -2, "y");
-        SetField(call.lua, "r", drawn.red);
-        SetField(call.lua, "g", drawn.green);
-        SetField(call.lua, "b", drawn.blue);
+        SetColourField(call.lua, "r", drawn.red);
+        SetColourField(call.lua, "g", drawn.green);
+        SetColourField(call.lua, "b", drawn.blue);
         if (!drawn.window.empty()) {
             lua_pushlstring(call.lua, drawn.window.data(), drawn.window.size());
             lua_setfield(call.lua, -2, "window");

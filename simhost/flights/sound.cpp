@@ -18,7 +18,7 @@ namespace simhost {
 namespace {
 
 constexpr const char *ProcessDataref = "fennic_speech/process", *ProgramName = "fennic-voice";
-constexpr const char *FromSpeechServer = "kv/fr_speech", *Spoken = "stop>";
+constexpr const char *Spoken = "stop>";
 constexpr double BlocksASecond = static_cast<double>(SoundRate) / BlockSamples;
 
 double blocksDue = 0; // of the time that has passed

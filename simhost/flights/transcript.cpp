@@ -29,8 +29,6 @@ constexpr size_t ActionColumn = 11;
 constexpr size_t ObjectColumn = 19;
 constexpr size_t NarrowestText = 20;
 
-constexpr const char *PushToTalk = "kv/fennic/rec", *FromSpeechServer = "kv/fr_speech";
-
 constexpr const char *Bold = "\033[1m";
 constexpr const char *PilotColour = "\033[1;36m";
 constexpr const char *FennicColour = "\033[1;32m";

@@ -9,6 +9,9 @@
 
 namespace simhost {
 
+// How the pilot speaks: the command that is held meanwhile, and the dataref of what was understood.
+inline constexpr const char *PushToTalk = "kv/fennic/rec", *FromSpeechServer = "kv/fr_speech";
+
 // Colour is used when stdout is a terminal. Paths under the simulator's folder are told as "X-Plane/...", so
 // that the transcript of a flight is the same each time.
 void OpenTranscript(bool shown, const std::string &xplaneFolder);

@@ -26,11 +26,11 @@ constexpr Tint TextTint = {0.95F, 0.96F, 0.98F, 1.0F};
 constexpr Tint HintTint = {0.62F, 0.64F, 0.67F, 1.0F};
 
 constexpr int LineHeight = 24;
-constexpr int LeastScreen = 100;    // boxels, as sim.screen allows
-constexpr double MostBehind = 0.25; // seconds; a window that was held up goes on from now
+constexpr int LeastScreen = 100;           // boxels, as sim.screen allows
+constexpr double MostSecondsBehind = 0.25; // seconds; a window that was held up goes on from now
 
 GLFWwindow *window = nullptr;
-double nextFrame = 0; // seconds of GLFW's clock
+double nextPicture = 0; // seconds of GLFW's clock
 int mouseX = 0, mouseY = 0;
 int heldButton = -1;    // of GLFW's
 double wheelTurned = 0; // less than a click yet
@@ -263,9 +263,9 @@ void DrawLine() {
 
 // Real time passes until the frame is over, and the pilot acts meanwhile.
 void WaitForNextFrame(double frameSeconds) {
-    nextFrame = std::max(nextFrame + frameSeconds, glfwGetTime() - MostBehind);
+    nextPicture = std::max(nextPicture + frameSeconds, glfwGetTime() - MostSecondsBehind);
     glfwPollEvents();
-    for (double left = nextFrame - glfwGetTime(); left > 0; left = nextFrame - glfwGetTime())
+    for (double left = nextPicture - glfwGetTime(); left > 0; left = nextPicture - glfwGetTime())
         glfwWaitEventsTimeout(left);
     SendWaitingKey();
 }
@@ -298,7 +298,7 @@ bool OpenFrontend(int screenWidth, int screenHeight, std::string &error) {
     glfwSetMouseButtonCallback(window, OnButton);
     glfwSetScrollCallback(window, OnWheel);
     glfwSetFramebufferSizeCallback(window, OnResize);
-    nextFrame = glfwGetTime();
+    nextPicture = glfwGetTime();
     return true;
 }
 

@@ -31,26 +31,26 @@ struct Command {
     const BuiltinAction *action = nullptr;
 };
 
-struct NameHash {
+struct CommandNameHash {
     using is_transparent = void;
     std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>()(name); }
 };
-using Table = std::unordered_map<std::string, Command, NameHash, std::equal_to<>>;
+using CommandTable = std::unordered_map<std::string, Command, CommandNameHash, std::equal_to<>>;
 
 constinit std::vector<Command *> heldCommands; // in the order in which they were begun
 
 // Made on first use and never destroyed, as the table of datarefs.
-Table &Commands() {
-    static Table *table = nullptr;
+CommandTable &Commands() {
+    static CommandTable *table = nullptr;
     if (!table) {
-        table = new Table;
+        table = new CommandTable;
         for (const std::string &name : BuiltinCommands()) AddCommand(name, "");
     }
     return *table;
 }
 
 Command *FindExisting(std::string_view name) {
-    Table &commands = Commands();
+    CommandTable &commands = Commands();
     const auto found = commands.find(name);
     return found != commands.end() && found->second.exists ? &found->second : nullptr;
 }

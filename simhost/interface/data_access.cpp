@@ -16,20 +16,20 @@ namespace simhost {
 
 namespace {
 
-struct NameHash {
+struct DatarefNameHash {
     using is_transparent = void;
     std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>()(name); }
 };
 
 // Its elements are never moved or removed.
-using Table = std::unordered_map<std::string, Dataref, NameHash, std::equal_to<>>;
+using DatarefTable = std::unordered_map<std::string, Dataref, DatarefNameHash, std::equal_to<>>;
 
 // Made on first use and never destroyed: plug-ins linked into the program look datarefs up while its
 // globals are initialised, and may do so still while they are destroyed.
-Table &Datarefs() {
-    static Table *table = nullptr;
+DatarefTable &Datarefs() {
+    static DatarefTable *table = nullptr;
     if (!table) {
-        table = new Table;
+        table = new DatarefTable;
         PublishBuiltinDatarefs();
     }
     return *table;
@@ -188,7 +188,7 @@ void WriteArray(XPLMDataRef handle, Buffer *values, int offset, int count,
 } // namespace
 
 Dataref *FindRecord(std::string_view name) {
-    Table &table = Datarefs();
+    DatarefTable &table = Datarefs();
     const auto found = table.find(name);
     return found == table.end() ? nullptr : &found->second;
 }

@@ -23,17 +23,17 @@ struct Planes {
     std::vector<Waiting> waiting;
 };
 
-Planes &State() {
+Planes &PlanesState() {
     static auto &state = *new Planes;
     return state;
 }
 
 // Those who wait are called, until one has taken them.
 void Release() {
-    State().controller = XPLM_NO_PLUGIN_ID;
-    while (State().controller == XPLM_NO_PLUGIN_ID && !State().waiting.empty()) {
-        const Waiting next = State().waiting.front();
-        State().waiting.erase(State().waiting.begin());
+    PlanesState().controller = XPLM_NO_PLUGIN_ID;
+    while (PlanesState().controller == XPLM_NO_PLUGIN_ID && !PlanesState().waiting.empty()) {
+        const Waiting next = PlanesState().waiting.front();
+        PlanesState().waiting.erase(PlanesState().waiting.begin());
         if (!isPluginEnabled(next.owner)) continue;
         RunningScope scope(next.owner, "planes' callback");
         next.callback(next.refcon);
@@ -41,18 +41,18 @@ void Release() {
 }
 
 bool isController() {
-    return State().controller == currentRunning.plugin;
+    return PlanesState().controller == currentRunning.plugin;
 }
 
 } // namespace
 
 void DropPlanes(XPLMPluginID plugin) {
-    std::erase_if(State().waiting, [&](const Waiting &one) { return one.owner == plugin; });
-    if (State().controller == plugin) Release();
+    std::erase_if(PlanesState().waiting, [&](const Waiting &one) { return one.owner == plugin; });
+    if (PlanesState().controller == plugin) Release();
 }
 
 void ResetPlanes() {
-    State() = {};
+    PlanesState() = {};
 }
 
 } // namespace simhost
@@ -62,7 +62,7 @@ using namespace simhost;
 void XPLMCountAircraft(int *outTotalAircraft, int *outActiveAircraft, XPLMPluginID *outController) {
     if (outTotalAircraft) *outTotalAircraft = 1;
     if (outActiveAircraft) *outActiveAircraft = 1;
-    if (outController) *outController = State().controller;
+    if (outController) *outController = PlanesState().controller;
 }
 
 void XPLMGetNthAircraftModel(int inIndex, char *outFileName, char *outPath) {
@@ -72,9 +72,9 @@ void XPLMGetNthAircraftModel(int inIndex, char *outFileName, char *outPath) {
 }
 
 int XPLMAcquirePlanes(char **, XPLMPlanesAvailable_f inCallback, void *inRefcon) {
-    if (State().controller == XPLM_NO_PLUGIN_ID) State().controller = currentRunning.plugin;
+    if (PlanesState().controller == XPLM_NO_PLUGIN_ID) PlanesState().controller = currentRunning.plugin;
     if (isController()) return 1;
-    if (inCallback) State().waiting.push_back({inCallback, inRefcon, currentRunning.plugin});
+    if (inCallback) PlanesState().waiting.push_back({inCallback, inRefcon, currentRunning.plugin});
     return 0;
 }
 

@@ -36,19 +36,19 @@ struct Scenery {
     std::uintptr_t lastProbe = 0;
 };
 
-Scenery &State() {
+Scenery &SceneryState() {
     static auto &state = *new Scenery;
     return state;
 }
 
 Object *FindObject(const void *reference) {
-    for (const auto &[path, object] : State().objects)
+    for (const auto &[path, object] : SceneryState().objects)
         if (object.get() == reference) return object.get();
     return nullptr;
 }
 
 Object *Load(const std::string &path) {
-    std::unique_ptr<Object> &object = State().objects[path];
+    std::unique_ptr<Object> &object = SceneryState().objects[path];
     if (!object) {
         ObjectFile file;
         const bool isRead = ReadObjectFile(path, file);
@@ -56,7 +56,7 @@ Object *Load(const std::string &path) {
         if (isRead) object = std::make_unique<Object>(Object{path, 0});
     }
     if (!object) {
-        State().objects.erase(path);
+        SceneryState().objects.erase(path);
         return nullptr;
     }
     object->references++;
@@ -72,10 +72,10 @@ double GroundHeight() {
 
 void FinishLoadingObjects() {
     std::vector<Loading> ready;
-    ready.swap(State().loading);
+    ready.swap(SceneryState().loading);
     for (const Loading &one : ready) {
         if (!isPluginEnabled(one.owner)) {
-            State().loading.push_back(one);
+            SceneryState().loading.push_back(one);
             continue;
         }
         RunningScope scope(one.owner, "object's loader");
@@ -93,18 +93,18 @@ void HoldObject(void *object) {
 
 void LetGoOfObject(void *object) {
     Object *held = FindObject(object);
-    if (held && --held->references <= 0) State().objects.erase(std::string(held->path));
+    if (held && --held->references <= 0) SceneryState().objects.erase(std::string(held->path));
 }
 
 void DropScenery(XPLMPluginID plugin, LeftBehind &leftBehind) {
-    std::erase_if(State().loading, [&](const Loading &one) { return one.owner == plugin; });
+    std::erase_if(SceneryState().loading, [&](const Loading &one) { return one.owner == plugin; });
     const auto probes =
-        std::erase_if(State().probes, [&](const auto &probe) { return probe.second == plugin; });
+        std::erase_if(SceneryState().probes, [&](const auto &probe) { return probe.second == plugin; });
     if (probes > 0) leftBehind.notes.push_back(std::to_string(probes) + (probes == 1 ? " probe" : " probes"));
 }
 
 void ResetScenery() {
-    State() = {};
+    SceneryState() = {};
 }
 
 } // namespace simhost
@@ -116,18 +116,18 @@ XPLMProbeRef XPLMCreateProbe(XPLMProbeType inProbeType) {
         ReportMisuse("XPLMCreateProbe of a type that does not exist");
         return nullptr;
     }
-    const auto probe = reinterpret_cast<XPLMProbeRef>(++State().lastProbe);
-    State().probes[probe] = currentRunning.plugin;
+    const auto probe = reinterpret_cast<XPLMProbeRef>(++SceneryState().lastProbe);
+    SceneryState().probes[probe] = currentRunning.plugin;
     return probe;
 }
 
 void XPLMDestroyProbe(XPLMProbeRef inProbe) {
-    State().probes.erase(inProbe);
+    SceneryState().probes.erase(inProbe);
 }
 
 XPLMProbeResult XPLMProbeTerrainXYZ(XPLMProbeRef inProbe, float inX, float inY, float inZ,
                                     XPLMProbeInfo_t *outInfo) {
-    if (!State().probes.contains(inProbe) || !outInfo) return xplm_ProbeError;
+    if (!SceneryState().probes.contains(inProbe) || !outInfo) return xplm_ProbeError;
     double latitude = 0, longitude = 0, height = 0;
     XPLMLocalToWorld(inX, inY, inZ, &latitude, &longitude, &height);
     const double ground = GroundHeight();
@@ -166,7 +166,7 @@ void XPLMLoadObjectAsync(const char *inPath, XPLMObjectLoaded_f inCallback, void
         ReportMisuse("XPLMLoadObjectAsync without a path, or without a callback");
         return;
     }
-    State().loading.push_back({PathFromPlugin(inPath), inCallback, inRefcon, currentRunning.plugin});
+    SceneryState().loading.push_back({PathFromPlugin(inPath), inCallback, inRefcon, currentRunning.plugin});
 }
 
 void XPLMUnloadObject(XPLMObjectRef inObject) {

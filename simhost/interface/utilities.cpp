@@ -37,19 +37,19 @@ struct Utilities {
     std::set<const char *> notOffered; // names, by address, of the functions that the log has named
 };
 
-Utilities &State() {
+Utilities &UtilitiesState() {
     static auto &state = *new Utilities;
     return state;
 }
 
 void WriteLogFile(const char *text, std::size_t length) {
-    if (!State().logFile) return;
-    std::fwrite(text, 1, length, State().logFile);
-    std::fflush(State().logFile); // what a crash is about comes last
+    if (!UtilitiesState().logFile) return;
+    std::fwrite(text, 1, length, UtilitiesState().logFile);
+    std::fflush(UtilitiesState().logFile); // what a crash is about comes last
 }
 
 void KeepProblem(std::string text) {
-    std::deque<std::string> &problems = State().problems;
+    std::deque<std::string> &problems = UtilitiesState().problems;
     while (problems.size() >= KeptLogLines) problems.pop_front();
     problems.push_back(text);
     if (hasEventListener()) ReportEvent({EventKind::Problem, std::move(text), {}});
@@ -66,9 +66,9 @@ bool isProblemLine(std::string_view line) {
 
 void KeepLogLine(std::string line) {
     while (!line.empty() && line.back() == '\r') line.pop_back();
-    std::deque<std::string> &lines = State().logLines;
-    if (lines.size() >= KeptLogLines && !State().hasDroppedLogLines) {
-        State().hasDroppedLogLines = true;
+    std::deque<std::string> &lines = UtilitiesState().logLines;
+    if (lines.size() >= KeptLogLines && !UtilitiesState().hasDroppedLogLines) {
+        UtilitiesState().hasDroppedLogLines = true;
         WriteLog("the oldest log lines are no longer kept in memory; Log.txt has them all");
     }
     while (lines.size() >= KeptLogLines) lines.pop_front();
@@ -78,7 +78,7 @@ void KeepLogLine(std::string line) {
 
 void AppendToLog(const char *text) {
     WriteLogFile(text, std::strlen(text));
-    std::string &openLine = State().openLine;
+    std::string &openLine = UtilitiesState().openLine;
     for (; *text != '\0'; text++) {
         if (*text != '\n') openLine += *text;
         if (*text == '\n' || openLine.size() >= LongestLogLine) {
@@ -97,7 +97,8 @@ std::vector<std::string> TakeAll(std::deque<std::string> &texts) {
 }
 
 char GivenSeparator() {
-    return State().usesColons && !XPLMIsFeatureEnabled("XPLM_USE_NATIVE_PATHS") ? ':' : NativeSeparator;
+    return UtilitiesState().usesColons && !XPLMIsFeatureEnabled("XPLM_USE_NATIVE_PATHS") ? ':'
+                                                                                         : NativeSeparator;
 }
 
 std::string WithSlash(std::string folder) {
@@ -109,7 +110,7 @@ std::string WithSlash(std::string folder) {
 
 void SetFolders(const std::string &xplaneFolder, const std::string &aircraftFolder,
                 const std::string &aircraftFile) {
-    Utilities &state = State();
+    Utilities &state = UtilitiesState();
     const std::string before = state.xplaneFolder;
     state.xplaneFolder = WithSlash(xplaneFolder);
     state.aircraftFolder = WithSlash(aircraftFolder);
@@ -121,17 +122,17 @@ void SetFolders(const std::string &xplaneFolder, const std::string &aircraftFold
 }
 
 const std::string &XplaneFolder() {
-    return State().xplaneFolder;
+    return UtilitiesState().xplaneFolder;
 }
 const std::string &AircraftFolder() {
-    return State().aircraftFolder;
+    return UtilitiesState().aircraftFolder;
 }
 const std::string &AircraftFile() {
-    return State().aircraftFile;
+    return UtilitiesState().aircraftFile;
 }
 
 void UseColonPaths(bool on) {
-    State().usesColons = on;
+    UtilitiesState().usesColons = on;
 }
 
 std::string PathForPlugin(const std::string &path) {
@@ -158,25 +159,25 @@ void WriteLog(const std::string &line) {
 }
 
 void ReportNotOffered(const char *function) {
-    if (!State().notOffered.insert(function).second) return;
+    if (!UtilitiesState().notOffered.insert(function).second) return;
     WriteLog(std::string(function) + " is not offered by this simulator yet; the call does nothing");
 }
 
 void FlushLog() {
-    if (!State().openLine.empty()) AppendToLog("\n");
+    if (!UtilitiesState().openLine.empty()) AppendToLog("\n");
 }
 
 std::vector<std::string> TakeLogLines() {
-    State().problems.clear();
-    return TakeAll(State().logLines);
+    UtilitiesState().problems.clear();
+    return TakeAll(UtilitiesState().logLines);
 }
 
 std::vector<std::string> TakeSimulatorSpeech() {
-    return TakeAll(State().speech);
+    return TakeAll(UtilitiesState().speech);
 }
 
 std::vector<std::string> TakeProblems() {
-    return TakeAll(State().problems);
+    return TakeAll(UtilitiesState().problems);
 }
 
 void RecordLogText(std::string_view text) {
@@ -195,7 +196,7 @@ void RecordLogText(std::string_view text) {
 }
 
 void ResetUtilities() {
-    Utilities &state = State();
+    Utilities &state = UtilitiesState();
     if (state.logFile) std::fclose(state.logFile);
     state = {};
 }
@@ -258,7 +259,7 @@ void XPLMDebugString(const char *inString) {
 
 void XPLMSpeakString(const char *inString) {
     if (inString == nullptr) return;
-    std::deque<std::string> &speech = State().speech;
+    std::deque<std::string> &speech = UtilitiesState().speech;
     if (speech.size() >= KeptSpeech) speech.pop_front();
     speech.emplace_back(inString);
     ReportEvent({EventKind::SimulatorSpeech, inString, {}});

@@ -15,12 +15,6 @@ std::string Trimmed(const std::string &text) {
     return first == std::string::npos ? "" : text.substr(first, last + 1 - first);
 }
 
-std::string Lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
-}
-
 // False when there is no such setting, or not this value of it.
 bool Set(const std::string &key, const std::string &value, Settings &settings) {
     const std::string voice = "voice-";
@@ -42,6 +36,12 @@ bool Set(const std::string &key, const std::string &value, Settings &settings) {
 }
 
 } // namespace
+
+std::string Lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
 
 void ReadSettings(const std::string &path, Settings &settings) {
     std::ifstream file(path);

@@ -20,4 +20,7 @@ struct Settings {
 // is told to the log and dropped.
 void ReadSettings(const std::string &path, Settings &settings);
 
+// Letters of ASCII in lower case.
+std::string Lower(std::string text);
+
 } // namespace fennic_voice

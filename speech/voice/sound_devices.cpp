@@ -4,7 +4,6 @@
 // The clock of this program is the microphone. Where none gives sound, it is the system's.
 #include <algorithm>
 #include <atomic>
-#include <cctype>
 #include <chrono>
 #include <cstring>
 #include <thread>
@@ -14,6 +13,7 @@
 #include <portaudio.h>
 
 #include "speech/voice/resampler.h"
+#include "speech/voice/settings.h"
 #include "speech/voice/sound.h"
 #include "speech/voice/system.h"
 
@@ -94,12 +94,6 @@ PaError StartLibrary() {
 
 int ChannelsOf(const PaDeviceInfo &device, bool isInput) {
     return isInput ? device.maxInputChannels : device.maxOutputChannels;
-}
-
-std::string Lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
 }
 
 // In a pilot's words where the library has its own.

@@ -15,6 +15,7 @@ struct Area { // boxels, y up
 };
 
 const int RowHeight = 18;
+const int Gap = 6, NarrowGap = 4; // between what stands side by side
 
 void BeginCanvas();
 void EndCanvas();

@@ -17,7 +17,6 @@
 
 namespace {
 
-const int Gap = 6;
 const int LabelWidth = 150;
 const int Line = RowHeight + 2;
 

@@ -15,7 +15,7 @@
 
 namespace {
 
-const char *const Placeholder = "input text";
+const char *const EmptyFieldText = "input text";
 const int LongestText = 2000; // bytes
 const int NarrowestBox = 220, WidestBox = 700, BoxHeight = 22, Margin = 6;
 const int LetterWidth = 8; // about that of the box's letters
@@ -42,7 +42,7 @@ void Close() {
 }
 
 // Left and top as they are asked for, moved as far as the screen needs.
-Area PlaceOnScreen(int left, int top, int width) {
+Area BoxOnScreen(int left, int top, int width) {
     int screenWidth = 0, screenHeight = 0;
     ReadScreenSize(screenWidth, screenHeight);
     left = std::max(0, std::min(left, screenWidth - width));
@@ -63,10 +63,10 @@ void EditWidgetCreate(const FieldPlace &field, const Area &area) {
     }
     const int textWidth =
         std::clamp(static_cast<int>(CountCharacters(text) + 4) * LetterWidth, NarrowestBox, WidestBox);
-    const Area place = PlaceOnScreen(area.left, area.top + 2, std::max(area.right - area.left, textWidth));
+    const Area place = BoxOnScreen(area.left, area.top + 2, std::max(area.right - area.left, textWidth));
     state.box =
         XPCreateWidget(place.left, place.top, place.right, place.bottom, 1,
-                       text.empty() ? Placeholder : text.c_str(), 1, nullptr, xpWidgetClass_TextField);
+                       text.empty() ? EmptyFieldText : text.c_str(), 1, nullptr, xpWidgetClass_TextField);
     XPSetWidgetProperty(state.box, xpProperty_TextFieldType, xpTextEntryField);
     XPSetWidgetProperty(state.box, xpProperty_MaxCharacters, LongestText);
     XPSetWidgetProperty(state.box, xpProperty_EditFieldSelStart, 0);
@@ -88,7 +88,7 @@ void KeepEditWidgetOnScreen() {
     if (!state.box) return;
     int left = 0, top = 0, right = 0, bottom = 0;
     XPGetWidgetGeometry(state.box, &left, &top, &right, &bottom);
-    const Area place = PlaceOnScreen(left, top, right - left);
+    const Area place = BoxOnScreen(left, top, right - left);
     XPSetWidgetGeometry(state.box, place.left, place.top, place.right, place.bottom);
 }
 
@@ -111,7 +111,7 @@ int EditWidgetHandler(XPWidgetMessage message, XPWidgetID widget, intptr_t first
 
 bool EditWidgetStore() {
     std::string text = TypedText();
-    if (text == Placeholder && FieldText(state.edited).empty()) text.clear();
+    if (text == EmptyFieldText && FieldText(state.edited).empty()) text.clear();
     Say("");
     state.refusal = SetField(state.edited, text);
     if (state.refusal.empty()) {

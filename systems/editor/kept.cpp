@@ -13,17 +13,15 @@
 
 namespace {
 
-const int Gap = 6;
-
 struct {
     std::vector<KeptPlace> places;
     unsigned changeCount = 0; // of the model that they were collected from
-    bool areCollected = false;
-} state;
+    bool isWhole = false;
+} collected;
 
 void Collect(const KeptLines &lines, const BlockPlace &place) {
     for (const kept_line_struct &kept : lines)
-        state.places.push_back({place, kept.line, kept.text, kept.reason});
+        collected.places.push_back({place, kept.line, kept.text, kept.reason});
 }
 
 void CollectParameter(const out_parameter_struct &parameter, const ParameterAddress &place) {
@@ -63,16 +61,16 @@ std::string_view LineName(int line) {
 } // namespace
 
 const std::vector<KeptPlace> &KeptPlaces() {
-    if (state.areCollected && state.changeCount == modelChangeCount) return state.places;
-    state = {.places = {}, .changeCount = modelChangeCount, .areCollected = true};
+    if (collected.isWhole && collected.changeCount == modelChangeCount) return collected.places;
+    collected = {.places = {}, .changeCount = modelChangeCount, .isWhole = true};
     Collect(keptBeforeSystems.inList, {});
     Collect(keptBeforeSystems.lines, {});
     for (ParameterAddress at{0}; SystemAt(at); at.sys++) CollectSystem(*SystemAt(at), at.sys);
-    return state.places;
+    return collected.places;
 }
 
 void ForgetKeptPlaces() {
-    MakeFresh(state);
+    MakeFresh(collected);
 }
 
 int DrawKeptMark(const BlockPlace &place, int right, int top) {

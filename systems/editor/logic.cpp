@@ -16,7 +16,6 @@
 
 namespace {
 
-const int Gap = 4;
 const int StateWidth = 66;
 
 // TRUE and FALSE for the chain; a block that fired calculates; one that is true and did not fire waits behind
@@ -66,7 +65,7 @@ void DrawOperand(const Area &area, int block, int item, int field, const sysLink
     if (link.kind == LinkLive || link.kind == LinkDeleted) {
         const int valueWidth = std::min(66, width / 3);
         DrawNumberRight(value, area.right - 3, area.top, valueWidth, ColourCyan);
-        width -= valueWidth + Gap;
+        width -= valueWidth + NarrowGap;
     }
     DrawCut(text, area.left + 3, area.top, width, LinkColour(link));
 }
@@ -91,16 +90,16 @@ void DrawComparison(const Area &area, int block, int item, const compare_block_c
     const ComparisonTrace &told = trace.comparisons[static_cast<size_t>(item)];
     const bool isUnheard = isSpeech && !trace.isEvaluated; // what was said is heard by what is evaluated
     const int top = area.top;
-    const int buttons = BoardWidth("ADD") + BoardWidth("DEL") + 2 * Gap;
-    const int operatorWidth = 34, joinWidth = BoardWidth(JoinKeys[0]) + Gap,
-              kindWidth = BoardWidth("SPEECH") + Gap;
+    const int buttons = BoardWidth("ADD") + BoardWidth("DEL") + 2 * NarrowGap;
+    const int operatorWidth = 34, joinWidth = BoardWidth(JoinKeys[0]) + NarrowGap,
+              kindWidth = BoardWidth("SPEECH") + NarrowGap;
     AddBoard(parZones, BlockZone(ActionSwitchJoin, JoinKeys[comparison.joinOp == 1], block, item), area.left,
              top);
     int x = area.left + joinWidth;
     AddBoard(parZones, BlockZone(ActionSwitchSpeech, isSpeech ? "SPEECH" : "VALUE", block, item), x, top);
     x += kindWidth;
-    const int right = area.right - buttons - StateWidth - Gap;
-    const int width = (right - x - operatorWidth - Gap) / 2;
+    const int right = area.right - buttons - StateWidth - NarrowGap;
+    const int width = (right - x - operatorWidth - NarrowGap) / 2;
     const auto field = [&](int left, int end) { return Area{left, top, end, top - RowHeight + 1}; };
     if (isSpeech) {
         DrawOperand(field(x, right), block, item, FieldLeft, {}, comparison.phrase, 0.0);
@@ -112,7 +111,7 @@ void DrawComparison(const Area &area, int block, int item, const compare_block_c
         DrawOperand(field(right - width, right), block, item, FieldRight,
                     isList ? sysLink_struct() : comparison.b, RightText(comparison), told.b);
     }
-    DrawState(isUnheard ? "WAIT" : told.isTrue ? "TRUE" : "FALSE", right + Gap, top);
+    DrawState(isUnheard ? "WAIT" : told.isTrue ? "TRUE" : "FALSE", right + NarrowGap, top);
     x = AddBoard(parZones, BlockZone(ActionAddComparison, "ADD", block, item), area.right - buttons, top);
     AddBoard(parZones, BlockZone(ActionDeleteComparison, "DEL", block, item), x, top);
 }
@@ -132,13 +131,13 @@ void DrawBlockHead(const Area &area, int index, const logicblock_struct &block, 
     AddClickZone(parZones, zone);
     DrawCut(BlockName(index), area.left + 3, top, 90, index == selDrawStack ? ColourYellow : ColourWhite);
     DrawState(state, area.left + 100, top);
-    int x = area.left + 100 + StateWidth + Gap;
+    int x = area.left + 100 + StateWidth + NarrowGap;
     if (!block.calcs.empty() || block.executes.empty())
         x = AddBoard(parZones, BlockZone(ActionShowCalc, "CALCULATE", index, -1), x, top);
     if (!block.executes.empty())
         x = AddBoard(parZones, BlockZone(ActionShowExecute, "EXECUTE", index, -1), x, top);
     DrawKeptMark({selection, index}, x + 40, top);
-    x = area.right - BoardWidth("ADD") - BoardWidth("DEL") - 2 * Gap;
+    x = area.right - BoardWidth("ADD") - BoardWidth("DEL") - 2 * NarrowGap;
     x = AddBoard(parZones, BlockZone(ActionAddComparison, "ADD", index, -1), x, top);
     AddBoard(parZones, BlockZone(ActionDeleteBlock, "DEL", index, -1), x, top);
 }

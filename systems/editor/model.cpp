@@ -159,7 +159,7 @@ std::string SpokenRefusal(const std::string &name, const ParameterAddress &place
     return speaker.empty() ? "" : "a name with & or # cannot be said, as " + speaker + " does";
 }
 
-const char *const NothingThere = "there is nothing to rename";
+const char *const NothingToRename = "there is nothing to rename";
 
 } // namespace
 
@@ -236,7 +236,7 @@ std::string NameRefusal(std::string_view name) {
 
 std::string RenameSystem(const ParameterAddress &place, const std::string &name) {
     system_class *system = SystemAt(place);
-    if (!system) return NothingThere;
+    if (!system) return NothingToRename;
     std::string refusal = RenameRefusal(systems_vector, place.sys, name);
     if (refusal.empty() && (name == "_systems" || name == "_save" || !isSafeFileName(name)))
         refusal = "no systems file can have this name";
@@ -252,7 +252,7 @@ std::string RenameSystem(const ParameterAddress &place, const std::string &name)
 
 std::string RenameDevice(const ParameterAddress &place, const std::string &name) {
     device_struct *device = DeviceAt(place);
-    if (!device) return NothingThere;
+    if (!device) return NothingToRename;
     std::string refusal = RenameRefusal(SystemAt(place)->devices, place.dev, name);
     if (refusal.empty()) refusal = SpokenRefusal(name, {place.sys, place.dev});
     if (!refusal.empty() || device->name == name) return refusal;
@@ -267,7 +267,7 @@ std::string RenameDevice(const ParameterAddress &place, const std::string &name)
 
 std::string RenameOut(const ParameterAddress &place, const std::string &name) {
     out_parameter_struct *parameter = ParameterAt(place);
-    if (!parameter) return NothingThere;
+    if (!parameter) return NothingToRename;
     std::string refusal = RenameRefusal(DeviceAt(place)->outs, place.out, name);
     if (refusal.empty()) refusal = SpokenRefusal(name, place);
     if (!refusal.empty() || parameter->name == name) return refusal;

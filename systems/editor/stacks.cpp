@@ -17,8 +17,6 @@
 
 namespace {
 
-const int Gap = 4;
-
 click_zone_class ItemZone(int action, const char *name, int item, int element = -1) {
     click_zone_class zone = Zone(action, name);
     zone.item = item;
@@ -85,7 +83,7 @@ void LookForMissing(logicblock_struct &block) {
 // Columns of a calculation's row: CALC n, operator, operand, its value, the result so far, ADD, DEL.
 void DrawElement(const Area &area, int calculation, int index, const calcStack_class &element,
                  const ElementTrace &told) {
-    const int top = area.top, buttons = BoardWidth("ADD") + BoardWidth("DEL") + 2 * Gap;
+    const int top = area.top, buttons = BoardWidth("ADD") + BoardWidth("DEL") + 2 * NarrowGap;
     const int valueWidth = 74;
     const bool isSelected = calculation == selCalc && index == selDraw;
     if (isSelected) FillArea(area, ColourGreen, 0.3);
@@ -104,11 +102,11 @@ void DrawElement(const Area &area, int calculation, int index, const calcStack_c
     DrawCut(isKnown ? std::string_view(Operators[element.operType].label) : std::string_view(element.oper),
             x + 3, top, 32, isKnown ? ColourWhite : ColourRed);
     x += 40;
-    const int right = area.right - buttons - 2 * (valueWidth + Gap);
+    const int right = area.right - buttons - 2 * (valueWidth + NarrowGap);
     DrawField({x, top, right, area.bottom}, FieldOperand, calculation, index, LinkColour(element.link.kind),
               OperandText(element));
     DrawNumberRight(told.operand, right + valueWidth, top, valueWidth, ColourCyan);
-    DrawNumberRight(told.result, right + 2 * valueWidth + Gap, top, valueWidth, ColourGreen);
+    DrawNumberRight(told.result, right + 2 * valueWidth + NarrowGap, top, valueWidth, ColourGreen);
     x = AddBoard(parZones, ItemZone(ActionAddElement, "ADD", calculation, index), area.right - buttons, top);
     AddBoard(parZones, ItemZone(ActionDeleteElement, "DEL", calculation, index), x, top);
 }
@@ -116,7 +114,7 @@ void DrawElement(const Area &area, int calculation, int index, const calcStack_c
 // A calculation without elements: the block's constant.
 void DrawConstant(const Area &area, int calculation, double constant) {
     DrawCut(Named("CALC ", calculation), area.left + 3, area.top, 58, ColourCyan);
-    const int buttons = BoardWidth("DEL") + Gap;
+    const int buttons = BoardWidth("DEL") + NarrowGap;
     DrawField({area.left + 66, area.top, area.right - buttons, area.bottom}, FieldCalculation, calculation,
               -1, ColourWhite, SignificantDigits(constant));
     AddBoard(parZones, ItemZone(ActionDeleteElement, "DEL", calculation, 0), area.right - buttons, area.top);
@@ -129,8 +127,8 @@ void DrawPoint(const Area &area, int index, const graf_struct &point) {
     if (index == selPoint) FillArea(area, ColourGreen, 0.3);
     AddClickZone(parZones, zone);
     DrawCut("X: ", area.left + 3, area.top, label, ColourCyan);
-    DrawField({area.left + label, area.top, area.left + half - Gap, area.bottom}, FieldPointX, index, -1,
-              ColourWhite, SignificantDigits(point.x));
+    DrawField({area.left + label, area.top, area.left + half - NarrowGap, area.bottom}, FieldPointX, index,
+              -1, ColourWhite, SignificantDigits(point.x));
     DrawCut("Y: ", area.left + half, area.top, label, ColourCyan);
     DrawField({area.left + half + label, area.top, area.right, area.bottom}, FieldPointY, index, -1,
               ColourWhite, SignificantDigits(point.y));
@@ -139,8 +137,8 @@ void DrawPoint(const Area &area, int index, const graf_struct &point) {
 void DrawAction(const Area &area, int index, const structExecute &action) {
     // Columns stand below the words of the heading.
     const int typeWidth = LenFontIdS(fnt_Main, "TYPE             ");
-    const int valueWidth = LenFontIdS(fnt_Main, "VALUE        ") - Gap;
-    const int buttons = BoardWidth("ADD") + BoardWidth("DEL") + 2 * Gap;
+    const int valueWidth = LenFontIdS(fnt_Main, "VALUE        ") - NarrowGap;
+    const int buttons = BoardWidth("ADD") + BoardWidth("DEL") + 2 * NarrowGap;
     if (index == selDraw) FillArea(area, ColourGreen, 0.3);
     click_zone_class zone = ItemZone(ActionSelectItem, "", index);
     zone.area = {area.left, area.top, area.left + typeWidth, area.bottom};
@@ -150,8 +148,8 @@ void DrawAction(const Area &area, int index, const structExecute &action) {
     int x = area.left + typeWidth;
     DrawField({x, area.top, x + valueWidth, area.bottom}, FieldActionValue, index, -1, ColourWhite,
               SignificantDigits(action.value));
-    x += valueWidth + Gap;
-    DrawField({x, area.top, area.right - buttons - Gap, area.bottom}, FieldActionText, index, -1,
+    x += valueWidth + NarrowGap;
+    DrawField({x, area.top, area.right - buttons - NarrowGap, area.bottom}, FieldActionText, index, -1,
               TextColour(action), action.text);
     x = AddBoard(parZones, ItemZone(ActionAddAction, "ADD", index), area.right - buttons, area.top);
     AddBoard(parZones, ItemZone(ActionDeleteAction, "DEL", index), x, area.top);
@@ -167,7 +165,7 @@ void DrawCalculationStack(const Area &area) {
     TraceBlock(selection, selDrawStack, trace);
     size_t traced = 0; // elements of the calculations so far
     int x = AddBoard(parZones, ItemZone(ActionAddCalculation, "ADD", selCalc), area.left + 190, area.top)
-            + 2 * Gap;
+            + 2 * NarrowGap;
     for (int oper = 0; oper < CalculationOperators; oper++) {
         click_zone_class zone = ItemZone(ActionSetOperator, Operators[oper].label, selCalc, selDraw);
         zone.value = oper;

@@ -20,7 +20,6 @@ PanelsState panelsState;
 
 namespace {
 
-const int Gap = 6;
 const int ButtonRows = 2; // above each column
 
 // A column of the table: its records and how they are chosen.

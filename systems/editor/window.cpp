@@ -29,7 +29,7 @@ EditorWindowState editorWindow;
 namespace {
 
 const int LeastWidth = 1280, LeastHeight = 800; // what the panels need
-const int Margin = 8;
+const int WindowMargin = 8;
 const int LowerHeight = 13 * RowHeight; // usage and value graph
 const double TableShare = 0.41;         // of the width
 const double LogicShare = 0.46;         // of the height of the two stacks
@@ -41,7 +41,7 @@ const int MostClicks = FarthestBoxel; // that a wheel can be turned at once
 // The one button that stands for the hidden editor.
 void DrawHidden() {
     click_zone_class zone = Zone(ActionShow, "EDITOR");
-    AddBoard(parZones, zone, sW - BoardWidth(zone.name) - Margin, sH - 3 * RowHeight);
+    AddBoard(parZones, zone, sW - BoardWidth(zone.name) - WindowMargin, sH - 3 * RowHeight);
 }
 
 void DrawLeft(const Area &area) {
@@ -90,12 +90,13 @@ void DrawShown() {
     const int width = std::max(sW, LeastWidth), height = std::max(sH, LeastHeight);
     const Area all = {0, sH, width, sH - height}; // a smaller screen shows its upper left part
     FillArea(all, ColourBlack, Darkness);
-    const int titleTop = all.top - 24;                                    // below the simulator's menu bar
-    DrawTitle({Margin, titleTop, sW - Margin, titleTop - 2 * RowHeight}); // with the way out, on any screen
-    const int top = titleTop - 2 * RowHeight - 6, bottom = all.bottom + Margin;
+    const int titleTop = all.top - 24; // below the simulator's menu bar
+    DrawTitle({WindowMargin, titleTop, sW - WindowMargin,
+               titleTop - 2 * RowHeight}); // with the way out, on any screen
+    const int top = titleTop - 2 * RowHeight - 6, bottom = all.bottom + WindowMargin;
     ColumnX_Par = static_cast<int>(width * TableShare);
-    DrawLeft({Margin, top, ColumnX_Par - Margin, bottom});
-    DrawRight({ColumnX_Par, top, width - Margin, bottom});
+    DrawLeft({WindowMargin, top, ColumnX_Par - WindowMargin, bottom});
+    DrawRight({ColumnX_Par, top, width - WindowMargin, bottom});
 }
 
 void FollowScreen() {
@@ -121,7 +122,7 @@ void DrawNothing() {
     CoverScreen(false);
 }
 
-void ScrollTo(int list, int row) {
+void SetScroll(int list, int row) {
     scroll[list] = std::max(0, row); // drawing brings it into its range
 }
 
@@ -129,8 +130,8 @@ void ScrollTo(int list, int row) {
 void DragScrollBar(int y) {
     const int height = editorWindow.pressed.area.top - editorWindow.pressed.area.bottom;
     const double share = static_cast<double>(editorWindow.pressed.area.top - y) / std::max(1, height);
-    ScrollTo(editorWindow.pressed.list,
-             static_cast<int>(share * editorWindow.pressed.count) - editorWindow.pressed.rows / 2);
+    SetScroll(editorWindow.pressed.list,
+              static_cast<int>(share * editorWindow.pressed.count) - editorWindow.pressed.rows / 2);
 }
 
 // The list under the mouse scrolls; not while a field is being typed in, which would be left behind.
@@ -139,7 +140,7 @@ int TurnWheel(XPLMWindowID, int, int, int, int clicks, void *) {
     XPLMGetMouseLocation(&x, &y);
     const int list = ListAt(PlaceOnScreen(x), PlaceOnScreen(y));
     if (list >= 0 && !isEditWidgetOpen())
-        ScrollTo(list, scroll[list] - RowsPerClick * std::clamp(clicks, -MostClicks, MostClicks));
+        SetScroll(list, scroll[list] - RowsPerClick * std::clamp(clicks, -MostClicks, MostClicks));
     return 1;
 }
 
@@ -271,8 +272,8 @@ void MouseDrag(int, int y) {
     if (editorWindow.pressed.action == ActionScroll)
         DragScrollBar(y);
     else if (editorWindow.pressed.action == ActionEdit && editorWindow.pressed.list >= 0)
-        ScrollTo(editorWindow.pressed.list,
-                 editorWindow.pressedRow + (y - editorWindow.pressedY) / RowHeight);
+        SetScroll(editorWindow.pressed.list,
+                  editorWindow.pressedRow + (y - editorWindow.pressedY) / RowHeight);
 }
 
 // Zones act on the press, so that dragging can begin there.

@@ -21,9 +21,6 @@ ClistExpression Make(Kind kind, std::string text, std::vector<ClistExpression> p
 bool isLetter(char c) {
     return std::isalpha(static_cast<unsigned char>(c)) != 0 || c == '_';
 }
-bool isDigit(char c) {
-    return std::isdigit(static_cast<unsigned char>(c)) != 0;
-}
 
 class ConditionReader {
 public:

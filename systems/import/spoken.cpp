@@ -7,6 +7,7 @@
 #include <map>
 #include <set>
 
+#include "util/numbers.h"
 #include "util/text.h"
 
 namespace {
@@ -214,9 +215,6 @@ const char *const FreeAnswers[] = {"as required", "as needed",    "as desired", 
 
 bool isWordLetter(char c) {
     return std::isalpha(static_cast<unsigned char>(c)) != 0 || (static_cast<unsigned char>(c) & 0x80) != 0;
-}
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
 }
 
 bool hasVowel(std::string_view word) {
