@@ -29,7 +29,7 @@ endforeach()
 
 execute_process(
     COMMAND ${CMAKE_COMMAND} -G Ninja -S ${SOURCE} -B ${BUILD} -DXPLANE_SDK=${sdk} -DFENNIC_SIMHOST=OFF
-            -DSPEECH_SOURCES= -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON
+            -DSPEECH_SOURCES= -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON -DFENNIC_FOLDERS_AS_ONE=OFF
             -DCCACHE= # a compiler cache may name headers by other paths, which are compared below
             -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-fsyntax-only
     OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
