@@ -17,7 +17,9 @@ namespace fennic_voice {
 namespace {
 
 const size_t Silence = SampleRate * 3 / 10; // samples, before and behind a recording that is cut close
-const double SpreadOfNoise = 4.0;           // power of a piece of noise, times that of the quietest ones
+// Power of a piece of noise, at most, times that of the quietest ones. Of eleven words in pink noise at 10
+// dB, cut with a tenth of a second at each end, the noise found was on average 0.1 dB too soft, at most 0.6.
+const double SpreadOfNoise = 2.5;
 
 // The part of a recording that is not silent, with so much of the rest on both sides.
 std::span<const int16_t> WithoutEnds(const Samples &sound) {
