@@ -8,10 +8,10 @@
 #include <numbers>
 
 extern "C" {
-#include <err.h>
 #include <fe.h>
 #include <pocketsphinx.h>
 #include <speex/speex_preprocess.h>
+#include <sphinxbase/err.h>
 }
 
 namespace fennic_voice {

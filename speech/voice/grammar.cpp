@@ -89,7 +89,9 @@ private:
             fsg_model_trans_add(model, from, to, score, number);
             return;
         }
-        auto *const link = static_cast<fsg_link_t *>(listelem_malloc(model->link_alloc));
+        // What listelem_malloc stands for; it would take the file's name for one that may be changed.
+        auto *const link = static_cast<fsg_link_t *>(
+            __listelem_malloc__(model->link_alloc, const_cast<char *>(__FILE__), __LINE__));
         *link = {from, to, score, number};
         glist_insert_ptr(links, link);
     }

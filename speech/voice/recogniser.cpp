@@ -9,9 +9,9 @@
 #include <set>
 
 extern "C" {
-#include <err.h>
 #include <feat.h>
 #include <pocketsphinx.h>
+#include <sphinxbase/err.h>
 }
 
 #include "speech/voice/front_end.h"
