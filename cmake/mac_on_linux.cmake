@@ -1,4 +1,4 @@
-# Toolchain: the plug-in for macOS 11, made on Linux for one family of processors. zig compiles, since it brings
+# Toolchain: the plug-in and its voice for macOS 11, made on Linux for one family of processors. zig compiles, since it brings
 # the headers of Darwin and a C++ library; ld64.lld links, since zig's own linker would export every symbol of that
 # library. The frameworks' declarations and stubs are our own (sdk/mac), those of OpenGL any system's.
 #   -DMAC_FAMILY=<arm64|x86_64> -DZIG=<program>
@@ -32,6 +32,7 @@ foreach(folder GL KHR)
 endforeach()
 set(OPENGL_INCLUDE_DIR ${mac_sdk}/OpenGL.framework/Headers CACHE PATH "")
 set(OPENGL_gl_LIBRARY ${mac_sdk}/OpenGL.framework CACHE PATH "")
+set(CMAKE_C_FLAGS_INIT "-F ${mac_sdk}")
 set(CMAKE_CXX_FLAGS_INIT "-F ${mac_sdk} -isystem ${mac_include}")
 
 set(CMAKE_USER_MAKE_RULES_OVERRIDE_CXX ${CMAKE_CURRENT_LIST_DIR}/mac_on_linux_rules.cmake)

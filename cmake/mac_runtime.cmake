@@ -6,7 +6,8 @@ string(APPEND runtime_sources /lib)
 
 set(parts algorithm chrono condition_variable exception future hash ios ios.instantiations mutex new stdexcept string
     thread variant)
-set(parts_alone condition_variable_destructor locale memory mutex_destructor system_error) # they repeat names of others
+set(parts_alone condition_variable_destructor filesystem/directory_iterator filesystem/int128_builtins
+    filesystem/operations locale memory mutex_destructor system_error) # they repeat names of others
 set(abi_parts abort_message cxa_default_handlers cxa_demangle cxa_exception cxa_exception_storage cxa_guard cxa_handlers
     cxa_personality cxa_virtual fallback_malloc private_typeinfo stdlib_exception stdlib_new_delete stdlib_stdexcept
     stdlib_typeinfo)

@@ -7,6 +7,7 @@ include(${CMAKE_CURRENT_LIST_DIR}/package_zip.cmake)
 
 file(STRINGS ${SOURCE}/VERSION VERSION LIMIT_COUNT 1)
 set(root ${OUT}/unpacked_speech)
+set(SUM sha256sum)
 set(speech ${root}/fennic_speech)
 file(REMOVE_RECURSE ${root})
 file(MAKE_DIRECTORY ${root} ${speech}/licences)
@@ -24,8 +25,9 @@ if(EXISTS ${speech}/64/mac.xpl)
     set(program 64/fennic-voice.app/Contents/MacOS/fennic-voice)
     set(FIRST_START "
      The program is not notarised, so the system may refuse to start it; in a terminal, in this folder,
-     xattr -dr com.apple.quarantine .  allows it. When you hold the button first, the system asks whether the
-     microphone may be used.")
+     xattr -dr com.apple.quarantine .  allows it. At the first start the system asks whether "Fennic voice" may use
+     the microphone.")
+    set(SUM "shasum -a 256")
 elseif(EXISTS ${speech}/64/win.xpl)
     set(SYSTEM "Windows")
     set(system windows)

@@ -1,7 +1,8 @@
 # What a Mac's simulator will find in a library that was made for it on Linux: code for both families of
 # processors, the five entry points and nothing else; wanted are the simulator's interface, and what the named
-# libraries of macOS 11 have; the signature is whole; nothing tells where it was made.
-#   cmake -DLIBRARY=<mac.xpl> -DNEEDED=<libraries of the system> -DSOURCE=<checkout> -P mac_library.cmake
+# libraries of macOS 11 have; the signature is whole; nothing tells where it was made. A bundle's program wants no
+# simulator, and its signature is also that of the bundle's other files.
+#   cmake -DLIBRARY=<mac.xpl, or a program> -DNEEDED=<libraries of the system> -DSOURCE=<checkout> -P mac_library.cmake
 cmake_minimum_required(VERSION 3.25)
 include(${SOURCE}/cmake/interface_names.cmake)
 include(${CMAKE_CURRENT_LIST_DIR}/library_checks.cmake)
@@ -48,11 +49,49 @@ function(check_signature family thin)
     if(NOT made STREQUAL kept OR NOT signed EQUAL signature)
         message(SEND_ERROR "${family}: what is signed has been changed since")
     endif()
+    if(BUNDLE)
+        check_bundle(${family} ${thin} ${directory} ${hashes})
+    endif()
+endfunction()
+
+# In front of the pages' checksums stand those of the bundle's Info.plist, of the requirements, and of the list of
+# resources; the signature has the bundle's name.
+function(check_bundle family thin directory hashes)
+    file(SHA256 ${BUNDLE}/Contents/Info.plist info)
+    file(SHA256 ${BUNDLE}/Contents/_CodeSignature/CodeResources resources)
+    foreach(part 1:${info} 3:${resources})
+        string(REGEX MATCH "(.):(.*)" part ${part})
+        math(EXPR place "${hashes} - 32 * ${CMAKE_MATCH_1}")
+        file(READ ${thin} kept OFFSET ${place} LIMIT 32 HEX)
+        if(NOT kept STREQUAL CMAKE_MATCH_2)
+            message(SEND_ERROR "${family}: the bundle's file ${CMAKE_MATCH_1} is not the one that was signed")
+        endif()
+    endforeach()
+    file(READ ${BUNDLE}/Contents/Info.plist info)
+    string(REGEX MATCH "<key>CFBundleIdentifier</key><string>([^<]+)" found "${info}")
+    string(HEX "${CMAKE_MATCH_1}" name)
+    string(LENGTH "${name}00" length)
+    math(EXPR length "${length} / 2")
+    math(EXPR place "${directory} + 88")
+    file(READ ${thin} kept OFFSET ${place} LIMIT ${length} HEX)
+    if(NOT found OR NOT kept STREQUAL "${name}00")
+        message(SEND_ERROR "${family}: signed as another than ${CMAKE_MATCH_1}")
+    endif()
+    foreach(line "<key>NSMicrophoneUsageDescription</key>[ \n]*<string>[A-Z]" "<key>LSMinimumSystemVersion</key><string>11\\.0<"
+                 "<key>CFBundleExecutable</key><string>fennic-voice<")
+        if(NOT info MATCHES "${line}")
+            message(SEND_ERROR "Info.plist lacks ${line}")
+        endif()
+    endforeach()
 endfunction()
 
 file(GLOB headers ${SOURCE}/sdk/XP*.h)
 interface_names(interface ${headers})
 file(STRINGS ${SOURCE}/cmake/entry_points.exp entry_points)
+if(LIBRARY MATCHES "^(.*\\.app)/Contents/MacOS/[^/]+$")
+    set(BUNDLE ${CMAKE_MATCH_1})
+    set(entry_points __mh_execute_header)
+endif()
 
 output_lines(families ${lipo} -archs ${LIBRARY})
 string(REGEX REPLACE " +" ";" families "${families}")
@@ -74,7 +113,7 @@ foreach(family IN LISTS families)
             message(SEND_ERROR "${family}: wanted, but offered neither by the simulator nor by the system: ${symbol}")
         endif()
     endforeach()
-    if(calls EQUAL 0)
+    if(calls EQUAL 0 AND NOT BUNDLE)
         message(SEND_ERROR "${family}: no call of the simulator's interface among ${wanted}")
     endif()
 
