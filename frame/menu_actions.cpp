@@ -75,7 +75,7 @@ void ShowChanges() {
         return;
     }
     string2debugString("The changes are in ", file, 1);
-    OpenFile(file);
+    openURL(file);
 }
 
 bool isListed(const std::vector<std::string> &list, const std::string &name) {

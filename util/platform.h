@@ -14,5 +14,6 @@ int ConvertNativePath(const char *in, char *out, size_t size);
 std::string ReadClipboard();
 void WrightClipboard(const std::string &text);
 
-// Opens a file with the program that the user has for it. For clicks, never in a frame.
-void OpenFile(const std::string &path);
+// Opens the file at an absolute path with the program that the user has for it; nothing happens when there is
+// none. For clicks, never in a frame.
+void openURL(const std::string &path);

@@ -20,7 +20,7 @@ void WrightClipboard(const std::string &text) {
 }
 
 // The program is started by a child of a child, so that it is nobody's child to wait for when it ends.
-void OpenFile(const std::string &path) {
+void openURL(const std::string &path) {
     const pid_t child = fork();
     if (child == 0) {
         if (fork() == 0) execlp("xdg-open", "xdg-open", path.c_str(), static_cast<char *>(nullptr));

@@ -35,7 +35,7 @@ void WrightClipboard(const std::string &text) {
     WriteToCommand("/usr/bin/pbcopy", text);
 }
 
-void OpenFile(const std::string &path) {
+void openURL(const std::string &path) {
     const CFStringRef posix =
         CFStringCreateWithCString(kCFAllocatorDefault, path.c_str(), kCFStringEncodingUTF8);
     if (!posix) return;

@@ -66,7 +66,7 @@ void WrightClipboard(const std::string &text) {
     if (!target || !SetClipboardData(CF_UNICODETEXT, memory)) GlobalFree(memory);
 }
 
-void OpenFile(const std::string &path) {
+void openURL(const std::string &path) {
     std::wstring name = WideText(path);
     std::replace(name.begin(), name.end(), L'/', L'\\');
     ShellExecuteW(nullptr, L"open", name.c_str(), nullptr, nullptr, SW_SHOWNORMAL);

@@ -79,9 +79,9 @@ TEST_F(PlatformMac, ASimulatorWithColonPathsIsUnderstood) {
 }
 
 TEST_F(PlatformMac, FilesAreOpenedAndTextsCopied) {
-    OpenFile("/X-Plane 12/a.txt");
+    openURL("/X-Plane 12/a.txt");
     EXPECT_EQ(opened, "/X-Plane 12/a.txt");
-    OpenFile("/no UTF-8: \xff");
+    openURL("/no UTF-8: \xff");
     EXPECT_EQ(opened, "/X-Plane 12/a.txt");
     WrightClipboard("text");
     EXPECT_EQ(piped, "/usr/bin/pbcopy text");
