@@ -1,14 +1,15 @@
-// The figure's motion. Deadlines are single precision; a flight would have to last days for that to show.
+// The figure's motion. Random numbers come from rand(), never seeded: the motion need not differ from flight
+// to flight. Deadlines are single precision; a flight would have to last days for that to show.
 #include "figure/animation.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "figure/channels.h"
 #include "figure/positions.h"
 #include "util/clock.h"
 #include "util/make_fresh.h"
-#include "util/random.h"
 
 FigureMotionState figureMotion;
 
@@ -19,7 +20,7 @@ const double IdleFactor = 5;
 const double BlinkSeconds = 0.1;
 const double BlockedShare = 0.2; // of the head's idle offsets
 
-// How far the head may be from straight ahead, and its random offset: lowest + one below count.
+// How far the head may be from straight ahead, and its random offset: lowest + rand() mod count.
 struct HeadRange {
     double limit;
     int lowest, count;
@@ -28,7 +29,7 @@ struct HeadRange {
 const HeadRange HeadRanges[AxisCount] = {{12, -12, 24, false}, {25, -25, 50, true}, {5, -5, 10, true}};
 
 int Random(int count) {
-    return static_cast<int>(RandomBelow(static_cast<size_t>(count)));
+    return std::rand() % count;
 }
 
 float SecondsAhead(double seconds) {
@@ -131,7 +132,7 @@ void LiveAnimation() {
     if (isStill()) return;
     if (FlightTimeSEC > NextRestPositionTime && !isLiveAnimationBlocked && !positionRestList.empty()) {
         NextRestPositionTime = SecondsAhead(Random(10) + 3);
-        ExecutePos(positionRestList[RandomBelow(positionRestList.size())]);
+        ExecutePos(positionRestList[static_cast<size_t>(std::rand()) % positionRestList.size()]);
         return;
     }
     for (size_t i = 0; i < anim.size(); i++) {

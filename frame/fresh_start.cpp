@@ -32,7 +32,6 @@
 #include "util/files.h"
 #include "util/guard.h"
 #include "util/log.h"
-#include "util/random.h"
 #include "voice/executer.h"
 #include "voice/expected_phrases.h"
 #include "voice/phrases.h"
@@ -47,7 +46,6 @@ void ResetEverything() {
     ResetClock();
     ResetFiles();
     ResetGuards();
-    ResetRandom();
 
     ResetFonts();
     ResetTextures();

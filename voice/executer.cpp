@@ -3,6 +3,7 @@
 #include "voice/executer.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "figure/animation.h"
 #include "figure/channels.h"
@@ -20,7 +21,6 @@
 #include "util/log.h"
 #include "util/make_fresh.h"
 #include "util/numbers.h"
-#include "util/random.h"
 #include "util/text.h"
 #include "voice/action_queue.h"
 #include "voice/link_words.h"
@@ -253,7 +253,8 @@ void ExecuteSay(const std::string &text) {
 
 void ExecuteWaitSay(const std::string &text) {
     const std::vector<std::string> alternatives = StringToWordsArray(text, '#');
-    const size_t choice = alternatives.size() > 1 ? RandomBelow(alternatives.size()) : 0;
+    const size_t choice =
+        alternatives.size() > 1 ? static_cast<size_t>(std::rand()) % alternatives.size() : 0;
     const std::string &chosen = alternatives[choice];
     const float seconds = SpeakingTime(WithLastText(chosen));
     const std::string spoken = VarToString(chosen);
