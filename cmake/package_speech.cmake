@@ -25,7 +25,7 @@ if(EXISTS ${speech}/64/mac.xpl)
     set(program 64/fennic-voice.app/Contents/MacOS/fennic-voice)
     set(FIRST_START "
      The program is not notarised, so the system may refuse to start it; in a terminal, in this folder,
-     xattr -dr com.apple.quarantine .  allows it. At the first start the system asks whether "Fennic voice" may use
+     xattr -dr com.apple.quarantine .  allows it. At the first start the system asks whether \"Fennic voice\" may use
      the microphone.")
     set(SUM "shasum -a 256")
 elseif(EXISTS ${speech}/64/win.xpl)
