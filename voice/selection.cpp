@@ -2,7 +2,6 @@
 #include "voice/selection.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "frame/aircraft.h"
 #include "util/clock.h"
@@ -39,14 +38,16 @@ void HighlightNext() {
     if (isIndexOf(answers, ++selectCommandAnswerIndex)) return;
     selectCommandAnswerIndex = -1;
     (recognitionState.words.empty() ? selectCommandAnswerIndex : wordIndex) = 0;
-    selectionState.answersBefore = answers.size();
+    selectionState.answersBefore = answers;
 }
 
-// Answers and words may have changed. A word that was highlighted when nothing was asked answers no question.
+// Answers and words may have changed. A highlighted word answers no question that has come since.
 void DropOldHighlight() {
     if (!isIndexOf(answers, selectCommandAnswerIndex)) selectCommandAnswerIndex = -1;
-    const bool isOld = selectionState.answersBefore != answers.size();
-    if (isOld || !isIndexOf(recognitionState.words, selectionState.wordIndex)) selectionState.wordIndex = -1;
+    int &wordIndex = selectionState.wordIndex;
+    if (wordIndex < 0) return;
+    if (selectionState.answersBefore != answers || !isIndexOf(recognitionState.words, wordIndex))
+        wordIndex = -1;
 }
 
 void ConfirmAnswer(const std::string &answer) {

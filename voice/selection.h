@@ -3,20 +3,21 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "XPLMDataAccess.h"
 
 struct SelectionState {
-    int answerIndex = -1;             // the highlighted answer; -1: none
-    int wordIndex = -1;               // the highlighted one of the words behind the answers; -1: none
-    size_t answersBefore = 0;         // that there were when a word was highlighted
-    double startTime = 0.0;           // FlightTimeSEC of the last press
-    double holdLong = 0.0;            // how long the last press was held, seconds
-    int doSelect = 0;                 // a step is pending
-    int doConfirm = 0;                // a confirmation is pending
-    bool isHeld = false;              // and not yet confirmed
-    double heldSec = 0.0;             // so far
-    XPLMDataRef clickSound = nullptr; // "kv/fennic/click_snd", the aircraft's
+    int answerIndex = -1;                   // the highlighted answer; -1: none
+    int wordIndex = -1;                     // the highlighted one of the words behind the answers; -1: none
+    std::vector<std::string> answersBefore; // those that there were when a word was highlighted
+    double startTime = 0.0;                 // FlightTimeSEC of the last press
+    double holdLong = 0.0;                  // how long the last press was held, seconds
+    int doSelect = 0;                       // a step is pending
+    int doConfirm = 0;                      // a confirmation is pending
+    bool isHeld = false;                    // and not yet confirmed
+    double heldSec = 0.0;                   // so far
+    XPLMDataRef clickSound = nullptr;       // "kv/fennic/click_snd", the aircraft's
 };
 extern SelectionState selectionState;
 inline int &selectCommandAnswerIndex = selectionState.answerIndex;
