@@ -1,5 +1,5 @@
-/* Compiled wherever her voice is built for a Mac: on Linux with our declarations of its sound, on a Mac with the
-   system's own. What one of them had otherwise would not compile there. */
+/* Compiled wherever her voice is built for a Mac: on Linux with our declarations of its sound, on a Mac with
+   the system's own. What one of them had otherwise would not compile there. */
 #include <stddef.h>
 
 #include <AudioToolbox/AudioToolbox.h>
