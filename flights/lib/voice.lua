@@ -26,7 +26,11 @@ end
 
 -- A process is gone before the next frame; nil when there was none.
 function voice.kill(process)
-    return os.execute((is_windows and "taskkill /f /pid %d >NUL 2>&1" or "kill -9 %d 2>/dev/null"):format(process))
+    local command = (is_windows and "taskkill /f /pid %d >NUL 2>&1" or "kill -9 %d 2>/dev/null"):format(process)
+    if not os.execute(command) then return nil end
+    local tries = 0
+    while is_windows and tries < 100 and os.execute(command) do tries = tries + 1 end -- one that is gone is not found
+    return true
 end
 
 -- Takes the right to run its file from it, where there are such rights.
