@@ -24,13 +24,11 @@ function voice.process()
     return sim.get(PROCESS)
 end
 
--- A process is gone before the next frame; nil when there was none.
+-- A process is gone before the next frame, on Windows after a second; nil when there was none.
 function voice.kill(process)
-    local command = (is_windows and "taskkill /f /pid %d >NUL 2>&1" or "kill -9 %d 2>/dev/null"):format(process)
-    if not os.execute(command) then return nil end
-    local tries = 0
-    while is_windows and tries < 100 and os.execute(command) do tries = tries + 1 end -- one that is gone is not found
-    return true
+    local was_there = os.execute((is_windows and "taskkill /f /pid %d >NUL 2>&1" or "kill -9 %d 2>/dev/null"):format(process))
+    if is_windows then os.execute("ping -n 2 127.0.0.1 >NUL") end
+    return was_there
 end
 
 -- Takes the right to run its file from it, where there are such rights.
