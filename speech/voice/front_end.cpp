@@ -50,8 +50,11 @@ public:
 } // namespace
 
 struct FrontEnd::Engine {
-    cmd_ln_t *settings = nullptr;
-    fe_t *front = nullptr;
+    struct Front {
+        cmd_ln_t *settings = nullptr;
+        fe_t *maker = nullptr;
+    };
+    std::array<Front, Stretches.size()> fronts;
     std::unique_ptr<SpeexPreprocessState, FreePreprocessor> cleaner;
     Samples waiting; // not a whole piece yet
     double level = FirstLevel;
@@ -61,8 +64,10 @@ struct FrontEnd::Engine {
     Engine(const Engine &) = delete;
     Engine &operator=(const Engine &) = delete;
     ~Engine() {
-        if (front) fe_free(front);
-        if (settings) cmd_ln_free_r(settings);
+        for (const Front &front : fronts) {
+            if (front.maker) fe_free(front.maker);
+            if (front.settings) cmd_ln_free_r(front.settings);
+        }
     }
 
     void Clean(int16_t *piece);
@@ -73,19 +78,26 @@ FrontEnd::~FrontEnd() = default;
 
 std::unique_ptr<FrontEnd> FrontEnd::Load(const std::string &folder) {
     auto engine = std::make_unique<Engine>();
-    engine->settings =
-        cmd_ln_parse_file_r(nullptr, ps_args(), (folder + "/en-us/feat.params").c_str(), FALSE);
-    if (!engine->settings) return nullptr;
-    cmd_ln_set_boolean_r(engine->settings, "-remove_silence", FALSE);
-    engine->front = fe_init_auto_r(engine->settings);
-    if (!engine->front || fe_get_output_size(engine->front) != static_cast<int>(Cepstrum().size()))
-        return nullptr;
+    for (size_t i = 0; i < Stretches.size(); i++) {
+        Engine::Front &front = engine->fronts[i];
+        front.settings =
+            cmd_ln_parse_file_r(nullptr, ps_args(), (folder + "/en-us/feat.params").c_str(), FALSE);
+        if (!front.settings) return nullptr;
+        cmd_ln_set_boolean_r(front.settings, "-remove_silence", FALSE);
+        cmd_ln_set_str_r(front.settings, "-warp_type", "inverse_linear");
+        cmd_ln_set_str_r(front.settings, "-warp_params", Stretches[i]);
+        front.maker = fe_init_auto_r(front.settings);
+        if (!front.maker || fe_get_output_size(front.maker) != static_cast<int>(Cepstrum().size()))
+            return nullptr;
+    }
     return std::unique_ptr<FrontEnd>(new FrontEnd(std::move(engine)));
 }
 
 void FrontEnd::Start(std::span<const int16_t> before) {
-    fe_start_stream(engine->front);
-    fe_start_utt(engine->front);
+    for (const Engine::Front &front : engine->fronts) {
+        fe_start_stream(front.maker);
+        fe_start_utt(front.maker);
+    }
     engine->waiting.clear();
     if (engine->cleaner && before.size() < EnoughNoise) return;
     engine->cleaner.reset(speex_preprocess_state_init(PieceSize, SampleRate));
@@ -112,21 +124,24 @@ void FrontEnd::Engine::Clean(int16_t *piece) {
     }
 }
 
-std::vector<Cepstrum> FrontEnd::Hear(std::span<const int16_t> sound) {
+std::vector<Frame> FrontEnd::Hear(std::span<const int16_t> sound) {
     Samples &waiting = engine->waiting;
     waiting.insert(waiting.end(), sound.begin(), sound.end());
     size_t cleaned = 0;
     for (; cleaned + PieceSize <= waiting.size(); cleaned += PieceSize) engine->Clean(&waiting[cleaned]);
-    const int16 *next = waiting.data();
-    size_t left = cleaned;
-    int32 count = 0;
-    fe_process_frames(engine->front, &next, &left, nullptr, &count, nullptr);
-    std::vector<Cepstrum> frames(static_cast<size_t>(count));
-    std::vector<mfcc_t *> rows;
-    for (Cepstrum &frame : frames) rows.push_back(frame.data());
-    rows.push_back(nullptr); // less than a frame is taken, too
-    fe_process_frames(engine->front, &next, &left, rows.data(), &count, nullptr);
-    frames.resize(static_cast<size_t>(count));
+    std::vector<Frame> frames;
+    for (size_t i = 0; i < Stretches.size(); i++) {
+        const int16 *next = waiting.data();
+        size_t left = cleaned;
+        int32 count = 0;
+        fe_process_frames(engine->fronts[i].maker, &next, &left, nullptr, &count, nullptr);
+        frames.resize(static_cast<size_t>(count));
+        std::vector<mfcc_t *> rows;
+        for (Frame &frame : frames) rows.push_back(frame[i].data());
+        rows.push_back(nullptr); // less than a frame is taken, too
+        fe_process_frames(engine->fronts[i].maker, &next, &left, rows.data(), &count, nullptr);
+        frames.resize(static_cast<size_t>(count));
+    }
     waiting.erase(waiting.begin(), waiting.begin() + static_cast<std::ptrdiff_t>(cleaned));
     return frames;
 }

@@ -15,6 +15,11 @@ const int FramesPerSecond = 100;
 
 using Cepstrum = std::array<float, 13>; // the first is the loudness, as a logarithm
 
+// Each frame is made several times, with the axis of frequencies stretched, for voices whose formants lie
+// higher or lower than those that the model knows. The first is as it is.
+const std::array<const char *, 3> Stretches = {"1.0", "0.87", "1.15"};
+using Frame = std::array<Cepstrum, Stretches.size()>;
+
 class FrontEnd {
 public:
     // folder: the model's. Null when it cannot be read.
@@ -28,7 +33,7 @@ public:
     void Start(std::span<const int16_t> before);
 
     // The frames that are whole now.
-    std::vector<Cepstrum> Hear(std::span<const int16_t> sound);
+    std::vector<Frame> Hear(std::span<const int16_t> sound);
 
 private:
     struct Engine;

@@ -1,4 +1,4 @@
-// The scores of both decoders are comparable because each normalises a frame by the best of all senones, not
+// The scores of all decoders are comparable because each normalises a frame by the best of all senones, not
 // of those that happen to be active (-compallsen).
 #include "speech/voice/recogniser.h"
 
@@ -38,6 +38,8 @@ const int MostSounds = 10000, MostOfMany = 1500;
 // Of the probability, for the phrases that are expected now. The others are heard as well in silence, but in
 // noise the expected ones are.
 const double ExpectedShare = 0.9999;
+// By how much a stretched ear must fit better before it is believed.
+const int32 BetterEar = 50;
 
 Decoder MakeDecoder(const std::string &folder, const std::vector<std::string> &settings) {
     std::vector<std::string> words = {"fennic-voice", "-hmm", folder + "/en-us", "-logfn", "/dev/null",
@@ -114,20 +116,61 @@ int SilenceAtEnd(const std::vector<HeardWord> &path) {
     return frames;
 }
 
+// Hears the phrases, with the axis of frequencies stretched as that of its frames is.
+struct Ear {
+    Decoder decoder;
+    Cepstrum mean = FirstMean;    // of the speech so far, with this microphone
+    std::vector<Cepstrum> frames; // of the utterance
+};
+
 } // namespace
 
 struct Recogniser::Engines {
     std::unique_ptr<FrontEnd> front;
-    Decoder phrases, english;
-    Cepstrum mean = FirstMean;                                 // of the speech so far, with this microphone
-    std::vector<Cepstrum> frames;                              // of the utterance
+    std::vector<Ear> ears;
+    size_t used = 1;                                           // of the ears
+    Decoder english;                                           // hears what the first ear does
     std::set<std::string, std::less<>> begins, expectedBegins; // of longer phrases, of longer expected ones
     std::set<std::string, std::less<>> wholes;
     std::map<std::string, int> ways;             // to say each word that the decoder was taught
     std::set<std::string, std::less<>> expected; // phrases
     bool hasPhrases = false;
     bool isHearing = false;
+
+    std::span<Ear> Used() { return std::span(ears).first(used); }
+    Heard HeardBy(const Ear &ear) const;
+    Heard HeardByBest();
 };
+
+Heard Recogniser::Engines::HeardBy(const Ear &ear) const {
+    Heard heard;
+    heard.words = PathOf(ear.decoder.get());
+    heard.english = PathOf(english.get());
+    const std::string text = TextOf(heard.words);
+    if (wholes.contains(text)) heard.phrase = text;
+    heard.isExpected = expected.contains(heard.phrase);
+    heard.loudness = LoudestOf(heard.words, ears[0].frames);
+    return heard;
+}
+
+// By the ear that finds what fits best. English hears what the first one does, so what that one refuses is
+// refused, and where both find the same phrase the first one's signs tell how sure it is.
+Heard Recogniser::Engines::HeardByBest() {
+    Heard first = HeardBy(ears[0]);
+    int32 most = 0;
+    if (!ps_get_hyp(ears[0].decoder.get(), &most) || !Accept(first)) return first;
+    most += BetterEar;
+    const Ear *best = nullptr;
+    for (const Ear &ear : Used().subspan(1)) {
+        int32 score = 0;
+        if (!ps_get_hyp(ear.decoder.get(), &score) || score <= most) continue;
+        most = score;
+        best = &ear;
+    }
+    if (!best) return first;
+    Heard other = HeardBy(*best);
+    return other.phrase == first.phrase ? first : other;
+}
 
 Recogniser::Recogniser(std::unique_ptr<Engines> engines) : engines(std::move(engines)) {}
 Recogniser::~Recogniser() {
@@ -135,21 +178,25 @@ Recogniser::~Recogniser() {
 }
 
 std::unique_ptr<Recogniser> Recogniser::Load(const std::string &folder,
-                                             const std::vector<std::string> &dictionaries,
-                                             std::string &error) {
+                                             const std::vector<std::string> &dictionaries, std::string &error,
+                                             size_t ears) {
     err_set_logfp(nullptr);
     auto engines = std::make_unique<Engines>();
     engines->front = FrontEnd::Load(folder);
+    engines->ears.resize(ears);
     // Few phrases are soon searched; in noise the right one falls far behind before it catches up. Silence is
     // as likely as a word, or "up" would be heard in the breath behind "flaps".
-    engines->phrases =
-        MakeDecoder(folder, {"-lw", "6.5", "-silprob", "0.3", "-fsgusefiller", "yes", "-fsgusealtpron", "no",
-                             "-beam", "1e-120", "-pbeam", "1e-120", "-wbeam", "1e-100", "-topn", "8"});
+    for (Ear &ear : engines->ears)
+        ear.decoder = MakeDecoder(folder, {"-lw", "6.5", "-silprob", "0.3", "-fsgusefiller", "yes",
+                                           "-fsgusealtpron", "no", "-beam", "1e-120", "-pbeam", "1e-120",
+                                           "-wbeam", "1e-100", "-topn", "8"});
     const std::string dictionary = folder + "/cmudict-en-us.dict";
     engines->english = MakeDecoder(folder, {"-lm", folder + "/en-us.lm.bin", "-dict", dictionary, "-silprob",
                                             "0.1", "-fwdflat", "no", "-maxhmmpf", "1500"});
     std::unique_ptr<Recogniser> recogniser(new Recogniser(std::move(engines)));
-    if (!recogniser->engines->front || !recogniser->engines->phrases || !recogniser->engines->english
+    const std::vector<Ear> &made = recogniser->engines->ears;
+    if (!recogniser->engines->front || !recogniser->engines->english
+        || !std::all_of(made.begin(), made.end(), [](const Ear &ear) { return ear.decoder != nullptr; })
         || !recogniser->pronunciations.Read(dictionary)) {
         error = "no model of speech in " + folder;
         return nullptr;
@@ -158,7 +205,7 @@ std::unique_ptr<Recogniser> Recogniser::Load(const std::string &folder,
     return recogniser;
 }
 
-// Tells the decoder every way to say a word. False when there is none.
+// Tells the decoders every way to say a word. False when there is none.
 bool Recogniser::Teach(const std::string &word) {
     // The decoder has words of its own, for silence and breath, and names of variants.
     if (isSilence(word) || word.find('(') != std::string::npos) return false;
@@ -172,7 +219,10 @@ bool Recogniser::Teach(const std::string &word) {
     int count = 0;
     for (const Pronunciation &way : ways) {
         const std::string name = count == 0 ? word : word + "(" + std::to_string(count + 1) + ")";
-        if (ps_add_word(engines->phrases.get(), name.c_str(), way.c_str(), FALSE) >= 0) count++;
+        bool isTaught = true;
+        for (const Ear &ear : engines->ears)
+            isTaught &= ps_add_word(ear.decoder.get(), name.c_str(), way.c_str(), FALSE) >= 0;
+        if (isTaught) count++;
     }
     if (count > 0) engines->ways[word] = count;
     return count > 0;
@@ -216,42 +266,48 @@ void Recogniser::SetPhrases(const std::vector<std::string> &phrases,
         phrase.probability = (1.0 - share) / static_cast<double>(known.size());
         knownExpected.push_back(std::move(phrase));
     }
-    cmd_ln_set_int32_r(ps_get_config(engines->phrases.get()), "-maxhmmpf",
-                       knownExpected.size() > ManyPhrases ? MostOfMany : MostSounds);
-    SearchPhrases(engines->phrases.get(), knownExpected, engines->ways);
+    const bool areMany = knownExpected.size() > ManyPhrases;
+    engines->used = areMany ? 1 : engines->ears.size();
+    for (const Ear &ear : engines->Used()) {
+        cmd_ln_set_int32_r(ps_get_config(ear.decoder.get()), "-maxhmmpf", areMany ? MostOfMany : MostSounds);
+        SearchPhrases(ear.decoder.get(), knownExpected, engines->ways);
+    }
 }
 
 void Recogniser::Start(std::span<const int16_t> before) {
     if (!engines->hasPhrases) return;
     engines->front->Start(before);
-    engines->frames.clear();
-    for (ps_decoder_t *decoder : {engines->phrases.get(), engines->english.get()}) ps_start_utt(decoder);
+    for (Ear &ear : engines->Used()) {
+        ear.frames.clear();
+        ps_start_utt(ear.decoder.get());
+    }
+    ps_start_utt(engines->english.get());
     engines->isHearing = true;
 }
 
+// One frame at a time: many at once, at the beginning of an utterance, confuse the decoders' buffers.
 void Recogniser::Hear(std::span<const int16_t> sound) {
     if (!engines->isHearing) return;
-    std::vector<Cepstrum> frames = engines->front->Hear(sound);
-    if (frames.empty()) return;
-    engines->frames.insert(engines->frames.end(), frames.begin(), frames.end());
-    for (Cepstrum &frame : frames) {
-        for (size_t i = 0; i < frame.size(); i++) frame[i] -= engines->mean[i];
-        // One at a time: many at once, at the beginning of an utterance, confuse the decoders' buffers.
-        for (ps_decoder_t *decoder : {engines->phrases.get(), engines->english.get()}) {
-            mfcc_t *row = frame.data();
-            ps_process_cep(decoder, &row, 1, FALSE, FALSE);
+    for (const Frame &frame : engines->front->Hear(sound))
+        for (size_t e = 0; e < engines->used; e++) {
+            Ear &ear = engines->ears[e];
+            ear.frames.push_back(frame[e]);
+            Cepstrum heard = frame[e];
+            for (size_t i = 0; i < heard.size(); i++) heard[i] -= ear.mean[i];
+            mfcc_t *row = heard.data();
+            ps_process_cep(ear.decoder.get(), &row, 1, FALSE, FALSE);
+            if (e == 0) ps_process_cep(engines->english.get(), &row, 1, FALSE, FALSE);
         }
-    }
 }
 
 SoFar Recogniser::HeardSoFar() {
     SoFar soFar;
     if (!engines->isHearing) return soFar;
-    const int quiet = QuietAtEnd(engines->frames);
-    if (quiet == 0 || !HasSpeech(engines->frames)) return soFar;
+    const std::vector<Cepstrum> &frames = engines->ears[0].frames;
+    const int quiet = QuietAtEnd(frames);
+    if (quiet == 0 || !HasSpeech(frames)) return soFar;
     Heard &heard = soFar.heard;
-    heard.words = PathOf(engines->phrases.get());
-    heard.english = PathOf(engines->english.get());
+    heard = engines->HeardByBest();
     const int phraseSilence = SilenceAtEnd(heard.words);
     const int silence = std::min(phraseSilence, SilenceAtEnd(heard.english));
     soFar.quiet = static_cast<double>(quiet) / FramesPerSecond;
@@ -259,9 +315,6 @@ SoFar Recogniser::HeardSoFar() {
     soFar.phraseSilence = static_cast<double>(phraseSilence) / FramesPerSecond;
     const std::string text = TextOf(heard.words);
     soFar.hasSpeech = !text.empty() || !TextOf(heard.english).empty();
-    if (engines->wholes.contains(text)) heard.phrase = text;
-    heard.loudness = LoudestOf(heard.words, engines->frames);
-    heard.isExpected = engines->expected.contains(heard.phrase);
     soFar.goesOn = engines->begins.contains(text);
     soFar.goesOnExpected = engines->expectedBegins.contains(text);
     return soFar;
@@ -271,15 +324,11 @@ Heard Recogniser::Finish() {
     Heard heard;
     if (!engines->isHearing) return heard;
     engines->isHearing = false;
-    for (ps_decoder_t *decoder : {engines->phrases.get(), engines->english.get()}) ps_end_utt(decoder);
-    int32 score = 0;
-    const char *const phrase = ps_get_hyp(engines->phrases.get(), &score);
-    if (phrase && HasSpeech(engines->frames)) heard.phrase = phrase;
-    heard.isExpected = engines->expected.contains(heard.phrase);
-    heard.words = PathOf(engines->phrases.get());
-    heard.english = PathOf(engines->english.get());
-    heard.loudness = LoudestOf(heard.words, engines->frames);
-    LearnMean(engines->frames, engines->mean);
+    for (const Ear &ear : engines->Used()) ps_end_utt(ear.decoder.get());
+    ps_end_utt(engines->english.get());
+    heard = engines->HeardByBest();
+    if (!HasSpeech(engines->ears[0].frames)) heard.phrase.clear();
+    for (Ear &ear : engines->Used()) LearnMean(ear.frames, ear.mean);
     return heard;
 }
 

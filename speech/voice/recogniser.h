@@ -1,8 +1,11 @@
 // Understands which of a list of phrases was said, or that it was none of them.
 //
-// Two decoders hear the same sound. One knows the phrases alone and always finds one that fits least badly.
-// The other knows English. A phrase that was really said fits about as well as whatever English finds; any
-// other sound fits English much better, and that is how it is refused (see rejection.h).
+// Decoders hear the same sound. Some know the phrases alone and always find one that fits least badly: one
+// hears the sound as it is, the others with the axis of frequencies stretched, for voices of people who are
+// smaller or larger than usual; the one that finds what fits best is believed, unless what the first one
+// finds would be refused. Another one knows English. A phrase that was really said fits about as well as
+// whatever English finds; any other sound fits English much better, and that is how it is refused (see
+// rejection.h).
 #pragma once
 
 #include <memory>
@@ -10,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "speech/voice/front_end.h"
 #include "speech/voice/pronunciations.h"
 #include "speech/voice/rejection.h"
 #include "speech/voice/samples.h"
@@ -30,9 +34,11 @@ struct SoFar {
 class Recogniser {
 public:
     // folder: the model's, which holds en-us/, en-us.lm.bin and cmudict-en-us.dict. Null, with the reason in
-    // error, when it cannot be loaded. Takes about a second.
+    // error, when it cannot be loaded. ears: how many decoders know the phrases, at most Stretches.size().
+    // Takes about a second.
     static std::unique_ptr<Recogniser> Load(const std::string &folder,
-                                            const std::vector<std::string> &dictionaries, std::string &error);
+                                            const std::vector<std::string> &dictionaries, std::string &error,
+                                            size_t ears = Stretches.size());
     ~Recogniser();
     Recogniser(const Recogniser &) = delete;
     Recogniser &operator=(const Recogniser &) = delete;

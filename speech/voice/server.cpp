@@ -80,7 +80,7 @@ void Server::Load() {
         Loaded loaded;
         loaded.recogniser = Recogniser::Load(settings.modelFolder, settings.pronunciations, loaded.error);
         if (settings.hearsAbortAlways && loaded.recogniser)
-            loaded.second = Recogniser::Load(settings.modelFolder, settings.pronunciations, loaded.error);
+            loaded.second = Recogniser::Load(settings.modelFolder, settings.pronunciations, loaded.error, 1);
         return loaded;
     });
     if (sound.isWaiting()) loading.wait();

@@ -23,7 +23,7 @@ TEST(AbortListener, HearsOneWordAndNoTalk) {
     };
     hear("abort", BuiltIn::Man); // nobody listens yet
     std::string error;
-    listener.SetRecogniser(Recogniser::Load(SPEECH_MODEL, {SPEECH_DATA "/pronunciations.txt"}, error));
+    listener.SetRecogniser(Recogniser::Load(SPEECH_MODEL, {SPEECH_DATA "/pronunciations.txt"}, error, 1));
     for (const char *talk :
          {"Yesterday we had pizza for dinner, and then we went home.", "Before start checklist.",
           "Is that airport on the coast? I have never been aboard a boat there."})
