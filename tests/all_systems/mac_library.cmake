@@ -2,7 +2,8 @@
 # processors, the five entry points and nothing else; wanted are the simulator's interface, and what the named
 # libraries of macOS 11 have; the signature is whole; nothing tells where it was made. A bundle's program wants no
 # simulator, and its signature is also that of the bundle's other files.
-#   cmake -DLIBRARY=<mac.xpl, or a program> -DNEEDED=<libraries of the system> -DSOURCE=<checkout> -P mac_library.cmake
+#   cmake -DLIBRARY=<mac.xpl, or a program> -DNEEDED=<libraries of the system> -DSOURCE=<checkout>
+#         -DWORK=<scratch folder> -P mac_library.cmake
 cmake_minimum_required(VERSION 3.25)
 include(${SOURCE}/cmake/interface_names.cmake)
 include(${CMAKE_CURRENT_LIST_DIR}/library_checks.cmake)
@@ -98,6 +99,7 @@ string(REGEX REPLACE " +" ";" families "${families}")
 list(REMOVE_ITEM families "")
 expect("families of processors" "${families}" "arm64;x86_64")
 
+file(MAKE_DIRECTORY ${WORK})
 foreach(family IN LISTS families)
     output_lines(exported ${nm} --arch=${family} --extern-only --defined-only --format=just-symbols ${LIBRARY})
     list(FILTER exported EXCLUDE REGEX ":$|^$")
@@ -117,7 +119,7 @@ foreach(family IN LISTS families)
         message(SEND_ERROR "${family}: no call of the simulator's interface among ${wanted}")
     endif()
 
-    set(thin ${LIBRARY}.${family})
+    set(thin ${WORK}/${family})
     execute_process(COMMAND ${lipo} ${LIBRARY} -thin ${family} -output ${thin} COMMAND_ERROR_IS_FATAL ANY)
     output_lines(needed ${objdump} --macho --dylibs-used ${thin})
     list(FILTER needed INCLUDE REGEX "compatibility version")
@@ -130,7 +132,7 @@ foreach(family IN LISTS families)
         message(SEND_ERROR "${family}: not for macOS 11 and later")
     endif()
     check_signature(${family} ${thin})
-    file(REMOVE ${thin})
 endforeach()
 
 expect_no_paths(${LIBRARY})
+file(REMOVE_RECURSE ${WORK})
