@@ -6,6 +6,7 @@
 
 #include "simhost/events.h"
 #include "simhost/interface/callback_list.h"
+#include "simhost/interface/name_hash.h"
 #include "simhost/modules.h"
 #include "simhost/simulator.h"
 #include "simhost/world/builtin_commands.h"
@@ -31,11 +32,7 @@ struct Command {
     const BuiltinAction *action = nullptr;
 };
 
-struct CommandNameHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>()(name); }
-};
-using CommandTable = std::unordered_map<std::string, Command, CommandNameHash, std::equal_to<>>;
+using CommandTable = std::unordered_map<std::string, Command, NameHash, std::equal_to<>>;
 
 constinit std::vector<Command *> heldCommands; // in the order in which they were begun
 

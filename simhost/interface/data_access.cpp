@@ -10,19 +10,15 @@
 
 #include "simhost/events.h"
 #include "simhost/interface/datarefs.h"
+#include "simhost/interface/name_hash.h"
 #include "simhost/simulator.h"
 
 namespace simhost {
 
 namespace {
 
-struct DatarefNameHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>()(name); }
-};
-
 // Its elements are never moved or removed.
-using DatarefTable = std::unordered_map<std::string, Dataref, DatarefNameHash, std::equal_to<>>;
+using DatarefTable = std::unordered_map<std::string, Dataref, NameHash, std::equal_to<>>;
 
 // Made on first use and never destroyed: plug-ins linked into the program look datarefs up while its
 // globals are initialised, and may do so still while they are destroyed.
